@@ -1,0 +1,77 @@
+#include "platform/runtime/Dialogs.h"
+
+#include <stdexcept>
+
+#include <QFileInfo>
+
+#include "platform/runtime/Trap.h"
+
+namespace runtime {
+
+namespace {
+
+Dialogs*& installed()
+{
+    static Dialogs* dialogs = nullptr;
+    return dialogs;
+}
+
+} // namespace
+
+Dialogs& Dialogs::current()
+{
+    if (!installed())
+        throw std::logic_error("no dialogs are installed");
+    return *installed();
+}
+
+std::optional<QString> Dialogs::chooseFile(const QString&, const QString&, FileMode)
+{
+    return std::nullopt;
+}
+
+std::optional<int> Dialogs::chooseColor(const QString&, int)
+{
+    return std::nullopt;
+}
+
+InstalledDialogs::InstalledDialogs(Dialogs& dialogs) : m_former(installed())
+{
+    installed() = &dialogs;
+}
+
+InstalledDialogs::~InstalledDialogs()
+{
+    installed() = m_former;
+}
+
+Answer MsgBox(const QString& text, const QString& title, Buttons buttons, Icon icon)
+{
+    return Dialogs::current().message(text, title, buttons, icon);
+}
+
+QString ShowFileDialog(const QString& filter, FileMode mode)
+{
+    const QString title = mode == FileMode::Save ? QStringLiteral("保存文件")
+                                                 : QStringLiteral("打开文件");
+    const QString file = Dialogs::current().chooseFile(title, filter, mode).value_or(QString());
+    if (mode == FileMode::Open || !QFileInfo::exists(file))
+        return file;
+    const Answer answer =
+        MsgBox(QStringLiteral("同名文件已存在，是否覆盖原文件？"), QStringLiteral("是否覆盖"),
+               Buttons::OkCancel, Icon::Question);
+    return answer == Answer::Cancel ? QString() : file;
+}
+
+QString GetColor(int start, const QString& title)
+{
+    const Trap trap{" - Function GetColor/MDLCommonDialog"};
+    QString color = QStringLiteral("err");
+    trap([&] {
+        if (const std::optional<int> chosen = Dialogs::current().chooseColor(title, start))
+            color = QString::number(*chosen);
+    });
+    return color;
+}
+
+} // namespace runtime

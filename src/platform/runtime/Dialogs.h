@@ -1,0 +1,68 @@
+#pragma once
+
+#include <optional>
+
+#include <QString>
+
+namespace runtime {
+
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class Answer { Ok, Cancel, Yes, No };
+
+/// What a message box says by its picture. A box of kind Warning or Critical reports that something
+/// was refused or failed; the command line ends with exit code 1 then.
+enum class Icon { None, Question, Warning, Critical };
+
+enum class FileMode { Save = 1, Open = 2 };
+
+/// The one door through which every layer speaks with the user. The shell installs the real screen,
+/// the command line its own, tests a scripted one.
+class Dialogs
+{
+public:
+    virtual ~Dialogs() = default;
+
+    virtual Answer message(const QString& text, const QString& title, Buttons buttons,
+                           Icon icon) = 0;
+
+    /// A trapped error: `text` is the description with the tag of the routine behind it. A screen may
+    /// offer to show no more of them until the running command ends.
+    virtual void failure(const QString& text) = 0;
+
+    /// The file dialog. `filter` is of the form "成绩库|*.CJK". The full path of the file chosen, or
+    /// nothing when cancelled; asking before overwriting is the caller's.
+    virtual std::optional<QString> chooseFile(const QString& title, const QString& filter,
+                                              FileMode mode);
+
+    /// The colour dialog, colours as 0xBBGGRR; nothing when cancelled.
+    virtual std::optional<int> chooseColor(const QString& title, int start);
+
+    /// The dialogs in force. Throws std::logic_error if none are installed.
+    static Dialogs& current();
+};
+
+/// Puts `dialogs` in force as long as it lives, and the former ones back afterwards.
+class InstalledDialogs
+{
+public:
+    explicit InstalledDialogs(Dialogs& dialogs);
+    ~InstalledDialogs();
+    InstalledDialogs(const InstalledDialogs&) = delete;
+    InstalledDialogs& operator=(const InstalledDialogs&) = delete;
+
+private:
+    Dialogs* m_former;
+};
+
+/// Shows a message box and gives the button that was pressed.
+Answer MsgBox(const QString& text, const QString& title = {}, Buttons buttons = Buttons::Ok,
+              Icon icon = Icon::None);
+
+/// Asks for a file. Saving under the name of an existing one is asked about once more. "" when
+/// cancelled or refused.
+QString ShowFileDialog(const QString& filter, FileMode mode);
+
+/// Asks for a colour: its number as text, or "err" when cancelled.
+QString GetColor(int start, const QString& title = QStringLiteral("选择颜色"));
+
+} // namespace runtime

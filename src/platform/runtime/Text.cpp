@@ -1,0 +1,103 @@
+#include "platform/runtime/Text.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QStringDecoder>
+
+#include <iconv.h>
+
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Trap.h"
+
+namespace runtime {
+
+namespace {
+
+/// Qt's own decoders do not cover GB18030 on every platform; iconv does.
+QString fromGb18030(const QByteArray& bytes)
+{
+    const iconv_t converter = iconv_open("UTF-16LE", "GB18030");
+    if (converter == iconv_t(-1))
+        return QString::fromLatin1(bytes);
+    QByteArray copy = bytes;
+    QString text(bytes.size(), Qt::Uninitialized);
+    char* in = copy.data();
+    size_t inLeft = size_t(copy.size());
+    char* out = reinterpret_cast<char*>(text.data());
+    size_t outLeft = size_t(text.size()) * sizeof(QChar);
+    while (inLeft > 0 && iconv(converter, &in, &inLeft, &out, &outLeft) == size_t(-1)) {
+        // A byte that is no character becomes a replacement mark; the rest of the file still reads.
+        if (outLeft < sizeof(QChar))
+            break;
+        *reinterpret_cast<QChar*>(out) = QChar(QChar::ReplacementCharacter);
+        out += sizeof(QChar);
+        outLeft -= sizeof(QChar);
+        ++in;
+        --inLeft;
+    }
+    iconv_close(converter);
+    text.chop(qsizetype(outLeft / sizeof(QChar)));
+    return text;
+}
+
+} // namespace
+
+QString Trim(const QString& text)
+{
+    qsizetype begin = 0;
+    qsizetype end = text.size();
+    while (begin < end && text[begin] == u' ')
+        ++begin;
+    while (end > begin && text[end - 1] == u' ')
+        --end;
+    return text.mid(begin, end - begin);
+}
+
+QString DelLast(const QString& text, int count)
+{
+    if (count > text.size())
+        throw Error(QStringLiteral("要去掉的字符比文本还长。"));
+    return text.left(text.size() - count);
+}
+
+QString Right(const QString& text, int count)
+{
+    return text.right(count);
+}
+
+QString decodeText(const QByteArray& bytes)
+{
+    // Stateless, so that a character cut off at the end counts as an error.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder(bytes);
+    return decoder.hasError() ? fromGb18030(bytes) : text;
+}
+
+void ReadTxtSet(const QString& file, QStringList& list)
+{
+    const Trap trap{" - Sub ReadTxtSet/MdlSYS"};
+    trap([&] {
+        QFile in(file);
+        if (!in.exists())
+            return;
+        if (!in.open(QIODevice::ReadOnly))
+            throw Error(QStringLiteral("无法读取文件 %1（%2）").arg(file, in.errorString()));
+        list.clear();
+        const QString text = decodeText(in.readAll());
+        for (QStringView line : QStringView(text).split(u'\n')) {
+            if (line.endsWith(u'\r'))
+                line.chop(1);
+            if (!line.isEmpty())
+                list.append(line.toString());
+        }
+    });
+}
+
+void writeTextFile(const QString& file, const QString& text)
+{
+    QSaveFile out(file);
+    if (!out.open(QIODevice::WriteOnly) || out.write(text.toUtf8()) < 0 || !out.commit())
+        throw Error(QStringLiteral("无法写入文件 %1（%2）").arg(file, out.errorString()));
+}
+
+} // namespace runtime

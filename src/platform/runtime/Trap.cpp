@@ -1,0 +1,34 @@
+#include "platform/runtime/Trap.h"
+
+#include <exception>
+#include <new>
+#include <stdexcept>
+
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
+
+namespace runtime {
+
+void Trap::fail(const QString& description) const
+{
+    if (m_tag)
+        Dialogs::current().failure(description + QString::fromUtf8(m_tag));
+}
+
+void Trap::report() const
+{
+    try {
+        throw;
+    } catch (const Error& error) {
+        fail(error.description());
+    } catch (const std::logic_error&) {
+        // A mistake of ours is not the user's to read away.
+        throw;
+    } catch (const std::bad_alloc&) {
+        fail(QStringLiteral("内存不足。"));
+    } catch (const std::exception& error) {
+        fail(QString::fromUtf8(error.what()));
+    }
+}
+
+} // namespace runtime

@@ -1,0 +1,58 @@
+#include "platform/runtime/ui/Screen.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+
+namespace runtime {
+
+namespace {
+
+/// "导入(&I)" is read as "导入".
+QString spoken(const QString& caption)
+{
+    QString text = caption;
+    const qsizetype key = text.indexOf(QStringLiteral("(&"));
+    if (key >= 0)
+        text.remove(key, 4);
+    return text.remove(u'&');
+}
+
+} // namespace
+
+Screen::Screen(const QString& name, const QString& caption, QWidget* parent) : QDialog(parent)
+{
+    setObjectName(name);
+    setWindowTitle(caption);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    setSizeGripEnabled(true);
+}
+
+void Screen::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Escape:
+    case Qt::Key_Enter:
+    case Qt::Key_Return: event->accept(); return;
+    default: QDialog::keyPressEvent(event);
+    }
+}
+
+QPushButton* button(const QString& objectName, const QString& caption, QWidget* parent)
+{
+    auto* made = new QPushButton(caption, parent);
+    // A button that is not "auto default" leaves Enter alone.
+    made->setAutoDefault(false);
+    return named(made, objectName, spoken(caption));
+}
+
+QLabel* label(const QString& objectName, const QString& caption, QWidget* buddy, QWidget* parent)
+{
+    auto* made = new QLabel(caption, parent);
+    made->setBuddy(buddy);
+    if (buddy && buddy->accessibleName().isEmpty())
+        buddy->setAccessibleName(spoken(caption));
+    return named(made, objectName, spoken(caption));
+}
+
+} // namespace runtime

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QDialog>
+
+class QAbstractButton;
+class QCloseEvent;
+class QLabel;
+class QPushButton;
+
+namespace runtime {
+
+/// A window of the program. It carries its design name, closes only by its own buttons and by its
+/// close box: Esc closes nothing, and Enter presses no button.
+class Screen : public QDialog
+{
+    Q_OBJECT
+
+public:
+    Screen(const QString& name, const QString& caption, QWidget* parent);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+/// Gives a widget its design name and what a screen reader says.
+template <class Widget>
+Widget* named(Widget* widget, const QString& objectName, const QString& accessibleName)
+{
+    widget->setObjectName(objectName);
+    widget->setAccessibleName(accessibleName);
+    return widget;
+}
+
+/// A push button with its design name; `caption` can carry an access key as in "导入(&I)".
+QPushButton* button(const QString& objectName, const QString& caption, QWidget* parent);
+
+/// A label with its design name that leads to `buddy` by its access key.
+QLabel* label(const QString& objectName, const QString& caption, QWidget* buddy, QWidget* parent);
+
+} // namespace runtime

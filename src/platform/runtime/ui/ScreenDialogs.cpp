@@ -1,0 +1,143 @@
+#include "platform/runtime/ui/ScreenDialogs.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace runtime {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QMessageBox::StandardButtons standardButtons(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::OkCancel: return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo: return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case Buttons::Ok: break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::Icon picture(Icon icon)
+{
+    switch (icon) {
+    case Icon::Question: return QMessageBox::Question;
+    case Icon::Warning: return QMessageBox::Warning;
+    case Icon::Critical: return QMessageBox::Critical;
+    case Icon::None: break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+Answer answerOf(int button)
+{
+    switch (button) {
+    case QMessageBox::Yes: return Answer::Yes;
+    case QMessageBox::No: return Answer::No;
+    case QMessageBox::Cancel: return Answer::Cancel;
+    default: return Answer::Ok;
+    }
+}
+
+/// The window that a box belongs to: the modal one on top, else the active one.
+QWidget* owner()
+{
+    return QApplication::activeModalWidget() ? QApplication::activeModalWidget()
+                                             : QApplication::activeWindow();
+}
+
+QString shownTitle(const QString& title)
+{
+    return title.isEmpty() ? u"云杉学业册"_s : title;
+}
+
+/// "成绩库|*.CJK" in the file dialog's words; the extension counts in either case.
+QString nameFilter(const QString& filter)
+{
+    QStringList patterns;
+    for (const QString& pattern : filter.section(u'|', 1, 1).split(u';', Qt::SkipEmptyParts)) {
+        patterns.append(pattern);
+        if (pattern != pattern.toLower())
+            patterns.append(pattern.toLower());
+    }
+    return filter.section(u'|', 0, 0) + u" ("_s + patterns.join(u' ') + u')';
+}
+
+} // namespace
+
+Answer ScreenDialogs::message(const QString& text, const QString& title, Buttons buttons, Icon icon)
+{
+    QMessageBox box(picture(icon), shownTitle(title), text, standardButtons(buttons), owner());
+    // Names typed by a user may look like markup; they are shown as they stand.
+    box.setTextFormat(Qt::PlainText);
+    if (buttons == Buttons::YesNo)
+        box.setDefaultButton(QMessageBox::No);
+    else if (buttons != Buttons::Ok)
+        box.setDefaultButton(QMessageBox::Cancel);
+    return answerOf(box.exec());
+}
+
+void ScreenDialogs::failure(const QString& text)
+{
+    if (m_quiet) {
+        ++m_passedOver;
+        return;
+    }
+    QMessageBox box(QMessageBox::Warning, shownTitle({}), text, QMessageBox::Ok, owner());
+    box.setTextFormat(Qt::PlainText);
+    if (m_commandDepth > 0) {
+        auto* quiet = new QCheckBox(u"本次操作不再显示这类消息(&N)"_s);
+        quiet->setObjectName(u"CheckQuiet"_s);
+        box.setCheckBox(quiet);
+    }
+    box.exec();
+    m_quiet = box.checkBox() && box.checkBox()->isChecked();
+}
+
+std::optional<QString> ScreenDialogs::chooseFile(const QString& title, const QString& filter,
+                                                 FileMode mode)
+{
+    QFileDialog dialog(owner(), title);
+    dialog.setNameFilter(nameFilter(filter));
+    const bool saving = mode == FileMode::Save;
+    dialog.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // The caller asks, in the program's own words.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    if (saving)
+        dialog.setDefaultSuffix(filter.section(u'|', 1, 1).section(u';', 0, 0).section(u'.', -1));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().constFirst();
+}
+
+std::optional<int> ScreenDialogs::chooseColor(const QString& title, int start)
+{
+    const QColor before(start & 0xff, (start >> 8) & 0xff, (start >> 16) & 0xff);
+    const QColor chosen = QColorDialog::getColor(before, owner(), title);
+    if (!chosen.isValid())
+        return std::nullopt;
+    return chosen.red() | chosen.green() << 8 | chosen.blue() << 16;
+}
+
+void ScreenDialogs::beginCommand()
+{
+    ++m_commandDepth;
+}
+
+void ScreenDialogs::endCommand()
+{
+    if (--m_commandDepth > 0)
+        return;
+    m_quiet = false;
+    const int passedOver = std::exchange(m_passedOver, 0);
+    if (passedOver > 0)
+        message(u"另有 %1 条消息没有显示。"_s.arg(passedOver), {}, Buttons::Ok, Icon::Warning);
+}
+
+} // namespace runtime

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/runtime/Dialogs.h"
+
+class QWidget;
+
+namespace runtime {
+
+/// The dialogs as windows. A trapped failure offers to show no more of them until the running command
+/// ends; only after that choice their number is told then.
+class ScreenDialogs : public Dialogs
+{
+public:
+    ScreenDialogs() : m_installed(*this) {}
+
+    Answer message(const QString& text, const QString& title, Buttons buttons, Icon icon) override;
+    void failure(const QString& text) override;
+    std::optional<QString> chooseFile(const QString& title, const QString& filter,
+                                      FileMode mode) override;
+    std::optional<int> chooseColor(const QString& title, int start) override;
+
+    /// A command of the user begins or ends; commands can nest (a screen opened by a menu item).
+    void beginCommand();
+    void endCommand();
+
+private:
+    int m_commandDepth = 0;
+    bool m_quiet = false;
+    int m_passedOver = 0;
+    InstalledDialogs m_installed;
+};
+
+/// One command of the user, from a click to the end of what it does.
+class CommandScope
+{
+public:
+    explicit CommandScope(ScreenDialogs& dialogs) : m_dialogs(dialogs) { dialogs.beginCommand(); }
+    ~CommandScope() { m_dialogs.endCommand(); }
+    CommandScope(const CommandScope&) = delete;
+    CommandScope& operator=(const CommandScope&) = delete;
+
+private:
+    ScreenDialogs& m_dialogs;
+};
+
+} // namespace runtime

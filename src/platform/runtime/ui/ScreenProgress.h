@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+
+#include <QElapsedTimer>
+
+#include "platform/runtime/Progress.h"
+
+class QDialog;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QWidget;
+
+namespace runtime {
+
+/// Progress in a small window with counts, a bar and 取消. It blocks all other input; the work stays on
+/// the one thread, and the windows are painted between its steps. The window appears only when the work
+/// takes longer than a moment.
+class ScreenProgress : public Progress
+{
+public:
+    explicit ScreenProgress(QWidget* parent);
+    ~ScreenProgress() override;
+
+    void report(const QString& text, int done, int total) override;
+    bool cancelled() const override { return m_cancelled; }
+
+private:
+    void paint();
+
+    std::unique_ptr<QDialog> m_window;
+    QLabel* m_text;
+    QLabel* m_counts;
+    QProgressBar* m_bar;
+    QElapsedTimer m_started;
+    QElapsedTimer m_painted;
+    bool m_cancelled = false;
+};
+
+} // namespace runtime
