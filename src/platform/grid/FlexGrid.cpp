@@ -1,0 +1,162 @@
+#include "platform/grid/FlexGrid.h"
+
+#include <algorithm>
+
+#include "platform/runtime/Error.h"
+
+namespace grid {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The key under which a size or alignment of all rows or columns is kept.
+constexpr int AllLines = -1;
+
+void setLine(std::map<int, int>& lines, int line, int number)
+{
+    if (line == AllLines)
+        lines.clear();
+    lines[line] = number;
+}
+
+int lineNumber(const std::map<int, int>& lines, int line, int otherwise)
+{
+    auto found = lines.find(line);
+    if (found == lines.end())
+        found = lines.find(AllLines);
+    return found == lines.end() ? otherwise : found->second;
+}
+
+/// Forgets what was set for the lines from `count` on; without any line, what was set for all too.
+void dropLines(std::map<int, int>& lines, int count)
+{
+    lines.erase(count == 0 ? lines.begin() : lines.lower_bound(count), lines.end());
+}
+
+void mark(std::set<int>& lines, int line, bool on)
+{
+    if (on)
+        lines.insert(line);
+    else
+        lines.erase(line);
+}
+
+void keepWithin(int& line, int count)
+{
+    line = std::clamp(line, 0, std::max(count - 1, 0));
+}
+
+enum class Whole { Included, Excluded };
+
+/// Throws if there is no such line; AllLines stands for the whole of them where that is `Included`.
+void checkLine(int line, int count, Whole whole = Whole::Included)
+{
+    const int least = whole == Whole::Included ? AllLines : 0;
+    if (line < least || line >= count)
+        throw runtime::Error(u"第 %1 行（列）在表格之外。"_s.arg(line));
+}
+
+void checkCount(int count)
+{
+    if (count < 0)
+        throw runtime::Error(u"表格的行数或列数不能是 %1。"_s.arg(count));
+}
+
+} // namespace
+
+FlexGrid::FlexGrid() : m_cells(2, std::vector<QString>(2)), m_cols(2) {}
+
+void FlexGrid::setRows(int rows)
+{
+    checkCount(rows);
+    if (rows < Rows()) {
+        dropLines(m_rowHeights, rows);
+        m_mergeRows.erase(m_mergeRows.lower_bound(rows), m_mergeRows.end());
+    }
+    m_cells.resize(size_t(rows), std::vector<QString>(size_t(m_cols)));
+    for (int* line : {&Row, &RowSel, &TopRow})
+        keepWithin(*line, rows);
+}
+
+void FlexGrid::setCols(int cols)
+{
+    checkCount(cols);
+    if (cols < m_cols) {
+        dropLines(m_colWidths, cols);
+        dropLines(m_colAlignments, cols);
+        m_mergeCols.erase(m_mergeCols.lower_bound(cols), m_mergeCols.end());
+    }
+    if (cols != m_cols) {
+        for (std::vector<QString>& row : m_cells)
+            row.resize(size_t(cols));
+    }
+    m_cols = cols;
+    for (int* line : {&Col, &ColSel})
+        keepWithin(*line, cols);
+}
+
+void FlexGrid::setColWidth(int col, int twips)
+{
+    checkLine(col, m_cols);
+    setLine(m_colWidths, col, twips);
+}
+
+int FlexGrid::ColWidth(int col) const
+{
+    checkLine(col, m_cols);
+    return lineNumber(m_colWidths, col, DefaultColWidth);
+}
+
+void FlexGrid::setRowHeight(int row, int twips)
+{
+    checkLine(row, Rows());
+    setLine(m_rowHeights, row, twips);
+}
+
+int FlexGrid::RowHeight(int row) const
+{
+    checkLine(row, Rows());
+    return lineNumber(m_rowHeights, row, DefaultRowHeight);
+}
+
+void FlexGrid::setColAlignment(int col, int alignment)
+{
+    checkLine(col, m_cols);
+    setLine(m_colAlignments, col, alignment);
+}
+
+int FlexGrid::ColAlignment(int col) const
+{
+    checkLine(col, m_cols);
+    return lineNumber(m_colAlignments, col, DefaultColAlignment);
+}
+
+void FlexGrid::setMergeRow(int row, bool merge)
+{
+    checkLine(row, Rows(), Whole::Excluded);
+    mark(m_mergeRows, row, merge);
+}
+
+bool FlexGrid::MergeRow(int row) const
+{
+    return m_mergeRows.count(row) > 0;
+}
+
+void FlexGrid::setMergeCol(int col, bool merge)
+{
+    checkLine(col, m_cols, Whole::Excluded);
+    mark(m_mergeCols, col, merge);
+}
+
+bool FlexGrid::MergeCol(int col) const
+{
+    return m_mergeCols.count(col) > 0;
+}
+
+void FlexGrid::refuseCell(int row, int col) const
+{
+    throw runtime::Error(u"单元格（第 %1 行，第 %2 列）在表格之外。"_s.arg(row).arg(col));
+}
+
+} // namespace grid
