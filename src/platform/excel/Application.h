@@ -1,0 +1,58 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/excel/Workbook.h"
+
+namespace excel {
+
+/// A spreadsheet instance with its open workbooks. Quitting one leaves the others' books open.
+class Application
+{
+public:
+    /// The open workbooks, counted from 1 in the order of their opening.
+    class BookList
+    {
+    public:
+        int Count() const;
+        /// Throws runtime::Error if there is no such workbook.
+        Workbook& Item(int index) const;
+        /// Reads a workbook file. Throws ReadError with a sentence that says what is wrong with it.
+        Workbook& Open(const QString& path) const;
+        /// A new workbook with the sheets Sheet1 to Sheet3.
+        Workbook& Add() const;
+
+    private:
+        friend class Application;
+        explicit BookList(Application& application) : m_application(application) {}
+        Application& m_application;
+    };
+
+    Application() = default;
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    /// Throws runtime::Error after Quit.
+    BookList Workbooks();
+
+    bool Visible() const;
+    void setVisible(bool visible);
+
+    /// Closes the workbooks without asking and ends the instance. Quitting twice does nothing.
+    void Quit();
+    /// False after Quit.
+    bool isRunning() const { return m_running; }
+
+private:
+    void check() const;
+    std::vector<Workbook*> openBooks() const;
+    Workbook& keep(std::unique_ptr<Workbook> book);
+
+    // Closed books stay: screens may still hold references to them.
+    std::vector<std::unique_ptr<Workbook>> m_books;
+    bool m_visible = false;
+    bool m_running = true;
+};
+
+} // namespace excel

@@ -1,0 +1,127 @@
+#include "platform/excel/CellTable.h"
+
+#include <algorithm>
+
+namespace excel {
+
+namespace {
+
+const runtime::Value emptyCell;
+
+bool beforeColumn(const Cell& cell, int column)
+{
+    return cell.column < column;
+}
+
+/// Leaves the last one of several cells with the same column.
+void keepLastOfEach(std::vector<Cell>& cells)
+{
+    size_t kept = 0;
+    for (size_t i = 0; i < cells.size(); ++i) {
+        if (i + 1 < cells.size() && cells[i + 1].column == cells[i].column)
+            continue;
+        if (kept != i)
+            cells[kept] = std::move(cells[i]);
+        ++kept;
+    }
+    cells.erase(cells.begin() + std::ptrdiff_t(kept), cells.end());
+}
+
+void settleRow(Row& row)
+{
+    const auto byColumn = [](const Cell& a, const Cell& b) { return a.column < b.column; };
+    if (!std::is_sorted(row.cells.begin(), row.cells.end(), byColumn))
+        std::stable_sort(row.cells.begin(), row.cells.end(), byColumn);
+    keepLastOfEach(row.cells);
+}
+
+} // namespace
+
+const Row* CellTable::row(int number) const
+{
+    const size_t page = size_t(number - 1) / rowsPerPage;
+    if (page >= m_pages.size() || m_pages[page] == nullptr)
+        return nullptr;
+    return &(*m_pages[page])[size_t(number - 1) % rowsPerPage];
+}
+
+bool CellTable::lacksPageFor(int row) const
+{
+    return this->row(row) == nullptr;
+}
+
+Row& CellTable::makeRow(int number)
+{
+    const size_t page = size_t(number - 1) / rowsPerPage;
+    if (page >= m_pages.size())
+        m_pages.resize(page + 1);
+    if (m_pages[page] == nullptr)
+        m_pages[page] = std::make_unique<Page>();
+    return (*m_pages[page])[size_t(number - 1) % rowsPerPage];
+}
+
+const runtime::Value& CellTable::value(int row, int column) const
+{
+    const Row* found = this->row(row);
+    if (found == nullptr || found->cells.empty())
+        return emptyCell;
+    const std::vector<Cell>& cells = found->cells;
+    // Most rows are filled from column 1 without gaps.
+    const size_t likely = std::min(size_t(column), cells.size()) - 1;
+    if (cells[likely].column == column)
+        return cells[likely].value;
+    const auto place = std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
+    return place != cells.end() && place->column == column ? place->value : emptyCell;
+}
+
+void CellTable::set(int row, int column, runtime::Value value)
+{
+    if (value.isNull() && this->row(row) == nullptr)
+        return;
+    std::vector<Cell>& cells = makeRow(row).cells;
+    const auto place = std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
+    const bool found = place != cells.end() && place->column == column;
+    if (value.isNull()) {
+        if (found)
+            cells.erase(place);
+        return;
+    }
+    if (found)
+        place->value = std::move(value);
+    else
+        cells.insert(place, Cell{column, std::move(value)});
+    markUsed(row, column);
+}
+
+void CellTable::append(int row, int column, runtime::Value value)
+{
+    std::vector<Cell>& cells = makeRow(row).cells;
+    if (!cells.empty() && cells.back().column >= column)
+        m_disordered = true;
+    cells.push_back(Cell{column, std::move(value)});
+    markUsed(row, column);
+}
+
+void CellTable::settle()
+{
+    if (!m_disordered)
+        return;
+    for (const std::unique_ptr<Page>& page : m_pages) {
+        if (page != nullptr)
+            std::for_each(page->begin(), page->end(), settleRow);
+    }
+    m_disordered = false;
+}
+
+void CellTable::markUsed(int row, int column)
+{
+    m_lastRow = std::max(m_lastRow, row);
+    m_lastColumn = std::max(m_lastColumn, column);
+}
+
+void CellTable::clear()
+{
+    *this = CellTable();
+}
+
+} // namespace excel

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "platform/runtime/Value.h"
+
+namespace excel {
+
+/// Size of a sheet's grid; rows and columns count from 1.
+constexpr int lastGridRow = 1048576;
+constexpr int lastGridColumn = 16384;
+
+struct Cell
+{
+    int column;
+    runtime::Value value;
+};
+
+struct Row
+{
+    /// Height of a row in points that nobody set.
+    static constexpr float defaultHeight = -1;
+
+    std::vector<Cell> cells; // ascending by column
+    float height = defaultHeight;
+    bool hidden = false;
+};
+
+/// The filled cells of a sheet and its row properties. Rows stand in pages that exist only where
+/// something is, so that a lone cell at the far end of the grid costs next to nothing.
+class CellTable
+{
+public:
+    static constexpr int rowsPerPage = 256;
+
+    /// The cell's content, Null if it is empty.
+    const runtime::Value& value(int row, int column) const;
+
+    /// Null empties the cell.
+    void set(int row, int column, runtime::Value value);
+
+    /// For readers: adds a cell without looking for an older one; `settle` must follow the last.
+    void append(int row, int column, runtime::Value value);
+
+    /// Brings cells that were appended out of order into order; the last one of a place stays.
+    void settle();
+
+    /// A cell that counts as used without a content, such as a formula that has no result.
+    void markUsed(int row, int column);
+
+    /// The row, or null if nothing is in it.
+    const Row* row(int number) const;
+    Row& makeRow(int number);
+
+    /// True if the next `makeRow` of this number has to make a page.
+    bool lacksPageFor(int row) const;
+
+    /// The largest row and column that were ever used, 0 if there is none.
+    int lastRow() const { return m_lastRow; }
+    int lastColumn() const { return m_lastColumn; }
+
+    void clear();
+
+private:
+    using Page = std::array<Row, rowsPerPage>;
+
+    std::vector<std::unique_ptr<Page>> m_pages;
+    int m_lastRow = 0;
+    int m_lastColumn = 0;
+    bool m_disordered = false;
+};
+
+} // namespace excel

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+
+#include <QByteArray>
+
+#include "platform/excel/Workbook.h"
+#include "platform/excel/readers/Budget.h"
+
+namespace excel {
+
+/// Reads the record stream of an .xls file (versions 5 to 8). Throws ReadFailure.
+std::unique_ptr<Workbook> readXls(const QString& path, const QByteArray& stream, Budget& budget);
+
+} // namespace excel
