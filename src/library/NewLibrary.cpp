@@ -1,0 +1,132 @@
+#include "library/NewLibrary.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include "platform/jet/Error.h"
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Text.h"
+#include "platform/runtime/Trap.h"
+
+namespace library {
+
+using namespace Qt::StringLiterals;
+using runtime::Answer;
+using runtime::Buttons;
+using runtime::Icon;
+using runtime::MsgBox;
+using runtime::Trap;
+
+namespace {
+
+const Trap trap{" - Private Sub Command1_Click/FormNew"};
+
+} // namespace
+
+void NewLibrary::init()
+{
+    QStringList lines;
+    runtime::ReadTxtSet(m_library.paths().dataFile(u"科目.txt"_s), lists.subjects);
+    runtime::ReadTxtSet(m_library.paths().dataFile(u"总分公式.txt"_s), lines);
+    lists.totals.clear();
+    lists.formulas.clear();
+    for (const QString& line : std::as_const(lines)) {
+        lists.totals.append(line.section(u'=', 0, 0));
+        lists.formulas.append(line.section(u'=', 1, 1));
+    }
+}
+
+QString NewLibrary::formulaLine(const QString& subject) const
+{
+    const qsizetype found = lists.totals.lastIndexOf(subject);
+    return found < 0 ? QString() : lists.totals[found] + u'=' + lists.formulas[found];
+}
+
+bool NewLibrary::checkSelected(const QStringList& subjects)
+{
+    if (subjects.isEmpty())
+        MsgBox(u"请选择科目！"_s, {}, Buttons::Ok, Icon::Warning);
+    return !subjects.isEmpty();
+}
+
+bool NewLibrary::createAsked(const QStringList& subjects, const QString& path)
+{
+    if (!checkSelected(subjects))
+        return false;
+    m_library.LibPath = path;
+    if (QFileInfo::exists(path)
+        && MsgBox(u"文件已存在,是否覆盖原文件？"_s, u"文件已存在"_s, Buttons::OkCancel,
+                  Icon::Question)
+            == Answer::Cancel) {
+        MsgBox(u"用户取消，新建成绩库失败。"_s);
+        return false;
+    }
+    if (path.isEmpty())
+        return false;
+    create(subjects);
+    if (!m_library.Conn.isOpen() || m_library.LibPath.isEmpty())
+        return false;
+    MsgBox(u"新建数据库成功，现在将设置学生信息。"_s);
+    return true;
+}
+
+void NewLibrary::create(const QStringList& subjects)
+{
+    trap([&] { copyTemplate(); });
+    m_library.Conn.Close();
+    m_library.OpenDB();
+    if (m_library.Conn.isOpen()) {
+        trap([&] {
+            jet::WriteBatch batch(m_library.Conn);
+            addColumns(subjects);
+            batch.commit();
+        });
+    }
+    m_library.catalogue.GetKSXX();
+    m_library.catalogue.ExamList.clear();
+    m_library.notifyChanged();
+}
+
+void NewLibrary::copyTemplate() const
+{
+    const QString target = m_library.LibPath;
+    if (m_library.Conn.isOpen()
+        && QFileInfo(target).canonicalFilePath()
+            == QFileInfo(m_library.Conn.path()).canonicalFilePath())
+        throw runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(target));
+    QFile source(m_library.paths().templateFile());
+    if (!source.open(QIODevice::ReadOnly))
+        throw runtime::Error(
+            u"找不到空白成绩库 %1（%2）。"_s.arg(source.fileName(), source.errorString()));
+    // A half-written library never stands under the name that the user chose.
+    QSaveFile copy(target);
+    if (!copy.open(QIODevice::WriteOnly) || copy.write(source.readAll()) < 0 || !copy.commit())
+        throw runtime::Error(u"无法写入文件 %1（%2）。"_s.arg(target, copy.errorString()));
+}
+
+void NewLibrary::addColumns(const QStringList& subjects)
+{
+    const auto execute = [&](const QString& table, const QString& column, const QString& type) {
+        trap([&] {
+            m_library.Conn.Execute(u"ALTER TABLE "_s + table + u" add COLUMN "_s + column + type);
+        });
+    };
+    const QString scores = u"成绩表"_s;
+    for (const QString& subject : subjects) {
+        execute(scores, subject, u" Single"_s);
+        execute(scores, subject + u"年名"_s, u" long"_s);
+        execute(scores, subject + u"班名"_s, u" long"_s);
+        execute(scores, subject + u"Z分"_s, u" Double"_s);
+        execute(scores, subject + u"T分"_s, u" Double"_s);
+        const bool total = Catalogue::isTotal(subject);
+        execute(u"考试名称表"_s, subject, total ? u" text(50)"_s : u" Single"_s);
+        execute(u"教师表"_s, subject, u" text(50)"_s);
+    }
+    for (const QString& subject : subjects) {
+        if (Catalogue::isTotal(subject))
+            execute(scores, subject + u"T分年名"_s, u" long"_s);
+    }
+    execute(scores, u"备注"_s, u" memo"_s);
+}
+
+} // namespace library

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QStringList>
+
+#include "library/ScoreLibrary.h"
+
+namespace library {
+
+/// Subjects and total formulas that a new library is offered, from the text files of data/.
+struct NewLibraryLists
+{
+    QStringList subjects;
+    /// Names of totals and their formulas, in step.
+    QStringList totals;
+    QStringList formulas;
+};
+
+/// What the screen "新建成绩库" knows and does, without its window.
+class NewLibrary
+{
+public:
+    explicit NewLibrary(ScoreLibrary& scoreLibrary) : m_library(scoreLibrary) {}
+
+    NewLibraryLists lists;
+
+    /// Loads the lists from 科目.txt and 总分公式.txt.
+    void init();
+
+    /// "total=formula" of the last formula line of that name, or "".
+    QString formulaLine(const QString& subject) const;
+
+    /// True if a subject is selected; otherwise the message that asks for one.
+    static bool checkSelected(const QStringList& subjects);
+
+    /// Takes `path` as LibPath and makes the library there, after asking if the file exists. False if
+    /// nothing was made: no subject, no path (silently), or refused.
+    bool createAsked(const QStringList& subjects, const QString& path);
+
+    /// Makes the library at LibPath: copies the template over it, opens it and adds the columns of the
+    /// subjects, in the order given. A failing statement is shown and the next one runs.
+    void create(const QStringList& subjects);
+
+private:
+    void copyTemplate() const;
+    void addColumns(const QStringList& subjects);
+
+    ScoreLibrary& m_library;
+};
+
+} // namespace library

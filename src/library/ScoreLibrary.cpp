@@ -1,0 +1,119 @@
+#include "library/ScoreLibrary.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "library/LibraryShape.h"
+#include "platform/jet/Error.h"
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Text.h"
+#include "platform/runtime/Trap.h"
+
+namespace library {
+
+using namespace Qt::StringLiterals;
+using runtime::Trap;
+
+namespace {
+
+/// Both kinds of slash separate folders.
+qsizetype lastSeparator(const QString& path)
+{
+    return std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
+}
+
+} // namespace
+
+ScoreLibrary::ScoreLibrary(const runtime::AppPaths& paths)
+    : catalogue(Conn), settings(Conn), m_paths(paths)
+{
+}
+
+ScoreLibrary::~ScoreLibrary() = default;
+
+void ScoreLibrary::OpenDB()
+{
+    const Trap trap{" - Public Sub OpenDB/Mdl_MDB"};
+    if (!QFileInfo(LibPath).isFile()) {
+        runtime::MsgBox(LibPath + u"\n库文件不存在！"_s, {}, runtime::Buttons::Ok,
+                        runtime::Icon::Warning);
+        LibPath.clear();
+        return;
+    }
+    const qsizetype separator = lastSeparator(LibPath);
+    if (separator < 0)
+        return;
+    LibFolder = LibPath.left(separator);
+    if (!trap([&] { Conn.Open(LibPath, libraryShape()); })) {
+        LibPath.clear();
+        return;
+    }
+    catalogue.GetKeLei();
+    catalogue.GetKSXX();
+    Q_EMIT opened();
+}
+
+void ScoreLibrary::notifyChanged()
+{
+    Q_EMIT changed();
+}
+
+QString ScoreLibrary::GetName(const QString& path)
+{
+    return runtime::Right(path.mid(lastSeparator(path) + 1), 50);
+}
+
+void ScoreLibrary::GetBin(const jet::Field& field, const QString& fileName)
+{
+    const Trap trap{" - Sub GetBin/Mdl_MDB"};
+    trap([&] {
+        const qint64 size = field.ActualSize();
+        if (size <= 0)
+            return;
+        QFile file(fileName);
+        if (!file.open(QIODevice::WriteOnly) || file.write(field.GetChunk(size)) != size)
+            throw runtime::Error(
+                u"无法写入文件 %1（%2）。"_s.arg(fileName, file.errorString()));
+    });
+}
+
+void ScoreLibrary::SaveBin(const QString& fileName, jet::Field field)
+{
+    const Trap trap{" - Sub SaveBin/Mdl_MDB"};
+    trap([&] {
+        QFile file(fileName);
+        if (!file.open(QIODevice::ReadOnly))
+            throw runtime::Error(
+                u"无法读取文件 %1（%2）。"_s.arg(fileName, file.errorString()));
+        field.AppendChunk(file.readAll());
+    });
+}
+
+QString ScoreLibrary::GetPic(qint64 id)
+{
+    const Trap trap{" - Function GetPic/Mdl_MDB"};
+    QString picture;
+    trap([&] {
+        jet::Recordset rows;
+        rows.Open(u"select *  from 信息表 where id="_s + QString::number(id), Conn);
+        const QString name = rows.Fields(u"照片名"_s).Value().text();
+        if (runtime::Trim(name).isEmpty())
+            return;
+        picture = m_paths.dataFile(u"tmp.tmp"_s);
+        GetBin(rows.Fields(u"照片"_s), picture);
+    });
+    return picture;
+}
+
+runtime::Value ScoreLibrary::studentId(const runtime::Value& classNumber,
+                                       const runtime::Value& number)
+{
+    jet::Statement& student = Conn.prepared(
+        u"select ID from 信息表 where 班级=? and 学号=? order by rowid limit 1"_s);
+    student.bind({classNumber, number});
+    const runtime::Value id = student.step() ? student.value(0) : runtime::Value();
+    student.finish();
+    return id;
+}
+
+} // namespace library

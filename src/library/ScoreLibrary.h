@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+
+#include "library/Catalogue.h"
+#include "library/Settings.h"
+#include "platform/jet/Connection.h"
+#include "platform/jet/Recordset.h"
+#include "platform/runtime/AppPaths.h"
+
+namespace library {
+
+/// The open score library: its connection, its path, what is known about it, and its settings.
+/// It tells of changes by signals and knows no screen.
+class ScoreLibrary : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ScoreLibrary(const runtime::AppPaths& paths);
+    ~ScoreLibrary() override;
+
+    /// Full path of the open library; "" when none is open. Callers set it, then call OpenDB. It is a
+    /// text of its own and can name a file that is not open.
+    QString LibPath;
+    /// LibPath up to, and not including, its last slash.
+    QString LibFolder;
+
+    /// The connection to the open library.
+    jet::Connection Conn;
+    Catalogue catalogue;
+    Settings settings;
+
+    /// Opens the file that LibPath names and loads its structure; tells by opened(). A file that does
+    /// not exist, or cannot be opened, is shown in a message and clears LibPath; a library open before
+    /// stays open.
+    void OpenDB();
+
+    /// Tells the screens that exams, students or settings changed.
+    void notifyChanged();
+
+    const runtime::AppPaths& paths() const { return m_paths; }
+
+    /// The part behind the last slash or backslash, cut to its last 50 characters.
+    static QString GetName(const QString& path);
+    /// Writes the bytes of a binary field to a file, replacing it; an empty field writes nothing.
+    void GetBin(const jet::Field& field, const QString& fileName);
+    /// Puts the bytes of a file into a binary field.
+    void SaveBin(const QString& fileName, jet::Field field);
+    /// Writes the student's picture to the one scratch file of data/ and gives its name; "" if the
+    /// student has no 照片名.
+    QString GetPic(qint64 id);
+
+    /// The ID in 信息表 of the first student of that class and number, or Null.
+    runtime::Value studentId(const runtime::Value& classNumber, const runtime::Value& number);
+
+Q_SIGNALS:
+    /// A library was opened; its lists stand.
+    void opened();
+    /// Exams, students or settings of the open library changed.
+    void changed();
+
+private:
+    runtime::AppPaths m_paths;
+};
+
+/// Copies the library to LIB_YYYY-MM-DD_HHMM.bak beside it and removes all but the newest five such
+/// copies. Throws runtime::Error if the copy cannot be written; nothing is harmed then.
+QString backUpLibrary(const QString& libraryPath, const QDateTime& now);
+
+} // namespace library

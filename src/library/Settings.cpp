@@ -1,0 +1,110 @@
+#include "library/Settings.h"
+
+#include "platform/jet/Recordset.h"
+#include "platform/runtime/Text.h"
+#include "platform/runtime/Trap.h"
+
+namespace library {
+
+using namespace Qt::StringLiterals;
+using runtime::Trap;
+
+namespace {
+
+/// One field of the row of 设置表 with that name, or "".
+QString settingField(jet::Connection& conn, const QString& name, const QString& field)
+{
+    jet::Recordset rows;
+    rows.Open(u"select * from 设置表 where 名称='"_s + name + u"'"_s, conn);
+    return rows.RecordCount() > 0 ? rows.Fields(field).Value().text() : QString();
+}
+
+} // namespace
+
+QString Settings::GetSZ(const QString& name)
+{
+    const Trap trap{" - Function GetSZ/Mdl_MDB"};
+    QString value;
+    trap([&] { value = settingField(m_conn, name, u"设置"_s); });
+    return value;
+}
+
+QString Settings::GetSZJR(const QString& name)
+{
+    const Trap trap{" - Function GetSZJR/Mdl_MDB"};
+    QString value;
+    trap([&] { value = settingField(m_conn, name, u"加入综合分析"_s); });
+    return value;
+}
+
+QString Settings::GetXXSZ(const QString& name, const QString& stream, const QString& subject)
+{
+    const Trap trap{" - Function GetXXSZ/Mdl_MDB"};
+    QString condition;
+    trap([&] {
+        jet::Recordset rows;
+        rows.Open(u"select * from 详细设置表 where 设置名称='"_s + name + u"' and 科类='"_s + stream
+                      + u"' and 科目='"_s + subject + u"'"_s,
+                  m_conn);
+        if (rows.RecordCount() == 0)
+            return;
+        const auto field = [&](const QString& column) { return rows.Fields(column).Value().text(); };
+        condition = subject + field(u"条件1"_s) + field(u"分数1"_s) + u" and "_s + subject
+            + field(u"条件2"_s) + field(u"分数2"_s);
+    });
+    return condition;
+}
+
+void Settings::GetTJLB()
+{
+    const Trap trap{" - Sub GetTJLB/Mdl_MDB"};
+    trap([&] {
+        CategoryFilter.clear();
+        const QString codes = GetSZ(u"参与统计的学生类别代码"_s);
+        if (codes == u"(全部)"_s || codes.isEmpty())
+            return;
+        CategoryFilter = u" and ("_s
+            + GetSouSuoChuan(codes, u","_s, u"类别代码"_s, Joiner::Or, Quote::None) + u")"_s;
+    });
+}
+
+QString Settings::GetSouSuoChuan(const QString& text, const QString& separator,
+                                 const QString& field, Joiner joiner, Quote quote)
+{
+    const Trap trap{" - Function GetSouSuoChuan/Mdl_MDB"};
+    QString condition;
+    trap([&] {
+        const QString mark = quote == Quote::None ? QString() : u"'"_s;
+        const QString join = joiner == Joiner::And ? u" And "_s : u" or "_s;
+        // Splitting an empty text gives no token.
+        const QStringList tokens = text.isEmpty() ? QStringList() : text.split(separator);
+        for (const QString& token : tokens)
+            condition += field + u"="_s + mark + token + mark + join;
+        if (!condition.isEmpty())
+            condition = runtime::DelLast(condition, int(join.size()));
+    });
+    return condition;
+}
+
+void Settings::GetZDYXS(const QString& name)
+{
+    const Trap trap{" - Sub GetZDYXS/Mdl_MDB"};
+    trap([&] {
+        DisplayItems.clear();
+        jet::Recordset rows;
+        rows.Open(u"select * from 自定义显示表 where 项目名称='"_s + name + u"'"_s, m_conn);
+        if (rows.RecordCount() == 0)
+            return;
+        const jet::TableColumns& fields = m_conn.columns(u"成绩表"_s);
+        const QString stored = rows.Fields(u"显示项目"_s).Value().text();
+        for (const QString& token : stored.split(u',')) {
+            const bool known = std::any_of(fields.begin(), fields.end(), [&](const jet::Column& c) {
+                return c.name == token;
+            });
+            if (known)
+                DisplayItems.append(token);
+        }
+    });
+}
+
+} // namespace library

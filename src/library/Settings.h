@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "platform/jet/Connection.h"
+
+namespace library {
+
+enum class Joiner { And = 1, Or = 2 };
+enum class Quote { None = 1, Single = 2 };
+
+/// Reads the analysis settings that the library carries. Failures are shown with the routine's tag.
+class Settings
+{
+public:
+    explicit Settings(jet::Connection& connection) : m_conn(connection) {}
+
+    /// Condition on 类别代码 with " and (" in front, or empty; set by GetTJLB and by the workbench,
+    /// appended to the WHERE clause of every statistic.
+    QString CategoryFilter;
+    /// Columns that browsing and export show, in order; filled by GetZDYXS and the workbench.
+    QStringList DisplayItems;
+
+    /// 设置 of the row of that name, or "".
+    QString GetSZ(const QString& name);
+    /// 加入综合分析 of the row of that name, or "".
+    QString GetSZJR(const QString& name);
+    /// The per-subject condition as SQL, such as "语文>=90 and 语文<100", or "".
+    QString GetXXSZ(const QString& name, const QString& stream, const QString& subject);
+    /// Sets CategoryFilter from 参与统计的学生类别代码.
+    void GetTJLB();
+    /// `field`=token for each token of `text`, joined.
+    QString GetSouSuoChuan(const QString& text, const QString& separator, const QString& field,
+                           Joiner joiner, Quote quote);
+    /// Fills DisplayItems from the stored selection of that name; columns that are gone drop out.
+    void GetZDYXS(const QString& name);
+
+private:
+    jet::Connection& m_conn;
+};
+
+} // namespace library

@@ -1,0 +1,41 @@
+// Makes the empty score library from its SQL texts: make_template OUT SQL...
+// It runs while the program is built, so it needs nothing of ours.
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+bool runFile(sqlite3* db, const char* path)
+{
+    const std::ifstream in(path);
+    std::ostringstream text;
+    text << in.rdbuf();
+    char* message = nullptr;
+    if (in && sqlite3_exec(db, text.str().c_str(), nullptr, nullptr, &message) == SQLITE_OK)
+        return true;
+    std::fprintf(stderr, "%s: %s\n", path, message ? message : "cannot be read");
+    sqlite3_free(message);
+    return false;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 3) {
+        std::fprintf(stderr, "usage: make_template OUT SQL...\n");
+        return 2;
+    }
+    std::remove(argv[1]);
+    sqlite3* db = nullptr;
+    bool good = sqlite3_open(argv[1], &db) == SQLITE_OK;
+    for (int i = 2; good && i < argc; ++i)
+        good = runFile(db, argv[i]);
+    good = sqlite3_close(db) == SQLITE_OK && good;
+    if (!good)
+        std::remove(argv[1]);
+    return good ? 0 : 1;
+}
