@@ -1,0 +1,33 @@
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "scoring/ExamTable.h"
+
+namespace scoring {
+
+/// The tables of one exam by stream, each read when it is first needed.
+class ExamTables
+{
+public:
+    ExamTables(jet::Connection& connection, const QString& exam)
+        : m_conn(connection), m_exam(exam)
+    {
+    }
+
+    /// Throws jet::Error.
+    ExamTable& of(const QString& stream);
+
+    /// Writes all of them in one batch. Throws jet::Error; the exam is as before then.
+    void write();
+
+    const QString& exam() const { return m_exam; }
+
+private:
+    jet::Connection& m_conn;
+    QString m_exam;
+    std::map<QString, std::unique_ptr<ExamTable>> m_tables;
+};
+
+} // namespace scoring

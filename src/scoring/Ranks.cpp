@@ -1,0 +1,251 @@
+#include "scoring/Ranks.h"
+
+#include <numeric>
+
+#include "platform/grid/FlexGrid.h"
+#include "platform/jet/Recordset.h"
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trap.h"
+
+namespace scoring {
+
+using namespace Qt::StringLiterals;
+using runtime::Trap;
+
+namespace {
+
+const Trap trap{" - Sub PaiMC/Mdl_MDB"};
+
+/// Rows in the order of a descending sort: NULL last, equal values in row order.
+std::vector<size_t> descending(const TableColumn& column, size_t rows)
+{
+    std::vector<size_t> order(rows);
+    std::iota(order.begin(), order.end(), size_t(0));
+    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
+        if (column.isNull(a) || column.isNull(b))
+            return !column.isNull(a) && column.isNull(b);
+        return column.value(a) > column.value(b);
+    });
+    return order;
+}
+
+/// Competition ranks (1, 2, 2, 4) of one group whose rows come in descending order. A NULL passes every
+/// test and takes the rank in force.
+class RankRule
+{
+public:
+    /// Counts a row that takes no rank of its own.
+    void pass(const TableColumn& column, size_t row)
+    {
+        if (m_position == 0)
+            next(column, row);
+        else
+            ++m_position;
+    }
+
+    qint64 next(const TableColumn& column, size_t row)
+    {
+        ++m_position;
+        const bool null = column.isNull(row);
+        const double value = column.value(row);
+        if (m_position == 1) {
+            m_last = value;
+            m_lastNull = null;
+        } else if (!null && !m_lastNull && value < m_last) {
+            m_rank = m_position;
+            m_last = value;
+        }
+        return m_rank;
+    }
+
+private:
+    qint64 m_position = 0;
+    qint64 m_rank = 1;
+    double m_last = 0;
+    bool m_lastNull = false;
+};
+
+/// A negative score is an absence: it stands in the rank column itself and leaves the rank in force alone.
+void storeRank(TableColumn& ranks, const TableColumn& scores, size_t row, RankRule& rule)
+{
+    if (scores.absent(row)) {
+        rule.pass(scores, row);
+        ranks.set(row, scores.value(row));
+    } else {
+        ranks.set(row, double(rule.next(scores, row)));
+    }
+}
+
+void failEachRow(const QString& name, size_t rows)
+{
+    for (size_t row = 0; row < rows; ++row)
+        trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+}
+
+/// What is ranked of a stream: the grade, classes, or both.
+struct Groups
+{
+    bool grade;
+    /// Position of each row's class among the ranked ones; -1 for a class that is not ranked.
+    std::vector<int> classOfRow;
+    size_t classCount;
+};
+
+Groups groupsOf(const ExamTable& table, bool grade, const std::vector<double>& classes)
+{
+    Groups groups{grade, {}, classes.size()};
+    for (const double number : table.classes()) {
+        const auto found = std::find(classes.begin(), classes.end(), number);
+        groups.classOfRow.push_back(found == classes.end() ? -1 : int(found - classes.begin()));
+    }
+    return groups;
+}
+
+size_t rowsInClasses(const Groups& groups)
+{
+    return size_t(std::count_if(groups.classOfRow.begin(), groups.classOfRow.end(),
+                                [](int position) { return position >= 0; }));
+}
+
+void rankGrade(ExamTable& table, const TableColumn& scores, const std::vector<size_t>& order,
+               const QString& rankName)
+{
+    TableColumn* ranks = table.column(rankName);
+    if (!ranks)
+        return failEachRow(rankName, table.rowCount());
+    RankRule rule;
+    for (const size_t row : order)
+        storeRank(*ranks, scores, row, rule);
+}
+
+void rankClasses(ExamTable& table, const TableColumn& scores, const std::vector<size_t>& order,
+                 const Groups& groups, const QString& rankName)
+{
+    TableColumn* ranks = table.column(rankName);
+    if (!ranks)
+        return failEachRow(rankName, rowsInClasses(groups));
+    std::vector<RankRule> rules(groups.classCount);
+    for (const size_t row : order) {
+        const int group = groups.classOfRow[row];
+        if (group >= 0)
+            storeRank(*ranks, scores, row, rules[size_t(group)]);
+    }
+}
+
+/// Grade ranks of a total by its T score; here every row has a rank, absent or not.
+void rankByT(ExamTable& table, const QString& total)
+{
+    const QString name = total + u"T分"_s;
+    const TableColumn* scores = table.column(name);
+    if (!scores)
+        return trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+    TableColumn* ranks = table.column(name + u"年名"_s);
+    if (!ranks)
+        return failEachRow(name + u"年名"_s, table.rowCount());
+    RankRule rule;
+    for (const size_t row : descending(*scores, table.rowCount()))
+        ranks->set(row, double(rule.next(*scores, row)));
+}
+
+void rankColumn(ExamTable& table, const QString& name, const Groups& groups)
+{
+    const TableColumn* scores = table.column(name);
+    if (!scores)
+        return trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+    const std::vector<size_t> order = descending(*scores, table.rowCount());
+    if (groups.grade)
+        rankGrade(table, *scores, order, name + u"年名"_s);
+    if (groups.classCount > 0)
+        rankClasses(table, *scores, order, groups, name + u"班名"_s);
+    if (groups.grade && library::Catalogue::isTotal(name))
+        rankByT(table, name);
+}
+
+void rankStream(Scoring& scoring, ExamTables& tables, const QString& stream, bool grade,
+                const std::vector<double>& classes)
+{
+    library::Catalogue& catalogue = scoring.library().catalogue;
+    catalogue.GetKSKMZF(tables.exam(), stream);
+    ExamTable& table = tables.of(stream);
+    if (table.rowCount() == 0)
+        return;
+    const Groups groups = groupsOf(table, grade, classes);
+    for (const QString& name : std::as_const(catalogue.ExamColumns.names))
+        rankColumn(table, name, groups);
+}
+
+std::vector<double> classesOf(jet::Connection& conn, const QString& stream)
+{
+    std::vector<double> classes;
+    jet::Recordset rows;
+    rows.Open(u"select distinct 班级  from 信息表 where 科类='"_s + stream + u"'"_s, conn);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const double number = runtime::Val(rows.Fields(0).Value());
+        // Class 0 would mean the grade.
+        if (number > 0)
+            classes.push_back(number);
+    }
+    return classes;
+}
+
+} // namespace
+
+void computeRanks(Scoring& scoring, ExamTables& tables)
+{
+    const Trap all{" - Sub PanNJBjMC/Mdl_MDB"};
+    jet::Recordset streams;
+    if (!all([&] {
+            streams.Open(u"select distinct 科类 from 信息表"_s, scoring.library().Conn);
+        }))
+        return;
+    for (; !streams.Eof(); streams.MoveNext()) {
+        const QString stream = streams.Fields(0).Value().text();
+        std::vector<double> classes;
+        all([&] { classes = classesOf(scoring.library().Conn, stream); });
+        rankStream(scoring, tables, stream, true, classes);
+    }
+}
+
+void computeGroupRanks(Scoring& scoring, ExamTables& tables, const QString& stream,
+                       double classNumber)
+{
+    if (classNumber == 0)
+        rankStream(scoring, tables, stream, true, {});
+    else
+        rankStream(scoring, tables, stream, false, {classNumber});
+}
+
+void MyPaiXU(QStringList& values)
+{
+    const Trap sorting{" - Sub MyPaiXU/Mdl_MDB"};
+    sorting([&] {
+        const int count = int(values.size());
+        grid::FlexGrid MFGPaiXu;
+        MFGPaiXu.FixedRows = 0;
+        MFGPaiXu.FixedCols = 0;
+        MFGPaiXu.setRows(count);
+        MFGPaiXu.setCols(3);
+        for (int i = 0; i < count; ++i) {
+            MFGPaiXu.setTextMatrix(i, 0, QString::number(i));
+            MFGPaiXu.setTextMatrix(i, 1, values[i]);
+        }
+        grid::MFGSort(MFGPaiXu, 1, grid::SortKind::Numeric, grid::SortOrder::Descending);
+        double last = 0;
+        int rank = 1;
+        for (int i = 0; i < count; ++i) {
+            const double value = runtime::Val(MFGPaiXu.TextMatrix(i, 1));
+            if (i == 0 || value < last) {
+                rank = i + 1;
+                last = value;
+            }
+            MFGPaiXu.setTextMatrix(i, 2, QString::number(rank));
+        }
+        grid::MFGSort(MFGPaiXu, 0, grid::SortKind::Numeric, grid::SortOrder::Ascending);
+        for (int i = 0; i < count; ++i) {
+            if (!values[i].isEmpty())
+                values[i] = MFGPaiXu.TextMatrix(i, 2);
+        }
+    });
+}
+
+} // namespace scoring

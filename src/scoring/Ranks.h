@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QStringList>
+
+#include "scoring/ExamTables.h"
+#include "scoring/Scoring.h"
+
+namespace scoring {
+
+/// Replaces each non-empty text by its rank among all (largest number first, equal ones share the rank,
+/// the next takes its position in the list); empty texts stay empty and count as 0.
+void MyPaiXU(QStringList& values);
+
+/// Ranks the whole exam in its tables, stream by stream, grade and classes.
+void computeRanks(Scoring& scoring, ExamTables& tables);
+
+/// Ranks one group in the exam's tables: class 0 is the grade.
+void computeGroupRanks(Scoring& scoring, ExamTables& tables, const QString& stream,
+                       double classNumber);
+
+} // namespace scoring

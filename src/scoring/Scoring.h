@@ -1,0 +1,50 @@
+#pragma once
+
+#include "library/ScoreLibrary.h"
+#include "platform/runtime/Progress.h"
+
+namespace scoring {
+
+/// The derived columns of an exam: Z and T scores, totals, ranks, each stream by itself. Every routine
+/// reads the exam once, and writes it once in one batch.
+class Scoring
+{
+public:
+    explicit Scoring(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary) {}
+
+    /// T = TFactor · z + TOffset; as the last readable setting "T分" said.
+    double TFactor = 0;
+    double TOffset = 0;
+
+    /// Reads the setting "T分"; one without "z+" is refused with a message.
+    void GetZtoT();
+    /// Mean of a column over the students that sat it; 0 if nobody did.
+    double GetPJF(const QString& exam, const QString& column, const QString& stream);
+    /// The same within one class.
+    double GetBJPJF(const QString& exam, const QString& column, const QString& stream,
+                    double classNumber);
+    /// Sample standard deviation (divisor n - 1) over the students that sat it; Null for fewer than two.
+    runtime::Value GetBZC(const QString& exam, const QString& column, const QString& stream);
+
+    /// Z and T scores of all subjects of the exam.
+    void Zfen(const QString& exam);
+    /// Totals with their weighted Z and T scores.
+    void JiSuanZF(const QString& exam);
+    /// Grade and class ranks of all columns.
+    void PanNJBjMC(const QString& exam);
+    /// Ranks of one group: class 0 is the grade.
+    void PaiMC(const QString& exam, const QString& stream, double classNumber);
+
+    /// Zfen, JiSuanZF and PanNJBjMC in this order. False if it was cancelled, or could not be read or
+    /// written (shown in a message): the exam is as before then.
+    bool score(const QString& exam, runtime::Progress& progress);
+
+    library::ScoreLibrary& library() const { return m_library; }
+
+private:
+    double mean(const QString& sql, const char* tag);
+
+    library::ScoreLibrary& m_library;
+};
+
+} // namespace scoring

@@ -1,0 +1,152 @@
+#include "scoring/Totals.h"
+
+#include "platform/runtime/Trap.h"
+
+namespace scoring {
+
+using namespace Qt::StringLiterals;
+using runtime::Trap;
+
+namespace {
+
+const Trap trap{" - Sub JiSuanZF/Mdl_MDB"};
+
+/// A column under the name by which a formula or a total reaches it; the column is missing if 成绩表 has
+/// none of that name, or one of texts.
+struct NamedColumn
+{
+    QString name;
+    TableColumn* column = nullptr;
+    bool text = false;
+
+    /// False, after the engine's message, if there is nothing to read or write.
+    bool usable() const
+    {
+        if (column)
+            return true;
+        trap.fail(text ? u"列“%1”是文字，不能当作分数。"_s.arg(name)
+                       : u"没有名为“%1”的列。"_s.arg(name));
+        return false;
+    }
+};
+
+/// A term of a formula: the subject's score, Z and T columns, and its weight, full mark / 100.
+struct Term
+{
+    NamedColumn score;
+    NamedColumn z;
+    NamedColumn t;
+    double weight;
+};
+
+struct Total
+{
+    NamedColumn score;
+    NamedColumn z;
+    NamedColumn t;
+    std::vector<Term> terms;
+};
+
+/// Looks the columns of one exam and stream up, once, ahead of the rows.
+class Formulas
+{
+public:
+    Formulas(Scoring& scoring, ExamTable& table, const QString& exam, const QString& stream)
+        : m_scoring(scoring), m_table(table), m_exam(exam), m_stream(stream)
+    {
+    }
+
+    std::vector<Total> totals()
+    {
+        library::Catalogue& catalogue = m_scoring.library().catalogue;
+        catalogue.GetZFKMGS(m_exam, m_stream);
+        std::vector<Total> found;
+        for (qsizetype i = 0; i < catalogue.TotalColumns.size(); ++i) {
+            const QString& name = catalogue.TotalColumns[i];
+            Total& total = found.emplace_back();
+            total.score = named(name);
+            total.z = named(name + u"Z分"_s);
+            total.t = named(name + u"T分"_s);
+            const QString formula = catalogue.TotalFormulas.value(i);
+            // A total without a formula has no terms.
+            const QStringList terms = formula.isEmpty() ? QStringList() : formula.split(u'+');
+            for (const QString& term : terms)
+                total.terms.push_back(makeTerm(term));
+        }
+        return found;
+    }
+
+private:
+    NamedColumn named(const QString& name)
+    {
+        const jet::TableColumns& columns = m_scoring.library().Conn.columns(u"成绩表"_s);
+        return {name, m_table.column(name), columns.find(name) >= 0};
+    }
+
+    Term makeTerm(const QString& name)
+    {
+        const float full = m_scoring.library().catalogue.getKMMF(m_exam, m_stream, name);
+        return {named(name), named(name + u"Z分"_s), named(name + u"T分"_s), double(full) / 100};
+    }
+
+    Scoring& m_scoring;
+    ExamTable& m_table;
+    const QString& m_exam;
+    const QString& m_stream;
+};
+
+/// Sums of one row. They run on over all totals of the row: a later total carries the z and T of the
+/// earlier ones on top of its own.
+struct RowSums
+{
+    double z = 0;
+    double t = 0;
+};
+
+void addWeighted(double& sum, const NamedColumn& part, size_t row, double weight)
+{
+    if (part.usable() && !part.column->isNull(row))
+        sum += part.column->value(row) * weight;
+}
+
+/// The sum passes through the total's Single at every term. A formula that names its own total reads the
+/// sum as it stands.
+void computeTotal(const Total& total, size_t row, RowSums& sums)
+{
+    float sum = 0;
+    int count = 0;
+    for (const Term& term : total.terms) {
+        const TableColumn* part = term.score.usable() ? term.score.column : nullptr;
+        const bool itself = part && part == total.score.column;
+        if (itself || (part && part->taken(row))) {
+            ++count;
+            sum = float(double(sum) + (itself ? double(sum) : part->value(row)));
+        }
+        addWeighted(sums.z, term.z, row, term.weight);
+        addWeighted(sums.t, term.t, row, term.weight);
+    }
+    if (total.score.usable())
+        total.score.column->set(row, count == 0 ? -1 : double(sum));
+    if (total.z.usable())
+        total.z.column->set(row, sums.z);
+    if (total.t.usable())
+        total.t.column->set(row, sums.t);
+}
+
+} // namespace
+
+void computeTotals(Scoring& scoring, ExamTables& tables)
+{
+    for (const QString& stream : std::as_const(scoring.library().catalogue.Streams)) {
+        ExamTable& table = tables.of(stream);
+        const std::vector<Total> totals =
+            Formulas(scoring, table, tables.exam(), stream).totals();
+        for (size_t row = 0; row < table.rowCount(); ++row) {
+            RowSums sums;
+            for (const Total& total : totals)
+                computeTotal(total, row, sums);
+        }
+    }
+}
+
+} // namespace scoring
