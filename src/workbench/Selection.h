@@ -1,0 +1,81 @@
+#pragma once
+
+#include <array>
+
+#include "library/ScoreLibrary.h"
+#include "workbench/ChoiceList.h"
+
+namespace workbench {
+
+enum class Available { No, Yes };
+
+/// Which way an exam moves in the list.
+enum class Direction { Up = 1, Down = -1 };
+
+/// An option button that stands for all streams, or for one.
+struct StreamOption
+{
+    QString caption;
+    bool visible = false;
+};
+
+/// What is chosen on the workbench: exams, classes, categories, columns and order, and the SQL text
+/// that follows from it. A screen shows this state and calls the handlers.
+class Selection
+{
+public:
+    explicit Selection(library::ScoreLibrary& scoreLibrary);
+
+    ChoiceList ListKSMC; ///< exams
+    ChoiceList ListFW;   ///< class numbers
+    ChoiceList ListLB;   ///< values of 类别代码
+    SingleList ListXM;   ///< family of columns to show
+    /// All, and the streams; the one that is set is `option`.
+    std::array<StreamOption, 3> OptionButton1;
+    int option = 0;
+    std::array<DropDown, 4> Combo1;   ///< columns to sort by
+    std::array<SingleList, 4> Combo2; ///< their directions: index 0 ascending, 1 descending
+    DropDown Combo3;                  ///< the statistics item
+    QString Text1;                    ///< the live SQL statement; the user may type another
+    bool CheckMin = false;            ///< minimise the workbench after a query
+    bool commandsAvailable = false;   ///< false while no library is open
+
+    /// Conditions on exams and on classes as scTJ last made them.
+    QString examCondition;
+    QString classCondition;
+
+    /// Fills the fixed lists, then runs init.
+    void Form_Load();
+    /// Fills all lists from the open library. Without one the lists keep their contents, and the
+    /// commands are switched off.
+    void init();
+    /// Refills the list of exams and selects the first.
+    void ShowKS();
+    /// Switches the commands that need a library on or off.
+    void KeYong(Available available);
+
+    /// Sets the option and selects the classes of its stream; index 0 selects all.
+    void OptionButton1_Click(int index);
+    /// Rebuilds Text1 and the shared CategoryFilter. To be called after every change of a list.
+    void scTJ();
+
+    /// Swaps the one selected exam with its neighbour.
+    void MoveList(ChoiceList& list, Direction direction);
+    /// Asks, then writes the list's order as exam numbers.
+    void Command1_Click();
+
+    /// The caption of the option that is set.
+    QString streamWord() const;
+
+    library::ScoreLibrary& library() const { return m_library; }
+
+private:
+    void fillSortColumns();
+    void fillStatistics();
+    void fillClasses();
+    void fillCategories();
+
+    library::ScoreLibrary& m_library;
+};
+
+} // namespace workbench
