@@ -1,0 +1,41 @@
+#include "import/ClassAnswers.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+
+bool ClassAnswers::hasStudents(double classNumber)
+{
+    if (m_streams.contains(classNumber) || m_categories.contains(classNumber))
+        return true;
+    jet::Statement& student =
+        m_library.Conn.prepared(u"select ID from 信息表 where 班级=? limit 1"_s);
+    student.bind({classNumber});
+    const bool found = student.step();
+    student.reset();
+    return found;
+}
+
+runtime::Value ClassAnswers::GetLeiBie(double classNumber)
+{
+    const auto known = m_categories.find(classNumber);
+    if (known != m_categories.end())
+        return known->second;
+    const runtime::Value category = m_library.catalogue.GetLeiBie(classNumber);
+    if (hasStudents(classNumber))
+        m_categories.emplace(classNumber, category);
+    return category;
+}
+
+runtime::Value ClassAnswers::GetBJKL(double classNumber)
+{
+    const auto known = m_streams.find(classNumber);
+    if (known != m_streams.end())
+        return known->second;
+    const runtime::Value stream = m_library.catalogue.GetBJKL(classNumber);
+    if (hasStudents(classNumber))
+        m_streams.emplace(classNumber, stream);
+    return stream;
+}
+
+} // namespace importing

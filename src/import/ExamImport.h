@@ -1,0 +1,74 @@
+#pragma once
+
+#include "import/ClassAnswers.h"
+#include "import/ImportOptions.h"
+#include "import/ImportState.h"
+#include "import/StudentMatch.h"
+#include "import/WorkbookIntake.h"
+#include "platform/runtime/Progress.h"
+
+namespace importing {
+
+/// Where the exam's name comes from. A typed name is a new exam, even if one of that name exists:
+/// this is how an exam comes to have a row for each stream.
+enum class ExamChoice { PickedFromList, Typed };
+
+/// "导入后计算总分".
+enum class Afterwards { Score, LeaveUnscored };
+
+/// What the user set on the screen "导入考试成绩".
+struct ExamImportRequest
+{
+    QString workbookPath;
+    QString sheetName;
+    QString examName;
+    ExamChoice examChoice = ExamChoice::Typed;
+    NewStudents newStudents = NewStudents::Ask;
+    Afterwards afterwards = Afterwards::LeaveUnscored;
+    Backup backup = Backup::Make;
+};
+
+/// The screens that the exam import shows on its way; each returns when it was closed.
+class ImportScreens
+{
+public:
+    virtual ~ImportScreens() = default;
+
+    /// FormShuRuMF: fills KMFull of the subjects. `label` names stream and exam.
+    virtual void showFullMarks(ImportState& state, const QString& label) = 0;
+    /// Formgf: every bad score gets an answer.
+    virtual void showErrorList(ImportState& state) = 0;
+};
+
+/// Takes one sheet of exam results into the library.
+class ExamImport
+{
+public:
+    ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake, ImportState& state,
+               ImportScreens& screens, runtime::Progress& progress);
+
+    /// The whole import. When it stops, students and names that were taken in so far stay.
+    ImportResult run(const ExamImportRequest& request);
+
+private:
+    bool prepare(const ExamImportRequest& request);
+    bool checkExamName(const ExamImportRequest& request) const;
+    void findSubjects();
+    void sizeGrids();
+    bool backUp() const;
+    /// The first pass: matches the students, judges the scores, fills the staging grid.
+    bool takeRows(NewStudents newStudents);
+    bool writeExam(ExamChoice examChoice);
+    void finish(Afterwards afterwards);
+
+    library::ScoreLibrary& m_library;
+    WorkbookIntake& m_intake;
+    ImportState& m_state;
+    ImportScreens& m_screens;
+    runtime::Progress& m_progress;
+    ClassAnswers m_classes;
+    excel::Worksheet* m_sheet = nullptr;
+    QString m_stream;
+};
+
+} // namespace importing

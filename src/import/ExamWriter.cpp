@@ -1,0 +1,146 @@
+#include "import/ExamWriter.h"
+
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trap.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::Trap;
+using runtime::Val;
+using runtime::Value;
+
+namespace {
+
+const Trap trap{" - Private Sub Command1_Click/FormDaoRu"};
+
+/// A number read back from the staging grid; a text that is none goes to the field as it stands.
+Value numberOrText(const QString& text)
+{
+    return text.isEmpty() ? Value(text) : Value(Val(text));
+}
+
+} // namespace
+
+ExamWriter::ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
+                       const ImportState& state, ExamChoice examChoice)
+    : m_library(scoreLibrary), m_classes(classes), m_state(state), m_examChoice(examChoice)
+{
+}
+
+void ExamWriter::set(const QString& column, const Value& value)
+{
+    trap([&] { m_rows.Fields(column).setValue(value); });
+}
+
+void ExamWriter::writeExamRow(const QString& stream)
+{
+    const bool opened = trap([&] {
+        if (m_examChoice == ExamChoice::Typed) {
+            const int number = m_library.catalogue.GetKSBH(m_state.ExamName);
+            m_rows.Open(u"select *  from 考试名称表 order by 考试编号"_s, m_library.Conn);
+            m_rows.AddNew();
+            set(u"考试名称"_s, m_state.ExamName);
+            set(u"科类"_s, stream);
+            set(u"考试编号"_s, number);
+        } else {
+            m_rows.Open(u"select *  from 考试名称表 where 考试名称='"_s + m_state.ExamName +
+                            u"' order by 考试编号"_s,
+                        m_library.Conn);
+        }
+    });
+    if (!opened)
+        return;
+    for (const ImportSubject& subject : m_state.KMImport)
+        set(subject.KMName, subject.KMFull);
+    copyFormulas();
+    trap([&] { m_rows.Update(); });
+    m_rows.Close();
+}
+
+void ExamWriter::copyFormulas()
+{
+    for (const QString& total : m_library.catalogue.TotalColumns) {
+        trap([&] {
+            jet::Recordset formula;
+            formula.Open(u"select *  from 总分公式 where 总分='"_s + total + u"'"_s,
+                         m_library.Conn);
+            m_rows.Fields(total).setValue(formula.Fields(u"公式"_s).Value());
+        });
+    }
+}
+
+void ExamWriter::beginScores()
+{
+    // The exam's row stands by now and no further one is added, so the number is the same for each
+    // row.
+    m_examNumber = m_library.catalogue.GetKSBH(m_state.ExamName);
+    if (m_examChoice == ExamChoice::Typed)
+        trap([&] { m_rows.Open(u"select *  from 成绩表"_s, m_library.Conn); });
+}
+
+void ExamWriter::writeScoreRow(int row)
+{
+    const QString& classText = m_state.MFGData.TextMatrix(row, 0);
+    const QString& numberText = m_state.MFGData.TextMatrix(row, 1);
+    const QString& name = m_state.MFGData.TextMatrix(row, 2);
+    if (classText.isEmpty() || !openStudentRow(classText, numberText, name))
+        return;
+    setStudent(classText, numberText, name);
+    setScores(row);
+    trap([&] { m_rows.Update(); });
+    if (m_examChoice == ExamChoice::PickedFromList)
+        m_rows.Close();
+}
+
+bool ExamWriter::openStudentRow(const QString& classText, const QString& numberText,
+                                const QString& name)
+{
+    return trap([&] {
+        if (m_examChoice == ExamChoice::Typed) {
+            m_rows.AddNew();
+            return;
+        }
+        m_rows.Open(u"select *  from 成绩表 where 班级="_s + classText + u" and 学号="_s +
+                        numberText + u" and 姓名='"_s + name + u"'"_s,
+                    m_library.Conn);
+        if (m_rows.RecordCount() == 0)
+            m_rows.AddNew();
+    });
+}
+
+void ExamWriter::setStudent(const QString& classText, const QString& numberText,
+                            const QString& name)
+{
+    const double classNumber = Val(classText);
+    set(u"班级"_s, numberOrText(classText));
+    set(u"学号"_s, numberOrText(numberText));
+    set(u"姓名"_s, name);
+    set(u"类别代码"_s, m_classes.GetLeiBie(classNumber));
+    set(u"科类"_s, m_classes.GetBJKL(classNumber));
+    set(u"考试名称"_s, m_state.ExamName);
+    set(u"考试编号"_s, m_examNumber);
+    setStudentId(classNumber, Val(numberText));
+}
+
+/// A row keeps the student that it has; a new row, or one of a student who was refused, gets the
+/// ID.
+void ExamWriter::setStudentId(double classNumber, double number)
+{
+    trap([&] {
+        jet::Field id = m_rows.Fields(u"id"_s);
+        if (id.Value().isNull())
+            id.setValue(m_library.studentId(classNumber, number));
+    });
+}
+
+void ExamWriter::setScores(int row)
+{
+    int column = 3;
+    for (const ImportSubject& subject : m_state.KMImport) {
+        const QString& text = m_state.MFGData.TextMatrix(row, column++);
+        set(subject.KMName, text == u"缺考"_s ? -1.0 : Val(text));
+    }
+}
+
+} // namespace importing

@@ -1,0 +1,94 @@
+#include "import/FullMarks.h"
+
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Text.h"
+#include "platform/runtime/Trap.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::Trap;
+
+FullMarks::FullMarks(ImportState& state, const runtime::AppPaths& paths)
+    : m_state(state), m_paths(paths)
+{
+}
+
+void FullMarks::load()
+{
+    const Trap trap{" - Private Sub Form_Load/FormShuRuMF"};
+    QStringList lines;
+    runtime::ReadTxtSet(m_paths.dataFile(u"满分.txt"_s), lines);
+    trap([&] {
+        marks = grid::FlexGrid();
+        marks.setRowHeight(-1, 300);
+        marks.setColAlignment(-1, 1);
+        marks.setTextMatrix(0, 0, u"科目"_s);
+        marks.setTextMatrix(0, 1, u"满分"_s);
+        marks.setRows(int(m_state.KMImport.size()) + 1);
+        for (int row = 1; row < marks.Rows(); ++row) {
+            const QString& subject = m_state.KMImport[size_t(row - 1)].KMName;
+            marks.setTextMatrix(row, 0, subject);
+            marks.setTextMatrix(row, 1, defaultMark(lines, subject));
+        }
+    });
+    CurRow = 1;
+}
+
+QString FullMarks::defaultMark(const QStringList& lines, const QString& subject)
+{
+    const QString key = subject + u'=';
+    QString mark;
+    for (const QString& line : lines) {
+        if (line.contains(key))
+            mark = line.mid(key.size());
+    }
+    return mark;
+}
+
+void FullMarks::setText(const QString& text)
+{
+    const Trap trap{" - Private Sub Text1_Change/FormShuRuMF"};
+    trap([&] { marks.setTextMatrix(CurRow, 1, text); });
+}
+
+bool FullMarks::accept()
+{
+    int bad = 0;
+    for (int row = 1; row < marks.Rows(); ++row) {
+        const QString& text = marks.TextMatrix(row, 1);
+        const double mark = runtime::Val(text);
+        if (mark > 0) {
+            m_state.KMImport[size_t(row - 1)].KMFull = float(mark);
+            continue;
+        }
+        runtime::MsgBox(text + u"成绩未设置正确的成绩！"_s, {}, runtime::Buttons::Ok,
+                        runtime::Icon::Warning);
+        CurRow = row;
+        ++bad;
+    }
+    return bad == 0;
+}
+
+bool FullMarks::enter()
+{
+    ++CurRow;
+    return CurRow == marks.Rows() && accept();
+}
+
+void FullMarks::saveDefaults()
+{
+    const Trap trap{" - Private Sub Command2_Click/FormShuRuMF"};
+    trap([&] {
+        QString lines;
+        for (int row = 1; row < marks.Rows(); ++row) {
+            const QString& subject = marks.TextMatrix(row, 0);
+            if (!subject.isEmpty())
+                lines += subject + u'=' + marks.TextMatrix(row, 1) + u'\n';
+        }
+        runtime::writeTextFile(m_paths.dataFile(u"满分.txt"_s), lines);
+    });
+}
+
+} // namespace importing

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "import/ImportState.h"
+#include "platform/runtime/AppPaths.h"
+
+namespace importing {
+
+/// What the screen "输入各科满分" knows and does: the full marks of an import's subjects, with the
+/// defaults of 满分.txt.
+class FullMarks
+{
+public:
+    FullMarks(ImportState& state, const runtime::AppPaths& paths);
+
+    /// Columns 科目 and 满分, one row a subject.
+    grid::FlexGrid marks;
+    /// The row being edited.
+    int CurRow = 1;
+
+    /// Fills the grid with the subjects and the defaults of the file; a missing file leaves the
+    /// marks empty.
+    void load();
+
+    /// Takes the editor's text for CurRow.
+    void setText(const QString& text);
+
+    /// "确定": stores the marks that are above 0, tells of each other one in a message and makes it
+    /// CurRow. True if all are accepted and the screen may close.
+    bool accept();
+
+    /// Enter in the editor: goes down one row, and behind the last one accepts. True if the screen
+    /// may close.
+    bool enter();
+
+    /// "设为默认": the file then holds the subjects of this import and no others.
+    void saveDefaults();
+
+private:
+    /// The default that the lines of the file give a subject. The name is looked for anywhere in a
+    /// line, the mark is what stands behind as many characters, and a later line wins.
+    static QString defaultMark(const QStringList& lines, const QString& subject);
+
+    ImportState& m_state;
+    const runtime::AppPaths& m_paths;
+};
+
+} // namespace importing

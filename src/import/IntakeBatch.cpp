@@ -1,0 +1,38 @@
+#include "import/IntakeBatch.h"
+
+namespace importing {
+
+IntakeBatch::IntakeBatch(jet::Connection& connection) : m_connection(connection)
+{
+    m_batch.emplace(connection);
+}
+
+runtime::Answer IntakeBatch::ask(const QString& text, const QString& title,
+                                 runtime::Buttons buttons)
+{
+    commit();
+    const runtime::Answer answer = runtime::MsgBox(text, title, buttons);
+    m_batch.emplace(m_connection);
+    return answer;
+}
+
+void IntakeBatch::commit()
+{
+    if (!m_batch)
+        return;
+    // A batch whose commit fails is over as well.
+    try {
+        m_batch->commit();
+    } catch (...) {
+        m_batch.reset();
+        throw;
+    }
+    m_batch.reset();
+}
+
+bool IntakeBatch::isUsable() const
+{
+    return m_batch.has_value() && !m_connection.batchBroken();
+}
+
+} // namespace importing

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/jet/Connection.h"
+#include "platform/runtime/Dialogs.h"
+
+namespace importing {
+
+/// The batch in which names enter the library. What was answered reaches the disk before the next
+/// question is shown, so that nothing is held open while the user thinks.
+class IntakeBatch
+{
+public:
+    /// Throws Error if the library cannot be written.
+    explicit IntakeBatch(jet::Connection& connection);
+
+    /// Writes what is pending, asks, and begins anew. Throws Error if one of the two fails.
+    runtime::Answer ask(const QString& text, const QString& title, runtime::Buttons buttons);
+
+    /// Writes what is pending; the batch is over then. Throws Error, and nothing of it was written.
+    void commit();
+
+    /// False once the engine gave the batch up (a full disk does that); nothing more can be
+    /// written.
+    bool isUsable() const;
+
+private:
+    jet::Connection& m_connection;
+    std::optional<jet::WriteBatch> m_batch;
+};
+
+} // namespace importing

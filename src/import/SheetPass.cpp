@@ -1,0 +1,96 @@
+#include "import/SheetPass.h"
+
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Text.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::Answer;
+using runtime::doubleText;
+using runtime::Val;
+using runtime::Value;
+
+namespace {
+
+constexpr int firstScoreColumn = 3;
+
+/// Why a score is bad; empty for a good one.
+QString badReason(const Value& cell, double score, float full)
+{
+    if (cell.kind() == Value::Kind::Error || isEmptyCell(cell))
+        return u"分值不能为空"_s;
+    if (score < 0)
+        return u"分值不能为负"_s;
+    if (float(score) > full)
+        return u"超过总分"_s;
+    return {};
+}
+
+} // namespace
+
+SheetPass::SheetPass(const excel::Worksheet& sheet, ImportState& state, StudentMatch& students,
+                     NewStudents newStudents)
+    : m_sheet(sheet), m_state(state), m_students(students), m_newStudents(newStudents)
+{
+}
+
+SheetPass::Outcome SheetPass::takeRow(int row)
+{
+    if (isEmptyCell(m_sheet.Cells(row, 2)))
+        return Outcome::EndOfSheet;
+    grid::FlexGrid& staging = m_state.MFGData;
+    staging.setRows(row);
+    const double classNumber = Val(m_sheet.Cells(row, 1));
+    const double number = Val(m_sheet.Cells(row, 2));
+    const QString name = runtime::Trim(m_sheet.Cells(row, 3).text());
+    const QString libraryName = m_students.TestStuName(classNumber, number, name, m_newStudents);
+    if (!nameAccepted(libraryName, classNumber, number, name))
+        return Outcome::Cancelled;
+    const QStringList student{doubleText(classNumber), doubleText(number), name};
+    for (int col = 0; col < firstScoreColumn; ++col)
+        staging.setTextMatrix(row - 1, col, student[col]);
+    // A row can be dropped by this name.
+    if (libraryName == "-1"_L1)
+        staging.setTextMatrix(row - 1, 1, {});
+    judgeScores(row, student);
+    return Outcome::Continue;
+}
+
+bool SheetPass::nameAccepted(const QString& libraryName, double classNumber, double number,
+                             const QString& name)
+{
+    if (libraryName.isEmpty() || libraryName == "-1"_L1)
+        return true;
+    const Answer answer = m_students.askNameMismatch(classNumber, number, name, libraryName);
+    if (answer == Answer::Yes)
+        m_students.SetStuName(classNumber, number, name);
+    return answer != Answer::Cancel;
+}
+
+void SheetPass::judgeScores(int row, const QStringList& student)
+{
+    int column = firstScoreColumn;
+    for (const ImportSubject& subject : m_state.KMImport) {
+        const Value& cell = m_sheet.Cells(row, subject.KMColumn);
+        const double score = Val(cell);
+        const QString reason = badReason(cell, score, subject.KMFull);
+        if (!reason.isEmpty())
+            noteBadScore(student, subject, score, reason);
+        m_state.MFGData.setTextMatrix(row - 1, column++, cell.text());
+    }
+}
+
+void SheetPass::noteBadScore(const QStringList& student, const ImportSubject& subject, double score,
+                             const QString& reason)
+{
+    m_state.ErrorCount += 1;
+    const int row = int(m_state.ErrorCount);
+    grid::FlexGrid& errors = m_state.errors;
+    errors.setRows(row + 1);
+    int column = 0;
+    for (const QString& text : student + QStringList{subject.KMName, doubleText(score), reason})
+        errors.setTextMatrix(row, column++, text);
+}
+
+} // namespace importing

@@ -1,0 +1,156 @@
+#include "import/StudentImport.h"
+
+#include <QFileInfo>
+
+#include "import/CellDate.h"
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trap.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::Trap;
+using runtime::Value;
+
+namespace {
+
+const Trap trap{" - Private Sub Command1_Click/FormDaoRuXinXi"};
+
+constexpr int lastColumn = 255;
+
+const QString takingRows = u"导入数据..."_s;
+
+} // namespace
+
+StudentImport::StudentImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake,
+                             runtime::Progress& progress)
+    : m_library(scoreLibrary), m_intake(intake), m_progress(progress)
+{
+}
+
+ImportResult StudentImport::run(const QString& sheetName, Backup backup)
+{
+    if (!m_intake.checkWorkbookOpen())
+        return ImportResult::Stopped;
+    m_sheet = m_intake.openSheet(sheetName);
+    if (m_sheet == nullptr)
+        return ImportResult::Stopped;
+    const QString library = m_library.Conn.path();
+    if (backup == Backup::Make &&
+        !trap([&] { library::backUpLibrary(library, QDateTime::currentDateTime()); }))
+        return ImportResult::Stopped;
+    if (!writeRows())
+        return ImportResult::Stopped;
+    m_progress.report({}, 0, 0);
+    m_sheet = nullptr;
+    m_intake.quitApplication();
+    runtime::MsgBox(u"导入完成！"_s);
+    return ImportResult::Finished;
+}
+
+StudentImport::Rule StudentImport::ruleOf(const QString& heading)
+{
+    if (heading == u"类别代码"_s || heading == u"班级"_s || heading == u"学号"_s)
+        return Rule::Number;
+    if (heading == u"出生时间"_s || heading == u"入学时间"_s)
+        return Rule::Date;
+    return heading == u"照片名"_s ? Rule::Photo : Rule::AsItStands;
+}
+
+void StudentImport::readHeadings()
+{
+    m_headings.clear();
+    for (int column = 1; column <= lastColumn; ++column) {
+        const Value& cell = m_sheet->Cells(1, column);
+        if (isEmptyCell(cell))
+            return;
+        Heading heading{cell.text(), ruleOf(cell.text()), std::nullopt};
+        Trap::silent()([&] { heading.field = m_rows.Fields(heading.name); });
+        m_headings.push_back(std::move(heading));
+    }
+}
+
+bool StudentImport::writeRows()
+{
+    bool complete = false;
+    trap([&] {
+        jet::WriteBatch batch(m_library.Conn);
+        m_rows.Open(u"select * from 信息表"_s, m_library.Conn);
+        readHeadings();
+        const int lastRow = m_sheet->lastUsedRow();
+        for (int row = 2; row <= lastRow && !isEmptyCell(m_sheet->Cells(row, 1)); ++row) {
+            m_progress.report(takingRows, row - 2, lastRow - 1);
+            if (m_progress.cancelled())
+                return;
+            writeStudent(row);
+            if (m_library.Conn.batchBroken())
+                return;
+        }
+        batch.commit();
+        complete = true;
+    });
+    m_rows.Close();
+    return complete;
+}
+
+void StudentImport::writeStudent(int row)
+{
+    trap([&] { m_rows.AddNew(); });
+    int column = 1;
+    for (const Heading& heading : m_headings)
+        storeCell(heading, m_sheet->Cells(row, column++));
+    trap([&] {
+        jet::Field stream = m_rows.Fields(u"科类"_s);
+        if (stream.Value().isNull())
+            stream.setValue(u"理"_s);
+    });
+    trap([&] { m_rows.Update(); });
+}
+
+void StudentImport::storeCell(const Heading& heading, const Value& cell)
+{
+    if (heading.rule == Rule::Photo) {
+        storePhoto(heading, cell.text());
+        return;
+    }
+    trap([&] {
+        // A heading that is no column fails here, with the engine's message.
+        jet::Field field = heading.field ? *heading.field : m_rows.Fields(heading.name);
+        switch (heading.rule) {
+        case Rule::Number:
+            field.setValue(runtime::Val(cell));
+            break;
+        case Rule::Date:
+            storeDate(field, cell);
+            break;
+        default:
+            field.setValue(cell);
+        }
+    });
+}
+
+void StudentImport::storeDate(jet::Field& field, const Value& cell)
+{
+    if (isEmptyCell(cell))
+        return;
+    const std::optional<QDate> date = cellDate(cell);
+    if (!date)
+        throw runtime::Error(u"“%1”不是日期。"_s.arg(cell.text()));
+    field.setValue(date->toString(u"yyyy-MM-dd"_s));
+}
+
+void StudentImport::storePhoto(const Heading& heading, const QString& cell)
+{
+    const QString path = QString(cell).replace(u'\\', u'/');
+    QString photo = path;
+    if (!QFileInfo(photo).isFile())
+        photo = m_intake.folder() + path;
+    if (!QFileInfo(photo).isFile())
+        return;
+    trap([&] { m_library.SaveBin(photo, m_rows.Fields(u"照片"_s)); });
+    trap([&] { m_rows.Fields(heading.name).setValue(library::ScoreLibrary::GetName(photo)); });
+}
+
+} // namespace importing

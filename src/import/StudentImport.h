@@ -1,0 +1,53 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "import/ImportOptions.h"
+#include "import/WorkbookIntake.h"
+#include "library/ScoreLibrary.h"
+#include "platform/jet/Recordset.h"
+#include "platform/runtime/Progress.h"
+
+namespace importing {
+
+/// Fills 信息表 from a sheet. It only ever adds: a student imported twice stands twice.
+class StudentImport
+{
+public:
+    StudentImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake,
+                  runtime::Progress& progress);
+
+    /// The whole import; a heading that is no column costs a message on every row. When it stops,
+    /// nothing was written.
+    ImportResult run(const QString& sheetName, Backup backup);
+
+private:
+    /// How the cells below a heading are stored.
+    enum class Rule { Number, Date, Photo, AsItStands };
+
+    struct Heading
+    {
+        QString name;
+        Rule rule;
+        /// Missing if 信息表 has no such column.
+        std::optional<jet::Field> field;
+    };
+
+    static Rule ruleOf(const QString& heading);
+    void readHeadings();
+    bool writeRows();
+    void writeStudent(int row);
+    void storeCell(const Heading& heading, const runtime::Value& cell);
+    static void storeDate(jet::Field& field, const runtime::Value& cell);
+    void storePhoto(const Heading& heading, const QString& cell);
+
+    library::ScoreLibrary& m_library;
+    WorkbookIntake& m_intake;
+    runtime::Progress& m_progress;
+    excel::Worksheet* m_sheet = nullptr;
+    std::vector<Heading> m_headings;
+    jet::Recordset m_rows;
+};
+
+} // namespace importing

@@ -1,0 +1,107 @@
+#include "import/StudentMatch.h"
+
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trap.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::Answer;
+using runtime::doubleText;
+using runtime::Trap;
+using runtime::Value;
+
+namespace {
+
+const Trap testTrap{" - Function TestStuName/Mdl_MDB"};
+
+} // namespace
+
+StudentMatch::StudentMatch(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
+                           IntakeBatch& batch)
+    : m_library(scoreLibrary), m_classes(classes), m_batch(batch)
+{
+}
+
+QString StudentMatch::TestStuName(double classNumber, double number, const QString& name,
+                                  NewStudents newStudents)
+{
+    QString result;
+    testTrap([&] {
+        jet::Statement& student = m_library.Conn.prepared(
+            u"select 姓名 from 信息表 where 班级=? and 学号=? order by rowid limit 1"_s);
+        student.bind({classNumber, number});
+        if (!student.step()) {
+            student.reset();
+            if (mayAdd(classNumber, number, name, newStudents))
+                add(classNumber, number, name);
+            return;
+        }
+        const QString libraryName = student.text(0);
+        student.reset();
+        if (libraryName != name)
+            result = libraryName;
+    });
+    return result;
+}
+
+bool StudentMatch::mayAdd(double classNumber, double number, const QString& name,
+                          NewStudents newStudents)
+{
+    if (newStudents == NewStudents::Add)
+        return true;
+    const QString question = u"是否添加新学生： "_s + doubleText(classNumber) + u" 班 "_s +
+                             doubleText(number) + u" 号 ,"_s + name;
+    return m_batch.ask(question, {}, runtime::Buttons::OkCancel) == Answer::Ok;
+}
+
+void StudentMatch::add(double classNumber, double number, const QString& name)
+{
+    jet::Recordset& rows = m_newStudents;
+    if (!rows.isOpen())
+        rows.Open(u"select *  from 信息表"_s, m_library.Conn);
+    const auto set = [&rows](const QString& column, const Value& value) {
+        testTrap([&] { rows.Fields(column).setValue(value); });
+    };
+    rows.AddNew();
+    set(u"班级"_s, classNumber);
+    set(u"学号"_s, number);
+    set(u"姓名"_s, name);
+    set(u"类别代码"_s, 1);
+    // The first student of a class has no stream to take over; GetBJKL says so in a message.
+    const bool classKnown = m_classes.hasStudents(classNumber);
+    const Value stream = m_classes.GetBJKL(classNumber);
+    set(u"科类"_s, classKnown ? stream : Value(u""_s));
+    rows.Update();
+}
+
+void StudentMatch::SetStuName(double classNumber, double number, const QString& name)
+{
+    const Trap trap{" - Sub SetStuName/Mdl_MDB"};
+    const QString tail = u" set 姓名='"_s + name + u"' where 班级="_s + doubleText(classNumber) +
+                         u" and 学号="_s + doubleText(number);
+    jet::Recordset rows;
+    trap([&] { rows.Open(u"update  信息表"_s + tail, m_library.Conn); });
+    trap([&] { rows.Open(u"update  成绩表"_s + tail, m_library.Conn); });
+}
+
+Answer StudentMatch::askNameMismatch(double classNumber, double number, const QString& sheetName,
+                                     const QString& libraryName)
+{
+    return m_batch.ask(nameMismatchText(classNumber, number, sheetName, libraryName), u"数据错误"_s,
+                       runtime::Buttons::YesNoCancel);
+}
+
+QString StudentMatch::nameMismatchText(double classNumber, double number, const QString& sheetName,
+                                       const QString& libraryName)
+{
+    const QString student =
+        doubleText(classNumber) + u"班"_s + doubleText(number) + u"号 姓名为：["_s;
+    return u"Excel表格中学生的学号和姓名： ["_s + sheetName + u"] 与数据库中记录的不一致！\n\n"_s +
+           u"Excel表格中："_s + student + sheetName + u"]\n"_s + u"数据库中记录："_s + student +
+           libraryName + u"]，二者不一致！\n\n"_s + u"[是]用现有姓名替换掉数据库中记录的姓名\n"_s +
+           u"[否]保留数据库中记录的姓名,继续录入,即将["_s + sheetName + u"]和["_s + libraryName +
+           u"]认为是同一人\n"_s + u"[取消]终止当前导入\n"_s;
+}
+
+} // namespace importing

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "import/ClassAnswers.h"
+#include "import/IntakeBatch.h"
+#include "platform/jet/Recordset.h"
+
+namespace importing {
+
+/// What is done with a student of the sheet whom the library does not know.
+enum class NewStudents { Ask, Add };
+
+/// Finds the students of a sheet in 信息表 by class and number; adds and renames them.
+class StudentMatch
+{
+public:
+    /// The batch is the one that is open while names come in; it pauses for questions.
+    StudentMatch(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes, IntakeBatch& batch);
+
+    /// The library's name of the student if it is another one than `name`; empty for the same name,
+    /// for an added student and for a refused one.
+    QString TestStuName(double classNumber, double number, const QString& name,
+                        NewStudents newStudents);
+
+    /// Writes the name to the student and to all rows of 成绩表 with that class and number.
+    void SetStuName(double classNumber, double number, const QString& name);
+
+    /// Asks what to do about two names of one student: Yes, No or Cancel. Throws Error if what is
+    /// pending cannot be written before.
+    runtime::Answer askNameMismatch(double classNumber, double number, const QString& sheetName,
+                                    const QString& libraryName);
+
+    /// The text of that question.
+    static QString nameMismatchText(double classNumber, double number, const QString& sheetName,
+                                    const QString& libraryName);
+
+private:
+    bool mayAdd(double classNumber, double number, const QString& name, NewStudents newStudents);
+    void add(double classNumber, double number, const QString& name);
+
+    library::ScoreLibrary& m_library;
+    ClassAnswers& m_classes;
+    IntakeBatch& m_batch;
+    jet::Recordset m_newStudents;
+};
+
+} // namespace importing
