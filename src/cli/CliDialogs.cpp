@@ -1,0 +1,89 @@
+#include "cli/CliDialogs.h"
+
+#include <cstdio>
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+using runtime::Answer;
+using runtime::Buttons;
+using runtime::Icon;
+
+namespace {
+
+QString buttonText(Answer answer)
+{
+    switch (answer) {
+    case Answer::Ok: return u"确定"_s;
+    case Answer::Cancel: return u"取消"_s;
+    case Answer::Yes: return u"是"_s;
+    case Answer::No: break;
+    }
+    return u"否"_s;
+}
+
+Answer safeButton(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::Ok: return Answer::Ok;
+    case Buttons::YesNo: return Answer::No;
+    case Buttons::OkCancel:
+    case Buttons::YesNoCancel: break;
+    }
+    return Answer::Cancel;
+}
+
+} // namespace
+
+void CliDialogs::answer(const QString& part, Answer answer)
+{
+    m_planned.push_back({part, answer});
+}
+
+Answer CliDialogs::answerFor(const QString& text, Buttons buttons) const
+{
+    for (const Planned& planned : m_planned) {
+        if (text.contains(planned.part))
+            return planned.answer;
+    }
+    return safeButton(buttons);
+}
+
+Answer CliDialogs::message(const QString& text, const QString& title, Buttons buttons, Icon icon)
+{
+    m_errorShown = m_errorShown || icon == Icon::Warning || icon == Icon::Critical;
+    const QString line = title.isEmpty() ? text : u"["_s + title + u"] "_s + text;
+    if (buttons == Buttons::Ok) {
+        say(line);
+        return Answer::Ok;
+    }
+    const Answer given = answerFor(text, buttons);
+    say(line + u" → "_s + buttonText(given));
+    return given;
+}
+
+void CliDialogs::failure(const QString& text)
+{
+    m_errorShown = true;
+    say(text);
+}
+
+void CliDialogs::say(const QString& text)
+{
+    m_messages.append(text);
+    printError(text);
+}
+
+void printError(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8() + '\n';
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
+}
+
+void printResult(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+}
+
+} // namespace cli

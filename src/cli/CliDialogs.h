@@ -1,0 +1,53 @@
+#pragma once
+
+#include <vector>
+
+#include <QString>
+#include <QStringList>
+
+#include "platform/runtime/Dialogs.h"
+
+namespace cli {
+
+/// The dialogs of the command line: every text goes to stderr, a question is answered as a flag said,
+/// and by its safe button otherwise.
+class CliDialogs : public runtime::Dialogs
+{
+public:
+    CliDialogs() : m_installed(*this) {}
+
+    /// Answers every question whose text contains `part`.
+    void answer(const QString& part, runtime::Answer answer);
+
+    /// True once a text was shown that reports an error.
+    bool errorShown() const { return m_errorShown; }
+    /// All texts shown, in order.
+    const QStringList& messages() const { return m_messages; }
+
+    runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
+                            runtime::Icon icon) override;
+    void failure(const QString& text) override;
+
+private:
+    struct Planned
+    {
+        QString part;
+        runtime::Answer answer;
+    };
+
+    runtime::Answer answerFor(const QString& text, runtime::Buttons buttons) const;
+    void say(const QString& text);
+
+    std::vector<Planned> m_planned;
+    QStringList m_messages;
+    bool m_errorShown = false;
+    runtime::InstalledDialogs m_installed;
+};
+
+/// One line on stderr.
+void printError(const QString& text);
+
+/// Text on stdout as it stands.
+void printResult(const QString& text);
+
+} // namespace cli

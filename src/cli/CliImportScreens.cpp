@@ -1,0 +1,53 @@
+#include "cli/CliImportScreens.h"
+
+#include "cli/Arguments.h"
+#include "cli/CliDialogs.h"
+#include "import/ErrorList.h"
+#include "import/FullMarks.h"
+#include "platform/runtime/Numbers.h"
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+
+CliImportScreens::CliImportScreens(const runtime::AppPaths& paths, const QStringList& fullMarks)
+    : m_paths(paths)
+{
+    for (const QString& text : fullMarks) {
+        const QString mark = text.section(u'=', 1);
+        if (mark.isEmpty() || !(runtime::Val(mark) > 0))
+            throw UsageError(u"满分不正确：%1（应为 科目=满分）"_s.arg(text));
+        m_fullMarks.insert(text.section(u'=', 0, 0), mark);
+    }
+}
+
+void CliImportScreens::showFullMarks(importing::ImportState& state, const QString& label)
+{
+    importing::FullMarks screen(state, m_paths);
+    screen.load();
+    QStringList shown;
+    for (int row = 1; row < screen.marks.Rows(); ++row) {
+        const QString subject = screen.marks.TextMatrix(row, 0);
+        screen.CurRow = row;
+        if (m_fullMarks.contains(subject))
+            screen.setText(m_fullMarks.value(subject));
+        if (!(runtime::Val(screen.marks.TextMatrix(row, 1)) > 0))
+            throw UsageError(u"科目“%1”没有满分，请用 --full-marks 给出。"_s.arg(subject));
+        shown.append(subject + u'=' + screen.marks.TextMatrix(row, 1));
+    }
+    printError(label + u"：满分 "_s + shown.join(u'，'));
+    screen.accept();
+}
+
+void CliImportScreens::showErrorList(importing::ImportState& state)
+{
+    printError(importing::ErrorList(state).countText());
+    for (int row = 1; row < state.errors.Rows(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < 6; ++column)
+            cells.append(state.errors.TextMatrix(row, column));
+        printError(cells.join(u'\t'));
+    }
+}
+
+} // namespace cli

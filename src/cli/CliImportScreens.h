@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QHash>
+#include <QStringList>
+
+#include "import/ExamImport.h"
+#include "platform/runtime/AppPaths.h"
+
+namespace cli {
+
+/// The screens of the exam import without a window: full marks from the flag and the defaults file,
+/// the bad scores as a list on stderr.
+class CliImportScreens : public importing::ImportScreens
+{
+public:
+    /// `fullMarks` are texts of the form "语文=150". Throws UsageError for any other.
+    CliImportScreens(const runtime::AppPaths& paths, const QStringList& fullMarks);
+
+    /// Throws UsageError if a subject is left without a full mark; nothing has been written then.
+    void showFullMarks(importing::ImportState& state, const QString& label) override;
+    void showErrorList(importing::ImportState& state) override;
+
+private:
+    const runtime::AppPaths& m_paths;
+    QHash<QString, QString> m_fullMarks;
+};
+
+} // namespace cli

@@ -1,0 +1,70 @@
+#include "cli/Command.h"
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+
+const std::vector<Command>& commands()
+{
+    static const std::vector<Command> all = {
+        {u"new",
+         {{u"subjects"_s}, {u"force"_s}, 1, 1},
+         u"yunshan-cli new LIB --subjects 语文,数学,… [--force]\n"
+         "    新建成绩库。科目按给出的顺序建立，名称以“总分”结尾的是总分。\n"
+         "    --force            文件已存在时覆盖它\n",
+         runNew},
+        {u"import-students",
+         {{u"sheet"_s}, {u"no-backup"_s}, 2, 2},
+         u"yunshan-cli import-students LIB BOOK [--sheet NAME] [--no-backup]\n"
+         "    从工作簿导入学生信息。前 3 列必须为：班级、学号、姓名。\n"
+         "    --sheet NAME       数据表（默认第一张）\n"
+         "    --no-backup        导入前不备份成绩库\n",
+         runImportStudents},
+        {u"import-exam",
+         {{u"exam"_s, u"sheet"_s, u"full-marks"_s, u"on-mismatch"_s, u"on-unknown"_s},
+          {u"existing"_s, u"add-students"_s, u"score"_s, u"no-backup"_s},
+          2,
+          2},
+         u"yunshan-cli import-exam LIB BOOK --exam NAME [--sheet NAME] [--existing]\n"
+         "            [--full-marks 语文=150,…] [--add-students] [--score]\n"
+         "            [--on-mismatch replace|keep|cancel] [--on-unknown add|skip] [--no-backup]\n"
+         "    从工作簿导入一次考试的成绩。\n"
+         "    --exam NAME        考试名称；不加 --existing 时按手工输入的新考试处理\n"
+         "    --existing         从已有考试中选择，原有数据被新数据替换\n"
+         "    --sheet NAME       数据表（默认第一张）\n"
+         "    --full-marks …     各科满分；没有给出的科目用 data/满分.txt 的默认值\n"
+         "    --add-students     自动添加新名单\n"
+         "    --score            导入后计算总分\n"
+         "    --on-mismatch …    姓名不一致时：replace 替换，keep 保留，cancel 终止（默认）\n"
+         "    --on-unknown …     遇到新学生时：add 添加，skip 不添加（默认，成绩仍然导入）\n"
+         "    --no-backup        导入前不备份成绩库\n",
+         runImportExam},
+        {u"score",
+         {{}, {}, 2, 1000},
+         u"yunshan-cli score LIB EXAM…\n"
+         "    计算总分、标准分和名次。\n",
+         runScore},
+        {u"browse",
+         {{u"exam"_s, u"classes"_s, u"categories"_s, u"show"_s, u"stream"_s, u"order"_s, u"sql"_s,
+           u"format"_s},
+          {},
+          1,
+          1},
+         u"yunshan-cli browse LIB --exam A,B [--classes 1,2] [--categories 1]\n"
+         "            [--show 原始分和名次|Z分|T分] [--stream 全|文|理]\n"
+         "            [--order 总分:desc,班级:asc] [--sql TEXT] [--format tsv|json]\n"
+         "    浏览成绩。默认：全部班级，全部类别，科类“全”，原始分和名次。\n"
+         "    --order …          最多四项，项目后面的 :asc 升序（默认），:desc 降序\n"
+         "    --sql TEXT         代替生成的 SQL 语句\n"
+         "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
+         runBrowse},
+        {u"info",
+         {{}, {}, 1, 1},
+         u"yunshan-cli info LIB\n"
+         "    以 JSON 输出科类、班级和人数、考试、列、设置。\n",
+         runInfo},
+    };
+    return all;
+}
+
+} // namespace cli

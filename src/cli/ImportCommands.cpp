@@ -1,0 +1,110 @@
+#include <QFileInfo>
+
+#include "cli/CliImportScreens.h"
+#include "cli/CliProgress.h"
+#include "cli/Command.h"
+#include "import/ExamImport.h"
+#include "import/StudentImport.h"
+#include "import/WorkbookIntake.h"
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+using namespace importing;
+using runtime::Answer;
+
+namespace {
+
+Backup backupChoice(const Arguments& arguments)
+{
+    return arguments.has(u"no-backup"_s) ? Backup::SwitchedOff : Backup::Make;
+}
+
+/// The sheet that --sheet names, else the first. Throws UsageError if the workbook has no such sheet; of
+/// a workbook that could not be opened the import itself says why.
+QString chosenSheet(const WorkbookIntake& intake, const Arguments& arguments)
+{
+    const QStringList sheets = intake.sheetNames();
+    const QString wanted = arguments.value(u"sheet"_s, sheets.value(0));
+    if (!sheets.isEmpty() && !sheets.contains(wanted))
+        throw UsageError(u"工作簿里没有数据表“%1”。"_s.arg(wanted));
+    return wanted;
+}
+
+void planAnswers(CliDialogs& dialogs, const Arguments& arguments)
+{
+    const QString mismatch =
+        arguments.oneOf(u"on-mismatch"_s, {u"cancel"_s, u"replace"_s, u"keep"_s});
+    dialogs.answer(u"与数据库中记录的不一致"_s, mismatch == "replace"_L1 ? Answer::Yes
+                       : mismatch == "keep"_L1                           ? Answer::No
+                                                                         : Answer::Cancel);
+    const QString unknown = arguments.oneOf(u"on-unknown"_s, {u"skip"_s, u"add"_s});
+    dialogs.answer(u"是否添加新学生"_s, unknown == "add"_L1 ? Answer::Ok : Answer::Cancel);
+    if (arguments.has(u"existing"_s))
+        dialogs.answer(u"原有数据将被新数据替换"_s, Answer::Ok);
+}
+
+ExamImportRequest requestFrom(const Arguments& arguments, const QString& sheet)
+{
+    ExamImportRequest request;
+    request.workbookPath = arguments.path(1);
+    request.sheetName = sheet;
+    request.examName = arguments.value(u"exam"_s);
+    request.examChoice =
+        arguments.has(u"existing"_s) ? ExamChoice::PickedFromList : ExamChoice::Typed;
+    request.newStudents = arguments.has(u"add-students"_s) ? NewStudents::Add : NewStudents::Ask;
+    request.afterwards = arguments.has(u"score"_s) ? Afterwards::Score : Afterwards::LeaveUnscored;
+    request.backup = backupChoice(arguments);
+    return request;
+}
+
+/// The import passes over a missing file in silence, which helps nobody here.
+bool checkBook(Session& session)
+{
+    const QString path = session.arguments.path(1);
+    if (QFileInfo(path).isFile())
+        return true;
+    printError(u"找不到工作簿：%1"_s.arg(path));
+    return false;
+}
+
+Exit exitOf(const Session& session, ImportResult result)
+{
+    return result == ImportResult::Finished ? session.result() : Exit::Error;
+}
+
+} // namespace
+
+Exit runImportStudents(Session& session)
+{
+    if (!session.openLibrary() || !checkBook(session))
+        return Exit::Error;
+    Applications applications;
+    WorkbookIntake intake(applications, studentSheet);
+    intake.browse(session.arguments.path(1));
+    const QString sheet = chosenSheet(intake, session.arguments);
+    CliProgress progress;
+    StudentImport import(session.scores, intake, progress);
+    return exitOf(session, import.run(sheet, backupChoice(session.arguments)));
+}
+
+Exit runImportExam(Session& session)
+{
+    const Arguments& arguments = session.arguments;
+    CliImportScreens screens(session.scores.paths(), arguments.list(u"full-marks"_s));
+    planAnswers(session.dialogs, arguments);
+    if (!session.openLibrary() || !checkBook(session))
+        return Exit::Error;
+    if (arguments.has(u"existing"_s))
+        session.requireExams({arguments.value(u"exam"_s)});
+    Applications applications;
+    WorkbookIntake intake(applications, examSheet);
+    intake.browse(arguments.path(1));
+    const QString sheet = chosenSheet(intake, arguments);
+    ImportState state;
+    CliProgress progress;
+    ExamImport import(session.scores, intake, state, screens, progress);
+    return exitOf(session, import.run(requestFrom(arguments, sheet)));
+}
+
+} // namespace cli

@@ -1,0 +1,18 @@
+#include "cli/Command.h"
+#include "library/NewLibrary.h"
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+
+Exit runNew(Session& session)
+{
+    const QStringList subjects = session.arguments.list(u"subjects"_s);
+    if (session.arguments.has(u"force"_s))
+        session.dialogs.answer(u"是否覆盖原文件"_s, runtime::Answer::Ok);
+    const bool made =
+        library::NewLibrary(session.scores).createAsked(subjects, session.arguments.path(0));
+    return made ? session.result() : Exit::Error;
+}
+
+} // namespace cli

@@ -1,0 +1,77 @@
+#include <QCoreApplication>
+
+#include "cli/Command.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace cli;
+
+QString helpForAll()
+{
+    QString help = u"云杉学业册命令行\n\n"_s;
+    for (const Command& command : commands())
+        help += QString::fromUtf16(command.help) + u'\n';
+    return help
+        + u"yunshan-cli COMMAND --help 显示一条命令的用法。\n"
+          "退出码：0 完成，1 出错或没有完成，2 用法不正确。\n"_s;
+}
+
+const Command* findCommand(const QString& name)
+{
+    for (const Command& command : commands()) {
+        if (name == QStringView(command.name))
+            return &command;
+    }
+    return nullptr;
+}
+
+Exit runCommand(const Command& command, const QStringList& rest)
+{
+    const Arguments arguments(rest, command.syntax);
+    CliDialogs dialogs;
+    library::ScoreLibrary scores(
+        runtime::AppPaths::locate(QCoreApplication::applicationDirPath()));
+    Session session{arguments, dialogs, scores};
+    return command.run(session);
+}
+
+Exit runProgram(QStringList arguments)
+{
+    arguments.removeFirst();
+    const QString name = arguments.isEmpty() ? QString() : arguments.takeFirst();
+    if (name == "--help"_L1 || name == "help"_L1) {
+        printResult(helpForAll());
+        return Exit::Done;
+    }
+    const Command* command = findCommand(name);
+    if (!command) {
+        printError(name.isEmpty() ? u"缺少命令。"_s : u"不认识的命令：%1"_s.arg(name));
+        printError(helpForAll());
+        return Exit::Usage;
+    }
+    if (arguments.contains("--help"_L1)) {
+        printResult(QString::fromUtf16(command->help));
+        return Exit::Done;
+    }
+    try {
+        return runCommand(*command, arguments);
+    } catch (const UsageError& error) {
+        printError(error.description());
+        printError(QString::fromUtf16(command->help));
+        return Exit::Usage;
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    try {
+        return int(runProgram(QCoreApplication::arguments()));
+    } catch (const std::exception& error) {
+        printError(QString::fromUtf8(error.what()));
+        return int(Exit::Error);
+    }
+}
