@@ -1,0 +1,92 @@
+#!/usr/bin/env python3
+"""Times the product against a bare program that does only the same reading, arithmetic and writing.
+
+    compare.py --bound DIR [--programs DIR] [--rounds 7]
+
+The bound's folder holds gen.py (makes its libraries and a workbook), floor.cpp (scores) and
+xlsx_floor.cpp (reads a workbook). Both sides run in turns in one go, each on a fresh copy; ratios are
+taken within a round, and their median is printed.
+"""
+import argparse
+import re
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+SIZES = {"A": 1200, "B": 3000, "C": 12000}
+
+
+def run(*command):
+    done = subprocess.run([str(part) for part in command], capture_output=True, text=True)
+    if done.returncode:
+        sys.exit(f"{command}: {done.stdout}{done.stderr}")
+    return done.stdout + done.stderr
+
+
+def figure(text, name):
+    return float(re.search(rf"\b{name}=([\d.]+)", text).group(1))
+
+
+def fresh(source, folder, name):
+    copy = folder / name
+    copy.unlink(missing_ok=True)
+    shutil.copyfile(source, copy)
+    # Both sides start with a warm page cache and nothing of the copy left to write.
+    run("sync", copy)
+    return copy
+
+
+def bound_library(bound, floor, size, folder):
+    path = folder / f"bound-{size}.db"
+    run(sys.executable, bound / "gen.py", "library", size, path)
+    run(floor, "score", path, "*", "journal=delete")
+    return path
+
+
+def compare_scoring(options, floor, folder):
+    bench = options.programs / "bench_scoring"
+    for size, students in SIZES.items():
+        theirs = bound_library(options.bound, floor, size, folder)
+        ours = folder / f"ours-{size}.CJK"
+        run(bench, "make", students, ours)
+        times, bounds, ratios, peak = [], [], [], 0
+        for _ in range(options.rounds):
+            text = run(floor, "score", fresh(theirs, folder, "t.db"), "待算考试",
+                       f"journal={options.journal}", "sync=full")
+            bounds.append(figure(text, "total"))
+            text = run(bench, "run", fresh(ours, folder, "o.CJK"))
+            times.append(figure(text, "total"))
+            peak = max(peak, figure(text, "peak_mb"))
+            ratios.append(times[-1] / bounds[-1])
+        report(f"scoring {students}", times, bounds, ratios, f", peak {peak:.0f} MB")
+        theirs.unlink()
+        ours.unlink()
+
+
+def report(what, times, bounds, ratios, more=""):
+    middle = statistics.median
+    print(f"{what}: {middle(times):.1f} ms, bound {middle(bounds):.1f} ms, "
+          f"ratio {middle(ratios):.2f}{more}", flush=True)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--bound", type=Path, required=True)
+    parser.add_argument("--programs", type=Path,
+                        default=Path(__file__).resolve().parent.parent / "build/release/bin")
+    parser.add_argument("--rounds", type=int, default=7)
+    parser.add_argument("--journal", default="delete", choices=["delete", "wal"])
+    options = parser.parse_args()
+    options.bound = options.bound.resolve()
+    with tempfile.TemporaryDirectory() as name:
+        folder = Path(name)
+        floor = folder / "floor"
+        run("g++", "-O2", "-std=c++20", options.bound / "floor.cpp", "-lsqlite3", "-o", floor)
+        compare_scoring(options, floor, folder)
+
+
+if __name__ == "__main__":
+    main()
