@@ -1,0 +1,120 @@
+#include "import/ErrorList.h"
+
+#include <gtest/gtest.h>
+
+#include "support/PrintQString.h"
+#include "support/ScriptedDialogs.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using importing::ErrorList;
+
+class ErrorListTest : public testing::Test
+{
+protected:
+    ErrorListTest()
+    {
+        state.KMImport = {{u"语文"_s, 150, 4}, {u"数学"_s, 100.1F, 5}};
+        state.MFGData.setCols(5);
+        state.MFGData.setRows(5);
+        state.errors.setCols(7);
+        addError(u"语文"_s, u"160"_s, u"超过总分"_s);
+        addError(u"数学"_s, u"0"_s, u"分值不能为空"_s);
+    }
+
+    void addError(const QString& subject, const QString& score, const QString& reason)
+    {
+        state.ErrorCount += 1;
+        const int row = int(state.ErrorCount);
+        state.errors.setRows(row + 1);
+        int column = 0;
+        for (const QString& text : {u"1"_s, u"2"_s, u"王芳"_s, subject, score, reason})
+            state.errors.setTextMatrix(row, column++, text);
+    }
+
+    ErrorList::Entry enter(int row, const QString& text)
+    {
+        list.CurRow = row;
+        return list.enter(text);
+    }
+
+    QString reason(int row) const { return state.errors.TextMatrix(row, 5); }
+
+    importing::ImportState state;
+    support::ScriptedDialogs dialogs;
+    ErrorList list{state};
+};
+
+TEST_F(ErrorListTest, TellsHowManyScoresAreBad)
+{
+    EXPECT_EQ(list.countText(), u"共发现 2 处成绩有问题！"_s);
+}
+
+TEST_F(ErrorListTest, EnterOnAnEmptyEditorDoesNothing)
+{
+    EXPECT_EQ(enter(1, {}), ErrorList::Entry::Ignored);
+    EXPECT_EQ(reason(1), u"超过总分"_s);
+    EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST_F(ErrorListTest, ScoreEqualToTheFullMarkIsAccepted)
+{
+    EXPECT_EQ(enter(1, u"150"_s), ErrorList::Entry::Accepted);
+    EXPECT_EQ(reason(1), QString());
+    EXPECT_EQ(enter(2, u"100.1"_s), ErrorList::Entry::Accepted) << "compared as 32-bit floats";
+    EXPECT_EQ(enter(2, u"0"_s), ErrorList::Entry::Accepted);
+}
+
+TEST_F(ErrorListTest, ScoreOutsideTheRangeIsRefused)
+{
+    for (const QString& text : {u"150.5"_s, u"-1"_s}) {
+        dialogs.shown.clear();
+        EXPECT_EQ(enter(1, text), ErrorList::Entry::Refused);
+        EXPECT_EQ(dialogs.shown, QStringList{u"错误: 输入分数有误，请重新输入！"_s});
+        EXPECT_EQ(reason(1), u"超过总分"_s);
+    }
+}
+
+TEST_F(ErrorListTest, AcceptedValueGoesToTheOneFixedCell)
+{
+    state.MFGData.setTextMatrix(1, 3, u"160"_s);
+    enter(1, u" 95.50 分"_s);
+    EXPECT_EQ(state.MFGData.TextMatrix(3, 3), u"95.5"_s);
+    EXPECT_EQ(state.MFGData.TextMatrix(1, 3), u"160"_s) << "the bad cell keeps its text";
+    EXPECT_EQ(state.errors.TextMatrix(1, 4), u"160"_s) << "the list keeps the bad value";
+}
+
+TEST_F(ErrorListTest, FixedCellOutsideTheGridIsReportedAndTheRowIsAnsweredAllTheSame)
+{
+    state.MFGData.setRows(3);
+    EXPECT_EQ(enter(1, u"90"_s), ErrorList::Entry::Accepted);
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Private Sub Text1_KeyDown/Formgf"_s));
+    EXPECT_EQ(reason(1), QString());
+}
+
+TEST_F(ErrorListTest, UnknownSubjectTakesOnlyZero)
+{
+    addError(u"美术"_s, u"5"_s, u"超过总分"_s);
+    EXPECT_EQ(enter(3, u"1"_s), ErrorList::Entry::Refused);
+    EXPECT_EQ(enter(3, u"0"_s), ErrorList::Entry::Accepted);
+}
+
+TEST_F(ErrorListTest, TheLastSubjectOfANameGivesTheFullMark)
+{
+    state.KMImport.push_back({u"语文"_s, 100, 6});
+    EXPECT_EQ(enter(1, u"120"_s), ErrorList::Entry::Refused);
+}
+
+TEST_F(ErrorListTest, CannotBeFinishedWithAnOpenRow)
+{
+    enter(1, u"90"_s);
+    EXPECT_FALSE(list.finish());
+    EXPECT_EQ(dialogs.shown, QStringList{u"至少有一项成绩还没有修改！"_s});
+    EXPECT_EQ(list.CurRow, 2);
+    enter(2, u"90"_s);
+    EXPECT_TRUE(list.finish());
+}
+
+} // namespace

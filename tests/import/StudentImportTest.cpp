@@ -1,0 +1,230 @@
+#include "import/StudentImport.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include "SheetFixture.h"
+
+namespace {
+
+using importing::Backup;
+using importing::ImportResult;
+
+class StudentImportTest : public SheetFixture
+{
+protected:
+    StudentImportTest() : SheetFixture(importing::studentSheet) {}
+
+    ImportResult run(Backup backup = Backup::SwitchedOff)
+    {
+        return importing::StudentImport(library.scores, intake, progress).run(sheetName, backup);
+    }
+
+    QString students(const QString& columns)
+    {
+        return library.rows(u"select "_s + columns + u" from 信息表"_s);
+    }
+
+    void writeFile(const QString& path, const QByteArray& bytes)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    /// The values of one column below its heading, one student each.
+    void column(const QString& heading, const std::vector<runtime::Value>& cells)
+    {
+        Rows rows{{u"班级"_s, u"学号"_s, u"姓名"_s, heading}};
+        int number = 0;
+        for (const runtime::Value& cell : cells)
+            rows.push_back({1, ++number, u"学生"_s, cell});
+        sheet(rows);
+    }
+
+    const QString tag = u" - Private Sub Command1_Click/FormDaoRuXinXi"_s;
+};
+
+TEST_F(StudentImportTest, BringsInTheColumnsThatTheHeadingsName)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"备注"_s, u"科类"_s, u"性别"_s, u"类别代码"_s},
+           {1, 2, u"王芳"_s, u"转学"_s, u"文"_s, u"女"_s, 3},
+           {u"2"_s, u"03"_s, u"李强"_s, {}, {}, u"男"_s, u"abc"_s}});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(dialogs.shown, QStringList{u"导入完成！"_s});
+    EXPECT_EQ(students(u"班级,学号,姓名,备注,科类,性别,类别代码"_s),
+              u"1|2|王芳|转学|文|女|3 / 2|3|李强|NULL|理|男|0"_s);
+}
+
+TEST_F(StudentImportTest, WithoutAStreamColumnEveryoneIsInTheSciences)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}, {1, 2, u"陈静"_s}});
+    run();
+    EXPECT_EQ(students(u"科类"_s), u"理 / 理"_s);
+}
+
+TEST_F(StudentImportTest, ImportedTwiceStandsTwice)
+{
+    for (int time = 0; time < 2; ++time) {
+        sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}});
+        run();
+    }
+    EXPECT_EQ(students(u"姓名"_s), u"王芳 / 王芳"_s);
+}
+
+TEST_F(StudentImportTest, EmptyClassEndsTheSheet)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s},
+           {1, {}, u"王芳"_s},
+           {{}, 2, u"陈静"_s},
+           {1, 3, u"李强"_s}});
+    run();
+    EXPECT_EQ(students(u"学号,姓名"_s), u"0|王芳"_s);
+}
+
+TEST_F(StudentImportTest, EmptyHeadingEndsTheColumns)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"性别"_s, {}, u"民族"_s},
+           {1, 1, u"王芳"_s, u"女"_s, {}, u"汉"_s}});
+    run();
+    EXPECT_EQ(students(u"性别,民族"_s), u"女|NULL"_s);
+}
+
+TEST_F(StudentImportTest, ColumnsAreReadUpToNumber255)
+{
+    Rows rows{{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}};
+    for (int column = 4; column <= 254; ++column) {
+        rows[0].push_back(u"备注"_s);
+        rows[1].emplace_back();
+    }
+    rows[0].insert(rows[0].end(), {u"民族"_s, u"性别"_s});
+    rows[1].insert(rows[1].end(), {u"汉"_s, u"女"_s});
+    sheet(rows);
+    run();
+    EXPECT_EQ(students(u"民族,性别"_s), u"汉|NULL"_s);
+}
+
+TEST_F(StudentImportTest, HeadingThatIsNoColumnIsReportedOnEachRowAndTheRecordsAreAdded)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"电话"_s, u"性别"_s},
+           {1, 1, u"王芳"_s, u"1"_s, u"女"_s},
+           {1, 2, u"陈静"_s, u"2"_s, u"女"_s}});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    ASSERT_EQ(dialogs.failures.size(), 2);
+    for (const QString& failure : dialogs.failures)
+        EXPECT_TRUE(failure.endsWith(tag)) << failure.toStdString();
+    EXPECT_EQ(students(u"姓名,性别"_s), u"王芳|女 / 陈静|女"_s);
+}
+
+TEST_F(StudentImportTest, DatesAreStoredAsYearMonthDay)
+{
+    const QDateTime day(QDate(2009, 7, 31), QTime(0, 0));
+    column(u"出生时间"_s, {day, u"2009年7月31日"_s, 40025.0});
+    run();
+    EXPECT_EQ(students(u"出生时间"_s), u"2009-07-31 / 2009-07-31 / 2009-07-31"_s);
+}
+
+TEST_F(StudentImportTest, CellThatIsNoDateIsReportedAndItsFieldStaysEmpty)
+{
+    column(u"入学时间"_s, {u"不详"_s, u"2009.9.1"_s});
+    run();
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_EQ(dialogs.failures[0], u"“不详”不是日期。"_s + tag);
+    EXPECT_EQ(students(u"入学时间"_s), u"NULL / 2009-09-01"_s);
+}
+
+TEST_F(StudentImportTest, EmptyDateCellGivesNoDateAndNoMessage)
+{
+    column(u"出生时间"_s, {{}, u""_s});
+    run();
+    EXPECT_EQ(dialogs.failures, QStringList());
+    EXPECT_EQ(students(u"出生时间"_s), u"NULL / NULL"_s);
+}
+
+TEST_F(StudentImportTest, OtherCellsAreStoredAsTheyStand)
+{
+    column(u"学籍号"_s, {u"0805"_s, 20090101.0, 123456789012345.0, u" 12 "_s, 1.5});
+    run();
+    EXPECT_EQ(students(u"学籍号"_s), u"0805 / 20090101 / 123456789012345 /  12  / 1.5"_s);
+}
+
+TEST_F(StudentImportTest, ValueThatDoesNotFitCostsItsFieldAndTheRecordIsAdded)
+{
+    column(u"性别"_s, {QString(1000, u'女'), u"女"_s});
+    run();
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_TRUE(dialogs.failures[0].endsWith(tag));
+    EXPECT_EQ(students(u"姓名,性别"_s), u"学生|NULL / 学生|女"_s);
+}
+
+TEST_F(StudentImportTest, PhotoIsFoundAsWrittenOrBesideTheWorkbook)
+{
+    const QDir folder(library.folder.path());
+    folder.mkpath(u"照片/一班"_s);
+    writeFile(library.file(u"照片/一班/王芳.jpg"_s), "far");
+    writeFile(library.file(u"陈静.jpg"_s), "near");
+    const QString full = library.file(u"照片/一班/王芳.jpg"_s);
+    column(u"照片名"_s, {full, u"陈静.jpg"_s, u"照片\\一班\\王芳.jpg"_s, u"没有.jpg"_s, {}});
+    run();
+    EXPECT_EQ(dialogs.failures, QStringList());
+    EXPECT_EQ(students(u"照片名,cast(照片 as text)"_s),
+              u"王芳.jpg|far / 陈静.jpg|near / 王芳.jpg|far / NULL|NULL / NULL|NULL"_s);
+}
+
+TEST_F(StudentImportTest, RefusesAnotherFirstRow)
+{
+    sheet({{u"班级"_s, u"姓名"_s, u"学号"_s}, {1, u"王芳"_s, 1}});
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(dialogs.shown, QStringList{u"错误: 指定的工作表格式不对！\n\n"
+                                         "前3列为 班级、学号、姓名"_s});
+    EXPECT_EQ(students(u"*"_s), QString());
+}
+
+TEST_F(StudentImportTest, NeedsAnOpenWorkbook)
+{
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(dialogs.shown, QStringList{u"错误: 要分析的工作簿未打开！"_s});
+}
+
+TEST_F(StudentImportTest, ClosesTheSpreadsheetApplicationSoThatASecondRunNeedsANewBrowse)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}});
+    run();
+    dialogs.shown.clear();
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_TRUE(dialogs.shown.contains(u"错误: 要分析的工作簿未打开！"_s));
+}
+
+TEST_F(StudentImportTest, CancelWritesNothing)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}, {1, 2, u"陈静"_s}});
+    progress.cancelAfter = 1;
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(students(u"*"_s), QString());
+    EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST_F(StudentImportTest, TellsWhereItStands)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}});
+    run();
+    EXPECT_EQ(progress.texts, (QStringList{u"导入数据..."_s, QString()}));
+}
+
+TEST_F(StudentImportTest, MakesADatedCopyFirstAndWritesNothingWithoutIt)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}});
+    EXPECT_EQ(run(Backup::Make), ImportResult::Finished);
+    EXPECT_EQ(QDir(library.folder.path()).entryList({u"*.bak"_s}).size(), 1);
+
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 2, u"陈静"_s}});
+    QFile::remove(library.scores.LibPath);
+    EXPECT_EQ(run(Backup::Make), ImportResult::Stopped);
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_TRUE(dialogs.failures[0].endsWith(tag));
+    EXPECT_EQ(students(u"姓名"_s), u"王芳"_s);
+}
+
+} // namespace

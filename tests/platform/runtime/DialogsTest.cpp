@@ -1,0 +1,79 @@
+#include "platform/runtime/Dialogs.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include "support/PrintQString.h"
+#include "support/ScriptedDialogs.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace runtime;
+
+const QString filter = u"成绩库|*.CJK"_s;
+
+class FileDialog : public testing::Test
+{
+protected:
+    QString existingFile()
+    {
+        const QString path = folder.filePath(u"旧.CJK"_s);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        return path;
+    }
+
+    QTemporaryDir folder;
+    support::ScriptedDialogs dialogs;
+};
+
+TEST_F(FileDialog, CancellingGivesAnEmptyName)
+{
+    EXPECT_EQ(ShowFileDialog(filter, FileMode::Open), u""_s);
+    EXPECT_EQ(ShowFileDialog(filter, FileMode::Save), u""_s);
+    EXPECT_TRUE(dialogs.shown.isEmpty());
+}
+
+TEST_F(FileDialog, OpeningAnExistingFileAsksNothing)
+{
+    dialogs.file = existingFile();
+    EXPECT_EQ(ShowFileDialog(filter, FileMode::Open), *dialogs.file);
+    EXPECT_EQ(dialogs.fileTitle, u"打开文件"_s);
+    EXPECT_EQ(dialogs.fileFilter, filter);
+    EXPECT_TRUE(dialogs.shown.isEmpty());
+}
+
+TEST_F(FileDialog, SavingUnderANewNameAsksNothing)
+{
+    dialogs.file = folder.filePath(u"新.CJK"_s);
+    EXPECT_EQ(ShowFileDialog(filter, FileMode::Save), *dialogs.file);
+    EXPECT_EQ(dialogs.fileTitle, u"保存文件"_s);
+}
+
+TEST_F(FileDialog, RefusingToOverwriteGivesAnEmptyName)
+{
+    dialogs.file = existingFile();
+    dialogs.expect(u"同名文件已存在"_s, Answer::Cancel);
+    EXPECT_EQ(ShowFileDialog(filter, FileMode::Save), u""_s);
+    EXPECT_EQ(dialogs.shown, QStringList{u"是否覆盖: 同名文件已存在，是否覆盖原文件？"_s});
+}
+
+TEST_F(FileDialog, AgreeingToOverwriteGivesTheName)
+{
+    dialogs.file = existingFile();
+    dialogs.expect(u"同名文件已存在"_s, Answer::Ok);
+    EXPECT_EQ(ShowFileDialog(filter, FileMode::Save), *dialogs.file);
+}
+
+TEST(ColorDialog, GivesTheColorAsANumberOrErr)
+{
+    support::ScriptedDialogs dialogs;
+    EXPECT_EQ(GetColor(0), u"err"_s);
+    dialogs.color = 0x00ff80;
+    EXPECT_EQ(GetColor(0), u"65408"_s);
+}
+
+} // namespace

@@ -1,0 +1,104 @@
+#include "platform/runtime/Trap.h"
+
+#include <new>
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
+#include "support/PrintQString.h"
+#include "support/ScriptedDialogs.h"
+
+namespace runtime {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(Trap, AFailingStatementIsShownWithTheTagAndTheNextOneRuns)
+{
+    support::ScriptedDialogs dialogs;
+    const Trap trap{" - Sub PaiMC/Mdl_MDB"};
+    int value = 1;
+    EXPECT_FALSE(trap([&] {
+        throw Error(u"没有名为“甲”的列。"_s);
+        value = 2;
+    }));
+    EXPECT_TRUE(trap([&] { value += 10; }));
+    EXPECT_EQ(value, 11);
+    EXPECT_EQ(dialogs.failures, QStringList({u"没有名为“甲”的列。 - Sub PaiMC/Mdl_MDB"_s}));
+}
+
+TEST(Trap, ALoopShowsOneMessageARound)
+{
+    support::ScriptedDialogs dialogs;
+    const Trap trap{" - tag"};
+    for (int i = 0; i < 3; ++i)
+        trap([&] { throw Error(QString::number(i)); });
+    EXPECT_EQ(dialogs.failures, QStringList({u"0 - tag"_s, u"1 - tag"_s, u"2 - tag"_s}));
+}
+
+TEST(Trap, ASilentOneShowsNothing)
+{
+    support::ScriptedDialogs dialogs;
+    EXPECT_FALSE(Trap::silent()([] { throw Error(u"x"_s); }));
+    EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST(Trap, AMistakeOfTheProgramPasses)
+{
+    support::ScriptedDialogs dialogs;
+    const Trap trap{" - tag"};
+    EXPECT_THROW(trap([] { throw std::logic_error("mistake"); }), std::logic_error);
+    EXPECT_THROW(Trap::silent()([] { throw std::out_of_range("mistake"); }), std::out_of_range);
+    EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST(Trap, OtherFailuresOfTheMachineAreShownToo)
+{
+    support::ScriptedDialogs dialogs;
+    const Trap trap{" - tag"};
+    trap([] { throw std::bad_alloc(); });
+    trap([] { throw std::runtime_error("读"); });
+    EXPECT_EQ(dialogs.failures, QStringList({u"内存不足。 - tag"_s, u"读 - tag"_s}));
+}
+
+TEST(Trap, ShowsAFailureThatWasNotThrown)
+{
+    support::ScriptedDialogs dialogs;
+    Trap{" - tag"}.fail(u"x"_s);
+    Trap::silent().fail(u"y"_s);
+    EXPECT_EQ(dialogs.failures, QStringList({u"x - tag"_s}));
+}
+
+TEST(Error, TellsItsDescriptionInUtf8)
+{
+    EXPECT_STREQ(Error(u"内存不足。"_s).what(), "内存不足。");
+}
+
+TEST(MsgBox, GivesTheButtonThatWasPressed)
+{
+    support::ScriptedDialogs dialogs;
+    dialogs.expect(u"覆盖"_s, Answer::Cancel);
+    EXPECT_EQ(MsgBox(u"同名文件已存在，是否覆盖原文件？"_s, u"是否覆盖"_s, Buttons::OkCancel),
+              Answer::Cancel);
+    EXPECT_EQ(MsgBox(u"完成"_s), Answer::Ok);
+    EXPECT_EQ(dialogs.shown,
+              QStringList({u"是否覆盖: 同名文件已存在，是否覆盖原文件？"_s, u"完成"_s}));
+}
+
+TEST(InstalledDialogs, PutTheFormerOnesBack)
+{
+    EXPECT_THROW(Dialogs::current(), std::logic_error);
+    support::ScriptedDialogs outer;
+    {
+        support::ScriptedDialogs inner;
+        MsgBox(u"in"_s);
+        EXPECT_EQ(inner.shown, QStringList({u"in"_s}));
+    }
+    MsgBox(u"out"_s);
+    EXPECT_EQ(outer.shown, QStringList({u"out"_s}));
+}
+
+} // namespace
+} // namespace runtime

@@ -1,0 +1,171 @@
+#include "scoring/Ranks.h"
+
+#include <gtest/gtest.h>
+
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using support::TestLibrary;
+
+class Ranks : public testing::Test
+{
+protected:
+    Ranks() { test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100}, {u"总分"_s, u"语文"_s}}); }
+
+    void student(int classNumber, int number, const runtime::Value& score,
+                 const QString& stream = u"理"_s)
+    {
+        test.addStudent(classNumber, number, u"学生"_s, stream);
+        test.addScores(u"期中"_s, classNumber, number, {{u"语文"_s, score}});
+    }
+
+    QString run()
+    {
+        test.reload();
+        scoring.PanNJBjMC(u"期中"_s);
+        return test.rows(u"select 语文年名, 语文班名 from 成绩表"_s);
+    }
+
+    TestLibrary test{{u"语文"_s, u"总分"_s}};
+    scoring::Scoring scoring{test.scores};
+};
+
+TEST_F(Ranks, EqualScoresShareTheRankAndTheNextTakesItsPosition)
+{
+    student(1, 1, 90);
+    student(1, 2, 80);
+    student(1, 3, 90);
+    EXPECT_EQ(run(), u"1|1 / 3|3 / 1|1"_s);
+}
+
+TEST_F(Ranks, ASingleStudentIsFirst)
+{
+    student(1, 1, 0);
+    EXPECT_EQ(run(), u"1|1"_s);
+}
+
+TEST_F(Ranks, AbsentStudentsHoldMinusOneAndDisturbNobody)
+{
+    student(1, 1, -1);
+    student(1, 2, 60);
+    student(2, 1, 70);
+    EXPECT_EQ(run(), u"-1|-1 / 2|1 / 1|1"_s);
+}
+
+TEST_F(Ranks, IfAllAreAbsentEveryRankIsMinusOne)
+{
+    student(1, 1, -1);
+    student(1, 2, -1);
+    EXPECT_EQ(run(), u"-1|-1 / -1|-1"_s);
+}
+
+TEST_F(Ranks, AScoreThatWasNeverEnteredTakesTheRankInForce)
+{
+    student(1, 1, {});
+    student(1, 2, 60);
+    student(1, 3, 50);
+    EXPECT_EQ(run(), u"2|2 / 1|1 / 2|2"_s);
+}
+
+TEST_F(Ranks, AnAbsentStudentDoesNotChangeTheRankInForce)
+{
+    student(1, 1, {});
+    student(1, 2, 60);
+    student(1, 3, -1);
+    student(1, 4, 70);
+    EXPECT_EQ(run(), u"2|2 / 2|2 / -1|-1 / 1|1"_s);
+}
+
+TEST_F(Ranks, WithoutAnyScoreAllAreFirst)
+{
+    student(1, 1, {});
+    student(1, 2, {});
+    EXPECT_EQ(run(), u"1|1 / 1|1"_s);
+}
+
+TEST_F(Ranks, StreamsAreRankedApartEvenInClassesOfTheSameNumber)
+{
+    student(1, 1, 60);
+    student(1, 2, 90, u"文"_s);
+    student(1, 3, 70);
+    EXPECT_EQ(run(), u"2|2 / 1|1 / 1|1"_s);
+}
+
+TEST_F(Ranks, AClassThatTheStudentListNoLongerHasIsNotRankedByClass)
+{
+    student(1, 1, 60);
+    student(2, 1, 70);
+    test.execute(u"update 信息表 set 班级=1, 学号=2 where 班级=2"_s);
+    EXPECT_EQ(run(), u"2|1 / 1|NULL"_s);
+}
+
+TEST_F(Ranks, TotalsAreRankedByTInTheGradeAndAbsentOnesToo)
+{
+    student(1, 1, 60);
+    student(1, 2, -1);
+    student(2, 1, 80);
+    test.execute(u"update 成绩表 set 总分=语文, 总分T分=语文"_s);
+    run();
+    EXPECT_EQ(test.rows(u"select 总分年名, 总分班名, 总分T分年名 from 成绩表"_s),
+              u"2|1|2 / -1|-1|3 / 1|1|1"_s);
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
+TEST_F(Ranks, OneGroupCanBeRankedByItself)
+{
+    student(1, 1, 60);
+    student(2, 1, 80);
+    test.reload();
+    scoring.PaiMC(u"期中"_s, u"理"_s, 2);
+    EXPECT_EQ(test.rows(u"select 语文年名, 语文班名 from 成绩表"_s), u"NULL|NULL / NULL|1"_s);
+    scoring.PaiMC(u"期中"_s, u"理"_s, 0);
+    EXPECT_EQ(test.rows(u"select 语文年名, 语文班名 from 成绩表"_s), u"2|NULL / 1|1"_s);
+}
+
+TEST_F(Ranks, AnExamWithoutRowsIsPassedOverInSilence)
+{
+    test.addStudent(1, 1, u"甲"_s, u"理"_s);
+    EXPECT_EQ(run(), u""_s);
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
+TEST_F(Ranks, AMissingRankColumnCostsAMessageForEachRow)
+{
+    student(1, 1, 60);
+    student(1, 2, 80);
+    test.execute(u"ALTER TABLE 成绩表 DROP COLUMN 语文年名"_s);
+    test.reload();
+    scoring.PanNJBjMC(u"期中"_s);
+    EXPECT_EQ(test.dialogs.failures,
+              (QStringList{u"没有名为“语文年名”的列。 - Sub PaiMC/Mdl_MDB"_s,
+                           u"没有名为“语文年名”的列。 - Sub PaiMC/Mdl_MDB"_s}));
+    EXPECT_EQ(test.rows(u"select 语文班名 from 成绩表"_s), u"2 / 1"_s);
+}
+
+struct RankCase
+{
+    QStringList values;
+    QStringList ranks;
+};
+
+TEST(MyPaiXU, RanksTextsByTheirNumbers)
+{
+    const RankCase cases[] = {
+        {{u"90"_s, u"90"_s, u"80"_s}, {u"1"_s, u"1"_s, u"3"_s}},
+        {{u"70.5"_s, u""_s, u"71"_s}, {u"2"_s, u""_s, u"1"_s}},
+        {{u"100"_s, u"9"_s, u"20"_s}, {u"1"_s, u"3"_s, u"2"_s}},
+        {{u"-1"_s, u""_s}, {u"2"_s, u""_s}},
+        {{u"5"_s}, {u"1"_s}},
+        {{}, {}},
+    };
+    for (const RankCase& one : cases) {
+        QStringList values = one.values;
+        scoring::MyPaiXU(values);
+        EXPECT_EQ(values, one.ranks);
+    }
+}
+
+} // namespace

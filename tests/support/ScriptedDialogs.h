@@ -1,0 +1,60 @@
+#pragma once
+
+#include <deque>
+#include <map>
+
+#include <QString>
+#include <QStringList>
+
+#include "platform/runtime/Dialogs.h"
+
+namespace support {
+
+/// Dialogs with planned answers. A question that nobody planned fails the test and is answered by
+/// its safe button; boxes with one button and failures are only noted.
+class ScriptedDialogs : public runtime::Dialogs
+{
+public:
+    ScriptedDialogs() : m_installed(*this) {}
+    ~ScriptedDialogs() override;
+
+    /// Plans the answer to the next question whose text contains `part`.
+    void expect(const QString& part, runtime::Answer answer);
+
+    /// Answers every question whose text contains `part`.
+    void always(const QString& part, runtime::Answer answer);
+
+    /// Texts of all boxes shown, questions and failures in one order; a titled box as "title: text".
+    QStringList shown;
+    /// Texts of the questions alone, and of the trapped failures alone.
+    QStringList questions;
+    QStringList failures;
+
+    runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
+                            runtime::Icon icon) override;
+    void failure(const QString& text) override;
+
+    /// What the file and the colour dialog give; nothing stands for 取消.
+    std::optional<QString> file;
+    std::optional<int> color;
+    /// Title and filter that the file dialog was shown with.
+    QString fileTitle;
+    QString fileFilter;
+
+    std::optional<QString> chooseFile(const QString& title, const QString& filter,
+                                      runtime::FileMode mode) override;
+    std::optional<int> chooseColor(const QString& title, int start) override;
+
+private:
+    struct Planned
+    {
+        QString part;
+        runtime::Answer answer;
+    };
+
+    std::deque<Planned> m_planned;
+    std::vector<Planned> m_standing;
+    runtime::InstalledDialogs m_installed;
+};
+
+} // namespace support

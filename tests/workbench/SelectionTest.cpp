@@ -1,0 +1,160 @@
+#include "workbench/Selection.h"
+
+#include "WorkbenchFixture.h"
+#include "platform/jet/Recordset.h"
+
+using namespace Qt::StringLiterals;
+using workbench::Selection;
+
+namespace {
+
+class SelectionTest : public WorkbenchTest
+{
+protected:
+    QStringList fieldNames(const QString& sql)
+    {
+        jet::Recordset rows;
+        rows.Open(sql, library.scores.Conn);
+        QStringList names;
+        for (int i = 0; i < rows.fieldCount(); ++i)
+            names.append(rows.Fields(i).Name());
+        return names;
+    }
+};
+
+TEST_F(SelectionTest, LoadingFillsTheFixedListsAndChoosesTheirFirstItems)
+{
+    EXPECT_EQ(selection.ListXM.items, (QStringList{u"原始分和名次"_s, u"Z分"_s, u"T分"_s}));
+    EXPECT_EQ(selection.ListXM.ListIndex, 0);
+    for (const workbench::SingleList& direction : selection.Combo2) {
+        EXPECT_EQ(direction.items, (QStringList{u"升序"_s, u"降序"_s}));
+        EXPECT_EQ(direction.ListIndex, 0);
+    }
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
+TEST_F(SelectionTest, ExamsComeInTheOrderOfTheirNumbersWithTheFirstSelected)
+{
+    EXPECT_EQ(texts(selection.ListKSMC), (QStringList{u"期中"_s, u"期末"_s}));
+    EXPECT_EQ(selection.ListKSMC.selectedTexts(), QStringList{u"期中"_s});
+    EXPECT_EQ(selection.ListKSMC.currentText(), u"期中"_s);
+}
+
+TEST_F(SelectionTest, SortKeysOfferTheFieldsFromTheFourthOn)
+{
+    const QStringList fields = fieldNames(u"select * from 成绩表"_s);
+    ASSERT_GT(fields.size(), 3);
+    for (const workbench::DropDown& key : selection.Combo1) {
+        EXPECT_EQ(key.items, fields.mid(3));
+        EXPECT_EQ(key.text, u"请选择项目"_s);
+    }
+}
+
+TEST_F(SelectionTest, InitForgetsTheSortKeysAndTheStatisticsItem)
+{
+    selection.Combo1[2].text = u"总分"_s;
+    selection.Combo3.text = u"考试人数"_s;
+    selection.init();
+    EXPECT_EQ(selection.Combo1[2].text, u"请选择项目"_s);
+    EXPECT_EQ(selection.Combo3.text, u"请选择要统计的项目"_s);
+}
+
+TEST_F(SelectionTest, TheStatisticsItemsComeFromTheLibrary)
+{
+    library.execute(u"delete * from 设置表"_s);
+    for (const auto& [id, name] : {std::pair{7, u"考试人数"_s},
+                                   {4, u"低分段"_s},
+                                   {5, u"各科平均分"_s},
+                                   {6, u"进行对比分析的考试"_s}}) {
+        library.execute(u"insert into 设置表 (ID, 名称) values (%1, '%2')"_s.arg(id).arg(name));
+    }
+    selection.init();
+    EXPECT_EQ(selection.Combo3.items,
+              (QStringList{u"高分段、低分段"_s, u"各科平均分"_s, u"考试人数"_s}));
+}
+
+TEST_F(SelectionTest, ClassesComeStreamByStreamAllSelected)
+{
+    EXPECT_EQ(library.scores.catalogue.Streams, (QStringList{u"文"_s, u"理"_s}));
+    EXPECT_EQ(texts(selection.ListFW), (QStringList{u"1"_s, u"2"_s, u"3"_s}));
+    EXPECT_EQ(selection.ListFW.selectedCount(), 3);
+    EXPECT_EQ(selection.OptionButton1[0].caption, u"全"_s);
+    EXPECT_EQ(selection.OptionButton1[1].caption, u"文"_s);
+    EXPECT_EQ(selection.OptionButton1[2].caption, u"理"_s);
+    for (const workbench::StreamOption& option : selection.OptionButton1)
+        EXPECT_TRUE(option.visible);
+    EXPECT_EQ(selection.streamWord(), u"全"_s);
+}
+
+TEST_F(SelectionTest, ALibraryOfOneStreamShowsOneStreamOption)
+{
+    library.execute(u"delete * from 信息表 where 科类='文'"_s);
+    library.reload();
+    selection.init();
+    EXPECT_EQ(selection.OptionButton1[1].caption, u"理"_s);
+    EXPECT_TRUE(selection.OptionButton1[1].visible);
+    EXPECT_FALSE(selection.OptionButton1[2].visible);
+    EXPECT_EQ(texts(selection.ListFW), (QStringList{u"2"_s, u"3"_s}));
+}
+
+TEST_F(SelectionTest, CategoriesAreTheDistinctCodesAsTextAllSelected)
+{
+    library.addStudent(2, 2, u"李四"_s, u"理"_s, 2.5);
+    selection.init();
+    EXPECT_EQ(texts(selection.ListLB), (QStringList{u"1"_s, u"2"_s, u"2.5"_s}));
+    EXPECT_EQ(selection.ListLB.selectedCount(), 3);
+}
+
+TEST_F(SelectionTest, AStreamOptionSelectsTheClassesOfItsStream)
+{
+    selection.OptionButton1_Click(2);
+    EXPECT_EQ(selection.ListFW.selectedTexts(), (QStringList{u"2"_s, u"3"_s}));
+    EXPECT_EQ(selection.streamWord(), u"理"_s);
+    EXPECT_TRUE(selection.Text1.contains(u" and ( 班级=2 or  班级=3)"_s));
+    selection.OptionButton1_Click(1);
+    EXPECT_EQ(selection.ListFW.selectedTexts(), QStringList{u"1"_s});
+    selection.OptionButton1_Click(0);
+    EXPECT_EQ(selection.ListFW.selectedCount(), 3);
+    EXPECT_EQ(selection.streamWord(), u"全"_s);
+}
+
+TEST_F(SelectionTest, AnEmptyLibraryLeavesEmptyListsWithoutAMessage)
+{
+    library.execute(u"delete * from 信息表"_s);
+    library.execute(u"delete * from 考试名称表"_s);
+    library.reload();
+    selection.init();
+    EXPECT_EQ(selection.ListKSMC.count(), 0);
+    EXPECT_EQ(selection.ListKSMC.ListIndex, -1);
+    EXPECT_EQ(selection.ListKSMC.currentText(), QString());
+    EXPECT_EQ(selection.ListFW.count(), 0);
+    EXPECT_EQ(selection.ListLB.count(), 0);
+    EXPECT_EQ(selection.Text1, u"请选择 考试名称！"_s);
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
+TEST_F(SelectionTest, WithoutALibraryTheCommandsAreOffAndTheListsStay)
+{
+    EXPECT_TRUE(selection.commandsAvailable);
+    const QString text = selection.Text1;
+    library.scores.LibPath.clear();
+    library.scores.catalogue.ExamList.clear();
+    selection.init();
+    EXPECT_FALSE(selection.commandsAvailable);
+    EXPECT_EQ(texts(selection.ListKSMC), (QStringList{u"期中"_s, u"期末"_s}));
+    EXPECT_EQ(selection.ListFW.count(), 3);
+    EXPECT_EQ(selection.Text1, text);
+}
+
+TEST_F(SelectionTest, AFailingStatementOfInitIsShownAndTheOtherListsAreFilled)
+{
+    library.execute(u"drop table 设置表"_s);
+    selection.init();
+    ASSERT_EQ(library.dialogs.failures.size(), 2);
+    for (const QString& failure : library.dialogs.failures)
+        EXPECT_TRUE(failure.endsWith(u" - Sub init/FormKaoShi"_s)) << failure.toStdString();
+    EXPECT_EQ(selection.Combo3.items, QStringList{u"高分段、低分段"_s});
+    EXPECT_EQ(selection.ListFW.count(), 3);
+}
+
+} // namespace

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+#include "workbench/Selection.h"
+
+/// A library of two streams, three classes and two exams, with the workbench over it.
+class WorkbenchTest : public testing::Test
+{
+protected:
+    WorkbenchTest()
+    {
+        using namespace Qt::StringLiterals;
+        library.addStudent(1, 1, u"赵一"_s, u"文"_s, 1);
+        library.addStudent(3, 1, u"钱二"_s, u"理"_s, 2);
+        library.addStudent(2, 1, u"孙三"_s, u"理"_s, 1);
+        // The second exam comes first in the file; the list follows the numbers.
+        library.addExam(u"期末"_s, u"理"_s, 2, {{u"语文"_s, 150}});
+        library.addExam(u"期中"_s, u"理"_s, 1,
+                        {{u"语文"_s, 150}, {u"数学"_s, 150}, {u"总分"_s, u"语文+数学"_s}});
+        library.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 150}});
+        library.reload();
+        selection.Form_Load();
+    }
+
+    static QStringList texts(const workbench::ChoiceList& list)
+    {
+        QStringList all;
+        for (const workbench::ChoiceList::Item& item : list.items)
+            all.append(item.text);
+        return all;
+    }
+
+    static void select(workbench::ChoiceList& list, const QStringList& selected)
+    {
+        for (workbench::ChoiceList::Item& item : list.items)
+            item.selected = selected.contains(item.text);
+    }
+
+    support::TestLibrary library{
+        {QStringLiteral("语文"), QStringLiteral("数学"), QStringLiteral("总分")}};
+    workbench::Selection selection{library.scores};
+};
