@@ -34,15 +34,17 @@ void chooseStream(Selection& selection, const QString& stream)
     throw UsageError(u"成绩库里没有科类“%1”。"_s.arg(stream));
 }
 
-/// Sets a sort key from a text such as "总分:desc".
-void setSortKey(workbench::DropDown& column, workbench::SingleList& direction, const QString& text)
+/// Sets a sort key from a text such as "总分:desc". The list offers no class and number, but a column
+/// can be typed.
+void setSortKey(const jet::TableColumns& columns, workbench::DropDown& column,
+                workbench::SingleList& direction, const QString& text)
 {
     const qsizetype colon = text.lastIndexOf(u':');
     const QString word = colon < 0 ? u"asc"_s : text.mid(colon + 1).toLower();
     if (word != "asc"_L1 && word != "desc"_L1)
         throw UsageError(u"排序方式只能是 asc 或 desc：%1"_s.arg(text));
     column.text = colon < 0 ? text : text.left(colon);
-    if (!column.items.contains(column.text))
+    if (columns.find(column.text) < 0)
         throw UsageError(u"没有名为“%1”的列。"_s.arg(column.text));
     direction.ListIndex = word == "desc"_L1 ? 1 : 0;
 }
@@ -51,8 +53,9 @@ void setOrder(Selection& selection, const QStringList& order)
 {
     if (order.size() > qsizetype(selection.Combo1.size()))
         throw UsageError(u"最多按 %1 项排序。"_s.arg(selection.Combo1.size()));
+    const jet::TableColumns& columns = selection.library().Conn.columns(u"成绩表"_s);
     for (qsizetype i = 0; i < order.size(); ++i)
-        setSortKey(selection.Combo1[size_t(i)], selection.Combo2[size_t(i)], order[i]);
+        setSortKey(columns, selection.Combo1[size_t(i)], selection.Combo2[size_t(i)], order[i]);
 }
 
 void choose(Selection& selection, const Arguments& arguments)

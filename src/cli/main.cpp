@@ -1,3 +1,5 @@
+#include <csignal>
+
 #include <QCoreApplication>
 
 #include "cli/Command.h"
@@ -67,6 +69,8 @@ Exit runProgram(QStringList arguments)
 
 int main(int argc, char** argv)
 {
+    // A reader that goes away (`| head`) must not break off an import in the middle.
+    std::signal(SIGPIPE, SIG_IGN);
     const QCoreApplication application(argc, argv);
     try {
         return int(runProgram(QCoreApplication::arguments()));

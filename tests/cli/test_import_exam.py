@@ -117,9 +117,14 @@ class Stored(ExamTest):
         self.assertEqual(self.scores("科类"), [("理",), ("文",)])
 
     def test_names_are_trimmed_and_numbers_read_from_texts(self):
-        result = self.take(("1班", " 2", "  乙 ", 90, 80))
-        self.assertEqual(result.err.count("不一致"), 0)
-        self.assertEqual(self.scores("id, 班级, 学号, 姓名"), [(2, 1, 2, "乙")])
+        result = self.take(("1", " 2", "  乙 ", 90, 80), ("1班", "1号", "甲", 70, 60))
+        self.assertIn("文科：期中：满分 ", result.err)
+        self.assertEqual(self.scores("id, 班级, 学号, 姓名"), [(2, 1, 2, "乙"), (1, 1, 1, "甲")])
+
+    def test_a_first_class_that_is_no_number_has_stream_1(self):
+        result = self.take(("1班", 2, "乙", 90, 80), expect=ERROR)
+        self.assertIn(" - Function GetBJKL/Mdl_MDB\n1科：期中：满分 ", result.err)
+        self.assertEqual((self.exams("科类"), self.scores("id, 科类")), ([("1",)], [(2, "文")]))
 
 
 class Names(ExamTest):

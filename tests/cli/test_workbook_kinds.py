@@ -103,15 +103,14 @@ class WorkbookKinds(yunshan.ProgramTest):
                 new.writestr(entry, part)
         self.refused("成绩.xlsx", None, "已损坏：工作簿内部的 XML 内容有错误。")
 
-    def test_folder(self):
+    def test_no_file_at_all(self):
         (self.folder / "成绩").mkdir()
-        self.refused("成绩", None, "不是文件，不能作为工作簿打开。")
-
-    def test_missing_file_for_students(self):
         before = yunshan.file_hash(self.library)
-        result = self.run_program("import-students", self.library, "没有.xlsx", expect=ERROR)
-        self.assertIn("找不到文件 ", result.err)
-        self.assertIn("没有.xlsx。", result.err)
+        for name in ("成绩", "没有.xlsx"):
+            for command in self.imports(self.folder / name):
+                result = self.run_program(*command, expect=ERROR)
+                self.assertEqual((result.out, result.err),
+                                 ("", f"找不到工作簿：{self.folder / name}\n"))
         self.assertUntouched(before)
 
     def test_empty_sheet(self):

@@ -49,13 +49,16 @@ private:
     sqlite3* m_handle;
 };
 
-/// Errors after which what a batch has written so far cannot be trusted to be whole.
+/// Errors after which what a batch has written so far cannot be trusted to be whole, or nothing of it
+/// can be written (no journal may stand in the folder).
 bool endsBatch(sqlite3* handle)
 {
     switch (sqlite3_errcode(handle) & 0xff) {
     case SQLITE_FULL:
     case SQLITE_IOERR:
     case SQLITE_CORRUPT:
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
     case SQLITE_NOMEM:
         return true;
     default:
