@@ -90,9 +90,8 @@ void NewLibrary::create(const QStringList& subjects)
 void NewLibrary::copyTemplate() const
 {
     const QString target = m_library.LibPath;
-    if (m_library.Conn.isOpen()
-        && QFileInfo(target).canonicalFilePath()
-            == QFileInfo(m_library.Conn.path()).canonicalFilePath())
+    const QString openFile = QFileInfo(m_library.Conn.path()).canonicalFilePath();
+    if (!openFile.isEmpty() && QFileInfo(target).canonicalFilePath() == openFile)
         throw runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(target));
     QFile source(m_library.paths().templateFile());
     if (!source.open(QIODevice::ReadOnly))

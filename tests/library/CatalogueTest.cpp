@@ -1,0 +1,224 @@
+#include "library/Catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using support::TestLibrary;
+
+class CatalogueLists : public testing::Test
+{
+protected:
+    library::Catalogue& catalogue() { return test.scores.catalogue; }
+
+    TestLibrary test{{u"语文"_s, u"数学"_s, u"总分"_s}};
+};
+
+TEST_F(CatalogueLists, ALibraryWithoutExamsStillKnowsItsColumns)
+{
+    test.reload();
+    EXPECT_EQ(catalogue().ExamList, QStringList());
+    EXPECT_EQ(catalogue().AllColumns, (QStringList{u"语文"_s, u"数学"_s, u"总分"_s}));
+    EXPECT_EQ(catalogue().SubjectColumns, (QStringList{u"语文"_s, u"数学"_s}));
+    EXPECT_EQ(catalogue().TotalColumns, QStringList{u"总分"_s});
+    EXPECT_EQ(catalogue().Streams, QStringList());
+    EXPECT_TRUE(catalogue().ClassTable.empty());
+}
+
+TEST_F(CatalogueLists, AColumnIsATotalExactlyWhenItsNameEndsSo)
+{
+    test.reload();
+    EXPECT_TRUE(catalogue().isKeMu(u"语文"_s));
+    EXPECT_FALSE(catalogue().isKeMu(u"总分"_s));
+    EXPECT_TRUE(catalogue().isKeMuZF(u"总分"_s));
+    EXPECT_FALSE(catalogue().isKeMuZF(u"体育"_s));
+    EXPECT_EQ(catalogue().GetKmID(u"总分"_s), 3);
+    EXPECT_EQ(catalogue().GetKmID(u"体育"_s), -1);
+}
+
+TEST_F(CatalogueLists, StreamsComeAscendingAndAtMostTwo)
+{
+    test.addStudent(1, 1, u"甲"_s, u"理"_s);
+    test.reload();
+    EXPECT_EQ(catalogue().Streams, QStringList{u"理"_s});
+    test.addStudent(2, 1, u"乙"_s, u"文"_s);
+    test.reload();
+    EXPECT_EQ(catalogue().Streams, (QStringList{u"文"_s, u"理"_s}));
+    test.addStudent(3, 1, u"丙"_s, u"艺"_s);
+    catalogue().GetKeLei();
+    EXPECT_EQ(catalogue().Streams, (QStringList{u"文"_s, u"理"_s}));
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"科类设置不正确，请重新设置科类。"_s});
+}
+
+TEST_F(CatalogueLists, AnEmptyStreamIsToldAndStillListed)
+{
+    test.addStudent(1, 1, u"甲"_s, u""_s);
+    catalogue().GetKeLei();
+    EXPECT_EQ(catalogue().Streams, QStringList{u""_s});
+    EXPECT_EQ(test.dialogs.shown,
+              QStringList{u"学生科类不能为空，如果不分文理，默认值设为“理”\n请修改！"_s});
+}
+
+TEST_F(CatalogueLists, ExamsComeByNumberAndOnceEach)
+{
+    test.addExam(u"期末"_s, u"文"_s, 2, {});
+    test.addExam(u"期末"_s, u"理"_s, 2, {});
+    test.addExam(u"期中"_s, u"理"_s, 1, {});
+    test.reload();
+    EXPECT_EQ(catalogue().ExamList, (QStringList{u"期中"_s, u"期末"_s}));
+}
+
+TEST_F(CatalogueLists, AnExamNamedAsAPartOfAnEarlierOneIsNotListed)
+{
+    test.addExam(u"期中"_s, u"理"_s, 1, {});
+    test.addExam(u"高一期中"_s, u"理"_s, 2, {});
+    test.reload();
+    EXPECT_EQ(catalogue().ExamList, (QStringList{u"期中"_s, u"高一期中"_s}));
+    test.execute(u"update 考试名称表 set 考试编号=3 where 考试名称='期中'"_s);
+    test.reload();
+    EXPECT_EQ(catalogue().ExamList, QStringList{u"高一期中"_s});
+}
+
+TEST_F(CatalogueLists, ClassesStandByStreamInAscendingOrderWithTheirSizes)
+{
+    test.addStudent(10, 1, u"甲"_s, u"理"_s);
+    test.addStudent(9, 1, u"乙"_s, u"理"_s);
+    test.addStudent(9, 2, u"丙"_s, u"理"_s);
+    test.addStudent(1, 1, u"丁"_s, u"文"_s);
+    test.reload();
+    ASSERT_EQ(catalogue().ClassTable.size(), 2u);
+    ASSERT_EQ(catalogue().ClassTable[0].size(), 1u);
+    EXPECT_EQ(catalogue().ClassTable[0][0].number, 1);
+    ASSERT_EQ(catalogue().ClassTable[1].size(), 2u);
+    EXPECT_EQ(catalogue().ClassTable[1][0].number, 9);
+    EXPECT_EQ(catalogue().ClassTable[1][0].students, 2);
+    EXPECT_EQ(catalogue().ClassTable[1][1].number, 10);
+}
+
+TEST_F(CatalogueLists, AnExamOfOneStreamLendsItsColumnsAsymmetrically)
+{
+    test.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
+    test.reload();
+    catalogue().GetKSKMZF(u"期中"_s, u"理"_s);
+    // The total's full marks look for the other stream only from 文.
+    EXPECT_EQ(catalogue().ExamColumns.names, QStringList{u"语文"_s});
+    catalogue().GetKSKM(u"期中"_s, u"理"_s);
+    EXPECT_EQ(catalogue().ExamSubjects.names, QStringList());
+}
+
+TEST_F(CatalogueLists, A文RequestTakesThe理Row)
+{
+    test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
+    test.reload();
+    catalogue().GetKSKM(u"期中"_s, u"文"_s);
+    EXPECT_EQ(catalogue().ExamSubjects.names, QStringList{u"语文"_s});
+    catalogue().GetKSKMZF(u"期中"_s, u"文"_s);
+    EXPECT_EQ(catalogue().ExamColumns.names, (QStringList{u"语文"_s, u"总分"_s}));
+    EXPECT_EQ(catalogue().ExamColumns.marks, (std::vector<double>{150, 150}));
+}
+
+TEST_F(CatalogueLists, FullMarksOfSeveralExamsAreSummed)
+{
+    test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100.5}, {u"数学"_s, 0}});
+    test.addExam(u"期末"_s, u"理"_s, 2, {{u"语文"_s, 120}, {u"总分"_s, u"语文+数学"_s}});
+    test.reload();
+    catalogue().GetKSKM(u"期中,期末"_s, u"理"_s);
+    EXPECT_EQ(catalogue().ExamSubjects.names, QStringList{u"语文"_s});
+    EXPECT_EQ(catalogue().ExamSubjects.marks, std::vector<double>{220.5});
+    catalogue().GetKSKMZF(u"期中,期末"_s, u"理"_s);
+    EXPECT_EQ(catalogue().ExamColumns.names, (QStringList{u"语文"_s, u"总分"_s}));
+    EXPECT_EQ(catalogue().ExamColumns.marks, (std::vector<double>{220.5, 120}));
+}
+
+TEST_F(CatalogueLists, FormulasFallBackOnTheOtherStream)
+{
+    test.addExam(u"期中"_s, u"文"_s, 1, {{u"总分"_s, u"语文+数学"_s}});
+    test.reload();
+    catalogue().GetZFKMGS(u"期中"_s, u"理"_s);
+    EXPECT_EQ(catalogue().TotalFormulas, QStringList{u"语文+数学"_s});
+    catalogue().GetZFKMGS(u"没有"_s, u"理"_s);
+    EXPECT_EQ(test.dialogs.failures, QStringList{u"没有当前记录。 - Function GetZFKMGS/Mdl_MDB"_s});
+    EXPECT_EQ(catalogue().TotalFormulas, QStringList{u"语文+数学"_s});
+}
+
+TEST_F(CatalogueLists, FullMarksOfOneSubjectAndOfATotal)
+{
+    test.addExam(u"期中"_s, u"理"_s, 1,
+                 {{u"语文"_s, 150}, {u"数学"_s, 100.5}, {u"总分"_s, u"语文+数学"_s}});
+    test.reload();
+    EXPECT_EQ(catalogue().getKMMF(u"期中"_s, u"理"_s, u"数学"_s), 100.5f);
+    EXPECT_EQ(catalogue().getKMMF(u"期中"_s, u"文"_s, u"数学"_s), 100.5f);
+    EXPECT_EQ(catalogue().getKMMF(u"没有"_s, u"理"_s, u"数学"_s), 0);
+    EXPECT_EQ(catalogue().GetZFMF(u"期中"_s, u"理"_s, u"总分"_s), 250.5f);
+    EXPECT_EQ(catalogue().GetZFMF(u"期中"_s, u"文"_s, u"总分"_s), 250.5f);
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
+TEST_F(CatalogueLists, TheExamNumberIsTheLastMatchOrTheNextFree)
+{
+    EXPECT_EQ(catalogue().GetKSBH(u"期中"_s), 1);
+    test.addExam(u"期中"_s, u"文"_s, 4, {});
+    test.addExam(u"期中"_s, u"理"_s, 7, {});
+    EXPECT_EQ(catalogue().GetKSBH(u"期中"_s), 7);
+    EXPECT_EQ(catalogue().GetKSBH(u"期末"_s), 8);
+}
+
+TEST_F(CatalogueLists, StreamAndCategoryOfAClassAreThoseOfItsFirstStudent)
+{
+    test.addStudent(3, 1, u"甲"_s, u"文"_s, 2);
+    test.addStudent(3, 2, u"乙"_s, u"理"_s, 1);
+    EXPECT_EQ(catalogue().GetBJKL(3).text(), u"文"_s);
+    EXPECT_EQ(catalogue().GetLeiBie(3).text(), u"2"_s);
+}
+
+TEST_F(CatalogueLists, AClassWithoutStudentsCostsAMessageAndAnswersOne)
+{
+    EXPECT_EQ(catalogue().GetBJKL(3).text(), u"1"_s);
+    EXPECT_EQ(catalogue().GetLeiBie(3).text(), u"1"_s);
+    EXPECT_EQ(test.dialogs.failures,
+              (QStringList{u"没有当前记录。 - Function GetBJKL/Mdl_MDB"_s,
+                           u"没有当前记录。 - Function GetLeiBie/Mdl_MDB"_s}));
+}
+
+TEST_F(CatalogueLists, StudentsAreCountedByStreamAndByClass)
+{
+    test.addStudent(1, 1, u"甲"_s, u"理"_s);
+    test.addStudent(1, 2, u"乙"_s, u"理"_s);
+    test.addStudent(2, 1, u"丙"_s, u"理"_s);
+    EXPECT_EQ(catalogue().GetZRS(u"理"_s, 0), 3);
+    EXPECT_EQ(catalogue().GetZRS(u"理"_s, 1), 2);
+    EXPECT_EQ(catalogue().GetZRS(u"文"_s, 1), 0);
+}
+
+TEST_F(CatalogueLists, AStudentsLineLeavesOutWhatIsEmpty)
+{
+    const qint64 id = test.addStudent(3, 12, u"王五"_s, u"理"_s);
+    EXPECT_EQ(catalogue().GetGRXX(id), u"王五 3 班 12 号 ，理"_s);
+    test.execute(u"update 信息表 set 类别='体育'"_s);
+    EXPECT_EQ(catalogue().GetGRXX(id), u"王五 3 班 12 号 ，体育，理"_s);
+}
+
+TEST_F(CatalogueLists, ARankIsTextAndEmptyWhereThereIsNone)
+{
+    const qint64 id = test.addStudent(1, 1, u"甲"_s, u"理"_s);
+    test.addScores(u"期中"_s, 1, 1, {{u"语文年名"_s, 5}});
+    EXPECT_EQ(catalogue().GetMC(u"期中"_s, u"语文年名"_s, id), u"5"_s);
+    EXPECT_EQ(catalogue().GetMC(u"期中"_s, u"数学年名"_s, id), u""_s);
+    EXPECT_EQ(catalogue().GetMC(u""_s, u"语文年名"_s, id), u""_s);
+    EXPECT_EQ(catalogue().GetMC(u"期中"_s, u""_s, id), u""_s);
+    EXPECT_EQ(catalogue().GetMC(u"期末"_s, u"语文年名"_s, id), u""_s);
+}
+
+TEST_F(CatalogueLists, TheTeacherOfAClassAndSubject)
+{
+    test.execute(u"insert into 教师表(考试名称,班级,语文) values('期中',3,'安老师')"_s);
+    EXPECT_EQ(catalogue().GetJSMD(u"期中"_s, 3, u"语文"_s), u"安老师"_s);
+    EXPECT_EQ(catalogue().GetJSMD(u"期中"_s, 3, u"数学"_s), u""_s);
+    EXPECT_EQ(catalogue().GetJSMD(u"期中"_s, 4, u"语文"_s), u""_s);
+}
+
+} // namespace

@@ -1,0 +1,185 @@
+#include "library/NewLibrary.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Text.h"
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using runtime::Answer;
+using support::ScriptedDialogs;
+using support::TestLibrary;
+
+const QString tag = u" - Private Sub Command1_Click/FormNew"_s;
+
+class NewLibraryRun : public testing::Test
+{
+protected:
+    bool create(const QStringList& subjects)
+    {
+        return library::NewLibrary(scores).createAsked(subjects, path);
+    }
+
+    QStringList columns(const QString& table)
+    {
+        QStringList names;
+        for (const jet::Column& column : scores.Conn.columns(table))
+            names.append(column.name);
+        return names;
+    }
+
+    QTemporaryDir folder;
+    ScriptedDialogs dialogs;
+    runtime::AppPaths paths = TestLibrary::makeAppFolder(folder.path());
+    library::ScoreLibrary scores{paths};
+    QString path = folder.filePath(u"新.CJK"_s);
+};
+
+TEST_F(NewLibraryRun, ColumnsFollowTheOrderGiven)
+{
+    EXPECT_TRUE(create({u"数学"_s, u"总分"_s, u"语文"_s}));
+    EXPECT_EQ(dialogs.shown, QStringList{u"新建数据库成功，现在将设置学生信息。"_s});
+    EXPECT_EQ(columns(u"考试名称表"_s),
+              (QStringList{u"ID"_s, u"考试名称"_s, u"科类"_s, u"考试编号"_s, u"备注"_s, u"数学"_s,
+                           u"总分"_s, u"语文"_s}));
+    EXPECT_EQ(columns(u"成绩表"_s).mid(8),
+              (QStringList{u"数学"_s, u"数学年名"_s, u"数学班名"_s, u"数学Z分"_s, u"数学T分"_s,
+                           u"总分"_s, u"总分年名"_s, u"总分班名"_s, u"总分Z分"_s, u"总分T分"_s,
+                           u"语文"_s, u"语文年名"_s, u"语文班名"_s, u"语文Z分"_s, u"语文T分"_s,
+                           u"总分T分年名"_s, u"备注"_s}));
+    EXPECT_EQ(columns(u"教师表"_s).mid(2), (QStringList{u"数学"_s, u"总分"_s, u"语文"_s}));
+    EXPECT_EQ(scores.catalogue.ExamList, QStringList());
+    EXPECT_EQ(scores.catalogue.AllColumns, (QStringList{u"数学"_s, u"总分"_s, u"语文"_s}));
+}
+
+TEST_F(NewLibraryRun, ATotalIsATextOfFiftyCharactersAndASubjectASingle)
+{
+    create({u"语文"_s, u"总分"_s});
+    const jet::TableColumns& exam = scores.Conn.columns(u"考试名称表"_s);
+    EXPECT_EQ(exam.at(exam.find(u"语文"_s)).type.kind, jet::ColumnType::Kind::Single);
+    EXPECT_EQ(exam.at(exam.find(u"总分"_s)).type.kind, jet::ColumnType::Kind::Text);
+    EXPECT_EQ(exam.at(exam.find(u"总分"_s)).type.length, 50);
+}
+
+TEST_F(NewLibraryRun, AFormulaOfMoreThanFiftyCharactersDoesNotFit)
+{
+    create({u"语文"_s, u"总分"_s});
+    jet::Recordset rows;
+    rows.Open(u"select * from 考试名称表"_s, scores.Conn);
+    rows.AddNew();
+    rows.Fields(u"总分"_s).setValue(QString(50, u'文'));
+    EXPECT_THROW(rows.Fields(u"总分"_s).setValue(QString(51, u'文')), runtime::Error);
+}
+
+TEST_F(NewLibraryRun, ATotalWithoutItsPartsIsAccepted)
+{
+    EXPECT_TRUE(create({u"理科总分"_s}));
+    EXPECT_TRUE(dialogs.failures.isEmpty());
+}
+
+TEST_F(NewLibraryRun, WithoutASubjectNothingHappens)
+{
+    EXPECT_FALSE(create({}));
+    EXPECT_EQ(dialogs.shown, QStringList{u"请选择科目！"_s});
+    EXPECT_FALSE(QFile::exists(path));
+    EXPECT_EQ(scores.LibPath, u""_s);
+}
+
+TEST_F(NewLibraryRun, WithoutAPathItStopsInSilence)
+{
+    path.clear();
+    EXPECT_FALSE(create({u"语文"_s}));
+    EXPECT_TRUE(dialogs.shown.isEmpty());
+}
+
+TEST_F(NewLibraryRun, RefusingToOverwriteLeavesTheOldFileButTakesThePath)
+{
+    QFile old(path);
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("old");
+    old.close();
+    dialogs.expect(u"文件已存在"_s, Answer::Cancel);
+    EXPECT_FALSE(create({u"语文"_s}));
+    EXPECT_EQ(dialogs.shown, (QStringList{u"文件已存在: 文件已存在,是否覆盖原文件？"_s,
+                                          u"用户取消，新建成绩库失败。"_s}));
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
+    EXPECT_EQ(old.readAll(), "old");
+    EXPECT_EQ(scores.LibPath, path);
+}
+
+TEST_F(NewLibraryRun, TheSameNameTwiceCostsAMessageForEachStatementAndTheRunGoesOn)
+{
+    EXPECT_TRUE(create({u"语文"_s, u"语文"_s, u"数学"_s}));
+    EXPECT_EQ(dialogs.failures.size(), 7);
+    EXPECT_TRUE(dialogs.failures.first().startsWith(u"列“语文”已经存在。"_s));
+    EXPECT_TRUE(dialogs.failures.first().endsWith(tag));
+    EXPECT_EQ(scores.catalogue.AllColumns, (QStringList{u"语文"_s, u"数学"_s}));
+    EXPECT_EQ(dialogs.shown.last(), u"新建数据库成功，现在将设置学生信息。"_s);
+}
+
+TEST_F(NewLibraryRun, ANameThatIsNoColumnNameIsLeftOut)
+{
+    EXPECT_TRUE(create({u"体 育"_s, u"数学"_s}));
+    EXPECT_EQ(scores.catalogue.AllColumns, QStringList{u"数学"_s});
+    EXPECT_EQ(dialogs.failures.size(), 7);
+}
+
+TEST_F(NewLibraryRun, TheOpenLibraryCannotBeOverwritten)
+{
+    ASSERT_TRUE(create({u"语文"_s}));
+    dialogs.shown.clear();
+    dialogs.expect(u"文件已存在"_s, Answer::Ok);
+    create({u"数学"_s});
+    ASSERT_FALSE(dialogs.failures.isEmpty());
+    EXPECT_TRUE(dialogs.failures.first().contains(u"正在使用，不能覆盖"_s));
+    // The steps go on against the old file.
+    EXPECT_EQ(scores.catalogue.AllColumns, (QStringList{u"语文"_s, u"数学"_s}));
+}
+
+TEST_F(NewLibraryRun, ALibraryWhoseFileIsGoneDoesNotBlockANewOne)
+{
+    ASSERT_TRUE(create({u"语文"_s}));
+    ASSERT_TRUE(QFile::remove(path));
+    dialogs.shown.clear();
+    EXPECT_TRUE(create({u"数学"_s}));
+    EXPECT_TRUE(dialogs.failures.isEmpty());
+    EXPECT_EQ(scores.catalogue.AllColumns, QStringList{u"数学"_s});
+}
+
+TEST_F(NewLibraryRun, AMissingTemplateIsToldAndNothingIsMade)
+{
+    ASSERT_TRUE(QFile::remove(paths.templateFile()));
+    EXPECT_FALSE(create({u"语文"_s}));
+    EXPECT_TRUE(dialogs.failures.first().startsWith(u"找不到空白成绩库"_s));
+    EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST_F(NewLibraryRun, TheListsComeFromTheTextFiles)
+{
+    runtime::writeTextFile(paths.dataFile(u"科目.txt"_s), u"语文\n\n总分\n"_s);
+    runtime::writeTextFile(paths.dataFile(u"总分公式.txt"_s), u"总分=语文\n总分=语文+数学\n"_s);
+    library::NewLibrary screen(scores);
+    screen.init();
+    EXPECT_EQ(screen.lists.subjects, (QStringList{u"语文"_s, u"总分"_s}));
+    EXPECT_EQ(screen.lists.totals, (QStringList{u"总分"_s, u"总分"_s}));
+    EXPECT_EQ(screen.lists.formulas, (QStringList{u"语文"_s, u"语文+数学"_s}));
+    EXPECT_EQ(screen.formulaLine(u"总分"_s), u"总分=语文+数学"_s);
+    EXPECT_EQ(screen.formulaLine(u"语文"_s), u""_s);
+}
+
+TEST_F(NewLibraryRun, WithoutTheFormulaFileThereIsNoFormula)
+{
+    ASSERT_TRUE(QFile::remove(paths.dataFile(u"总分公式.txt"_s)));
+    library::NewLibrary screen(scores);
+    screen.init();
+    EXPECT_EQ(screen.lists.totals, QStringList());
+    EXPECT_EQ(screen.formulaLine(u"总分"_s), u""_s);
+}
+
+} // namespace

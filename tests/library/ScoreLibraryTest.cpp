@@ -1,0 +1,195 @@
+#include "library/ScoreLibrary.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include "platform/runtime/Error.h"
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using library::ScoreLibrary;
+using support::TestLibrary;
+
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+class OpeningALibrary : public testing::Test
+{
+protected:
+    OpeningALibrary()
+    {
+        QObject::connect(&test.scores, &ScoreLibrary::opened, [this] { ++opened; });
+    }
+
+    void open(const QString& path)
+    {
+        test.scores.LibPath = path;
+        test.scores.OpenDB();
+    }
+
+    TestLibrary test{{u"语文"_s}};
+    int opened = 0;
+};
+
+TEST_F(OpeningALibrary, TellsItsListenersAndKnowsItsFolder)
+{
+    open(test.file(u"测试.CJK"_s));
+    EXPECT_EQ(opened, 1);
+    EXPECT_EQ(test.scores.LibFolder, test.folder.path());
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
+TEST_F(OpeningALibrary, AMissingFileClearsThePathAndTheOldOneStaysOpen)
+{
+    const QString missing = test.file(u"没有.CJK"_s);
+    open(missing);
+    EXPECT_EQ(test.dialogs.shown, QStringList{missing + u"\n库文件不存在！"_s});
+    EXPECT_EQ(test.scores.LibPath, u""_s);
+    EXPECT_EQ(opened, 0);
+    EXPECT_EQ(test.scores.Conn.path(), test.file(u"测试.CJK"_s));
+    EXPECT_EQ(test.rows(u"select count(*) from 设置表"_s), u"21"_s);
+}
+
+TEST_F(OpeningALibrary, AFileThatIsNoneIsToldOnceAndStaysAsItWas)
+{
+    const QString path = test.file(u"假.CJK"_s);
+    writeFile(path, "hello");
+    open(path);
+    ASSERT_EQ(test.dialogs.failures.size(), 1);
+    EXPECT_TRUE(test.dialogs.failures.first().contains(u"不是成绩库"_s));
+    EXPECT_TRUE(test.dialogs.failures.first().endsWith(u" - Public Sub OpenDB/Mdl_MDB"_s));
+    EXPECT_EQ(test.scores.LibPath, u""_s);
+    EXPECT_EQ(test.scores.Conn.path(), test.file(u"测试.CJK"_s));
+    EXPECT_EQ(readFile(path), "hello");
+}
+
+TEST_F(OpeningALibrary, APathWithoutAFolderOpensNothing)
+{
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(test.folder.path()));
+    test.scores.LibFolder = u"unchanged"_s;
+    open(u"测试.CJK"_s);
+    QDir::setCurrent(before);
+    EXPECT_EQ(opened, 0);
+    EXPECT_EQ(test.scores.LibFolder, u"unchanged"_s);
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
+TEST(FileNames, AreCutToTheirLastFiftyCharacters)
+{
+    EXPECT_EQ(ScoreLibrary::GetName(u"/a/b/照片.jpg"_s), u"照片.jpg"_s);
+    EXPECT_EQ(ScoreLibrary::GetName(u"C:\\a\\照片.jpg"_s), u"照片.jpg"_s);
+    EXPECT_EQ(ScoreLibrary::GetName(u"照片.jpg"_s), u"照片.jpg"_s);
+    const QString sixty = QString(56, u'x') + u".jpg"_s;
+    EXPECT_EQ(ScoreLibrary::GetName(u"/a/"_s + sixty), sixty.right(50));
+}
+
+class Pictures : public testing::Test
+{
+protected:
+    qint64 student(const QString& pictureName, const QByteArray& bytes)
+    {
+        const qint64 id = test.addStudent(1, 1, u"甲"_s, u"理"_s);
+        jet::Recordset rows;
+        rows.Open(u"select * from 信息表 where ID=%1"_s.arg(id), test.scores.Conn);
+        rows.Fields(u"照片名"_s).setValue(pictureName);
+        if (!bytes.isEmpty()) {
+            writeFile(test.file(u"in.jpg"_s), bytes);
+            test.scores.SaveBin(test.file(u"in.jpg"_s), rows.Fields(u"照片"_s));
+        }
+        rows.Update();
+        return id;
+    }
+
+    TestLibrary test{{u"语文"_s}};
+    QString scratch = test.paths.dataFile(u"tmp.tmp"_s);
+};
+
+TEST_F(Pictures, ComeOutAsTheyWentIn)
+{
+    const QByteArray bytes("\x00\xff picture", 10);
+    EXPECT_EQ(test.scores.GetPic(student(u"甲.jpg"_s, bytes)), scratch);
+    EXPECT_EQ(readFile(scratch), bytes);
+}
+
+TEST_F(Pictures, ANameWithoutAPictureLeavesTheLastOneInTheScratchFile)
+{
+    writeFile(scratch, "last");
+    EXPECT_EQ(test.scores.GetPic(student(u"甲.jpg"_s, {})), scratch);
+    EXPECT_EQ(readFile(scratch), "last");
+}
+
+TEST_F(Pictures, WithoutANameThereIsNone)
+{
+    EXPECT_EQ(test.scores.GetPic(student(u"  "_s, "bytes")), u""_s);
+    EXPECT_FALSE(QFile::exists(scratch));
+}
+
+TEST_F(Pictures, AMissingFileIsToldWithItsTag)
+{
+    jet::Recordset rows;
+    rows.Open(u"select * from 信息表"_s, test.scores.Conn);
+    rows.AddNew();
+    test.scores.SaveBin(test.file(u"没有.jpg"_s), rows.Fields(u"照片"_s));
+    ASSERT_EQ(test.dialogs.failures.size(), 1);
+    EXPECT_TRUE(test.dialogs.failures.first().endsWith(u" - Sub SaveBin/Mdl_MDB"_s));
+}
+
+class DatedCopies : public testing::Test
+{
+protected:
+    QString copyAt(int hour, int minute)
+    {
+        return library::backUpLibrary(path, QDateTime(QDate(2026, 3, 9), QTime(hour, minute)));
+    }
+
+    QTemporaryDir folder;
+    QString path = folder.filePath(u"一中.CJK"_s);
+};
+
+TEST_F(DatedCopies, StandBesideTheLibraryAndTheNewestFiveAreKept)
+{
+    writeFile(path, "library");
+    writeFile(path + u"_2026-03-09_.bak"_s, "compaction's");
+    writeFile(folder.filePath(u"二中.CJK_2020-01-01_0101.bak"_s), "another library's");
+    EXPECT_EQ(copyAt(7, 5), path + u"_2026-03-09_0705.bak"_s);
+    EXPECT_EQ(readFile(path + u"_2026-03-09_0705.bak"_s), "library");
+    for (int minute = 6; minute <= 10; ++minute)
+        copyAt(7, minute);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files),
+              (QStringList{u"一中.CJK"_s, u"一中.CJK_2026-03-09_.bak"_s,
+                           u"一中.CJK_2026-03-09_0706.bak"_s, u"一中.CJK_2026-03-09_0707.bak"_s,
+                           u"一中.CJK_2026-03-09_0708.bak"_s, u"一中.CJK_2026-03-09_0709.bak"_s,
+                           u"一中.CJK_2026-03-09_0710.bak"_s,
+                           u"二中.CJK_2020-01-01_0101.bak"_s}));
+}
+
+TEST_F(DatedCopies, OneOfTheSameMinuteIsReplaced)
+{
+    writeFile(path, "first");
+    copyAt(7, 5);
+    writeFile(path, "second");
+    EXPECT_EQ(readFile(copyAt(7, 5)), "second");
+}
+
+TEST_F(DatedCopies, ThatCannotBeMadeAreAnError)
+{
+    EXPECT_THROW(copyAt(7, 5), runtime::Error);
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+}
+
+} // namespace
