@@ -11,9 +11,12 @@ using Kind = jet::ColumnType::Kind;
 double TableColumn::stored(double number) const
 {
     switch (m_column.type.kind) {
-    case Kind::Single: return double(float(number));
-    case Kind::Double: return number;
-    default: return std::nearbyint(number);
+    case Kind::Single:
+        return double(float(number));
+    case Kind::Double:
+        return number;
+    default:
+        return std::nearbyint(number);
     }
 }
 
@@ -63,11 +66,12 @@ void ExamTable::read(const QString& exam, const QString& stream)
     QString sql = u"select rowid, 班级"_s;
     for (const TableColumn& column : m_columns)
         sql += u",["_s + column.name() + u']';
-    // The index delivers the rows class by class; sorting row ids afterwards is cheaper than letting
-    // the engine sort whole rows.
-    sql += u" from 成绩表 where 考试名称=? and 科类=?"_s;
-    jet::Statement& rows = m_conn.prepared(sql);
-    rows.bind({exam, stream});
+    // The index delivers the rows class by class; sorting row ids afterwards is cheaper than
+    // letting the engine sort whole rows. The names stand unescaped, as everywhere: one that the
+    // catalogue's statements fail on must fail here too, or its rows would be scored by the
+    // formulas of the exam before.
+    sql += u" from 成绩表 where 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s;
+    jet::Statement rows(m_conn, sql);
     while (rows.step()) {
         m_rowIds.push_back(rows.integer(0));
         m_classes.push_back(rows.isNull(1) ? std::numeric_limits<double>::quiet_NaN()
@@ -122,8 +126,7 @@ jet::Statement& ExamTable::writer(const std::vector<const TableColumn*>& columns
     QStringList assignments;
     for (const TableColumn* column : columns)
         assignments.append(u'[' + column->name() + u"]=?"_s);
-    return m_conn.prepared(u"update 成绩表 set "_s + assignments.join(u',')
-                           + u" where rowid=?"_s);
+    return m_conn.prepared(u"update 成绩表 set "_s + assignments.join(u',') + u" where rowid=?"_s);
 }
 
 void ExamTable::write()

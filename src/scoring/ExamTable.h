@@ -24,10 +24,11 @@ public:
     /// True for a negative value.
     bool absent(size_t row) const { return m_values[row] < 0; }
 
-    /// Keeps the number as the column's type does: the nearest 32-bit float, or the whole number half to
-    /// even.
+    /// Keeps the number as the column's type does: the nearest 32-bit float, or the whole number
+    /// half to even.
     void set(size_t row, double number);
     void setNull(size_t row);
+    /// True once a value was set that differs from what was read.
     bool changed() const { return m_changed; }
 
 private:

@@ -11,8 +11,7 @@ namespace scoring {
 class ExamTables
 {
 public:
-    ExamTables(jet::Connection& connection, const QString& exam)
-        : m_conn(connection), m_exam(exam)
+    ExamTables(jet::Connection& connection, const QString& exam) : m_conn(connection), m_exam(exam)
     {
     }
 

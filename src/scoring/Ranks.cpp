@@ -29,20 +29,11 @@ std::vector<size_t> descending(const TableColumn& column, size_t rows)
     return order;
 }
 
-/// Competition ranks (1, 2, 2, 4) of one group whose rows come in descending order. A NULL passes every
-/// test and takes the rank in force.
+/// Competition ranks (1, 2, 2, 4) of one group whose rows come in descending order. A NULL passes
+/// every test and takes the rank in force.
 class RankRule
 {
 public:
-    /// Counts a row that takes no rank of its own.
-    void pass(const TableColumn& column, size_t row)
-    {
-        if (m_position == 0)
-            next(column, row);
-        else
-            ++m_position;
-    }
-
     qint64 next(const TableColumn& column, size_t row)
     {
         ++m_position;
@@ -65,15 +56,14 @@ private:
     bool m_lastNull = false;
 };
 
-/// A negative score is an absence: it stands in the rank column itself and leaves the rank in force alone.
+/// A negative score is an absence: it stands in the rank column itself. The order puts it behind
+/// all scores, so that it takes no place from anybody.
 void storeRank(TableColumn& ranks, const TableColumn& scores, size_t row, RankRule& rule)
 {
-    if (scores.absent(row)) {
-        rule.pass(scores, row);
+    if (scores.absent(row))
         ranks.set(row, scores.value(row));
-    } else {
+    else
         ranks.set(row, double(rule.next(scores, row)));
-    }
 }
 
 void failEachRow(const QString& name, size_t rows)
@@ -82,16 +72,19 @@ void failEachRow(const QString& name, size_t rows)
         trap.fail(u"没有名为“%1”的列。"_s.arg(name));
 }
 
+/// Whether the grade is ranked beside the classes.
+enum class Grade { Ranked, LeftAlone };
+
 /// What is ranked of a stream: the grade, classes, or both.
 struct Groups
 {
-    bool grade;
+    Grade grade;
     /// Position of each row's class among the ranked ones; -1 for a class that is not ranked.
     std::vector<int> classOfRow;
     size_t classCount;
 };
 
-Groups groupsOf(const ExamTable& table, bool grade, const std::vector<double>& classes)
+Groups groupsOf(const ExamTable& table, Grade grade, const std::vector<double>& classes)
 {
     Groups groups{grade, {}, classes.size()};
     for (const double number : table.classes()) {
@@ -147,21 +140,26 @@ void rankByT(ExamTable& table, const QString& total)
         ranks->set(row, double(rule.next(*scores, row)));
 }
 
-void rankColumn(ExamTable& table, const QString& name, const Groups& groups)
+void rankByScore(ExamTable& table, const QString& name, const Groups& groups)
 {
     const TableColumn* scores = table.column(name);
     if (!scores)
         return trap.fail(u"没有名为“%1”的列。"_s.arg(name));
     const std::vector<size_t> order = descending(*scores, table.rowCount());
-    if (groups.grade)
+    if (groups.grade == Grade::Ranked)
         rankGrade(table, *scores, order, name + u"年名"_s);
     if (groups.classCount > 0)
         rankClasses(table, *scores, order, groups, name + u"班名"_s);
-    if (groups.grade && library::Catalogue::isTotal(name))
+}
+
+void rankColumn(ExamTable& table, const QString& name, const Groups& groups)
+{
+    rankByScore(table, name, groups);
+    if (groups.grade == Grade::Ranked && library::Catalogue::isTotal(name))
         rankByT(table, name);
 }
 
-void rankStream(Scoring& scoring, ExamTables& tables, const QString& stream, bool grade,
+void rankStream(Scoring& scoring, ExamTables& tables, const QString& stream, Grade grade,
                 const std::vector<double>& classes)
 {
     library::Catalogue& catalogue = scoring.library().catalogue;
@@ -194,15 +192,13 @@ void computeRanks(Scoring& scoring, ExamTables& tables)
 {
     const Trap all{" - Sub PanNJBjMC/Mdl_MDB"};
     jet::Recordset streams;
-    if (!all([&] {
-            streams.Open(u"select distinct 科类 from 信息表"_s, scoring.library().Conn);
-        }))
+    if (!all([&] { streams.Open(u"select distinct 科类 from 信息表"_s, scoring.library().Conn); }))
         return;
     for (; !streams.Eof(); streams.MoveNext()) {
         const QString stream = streams.Fields(0).Value().text();
         std::vector<double> classes;
         all([&] { classes = classesOf(scoring.library().Conn, stream); });
-        rankStream(scoring, tables, stream, true, classes);
+        rankStream(scoring, tables, stream, Grade::Ranked, classes);
     }
 }
 
@@ -210,9 +206,9 @@ void computeGroupRanks(Scoring& scoring, ExamTables& tables, const QString& stre
                        double classNumber)
 {
     if (classNumber == 0)
-        rankStream(scoring, tables, stream, true, {});
+        rankStream(scoring, tables, stream, Grade::Ranked, {});
     else
-        rankStream(scoring, tables, stream, false, {classNumber});
+        rankStream(scoring, tables, stream, Grade::LeftAlone, {classNumber});
 }
 
 void MyPaiXU(QStringList& values)

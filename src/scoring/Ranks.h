@@ -7,8 +7,8 @@
 
 namespace scoring {
 
-/// Replaces each non-empty text by its rank among all (largest number first, equal ones share the rank,
-/// the next takes its position in the list); empty texts stay empty and count as 0.
+/// Replaces each non-empty text by its rank among all (largest number first, equal ones share the
+/// rank, the next takes its position in the list); empty texts stay empty and count as 0.
 void MyPaiXU(QStringList& values);
 
 /// Ranks the whole exam in its tables, stream by stream, grade and classes.

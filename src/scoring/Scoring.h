@@ -5,8 +5,8 @@
 
 namespace scoring {
 
-/// The derived columns of an exam: Z and T scores, totals, ranks, each stream by itself. Every routine
-/// reads the exam once, and writes it once in one batch.
+/// The derived columns of an exam: Z and T scores, totals, ranks, each stream by itself. Every
+/// routine reads the exam once, and writes it once in one batch.
 class Scoring
 {
 public:
@@ -23,7 +23,8 @@ public:
     /// The same within one class.
     double GetBJPJF(const QString& exam, const QString& column, const QString& stream,
                     double classNumber);
-    /// Sample standard deviation (divisor n - 1) over the students that sat it; Null for fewer than two.
+    /// Sample standard deviation (divisor n - 1) over the students that sat it; Null for fewer than
+    /// two.
     runtime::Value GetBZC(const QString& exam, const QString& column, const QString& stream);
 
     /// Z and T scores of all subjects of the exam.
@@ -35,8 +36,8 @@ public:
     /// Ranks of one group: class 0 is the grade.
     void PaiMC(const QString& exam, const QString& stream, double classNumber);
 
-    /// Zfen, JiSuanZF and PanNJBjMC in this order. False if it was cancelled, or could not be read or
-    /// written (shown in a message): the exam is as before then.
+    /// Zfen, JiSuanZF and PanNJBjMC in this order. False if it was cancelled, or could not be read
+    /// or written (shown in a message): the exam is as before then.
     bool score(const QString& exam, runtime::Progress& progress);
 
     library::ScoreLibrary& library() const { return m_library; }

@@ -52,7 +52,8 @@ Distribution distributionOf(const TableColumn& scores, size_t rows)
     return found;
 }
 
-/// The z that the row before left behind: nothing at all at the start of a run, later a number or NULL.
+/// The z that the row before left behind: nothing at all at the start of a run, later a number or
+/// NULL.
 struct LastZ
 {
     enum class Kind { Unset, Null, Number } kind = Kind::Unset;

@@ -11,8 +11,8 @@ namespace {
 
 const Trap trap{" - Sub JiSuanZF/Mdl_MDB"};
 
-/// A column under the name by which a formula or a total reaches it; the column is missing if 成绩表 has
-/// none of that name, or one of texts.
+/// A column under the name by which a formula or a total reaches it; the column is missing if
+/// 成绩表 has none of that name, or one of texts.
 struct NamedColumn
 {
     QString name;
@@ -95,8 +95,8 @@ private:
     const QString& m_stream;
 };
 
-/// Sums of one row. They run on over all totals of the row: a later total carries the z and T of the
-/// earlier ones on top of its own.
+/// Sums of one row. They run on over all totals of the row: a later total carries the z and T of
+/// the earlier ones on top of its own.
 struct RowSums
 {
     double z = 0;
@@ -109,28 +109,34 @@ void addWeighted(double& sum, const NamedColumn& part, size_t row, double weight
         sum += part.column->value(row) * weight;
 }
 
-/// The sum passes through the total's Single at every term. A formula that names its own total reads the
-/// sum as it stands.
+/// The sum passes through the total's Single at every term. A formula that names its own total
+/// reads the sum as it stands.
 void computeTotal(const Total& total, size_t row, RowSums& sums)
 {
     float sum = 0;
     int count = 0;
+    // The field is set to 0 first, and written at every term: a total without a column fails each
+    // time.
+    total.score.usable();
     for (const Term& term : total.terms) {
         const TableColumn* part = term.score.usable() ? term.score.column : nullptr;
         const bool itself = part && part == total.score.column;
         if (itself || (part && part->taken(row))) {
             ++count;
-            sum = float(double(sum) + (itself ? double(sum) : part->value(row)));
+            if (total.score.usable())
+                sum = float(double(sum) + (itself ? double(sum) : part->value(row)));
         }
         addWeighted(sums.z, term.z, row, term.weight);
         addWeighted(sums.t, term.t, row, term.weight);
     }
-    if (total.score.usable())
-        total.score.column->set(row, count == 0 ? -1 : double(sum));
     if (total.z.usable())
         total.z.column->set(row, sums.z);
     if (total.t.usable())
         total.t.column->set(row, sums.t);
+    if (count == 0 && total.score.usable())
+        sum = -1;
+    if (total.score.column)
+        total.score.column->set(row, double(sum));
 }
 
 } // namespace
@@ -139,8 +145,7 @@ void computeTotals(Scoring& scoring, ExamTables& tables)
 {
     for (const QString& stream : std::as_const(scoring.library().catalogue.Streams)) {
         ExamTable& table = tables.of(stream);
-        const std::vector<Total> totals =
-            Formulas(scoring, table, tables.exam(), stream).totals();
+        const std::vector<Total> totals = Formulas(scoring, table, tables.exam(), stream).totals();
         for (size_t row = 0; row < table.rowCount(); ++row) {
             RowSums sums;
             for (const Total& total : totals)

@@ -145,6 +145,68 @@ TEST_F(Ranks, AMissingRankColumnCostsAMessageForEachRow)
     EXPECT_EQ(test.rows(u"select 语文班名 from 成绩表"_s), u"2 / 1"_s);
 }
 
+TEST_F(Ranks, WithoutTheScoresOfATotalItsTIsStillRanked)
+{
+    student(1, 1, 60);
+    student(1, 2, 80);
+    test.execute(u"update 成绩表 set 总分T分=语文"_s);
+    test.execute(u"ALTER TABLE 成绩表 DROP COLUMN 总分"_s);
+    run();
+    EXPECT_EQ(test.rows(u"select 总分年名, 总分T分年名 from 成绩表"_s), u"NULL|2 / NULL|1"_s);
+    EXPECT_EQ(test.dialogs.failures, QStringList{u"没有名为“总分”的列。 - Sub PaiMC/Mdl_MDB"_s});
+}
+
+TEST_F(Ranks, OtherExamsKeepTheirs)
+{
+    student(1, 1, 60);
+    test.addExam(u"期末"_s, u"理"_s, 2, {{u"语文"_s, 100}});
+    test.addScores(u"期末"_s, 1, 1, {{u"语文"_s, 90}, {u"语文年名"_s, 7}, {u"语文班名"_s, 8}});
+    EXPECT_EQ(run(), u"1|1 / 7|8"_s);
+}
+
+TEST_F(Ranks, EveryStreamOfTheStudentListIsRankedWhateverTheCatalogueHolds)
+{
+    student(1, 1, 60);
+    student(2, 1, 70, u"文"_s);
+    student(3, 1, 80, u"艺"_s);
+    test.addExam(u"期中"_s, u"艺"_s, 1, {{u"语文"_s, 100}});
+    EXPECT_EQ(run(), u"1|1 / 1|1 / 1|1"_s);
+    EXPECT_EQ(test.scores.catalogue.Streams, QStringList());
+}
+
+TEST_F(Ranks, AnExamOfOneStreamLendsItsSubjectsToTheOtherButNoTotals)
+{
+    student(1, 1, 60, u"文"_s);
+    student(1, 2, 70, u"文"_s);
+    test.execute(u"update 成绩表 set 总分=语文"_s);
+    EXPECT_EQ(run(), u"2|2 / 1|1"_s);
+    EXPECT_EQ(test.rows(u"select 总分年名 from 成绩表"_s), u"2 / 1"_s);
+    // The other way round the full marks of totals are not looked for in the other stream.
+    test.execute(u"update 考试名称表 set 科类='文'"_s);
+    test.execute(u"update 信息表 set 科类='理'"_s);
+    test.execute(u"update 成绩表 set 科类='理', 语文年名=NULL, 语文班名=NULL, 总分年名=NULL"_s);
+    EXPECT_EQ(run(), u"2|2 / 1|1"_s);
+    EXPECT_EQ(test.rows(u"select 总分年名 from 成绩表"_s), u"NULL / NULL"_s);
+}
+
+TEST_F(Ranks, ASubjectWithoutFullMarksWasNotExamined)
+{
+    student(1, 1, 60);
+    test.execute(u"update 考试名称表 set 语文=0"_s);
+    EXPECT_EQ(run(), u"NULL|NULL"_s);
+    test.execute(u"update 考试名称表 set 语文=NULL"_s);
+    EXPECT_EQ(run(), u"NULL|NULL"_s);
+}
+
+TEST_F(Ranks, TheChosenCategoriesDoNotNarrowThem)
+{
+    student(1, 1, 60);
+    student(1, 2, 90);
+    test.execute(u"update 成绩表 set 类别代码=学号"_s);
+    test.scores.settings.CategoryFilter = u" and (类别代码=1)"_s;
+    EXPECT_EQ(run(), u"2|2 / 1|1"_s);
+}
+
 struct RankCase
 {
     QStringList values;

@@ -22,6 +22,7 @@ const QString exam = u"期末"_s;
 /// Two streams of three classes, with ties, absent students and scores never entered.
 void fill(TestLibrary& test, unsigned seed)
 {
+    jet::WriteBatch batch(test.scores.Conn);
     std::mt19937 random(seed);
     const auto below = [&](unsigned limit) { return int(random() % limit); };
     for (const QString& stream : {u"文"_s, u"理"_s})
@@ -46,6 +47,7 @@ void fill(TestLibrary& test, unsigned seed)
                         {u"物理"_s, score()},
                         {u"历史"_s, score()}});
     }
+    batch.commit();
     test.reload();
 }
 
@@ -57,6 +59,7 @@ public:
 
     void run()
     {
+        jet::WriteBatch batch(m_conn);
         for (const QString& stream : {u"文"_s, u"理"_s}) {
             for (const QString& subject : subjects)
                 standardScores(subject, stream);
@@ -66,10 +69,12 @@ public:
         for (const QString& stream : {u"文"_s, u"理"_s}) {
             ranks(stream, u""_s, u"年名"_s);
             jet::Recordset classes;
-            classes.Open(u"select distinct 班级 from 信息表 where 科类='"_s + stream + u"'"_s, m_conn);
+            classes.Open(u"select distinct 班级 from 信息表 where 科类='"_s + stream + u"'"_s,
+                         m_conn);
             for (; !classes.Eof(); classes.MoveNext())
                 ranks(stream, u" and 班级="_s + classes.Fields(0).Value().text(), u"班名"_s);
         }
+        batch.commit();
     }
 
 private:
@@ -81,8 +86,8 @@ private:
     double aggregate(const QString& function, const QString& subject, const QString& stream)
     {
         jet::Recordset rows;
-        rows.Open(u"select "_s + function + u'(' + subject + u')' + where(stream) + u" and "_s
-                      + subject + u">=0"_s,
+        rows.Open(u"select "_s + function + u'(' + subject + u')' + where(stream) + u" and "_s +
+                      subject + u">=0"_s,
                   m_conn);
         return rows.Fields(0).Value().toDouble();
     }
@@ -258,6 +263,38 @@ TEST(ScoringRun, ScoringAgainChangesNothing)
     const QString once = everything(test);
     EXPECT_TRUE(scoring.score(exam, progress));
     EXPECT_EQ(everything(test), once);
+}
+
+TEST(ScoringRun, OtherExamsStayAsTheyWere)
+{
+    TestLibrary test(subjects + totals);
+    fill(test, 1);
+    test.addExam(u"期末2"_s, u"文"_s, 2, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
+    test.addScores(u"期末2"_s, 1, 0, {{u"语文"_s, 100}});
+    const QString other = u"select * from 成绩表 where 考试名称='期末2'"_s;
+    const QString before = test.rows(other);
+    runtime::NoProgress progress;
+    EXPECT_TRUE(scoring::Scoring(test.scores).score(exam, progress));
+    EXPECT_EQ(test.rows(other), before);
+}
+
+TEST(ScoringRun, AnExamWhoseNameBreaksTheStatementsIsNotScoredByTheFormulasOfAnother)
+{
+    TestLibrary test(subjects + totals);
+    fill(test, 1);
+    const QString name = u"小'测"_s;
+    test.addExam(name, u"文"_s, 2, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
+    test.addScores(name, 1, 0, {{u"语文"_s, 100}, {u"数学"_s, 90}});
+    runtime::NoProgress progress;
+    scoring::Scoring scoring(test.scores);
+    EXPECT_TRUE(scoring.score(exam, progress));
+    const QString before = everything(test);
+    EXPECT_FALSE(scoring.score(name, progress));
+    scoring.Zfen(name);
+    scoring.JiSuanZF(name);
+    scoring.PanNJBjMC(name);
+    EXPECT_EQ(everything(test), before);
+    EXPECT_TRUE(test.dialogs.failures.last().endsWith(u" - Sub PanNJBjMC/Mdl_MDB"_s));
 }
 
 TEST(ScoringRun, AFileThatWasMovedAwayCostsOneMessageAndNothingIsWritten)

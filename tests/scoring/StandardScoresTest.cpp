@@ -15,10 +15,7 @@ const QString tag = u" - Sub Zfen/Mdl_MDB"_s;
 class StandardScores : public testing::Test
 {
 protected:
-    StandardScores()
-    {
-        test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100}, {u"数学"_s, 150}});
-    }
+    StandardScores() { test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100}, {u"数学"_s, 150}}); }
 
     /// One student with a score in 语文; Null for none.
     void student(int number, const runtime::Value& score)
@@ -105,6 +102,19 @@ TEST_F(StandardScores, AFailedDivisionTakesTheZThatTheRunLeftBehind)
     EXPECT_EQ(test.dialogs.failures.size(), 2);
 }
 
+TEST_F(StandardScores, TheZLeftBehindGoesOnIntoTheNextStream)
+{
+    test.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 100}});
+    test.addStudent(2, 1, u"文一"_s, u"文"_s);
+    test.addStudent(2, 2, u"文二"_s, u"文"_s);
+    test.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 80}});
+    test.addScores(u"期中"_s, 2, 2, {{u"语文"_s, 90}});
+    student(1, 70);
+    student(2, 70);
+    run();
+    EXPECT_EQ(chinese(), u"-0.71|43 / 0.71|57 / 0.71|57 / 0.71|57"_s);
+}
+
 TEST_F(StandardScores, ANullLeftBehindMakesTNullToo)
 {
     student(1, 70);
@@ -169,6 +179,53 @@ TEST_F(StandardScores, AConversionInAnotherOrderIsRefusedAndTheOldOneStays)
     EXPECT_EQ(test.dialogs.shown, QStringList{u"T分转换公式设置不正确！"_s});
     EXPECT_EQ(scoring.TFactor, 10);
     EXPECT_EQ(scoring.TOffset, 50);
+}
+
+TEST_F(StandardScores, WithoutTheSettingTheOldConversionStaysAfterAMessage)
+{
+    scoring.GetZtoT();
+    test.execute(u"delete from 设置表 where 名称='T分'"_s);
+    scoring.GetZtoT();
+    EXPECT_EQ(test.dialogs.failures, QStringList{u"没有当前记录。 - Sub GetZtoT/Mdl_MDB"_s});
+    EXPECT_EQ(scoring.TFactor, 10);
+    EXPECT_EQ(scoring.TOffset, 50);
+}
+
+TEST_F(StandardScores, AMissingZColumnCostsAMessageForEachRowAndTStands)
+{
+    student(1, 60);
+    student(2, 80);
+    test.execute(u"ALTER TABLE 成绩表 DROP COLUMN 语文Z分"_s);
+    run();
+    EXPECT_EQ(test.rows(u"select 语文T分 from 成绩表"_s), u"43 / 57"_s);
+    EXPECT_EQ(test.dialogs.failures, QStringList(2, u"没有名为“语文z分”的列。"_s + tag));
+}
+
+TEST_F(StandardScores, AMissingScoreColumnFailsInMeanAndDeviationAndLeavesTheRestAlone)
+{
+    student(1, 60);
+    test.execute(u"update 成绩表 set 语文Z分=9"_s);
+    test.execute(u"ALTER TABLE 成绩表 DROP COLUMN 语文"_s);
+    run();
+    EXPECT_EQ(chinese(), u"9|NULL"_s);
+    ASSERT_EQ(test.dialogs.failures.size(), 2);
+    EXPECT_TRUE(test.dialogs.failures[0].endsWith(u" - Function GetPJF/Mdl_MDB"_s));
+    EXPECT_TRUE(test.dialogs.failures[1].endsWith(u" - Function GetBZC/Mdl_MDB"_s));
+}
+
+TEST_F(StandardScores, AnExamOfTheOtherStreamAloneLendsItsSubjectsToTheArtsOnly)
+{
+    test.addStudent(2, 1, u"文一"_s, u"文"_s);
+    test.addStudent(2, 2, u"文二"_s, u"文"_s);
+    test.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 60}});
+    test.addScores(u"期中"_s, 2, 2, {{u"语文"_s, 80}});
+    run();
+    EXPECT_EQ(chinese(), u"-0.71|43 / 0.71|57"_s);
+    test.execute(u"update 考试名称表 set 科类='文'"_s);
+    test.execute(u"update 信息表 set 科类='理'"_s);
+    test.execute(u"update 成绩表 set 科类='理', 语文Z分=NULL, 语文T分=NULL"_s);
+    run();
+    EXPECT_EQ(chinese(), u"NULL|NULL / NULL|NULL"_s);
 }
 
 TEST_F(StandardScores, TheColumnsOfTotalsAreNotTouched)

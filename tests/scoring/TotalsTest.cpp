@@ -17,11 +17,9 @@ class Totals : public testing::Test
 protected:
     void exam(const runtime::Value& first, const runtime::Value& second)
     {
-        test.addExam(u"期中"_s, u"理"_s, 1,
-                     {{u"语文"_s, 150},
-                      {u"数学"_s, 100},
-                      {u"文科总分"_s, first},
-                      {u"理科总分"_s, second}});
+        test.addExam(
+            u"期中"_s, u"理"_s, 1,
+            {{u"语文"_s, 150}, {u"数学"_s, 100}, {u"文科总分"_s, first}, {u"理科总分"_s, second}});
     }
 
     void student(int number, support::NamedValues scores)
@@ -97,6 +95,14 @@ TEST_F(Totals, ATotalCanBeATermOfALaterOne)
     EXPECT_TRUE(test.dialogs.failures.first().endsWith(u" - Function getKMMF/Mdl_MDB"_s));
 }
 
+TEST_F(Totals, AFormulaThatNamesItsOwnTotalReadsTheSumAsItStands)
+{
+    exam(u"语文+文科总分"_s, u"理科总分"_s);
+    student(1, {{u"语文"_s, 100}, {u"理科总分"_s, 77}});
+    student(2, {{u"语文"_s, -1}, {u"文科总分"_s, -1}});
+    EXPECT_EQ(run(u"文科总分, 理科总分"_s), u"200|0 / 0|0"_s);
+}
+
 TEST_F(Totals, ATotalWithoutAFormulaHasNoTerms)
 {
     exam({}, u"数学"_s);
@@ -111,7 +117,8 @@ TEST_F(Totals, TheSumPassesThroughTheSingleAtEveryTerm)
     student(1, {{u"语文"_s, 0.1}, {u"数学"_s, 16777216}});
     const float expected = float(double(float(double(0.1f) + 16777216.0)) + double(0.1f));
     run(u"文科总分"_s);
-    EXPECT_EQ(test.rows(u"select 文科总分=%1 from 成绩表"_s.arg(double(expected), 0, 'f', 3)), u"1"_s);
+    EXPECT_EQ(test.rows(u"select 文科总分=%1 from 成绩表"_s.arg(double(expected), 0, 'f', 3)),
+              u"1"_s);
 }
 
 TEST_F(Totals, TheOtherStreamsRowLendsItsFormulas)
@@ -120,6 +127,18 @@ TEST_F(Totals, TheOtherStreamsRowLendsItsFormulas)
                  {{u"语文"_s, 150}, {u"数学"_s, 100}, {u"文科总分"_s, u"语文+数学"_s}});
     student(1, {{u"语文"_s, 100}, {u"数学"_s, 80}});
     EXPECT_EQ(run(u"文科总分"_s), u"180"_s);
+}
+
+TEST_F(Totals, ATotalThatHasNoColumnFailsAtEachAccessAndItsZAndTStand)
+{
+    exam(u"语文+数学"_s, {});
+    student(1, {{u"语文"_s, 100}, {u"数学"_s, -1}, {u"语文Z分"_s, 1.0}, {u"语文T分"_s, 60.0}});
+    student(2, {});
+    test.execute(u"ALTER TABLE 成绩表 DROP COLUMN 文科总分"_s);
+    EXPECT_EQ(run(u"文科总分Z分, 文科总分T分"_s), u"1.5|90 / 0|0"_s);
+    // First row: set to 0, one term met. Second: set to 0, none met, set to -1.
+    const QString message = u"没有名为“文科总分”的列。"_s + tag;
+    EXPECT_EQ(test.dialogs.failures, QStringList(4, message));
 }
 
 TEST(TotalsOfALibraryWithoutTotals, ChangeNothing)

@@ -8,6 +8,9 @@ namespace {
 
 const runtime::Value emptyCell;
 
+// A row most often has as many cells as the one before; wide rows among narrow ones are rare.
+constexpr size_t mostReserved = 64;
+
 bool beforeColumn(const Cell& cell, int column)
 {
     return cell.column < column;
@@ -96,8 +99,11 @@ void CellTable::set(int row, int column, runtime::Value value)
 void CellTable::append(int row, int column, runtime::Value value)
 {
     std::vector<Cell>& cells = makeRow(row).cells;
-    if (!cells.empty() && cells.back().column >= column)
+    if (cells.empty())
+        cells.reserve(std::min(m_appendedCells, mostReserved));
+    else if (cells.back().column >= column)
         m_disordered = true;
+    m_appendedCells = cells.size() + 1;
     cells.push_back(Cell{column, std::move(value)});
     markUsed(row, column);
 }

@@ -69,6 +69,7 @@ private:
     std::vector<std::unique_ptr<Page>> m_pages;
     int m_lastRow = 0;
     int m_lastColumn = 0;
+    size_t m_appendedCells = 0; // of the row that was appended to last
     bool m_disordered = false;
 };
 

@@ -20,7 +20,7 @@ QString shippedFolder(const QString& programFolder)
 {
     const QString installed = programFolder + QStringLiteral("/../share/yunshan");
     return QFileInfo::exists(installed + QStringLiteral("/data")) ? QDir::cleanPath(installed)
-                                                                 : programFolder;
+                                                                  : programFolder;
 }
 
 void copyMissingFiles(const QString& from, const QString& to)
@@ -46,8 +46,8 @@ AppPaths AppPaths::locate(const QString& programFolder)
     const QFileInfo besideProgram(programFolder + QStringLiteral("/data"));
     if (besideProgram.isDir() && besideProgram.isWritable())
         return AppPaths(programFolder, shipped);
-    const QString own =
-        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/yunshan");
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                        QStringLiteral("/yunshan");
     copyMissingFiles(shipped + QStringLiteral("/data"), own + QStringLiteral("/data"));
     return AppPaths(own, shipped);
 }

@@ -52,14 +52,13 @@ Answer MsgBox(const QString& text, const QString& title, Buttons buttons, Icon i
 
 QString ShowFileDialog(const QString& filter, FileMode mode)
 {
-    const QString title = mode == FileMode::Save ? QStringLiteral("保存文件")
-                                                 : QStringLiteral("打开文件");
+    const QString title =
+        mode == FileMode::Save ? QStringLiteral("保存文件") : QStringLiteral("打开文件");
     const QString file = Dialogs::current().chooseFile(title, filter, mode).value_or(QString());
     if (mode == FileMode::Open || !QFileInfo::exists(file))
         return file;
-    const Answer answer =
-        MsgBox(QStringLiteral("同名文件已存在，是否覆盖原文件？"), QStringLiteral("是否覆盖"),
-               Buttons::OkCancel, Icon::Question);
+    const Answer answer = MsgBox(QStringLiteral("同名文件已存在，是否覆盖原文件？"),
+                                 QStringLiteral("是否覆盖"), Buttons::OkCancel, Icon::Question);
     return answer == Answer::Cancel ? QString() : file;
 }
 

@@ -25,12 +25,12 @@ public:
     virtual Answer message(const QString& text, const QString& title, Buttons buttons,
                            Icon icon) = 0;
 
-    /// A trapped error: `text` is the description with the tag of the routine behind it. A screen may
-    /// offer to show no more of them until the running command ends.
+    /// A trapped error: `text` is the description with the tag of the routine behind it. A screen
+    /// may offer to show no more of them until the running command ends.
     virtual void failure(const QString& text) = 0;
 
-    /// The file dialog. `filter` is of the form "成绩库|*.CJK". The full path of the file chosen, or
-    /// nothing when cancelled; asking before overwriting is the caller's.
+    /// The file dialog. `filter` is of the form "成绩库|*.CJK". The full path of the file chosen,
+    /// or nothing when cancelled; asking before overwriting is the caller's.
     virtual std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                               FileMode mode);
 

@@ -10,8 +10,8 @@ class Progress
 public:
     virtual ~Progress() = default;
 
-    /// `text` names the work ("计算总分：期中..."), `done` of `total` units are finished. A total of 0
-    /// means that the amount is not known.
+    /// `text` names the work ("计算总分：期中..."), `done` of `total` units are finished. A total
+    /// of 0 means that the amount is not known.
     virtual void report(const QString& text, int done, int total) = 0;
 
     /// True once the user pressed 取消.

@@ -55,8 +55,11 @@ QString Trim(const QString& text)
 
 QString DelLast(const QString& text, int count)
 {
-    if (count > text.size())
-        throw Error(QStringLiteral("要去掉的字符比文本还长。"));
+    const Trap trap{" - Function DelLast/MdlSYS"};
+    if (count > text.size()) {
+        trap.fail(QStringLiteral("要去掉的字符比文本还长。"));
+        return {};
+    }
     return text.left(text.size() - count);
 }
 

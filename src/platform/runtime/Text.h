@@ -9,7 +9,7 @@ namespace runtime {
 /// The text without blanks (U+0020) at both ends; other white space stays.
 QString Trim(const QString& text);
 
-/// The text without its last `count` characters. Throws Error if it is shorter than that.
+/// The text without its last `count` characters; "", after a message, if it is shorter than that.
 QString DelLast(const QString& text, int count);
 
 /// The last `count` characters, or the whole text if it is shorter.
@@ -19,12 +19,13 @@ QString Right(const QString& text, int count);
 /// UTF-8, which is how files of other school software come.
 QString decodeText(const QByteArray& bytes);
 
-/// Reads the non-empty lines of a text file into `list`, in file order, dropping what the list held.
-/// A file that does not exist leaves the list as it was. Any other failure is shown in a message.
+/// Reads the non-empty lines of a text file into `list`, in file order, dropping what the list
+/// held. A file that does not exist leaves the list as it was. Any other failure is shown in a
+/// message.
 void ReadTxtSet(const QString& file, QStringList& list);
 
-/// Replaces a text file whole (UTF-8, one line break behind each line): the new content stands
-/// complete or the old file stays. Throws Error.
+/// Replaces a text file whole, as UTF-8: the new content stands complete or the old file stays.
+/// Throws Error.
 void writeTextFile(const QString& file, const QString& text);
 
 } // namespace runtime

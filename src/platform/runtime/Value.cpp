@@ -29,11 +29,16 @@ bool Value::isNumber() const
 double Value::toDouble() const
 {
     switch (kind()) {
-    case Kind::Integer: return double(std::get<qint64>(m_data));
-    case Kind::Single: return std::get<float>(m_data);
-    case Kind::Double: return std::get<double>(m_data);
-    case Kind::Boolean: return std::get<bool>(m_data) ? -1 : 0;
-    default: return 0;
+    case Kind::Integer:
+        return double(std::get<qint64>(m_data));
+    case Kind::Single:
+        return std::get<float>(m_data);
+    case Kind::Double:
+        return std::get<double>(m_data);
+    case Kind::Boolean:
+        return std::get<bool>(m_data) ? -1 : 0;
+    default:
+        return 0;
     }
 }
 
@@ -50,16 +55,23 @@ QDateTime Value::toDateTime() const
 QString Value::text() const
 {
     switch (kind()) {
-    case Kind::Integer: return QString::number(std::get<qint64>(m_data));
-    case Kind::Single: return singleText(std::get<float>(m_data));
-    case Kind::Double: return doubleText(std::get<double>(m_data));
-    case Kind::Boolean: return std::get<bool>(m_data) ? QStringLiteral("True")
-                                                      : QStringLiteral("False");
-    case Kind::Date: return dateText(std::get<QDateTime>(m_data));
-    case Kind::Text: return std::get<QString>(m_data);
-    case Kind::Error: return std::get<ErrorCell>(m_data).text;
+    case Kind::Integer:
+        return QString::number(std::get<qint64>(m_data));
+    case Kind::Single:
+        return singleText(std::get<float>(m_data));
+    case Kind::Double:
+        return doubleText(std::get<double>(m_data));
+    case Kind::Boolean:
+        return std::get<bool>(m_data) ? QStringLiteral("True") : QStringLiteral("False");
+    case Kind::Date:
+        return dateText(std::get<QDateTime>(m_data));
+    case Kind::Text:
+        return std::get<QString>(m_data);
+    case Kind::Error:
+        return std::get<ErrorCell>(m_data).text;
     case Kind::Null:
-    case Kind::Binary: break;
+    case Kind::Binary:
+        break;
     }
     return {};
 }

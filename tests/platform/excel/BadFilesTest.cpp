@@ -13,8 +13,7 @@ const QString cutOffXls =
     u"FILE 不完整或已损坏：.xls 文件的内容在中途断开。请重新复制或下载后再试。"_s;
 const QString cutOffXlsx =
     u"FILE 不完整或已损坏：.xlsx 文件的压缩包无法读完。请重新复制或下载后再试。"_s;
-const QString password =
-    u"FILE 设有打开密码。请先在电子表格软件中取消密码，另存后再试。"_s;
+const QString password = u"FILE 设有打开密码。请先在电子表格软件中取消密码，另存后再试。"_s;
 const QString badXml = u"FILE 已损坏：工作簿内部的 XML 内容有错误。"_s;
 const QString tooLarge = u"FILE 的内容过大，超出了可以读取的范围，已停止读取。"_s;
 const QString unsafe = u"FILE 含有不安全的内容（XML 文档类型或实体声明），已拒绝读取。"_s;
@@ -75,8 +74,10 @@ TEST(BadFiles, EachFixtureGetsItsOwnSentence)
 TEST(BadFiles, TheNameOfAFileDoesNotDecideItsKind)
 {
     const BookFolder folder;
-    EXPECT_EQ(sentenceOf(folder.write(u"really-new.xls"_s, contentOf(u"scores.xlsx"_s))), QString());
-    EXPECT_EQ(sentenceOf(folder.write(u"really-old.xlsx"_s, contentOf(u"scores.xls"_s))), QString());
+    EXPECT_EQ(sentenceOf(folder.write(u"really-new.xls"_s, contentOf(u"scores.xlsx"_s))),
+              QString());
+    EXPECT_EQ(sentenceOf(folder.write(u"really-old.xlsx"_s, contentOf(u"scores.xls"_s))),
+              QString());
 }
 
 TEST(BadFiles, TextsAreToldByTheirBeginning)
@@ -93,7 +94,10 @@ TEST(BadFiles, TextsAreToldByTheirBeginning)
          u"FILE 其实是 XML 表格文件，不是工作簿。请用电子表格软件打开它，另存为 .xlsx 后再试。"_s},
         {"a,b,c\n1,2,3\n", plainText},
         {"\xB0\xE0\xBC\xB6\t\xD1\xA7\xBA\xC5", plainText},
-        {QByteArray("\xFF\xFE" "a\0,\0b\0", 8), plainText},
+        {QByteArray("\xFF\xFE"
+                    "a\0,\0b\0",
+                    8),
+         plainText},
         {QByteArray("\x00\x01\x02\x03\x04", 5), unknown},
         {"\x89PNG\r\n\x1A\n", unknown},
     };
@@ -193,24 +197,29 @@ TEST(BadFiles, DeepNestingEndlessTagsAndManyNamesAreRefused)
 
 TEST(BadFiles, EndlessTextsAndTooManyCellsAreRefused)
 {
-    EXPECT_EQ(sentenceForSheet("<worksheet><sheetData><row><c t='str'><v>"
-                               + QByteArray(2'000'000, 'x')
-                               + "</v></c></row></sheetData></worksheet>"),
+    EXPECT_EQ(sentenceForSheet("<worksheet><sheetData><row><c t='str'><v>" +
+                               QByteArray(2'000'000, 'x') +
+                               "</v></c></row></sheetData></worksheet>"),
               tooLarge);
     QByteArray rows = "<worksheet><sheetData>";
     for (int row = 1; row <= 300; ++row)
-        rows += "<row r='" + QByteArray::number(row) + "'>" + QByteArray("<c><v>1</v></c>").repeated(16000)
-            + "</row>";
+        rows += "<row r='" + QByteArray::number(row) + "'>" +
+                QByteArray("<c><v>1</v></c>").repeated(16000) + "</row>";
     EXPECT_EQ(sentenceForSheet(rows + "</sheetData></worksheet>"), tooLarge);
 }
 
 TEST(BadFiles, AScatteredSheetIsRefusedBeforeItsPagesFillTheMemory)
 {
     QByteArray rows = "<worksheet><sheetData>";
-    for (int round = 0; round < 40; ++round)
-        for (int row = 1; row <= excel::lastGridRow; row += 256)
-            rows += "<row r='" + QByteArray::number(row) + "' hidden='1'/>";
-    EXPECT_EQ(sentenceForSheet(rows + "</sheetData></worksheet>"), QString());
+    for (int row = 1; row <= excel::lastGridRow; row += 256)
+        rows += "<row r='" + QByteArray::number(row) + "' hidden='1'/>";
+    BookFolder::Parts parts = BookFolder::partsWith(rows + "</sheetData></worksheet>");
+    const BookFolder folder;
+    EXPECT_EQ(sentenceOf(folder.writeZip(u"once.xlsx"_s, parts)), QString());
+    const QByteArray sheet = "<sheet name='S' r:id='r1'/>";
+    parts["xl/workbook.xml"] =
+        "<workbook xmlns:r='r'><sheets>" + sheet.repeated(4) + "</sheets></workbook>";
+    EXPECT_EQ(sentenceOf(folder.writeZip(u"often.xlsx"_s, parts)), tooLarge);
 }
 
 TEST(BadFiles, ACompoundFileCutAnywhereIsTold)

@@ -63,8 +63,8 @@ QString BookFolder::write(const QString& name, const QByteArray& bytes) const
 QString BookFolder::writeZip(const QString& name, const Parts& parts) const
 {
     const QString path = m_folder.filePath(name);
-    zip_t* archive = zip_open(QFile::encodeName(path).constData(), ZIP_CREATE | ZIP_TRUNCATE,
-                              nullptr);
+    zip_t* archive =
+        zip_open(QFile::encodeName(path).constData(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
     for (const auto& [part, bytes] : parts)
         zip_file_add(archive, part.constData(),
                      zip_source_buffer(archive, bytes.constData(), zip_uint64_t(bytes.size()), 0),
@@ -88,9 +88,8 @@ BookFolder::Parts BookFolder::partsWith(const QByteArray& sheetXml)
 
 std::unique_ptr<excel::Workbook> BookFolder::readRows(const QByteArray& rows) const
 {
-    return excel::readWorkbook(
-        writeZip(u"rows.xlsx"_s,
-                 partsWith("<worksheet><sheetData>" + rows + "</sheetData></worksheet>")));
+    return excel::readWorkbook(writeZip(
+        u"rows.xlsx"_s, partsWith("<worksheet><sheetData>" + rows + "</sheetData></worksheet>")));
 }
 
 XlsRecords& XlsRecords::add(int type, const QByteArray& bytes)
@@ -114,12 +113,11 @@ QByteArray XlsRecords::book(int version, const XlsRecords& globals, const XlsRec
     const QByteArray name = version == 0x600 ? QByteArray("\x01\x00S", 3) : QByteArray("\x01S");
     XlsRecords head;
     head.bof(version, 5);
-    const qsizetype sheet =
-        head.bytes().size() + globals.bytes().size() + 4 + 6 + name.size() + 4;
+    const qsizetype sheet = head.bytes().size() + globals.bytes().size() + 4 + 6 + name.size() + 4;
     XlsRecords tail;
     tail.boundSheet(sheet, name).eof().bof(version, 0x10);
-    return head.bytes() + globals.bytes() + tail.bytes() + cells.bytes()
-        + XlsRecords().eof().bytes();
+    return head.bytes() + globals.bytes() + tail.bytes() + cells.bytes() +
+           XlsRecords().eof().bytes();
 }
 
 QByteArray u8(int number)

@@ -9,8 +9,8 @@ using excel::NumberFormats;
 
 TEST(NumberFormats, CodesOfDatesAreTold)
 {
-    for (const QString& code : {u"yyyy-mm-dd"_s, u"h:mm"_s, u"[$-804]yyyy\"年\"m\"月\""_s, u"[h]:mm"_s,
-                                u"[ss]"_s, u"mmm"_s, u"DD/MM"_s, u"[Red]s"_s})
+    for (const QString& code : {u"yyyy-mm-dd"_s, u"h:mm"_s, u"[$-804]yyyy\"年\"m\"月\""_s,
+                                u"[h]:mm"_s, u"[ss]"_s, u"mmm"_s, u"DD/MM"_s, u"[Red]s"_s})
         EXPECT_TRUE(NumberFormats::isDateCode(code)) << code.toStdString();
 }
 
@@ -31,9 +31,9 @@ TEST(NumberFormats, BuiltInDatesAreKnownByTheirNumbers)
         if (formats.isDateStyle(size_t(number)))
             dates.push_back(number);
     }
-    EXPECT_EQ(dates, (std::vector<int>{14, 15, 16, 17, 18, 19, 20, 21, 22, 27, 28, 29,
-                                       30, 31, 32, 33, 34, 35, 36, 45, 46, 47, 50, 51,
-                                       52, 53, 54, 55, 56, 57, 58}));
+    EXPECT_EQ(dates,
+              (std::vector<int>{14, 15, 16, 17, 18, 19, 20, 21, 22, 27, 28, 29, 30, 31, 32, 33,
+                                34, 35, 36, 45, 46, 47, 50, 51, 52, 53, 54, 55, 56, 57, 58}));
     EXPECT_FALSE(formats.isDateStyle(70));
 }
 

@@ -63,6 +63,16 @@ TEST_F(WorksheetTest, OutsideTheGridThereIsNoCell)
     }
 }
 
+TEST_F(WorksheetTest, AMissingCellIsTold)
+{
+    try {
+        sheet.Cells(0, 1);
+        FAIL();
+    } catch (const runtime::Error& error) {
+        EXPECT_EQ(error.description(), u"工作表中没有第 0 行第 1 列的单元格。"_s);
+    }
+}
+
 TEST_F(WorksheetTest, TheLastCellOfAnEmptySheetIsA1)
 {
     EXPECT_EQ(sheet.lastUsedRow(), 1);

@@ -35,8 +35,8 @@ QString read(int version, const XlsRecords& globals, const XlsRecords& cells)
 /// A FORMULA record whose result is no number: kind 0 text, 1 boolean, 2 error, 3 empty text.
 QByteArray formula(int row, int column, int kind, int content)
 {
-    return at(row, column) + u8(kind) + u8(0) + u8(content) + QByteArray(3, 0) + u16(0xFFFF)
-        + u16(0) + u32(0) + u16(0);
+    return at(row, column) + u8(kind) + u8(0) + u8(content) + QByteArray(3, 0) + u16(0xFFFF) +
+           u16(0) + u32(0) + u16(0);
 }
 
 /// A table of shared texts of which one record holds all.
@@ -55,12 +55,12 @@ TEST(XlsReader, GivesEveryKindOfCellItsKind)
               u"1,1 Text 班级\n1,2 Double 97.5\n1,3 Text 0805\n1,4 Boolean True\n"
               "1,5 Date 2009-07-31\n1,6 Date 2009-07-31 08:30:00\n1,7 Date 2009-07-31\n"
               "1,8 Double 12.5\n1,9 Double 20240101002\n"
-              "2,1 Text   two\nlines \n2,3 Text "_s
-                  + u"云杉"_s.repeated(6000) + u"\n2,4 Text "_s + u"x"_s.repeated(15000)
-                  + u"\n2,5 Text after the long ones\n"
-                    "3,1 Double 3\n3,2 Text ab\n3,4 Error #N/A\n3,5 Error #DIV/0!\n"
-                    "3,6 Date 2009-07-31\n5,1 Text 合并\n8,1 Text hidden row\n"
-                    "65536,256 Text far end\n"_s);
+              "2,1 Text   two\nlines \n2,3 Text "_s +
+                  u"云杉"_s.repeated(6000) + u"\n2,4 Text "_s + u"x"_s.repeated(15000) +
+                  u"\n2,5 Text after the long ones\n"
+                  "3,1 Double 3\n3,2 Text ab\n3,4 Error #N/A\n3,5 Error #DIV/0!\n"
+                  "3,6 Date 2009-07-31\n5,1 Text 合并\n8,1 Text hidden row\n"
+                  "65536,256 Text far end\n"_s);
 }
 
 TEST(XlsReader, KeepsWhatAWindowShows)
@@ -134,8 +134,8 @@ TEST(XlsReader, ReadsNumbersInEveryPacking)
         .add(0x27E, at(0, 1) + u32(0x3FF00000))
         .add(0x27E, at(0, 2) + u32((12345u << 2) | 3))
         .add(0x27E, at(0, 3) + u32(quint32(-7 * 4) | 2))
-        .add(0xBD, u16(1) + u16(0) + u16(0) + u32((1u << 2) | 2) + u16(0) + u32((2u << 2) | 2)
-                 + u16(1));
+        .add(0xBD,
+             u16(1) + u16(0) + u16(0) + u32((1u << 2) | 2) + u16(0) + u32((2u << 2) | 2) + u16(1));
     EXPECT_EQ(read(biff8, {}, cells),
               u"1,1 Double 1.25\n1,2 Double 1\n1,3 Double 123.45\n1,4 Double -7\n"
               "2,1 Double 1\n2,2 Double 2\n"_s);
@@ -196,7 +196,9 @@ TEST(XlsReader, ReadsTheOlderVersionInTheChineseCodePage)
 TEST(XlsReader, BytesThatAreNoTextDoNotStopTheReading)
 {
     EXPECT_EQ(read(biff5, XlsRecords().add(0x42, u16(936)),
-                   XlsRecords().add(0x204, at(0, 0) + u16(4) + "\xBA\xBA\xFF" "a")),
+                   XlsRecords().add(0x204, at(0, 0) + u16(4) +
+                                               "\xBA\xBA\xFF"
+                                               "a")),
               u"1,1 Text 汉\uFFFD"_s + u"a\n"_s);
 }
 
@@ -213,7 +215,8 @@ TEST(XlsReader, ALoneSheetWithoutContainerIsReadToo)
 TEST(XlsReader, AFilterOfUnknownExtentShowsAllRows)
 {
     XlsRecords cells;
-    cells.add(0x9B, {}).add(0x208, u16(4) + u16(0) + u16(1) + u16(300) + u32(0) + u16(0x20) + u16(0));
+    cells.add(0x9B, {}).add(0x208,
+                            u16(4) + u16(0) + u16(1) + u16(300) + u32(0) + u16(0x20) + u16(0));
     const auto book = readBook(biff8, {}, cells);
     Worksheet& sheet = book->Worksheets().Item(1);
     EXPECT_TRUE(sheet.isRowHidden(5));
@@ -224,6 +227,8 @@ TEST(XlsReader, AFilterOfUnknownExtentShowsAllRows)
 TEST(XlsReader, CellsOutOfOrderFindTheirPlaces)
 {
     XlsRecords cells;
-    cells.add(0x203, at(1, 1) + real(1)).add(0x203, at(0, 0) + real(2)).add(0x203, at(1, 0) + real(3));
+    cells.add(0x203, at(1, 1) + real(1))
+        .add(0x203, at(0, 0) + real(2))
+        .add(0x203, at(1, 0) + real(3));
     EXPECT_EQ(read(biff8, {}, cells), u"1,1 Double 2\n2,1 Double 3\n2,2 Double 1\n"_s);
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/runtime/Error.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
 
@@ -61,6 +62,29 @@ TEST_F(FileDialog, RefusingToOverwriteGivesAnEmptyName)
     EXPECT_EQ(dialogs.shown, QStringList{u"是否覆盖: 同名文件已存在，是否覆盖原文件？"_s});
 }
 
+/// Dialogs that note the buttons of the last box.
+class NotedButtons : public support::ScriptedDialogs
+{
+public:
+    Answer message(const QString& text, const QString& title, Buttons shownButtons,
+                   Icon icon) override
+    {
+        buttons = shownButtons;
+        return ScriptedDialogs::message(text, title, shownButtons, icon);
+    }
+
+    Buttons buttons = Buttons::Ok;
+};
+
+TEST_F(FileDialog, TheQuestionBeforeOverwritingHasOkAndCancel)
+{
+    NotedButtons noted;
+    noted.file = existingFile();
+    noted.expect(u"同名文件已存在"_s, Answer::Cancel);
+    ShowFileDialog(filter, FileMode::Save);
+    EXPECT_EQ(noted.buttons, Buttons::OkCancel);
+}
+
 TEST_F(FileDialog, AgreeingToOverwriteGivesTheName)
 {
     dialogs.file = existingFile();
@@ -74,6 +98,23 @@ TEST(ColorDialog, GivesTheColorAsANumberOrErr)
     EXPECT_EQ(GetColor(0), u"err"_s);
     dialogs.color = 0x00ff80;
     EXPECT_EQ(GetColor(0), u"65408"_s);
+}
+
+/// Dialogs whose colour dialog cannot be opened.
+class BrokenColorDialog : public support::ScriptedDialogs
+{
+public:
+    std::optional<int> chooseColor(const QString& title, int start) override
+    {
+        throw Error(title + QString::number(start));
+    }
+};
+
+TEST(ColorDialog, IsTitledAndStartsWithTheGivenColorAndAFailureIsShown)
+{
+    BrokenColorDialog dialogs;
+    EXPECT_EQ(GetColor(7), u"err"_s);
+    EXPECT_EQ(dialogs.failures, QStringList{u"选择颜色7 - Function GetColor/MDLCommonDialog"_s});
 }
 
 } // namespace

@@ -52,10 +52,13 @@ TEST(DelLast, GivesTheTextWithoutItsLastCharacters)
     EXPECT_EQ(DelLast(u"abc"_s, 0), u"abc"_s);
 }
 
-TEST(DelLast, RefusesATextThatIsTooShort)
+TEST(DelLast, OfATextThatIsTooShortGivesNothingAfterAMessage)
 {
-    EXPECT_THROW(DelLast(u"ab"_s, 3), Error);
-    EXPECT_THROW(DelLast(QString(), 1), Error);
+    const support::ScriptedDialogs dialogs;
+    EXPECT_EQ(DelLast(u"ab"_s, 3), QString());
+    EXPECT_EQ(DelLast(QString(), 1), QString());
+    const QString message = u"要去掉的字符比文本还长。 - Function DelLast/MdlSYS"_s;
+    EXPECT_EQ(dialogs.failures, (QStringList{message, message}));
 }
 
 TEST(Right, GivesTheWholeTextIfItIsShorter)

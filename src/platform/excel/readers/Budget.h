@@ -13,6 +13,8 @@ class Budget
 public:
     /// Filled cells; also merged ranges and columns, which cost as much.
     void takeCells(qint64 count) { take(m_cells, count); }
+    /// A new page of rows, which costs the memory of about as many cells.
+    void takePage() { take(m_cells, 200); }
     /// UTF-16 units of all texts.
     void takeText(qint64 units) { take(m_text, units); }
     /// Texts of the shared table.
@@ -21,6 +23,8 @@ public:
     void takeBytes(qint64 bytes) { take(m_bytes, bytes); }
     /// Records of an .xls file; they can be read more than once if sheets overlap.
     void takeRecords(qint64 count) { take(m_records, count); }
+    /// Elements of XML and their attributes.
+    void takeMarkup(qint64 count) { take(m_markup, count); }
     void takeSheets(qint64 count) { take(m_sheets, count); }
 
 private:
@@ -31,11 +35,12 @@ private:
             throw ReadFailure{Fault::TooLarge};
     }
 
-    qint64 m_cells = 3'000'000;
+    qint64 m_cells = 2'500'000;
     qint64 m_text = 50'000'000;
     qint64 m_texts = 2'000'000;
     qint64 m_bytes = 160'000'000;
     qint64 m_records = 20'000'000;
+    qint64 m_markup = 14'000'000;
     qint64 m_sheets = 1024;
 };
 

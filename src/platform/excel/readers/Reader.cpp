@@ -26,7 +26,7 @@ QByteArray wholeFile(const QString& path)
         throw ReadFailure{Fault::Unreadable};
     if (file.size() > largestXls)
         throw ReadFailure{Fault::TooLarge};
-    return file.read(largestXls);
+    return file.read(file.size());
 }
 
 std::unique_ptr<Workbook> readCompound(const QString& path, Budget& budget)

@@ -14,9 +14,12 @@ constexpr size_t mostStyles = 200000;
 Visibility visibilityOf(int state)
 {
     switch (state & 3) {
-    case 0: return Visibility::Visible;
-    case 2: return Visibility::VeryHidden;
-    default: return Visibility::Hidden;
+    case 0:
+        return Visibility::Visible;
+    case 2:
+        return Visibility::VeryHidden;
+    default:
+        return Visibility::Hidden;
     }
 }
 
@@ -41,22 +44,34 @@ void XlsGlobals::read(XlsStream& stream)
 void XlsGlobals::take(const XlsRecord& record)
 {
     switch (record.type) {
-    case record::filePass: throw ReadFailure{Fault::Password};
-    case record::codePage: m_page = std::make_unique<CodePage>(record.read().u16()); break;
+    case record::filePass:
+        throw ReadFailure{Fault::Password};
+    case record::codePage:
+        m_page = std::make_unique<CodePage>(record.read().u16());
+        break;
     case record::dateMode:
         m_dates = record.read().u16() == 1 ? DateSystem::From1904 : DateSystem::From1900;
         break;
-    case record::boundSheet: takeSheet(record); break;
-    case record::format: takeFormat(record); break;
+    case record::boundSheet:
+        takeSheet(record);
+        break;
+    case record::format:
+        takeFormat(record);
+        break;
     case record::cellStyle: {
         XlsBytes bytes = record.read();
         bytes.skip(2);
         m_formats.addStyle(bytes.u16());
         break;
     }
-    case record::sharedTexts: takeSharedTexts(record); break;
-    case record::name: takeName(record); break;
-    default: break;
+    case record::sharedTexts:
+        takeSharedTexts(record);
+        break;
+    case record::name:
+        takeName(record);
+        break;
+    default:
+        break;
     }
     if (m_formats.size() > mostStyles)
         throw ReadFailure{Fault::TooLarge};
@@ -102,8 +117,8 @@ void XlsGlobals::takeFormat(const XlsRecord& record)
 {
     XlsTextReader reader(record.pieces);
     const int number = reader.u16();
-    m_formats.addFormat(number, m_version == XlsVersion::Biff8 ? longText(reader)
-                                                               : shortText(reader));
+    m_formats.addFormat(number,
+                        m_version == XlsVersion::Biff8 ? longText(reader) : shortText(reader));
 }
 
 void XlsGlobals::takeSharedTexts(const XlsRecord& record)

@@ -38,7 +38,7 @@ public:
     runtime::Value number(double number, int style) const;
     const QString& sharedText(quint32 index) const;
 
-    /// Fills `cell` ranges: the block that the automatic filter of a sheet covers, if it is known.
+    /// The block that the automatic filter of a sheet covers, if it is known.
     std::optional<CellRange> filterRange(int sheetIndex) const;
 
     std::vector<Sheet> sheets;

@@ -8,18 +8,23 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr qint64 cellsPerPage = 200;
-
 runtime::Value errorValue(int code)
 {
     switch (code) {
-    case 0x00: return runtime::Value::error(u"#NULL!"_s);
-    case 0x07: return runtime::Value::error(u"#DIV/0!"_s);
-    case 0x0F: return runtime::Value::error(u"#VALUE!"_s);
-    case 0x17: return runtime::Value::error(u"#REF!"_s);
-    case 0x1D: return runtime::Value::error(u"#NAME?"_s);
-    case 0x24: return runtime::Value::error(u"#NUM!"_s);
-    default: return runtime::Value::error(u"#N/A"_s);
+    case 0x00:
+        return runtime::Value::error(u"#NULL!"_s);
+    case 0x07:
+        return runtime::Value::error(u"#DIV/0!"_s);
+    case 0x0F:
+        return runtime::Value::error(u"#VALUE!"_s);
+    case 0x17:
+        return runtime::Value::error(u"#REF!"_s);
+    case 0x1D:
+        return runtime::Value::error(u"#NAME?"_s);
+    case 0x24:
+        return runtime::Value::error(u"#NUM!"_s);
+    default:
+        return runtime::Value::error(u"#N/A"_s);
     }
 }
 
@@ -29,8 +34,8 @@ double unpackRk(quint32 packed)
     constexpr quint32 timesHundred = 1;
     constexpr quint32 whole = 2;
     const double number = (packed & whole) != 0
-        ? double(std::bit_cast<qint32>(packed) >> 2)
-        : std::bit_cast<double>(quint64(packed & ~3u) << 32);
+                              ? double(std::bit_cast<qint32>(packed) >> 2)
+                              : std::bit_cast<double>(quint64(packed & ~3u) << 32);
     return (packed & timesHundred) != 0 ? number / 100 : number;
 }
 
@@ -59,13 +64,26 @@ void XlsSheetReader::take(const XlsRecord& record)
 {
     switch (record.type) {
     case record::filterMode:
-    case record::autoFilterInfo: m_filtered = true; break;
-    case record::row: takeRow(record); break;
-    case record::columnInfo: takeColumns(record); break;
-    case record::mergedCells: takeMerged(record); break;
-    case record::multipleRk: takeMultipleRk(record); break;
-    case record::formula: takeFormula(record); break;
-    case record::filePass: throw ReadFailure{Fault::Password};
+    case record::autoFilterInfo:
+        m_filtered = true;
+        break;
+    case record::row:
+        takeRow(record);
+        break;
+    case record::columnInfo:
+        takeColumns(record);
+        break;
+    case record::mergedCells:
+        takeMerged(record);
+        break;
+    case record::multipleRk:
+        takeMultipleRk(record);
+        break;
+    case record::formula:
+        takeFormula(record);
+        break;
+    case record::filePass:
+        throw ReadFailure{Fault::Password};
     case record::formulaText: {
         XlsTextReader reader(record.pieces);
         if (m_textRow >= 0)
@@ -78,8 +96,11 @@ void XlsSheetReader::take(const XlsRecord& record)
     case record::richText:
     case record::number:
     case record::rk:
-    case record::booleanOrError: takeCell(record); break;
-    default: break;
+    case record::booleanOrError:
+        takeCell(record);
+        break;
+    default:
+        break;
     }
 }
 
@@ -90,9 +111,15 @@ void XlsSheetReader::takeCell(const XlsRecord& record)
     const int column = bytes.u16();
     const int style = bytes.u16();
     switch (record.type) {
-    case record::sharedText: add(row, column, m_globals.sharedText(bytes.u32())); break;
-    case record::number: add(row, column, m_globals.number(bytes.real(), style)); break;
-    case record::rk: add(row, column, m_globals.number(unpackRk(bytes.u32()), style)); break;
+    case record::sharedText:
+        add(row, column, m_globals.sharedText(bytes.u32()));
+        break;
+    case record::number:
+        add(row, column, m_globals.number(bytes.real(), style));
+        break;
+    case record::rk:
+        add(row, column, m_globals.number(unpackRk(bytes.u32()), style));
+        break;
     case record::booleanOrError: {
         const int content = bytes.u8();
         const bool isError = bytes.u8() != 0;
@@ -162,7 +189,7 @@ void XlsSheetReader::takeRow(const XlsRecord& record)
     if ((flags & (hiddenFlag | ownHeightFlag)) == 0)
         return;
     if (m_sheet.table().lacksPageFor(number))
-        m_budget.takeCells(cellsPerPage);
+        m_budget.takePage();
     Row& row = m_sheet.table().makeRow(number);
     row.hidden = (flags & hiddenFlag) != 0;
     if (height > 0)
@@ -193,8 +220,8 @@ void XlsSheetReader::takeMerged(const XlsRecord& record)
         range.lastRow = bytes.u16() + 1;
         range.firstColumn = bytes.u16() + 1;
         range.lastColumn = bytes.u16() + 1;
-        if (range.firstRow <= range.lastRow && range.firstColumn <= range.lastColumn
-            && range.lastColumn <= lastGridColumn)
+        if (range.firstRow <= range.lastRow && range.firstColumn <= range.lastColumn &&
+            range.lastColumn <= lastGridColumn)
             m_sheet.merge(range);
     }
 }
@@ -204,7 +231,9 @@ void XlsSheetReader::add(int row, int column, runtime::Value value)
 {
     if (column >= lastGridColumn)
         throw ReadFailure{Fault::CutOffXls};
-    m_budget.takeCells(m_sheet.table().lacksPageFor(row + 1) ? cellsPerPage : 1);
+    if (m_sheet.table().lacksPageFor(row + 1))
+        m_budget.takePage();
+    m_budget.takeCells(1);
     m_sheet.table().append(row + 1, column + 1, std::move(value));
 }
 

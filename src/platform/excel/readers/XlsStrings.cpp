@@ -20,14 +20,21 @@ QByteArray encodingOf(int codePage)
 {
     switch (codePage) {
     case 936:
-    case 10008: return "GB18030";
-    case 367: return "ASCII";
-    case 1200: return "UTF-16LE";
+    case 10008:
+        return "GB18030";
+    case 367:
+        return "ASCII";
+    case 1200:
+        return "UTF-16LE";
     case 10000:
-    case 32768: return "MACINTOSH";
-    case 32769: return "CP1252";
-    case 65001: return "UTF-8";
-    default: return "CP" + QByteArray::number(codePage);
+    case 32768:
+        return "MACINTOSH";
+    case 32769:
+        return "CP1252";
+    case 65001:
+        return "UTF-8";
+    default:
+        return "CP" + QByteArray::number(codePage);
     }
 }
 
@@ -39,16 +46,19 @@ bool isAscii(std::string_view bytes)
 
 } // namespace
 
-CodePage::CodePage(int number) : m_converter(iconv_open("UTF-16LE", encodingOf(number).constData()))
-{
-    if (m_converter == noConverter)
-        m_converter = iconv_open("UTF-16LE", "GB18030");
-}
-
 CodePage::~CodePage()
 {
-    if (m_converter != noConverter)
+    if (m_converter != nullptr && m_converter != noConverter)
         iconv_close(m_converter);
+}
+
+void* CodePage::converter() const
+{
+    if (m_converter == nullptr)
+        m_converter = iconv_open("UTF-16LE", encodingOf(m_number).constData());
+    if (m_converter == noConverter)
+        m_converter = iconv_open("UTF-16LE", "GB18030");
+    return m_converter;
 }
 
 QString CodePage::decode(std::string_view bytes) const
@@ -60,9 +70,9 @@ QString CodePage::decode(std::string_view bytes) const
     size_t inLeft = bytes.size();
     char* out = reinterpret_cast<char*>(units.data());
     size_t outLeft = units.size() * sizeof(char16_t);
-    iconv(m_converter, nullptr, nullptr, nullptr, nullptr);
-    while (inLeft > 0 && iconv(m_converter, &in, &inLeft, &out, &outLeft) == size_t(-1)
-           && outLeft >= 2) {
+    iconv(converter(), nullptr, nullptr, nullptr, nullptr);
+    while (inLeft > 0 && iconv(converter(), &in, &inLeft, &out, &outLeft) == size_t(-1) &&
+           outLeft >= 2) {
         if (inLeft == 0)
             break;
         ++in;
@@ -71,8 +81,7 @@ QString CodePage::decode(std::string_view bytes) const
         out += 2;
         outLeft -= 2;
     }
-    return QString::fromUtf16(units.data(),
-                              qsizetype(units.size() - outLeft / sizeof(char16_t)));
+    return QString::fromUtf16(units.data(), qsizetype(units.size() - outLeft / sizeof(char16_t)));
 }
 
 /// Moves to the next piece where one ends; false behind the last.

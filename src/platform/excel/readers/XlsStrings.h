@@ -14,7 +14,7 @@ namespace excel {
 class CodePage
 {
 public:
-    explicit CodePage(int number);
+    explicit CodePage(int number) : m_number(number) {}
     ~CodePage();
     CodePage(const CodePage&) = delete;
     CodePage& operator=(const CodePage&) = delete;
@@ -23,7 +23,10 @@ public:
     QString decode(std::string_view bytes) const;
 
 private:
-    void* m_converter;
+    void* converter() const;
+
+    int m_number;
+    mutable void* m_converter = nullptr; // opened at the first use, which is costly
 };
 
 enum class TextLayout { Unicode, Bytes };

@@ -16,7 +16,7 @@ namespace excel {
 /// A relationship of a part: where it leads to and as what.
 struct Relation
 {
-    QString kind; // last word of its type, such as "worksheet"
+    QString kind;    // last word of its type, such as "worksheet"
     QByteArray part; // full name in the archive
 };
 

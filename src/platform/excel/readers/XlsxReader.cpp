@@ -10,7 +10,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr qint64 largestListPart = 16'000'000; // relationships, workbook, styles
+constexpr qint64 largestListPart = 16'000'000;  // relationships, workbook, styles
 constexpr qint64 largestDataPart = 130'000'000; // sheets, shared texts
 
 /// Reads the parts of one archive, each through its handler.
@@ -36,7 +36,7 @@ private:
 
 void XlsxReader::scan(const QByteArray& part, qint64 limit, XmlHandler& handler)
 {
-    XmlScanner scanner(handler);
+    XmlScanner scanner(handler, m_budget);
     m_archive.read(part, limit, [&](std::string_view piece) { scanner.feed(piece); });
 }
 

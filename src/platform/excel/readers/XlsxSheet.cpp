@@ -10,9 +10,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-// A page of rows costs the memory of about as many cells.
-constexpr qint64 cellsPerPage = 200;
-
 struct Place
 {
     int row = 0;
@@ -60,8 +57,7 @@ std::optional<CellRange> parseRange(std::string_view text)
 {
     const size_t colon = text.find(':');
     const Place first = parsePlace(text.substr(0, colon));
-    const Place last =
-        colon == std::string_view::npos ? first : parsePlace(text.substr(colon + 1));
+    const Place last = colon == std::string_view::npos ? first : parsePlace(text.substr(colon + 1));
     if (!first.isInGrid() || !last.isInGrid())
         return std::nullopt;
     return CellRange{std::min(first.row, last.row), std::min(first.column, last.column),
@@ -135,10 +131,10 @@ void XlsxSheetHandler::addColumns(const XmlAttributes& attributes)
         m_sheet.addColumns(columns);
 }
 
-void XlsxSheetHandler::makePage(int row)
+void XlsxSheetHandler::payForPage(int row)
 {
     if (m_sheet.table().lacksPageFor(row))
-        m_budget.takeCells(cellsPerPage);
+        m_budget.takePage();
 }
 
 void XlsxSheetHandler::startRow(const XmlAttributes& attributes)
@@ -151,7 +147,7 @@ void XlsxSheetHandler::startRow(const XmlAttributes& attributes)
     const char* height = attributes.find("ht");
     if (!hidden && height == nullptr)
         return;
-    makePage(m_row);
+    payForPage(m_row);
     Row& row = m_sheet.table().makeRow(m_row);
     row.hidden = hidden;
     if (height != nullptr)
@@ -176,15 +172,23 @@ XlsxSheetHandler::CellType XlsxSheetHandler::typeOf(std::string_view text)
 void XlsxSheetHandler::startCell(const XmlAttributes& attributes)
 {
     Place place{std::max(m_row, 1), m_column + 1};
-    if (const char* reference = attributes.find("r"))
-        place = parsePlace(reference);
+    m_type = CellType::Number;
+    m_style = 0;
+    XmlAttributes rest = attributes;
+    std::string_view name;
+    const char* value = nullptr;
+    while (rest.next(name, value)) {
+        if (name == "r")
+            place = parsePlace(value);
+        else if (name == "t")
+            m_type = typeOf(value);
+        else if (name == "s")
+            std::from_chars(value, value + std::strlen(value), m_style);
+    }
     if (!place.isInGrid())
         throw ReadFailure{Fault::BadXml};
     m_row = place.row;
     m_column = place.column;
-    const char* type = attributes.find("t");
-    m_type = type == nullptr ? CellType::Number : typeOf(type);
-    m_style = size_t(attributes.number("s", 0));
     m_inCell = true;
     m_inPhonetic = m_hasValue = m_hasFormula = false;
     characters.clear();
@@ -211,7 +215,7 @@ void XlsxSheetHandler::endCell()
     collecting = false;
     runtime::Value content = value();
     if (!content.isNull()) {
-        makePage(m_row);
+        payForPage(m_row);
         m_budget.takeCells(1);
         m_sheet.table().append(m_row, m_column, std::move(content));
     } else if (m_hasFormula) {
@@ -222,11 +226,16 @@ void XlsxSheetHandler::endCell()
 runtime::Value XlsxSheetHandler::value()
 {
     switch (m_type) {
-    case CellType::Number: return numberValue();
-    case CellType::Shared: return sharedValue();
-    case CellType::Inline: return textValue();
-    case CellType::FormulaText: return m_hasValue ? textValue() : runtime::Value();
-    default: break;
+    case CellType::Number:
+        return numberValue();
+    case CellType::Shared:
+        return sharedValue();
+    case CellType::Inline:
+        return textValue();
+    case CellType::FormulaText:
+        return m_hasValue ? textValue() : runtime::Value();
+    default:
+        break;
     }
     const std::string_view text = trimmed(characters);
     if (text.empty())

@@ -39,7 +39,7 @@ private:
     void startInCell(std::string_view name);
     void startOutside(std::string_view name, const XmlAttributes& attributes);
     void endCell();
-    void makePage(int row);
+    void payForPage(int row);
     void addColumns(const XmlAttributes& attributes);
     void startAutoFilter(const XmlAttributes& attributes);
 

@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int deepestNesting = 100;
+constexpr int mostAttributes = 256;       // of one element
 constexpr size_t longestText = 1'000'000; // bytes; a cell holds 32,767 characters at most
 constexpr size_t mostParserMemory = 24'000'000;
 
@@ -59,10 +60,16 @@ void release(void* memory)
     std::free(headOf(memory));
 }
 
+/// Names are short, so one walk beats searching for the colon and the end.
 std::string_view localName(const char* name)
 {
-    const char* colon = std::strrchr(name, ':');
-    return colon == nullptr ? std::string_view(name) : std::string_view(colon + 1);
+    const char* start = name;
+    const char* at = name;
+    for (; *at != '\0'; ++at) {
+        if (*at == ':')
+            start = at + 1;
+    }
+    return {start, size_t(at - start)};
 }
 
 /// The value of an escape that begins at `at`, or -1 if none does.
@@ -78,23 +85,36 @@ int escapeAt(const QString& text, qsizetype at)
 
 } // namespace
 
-const char* XmlAttributes::find(std::string_view localName) const
+bool XmlAttributes::next(std::string_view& name, const char*& value)
 {
-    for (const char* const* at = m_list; *at != nullptr; at += 2) {
-        if (excel::localName(at[0]) == localName)
-            return at[1];
+    if (*m_list == nullptr)
+        return false;
+    name = localName(m_list[0]);
+    value = m_list[1];
+    m_list += 2;
+    return true;
+}
+
+const char* XmlAttributes::find(std::string_view wanted) const
+{
+    XmlAttributes rest = *this;
+    std::string_view name;
+    const char* value = nullptr;
+    while (rest.next(name, value)) {
+        if (name == wanted)
+            return value;
     }
     return nullptr;
 }
 
-QString XmlAttributes::text(std::string_view localName) const
+QString XmlAttributes::text(std::string_view name) const
 {
-    return QString::fromUtf8(find(localName));
+    return QString::fromUtf8(find(name));
 }
 
-int XmlAttributes::number(std::string_view localName, int fallback) const
+int XmlAttributes::number(std::string_view name, int fallback) const
 {
-    const char* value = find(localName);
+    const char* value = find(name);
     if (value == nullptr)
         return fallback;
     int number = fallback;
@@ -102,9 +122,9 @@ int XmlAttributes::number(std::string_view localName, int fallback) const
     return number;
 }
 
-bool XmlAttributes::flag(std::string_view localName) const
+bool XmlAttributes::flag(std::string_view name) const
 {
-    const char* value = find(localName);
+    const char* value = find(name);
     if (value == nullptr)
         return false;
     const std::string_view text(value);
@@ -120,6 +140,10 @@ struct XmlScanner::Callbacks
         self.guarded([&] {
             if (++self.m_depth > deepestNesting)
                 throw ReadFailure{Fault::TooLarge};
+            const int attributeCount = XML_GetSpecifiedAttributeCount(self.m_parser.get()) / 2;
+            if (attributeCount > mostAttributes)
+                throw ReadFailure{Fault::TooLarge};
+            self.m_budget.takeMarkup(1 + attributeCount);
             self.m_handler.startElement(localName(name), XmlAttributes(attributes));
         });
     }
@@ -154,7 +178,7 @@ void XmlScanner::Free::operator()(XML_ParserStruct* parser) const
     XML_ParserFree(parser);
 }
 
-XmlScanner::XmlScanner(XmlHandler& handler) : m_handler(handler)
+XmlScanner::XmlScanner(XmlHandler& handler, Budget& budget) : m_handler(handler), m_budget(budget)
 {
     const XML_Memory_Handling_Suite memory{allocate, reallocate, release};
     m_parser.reset(XML_ParserCreate_MM(nullptr, &memory, nullptr));

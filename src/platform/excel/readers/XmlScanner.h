@@ -8,6 +8,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include "platform/excel/readers/Budget.h"
+
 struct XML_ParserStruct;
 
 namespace excel {
@@ -18,13 +20,16 @@ class XmlAttributes
 public:
     explicit XmlAttributes(const char* const* list) : m_list(list) {}
 
+    /// Steps to the next attribute; false behind the last.
+    bool next(std::string_view& name, const char*& value);
+
     /// The value, or null if there is no such attribute.
-    const char* find(std::string_view localName) const;
-    QString text(std::string_view localName) const;
+    const char* find(std::string_view wanted) const;
+    QString text(std::string_view name) const;
     /// The whole number in the attribute, or `fallback` if there is none.
-    int number(std::string_view localName, int fallback) const;
+    int number(std::string_view name, int fallback) const;
     /// True for "1", "true" and "on".
-    bool flag(std::string_view localName) const;
+    bool flag(std::string_view name) const;
 
 private:
     const char* const* m_list;
@@ -48,7 +53,7 @@ public:
 class XmlScanner
 {
 public:
-    explicit XmlScanner(XmlHandler& handler);
+    XmlScanner(XmlHandler& handler, Budget& budget);
 
     /// The next piece of the text; an empty piece marks the end.
     void feed(std::string_view piece);
@@ -64,6 +69,7 @@ private:
     void watchCharacters();
 
     XmlHandler& m_handler;
+    Budget& m_budget;
     std::unique_ptr<XML_ParserStruct, Free> m_parser;
     std::exception_ptr m_failure;
     int m_depth = 0;

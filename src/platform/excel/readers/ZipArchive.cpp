@@ -49,9 +49,12 @@ Fault faultOf(int zipError)
     switch (zipError) {
     case ZIP_ER_NOPASSWD:
     case ZIP_ER_WRONGPASSWD:
-    case ZIP_ER_ENCRNOTSUPP: return Fault::Password;
-    case ZIP_ER_MEMORY: return Fault::TooLarge;
-    default: return Fault::CutOffXlsx;
+    case ZIP_ER_ENCRNOTSUPP:
+        return Fault::Password;
+    case ZIP_ER_MEMORY:
+        return Fault::TooLarge;
+    default:
+        return Fault::CutOffXlsx;
     }
 }
 
@@ -79,8 +82,7 @@ ZipArchive::ZipArchive(const QString& path, Budget& budget) : m_budget(budget)
 qint64 ZipArchive::locate(const QByteArray& part) const
 {
     const qint64 exact = zip_name_locate(m_archive.get(), part.constData(), 0);
-    return exact >= 0 ? exact
-                      : zip_name_locate(m_archive.get(), part.constData(), ZIP_FL_NOCASE);
+    return exact >= 0 ? exact : zip_name_locate(m_archive.get(), part.constData(), ZIP_FL_NOCASE);
 }
 
 bool ZipArchive::contains(const QByteArray& part) const

@@ -3,6 +3,7 @@
 // working folder as fuzz-failure.bin.
 
 #include <cstdio>
+#include <ctime>
 #include <map>
 #include <random>
 
@@ -89,8 +90,8 @@ std::vector<Seed> loadSeeds(Kinds kinds)
     for (const QString& name : folder.entryList(QDir::Files, QDir::Name)) {
         Seed seed{readAll(folder.filePath(name)), {}};
         const bool isZip = seed.bytes.startsWith("PK");
-        if (seed.bytes.isEmpty() || (kinds == Kinds::Xlsx && !isZip)
-            || (kinds == Kinds::Xls && isZip))
+        if (seed.bytes.isEmpty() || (kinds == Kinds::Xlsx && !isZip) ||
+            (kinds == Kinds::Xls && isZip))
             continue;
         if (isZip)
             seed.parts = unpack(folder.filePath(name));
@@ -98,6 +99,79 @@ std::vector<Seed> loadSeeds(Kinds kinds)
     }
     return seeds;
 }
+
+/// Processor time used up to here; a machine busy with other work must not make inputs slow.
+double processorSeconds()
+{
+    return double(std::clock()) / CLOCKS_PER_SEC;
+}
+
+/// Pieces of XML that the reader knows, and some that it must refuse.
+const std::vector<QByteArray> markup{R"(<c r="XFD1048576">)",
+                                     "</c>",
+                                     "<row>",
+                                     "<v>",
+                                     "</v>",
+                                     "<si>",
+                                     "<t>",
+                                     R"(t="s")",
+                                     R"(t="d")",
+                                     R"(t="inlineStr")",
+                                     "<!DOCTYPE x>",
+                                     "<![CDATA[",
+                                     "&#x10FFFF;",
+                                     "&amp;",
+                                     R"(<mergeCell ref="A1:XFD9"/>)",
+                                     R"(hidden="1")",
+                                     "<rPh>",
+                                     "\"",
+                                     "<",
+                                     ">",
+                                     R"(<autoFilter ref="B9:A1"/>)"};
+
+/// Values on the edge of what attributes and texts may hold.
+const std::vector<QByteArray> values{"",
+                                     "0",
+                                     "1",
+                                     "-1",
+                                     "A0",
+                                     "A1",
+                                     "XFD1048576",
+                                     "XFE1",
+                                     "A1:XFD1048576",
+                                     "1048576",
+                                     "1048577",
+                                     "2147483647",
+                                     "-2147483648",
+                                     "4294967296",
+                                     "99999999999999999999",
+                                     "1e308",
+                                     "1e999",
+                                     "nan",
+                                     "2958465.99999999999",
+                                     "0.5",
+                                     "-0",
+                                     "_x0000_",
+                                     "_xD800_",
+                                     "_xFFFF_",
+                                     "true",
+                                     "hidden",
+                                     "s",
+                                     "d",
+                                     "b",
+                                     "e",
+                                     "str",
+                                     "inlineStr",
+                                     "2009-07-31",
+                                     "2009-99-99T25:61:61",
+                                     "14",
+                                     "rId1",
+                                     "../../x",
+                                     "/xl/workbook.xml",
+                                     "xl/worksheets/sheet1.xml",
+                                     "yyyy",
+                                     "[",
+                                     "\xE6\xB1\x89"};
 
 class Mutator
 {
@@ -112,42 +186,71 @@ public:
     /// Changes bytes, numbers and blocks at one to eight places.
     QByteArray mutated(QByteArray bytes)
     {
+        const bool keepsPlaces = below(2) == 0; // most shifted files fail at once
         for (qsizetype left = 1 + below(8); left > 0 && !bytes.isEmpty(); --left)
-            mutateOnce(bytes);
+            mutateOnce(bytes, keepsPlaces ? 5 : 0);
         return bytes;
     }
 
-    /// The same for one text, with what XML is made of thrown in.
+    /// The same for one XML part, with what XML is made of thrown in.
     QByteArray mutatedXml(QByteArray bytes)
     {
-        static const QByteArray snippets[] = {
-            "<c r=\"XFD1048576\">", "</c>", "<row>", "<v>", "</v>", "<si>", "<t>", "t=\"s\"",
-            "t=\"d\"", "t=\"inlineStr\"", "r=\"A0\"", "-1", "4294967296", "1e308", "_x0000_",
-            "_xD800_", "<!DOCTYPE x>", "<![CDATA[", "&#x10FFFF;", "&amp;", "<mergeCell ref=\"A1:XFD9\"/>",
-            "hidden=\"1\"", "<rPh>", "\"", "<", ">", "s=\"99999999999\"", "<autoFilter ref=\"B9:A1\"/>"};
         bytes = mutated(bytes);
         for (qsizetype left = below(4); left > 0; --left)
-            bytes.insert(below(bytes.size() + 1), snippets[below(std::size(snippets))]);
+            bytes.insert(below(bytes.size() + 1), pick(markup));
+        return bytes;
+    }
+
+    /// Replaces attribute values and texts by others, so that the part stays well-formed.
+    QByteArray withOtherValues(QByteArray bytes)
+    {
+        for (qsizetype left = 1 + below(8); left > 0; --left) {
+            const bool isText = below(2) == 0;
+            const qsizetype start = bytes.indexOf(isText ? '>' : '"', below(bytes.size()));
+            const qsizetype end = bytes.indexOf(isText ? '<' : '"', start + 1);
+            if (start >= 0 && end >= 0 && bytes[start] != '?')
+                bytes.replace(start + 1, end - start - 1, pick(values));
+        }
         return bytes;
     }
 
 private:
-    void mutateOnce(QByteArray& bytes)
+    const QByteArray& pick(const std::vector<QByteArray>& from)
     {
-        static const quint32 numbers[] = {0,      1,      0x7F,       0x80,       0xFF,      0x7FFF,
-                                          0x8000, 0xFFFF, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFE, 0xFFFFFFFF};
+        return from[size_t(below(qsizetype(from.size())))];
+    }
+
+    void mutateOnce(QByteArray& bytes, qsizetype leastKind)
+    {
+        static const quint32 numbers[] = {0,          1,          0x7F,       0x80,
+                                          0xFF,       0x7FFF,     0x8000,     0xFFFF,
+                                          0x7FFFFFFF, 0x80000000, 0xFFFFFFFE, 0xFFFFFFFF};
         const qsizetype at = below(bytes.size());
         const qsizetype length = 1 + below(std::min<qsizetype>(bytes.size() - at, 64));
-        switch (below(8)) {
-        case 0: bytes[at] = char(m_random()); break;
-        case 1: bytes[at] = char(bytes[at] ^ (1 << below(8))); break;
-        case 2: bytes.remove(at, length); break;
-        case 3: bytes.insert(at, bytes.mid(below(bytes.size()), length)); break;
-        case 4: bytes.truncate(at); break;
-        case 5: bytes.replace(at, length, bytes.mid(below(bytes.size()), length)); break;
+        switch (leastKind + below(9 - leastKind)) {
+        case 0:
+            bytes.remove(at, length);
+            break;
+        case 1:
+            bytes.insert(at, bytes.mid(below(bytes.size()), length));
+            break;
+        case 2:
+            bytes.truncate(at);
+            break;
+        case 3:
+        case 4:
+            bytes.replace(at, length, bytes.mid(below(bytes.size()), length));
+            break;
+        case 5:
+            bytes[at] = char(m_random());
+            break;
+        case 6:
+            bytes[at] = char(bytes[at] ^ (1 << below(8)));
+            break;
         default: {
             const quint32 number = numbers[below(std::size(numbers))];
-            const qsizetype width = std::min<qsizetype>(qsizetype{1} << below(3), bytes.size() - at);
+            const qsizetype width =
+                std::min<qsizetype>(qsizetype{1} << below(3), bytes.size() - at);
             for (qsizetype i = 0; i < width; ++i)
                 bytes[at + i] = char(number >> (8 * i));
         }
@@ -200,7 +303,8 @@ void Run::writeInput()
         Parts parts = seed.parts;
         auto part = parts.begin();
         std::advance(part, m_mutator.below(qsizetype(parts.size())));
-        part->second = m_mutator.mutatedXml(part->second);
+        part->second = m_mutator.below(3) == 0 ? m_mutator.mutatedXml(part->second)
+                                               : m_mutator.withOtherValues(part->second);
         pack(m_path, parts);
         return;
     }
@@ -212,16 +316,16 @@ void Run::writeInput()
 bool Run::fail(const char* reason) const
 {
     QFile::remove(u"fuzz-failure.bin"_s);
-    QFile::copy(m_path, u"fuzz-failure.bin"_s);
-    std::fprintf(stderr, "input %lld of seed %u: %s; kept as fuzz-failure.bin\n",
-                 static_cast<long long>(m_done), m_options.seed, reason);
+    const bool kept = QFile::copy(m_path, u"fuzz-failure.bin"_s);
+    std::fprintf(stderr, "input %lld of seed %u: %s; %s fuzz-failure.bin\n",
+                 static_cast<long long>(m_done), m_options.seed, reason,
+                 kept ? "kept as" : "could not be kept as");
     return false;
 }
 
 bool Run::readInput()
 {
-    QElapsedTimer timer;
-    timer.start();
+    const double before = processorSeconds();
     try {
         excel::readWorkbook(m_path);
         ++m_read;
@@ -229,7 +333,7 @@ bool Run::readInput()
     } catch (...) {
         return fail("an exception of another kind");
     }
-    const double seconds = double(timer.nsecsElapsed()) / 1e9;
+    const double seconds = processorSeconds() - before;
     m_slowest = std::max(m_slowest, seconds);
     return seconds < longestSeconds || fail("too slow");
 }
