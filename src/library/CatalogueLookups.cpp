@@ -60,6 +60,19 @@ float Catalogue::GetZFMF(const QString& exam, const QString& stream, const QStri
     return marks;
 }
 
+namespace {
+
+/// An exam number, which has 16 bits. Throws Error for NULL and for one that does not fit.
+int examNumber(const Value& number)
+{
+    if (number.isNull())
+        throw runtime::Error(u"考试没有考试编号。"_s);
+    const jet::ColumnType integer{jet::ColumnType::Kind::Integer};
+    return int(integer.converted(number, u"考试编号"_s).toDouble());
+}
+
+} // namespace
+
 int Catalogue::GetKSBH(const QString& exam)
 {
     const Trap trap{" - Function GetKSBH/Mdl_MDB"};
@@ -69,7 +82,7 @@ int Catalogue::GetKSBH(const QString& exam)
         rows.Open(u"select *  from 考试名称表 order by 考试编号"_s, m_conn);
         for (; !rows.Eof(); rows.MoveNext()) {
             if (rows.Fields(u"考试名称"_s).Value().text() == exam)
-                number = int(rows.Fields(u"考试编号"_s).Value().toDouble());
+                trap([&] { number = examNumber(rows.Fields(u"考试编号"_s).Value()); });
         }
     });
     if (number != 0)
@@ -78,7 +91,7 @@ int Catalogue::GetKSBH(const QString& exam)
         jet::Recordset rows;
         rows.Open(u"select max(考试编号)  from 考试名称表"_s, m_conn);
         const Value highest = rows.Fields(0).Value();
-        number = highest.isNull() ? 1 : int(highest.toDouble()) + 1;
+        number = highest.isNull() ? 1 : examNumber(highest.toDouble() + 1);
     });
     return number;
 }
@@ -162,8 +175,7 @@ QString Catalogue::GetMC(const QString& exam, const QString& column, qint64 id)
         rows.Open(u"select *  from 成绩表 where 考试名称='"_s + exam + u"' and id="_s
                       + QString::number(id),
                   m_conn);
-        if (rows.RecordCount() > 0)
-            rank = rows.Fields(column).Value().text();
+        rank = rows.Fields(column).Value().text();
     });
     return rank;
 }

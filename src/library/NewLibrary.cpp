@@ -30,7 +30,10 @@ void NewLibrary::init()
     runtime::ReadTxtSet(m_library.paths().dataFile(u"总分公式.txt"_s), lines);
     lists.totals.clear();
     lists.formulas.clear();
+    const Trap loading{" - Sub init/FormNew"};
     for (const QString& line : std::as_const(lines)) {
+        if (!line.contains(u'='))
+            loading.fail(u"总分公式.txt 中的“%1”缺少等号。"_s.arg(line));
         lists.totals.append(line.section(u'=', 0, 0));
         lists.formulas.append(line.section(u'=', 1, 1));
     }

@@ -167,6 +167,24 @@ TEST_F(CatalogueLists, TheExamNumberIsTheLastMatchOrTheNextFree)
     EXPECT_EQ(catalogue().GetKSBH(u"期末"_s), 8);
 }
 
+TEST_F(CatalogueLists, AnExamRowWithoutANumberIsToldAndTheEarlierOneStays)
+{
+    test.addExam(u"期中"_s, u"文"_s, 4, {});
+    test.addExam(u"期末"_s, u"文"_s, 0, {{u"考试编号"_s, runtime::Value()}});
+    test.execute(u"insert into 考试名称表(考试名称) values('期中')"_s);
+    EXPECT_EQ(catalogue().GetKSBH(u"期中"_s), 4);
+    EXPECT_EQ(test.dialogs.failures,
+              QStringList{u"考试没有考试编号。 - Function GetKSBH/Mdl_MDB"_s});
+}
+
+TEST_F(CatalogueLists, ExamNumbersEndAtSixteenBits)
+{
+    test.addExam(u"期中"_s, u"文"_s, 32767, {});
+    EXPECT_EQ(catalogue().GetKSBH(u"期末"_s), 0);
+    ASSERT_EQ(test.dialogs.failures.size(), 1);
+    EXPECT_TRUE(test.dialogs.failures.first().endsWith(u" - Function GetKSBH/Mdl_MDB"_s));
+}
+
 TEST_F(CatalogueLists, StreamAndCategoryOfAClassAreThoseOfItsFirstStudent)
 {
     test.addStudent(3, 1, u"甲"_s, u"文"_s, 2);
@@ -210,7 +228,9 @@ TEST_F(CatalogueLists, ARankIsTextAndEmptyWhereThereIsNone)
     EXPECT_EQ(catalogue().GetMC(u"期中"_s, u"数学年名"_s, id), u""_s);
     EXPECT_EQ(catalogue().GetMC(u""_s, u"语文年名"_s, id), u""_s);
     EXPECT_EQ(catalogue().GetMC(u"期中"_s, u""_s, id), u""_s);
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
     EXPECT_EQ(catalogue().GetMC(u"期末"_s, u"语文年名"_s, id), u""_s);
+    EXPECT_EQ(test.dialogs.failures, QStringList{u"没有当前记录。 - Function GetMC/Mdl_MDB"_s});
 }
 
 TEST_F(CatalogueLists, TheTeacherOfAClassAndSubject)

@@ -173,6 +173,17 @@ TEST_F(NewLibraryRun, TheListsComeFromTheTextFiles)
     EXPECT_EQ(screen.formulaLine(u"语文"_s), u""_s);
 }
 
+TEST_F(NewLibraryRun, AFormulaLineWithoutAnEqualsSignIsToldAndHasNoFormula)
+{
+    runtime::writeTextFile(paths.dataFile(u"总分公式.txt"_s), u"总分\n理科总分=语文\n"_s);
+    library::NewLibrary screen(scores);
+    screen.init();
+    EXPECT_EQ(screen.formulaLine(u"总分"_s), u"总分="_s);
+    EXPECT_EQ(screen.formulaLine(u"理科总分"_s), u"理科总分=语文"_s);
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_TRUE(dialogs.failures.first().endsWith(u" - Sub init/FormNew"_s));
+}
+
 TEST_F(NewLibraryRun, WithoutTheFormulaFileThereIsNoFormula)
 {
     ASSERT_TRUE(QFile::remove(paths.dataFile(u"总分公式.txt"_s)));

@@ -72,6 +72,13 @@ TEST_F(Template, HasDefaultFormulasAndSixteenDistinctColors)
               u"16|16|16"_s);
 }
 
+TEST_F(Template, TheMarkOfAMovedStudentHoldsAnIdentity)
+{
+    test.execute(u"insert into 分班表(班级) values(1)"_s);
+    test.execute(u"insert into 分班表(班级,已分班) values(2,70000)"_s);
+    EXPECT_EQ(test.rows(u"select 已分班 from 分班表"_s), u"0 / 70000"_s);
+}
+
 TEST_F(Template, GivesAStudentACategory)
 {
     test.execute(u"insert into 信息表(班级) values(1)"_s);

@@ -57,7 +57,7 @@ create table [分班表] (
     [姓名]   text(50) COLLATE NOCASE,
     [新班级] Double REAL,
     [新学号] Double REAL,
-    [已分班] Boolean INTEGER DEFAULT 0,
+    [已分班] Long INTEGER DEFAULT 0, -- 0, then the ID of the student who was moved
     [ID]     INTEGER PRIMARY KEY AUTOINCREMENT
 );
 

@@ -1,0 +1,99 @@
+#include "library/ui/FormNew.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "library/ui/FormXiuGaiKeMu.h"
+
+namespace library {
+
+using namespace Qt::StringLiterals;
+using runtime::button;
+using runtime::CommandScope;
+using runtime::label;
+using runtime::named;
+
+FormNew::FormNew(ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs, QWidget* parent)
+    : Screen(u"FormNew"_s, u"新建成绩库"_s, parent), m_newLibrary(scoreLibrary),
+      m_library(scoreLibrary), m_dialogs(dialogs)
+{
+    build();
+    connect(List1, &QListWidget::itemClicked, this, &FormNew::List1_Click);
+    connect(List1, &QListWidget::currentRowChanged, this, &FormNew::List1_Click);
+    connect(Command1, &QPushButton::clicked, this, &FormNew::Command1_Click);
+    connect(Command2, &QPushButton::clicked, this, &QDialog::close);
+    connect(Command3, &QPushButton::clicked, this, &FormNew::Command3_Click);
+    init();
+}
+
+void FormNew::build()
+{
+    List1 = named(new QListWidget(this), u"List1"_s, u"请为新成绩库选择科目"_s);
+    List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    List1->setToolTip(u"按下Ctrl键或Shift键可多选"_s);
+    Text1 = named(new QLineEdit(this), u"Text1"_s, u"总分公式"_s);
+    // For reading only: nothing typed here would go into the library.
+    Text1->setReadOnly(true);
+    Command1 = button(u"Command1"_s, u"确定(&O)"_s, this);
+    Command2 = button(u"Command2"_s, u"取消(&C)"_s, this);
+    Command3 = button(u"Command3"_s, u"修改科目(&E)"_s, this);
+    auto* Label2 = label(u"Label2"_s, u"其中末尾含[总分]表示需要设置相应公式计算生成"_s, nullptr, this);
+    Label2->setWordWrap(true);
+    auto* layout = new QGridLayout(this);
+    layout->addWidget(label(u"Label1"_s, u"请为新成绩库选择科目"_s, List1, this), 0, 0, 1, 3);
+    layout->addWidget(List1, 1, 0, 1, 3);
+    layout->addWidget(Label2, 2, 0, 1, 3);
+    layout->addWidget(label(u"LabelFormula"_s, u"总分公式(&F)"_s, Text1, this), 3, 0);
+    layout->addWidget(Text1, 3, 1, 1, 2);
+    layout->addWidget(Command3, 4, 0);
+    layout->addWidget(Command1, 4, 1);
+    layout->addWidget(Command2, 4, 2);
+    resize(fontMetrics().averageCharWidth() * 60, fontMetrics().lineSpacing() * 26);
+}
+
+void FormNew::init()
+{
+    m_newLibrary.init();
+    List1->clear();
+    List1->addItems(m_newLibrary.lists.subjects);
+    Text1->clear();
+}
+
+void FormNew::List1_Click()
+{
+    Text1->clear();
+    if (const QListWidgetItem* clicked = List1->currentItem())
+        Text1->setText(m_newLibrary.formulaLine(clicked->text()));
+}
+
+QStringList FormNew::selectedSubjects() const
+{
+    QStringList subjects;
+    for (int i = 0; i < List1->count(); ++i) {
+        if (List1->item(i)->isSelected())
+            subjects.append(List1->item(i)->text());
+    }
+    return subjects;
+}
+
+void FormNew::Command1_Click()
+{
+    const CommandScope command(m_dialogs);
+    const QStringList subjects = selectedSubjects();
+    if (!NewLibrary::checkSelected(subjects))
+        return;
+    const QString path = runtime::ShowFileDialog(u"成绩库|*.CJK"_s, runtime::FileMode::Save);
+    if (m_newLibrary.createAsked(subjects, path))
+        Q_EMIT created();
+}
+
+void FormNew::Command3_Click()
+{
+    FormXiuGaiKeMu(m_library.paths(), this).exec();
+    init();
+}
+
+} // namespace library

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "library/NewLibrary.h"
+#include "platform/runtime/ui/Screen.h"
+#include "platform/runtime/ui/ScreenDialogs.h"
+
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+
+namespace library {
+
+/// "新建成绩库": a new library from the subjects that are selected.
+class FormNew : public runtime::Screen
+{
+    Q_OBJECT
+
+public:
+    FormNew(ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs, QWidget* parent);
+
+Q_SIGNALS:
+    /// A library was made; its students come next.
+    void created();
+
+private:
+    void build();
+    void init();
+    void List1_Click();
+    void Command1_Click();
+    void Command3_Click();
+    QStringList selectedSubjects() const;
+
+    NewLibrary m_newLibrary;
+    ScoreLibrary& m_library;
+    runtime::ScreenDialogs& m_dialogs;
+    QListWidget* List1;
+    QLineEdit* Text1;
+    QPushButton* Command1;
+    QPushButton* Command2;
+    QPushButton* Command3;
+};
+
+} // namespace library

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/runtime/AppPaths.h"
+#include "platform/runtime/ui/Screen.h"
+
+class QPlainTextEdit;
+
+namespace library {
+
+/// "修改科目": the list of subjects that a new library is offered, one a line.
+class FormXiuGaiKeMu : public runtime::Screen
+{
+    Q_OBJECT
+
+public:
+    FormXiuGaiKeMu(const runtime::AppPaths& paths, QWidget* parent);
+
+private:
+    void Form_Load();
+    void Command1_Click();
+
+    const runtime::AppPaths& m_paths;
+    QPlainTextEdit* Text2;
+};
+
+} // namespace library
