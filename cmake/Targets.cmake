@@ -25,6 +25,7 @@ function(yunshan_screens name)
   cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
   add_library(yunshan_${name}_ui STATIC ${sources})
+  set_property(GLOBAL APPEND PROPERTY YUNSHAN_SCREENS yunshan_${name}_ui)
   target_link_libraries(yunshan_${name}_ui PUBLIC yunshan_${name} Qt6::Widgets ${ARG_DEPENDS})
   if(name STREQUAL "runtime")
     target_precompile_headers(yunshan_runtime_ui PRIVATE

@@ -1,0 +1,50 @@
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+#include "shell/ui/AFormMain.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// Chinese boxes, dates and file dialogs, whatever the desktop's language is.
+void speakChinese(QApplication& application, QTranslator& translator)
+{
+    const QLocale locale(QLocale::Chinese, QLocale::China);
+    QLocale::setDefault(locale);
+    if (translator.load(locale, u"qtbase"_s, u"_"_s,
+                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        application.installTranslator(&translator);
+}
+
+/// Families that have the glyphs of Chinese names, the most complete first.
+QFont chineseFont()
+{
+    QFont font;
+    font.setFamilies({u"Microsoft YaHei"_s, u"Noto Sans CJK SC"_s, u"WenQuanYi Micro Hei"_s,
+                      u"Droid Sans Fallback"_s});
+    font.setPointSize(10);
+    return font;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(u"yunshan"_s);
+    QApplication::setOrganizationName(u"yunshan"_s);
+    QApplication::setApplicationVersion(QStringLiteral(YUNSHAN_VERSION));
+    QTranslator translator;
+    speakChinese(application, translator);
+    QApplication::setFont(chineseFont());
+
+    runtime::ScreenDialogs dialogs;
+    library::ScoreLibrary scores(runtime::AppPaths::locate(QApplication::applicationDirPath()));
+    shell::AFormMain window(scores, dialogs);
+    window.show();
+    window.start(QApplication::arguments().mid(1).join(u' '));
+    return QApplication::exec();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QStringList>
+
+namespace shell {
+
+/// The libraries opened last, as lines of a text file and as entries of the menu.
+class RecentFiles
+{
+public:
+    /// What the first entry of the menu says while it stands for no file.
+    static const QString Placeholder;
+
+    /// Reads the list; puts `path` at its head if it is not among the first `count` yet, and rewrites the
+    /// file then. The list is in order of first opening: an entry that is there keeps its place. With an
+    /// empty `path` the first entry is given back if its file exists, "" otherwise.
+    QString MKRecent(const QString& file, const QString& path, int count);
+
+    /// Captions of the menu entries: the files, or the placeholder alone.
+    const QStringList& mfREC() const { return m_captions; }
+
+private:
+    void add(const QString& file, const QString& path, int count);
+
+    QStringList m_list;
+    QStringList m_captions{Placeholder};
+};
+
+} // namespace shell

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include "platform/grid/FlexGrid.h"
+#include "platform/runtime/ui/ScreenDialogs.h"
+#include "shell/RecentFiles.h"
+#include "shell/ui/MainMenu.h"
+#include "workbench/ui/FormKaoShi.h"
+
+class QDockWidget;
+class QMenu;
+
+namespace grid {
+class FlexGridView;
+}
+
+namespace shell {
+
+/// The program's frame: the menus, the result grid, and the exam workbench beside or above it.
+class AFormMain : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    AFormMain(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs);
+    ~AFormMain() override;
+
+    /// Opens the library named on the command line ("" for none) and fills the recent list.
+    void start(const QString& commandLine);
+
+    /// Puts the path of the open library into the title.
+    void ShowInfo();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void buildGrid();
+    void buildWorkbench();
+    void connectMenu();
+    void connectItem(const QString& name, void (AFormMain::*handler)());
+    void connectRecent();
+
+    void openLibrary(const QString& path);
+    void showGrid(bool minimise);
+    void showWorkbench();
+    void saveLayout() const;
+    void restoreLayout();
+    void showRecent(const QString& path);
+
+    void mfNew_Click();
+    void mfOpen_Click();
+    void mfREC_Click(int index);
+    void mfSaveAs_Click();
+    void Mfexit_Click();
+    void meJCCJ_Click();
+    void Hzt_Click();
+    void Habout_Click();
+    void mUpdate_Click();
+
+    library::ScoreLibrary& m_library;
+    runtime::ScreenDialogs& m_dialogs;
+    RecentFiles m_recent;
+    MainMenu m_menu;
+    grid::FlexGrid m_grid;
+    grid::FlexGridView* MSFlexGrid1;
+    QMenu* mTC;
+    QDockWidget* m_panel;
+    workbench::FormKaoShi* m_workbench;
+};
+
+} // namespace shell

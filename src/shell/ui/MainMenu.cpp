@@ -1,0 +1,137 @@
+#include "shell/ui/MainMenu.h"
+
+#include <QAction>
+#include <QKeySequence>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace shell {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum class State {
+    Ready,
+    Later,   ///< its screen does not exist yet
+    NoAction ///< stands in the menu without an action of its own
+};
+
+struct Entry
+{
+    const char16_t* menu;
+    /// A name of nothing is a separator.
+    const char16_t* name;
+    const char16_t* caption;
+    State state;
+};
+
+constexpr Entry entries[] = {
+    {u"mF", u"mfNew", u"新建成绩库(&N)", State::Ready},
+    {u"mF", u"mfOpen", u"打开成绩库(&O)", State::Ready},
+    {u"mF", nullptr, nullptr, State::Ready},
+    {u"mF", u"mDelKM", u"删除科目(&D)", State::Later},
+    {u"mF", u"mfSaveAs", u"压缩数据库(&S)", State::Ready},
+    {u"mF", nullptr, nullptr, State::Ready},
+    {u"mF", u"mfREC0", u"(最近打开的文件)", State::Ready},
+    {u"mF", u"mfREC1", u"2", State::Ready},
+    {u"mF", u"mfREC2", u"3", State::Ready},
+    {u"mF", u"mfREC3", u"4", State::Ready},
+    {u"mF", u"mfREC4", u"5", State::Ready},
+    {u"mF", u"mfREC5", u"6", State::Ready},
+    {u"mF", nullptr, nullptr, State::Ready},
+    {u"mF", u"Mfexit", u"退出(&X)", State::Ready},
+    {u"Medit", u"meLook", u"浏览考试(&L)", State::Ready},
+    {u"Medit", nullptr, nullptr, State::Ready},
+    {u"Medit", u"meDRKS", u"导入考试(&I)", State::Later},
+    {u"Medit", nullptr, nullptr, State::Ready},
+    {u"Medit", u"meJCCJ", u"检查成绩(&J)", State::Ready},
+    {u"Medit", u"meXGCJ", u"修改成绩(&X)", State::Later},
+    {u"Medit", nullptr, nullptr, State::Ready},
+    {u"Medit", u"syks", u"上移考试(&U)", State::NoAction},
+    {u"Medit", u"xyks", u"下移考试(&D)", State::NoAction},
+    {u"Medit", u"meKSGM", u"考试改名(&G)", State::NoAction},
+    {u"Medit", u"meSCKS", u"删除考试(&S)", State::Later},
+    {u"mSJWH", u"meDRLB", u"导入信息(&I)", State::Later},
+    {u"mSJWH", u"meXXXG", u"修改信息(&X)", State::Later},
+    {u"mSJWH", nullptr, nullptr, State::Ready},
+    {u"mSJWH", u"meSZTP", u"设置图片(&T)", State::Later},
+    {u"mSJWH", u"meJCTP", u"检查图片(&J)", State::Later},
+    {u"mSJWH", nullptr, nullptr, State::Ready},
+    {u"mSJWH", u"meJSMD", u"教师名单(&M)", State::Later},
+    {u"mSJWH", u"meZFGS", u"总分设置(&Z)", State::Later},
+    {u"mSJWH", nullptr, nullptr, State::Ready},
+    {u"mSJWH", u"mtSZWL", u"设置文理(&W)", State::Later},
+    {u"mSJWH", u"mtSJFB", u"重新分班(&F)", State::Later},
+    {u"mSJWH", u"mtZB", u"个别转班(&B)", State::Later},
+    {u"mSJCL", u"mSHowInfo", u"显示基本信息(&S)", State::Ready},
+    {u"mSJCL", nullptr, nullptr, State::Ready},
+    {u"mSJCL", u"mFXSZ", u"分析设置(&F)", State::Later},
+    {u"mSJCL", nullptr, nullptr, State::Ready},
+    {u"mSJCL", u"msGRFX", u"个人分析(&G)", State::Later},
+    {u"mSJCL", u"mZHFX", u"综合分析(&Z)", State::NoAction},
+    {u"mSJCL", nullptr, nullptr, State::Ready},
+    {u"mSJCL", u"mtEXCEL", u"导出到Excel(&E)", State::Later},
+};
+
+} // namespace
+
+MainMenu::MainMenu(QMenuBar* bar)
+{
+    addMenu(bar, u"mF"_s, u"文件(&F)"_s);
+    addMenu(bar, u"Medit"_s, u"考试维护(&E)"_s);
+    addMenu(bar, u"mSJWH"_s, u"数据维护(&D)"_s);
+    addMenu(bar, u"mSJCL"_s, u"数据处理(&P)"_s);
+    for (const Entry& entry : entries) {
+        QMenu* menu = m_menus.value(QString::fromUtf16(entry.menu));
+        if (!entry.name)
+            menu->addSeparator();
+        else
+            addItem(menu, QString::fromUtf16(entry.name), QString::fromUtf16(entry.caption),
+                    entry.state != State::Later);
+    }
+    m_items.value(u"mfOpen"_s)->setShortcut(QKeySequence::Open);
+    m_items.value(u"Mfexit"_s)->setShortcut(QKeySequence::Quit);
+    for (const auto& [name, caption] :
+         {std::pair{u"Hzt"_s, u"帮助(&H)"_s}, std::pair{u"Habout"_s, u"关于软件(&A)"_s},
+          std::pair{u"mUpdate"_s, u"软件升级(&U)"_s}}) {
+        QAction* action = bar->addAction(caption);
+        action->setObjectName(name);
+        m_items.insert(name, action);
+    }
+    m_items.value(u"Hzt"_s)->setShortcut(QKeySequence::HelpContents);
+    setLibraryOpen(false);
+}
+
+QMenu* MainMenu::addMenu(QMenuBar* bar, const QString& name, const QString& caption)
+{
+    QMenu* menu = bar->addMenu(caption);
+    menu->setObjectName(name);
+    menu->setToolTipsVisible(true);
+    m_menus.insert(name, menu);
+    return menu;
+}
+
+void MainMenu::addItem(QMenu* menu, const QString& name, const QString& caption, bool available)
+{
+    QAction* action = menu->addAction(caption);
+    action->setObjectName(name);
+    action->setEnabled(available);
+    // A tip of the action's own; without one Qt repeats the caption.
+    if (!available)
+        action->setToolTip(u"尚未提供"_s);
+    action->setProperty("later", !available);
+    m_items.insert(name, action);
+}
+
+void MainMenu::setLibraryOpen(bool open)
+{
+    for (const QString& name : {u"Medit"_s, u"mSJWH"_s, u"mSJCL"_s})
+        m_menus.value(name)->setEnabled(open);
+    for (const QString& name : {u"mDelKM"_s, u"mfSaveAs"_s}) {
+        QAction* action = m_items.value(name);
+        action->setEnabled(open && !action->property("later").toBool());
+    }
+}
+
+} // namespace shell

@@ -1,0 +1,299 @@
+#include "workbench/ui/FormKaoShi.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "platform/runtime/ui/Screen.h"
+#include "platform/runtime/ui/ScreenProgress.h"
+#include "workbench/Browse.h"
+#include "workbench/TotalsRun.h"
+
+namespace workbench {
+
+using namespace Qt::StringLiterals;
+using runtime::button;
+using runtime::label;
+using runtime::named;
+
+namespace {
+
+const QString multiSelectTip = u"按下Ctrl键或Shift键可多选"_s;
+const QString notYet = u"尚未提供"_s;
+
+void showList(QListWidget* widget, const ChoiceList& list)
+{
+    widget->clear();
+    for (const ChoiceList::Item& item : list.items) {
+        widget->addItem(item.text);
+        widget->item(widget->count() - 1)->setSelected(item.selected);
+    }
+    widget->setCurrentRow(list.ListIndex, QItemSelectionModel::NoUpdate);
+}
+
+void takeList(ChoiceList& list, const QListWidget* widget)
+{
+    for (int i = 0; i < list.count() && i < widget->count(); ++i)
+        list.items[size_t(i)].selected = widget->item(i)->isSelected();
+    list.ListIndex = widget->currentRow();
+}
+
+void showDropDown(QComboBox* widget, const DropDown& list)
+{
+    // The prompt is no item; an empty combo shows it as its placeholder.
+    widget->clear();
+    widget->addItems(list.items);
+    widget->setPlaceholderText(list.text);
+    widget->setCurrentIndex(int(list.items.indexOf(list.text)));
+}
+
+} // namespace
+
+FormKaoShi::FormKaoShi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+                       grid::FlexGrid& mainGrid, QWidget* parent)
+    : QWidget(parent), m_selection(scoreLibrary), m_scoring(scoreLibrary), m_dialogs(dialogs),
+      m_grid(mainGrid)
+{
+    setObjectName(u"FormKaoShi"_s);
+    setAccessibleName(u"基本信息"_s);
+    setWindowTitle(u"基本信息"_s);
+    auto* layout = new QGridLayout(this);
+    buildExams(layout);
+    buildClasses(layout);
+    buildOrder(layout);
+    buildCommands(layout);
+    connectLists();
+    connectCommands();
+    m_selection.Form_Load();
+    showState();
+}
+
+QListWidget* FormKaoShi::makeList(const QString& name, const QString& heading, QGridLayout* layout,
+                                  int column, int characters)
+{
+    auto* list = named(new QListWidget(this), name, heading.left(heading.indexOf(u'(')));
+    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list->setToolTip(multiSelectTip);
+    // Narrow enough that the grid beside the panel has most of the window.
+    list->setMaximumWidth(fontMetrics().averageCharWidth() * characters);
+    layout->addWidget(label(u"Label1_"_s + name, heading, list, this), 0, column);
+    layout->addWidget(list, 1, column, 2, 1);
+    return list;
+}
+
+void FormKaoShi::buildExams(QGridLayout* layout)
+{
+    ListKSMC = makeList(u"ListKSMC"_s, u"考试名称(&K)"_s, layout, 0, 30);
+    CommandUP = button(u"CommandUP"_s, u"↑"_s, this);
+    CommandUP->setToolTip(u"上移考试"_s);
+    CommandUP->setAccessibleName(u"上移考试"_s);
+    CommandDown = button(u"CommandDown"_s, u"↓"_s, this);
+    CommandDown->setToolTip(u"下移考试"_s);
+    CommandDown->setAccessibleName(u"下移考试"_s);
+    Command1 = button(u"Command1"_s, u"保存(&S)"_s, this);
+    auto* row = new QHBoxLayout;
+    row->addWidget(CommandUP);
+    row->addWidget(CommandDown);
+    row->addWidget(Command1);
+    layout->addLayout(row, 3, 0);
+}
+
+void FormKaoShi::buildClasses(QGridLayout* layout)
+{
+    ListFW = makeList(u"ListFW"_s, u"班级(&B)"_s, layout, 1, 14);
+    ListLB = makeList(u"ListLB"_s, u"类别代码(&D)"_s, layout, 2, 16);
+    ListXM = makeList(u"ListXM"_s, u"显示项目(&X)"_s, layout, 3, 22);
+    ListXM->setSelectionMode(QAbstractItemView::SingleSelection);
+    ListXM->setToolTip({});
+    auto* row = new QHBoxLayout;
+    for (size_t i = 0; i < OptionButton1.size(); ++i) {
+        const QString name = u"OptionButton1_%1"_s.arg(i);
+        OptionButton1[i] = named(new QRadioButton(this), name, u"科类"_s);
+        row->addWidget(OptionButton1[i]);
+    }
+    layout->addLayout(row, 3, 1, 1, 3);
+}
+
+void FormKaoShi::buildOrder(QGridLayout* layout)
+{
+    auto* keys = new QGridLayout;
+    for (size_t i = 0; i < Combo1.size(); ++i) {
+        Combo1[i] = named(new QComboBox(this), u"Combo1_%1"_s.arg(i), u"排序项目%1"_s.arg(i + 1));
+        Combo2[i] = named(new QComboBox(this), u"Combo2_%1"_s.arg(i), u"排序方向%1"_s.arg(i + 1));
+        const QString number = i == 0 ? u"排序方式(&P)"_s : QString::number(i + 1);
+        keys->addWidget(label(u"Label1_Combo1_%1"_s.arg(i), number, Combo1[i], this), int(i), 0);
+        keys->addWidget(Combo1[i], int(i), 1);
+        keys->addWidget(Combo2[i], int(i), 2);
+    }
+    keys->setColumnStretch(1, 1);
+    layout->addLayout(keys, 4, 0, 1, 4);
+    Text1 = named(new QPlainTextEdit(this), u"Text1"_s, u"SQL语句"_s);
+    Text1->setToolTip(u"SQL语句，可直接输入后点击[浏览成绩]执行查询 \n"_s);
+    Text1->setTabChangesFocus(true);
+    Text1->setMaximumHeight(Text1->fontMetrics().lineSpacing() * 5);
+    layout->addWidget(Text1, 5, 0, 1, 4);
+}
+
+void FormKaoShi::buildCommands(QGridLayout* layout)
+{
+    CommandLLCJ = button(u"CommandLLCJ"_s, u"浏览成绩(&L)"_s, this);
+    CommandLLCJ->setToolTip(u"按上面设定的条件浏览成绩"_s);
+    CommandZDYXS = button(u"CommandZDYXS"_s, u"自定义显示(&Y)"_s, this);
+    CommandDRKS = button(u"CommandDRKS"_s, u"导入考试(&I)"_s, this);
+    CommandDRKS->setToolTip(u"导入考试成绩到数据中"_s);
+    CommandJSZF = button(u"CommandJSZF"_s, u"计算总分(&J)"_s, this);
+    CommandJSZF->setToolTip(
+        u"计算选中考试总分和各科的年级和班级名次，时间长短和人数有关。"_s);
+    CommandZHFX = button(u"CommandZHFX"_s, u"综合分析(&A)"_s, this);
+    CommandZHFX->setToolTip(
+        u"对选中考试进行综合分析，时间较长，切记不要操作打开的Excel表格。"_s);
+    CommandZXTJ = button(u"CommandZXTJ"_s, u"执行统计(&T)"_s, this);
+    CommandZXTJ->setToolTip(u"对选中的考试执行指定统计"_s);
+    Combo3 = named(new QComboBox(this), u"Combo3"_s, u"统计项目"_s);
+    CheckMin = named(new QCheckBox(u"查询后最小化(&M)"_s, this), u"CheckMin"_s, u"查询后最小化"_s);
+    Picture1 = named(new QWidget(this), u"Picture1"_s, u"进度"_s);
+    LabelXX = named(new QLabel(Picture1), u"LabelXX"_s, u"进度"_s);
+    (new QHBoxLayout(Picture1))->addWidget(LabelXX);
+    Picture1->hide();
+    auto* commands = new QGridLayout;
+    commands->addWidget(CommandLLCJ, 0, 0);
+    commands->addWidget(CommandJSZF, 0, 1);
+    commands->addWidget(CommandDRKS, 0, 2);
+    commands->addWidget(CommandZDYXS, 1, 0);
+    commands->addWidget(CommandZHFX, 1, 1);
+    commands->addWidget(CheckMin, 1, 2);
+    commands->addWidget(label(u"Label1_Combo3"_s, u"统计(&C)"_s, Combo3, this), 2, 0);
+    commands->addWidget(Combo3, 2, 1);
+    commands->addWidget(CommandZXTJ, 2, 2);
+    layout->addLayout(commands, 6, 0, 1, 4);
+    layout->addWidget(Picture1, 7, 0, 1, 4);
+    layout->setRowStretch(1, 1);
+}
+
+void FormKaoShi::connectLists()
+{
+    for (QListWidget* list : {ListKSMC, ListFW, ListLB, ListXM})
+        connect(list, &QListWidget::itemSelectionChanged, this, &FormKaoShi::takeState);
+    for (size_t i = 0; i < Combo1.size(); ++i) {
+        connect(Combo1[i], &QComboBox::currentIndexChanged, this, &FormKaoShi::takeState);
+        connect(Combo2[i], &QComboBox::currentIndexChanged, this, &FormKaoShi::takeState);
+    }
+    for (size_t i = 0; i < OptionButton1.size(); ++i) {
+        connect(OptionButton1[i], &QRadioButton::clicked, this, [this, i] {
+            m_selection.OptionButton1_Click(int(i));
+            showState();
+        });
+    }
+    connect(Text1, &QPlainTextEdit::textChanged, this, [this] {
+        if (!m_showing)
+            m_selection.Text1 = Text1->toPlainText();
+    });
+    connect(CheckMin, &QCheckBox::toggled, this, [this](bool on) { m_selection.CheckMin = on; });
+}
+
+void FormKaoShi::connectCommands()
+{
+    const auto onClick = [this](QPushButton* pressed, auto handler) {
+        connect(pressed, &QPushButton::clicked, this, [this, handler] {
+            const runtime::CommandScope command(m_dialogs);
+            (this->*handler)();
+        });
+    };
+    onClick(CommandLLCJ, &FormKaoShi::browse);
+    onClick(CommandJSZF, &FormKaoShi::computeTotals);
+    onClick(CommandDRKS, &FormKaoShi::importRequested);
+    connect(CommandUP, &QPushButton::clicked, this, [this] { moveExam(Direction::Up); });
+    connect(CommandDown, &QPushButton::clicked, this, [this] { moveExam(Direction::Down); });
+    connect(Command1, &QPushButton::clicked, this, [this] {
+        const runtime::CommandScope command(m_dialogs);
+        m_selection.Command1_Click();
+    });
+    for (QPushButton* later : {CommandZXTJ, CommandZHFX, CommandZDYXS}) {
+        connect(later, &QPushButton::clicked, this,
+                [] { runtime::MsgBox(notYet, u"提示"_s); });
+    }
+}
+
+void FormKaoShi::init()
+{
+    m_selection.init();
+    showState();
+}
+
+void FormKaoShi::showState()
+{
+    m_showing = true;
+    showList(ListKSMC, m_selection.ListKSMC);
+    showList(ListFW, m_selection.ListFW);
+    showList(ListLB, m_selection.ListLB);
+    ListXM->clear();
+    ListXM->addItems(m_selection.ListXM.items);
+    ListXM->setCurrentRow(m_selection.ListXM.ListIndex);
+    for (size_t i = 0; i < OptionButton1.size(); ++i) {
+        OptionButton1[i]->setText(m_selection.OptionButton1[i].caption);
+        OptionButton1[i]->setAccessibleName(u"科类 "_s + m_selection.OptionButton1[i].caption);
+        OptionButton1[i]->setVisible(i == 0 || m_selection.OptionButton1[i].visible);
+        OptionButton1[i]->setChecked(m_selection.option == int(i));
+    }
+    for (size_t i = 0; i < Combo1.size(); ++i) {
+        showDropDown(Combo1[i], m_selection.Combo1[i]);
+        Combo2[i]->clear();
+        Combo2[i]->addItems(m_selection.Combo2[i].items);
+        Combo2[i]->setCurrentIndex(m_selection.Combo2[i].ListIndex);
+    }
+    showDropDown(Combo3, m_selection.Combo3);
+    Text1->setPlainText(m_selection.Text1);
+    m_showing = false;
+    for (QPushButton* command : {CommandZHFX, CommandJSZF, CommandLLCJ, CommandDRKS, CommandZXTJ,
+                                 CommandZDYXS, Command1, CommandUP, CommandDown})
+        command->setEnabled(m_selection.commandsAvailable);
+    Q_EMIT commandsAvailableChanged(m_selection.commandsAvailable);
+}
+
+void FormKaoShi::takeState()
+{
+    if (m_showing)
+        return;
+    takeList(m_selection.ListKSMC, ListKSMC);
+    takeList(m_selection.ListFW, ListFW);
+    takeList(m_selection.ListLB, ListLB);
+    m_selection.ListXM.ListIndex = ListXM->currentRow();
+    for (size_t i = 0; i < Combo1.size(); ++i) {
+        m_selection.Combo1[i].text =
+            Combo1[i]->currentIndex() < 0 ? Combo1[i]->placeholderText() : Combo1[i]->currentText();
+        m_selection.Combo2[i].ListIndex = Combo2[i]->currentIndex();
+    }
+    m_selection.scTJ();
+    m_showing = true;
+    Text1->setPlainText(m_selection.Text1);
+    m_showing = false;
+}
+
+void FormKaoShi::moveExam(Direction direction)
+{
+    m_selection.MoveList(m_selection.ListKSMC, direction);
+    showState();
+}
+
+void FormKaoShi::browse()
+{
+    if (Browse(m_selection).CommandLLCJ_Click(m_grid))
+        Q_EMIT gridFilled(m_selection.CheckMin);
+}
+
+void FormKaoShi::computeTotals()
+{
+    Picture1->show();
+    LabelXX->setText(u"计算总分..."_s);
+    runtime::ScreenProgress progress(window());
+    CommandZF_Click(m_selection, m_scoring, progress);
+    LabelXX->clear();
+    Picture1->hide();
+}
+
+} // namespace workbench

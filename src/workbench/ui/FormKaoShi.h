@@ -1,0 +1,94 @@
+#pragma once
+
+#include <array>
+
+#include <QWidget>
+
+#include "platform/grid/FlexGrid.h"
+#include "platform/runtime/ui/ScreenDialogs.h"
+#include "scoring/Scoring.h"
+#include "workbench/Selection.h"
+
+class QCheckBox;
+class QComboBox;
+class QGridLayout;
+class QLabel;
+class QListWidget;
+class QPlainTextEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace workbench {
+
+/// The exam workbench: what is chosen in its lists, and the commands for the chosen exams. Results go
+/// to the main window's grid.
+class FormKaoShi : public QWidget
+{
+    Q_OBJECT
+
+public:
+    FormKaoShi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+               grid::FlexGrid& mainGrid, QWidget* parent = nullptr);
+
+    /// Fills all lists from the open library.
+    void init();
+
+    const Selection& selection() const { return m_selection; }
+
+Q_SIGNALS:
+    /// The main grid was filled; `minimise` says whether the workbench steps aside.
+    void gridFilled(bool minimise);
+    /// "导入考试" was pressed.
+    void importRequested();
+    /// A library was opened or closed, as far as the commands go.
+    void commandsAvailableChanged(bool available);
+
+private:
+    void buildExams(QGridLayout* layout);
+    void buildClasses(QGridLayout* layout);
+    void buildOrder(QGridLayout* layout);
+    void buildCommands(QGridLayout* layout);
+    QListWidget* makeList(const QString& name, const QString& heading, QGridLayout* layout,
+                          int column, int characters);
+    void connectLists();
+    void connectCommands();
+
+    /// Shows the selection's state in the widgets.
+    void showState();
+    /// Takes what the widgets show into the selection, and rebuilds the SQL text.
+    void takeState();
+    void moveExam(Direction direction);
+    void browse();
+    void computeTotals();
+
+    Selection m_selection;
+    scoring::Scoring m_scoring;
+    runtime::ScreenDialogs& m_dialogs;
+    grid::FlexGrid& m_grid;
+    /// True while the program itself changes the widgets.
+    bool m_showing = false;
+
+    QListWidget* ListKSMC;
+    QListWidget* ListFW;
+    QListWidget* ListLB;
+    QListWidget* ListXM;
+    std::array<QRadioButton*, 3> OptionButton1;
+    std::array<QComboBox*, 4> Combo1;
+    std::array<QComboBox*, 4> Combo2;
+    QComboBox* Combo3;
+    QCheckBox* CheckMin;
+    QPlainTextEdit* Text1;
+    QWidget* Picture1;
+    QLabel* LabelXX;
+    QPushButton* CommandUP;
+    QPushButton* CommandDown;
+    QPushButton* Command1;
+    QPushButton* CommandZXTJ;
+    QPushButton* CommandZHFX;
+    QPushButton* CommandJSZF;
+    QPushButton* CommandLLCJ;
+    QPushButton* CommandZDYXS;
+    QPushButton* CommandDRKS;
+};
+
+} // namespace workbench

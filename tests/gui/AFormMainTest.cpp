@@ -1,0 +1,162 @@
+#include "shell/ui/AFormMain.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QMenu>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "platform/grid/ui/FlexGridView.h"
+#include "platform/runtime/Text.h"
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using support::TestLibrary;
+
+class MainWindow : public testing::Test
+{
+protected:
+    MainWindow()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        test.addStudent(1, 1, u"甲"_s, u"理"_s);
+        path = test.scores.LibPath;
+        test.scores.Conn.Close();
+        test.scores.LibPath.clear();
+        window = std::make_unique<shell::AFormMain>(test.scores, screenDialogs);
+        window->show();
+    }
+
+    QAction* item(const QString& name)
+    {
+        auto* action = window->findChild<QAction*>(name);
+        EXPECT_NE(action, nullptr) << name.toStdString();
+        return action;
+    }
+
+    bool menuEnabled(const QString& name) { return window->findChild<QMenu*>(name)->isEnabled(); }
+
+    runtime::ScreenDialogs screenDialogs;
+    TestLibrary test{{u"语文"_s}};
+    QString path;
+    std::unique_ptr<shell::AFormMain> window;
+};
+
+TEST_F(MainWindow, WithoutALibraryOnlyTheFileMenuIsOpen)
+{
+    window->start(u""_s);
+    EXPECT_EQ(window->windowTitle(), u"云杉学业册"_s);
+    EXPECT_TRUE(menuEnabled(u"mF"_s));
+    for (const QString& name : {u"Medit"_s, u"mSJWH"_s, u"mSJCL"_s})
+        EXPECT_FALSE(menuEnabled(name)) << name.toStdString();
+    EXPECT_FALSE(item(u"mfSaveAs"_s)->isEnabled());
+    EXPECT_FALSE(window->findChild<QWidget*>(u"MSFlexGrid1"_s)->isVisible());
+}
+
+TEST_F(MainWindow, AQuotedPathOnTheCommandLineOpens)
+{
+    window->start(u'"' + path + u'"');
+    EXPECT_EQ(window->windowTitle(), u"云杉学业册 - "_s + path);
+    EXPECT_TRUE(menuEnabled(u"Medit"_s));
+    EXPECT_TRUE(item(u"mfSaveAs"_s)->isEnabled());
+    EXPECT_EQ(item(u"mfREC0"_s)->text(), path);
+}
+
+TEST_F(MainWindow, APathThatDoesNotExistIsToldAndTheWindowStaysEmpty)
+{
+    const QString missing = test.file(u"没有.CJK"_s);
+    window->start(missing);
+    EXPECT_EQ(test.dialogs.shown, QStringList{missing + u"\n库文件不存在！"_s});
+    EXPECT_EQ(window->windowTitle(), u"云杉学业册"_s);
+}
+
+TEST_F(MainWindow, WithoutAPathTheFirstRecentFileIsNamedThoughNothingIsOpen)
+{
+    runtime::writeTextFile(test.paths.dataFile(u"recent.dat"_s), path + u'\n');
+    window->start(u""_s);
+    EXPECT_EQ(test.scores.LibPath, path);
+    EXPECT_FALSE(test.scores.Conn.isOpen());
+    item(u"mfREC0"_s)->trigger();
+    EXPECT_TRUE(test.scores.Conn.isOpen());
+    EXPECT_EQ(window->windowTitle(), u"云杉学业册 - "_s + path);
+}
+
+TEST_F(MainWindow, OpeningFromTheMenuAsksForAFile)
+{
+    window->start(u""_s);
+    item(u"mfOpen"_s)->trigger();
+    EXPECT_FALSE(test.scores.Conn.isOpen());
+    test.dialogs.file = path;
+    item(u"mfOpen"_s)->trigger();
+    EXPECT_TRUE(test.scores.Conn.isOpen());
+    EXPECT_EQ(test.dialogs.fileFilter, u"成绩库|*.CJK"_s);
+    EXPECT_EQ(test.dialogs.fileTitle, u"打开文件"_s);
+}
+
+TEST_F(MainWindow, ARecentFileThatIsGoneIsTold)
+{
+    window->start(path);
+    ASSERT_TRUE(QFile::rename(path, path + u".moved"_s));
+    item(u"mfREC0"_s)->trigger();
+    EXPECT_EQ(test.dialogs.shown,
+              QStringList{u"下列文件不存在！可能被移动或改名。\n"_s + path});
+}
+
+TEST_F(MainWindow, CompactingKeepsTheDaysBackup)
+{
+    window->start(path);
+    item(u"mfSaveAs"_s)->trigger();
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"压缩完毕!"_s});
+    EXPECT_TRUE(test.scores.Conn.isOpen());
+    EXPECT_EQ(test.rows(u"select 姓名 from 信息表"_s), u"甲"_s);
+    const QString date = QDate::currentDate().toString(Qt::ISODate);
+    EXPECT_TRUE(QFile::exists(path + u'_' + date + u"_.bak"_s));
+}
+
+TEST_F(MainWindow, CheckingScoresFindsNothingAfterAStart)
+{
+    window->start(path);
+    item(u"meJCCJ"_s)->trigger();
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"没有发现不合格的成绩！"_s});
+}
+
+TEST_F(MainWindow, AMissingHelpDocumentIsTold)
+{
+    window->start(path);
+    item(u"Hzt"_s)->trigger();
+    EXPECT_EQ(test.dialogs.shown, QStringList{test.paths.AppPath()
+                                              + u"云杉学业册帮助文件.doc\n\n帮助文件丢失！"_s});
+}
+
+TEST_F(MainWindow, ItemsWhoseScreensComeLaterAreOffAndSaySo)
+{
+    window->start(path);
+    for (const QString& name : {u"mDelKM"_s, u"meXGCJ"_s, u"meSCKS"_s, u"meXXXG"_s, u"mFXSZ"_s,
+                                u"msGRFX"_s, u"mtEXCEL"_s}) {
+        EXPECT_FALSE(item(name)->isEnabled()) << name.toStdString();
+        EXPECT_EQ(item(name)->toolTip(), u"尚未提供"_s) << name.toStdString();
+    }
+}
+
+TEST_F(MainWindow, BrowsingShowsTheGridAndThePanelComesBackOnDemand)
+{
+    window->start(path);
+    auto* panel = window->findChild<QDockWidget*>(u"Panel"_s);
+    QTest::mouseClick(window->findChild<QWidget*>(u"CheckMin"_s), Qt::LeftButton, {}, QPoint(8, 8));
+    test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100}});
+    test.reload();
+    test.scores.notifyChanged();
+    QTest::mouseClick(window->findChild<QWidget*>(u"CommandLLCJ"_s), Qt::LeftButton);
+    EXPECT_TRUE(window->findChild<QWidget*>(u"MSFlexGrid1"_s)->isVisible());
+    EXPECT_FALSE(panel->isVisible());
+    item(u"meLook"_s)->trigger();
+    EXPECT_TRUE(panel->isVisible());
+}
+
+} // namespace

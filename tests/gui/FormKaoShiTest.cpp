@@ -1,0 +1,161 @@
+#include "workbench/ui/FormKaoShi.h"
+
+#include <QComboBox>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using support::TestLibrary;
+
+/// The workbench over two exams in two streams.
+class Workbench : public testing::Test
+{
+protected:
+    Workbench()
+    {
+        test.addStudent(1, 1, u"甲"_s, u"文"_s);
+        test.addStudent(2, 1, u"乙"_s, u"理"_s);
+        for (const QString& stream : {u"文"_s, u"理"_s}) {
+            test.addExam(u"期中"_s, stream, 1, {{u"语文"_s, 100}});
+            test.addExam(u"期末"_s, stream, 2, {{u"语文"_s, 100}});
+        }
+        test.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
+        test.addScores(u"期末"_s, 2, 1, {{u"语文"_s, 80}});
+        test.reload();
+        form = std::make_unique<workbench::FormKaoShi>(test.scores, screenDialogs, grid);
+        form->show();
+    }
+
+    template <class Widget> Widget* find(const QString& name)
+    {
+        auto* widget = form->findChild<Widget*>(name);
+        EXPECT_NE(widget, nullptr) << name.toStdString();
+        return widget;
+    }
+
+    void press(const QString& name)
+    {
+        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
+    }
+
+    void clickItem(const QString& list, int row, Qt::KeyboardModifiers keys = Qt::NoModifier)
+    {
+        auto* widget = find<QListWidget>(list);
+        QTest::mouseClick(widget->viewport(), Qt::LeftButton, keys,
+                          widget->visualItemRect(widget->item(row)).center());
+    }
+
+    QString sql() { return find<QPlainTextEdit>(u"Text1"_s)->toPlainText(); }
+
+    // The real dialogs lie below the scripted ones, so that boxes reach the script.
+    runtime::ScreenDialogs screenDialogs;
+    TestLibrary test{{u"语文"_s}};
+    grid::FlexGrid grid;
+    std::unique_ptr<workbench::FormKaoShi> form;
+};
+
+TEST_F(Workbench, ShowsTheFirstExamAndAllClassesSelected)
+{
+    EXPECT_EQ(find<QListWidget>(u"ListKSMC"_s)->selectedItems().size(), 1);
+    EXPECT_EQ(find<QListWidget>(u"ListFW"_s)->selectedItems().size(), 2);
+    EXPECT_EQ(sql(), u"select * from 成绩表 where  ( 考试名称='期中') and ( 班级=1 or  班级=2) and "
+                     "(类别代码=1)"_s);
+}
+
+TEST_F(Workbench, AClickInAListRebuildsTheStatement)
+{
+    clickItem(u"ListKSMC"_s, 1, Qt::ControlModifier);
+    clickItem(u"ListFW"_s, 1);
+    EXPECT_EQ(sql(), u"select * from 成绩表 where  ( 考试名称='期中' or  考试名称='期末') and "
+                     "( 班级=2) and (类别代码=1)"_s);
+}
+
+TEST_F(Workbench, AStreamSelectsItsClasses)
+{
+    QTest::mouseClick(find<QRadioButton>(u"OptionButton1_1"_s), Qt::LeftButton, {}, QPoint(8, 8));
+    EXPECT_TRUE(sql().contains(u" and ( 班级=1) and "_s)) << sql().toStdString();
+}
+
+TEST_F(Workbench, DeselectingEveryClassLeavesThePrompt)
+{
+    find<QListWidget>(u"ListFW"_s)->clearSelection();
+    EXPECT_EQ(sql(), u"请选择 要导出成绩的 班级！\""_s);
+}
+
+TEST_F(Workbench, BrowsingFillsTheGridAndTellsTheWindow)
+{
+    const QSignalSpy filled(form.get(), &workbench::FormKaoShi::gridFilled);
+    press(u"CommandLLCJ"_s);
+    EXPECT_EQ(filled.count(), 1);
+    EXPECT_EQ(grid.Rows(), 2);
+    EXPECT_EQ(grid.TextMatrix(1, 2), u"甲"_s);
+}
+
+TEST_F(Workbench, ATypedStatementIsRunAsItIs)
+{
+    find<QPlainTextEdit>(u"Text1"_s)->setPlainText(u"select * from 成绩表 where 语文<85"_s);
+    press(u"CommandLLCJ"_s);
+    EXPECT_EQ(grid.Rows(), 2);
+    EXPECT_EQ(grid.TextMatrix(1, 2), u"乙"_s);
+}
+
+TEST_F(Workbench, ComputingTotalsScoresTheExamAndSaysSo)
+{
+    press(u"CommandJSZF"_s);
+    ASSERT_EQ(test.dialogs.shown.size(), 1);
+    EXPECT_TRUE(test.dialogs.shown.first().startsWith(u"计算总分 完成！"_s));
+    EXPECT_EQ(test.rows(u"select 语文年名 from 成绩表 where 考试名称='期中'"_s), u"1"_s);
+}
+
+TEST_F(Workbench, MovingTheExamChangesTheListAlone)
+{
+    clickItem(u"ListKSMC"_s, 1);
+    press(u"CommandUP"_s);
+    EXPECT_EQ(find<QListWidget>(u"ListKSMC"_s)->item(0)->text(), u"期末"_s);
+    EXPECT_EQ(test.rows(u"select 考试编号 from 考试名称表 where 考试名称='期末' and 科类='文'"_s),
+              u"2"_s);
+    clickItem(u"ListKSMC"_s, 1, Qt::ControlModifier);
+    press(u"CommandUP"_s);
+    EXPECT_EQ(test.dialogs.shown,
+              QStringList{u"本操作要求只能选中一次考试，请选择一次考试！"_s});
+}
+
+TEST_F(Workbench, WithoutALibraryTheCommandsAreOff)
+{
+    test.scores.LibPath.clear();
+    form->init();
+    for (const QString& name : {u"CommandLLCJ"_s, u"CommandJSZF"_s, u"CommandDRKS"_s, u"Command1"_s,
+                                u"CommandUP"_s, u"CommandDown"_s, u"CommandZXTJ"_s})
+        EXPECT_FALSE(find<QPushButton>(name)->isEnabled()) << name.toStdString();
+}
+
+TEST_F(Workbench, WhatComesLaterSaysSo)
+{
+    for (const QString& name : {u"CommandZXTJ"_s, u"CommandZHFX"_s, u"CommandZDYXS"_s})
+        press(name);
+    EXPECT_EQ(test.dialogs.shown, QStringList(3, u"提示: 尚未提供"_s));
+}
+
+TEST_F(Workbench, EveryTabStopHasANameThatCanBeRead)
+{
+    for (QWidget* stop = form->nextInFocusChain(); stop != form.get();
+         stop = stop->nextInFocusChain()) {
+        if ((stop->focusPolicy() & Qt::TabFocus) && stop->isVisibleTo(form.get())) {
+            EXPECT_FALSE(stop->accessibleName().isEmpty())
+                << stop->metaObject()->className() << stop->objectName().toStdString();
+        }
+    }
+}
+
+} // namespace
