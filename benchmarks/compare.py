@@ -4,7 +4,7 @@
     compare.py --bound DIR [--programs DIR] [--rounds 7]
 
 The bound's folder holds gen.py (makes its libraries and a workbook), floor.cpp (scores) and
-xlsx_floor.cpp (reads a workbook). Both sides run in turns in one go, each on a fresh copy; ratios are
+xlsx_floor.cpp (imports a workbook). Both sides run in turns in one go, each on a fresh copy; ratios are
 taken within a round, and their median is printed.
 """
 import argparse
@@ -66,6 +66,23 @@ def compare_scoring(options, floor, folder):
         ours.unlink()
 
 
+def compare_import(options, floor, folder):
+    reader = folder / "xlsx_floor"
+    run("g++", "-O2", "-std=c++20", options.bound / "xlsx_floor.cpp", "-lsqlite3", "-lexpat", "-lz",
+        "-o", reader)
+    book = folder / "book.xlsx"
+    run(sys.executable, options.bound / "gen.py", "xlsx", 3000, book)
+    theirs = bound_library(options.bound, floor, "B", folder)
+    times, bounds, ratios = [], [], []
+    for _ in range(options.rounds):
+        text = run(reader, "import", book, fresh(theirs, folder, "t.db"), "导入", 42)
+        bounds.append(figure(text, "total"))
+        text = run(options.programs / "bench_import", book)
+        times.append(float(re.search(r"([\d.]+) ms", text).group(1)))
+        ratios.append(times[-1] / bounds[-1])
+    report("import 3000 x 12", times, bounds, ratios)
+
+
 def report(what, times, bounds, ratios, more=""):
     middle = statistics.median
     print(f"{what}: {middle(times):.1f} ms, bound {middle(bounds):.1f} ms, "
@@ -86,6 +103,7 @@ def main():
         floor = folder / "floor"
         run("g++", "-O2", "-std=c++20", options.bound / "floor.cpp", "-lsqlite3", "-o", floor)
         compare_scoring(options, floor, folder)
+        compare_import(options, floor, folder)
 
 
 if __name__ == "__main__":

@@ -58,7 +58,8 @@ public:
 
 private:
     std::vector<Column> m_columns;
-    QHash<QString, int> m_positions;
+    QHash<QString, int> m_exact;
+    QHash<QString, int> m_folded;
 };
 
 /// The connection to one library file. All reading and writing goes through it, on one thread.

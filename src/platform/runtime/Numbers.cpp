@@ -47,6 +47,13 @@ QString significant(double number, int digits)
 {
     if (number == std::trunc(number) && std::abs(number) < 1e7)
         return QString::number(int(number));
+    // Half marks and the like, which most scores are.
+    const double tenths = number * 10;
+    if (tenths == std::trunc(tenths) && std::abs(number) < 1e5) {
+        const int last = std::abs(int(tenths) % 10);
+        const QString whole = QString::number(int(number)) + u'.' + QChar(u'0' + last);
+        return number < 0 && number > -1 ? u'-' + whole : whole;
+    }
     char buffer[64];
     const auto [end, error] =
         std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::general, digits);
