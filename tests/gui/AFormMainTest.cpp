@@ -144,6 +144,13 @@ TEST_F(MainWindow, ItemsWhoseScreensComeLaterAreOffAndSaySo)
     }
 }
 
+TEST_F(MainWindow, TheImportSaysThatItComesLater)
+{
+    window->start(path);
+    QTest::mouseClick(window->findChild<QWidget*>(u"CommandDRKS"_s), Qt::LeftButton);
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"提示: 尚未提供"_s});
+}
+
 TEST_F(MainWindow, BrowsingShowsTheGridAndThePanelComesBackOnDemand)
 {
     window->start(path);

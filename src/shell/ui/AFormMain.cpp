@@ -102,6 +102,8 @@ void AFormMain::buildWorkbench()
     m_panel->setWidget(m_workbench);
     addDockWidget(Qt::LeftDockWidgetArea, m_panel);
     connect(m_workbench, &workbench::FormKaoShi::gridFilled, this, &AFormMain::showGrid);
+    connect(m_workbench, &workbench::FormKaoShi::importRequested, this,
+            [] { MsgBox(u"尚未提供"_s, u"提示"_s); });
     connect(m_workbench, &workbench::FormKaoShi::commandsAvailableChanged, this,
             [this](bool available) { m_menu.setLibraryOpen(available); });
     for (const auto signal : {&QDockWidget::visibilityChanged, &QDockWidget::topLevelChanged})
