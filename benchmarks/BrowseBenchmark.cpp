@@ -134,10 +134,10 @@ int browse(const runtime::AppPaths& paths)
     selection.Form_Load();
     workbench::Browse browse(selection);
     scores.settings.DisplayItems =
-        QStringList{u"班级"_s, u"学号"_s, u"姓名"_s, u"考试名称"_s} +
-        numberColumns(scores.Conn, {u"id"_s, u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s,
-                                    u"类别代码"_s, u"考试名称"_s})
-            .mid(0, 96);
+        QStringList{u"班级"_s, u"学号"_s, u"姓名"_s, u"考试名称"_s}
+        + numberColumns(scores.Conn, {u"id"_s, u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s,
+                                      u"类别代码"_s, u"考试名称"_s})
+              .mid(0, 96);
     grid::FlexGrid grid;
     const double seconds = medianSeconds([&] { browse.ShowKSCJmain(selection.Text1, grid); });
     if (grid.Rows() != 12001 || grid.Cols() != 100 || grid.TextMatrix(12000, 99).isEmpty())

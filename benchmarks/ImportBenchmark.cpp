@@ -88,8 +88,8 @@ void fillLibrary(library::ScoreLibrary& scores, const excel::Worksheet& sheet)
     library::NewLibrary(scores).create(subjects + QStringList{u"总分"_s});
     jet::WriteBatch batch(scores.Conn);
     scores.Conn.Execute(u"delete * from 总分公式"_s);
-    scores.Conn.Execute(u"insert into 总分公式(总分,公式) values('总分','"_s + subjects.join(u'+') +
-                        u"')"_s);
+    scores.Conn.Execute(u"insert into 总分公式(总分,公式) values('总分','"_s + subjects.join(u'+')
+                        + u"')"_s);
     addStudents(scores.Conn, studentsOf(sheet));
     for (int exam = 1; exam <= earlierExams; ++exam)
         addExam(scores.Conn, exam, subjects);

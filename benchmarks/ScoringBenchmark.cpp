@@ -1,7 +1,8 @@
 // Scoring one exam until the commit returns.
 //
 //   bench_scoring make STUDENTS LIBRARY   a library of 40 scored exams and the pending one
-//   bench_scoring run LIBRARY             scores the pending exam; prints milliseconds and peak memory
+//   bench_scoring run LIBRARY             scores the pending exam; prints milliseconds and peak
+//   memory
 //
 // A run writes to the library that it is given: pass a fresh copy.
 
@@ -76,12 +77,11 @@ double score(std::mt19937& random, qsizetype subject)
 
 void addScores(jet::Connection& conn, const QString& exam, int number, std::mt19937& random)
 {
-    jet::Statement& students = conn.prepared(
-        u"select ID, 班级, 学号, 姓名, 科类 from 信息表 order by rowid"_s);
+    jet::Statement& students =
+        conn.prepared(u"select ID, 班级, 学号, 姓名, 科类 from 信息表 order by rowid"_s);
     jet::Statement& insert = conn.prepared(
         u"insert into 成绩表(id,班级,学号,姓名,科类,类别代码,考试名称,考试编号,%1) "
-        "values(?,?,?,?,?,1,?,?%2)"_s.arg(subjects.join(u','),
-                                         u",?"_s.repeated(subjects.size())));
+        "values(?,?,?,?,?,1,?,?%2)"_s.arg(subjects.join(u','), u",?"_s.repeated(subjects.size())));
     students.reset();
     while (students.step()) {
         std::vector<runtime::Value> row;
@@ -156,6 +156,7 @@ int main(int count, char* arguments[])
         return make(paths, QByteArray(arguments[2]).toInt(), QString::fromLocal8Bit(arguments[3]));
     if (count == 3 && std::strcmp(arguments[1], "run") == 0)
         return run(paths, QString::fromLocal8Bit(arguments[2]));
-    std::fprintf(stderr, "usage: bench_scoring make STUDENTS LIBRARY | bench_scoring run LIBRARY\n");
+    std::fprintf(stderr,
+                 "usage: bench_scoring make STUDENTS LIBRARY | bench_scoring run LIBRARY\n");
     return 2;
 }

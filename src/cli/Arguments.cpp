@@ -71,7 +71,7 @@ QStringList Arguments::list(const QString& name) const
 
 QString Arguments::oneOf(const QString& name, const QStringList& allowed) const
 {
-    const QString given = m_values.value(name, allowed.first());
+    QString given = m_values.value(name, allowed.first());
     if (!allowed.contains(given))
         throw UsageError(u"选项 --%1 的值只能是：%2"_s.arg(name, allowed.join(u'、')));
     return given;

@@ -22,15 +22,16 @@ struct Syntax
     /// Names of options with a value and of switches without one, without the dashes.
     QStringList options;
     QStringList switches;
-    int fewestPositionals;
-    int mostPositionals;
+    int fewestPositionals = 0;
+    int mostPositionals = 0;
 };
 
 /// The arguments of one command, taken apart.
 class Arguments
 {
 public:
-    /// Throws UsageError for an unknown or doubled option, a missing value, too few or many positionals.
+    /// Throws UsageError for an unknown or doubled option, a missing value, too few or many
+    /// positionals.
     Arguments(const QStringList& arguments, const Syntax& syntax);
 
     const QStringList& positionals() const { return m_positionals; }

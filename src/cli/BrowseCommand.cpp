@@ -34,8 +34,8 @@ void chooseStream(Selection& selection, const QString& stream)
     throw UsageError(u"成绩库里没有科类“%1”。"_s.arg(stream));
 }
 
-/// Sets a sort key from a text such as "总分:desc". The list offers no class and number, but a column
-/// can be typed.
+/// Sets a sort key from a text such as "总分:desc". The list offers no class and number, but a
+/// column can be typed.
 void setSortKey(const jet::TableColumns& columns, workbench::DropDown& column,
                 workbench::SingleList& direction, const QString& text)
 {
@@ -89,8 +89,10 @@ Exit runBrowse(Session& session)
     selection.Form_Load();
     choose(selection, arguments);
     grid::FlexGrid grid;
-    workbench::Browse(selection).CommandLLCJ_Click(grid);
-    printGrid(session, grid, selection.Text1, format);
+    const bool filled = workbench::Browse(selection).CommandLLCJ_Click(grid);
+    // A refusal leaves nothing to show as text; the object tells its message.
+    if (filled || format == "json"_L1)
+        printGrid(session, grid, selection.Text1, format);
     return session.result();
 }
 

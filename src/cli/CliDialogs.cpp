@@ -1,6 +1,9 @@
 #include "cli/CliDialogs.h"
 
+#include <cerrno>
 #include <cstdio>
+
+#include "platform/runtime/Error.h"
 
 namespace cli {
 
@@ -14,10 +17,14 @@ namespace {
 QString buttonText(Answer answer)
 {
     switch (answer) {
-    case Answer::Ok: return u"确定"_s;
-    case Answer::Cancel: return u"取消"_s;
-    case Answer::Yes: return u"是"_s;
-    case Answer::No: break;
+    case Answer::Ok:
+        return u"确定"_s;
+    case Answer::Cancel:
+        return u"取消"_s;
+    case Answer::Yes:
+        return u"是"_s;
+    case Answer::No:
+        break;
     }
     return u"否"_s;
 }
@@ -25,10 +32,13 @@ QString buttonText(Answer answer)
 Answer safeButton(Buttons buttons)
 {
     switch (buttons) {
-    case Buttons::Ok: return Answer::Ok;
-    case Buttons::YesNo: return Answer::No;
+    case Buttons::Ok:
+        return Answer::Ok;
+    case Buttons::YesNo:
+        return Answer::No;
     case Buttons::OkCancel:
-    case Buttons::YesNoCancel: break;
+    case Buttons::YesNoCancel:
+        break;
     }
     return Answer::Cancel;
 }
@@ -83,7 +93,11 @@ void printError(const QString& text)
 void printResult(const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
+    const size_t size = size_t(bytes.size());
+    if (std::fwrite(bytes.constData(), 1, size, stdout) == size && std::fflush(stdout) == 0)
+        return;
+    if (errno != EPIPE)
+        throw runtime::Error(u"结果没有写完：标准输出无法写入。"_s);
 }
 
 } // namespace cli

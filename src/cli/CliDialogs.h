@@ -9,8 +9,8 @@
 
 namespace cli {
 
-/// The dialogs of the command line: every text goes to stderr, a question is answered as a flag said,
-/// and by its safe button otherwise.
+/// The dialogs of the command line: every text goes to stderr, a question is answered as a flag
+/// said, and by its safe button otherwise.
 class CliDialogs : public runtime::Dialogs
 {
 public:
@@ -47,7 +47,8 @@ private:
 /// One line on stderr.
 void printError(const QString& text);
 
-/// Text on stdout as it stands.
+/// Text on stdout as it stands. Throws Error if results are lost, as on a full disk; a reader that
+/// went away lost nothing that it wanted.
 void printResult(const QString& text);
 
 } // namespace cli

@@ -18,7 +18,7 @@ void CliProgress::report(const QString& text, int done, int total)
 {
     if (!m_watched)
         return;
-    m_lineOpen = true;
+    m_lineOpen = !text.isEmpty();
     std::fprintf(stderr, "\r\033[K%s", text.toUtf8().constData());
     if (total > 0)
         std::fprintf(stderr, " %d/%d", done, total);

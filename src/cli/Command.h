@@ -33,10 +33,10 @@ void printGrid(const Session& session, const grid::FlexGrid& grid, const QString
 /// One command of the program.
 struct Command
 {
-    const char16_t* name;
+    const char16_t* name = nullptr;
     Syntax syntax;
-    const char16_t* help;
-    Exit (*run)(Session&);
+    const char16_t* help = nullptr;
+    Exit (*run)(Session&) = nullptr;
 };
 
 Exit runNew(Session& session);

@@ -20,12 +20,12 @@ Backup backupChoice(const Arguments& arguments)
     return arguments.has(u"no-backup"_s) ? Backup::SwitchedOff : Backup::Make;
 }
 
-/// The sheet that --sheet names, else the first. Throws UsageError if the workbook has no such sheet; of
-/// a workbook that could not be opened the import itself says why.
+/// The sheet that --sheet names, else the first. Throws UsageError if the workbook has no such
+/// sheet; of a workbook that could not be opened the import itself says why.
 QString chosenSheet(const WorkbookIntake& intake, const Arguments& arguments)
 {
     const QStringList sheets = intake.sheetNames();
-    const QString wanted = arguments.value(u"sheet"_s, sheets.value(0));
+    QString wanted = arguments.value(u"sheet"_s, sheets.value(0));
     if (!sheets.isEmpty() && !sheets.contains(wanted))
         throw UsageError(u"工作簿里没有数据表“%1”。"_s.arg(wanted));
     return wanted;
@@ -36,7 +36,7 @@ void planAnswers(CliDialogs& dialogs, const Arguments& arguments)
     const QString mismatch =
         arguments.oneOf(u"on-mismatch"_s, {u"cancel"_s, u"replace"_s, u"keep"_s});
     dialogs.answer(u"与数据库中记录的不一致"_s, mismatch == "replace"_L1 ? Answer::Yes
-                       : mismatch == "keep"_L1                           ? Answer::No
+                                                : mismatch == "keep"_L1  ? Answer::No
                                                                          : Answer::Cancel);
     const QString unknown = arguments.oneOf(u"on-unknown"_s, {u"skip"_s, u"add"_s});
     dialogs.answer(u"是否添加新学生"_s, unknown == "add"_L1 ? Answer::Ok : Answer::Cancel);
@@ -91,6 +91,8 @@ Exit runImportStudents(Session& session)
 Exit runImportExam(Session& session)
 {
     const Arguments& arguments = session.arguments;
+    if (!arguments.has(u"exam"_s))
+        throw UsageError(u"缺少选项 --exam。"_s);
     CliImportScreens screens(session.scores.paths(), arguments.list(u"full-marks"_s));
     planAnswers(session.dialogs, arguments);
     if (!session.openLibrary() || !checkBook(session))

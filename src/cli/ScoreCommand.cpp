@@ -1,5 +1,5 @@
-#include "cli/Command.h"
 #include "cli/CliProgress.h"
+#include "cli/Command.h"
 #include "scoring/Scoring.h"
 
 namespace cli {

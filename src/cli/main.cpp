@@ -15,8 +15,8 @@ QString helpForAll()
     for (const Command& command : commands())
         help += QString::fromUtf16(command.help) + u'\n';
     return help
-        + u"yunshan-cli COMMAND --help 显示一条命令的用法。\n"
-          "退出码：0 完成，1 出错或没有完成，2 用法不正确。\n"_s;
+           + u"yunshan-cli COMMAND --help 显示一条命令的用法。\n"
+             "退出码：0 完成，1 出错或没有完成，2 用法不正确。\n"_s;
 }
 
 const Command* findCommand(const QString& name)
@@ -32,8 +32,7 @@ Exit runCommand(const Command& command, const QStringList& rest)
 {
     const Arguments arguments(rest, command.syntax);
     CliDialogs dialogs;
-    library::ScoreLibrary scores(
-        runtime::AppPaths::locate(QCoreApplication::applicationDirPath()));
+    library::ScoreLibrary scores(runtime::AppPaths::locate(QCoreApplication::applicationDirPath()));
     Session session{arguments, dialogs, scores};
     return command.run(session);
 }

@@ -4,6 +4,12 @@ namespace importing {
 
 using namespace Qt::StringLiterals;
 
+void ClassAnswers::forget()
+{
+    m_categories.clear();
+    m_streams.clear();
+}
+
 bool ClassAnswers::hasStudents(double classNumber)
 {
     if (m_streams.contains(classNumber) || m_categories.contains(classNumber))

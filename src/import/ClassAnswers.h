@@ -14,6 +14,9 @@ class ClassAnswers
 public:
     explicit ClassAnswers(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary) {}
 
+    /// To be called when students may have changed otherwise.
+    void forget();
+
     bool hasStudents(double classNumber);
     runtime::Value GetLeiBie(double classNumber);
     runtime::Value GetBJKL(double classNumber);

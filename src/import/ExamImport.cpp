@@ -44,6 +44,7 @@ ExamImport::ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& inta
 
 ImportResult ExamImport::run(const ExamImportRequest& request)
 {
+    m_classes.forget();
     if (!prepare(request))
         return ImportResult::Stopped;
     if (request.backup == Backup::Make && !backUp())
@@ -61,8 +62,8 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
 
 bool ExamImport::prepare(const ExamImportRequest& request)
 {
-    if (!QFileInfo(request.workbookPath).isFile() || !m_intake.checkWorkbookOpen() ||
-        !checkExamName(request))
+    if (!QFileInfo(request.workbookPath).isFile() || !m_intake.checkWorkbookOpen()
+        || !checkExamName(request))
         return false;
     m_state.ExamName = request.examName;
     m_sheet = m_intake.openSheet(request.sheetName);

@@ -28,9 +28,35 @@ ExamWriter::ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classe
 {
 }
 
-void ExamWriter::set(const QString& column, const Value& value)
+void ExamWriter::setExamField(const QString& column, const Value& value)
 {
     trap([&] { m_rows.Fields(column).setValue(value); });
+}
+
+ExamWriter::Column ExamWriter::findColumn(const QString& name) const
+{
+    return {name, m_library.Conn.columns(u"成绩表"_s).find(name)};
+}
+
+void ExamWriter::findColumns()
+{
+    m_columns = {findColumn(u"班级"_s),     findColumn(u"学号"_s), findColumn(u"姓名"_s),
+                 findColumn(u"类别代码"_s), findColumn(u"科类"_s), findColumn(u"考试名称"_s),
+                 findColumn(u"考试编号"_s), findColumn(u"id"_s)};
+    m_scoreColumns.clear();
+    for (const ImportSubject& subject : m_state.KMImport)
+        m_scoreColumns.push_back(findColumn(subject.KMName));
+}
+
+jet::Field ExamWriter::field(const Column& column)
+{
+    // By its name a missing column fails with the engine's message.
+    return column.position < 0 ? m_rows.Fields(column.name) : m_rows.Fields(column.position);
+}
+
+void ExamWriter::set(const Column& column, const Value& value)
+{
+    trap([&] { field(column).setValue(value); });
 }
 
 void ExamWriter::writeExamRow(const QString& stream)
@@ -40,19 +66,19 @@ void ExamWriter::writeExamRow(const QString& stream)
             const int number = m_library.catalogue.GetKSBH(m_state.ExamName);
             m_rows.Open(u"select *  from 考试名称表 order by 考试编号"_s, m_library.Conn);
             m_rows.AddNew();
-            set(u"考试名称"_s, m_state.ExamName);
-            set(u"科类"_s, stream);
-            set(u"考试编号"_s, number);
+            setExamField(u"考试名称"_s, m_state.ExamName);
+            setExamField(u"科类"_s, stream);
+            setExamField(u"考试编号"_s, number);
         } else {
-            m_rows.Open(u"select *  from 考试名称表 where 考试名称='"_s + m_state.ExamName +
-                            u"' order by 考试编号"_s,
+            m_rows.Open(u"select *  from 考试名称表 where 考试名称='"_s + m_state.ExamName
+                            + u"' order by 考试编号"_s,
                         m_library.Conn);
         }
     });
     if (!opened)
         return;
     for (const ImportSubject& subject : m_state.KMImport)
-        set(subject.KMName, subject.KMFull);
+        setExamField(subject.KMName, subject.KMFull);
     copyFormulas();
     trap([&] { m_rows.Update(); });
     m_rows.Close();
@@ -75,6 +101,7 @@ void ExamWriter::beginScores()
     // The exam's row stands by now and no further one is added, so the number is the same for each
     // row.
     m_examNumber = m_library.catalogue.GetKSBH(m_state.ExamName);
+    findColumns();
     if (m_examChoice == ExamChoice::Typed)
         trap([&] { m_rows.Open(u"select *  from 成绩表"_s, m_library.Conn); });
 }
@@ -101,8 +128,8 @@ bool ExamWriter::openStudentRow(const QString& classText, const QString& numberT
             m_rows.AddNew();
             return;
         }
-        m_rows.Open(u"select *  from 成绩表 where 班级="_s + classText + u" and 学号="_s +
-                        numberText + u" and 姓名='"_s + name + u"'"_s,
+        m_rows.Open(u"select *  from 成绩表 where 班级="_s + classText + u" and 学号="_s
+                        + numberText + u" and 姓名='"_s + name + u"'"_s,
                     m_library.Conn);
         if (m_rows.RecordCount() == 0)
             m_rows.AddNew();
@@ -113,13 +140,13 @@ void ExamWriter::setStudent(const QString& classText, const QString& numberText,
                             const QString& name)
 {
     const double classNumber = Val(classText);
-    set(u"班级"_s, numberOrText(classText));
-    set(u"学号"_s, numberOrText(numberText));
-    set(u"姓名"_s, name);
-    set(u"类别代码"_s, m_classes.GetLeiBie(classNumber));
-    set(u"科类"_s, m_classes.GetBJKL(classNumber));
-    set(u"考试名称"_s, m_state.ExamName);
-    set(u"考试编号"_s, m_examNumber);
+    set(m_columns.classNumber, numberOrText(classText));
+    set(m_columns.number, numberOrText(numberText));
+    set(m_columns.name, name);
+    set(m_columns.category, m_classes.GetLeiBie(classNumber));
+    set(m_columns.stream, m_classes.GetBJKL(classNumber));
+    set(m_columns.exam, m_state.ExamName);
+    set(m_columns.examNumber, m_examNumber);
     setStudentId(classNumber, Val(numberText));
 }
 
@@ -128,7 +155,7 @@ void ExamWriter::setStudent(const QString& classText, const QString& numberText,
 void ExamWriter::setStudentId(double classNumber, double number)
 {
     trap([&] {
-        jet::Field id = m_rows.Fields(u"id"_s);
+        jet::Field id = field(m_columns.id);
         if (id.Value().isNull())
             id.setValue(m_library.studentId(classNumber, number));
     });
@@ -136,10 +163,10 @@ void ExamWriter::setStudentId(double classNumber, double number)
 
 void ExamWriter::setScores(int row)
 {
-    int column = 3;
-    for (const ImportSubject& subject : m_state.KMImport) {
-        const QString& text = m_state.MFGData.TextMatrix(row, column++);
-        set(subject.KMName, text == u"缺考"_s ? -1.0 : Val(text));
+    int stagingColumn = 3;
+    for (const Column& column : m_scoreColumns) {
+        const QString& text = m_state.MFGData.TextMatrix(row, stagingColumn++);
+        set(column, text == u"缺考" ? -1.0 : Val(text));
     }
 }
 

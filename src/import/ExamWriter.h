@@ -17,7 +17,7 @@ public:
     /// Full marks, and the library's present formulas of the totals.
     void writeExamRow(const QString& stream);
 
-    /// Call once before the score rows.
+    /// Finds the columns and the exam's number; to be called once before the score rows.
     void beginScores();
 
     /// Writes row `row` of the staging grid. A picked exam overwrites the first row of that class,
@@ -25,8 +25,32 @@ public:
     void writeScoreRow(int row);
 
 private:
+    /// A column of 成绩表, looked up once for all rows.
+    struct Column
+    {
+        QString name;
+        /// -1 if the table has no such column.
+        int position = -1;
+    };
+
+    struct StudentColumns
+    {
+        Column classNumber;
+        Column number;
+        Column name;
+        Column category;
+        Column stream;
+        Column exam;
+        Column examNumber;
+        Column id;
+    };
+
     void copyFormulas();
-    void set(const QString& column, const runtime::Value& value);
+    void setExamField(const QString& column, const runtime::Value& value);
+    Column findColumn(const QString& name) const;
+    void findColumns();
+    jet::Field field(const Column& column);
+    void set(const Column& column, const runtime::Value& value);
     bool openStudentRow(const QString& classText, const QString& numberText, const QString& name);
     void setStudent(const QString& classText, const QString& numberText, const QString& name);
     void setStudentId(double classNumber, double number);
@@ -38,6 +62,9 @@ private:
     ExamChoice m_examChoice;
     jet::Recordset m_rows;
     int m_examNumber = 0;
+    StudentColumns m_columns;
+    /// In the order of KMImport.
+    std::vector<Column> m_scoreColumns;
 };
 
 } // namespace importing

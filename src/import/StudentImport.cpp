@@ -38,14 +38,17 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
     if (m_sheet == nullptr)
         return ImportResult::Stopped;
     const QString library = m_library.Conn.path();
-    if (backup == Backup::Make &&
-        !trap([&] { library::backUpLibrary(library, QDateTime::currentDateTime()); }))
+    if (backup == Backup::Make
+        && !trap([&] { library::backUpLibrary(library, QDateTime::currentDateTime()); }))
         return ImportResult::Stopped;
     if (!writeRows())
         return ImportResult::Stopped;
     m_progress.report({}, 0, 0);
     m_sheet = nullptr;
     m_intake.quitApplication();
+    m_library.catalogue.GetKeLei();
+    m_library.catalogue.GetKSXX();
+    m_library.notifyChanged();
     runtime::MsgBox(u"导入完成！"_s);
     return ImportResult::Finished;
 }

@@ -18,7 +18,8 @@ public:
     StudentImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake,
                   runtime::Progress& progress);
 
-    /// The whole import; a heading that is no column costs a message on every row. When it stops,
+    /// The whole import; a heading that is no column costs a message on every row. Once finished,
+    /// streams and classes are loaded anew and the library tells of the change. When it stops,
     /// nothing was written.
     ImportResult run(const QString& sheetName, Backup backup);
 

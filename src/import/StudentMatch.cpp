@@ -50,8 +50,8 @@ bool StudentMatch::mayAdd(double classNumber, double number, const QString& name
 {
     if (newStudents == NewStudents::Add)
         return true;
-    const QString question = u"是否添加新学生： "_s + doubleText(classNumber) + u" 班 "_s +
-                             doubleText(number) + u" 号 ,"_s + name;
+    const QString question = u"是否添加新学生： "_s + doubleText(classNumber) + u" 班 "_s
+                             + doubleText(number) + u" 号 ,"_s + name;
     return m_batch.ask(question, {}, runtime::Buttons::OkCancel) == Answer::Ok;
 }
 
@@ -78,8 +78,8 @@ void StudentMatch::add(double classNumber, double number, const QString& name)
 void StudentMatch::SetStuName(double classNumber, double number, const QString& name)
 {
     const Trap trap{" - Sub SetStuName/Mdl_MDB"};
-    const QString tail = u" set 姓名='"_s + name + u"' where 班级="_s + doubleText(classNumber) +
-                         u" and 学号="_s + doubleText(number);
+    const QString tail = u" set 姓名='"_s + name + u"' where 班级="_s + doubleText(classNumber)
+                         + u" and 学号="_s + doubleText(number);
     jet::Recordset rows;
     trap([&] { rows.Open(u"update  信息表"_s + tail, m_library.Conn); });
     trap([&] { rows.Open(u"update  成绩表"_s + tail, m_library.Conn); });
@@ -97,11 +97,11 @@ QString StudentMatch::nameMismatchText(double classNumber, double number, const 
 {
     const QString student =
         doubleText(classNumber) + u"班"_s + doubleText(number) + u"号 姓名为：["_s;
-    return u"Excel表格中学生的学号和姓名： ["_s + sheetName + u"] 与数据库中记录的不一致！\n\n"_s +
-           u"Excel表格中："_s + student + sheetName + u"]\n"_s + u"数据库中记录："_s + student +
-           libraryName + u"]，二者不一致！\n\n"_s + u"[是]用现有姓名替换掉数据库中记录的姓名\n"_s +
-           u"[否]保留数据库中记录的姓名,继续录入,即将["_s + sheetName + u"]和["_s + libraryName +
-           u"]认为是同一人\n"_s + u"[取消]终止当前导入\n"_s;
+    return u"Excel表格中学生的学号和姓名： ["_s + sheetName + u"] 与数据库中记录的不一致！\n\n"_s
+           + u"Excel表格中："_s + student + sheetName + u"]\n"_s + u"数据库中记录："_s + student
+           + libraryName + u"]，二者不一致！\n\n"_s + u"[是]用现有姓名替换掉数据库中记录的姓名\n"_s
+           + u"[否]保留数据库中记录的姓名,继续录入,即将["_s + sheetName + u"]和["_s + libraryName
+           + u"]认为是同一人\n"_s + u"[取消]终止当前导入\n"_s;
 }
 
 } // namespace importing

@@ -29,8 +29,9 @@ struct ClassEntry
 };
 
 /// What the program knows about the open library: exams, columns, streams and classes, all derived
-/// from 考试名称表 and 信息表. The lists are rebuilt by GetKeLei and GetKSXX; the lists of one exam are
-/// as the last caller left them. Failures are shown with the routine's tag, and old values stay.
+/// from 考试名称表 and 信息表. The lists are rebuilt by GetKeLei and GetKSXX; the lists of one exam
+/// are as the last caller left them. Failures are shown with the routine's tag, and old values
+/// stay.
 class Catalogue
 {
 public:

@@ -169,9 +169,8 @@ void Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
                 continue;
             for (qsizetype i = 0; i < AllColumns.size(); ++i) {
                 const QString& column = AllColumns[i];
-                sums.add(i, isTotal(column)
-                                ? runtime::singleText(GetZFMF(exam, stream, column))
-                                : rows.Fields(column).Value().text());
+                sums.add(i, isTotal(column) ? runtime::singleText(GetZFMF(exam, stream, column))
+                                            : rows.Fields(column).Value().text());
             }
         }
         ExamColumns = sums.examined();

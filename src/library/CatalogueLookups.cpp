@@ -1,5 +1,5 @@
-// The catalogue's answers about single exams, classes and students. They are asked once for each row
-// of a run, so that statements are prepared once where their texts do not change.
+// The catalogue's answers about single exams, classes and students. They are asked once for each
+// row of a run, so that statements are prepared once where their texts do not change.
 #include "library/Catalogue.h"
 
 #include "library/CatalogueSql.h"
@@ -101,14 +101,15 @@ namespace {
 /// A field of the first student of a class. Throws the engine's error if the class has none.
 Value firstStudentField(jet::Connection& conn, const Value& classNumber, const QString& field)
 {
-    jet::Statement& student =
-        conn.prepared(u"select ID, "_s + field + u" from 信息表 where 班级=? order by rowid limit 1"_s);
+    jet::Statement& student = conn.prepared(
+        u"select ID, "_s + field + u" from 信息表 where 班级=? order by rowid limit 1"_s);
     student.bind({classNumber});
     if (!student.step())
         throw jet::Error(jet::Failure::Sql, u"没有当前记录。"_s);
-    const Value value = student.integer(0) > 0
-        ? student.value(1, jet::ColumnType::fromDeclaration(student.columnDeclaration(1)))
-        : Value(1);
+    const Value value =
+        student.integer(0) > 0
+            ? student.value(1, jet::ColumnType::fromDeclaration(student.columnDeclaration(1)))
+            : Value(1);
     student.finish();
     return value;
 }
@@ -154,8 +155,8 @@ QString Catalogue::GetGRXX(qint64 id)
         jet::Recordset rows;
         rows.Open(u"select *  from 信息表 where id="_s + QString::number(id), m_conn);
         const auto field = [&](const QString& name) { return rows.Fields(name).Value().text(); };
-        line = field(u"姓名"_s) + u" "_s + field(u"班级"_s) + u" 班 "_s + field(u"学号"_s)
-            + u" 号 "_s;
+        line =
+            field(u"姓名"_s) + u" "_s + field(u"班级"_s) + u" 班 "_s + field(u"学号"_s) + u" 号 "_s;
         for (const QString& name : {u"类别"_s, u"科类"_s}) {
             if (!field(name).isEmpty())
                 line += u"，"_s + field(name);

@@ -11,7 +11,7 @@ inline constexpr int FixedExamFields = 5;
 inline QString examRowSql(const QString& exam, const QString& stream)
 {
     return QStringLiteral("select * from 考试名称表 WHERE  考试名称='") + exam
-        + QStringLiteral("' and 科类='") + stream + QStringLiteral("' order by 考试编号");
+           + QStringLiteral("' and 科类='") + stream + QStringLiteral("' order by 考试编号");
 }
 
 /// The stream that lends its columns: 理 to 文, and 文 to any other.

@@ -19,8 +19,7 @@ void removeOldCopies(const QFileInfo& file)
 {
     const QRegularExpression dated(QRegularExpression::anchoredPattern(
         QRegularExpression::escape(file.fileName()) + u"_\\d{4}-\\d{2}-\\d{2}_\\d{4}\\.bak"_s));
-    QStringList copies =
-        file.dir().entryList(QDir::Files, QDir::Name).filter(dated);
+    QStringList copies = file.dir().entryList(QDir::Files, QDir::Name).filter(dated);
     while (copies.size() > copiesKept)
         file.dir().remove(copies.takeFirst());
 }
@@ -29,7 +28,7 @@ void removeOldCopies(const QFileInfo& file)
 
 QString backUpLibrary(const QString& libraryPath, const QDateTime& now)
 {
-    const QString copy = libraryPath + now.toString(u"'_'yyyy-MM-dd'_'HHmm'.bak'"_s);
+    QString copy = libraryPath + now.toString(u"'_'yyyy-MM-dd'_'HHmm'.bak'"_s);
     const QString unfinished = copy + u".tmp"_s;
     QFile::remove(unfinished);
     QFile source(libraryPath);

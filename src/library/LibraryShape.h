@@ -4,8 +4,8 @@
 
 namespace library {
 
-/// What makes a file a score library: its tables, and the indexes that an older file is given when it is
-/// first written.
+/// What makes a file a score library: its tables, and the indexes that an older file is given when
+/// it is first written.
 jet::FileShape libraryShape();
 
 } // namespace library

@@ -60,7 +60,7 @@ bool NewLibrary::createAsked(const QStringList& subjects, const QString& path)
     if (QFileInfo::exists(path)
         && MsgBox(u"文件已存在,是否覆盖原文件？"_s, u"文件已存在"_s, Buttons::OkCancel,
                   Icon::Question)
-            == Answer::Cancel) {
+               == Answer::Cancel) {
         MsgBox(u"用户取消，新建成绩库失败。"_s);
         return false;
     }

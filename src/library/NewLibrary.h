@@ -32,12 +32,12 @@ public:
     /// True if a subject is selected; otherwise the message that asks for one.
     static bool checkSelected(const QStringList& subjects);
 
-    /// Takes `path` as LibPath and makes the library there, after asking if the file exists. False if
-    /// nothing was made: no subject, no path (silently), or refused.
+    /// Takes `path` as LibPath and makes the library there, after asking if the file exists. False
+    /// if nothing was made: no subject, no path (silently), or refused.
     bool createAsked(const QStringList& subjects, const QString& path);
 
-    /// Makes the library at LibPath: copies the template over it, opens it and adds the columns of the
-    /// subjects, in the order given. A failing statement is shown and the next one runs.
+    /// Makes the library at LibPath: copies the template over it, opens it and adds the columns of
+    /// the subjects, in the order given. A failing statement is shown and the next one runs.
     void create(const QStringList& subjects);
 
 private:

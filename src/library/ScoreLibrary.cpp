@@ -72,8 +72,7 @@ void ScoreLibrary::GetBin(const jet::Field& field, const QString& fileName)
             return;
         QFile file(fileName);
         if (!file.open(QIODevice::WriteOnly) || file.write(field.GetChunk(size)) != size)
-            throw runtime::Error(
-                u"无法写入文件 %1（%2）。"_s.arg(fileName, file.errorString()));
+            throw runtime::Error(u"无法写入文件 %1（%2）。"_s.arg(fileName, file.errorString()));
     });
 }
 
@@ -83,8 +82,7 @@ void ScoreLibrary::SaveBin(const QString& fileName, jet::Field field)
     trap([&] {
         QFile file(fileName);
         if (!file.open(QIODevice::ReadOnly))
-            throw runtime::Error(
-                u"无法读取文件 %1（%2）。"_s.arg(fileName, file.errorString()));
+            throw runtime::Error(u"无法读取文件 %1（%2）。"_s.arg(fileName, file.errorString()));
         field.AppendChunk(file.readAll());
     });
 }
@@ -108,9 +106,11 @@ QString ScoreLibrary::GetPic(qint64 id)
 runtime::Value ScoreLibrary::studentId(const runtime::Value& classNumber,
                                        const runtime::Value& number)
 {
-    jet::Statement& student = Conn.prepared(
-        u"select ID from 信息表 where 班级=? and 学号=? order by rowid limit 1"_s);
-    student.bind({classNumber, number});
+    jet::Statement& student =
+        Conn.prepared(u"select ID from 信息表 where 班级=? and 学号=? order by rowid limit 1"_s);
+    student.reset();
+    student.bindValue(1, classNumber);
+    student.bindValue(2, number);
     const runtime::Value id = student.step() ? student.value(0) : runtime::Value();
     student.finish();
     return id;

@@ -22,8 +22,8 @@ public:
     explicit ScoreLibrary(const runtime::AppPaths& paths);
     ~ScoreLibrary() override;
 
-    /// Full path of the open library; "" when none is open. Callers set it, then call OpenDB. It is a
-    /// text of its own and can name a file that is not open.
+    /// Full path of the open library; "" when none is open. Callers set it, then call OpenDB. It is
+    /// a text of its own and can name a file that is not open.
     QString LibPath;
     /// LibPath up to, and not including, its last slash.
     QString LibFolder;
@@ -33,9 +33,9 @@ public:
     Catalogue catalogue;
     Settings settings;
 
-    /// Opens the file that LibPath names and loads its structure; tells by opened(). A file that does
-    /// not exist, or cannot be opened, is shown in a message and clears LibPath; a library open before
-    /// stays open.
+    /// Opens the file that LibPath names and loads its structure; tells by opened(). A file that
+    /// does not exist, or cannot be opened, is shown in a message and clears LibPath; a library
+    /// open before stays open.
     void OpenDB();
 
     /// Tells the screens that exams, students or settings changed.

@@ -48,9 +48,11 @@ QString Settings::GetXXSZ(const QString& name, const QString& stream, const QStr
                   m_conn);
         if (rows.RecordCount() == 0)
             return;
-        const auto field = [&](const QString& column) { return rows.Fields(column).Value().text(); };
+        const auto field = [&](const QString& column) {
+            return rows.Fields(column).Value().text();
+        };
         condition = subject + field(u"条件1"_s) + field(u"分数1"_s) + u" and "_s + subject
-            + field(u"条件2"_s) + field(u"分数2"_s);
+                    + field(u"条件2"_s) + field(u"分数2"_s);
     });
     return condition;
 }
@@ -64,7 +66,8 @@ void Settings::GetTJLB()
         if (codes == u"(全部)"_s || codes.isEmpty())
             return;
         CategoryFilter = u" and ("_s
-            + GetSouSuoChuan(codes, u","_s, u"类别代码"_s, Joiner::Or, Quote::None) + u")"_s;
+                         + GetSouSuoChuan(codes, u","_s, u"类别代码"_s, Joiner::Or, Quote::None)
+                         + u")"_s;
     });
 }
 
@@ -98,9 +101,8 @@ void Settings::GetZDYXS(const QString& name)
         const jet::TableColumns& fields = m_conn.columns(u"成绩表"_s);
         const QString stored = rows.Fields(u"显示项目"_s).Value().text();
         for (const QString& token : stored.split(u',')) {
-            const bool known = std::any_of(fields.begin(), fields.end(), [&](const jet::Column& c) {
-                return c.name == token;
-            });
+            const bool known = std::any_of(fields.begin(), fields.end(),
+                                           [&](const jet::Column& c) { return c.name == token; });
             if (known)
                 DisplayItems.append(token);
         }

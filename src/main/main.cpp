@@ -10,13 +10,13 @@ namespace {
 using namespace Qt::StringLiterals;
 
 /// Chinese boxes, dates and file dialogs, whatever the desktop's language is.
-void speakChinese(QApplication& application, QTranslator& translator)
+void speakChinese(QTranslator& translator)
 {
     const QLocale locale(QLocale::Chinese, QLocale::China);
     QLocale::setDefault(locale);
     if (translator.load(locale, u"qtbase"_s, u"_"_s,
                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        application.installTranslator(&translator);
+        QCoreApplication::installTranslator(&translator);
 }
 
 /// Families that have the glyphs of Chinese names, the most complete first.
@@ -33,12 +33,12 @@ QFont chineseFont()
 
 int main(int argc, char** argv)
 {
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     QApplication::setApplicationName(u"yunshan"_s);
     QApplication::setOrganizationName(u"yunshan"_s);
     QApplication::setApplicationVersion(QStringLiteral(YUNSHAN_VERSION));
     QTranslator translator;
-    speakChinese(application, translator);
+    speakChinese(translator);
     QApplication::setFont(chineseFont());
 
     runtime::ScreenDialogs dialogs;

@@ -21,8 +21,8 @@ namespace {
 QString aggregateSql(const QString& function, const QString& exam, const QString& column,
                      const QString& stream)
 {
-    return u"SELECT "_s + function + u"("_s + column + u")  from 成绩表 WHERE "_s + column +
-           u" >= 0 and 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s;
+    return u"SELECT "_s + function + u"("_s + column + u")  from 成绩表 WHERE "_s + column
+           + u" >= 0 and 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s;
 }
 
 } // namespace
@@ -65,8 +65,8 @@ double Scoring::GetPJF(const QString& exam, const QString& column, const QString
 double Scoring::GetBJPJF(const QString& exam, const QString& column, const QString& stream,
                          double classNumber)
 {
-    return mean(aggregateSql(u"Avg"_s, exam, column, stream) + u" and  班级="_s +
-                    runtime::doubleText(classNumber),
+    return mean(aggregateSql(u"Avg"_s, exam, column, stream) + u" and  班级="_s
+                    + runtime::doubleText(classNumber),
                 " - Function GetBJPJF/Mdl_MDB");
 }
 
@@ -131,10 +131,10 @@ bool Scoring::score(const QString& exam, runtime::Progress& progress)
         progress.report(text, step, steps);
         return !progress.cancelled() && Trap{tag}(work);
     };
-    return runStep(0, " - Sub Zfen/Mdl_MDB", [&] { computeStandardScores(*this, tables); }) &&
-           runStep(1, " - Sub JiSuanZF/Mdl_MDB", [&] { computeTotals(*this, tables); }) &&
-           runStep(2, " - Sub PanNJBjMC/Mdl_MDB", [&] { computeRanks(*this, tables); }) &&
-           runStep(3, " - Sub PanNJBjMC/Mdl_MDB", [&] { tables.write(); });
+    return runStep(0, " - Sub Zfen/Mdl_MDB", [&] { computeStandardScores(*this, tables); })
+           && runStep(1, " - Sub JiSuanZF/Mdl_MDB", [&] { computeTotals(*this, tables); })
+           && runStep(2, " - Sub PanNJBjMC/Mdl_MDB", [&] { computeRanks(*this, tables); })
+           && runStep(3, " - Sub PanNJBjMC/Mdl_MDB", [&] { tables.write(); });
 }
 
 } // namespace scoring

@@ -11,9 +11,10 @@ public:
     /// What the first entry of the menu says while it stands for no file.
     static const QString Placeholder;
 
-    /// Reads the list; puts `path` at its head if it is not among the first `count` yet, and rewrites the
-    /// file then. The list is in order of first opening: an entry that is there keeps its place. With an
-    /// empty `path` the first entry is given back if its file exists, "" otherwise.
+    /// Reads the list; puts `path` at its head if it is not among the first `count` yet, and
+    /// rewrites the file then. The list is in order of first opening: an entry that is there keeps
+    /// its place. With an empty `path` the first entry is given back if its file exists, ""
+    /// otherwise.
     QString MKRecent(const QString& file, const QString& path, int count);
 
     /// Captions of the menu entries: the files, or the placeholder alone.

@@ -44,8 +44,8 @@ void Selection::Command1_Click()
     jet::Recordset rows;
     for (int i = 0; i < ListKSMC.count(); ++i) {
         // The name lacks its opening apostrophe: the engine refuses, and no number is written.
-        const QString where = QString::number(i + 1) + u" where 考试名称="_s +
-                              ListKSMC.items[size_t(i)].text + u"'"_s;
+        const QString where = QString::number(i + 1) + u" where 考试名称="_s
+                              + ListKSMC.items[size_t(i)].text + u"'"_s;
         for (const QString& table : {u"成绩表"_s, u"考试名称表"_s})
             trap([&] {
                 rows.Open(u"update "_s + table + u" set 考试编号="_s + where, m_library.Conn);

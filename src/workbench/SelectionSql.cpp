@@ -52,8 +52,8 @@ void Selection::scTJ()
         Text1 = u"请选择 要导出成绩的 班级！\""_s;
         return;
     }
-    Text1 = u"select * from 成绩表 where "_s + examCondition + classCondition + filter +
-            sortOrder(*this);
+    Text1 = u"select * from 成绩表 where "_s + examCondition + classCondition + filter
+            + sortOrder(*this);
 }
 
 } // namespace workbench

@@ -53,6 +53,7 @@ void CommandZF_Click(const Selection& selection, Scoring& scoring, Progress& pro
     }
     if (progress.cancelled())
         return;
+    progress.report({}, 0, 0);
     runtime::MsgBox(u"计算总分 完成！"_s + begin + u"\n"_s + timeOfDay());
 }
 

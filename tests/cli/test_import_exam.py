@@ -283,7 +283,9 @@ class Refused(ExamTest):
     def test_the_option_for_the_exam_left_out(self):
         book = self.book("成绩.xlsx", TWO_SUBJECTS, (1, 1, "甲", 90, 80))
         before = yunshan.file_hash(self.library)
-        result = self.run_program("import-exam", self.library, book, expect=ERROR)
+        result = self.run_program("import-exam", self.library, book, expect=USAGE)
+        self.assertTrue(result.err.startswith("缺少选项 --exam。\n"))
+        result = self.run_program("import-exam", self.library, book, "--exam", "", expect=ERROR)
         self.assertEqual(result.err, "[错误] 请输入考试名称！\n")
         self.assertUntouched(before)
 

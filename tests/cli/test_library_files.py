@@ -7,7 +7,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 import yunshan
-from yunshan import ERROR
+from yunshan import ERROR, USAGE
 
 MADE = "新建数据库成功，现在将设置学生信息。\n"
 QUESTION = "[文件已存在] 文件已存在,是否覆盖原文件？"
@@ -35,7 +35,10 @@ class NewLibrary(yunshan.ProgramTest):
         self.assertEqual(self.rows("select count(*) from 颜色表"), [(16,)])
 
     def test_without_subjects_nothing_is_made(self):
-        for arguments in ((), ("--subjects", ""), ("--subjects", " , ")):
+        result = self.run_program("new", self.library, expect=USAGE)
+        self.assertTrue(result.err.startswith("缺少选项 --subjects。\n"))
+        self.assertFalse(self.library.exists())
+        for arguments in (("--subjects", ""), ("--subjects", " , ")):
             result = self.run_program("new", self.library, *arguments, expect=ERROR)
             self.assertEqual((result.out, result.err), ("", "请选择科目！\n"))
             self.assertFalse(self.library.exists())

@@ -112,7 +112,7 @@ class Info(Prepared):
         self.assertUntouched(before)
 
     def test_more_than_two_streams(self):
-        self.add_students((3, 1, "戊", "医"))
+        self.change("insert into 信息表(班级,学号,姓名,科类) values(3,1,'戊','医')")
         result = self.run_program("info", self.library, expect=ERROR)
         self.assertIn("科类设置不正确，请重新设置科类。", result.err)
 

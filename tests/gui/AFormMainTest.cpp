@@ -104,8 +104,7 @@ TEST_F(MainWindow, ARecentFileThatIsGoneIsTold)
     window->start(path);
     ASSERT_TRUE(QFile::rename(path, path + u".moved"_s));
     item(u"mfREC0"_s)->trigger();
-    EXPECT_EQ(test.dialogs.shown,
-              QStringList{u"下列文件不存在！可能被移动或改名。\n"_s + path});
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"下列文件不存在！可能被移动或改名。\n"_s + path});
 }
 
 TEST_F(MainWindow, CompactingKeepsTheDaysBackup)
@@ -130,8 +129,8 @@ TEST_F(MainWindow, AMissingHelpDocumentIsTold)
 {
     window->start(path);
     item(u"Hzt"_s)->trigger();
-    EXPECT_EQ(test.dialogs.shown, QStringList{test.paths.AppPath()
-                                              + u"云杉学业册帮助文件.doc\n\n帮助文件丢失！"_s});
+    EXPECT_EQ(test.dialogs.shown,
+              QStringList{test.paths.AppPath() + u"云杉学业册帮助文件.doc\n\n帮助文件丢失！"_s});
 }
 
 TEST_F(MainWindow, ItemsWhoseScreensComeLaterAreOffAndSaySo)

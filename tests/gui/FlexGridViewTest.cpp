@@ -3,8 +3,13 @@
 #include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMimeData>
+#include <QMouseEvent>
+#include <QPushButton>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -39,6 +44,18 @@ protected:
         view.selectionModel()->select(
             QItemSelection(view.model()->index(row, col), view.model()->index(lastRow, lastCol)),
             QItemSelectionModel::ClearAndSelect);
+    }
+
+    QPoint centre(int row, int col) const
+    {
+        return view.visualRect(view.model()->index(row, col)).center();
+    }
+
+    void turnWheel(int angle)
+    {
+        QWheelEvent turn(QPointF(50, 50), view.mapToGlobal(QPointF(50, 50)), QPoint(),
+                         QPoint(0, angle), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view.viewport(), &turn);
     }
 
     grid::FlexGrid grid;
@@ -85,31 +102,283 @@ TEST_F(GridView, FindsFromTheCurrentCellOnAndAroundTheEnd)
 
 TEST_F(GridView, FixedCellsStayWhileTheRestScrolls)
 {
-    auto* rows = view.findChild<QTableView*>(u"FixedRows"_s);
-    auto* cols = view.findChild<QTableView*>(u"FixedCols"_s);
     view.verticalScrollBar()->setValue(200);
     view.horizontalScrollBar()->setValue(150);
-    EXPECT_EQ(rows->indexAt(QPoint(5, 5)).row(), 0);
-    EXPECT_EQ(rows->horizontalScrollBar()->value(), 150);
-    EXPECT_EQ(cols->indexAt(QPoint(5, 100)).column(), 0);
-    EXPECT_EQ(cols->verticalScrollBar()->value(), 200);
+    EXPECT_EQ(view.indexAt(QPoint(5, 5)), view.model()->index(0, 0));
+    EXPECT_EQ(view.indexAt(QPoint(5, 100)).column(), 0);
+    EXPECT_GT(view.indexAt(QPoint(5, 100)).row(), 8);
+    EXPECT_EQ(view.indexAt(QPoint(300, 5)).row(), 0);
+    EXPECT_EQ(view.visualRect(view.model()->index(0, 0)).topLeft(), QPoint(0, 0));
+    const QRect heading = view.visualRect(view.model()->index(0, 5));
+    EXPECT_EQ(view.indexAt(heading.center()), view.model()->index(0, 5));
+}
+
+TEST_F(GridView, FixedCellsAreDrawnInTheColoursOfHeadings)
+{
+    for (const QColor& ground : {QColor(240, 240, 240), QColor(60, 60, 60)}) {
+        QPalette palette;
+        palette.setColor(QPalette::Button, ground);
+        view.setPalette(palette);
+        view.verticalScrollBar()->setValue(200);
+        view.horizontalScrollBar()->setValue(150);
+        const QImage picture = view.viewport()->grab().toImage();
+        EXPECT_EQ(picture.pixelColor(1, 1), ground);
+        EXPECT_EQ(picture.pixelColor(view.columnWidth(0) - 3, 150), ground);
+        EXPECT_EQ(picture.pixelColor(200, 2), ground);
+    }
 }
 
 TEST_F(GridView, TheCurrentCellNeverHidesUnderTheHeading)
 {
-    view.setCurrentIndex(view.model()->index(60, 1));
+    view.select(60, 8, 60, 8);
     for (int step = 0; step < 30; ++step)
         QTest::keyClick(&view, Qt::Key_Up);
-    const int heading = view.findChild<QTableView*>(u"FixedRows"_s)->height();
-    EXPECT_GE(view.visualRect(view.currentIndex()).top(), heading);
+    EXPECT_EQ(grid.Row, 30);
+    EXPECT_EQ(view.visualRect(view.currentIndex()).top(), view.fixedSize().height());
+    for (int step = 0; step < 7; ++step)
+        QTest::keyClick(&view, Qt::Key_Left);
+    EXPECT_EQ(grid.Col, 1);
+    EXPECT_EQ(view.visualRect(view.currentIndex()).left(), view.fixedSize().width());
+    QTest::keyClick(&view, Qt::Key_Left);
+    EXPECT_EQ(grid.Col, 1);
+}
+
+TEST_F(GridView, KeysExtendTheBlockAndPassOverHiddenColumns)
+{
+    grid.setColWidth(3, 0);
+    view.refresh();
+    view.select(5, 2, 5, 2);
+    QTest::keyClick(&view, Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(&view, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(std::tie(grid.Row, grid.Col), std::tuple(5, 2));
+    EXPECT_EQ(std::tie(grid.RowSel, grid.ColSel), std::tuple(6, 4));
+    QTest::keyClick(&view, Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(std::tie(grid.Row, grid.Col), std::tuple(99, 19));
+    QTest::keyClick(&view, Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(std::tie(grid.RowSel, grid.ColSel), std::tuple(1, 1));
+    EXPECT_EQ(view.verticalScrollBar()->value(), 0);
+    QTest::keyClick(&view, Qt::Key_PageDown);
+    EXPECT_GT(grid.Row, 5);
+    QTest::keyClick(&view, Qt::Key_PageUp);
+    EXPECT_EQ(grid.Row, 1);
+}
+
+TEST_F(GridView, AMouseDragSelectsABlockAndAClickTellsItsCell)
+{
+    const QSignalSpy clicked(&view, &FlexGridView::cellClicked);
+    const QSignalSpy released(&view, &FlexGridView::cellReleased);
+    const QPoint from = centre(7, 3);
+    const QPoint to = centre(5, 2);
+    QTest::mousePress(view.viewport(), Qt::LeftButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, to, view.viewport()->mapToGlobal(to), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view.viewport(), &move);
+    QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, to);
+    EXPECT_EQ(std::tie(grid.Row, grid.Col), std::tuple(7, 3));
+    EXPECT_EQ(std::tie(grid.RowSel, grid.ColSel), std::tuple(5, 2));
+    EXPECT_EQ(clicked.count(), 0);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, to);
+    EXPECT_EQ(clicked.value(0), (QVariantList{5, 2}));
+    EXPECT_EQ(released.value(1), (QVariantList{5, 2}));
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier, centre(6, 3));
+    EXPECT_EQ(std::tie(grid.Row, grid.Col), std::tuple(5, 2));
+    EXPECT_EQ(std::tie(grid.RowSel, grid.ColSel), std::tuple(6, 3));
+}
+
+TEST_F(GridView, AClickOnAHeadingIsToldAndSelectsWhatItStandsFor)
+{
+    const QSignalSpy clicked(&view, &FlexGridView::cellClicked);
+    view.verticalScrollBar()->setValue(500);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, centre(0, 2));
+    EXPECT_EQ(clicked.value(0), (QVariantList{0, 2}));
+    EXPECT_TRUE(view.selectionModel()->isColumnSelected(2, {}));
+    EXPECT_EQ(view.verticalScrollBar()->value(), 500);
+    EXPECT_GE(grid.Row, 1);
+    EXPECT_GE(grid.RowSel, 1);
+    const int row = view.indexAt(QPoint(5, 150)).row();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(5, 150));
+    EXPECT_EQ(clicked.value(1), (QVariantList{row, 0}));
+    EXPECT_TRUE(view.selectionModel()->isRowSelected(row, {}));
+}
+
+TEST_F(GridView, TheRightButtonAsksForTheMenuAndLeavesTheBlock)
+{
+    const QSignalSpy clicked(&view, &FlexGridView::cellClicked);
+    view.select(1, 1, 3, 3);
+    QTest::mouseClick(view.viewport(), Qt::RightButton, {}, centre(5, 2));
+    EXPECT_EQ(clicked.count(), 0);
+    EXPECT_EQ(std::tie(grid.RowSel, grid.ColSel), std::tuple(3, 3));
+}
+
+TEST_F(GridView, AnEdgeOfTheHeadingRowIsDraggedToAnotherWidth)
+{
+    const QRect heading = view.visualRect(view.model()->index(0, 2));
+    const QPoint edge(heading.right() + 2, 5);
+    const QPoint target(edge.x() + 40, 5);
+    QTest::mousePress(view.viewport(), Qt::LeftButton, {}, edge);
+    QMouseEvent move(QEvent::MouseMove, target, view.viewport()->mapToGlobal(target), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view.viewport(), &move);
+    QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, target);
+    const int width = view.columnWidth(2);
+    EXPECT_EQ(width, heading.width() + 1 + 40);
+    view.refresh();
+    EXPECT_EQ(view.columnWidth(2), width);
+    EXPECT_EQ(grid.ColWidth(1), grid::FlexGrid::DefaultColWidth);
+}
+
+TEST_F(GridView, ShowsTheBlockThatTheGridNames)
+{
+    grid.Row = 3;
+    grid.RowSel = 5;
+    grid.Col = grid.ColSel = 2;
+    view.refresh();
+    EXPECT_TRUE(view.selectionModel()->isSelected(view.model()->index(4, 2)));
+    EXPECT_FALSE(view.selectionModel()->isSelected(view.model()->index(6, 2)));
+    EXPECT_EQ(view.currentIndex(), view.model()->index(5, 2));
+}
+
+TEST_F(GridView, ScrollsNoFurtherThanTheLastRowAndNotesTheTopRow)
+{
+    const QSignalSpy scrolled(&view, &FlexGridView::scrolled);
+    turnWheel(-120 * 500);
+    EXPECT_EQ(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
+    turnWheel(120 * 500);
+    EXPECT_EQ(view.verticalScrollBar()->value(), 0);
+    EXPECT_EQ(grid.TopRow, 1);
+    turnWheel(-120);
+    EXPECT_EQ(grid.TopRow, 2);
+    turnWheel(-60);
+    EXPECT_EQ(grid.TopRow, 2);
+    turnWheel(-60);
+    EXPECT_EQ(grid.TopRow, 3);
+    EXPECT_EQ(scrolled.count(), 4);
+}
+
+TEST_F(GridView, KeepsItsPlaceWhenRefreshed)
+{
+    view.verticalScrollBar()->setValue(300);
+    const QSignalSpy scrolled(&view, &FlexGridView::scrolled);
+    view.refresh();
+    EXPECT_EQ(view.verticalScrollBar()->value(), 300);
+    EXPECT_EQ(scrolled.count(), 0);
+}
+
+TEST_F(GridView, ShowsNothingNewWhileRedrawIsOff)
+{
+    grid.Redraw = false;
+    grid.setRows(5);
+    view.refresh();
+    EXPECT_EQ(view.model()->rowCount(), 100);
+    EXPECT_FALSE(view.model()->index(50, 1).data().isValid());
+    grid.Redraw = true;
+    view.refresh();
+    EXPECT_EQ(view.model()->rowCount(), 5);
+}
+
+TEST_F(GridView, IsHiddenAndShownWithTheGrid)
+{
+    grid.Visible = false;
+    view.refresh();
+    EXPECT_TRUE(view.isHidden());
+    grid.Visible = true;
+    view.refresh();
+    EXPECT_FALSE(view.isHidden());
+}
+
+TEST_F(GridView, AnEmptyGridIsShownWithoutHarm)
+{
+    grid.setRows(0);
+    grid.setCols(0);
+    view.refresh();
+    view.grab();
+    for (const auto key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_End, Qt::Key_Home, Qt::Key_PageDown})
+        QTest::keyClick(&view, key);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(20, 20));
+    turnWheel(-120);
+    EXPECT_EQ(view.model()->rowCount(), 0);
+}
+
+TEST_F(GridView, RowsHoldAsManyLinesAsTheirHeightsSay)
+{
+    const int line = view.fontMetrics().height();
+    const int one = view.rowHeight(2);
+    EXPECT_GT(one, line);
+    grid.setRowHeight(3, 4 * grid.RowHeight(2));
+    grid.setRowHeight(4, 0);
+    view.refresh();
+    EXPECT_EQ(view.rowHeight(3), one + 3 * line);
+    EXPECT_TRUE(view.isRowHidden(4));
+}
+
+TEST_F(GridView, AlignsAsTheControlDoes)
+{
+    grid.setTextMatrix(1, 1, u"90.5"_s);
+    grid.setTextMatrix(1, 2, u"缺考"_s);
+    const auto aligned = [&](int col) {
+        return Qt::Alignment(view.model()->index(1, col).data(Qt::TextAlignmentRole).toInt());
+    };
+    EXPECT_EQ(aligned(1), Qt::AlignRight | Qt::AlignVCenter);
+    EXPECT_EQ(aligned(2), Qt::AlignLeft | Qt::AlignVCenter);
+    const std::map<int, Qt::Alignment> codes{{0, Qt::AlignLeft | Qt::AlignVCenter},
+                                             {1, Qt::AlignLeft | Qt::AlignVCenter},
+                                             {4, Qt::AlignHCenter | Qt::AlignVCenter},
+                                             {7, Qt::AlignRight | Qt::AlignVCenter},
+                                             {3, Qt::AlignHCenter | Qt::AlignTop}};
+    for (const auto& [code, alignment] : codes) {
+        grid.setColAlignment(-1, code);
+        EXPECT_EQ(aligned(1), alignment) << code;
+    }
+}
+
+TEST_F(GridView, TheFindBarGoesOnAndBackAndSaysWhenThereIsNothing)
+{
+    view.activateWindow();
+    QTest::keyClick(&view, Qt::Key_F, Qt::ControlModifier);
+    auto* bar = view.findChild<QWidget*>(u"FindBar"_s);
+    auto* text = view.findChild<QLineEdit*>(u"FindText"_s);
+    auto* result = view.findChild<QLabel*>(u"FindResult"_s);
+    ASSERT_TRUE(bar->isVisible());
+    QTest::keyClicks(text, u"9,19"_s);
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(std::tie(grid.Row, grid.Col), std::tuple(9, 19));
+    QTest::mouseClick(view.findChild<QPushButton*>(u"FindNext"_s), Qt::LeftButton);
+    EXPECT_EQ(grid.Row, 19);
+    QTest::mouseClick(view.findChild<QPushButton*>(u"FindPrevious"_s), Qt::LeftButton);
+    EXPECT_EQ(grid.Row, 9);
+    QTest::keyClick(text, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(grid.Row, 99);
+    EXPECT_EQ(result->text(), QString());
+    text->setText(u"没有的"_s);
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(result->text(), u"没有找到"_s);
+    QTest::keyClick(text, Qt::Key_Escape);
+    EXPECT_FALSE(bar->isVisible());
+}
+
+TEST_F(GridView, ACopyOfAllHoldsTheHeadingsButNoHiddenColumn)
+{
+    grid.setRows(2);
+    grid.setCols(3);
+    grid.setColWidth(1, 0);
+    grid.setTextMatrix(0, 2, u"语文\r\n\"参试\""_s);
+    grid.setTextMatrix(1, 2, u"0805"_s);
+    grid.setTextMatrix(1, 0, u"<b>"_s);
+    view.refresh();
+    QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    const QMimeData* copied = QApplication::clipboard()->mimeData();
+    EXPECT_EQ(copied->text(), u"0,0\t\"语文\n\"\"参试\"\"\"\r\n<b>\t0805\r\n"_s);
+    EXPECT_EQ(
+        copied->html(),
+        u"<table><tr><td>0,0</td><td>语文<br>&quot;参试&quot;</td></tr>"
+        "<tr><td>&lt;b&gt;</td><td style=\"mso-number-format:'\\@'\">0805</td></tr></table>"_s);
 }
 
 TEST_F(GridView, TheWheelMovesOneRowANotch)
 {
     const int row = view.rowHeight(5);
-    QWheelEvent notch(QPointF(50, 50), view.mapToGlobal(QPointF(50, 50)), QPoint(), QPoint(0, -120),
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(view.viewport(), &notch);
+    turnWheel(-120);
     EXPECT_EQ(view.verticalScrollBar()->value(), row);
 }
 
@@ -135,6 +404,17 @@ TEST_F(GridView, EqualNeighboursOfMarkedRowsAreShownAsOneCell)
 TEST_F(GridView, ATipShowsTheWholeText)
 {
     EXPECT_EQ(view.model()->index(1, 1).data(Qt::ToolTipRole).toString(), u"1,1"_s);
+    grid.setTextMatrix(1, 1, u"<b>甲"_s);
+    EXPECT_EQ(view.model()->index(1, 1).data(Qt::ToolTipRole).toString(),
+              u"<span>&lt;b&gt;甲</span>"_s);
+}
+
+TEST_F(GridView, OneCellIsShownAnew)
+{
+    const QSignalSpy changed(view.model(), &QAbstractItemModel::dataChanged);
+    grid.setTextMatrix(2, 2, u"新"_s);
+    view.refreshCell(2, 2);
+    EXPECT_EQ(changed.value(0).value(0).toModelIndex(), view.model()->index(2, 2));
 }
 
 } // namespace

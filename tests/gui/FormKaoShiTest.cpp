@@ -44,10 +44,7 @@ protected:
         return widget;
     }
 
-    void press(const QString& name)
-    {
-        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
-    }
+    void press(const QString& name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
 
     void clickItem(const QString& list, int row, Qt::KeyboardModifiers keys = Qt::NoModifier)
     {
@@ -127,8 +124,7 @@ TEST_F(Workbench, MovingTheExamChangesTheListAlone)
               u"2"_s);
     clickItem(u"ListKSMC"_s, 1, Qt::ControlModifier);
     press(u"CommandUP"_s);
-    EXPECT_EQ(test.dialogs.shown,
-              QStringList{u"本操作要求只能选中一次考试，请选择一次考试！"_s});
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"本操作要求只能选中一次考试，请选择一次考试！"_s});
 }
 
 TEST_F(Workbench, WithoutALibraryTheCommandsAreOff)

@@ -153,6 +153,24 @@ TEST_F(ExamImportTest, ScoreThatDoesNotFitCostsItsFieldAndOneMessage)
     EXPECT_EQ(scoreRows(u"语文,数学"_s), u"NULL|90"_s);
 }
 
+TEST_F(ExamImportTest, ColumnMissingInTheScoreTableCostsAMessageOnEachRow)
+{
+    library.execute(u"ALTER TABLE 成绩表 DROP COLUMN 数学"_s);
+    const Rows rows{
+        heads({u"数学"_s, u"语文"_s}), {1, 1, u"王芳"_s, 80, 90}, {1, 2, u"陈静"_s, 81, 91}};
+    for (const ExamChoice choice : {ExamChoice::Typed, ExamChoice::PickedFromList}) {
+        sheet(rows);
+        request.examChoice = choice;
+        if (choice == ExamChoice::PickedFromList)
+            pick();
+        dialogs.failures.clear();
+        EXPECT_EQ(run(), ImportResult::Finished);
+        const QString message = u"没有名为“数学”的列。 - Private Sub Command1_Click/FormDaoRu"_s;
+        EXPECT_EQ(dialogs.failures, (QStringList{message, message}));
+        EXPECT_EQ(scoreRows(u"姓名,语文"_s), u"王芳|90 / 陈静|91"_s);
+    }
+}
+
 TEST_F(ExamImportTest, TotalWithoutAFormulaIsReported)
 {
     library.execute(u"delete * from 总分公式"_s);
@@ -231,6 +249,17 @@ TEST_F(ExamImportTest, StreamAndCategoryAreThoseOfTheClasssFirstStudent)
     sheet({heads({u"语文"_s}), {3, 2, u"乙"_s, 90}});
     run();
     EXPECT_EQ(scoreRows(u"科类,类别代码"_s), u"理|4"_s);
+}
+
+TEST_F(ExamImportTest, SecondRunAsksTheClassesAnew)
+{
+    importing::ExamImport import(library.scores, intake, state, screens, progress);
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 90}});
+    import.run(request);
+    library.execute(u"update 信息表 set 科类='理',类别代码=3 where 班级=1"_s);
+    request.examName = u"期末"_s;
+    import.run(request);
+    EXPECT_EQ(scoreRows(u"考试名称,科类,类别代码"_s), u"期中|文|1 / 期末|理|3"_s);
 }
 
 TEST_F(ExamImportTest, RefusedStudentStillGetsAScoreRowWithoutId)

@@ -206,6 +206,46 @@ TEST_F(StudentImportTest, CancelWritesNothing)
     EXPECT_EQ(dialogs.shown, QStringList());
 }
 
+TEST_F(StudentImportTest, OnceFinishedTheNewClassesAreKnownAndTheChangeIsTold)
+{
+    QStringList told;
+    QObject::connect(&library.scores, &library::ScoreLibrary::changed, [&] {
+        told = library.scores.catalogue.Streams;
+        EXPECT_EQ(dialogs.shown, QStringList()) << "the lists stand before the message";
+    });
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s},
+           {1, 1, u"王芳"_s, u"文"_s},
+           {3, 1, u"陈静"_s, u"理"_s},
+           {3, 2, u"李强"_s, u"理"_s}});
+    run();
+    EXPECT_EQ(told, (QStringList{u"文"_s, u"理"_s}));
+    const auto& classes = library.scores.catalogue.ClassTable;
+    ASSERT_EQ(classes.size(), 2U);
+    ASSERT_EQ(classes[1].size(), 1U);
+    EXPECT_EQ(classes[1][0].number, 3);
+    EXPECT_EQ(classes[1][0].students, 2);
+}
+
+TEST_F(StudentImportTest, ThirdStreamIsToldOnceTheListIsIn)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s},
+           {1, 1, u"王芳"_s, u"文"_s},
+           {2, 1, u"陈静"_s, u"理"_s},
+           {3, 1, u"李强"_s, u"医"_s}});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(dialogs.shown, (QStringList{u"科类设置不正确，请重新设置科类。"_s, u"导入完成！"_s}));
+}
+
+TEST_F(StudentImportTest, StoppedImportTellsOfNoChange)
+{
+    bool told = false;
+    QObject::connect(&library.scores, &library::ScoreLibrary::changed, [&] { told = true; });
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}, {1, 2, u"陈静"_s}});
+    progress.cancelAfter = 1;
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_FALSE(told);
+}
+
 TEST_F(StudentImportTest, TellsWhereItStands)
 {
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}});

@@ -174,8 +174,7 @@ TEST_F(DatedCopies, StandBesideTheLibraryAndTheNewestFiveAreKept)
               (QStringList{u"一中.CJK"_s, u"一中.CJK_2026-03-09_.bak"_s,
                            u"一中.CJK_2026-03-09_0706.bak"_s, u"一中.CJK_2026-03-09_0707.bak"_s,
                            u"一中.CJK_2026-03-09_0708.bak"_s, u"一中.CJK_2026-03-09_0709.bak"_s,
-                           u"一中.CJK_2026-03-09_0710.bak"_s,
-                           u"二中.CJK_2020-01-01_0101.bak"_s}));
+                           u"一中.CJK_2026-03-09_0710.bak"_s, u"二中.CJK_2020-01-01_0101.bak"_s}));
 }
 
 TEST_F(DatedCopies, OneOfTheSameMinuteIsReplaced)

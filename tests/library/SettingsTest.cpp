@@ -17,7 +17,8 @@ protected:
 
     void setCategories(const QString& value)
     {
-        test.execute(u"update 设置表 set 设置='%1' where 名称='参与统计的学生类别代码'"_s.arg(value));
+        test.execute(
+            u"update 设置表 set 设置='%1' where 名称='参与统计的学生类别代码'"_s.arg(value));
         settings().GetTJLB();
     }
 

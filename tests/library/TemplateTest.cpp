@@ -32,9 +32,10 @@ TEST_F(Template, HasTheTablesInTheirOrder)
 
 TEST_F(Template, HasTheFixedColumns)
 {
-    EXPECT_EQ(columns(u"信息表"_s),
-              u"ID 班级 学号 姓名 科类 类别代码 类别 性别 出生时间 入学时间 学籍号 原毕业学校 身份证 "
-              "民族 籍贯 备注 照片名 照片"_s);
+    EXPECT_EQ(
+        columns(u"信息表"_s),
+        u"ID 班级 学号 姓名 科类 类别代码 类别 性别 出生时间 入学时间 学籍号 原毕业学校 身份证 "
+        "民族 籍贯 备注 照片名 照片"_s);
     EXPECT_TRUE(columns(u"成绩表"_s)
                     .startsWith(u"id 班级 学号 姓名 类别代码 科类 考试名称 考试编号 语文"_s));
     EXPECT_TRUE(columns(u"考试名称表"_s).startsWith(u"ID 考试名称 科类 考试编号 备注 语文"_s));
@@ -50,7 +51,8 @@ TEST_F(Template, HasTheSettingsInOrderWithoutGaps)
               "11|各科最低分 / 12|各科标准差 / 13|各分数段人数 / 14|总分上线人数 / "
               "15|各名次段均分 / 16|各名次段人数 / 17|历次各名次段人数对比 / 18|考试人数 / "
               "19|历次考试进入年级前x名人数  / 20|历次总分上线人数 / 21|进行对比分析的考试"_s);
-    EXPECT_EQ(test.rows(u"select count(*) from 设置表 where 各科条件='点此设置各科条件'"_s), u"6"_s);
+    EXPECT_EQ(test.rows(u"select count(*) from 设置表 where 各科条件='点此设置各科条件'"_s),
+              u"6"_s);
     EXPECT_EQ(test.rows(u"select 设置 from 设置表 where ID in (1,3,4,5,6,7,8,13)"_s),
               u"10z+50 / [0.9,1] / [0,0.4) / [0.85,1] / [0.75,0.85) / [0.6,1] / [0,0.4) / "
               "单科10,总分50"_s);

@@ -86,8 +86,8 @@ private:
     double aggregate(const QString& function, const QString& subject, const QString& stream)
     {
         jet::Recordset rows;
-        rows.Open(u"select "_s + function + u'(' + subject + u')' + where(stream) + u" and "_s +
-                      subject + u">=0"_s,
+        rows.Open(u"select "_s + function + u'(' + subject + u')' + where(stream) + u" and "_s
+                      + subject + u">=0"_s,
                   m_conn);
         return rows.Fields(0).Value().toDouble();
     }

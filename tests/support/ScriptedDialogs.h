@@ -24,7 +24,8 @@ public:
     /// Answers every question whose text contains `part`.
     void always(const QString& part, runtime::Answer answer);
 
-    /// Texts of all boxes shown, questions and failures in one order; a titled box as "title: text".
+    /// Texts of all boxes shown, questions and failures in one order; a titled box as "title:
+    /// text".
     QStringList shown;
     /// Texts of the questions alone, and of the trapped failures alone.
     QStringList questions;

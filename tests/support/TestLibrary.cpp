@@ -115,7 +115,8 @@ runtime::AppPaths TestLibrary::makeAppFolder(const QString& folder)
     const QDir shipped(QStringLiteral(YUNSHAN_PROGRAM_FOLDER));
     QFile::copy(shipped.filePath(QStringLiteral("MFC.dll")),
                 app.filePath(QStringLiteral("MFC.dll")));
-    const QStringList texts = QDir(shipped.filePath(QStringLiteral("data"))).entryList({QStringLiteral("*.txt")});
+    const QStringList texts =
+        QDir(shipped.filePath(QStringLiteral("data"))).entryList({QStringLiteral("*.txt")});
     for (const QString& name : texts)
         QFile::copy(shipped.filePath(QStringLiteral("data/") + name),
                     app.filePath(QStringLiteral("data/") + name));

@@ -30,14 +30,14 @@ public:
     QString file(const QString& name) const { return folder.filePath(name); }
 
     /// Adds a row to 信息表 and gives its ID.
-    qint64 addStudent(double classNumber, double number, const QString& name,
-                      const QString& stream, double category = 1);
+    qint64 addStudent(double classNumber, double number, const QString& name, const QString& stream,
+                      double category = 1);
 
     /// Adds a row to 考试名称表: full marks of subjects (numbers), formulas of totals (texts).
     void addExam(const QString& exam, const QString& stream, int number, NamedValues columns);
 
-    /// Adds a row to 成绩表 for a student, whose name, stream, category and ID are looked up by class
-    /// and number.
+    /// Adds a row to 成绩表 for a student, whose name, stream, category and ID are looked up by
+    /// class and number.
     void addScores(const QString& exam, double classNumber, double number, NamedValues columns);
 
     /// Runs a statement without rows.

@@ -49,8 +49,9 @@ protected:
 TEST_F(BrowseTest, RawScoresComeWithGradeRanksAndTotalsAlsoWithClassRanks)
 {
     browse.MKzdyxs();
-    EXPECT_EQ(items(), head + QStringList({u"语文"_s, u"语文年名"_s, u"数学"_s, u"数学年名"_s,
-                                           u"总分"_s, u"总分年名"_s, u"总分班名"_s}));
+    EXPECT_EQ(items(), head
+                           + QStringList({u"语文"_s, u"语文年名"_s, u"数学"_s, u"数学年名"_s,
+                                          u"总分"_s, u"总分年名"_s, u"总分班名"_s}));
 }
 
 TEST_F(BrowseTest, ZScoresComeWithoutRanks)

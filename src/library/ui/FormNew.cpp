@@ -17,8 +17,10 @@ using runtime::label;
 using runtime::named;
 
 FormNew::FormNew(ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs, QWidget* parent)
-    : Screen(u"FormNew"_s, u"新建成绩库"_s, parent), m_newLibrary(scoreLibrary),
-      m_library(scoreLibrary), m_dialogs(dialogs)
+    : Screen(u"FormNew"_s, u"新建成绩库"_s, parent),
+      m_newLibrary(scoreLibrary),
+      m_library(scoreLibrary),
+      m_dialogs(dialogs)
 {
     build();
     connect(List1, &QListWidget::itemClicked, this, &FormNew::List1_Click);
@@ -40,7 +42,8 @@ void FormNew::build()
     Command1 = button(u"Command1"_s, u"确定(&O)"_s, this);
     Command2 = button(u"Command2"_s, u"取消(&C)"_s, this);
     Command3 = button(u"Command3"_s, u"修改科目(&E)"_s, this);
-    auto* Label2 = label(u"Label2"_s, u"其中末尾含[总分]表示需要设置相应公式计算生成"_s, nullptr, this);
+    auto* Label2 =
+        label(u"Label2"_s, u"其中末尾含[总分]表示需要设置相应公式计算生成"_s, nullptr, this);
     Label2->setWordWrap(true);
     auto* layout = new QGridLayout(this);
     layout->addWidget(label(u"Label1"_s, u"请为新成绩库选择科目"_s, List1, this), 0, 0, 1, 3);

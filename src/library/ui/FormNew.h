@@ -33,11 +33,11 @@ private:
     NewLibrary m_newLibrary;
     ScoreLibrary& m_library;
     runtime::ScreenDialogs& m_dialogs;
-    QListWidget* List1;
-    QLineEdit* Text1;
-    QPushButton* Command1;
-    QPushButton* Command2;
-    QPushButton* Command3;
+    QListWidget* List1 = nullptr;
+    QLineEdit* Text1 = nullptr;
+    QPushButton* Command1 = nullptr;
+    QPushButton* Command2 = nullptr;
+    QPushButton* Command3 = nullptr;
 };
 
 } // namespace library

@@ -20,7 +20,7 @@ private:
     void Command1_Click();
 
     const runtime::AppPaths& m_paths;
-    QPlainTextEdit* Text2;
+    QPlainTextEdit* Text2 = nullptr;
 };
 
 } // namespace library

@@ -14,7 +14,7 @@ constexpr int lastGridColumn = 16384;
 
 struct Cell
 {
-    int column;
+    int column = 0;
     runtime::Value value;
 };
 

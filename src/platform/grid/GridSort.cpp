@@ -73,8 +73,8 @@ void FlexGrid::Sort(int code)
     const SortKind kind = SortKind((code + 1) / 2);
     const SortOrder order = code % 2 == 1 ? SortOrder::Ascending : SortOrder::Descending;
     const bool numeric =
-        kind == SortKind::Numeric ||
-        (kind == SortKind::Generic && std::all_of(cells.begin(), cells.end(), isNumber));
+        kind == SortKind::Numeric
+        || (kind == SortKind::Generic && std::all_of(cells.begin(), cells.end(), isNumber));
     if (numeric)
         sortNumbers(m_cells, first, order, cells);
     else

@@ -4,79 +4,116 @@ namespace grid {
 
 namespace {
 
-/// Collects blocks and remembers which cells they took.
-class Collector
+/// Merging free of what stands to the left of a column; every other code takes it into account.
+constexpr int MergeFree = 1;
+
+/// Finds the blocks from the top left to the bottom right.
+class Blocks
 {
 public:
-    explicit Collector(const FlexGrid& grid)
-        : m_grid(grid), m_taken(size_t(grid.Rows()) * size_t(grid.Cols()), 0)
-    {
-    }
+    explicit Blocks(const FlexGrid& grid) : m_grid(grid) {}
 
-    void alongRow(int row)
+    std::vector<GridSpan> all()
     {
-        for (int begin = 0; begin < m_grid.Cols();) {
-            int end = begin + 1;
-            while (end < m_grid.Cols() && end != m_grid.FixedCols && same(row, begin, row, end))
-                ++end;
-            take({row, begin, 1, end - begin});
-            begin = end;
+        std::vector<GridSpan> spans;
+        for (int row = 0; row < m_grid.Rows(); ++row) {
+            if (m_grid.MergeRow(row))
+                takeRow(row, spans);
+            else
+                takeMarkedColumns(row, spans);
         }
+        return spans;
     }
-
-    void downColumn(int col)
-    {
-        for (int begin = 0; begin < m_grid.Rows();) {
-            int end = begin + 1;
-            while (end < m_grid.Rows() && end != m_grid.FixedRows && same(begin, col, end, col)
-                   && !taken(begin, col) && !taken(end, col))
-                ++end;
-            take({begin, col, end - begin, 1});
-            begin = end;
-        }
-    }
-
-    std::vector<GridSpan> spans;
 
 private:
-    bool same(int row, int col, int otherRow, int otherCol) const
+    void takeRow(int row, std::vector<GridSpan>& spans)
     {
-        return m_grid.TextMatrix(row, col) == m_grid.TextMatrix(otherRow, otherCol);
+        for (int col = 0; col < m_grid.Cols();) {
+            const int end = runEnd(row, col);
+            take({row, col, 1, end - col}, spans);
+            col = end;
+        }
     }
 
-    char& taken(int row, int col) { return m_taken[size_t(row) * size_t(m_grid.Cols()) + size_t(col)]; }
-
-    void take(const GridSpan& span)
+    void takeMarkedColumns(int row, std::vector<GridSpan>& spans)
     {
-        if (span.rows * span.cols < 2)
+        for (const int col : m_grid.mergeCols())
+            take({row, col, 1, 1}, spans);
+    }
+
+    /// Grows the block downward and keeps it, unless a block from above holds it already.
+    void take(GridSpan span, std::vector<GridSpan>& spans)
+    {
+        if (span.row > 0 && continues(span, span.row - 1, span.row))
             return;
-        for (int row = span.row; row < span.row + span.rows; ++row) {
-            for (int col = span.col; col < span.col + span.cols; ++col)
-                taken(row, col) = 1;
+        while (span.row + span.rows < m_grid.Rows()
+               && continues(span, span.row + span.rows - 1, span.row + span.rows))
+            ++span.rows;
+        if (span.rows > 1 || span.cols > 1)
+            spans.push_back(span);
+    }
+
+    /// Whether the columns of the block form one with each other in both rows, one below the other.
+    bool continues(const GridSpan& span, int upper, int lower) const
+    {
+        if (lower == m_grid.FixedRows || !isRun(upper, span) || !isRun(lower, span))
+            return false;
+        for (int col = span.col; col < span.col + span.cols; ++col) {
+            if (!m_grid.MergeCol(col) || !same(upper, col, lower, col))
+                return false;
         }
-        spans.push_back(span);
+        return m_grid.MergeCells == MergeFree || sameToTheLeft(span.col, upper, lower);
+    }
+
+    bool sameToTheLeft(int col, int upper, int lower) const
+    {
+        for (const int left : m_grid.mergeCols()) {
+            if (left < col && !same(upper, left, lower, left))
+                return false;
+        }
+        return true;
+    }
+
+    /// Whether the row's run at the block's first column has the block's width.
+    bool isRun(int row, const GridSpan& span) const
+    {
+        const bool marked = m_grid.MergeRow(row);
+        if (marked && span.col > 0 && joined(row, span.col - 1))
+            return false;
+        return (marked ? runEnd(row, span.col) : span.col + 1) == span.col + span.cols;
+    }
+
+    int runEnd(int row, int col) const
+    {
+        int end = col + 1;
+        while (end < m_grid.Cols() && joined(row, end - 1))
+            ++end;
+        return end;
+    }
+
+    /// Whether a cell of a marked row merges with its right neighbour.
+    bool joined(int row, int col) const
+    {
+        return col + 1 != m_grid.FixedCols && same(row, col, row, col + 1);
+    }
+
+    /// Empty cells are not the same: there is nothing to show once.
+    bool same(int row, int col, int otherRow, int otherCol) const
+    {
+        const QString& text = m_grid.TextMatrix(row, col);
+        return !text.isEmpty() && text == m_grid.TextMatrix(otherRow, otherCol);
     }
 
     const FlexGrid& m_grid;
-    std::vector<char> m_taken;
 };
 
 } // namespace
 
 std::vector<GridSpan> gridSpans(const FlexGrid& grid)
 {
-    Collector collector(grid);
-    if (grid.MergeCells == 0)
+    if (grid.MergeCells == 0 || (grid.mergeRows().empty() && grid.mergeCols().empty()))
         return {};
-    for (const int row : grid.mergeRows()) {
-        if (row < grid.Rows())
-            collector.alongRow(row);
-    }
-    for (const int col : grid.mergeCols()) {
-        if (col < grid.Cols())
-            collector.downColumn(col);
-    }
-    return collector.spans;
+    return Blocks(grid).all();
 }
 
 } // namespace grid

@@ -75,8 +75,8 @@ double numberOf(const Value& value, const QString& columnName)
 template <class Whole> Value wholeNumber(double number, const QString& columnName)
 {
     const double rounded = std::nearbyint(number);
-    if (!(rounded >= double(std::numeric_limits<Whole>::min()) &&
-          rounded <= double(std::numeric_limits<Whole>::max())))
+    if (!(rounded >= double(std::numeric_limits<Whole>::min())
+          && rounded <= double(std::numeric_limits<Whole>::max())))
         refuse(columnName, runtime::doubleText(number), u"数字太大"_s);
     return Value(qint64(rounded));
 }

@@ -132,8 +132,8 @@ std::shared_ptr<Statement> Connection::sharedStatement(const QString& sql)
 
 bool Connection::batchBroken() const
 {
-    return d->batchDepth > 0 && d->handle &&
-           (d->batchFailed || sqlite3_get_autocommit(d->handle.get()));
+    return d->batchDepth > 0 && d->handle
+           && (d->batchFailed || sqlite3_get_autocommit(d->handle.get()));
 }
 
 void Connection::checkWritable()

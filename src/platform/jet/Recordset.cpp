@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 struct Recordset::Private
 {
     std::unique_ptr<RowSource> rows;
-    std::map<int, runtime::Value> pending;
+    FieldValues pending;
     bool adding = false;
 };
 
@@ -125,7 +125,7 @@ void Recordset::Update()
 {
     Private& state = open();
     const bool adding = std::exchange(state.adding, false);
-    const std::map<int, runtime::Value> values = std::exchange(state.pending, {});
+    const FieldValues values = std::exchange(state.pending, {});
     if (adding)
         state.rows->insert(values);
     else if (!values.empty())
@@ -145,9 +145,8 @@ qint64 Recordset::lastInsertId() const
 runtime::Value Field::Value() const
 {
     Recordset::Private& state = m_rows->open();
-    const auto pending = state.pending.find(m_position);
-    if (pending != state.pending.end())
-        return pending->second;
+    if (const runtime::Value* pending = state.pending.find(m_position))
+        return *pending;
     return state.adding ? runtime::Value() : state.rows->value(m_position);
 }
 
@@ -157,7 +156,7 @@ void Field::setValue(const runtime::Value& value)
     if (!state.adding && state.rows->atEnd())
         throw Error(Failure::Sql, u"没有当前记录。"_s);
     const Column& column = state.rows->columns().at(m_position);
-    state.pending.insert_or_assign(m_position, column.type.converted(value, column.name));
+    state.pending.assign(m_position, column.type.converted(value, column.name));
 }
 
 QString Field::Name() const
@@ -179,9 +178,8 @@ QByteArray Field::GetChunk(qint64 length) const
 
 void Field::AppendChunk(const QByteArray& bytes)
 {
-    const auto& pending = m_rows->open().pending;
-    const auto found = pending.find(m_position);
-    setValue(found == pending.end() ? bytes : found->second.toBytes() + bytes);
+    const runtime::Value* pending = m_rows->open().pending.find(m_position);
+    setValue(pending ? pending->toBytes() + bytes : bytes);
 }
 
 } // namespace jet

@@ -8,12 +8,12 @@ namespace jet {
 using namespace Qt::StringLiterals;
 using runtime::Value;
 
-void RowSource::insert(const std::map<int, Value>&)
+void RowSource::insert(const FieldValues&)
 {
     throw Error(Failure::Sql, u"这样的查询结果只能看，不能修改。"_s);
 }
 
-void RowSource::update(const std::map<int, Value>& values)
+void RowSource::update(const FieldValues& values)
 {
     insert(values);
 }
@@ -76,8 +76,8 @@ Keyset::Keyset(Connection& connection, const TableQuery& query, Trust trust)
     QString sql = u"select rowid from "_s + m_table;
     if (!query.where.isEmpty())
         sql += u" where "_s + query.where;
-    sql += u" order by "_s + (query.orderBy.isEmpty() ? QString() : query.orderBy + u", "_s) +
-           u"rowid"_s;
+    sql += u" order by "_s + (query.orderBy.isEmpty() ? QString() : query.orderBy + u", "_s)
+           + u"rowid"_s;
     m_keyStatement = std::make_unique<Statement>(connection, sql, trust);
 }
 
@@ -183,7 +183,7 @@ QString Keyset::writerText(const std::vector<int>& columns, Write write) const
 }
 
 /// The statement that writes these fields; row after row it is the same one.
-Statement& Keyset::writer(const std::map<int, Value>& values, Write write)
+Statement& Keyset::writer(const FieldValues& values, Write write)
 {
     std::vector<int> columns;
     columns.reserve(values.size());
@@ -201,7 +201,7 @@ Statement& Keyset::writer(const std::map<int, Value>& values, Write write)
     return *m_writer;
 }
 
-void Keyset::insert(const std::map<int, Value>& values)
+void Keyset::insert(const FieldValues& values)
 {
     writer(values, Write::Insert).run();
     m_lastInsertId = sqlite3_last_insert_rowid(m_connection.handle());
@@ -211,7 +211,7 @@ void Keyset::insert(const std::map<int, Value>& values)
         m_keys.push_back(m_lastInsertId);
 }
 
-void Keyset::update(const std::map<int, Value>& values)
+void Keyset::update(const FieldValues& values)
 {
     Statement& statement = writer(values, Write::Update);
     statement.bindInteger(int(values.size()) + 1, currentKey());

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <map>
 #include <optional>
 #include <vector>
 
 #include "platform/jet/Connection.h"
+#include "platform/jet/FieldValues.h"
 #include "platform/jet/Sql.h"
 
 namespace jet {
@@ -23,8 +23,8 @@ public:
     virtual runtime::Value value(int column) = 0;
 
     /// Writing; a snapshot throws Error.
-    virtual void insert(const std::map<int, runtime::Value>& values);
-    virtual void update(const std::map<int, runtime::Value>& values);
+    virtual void insert(const FieldValues& values);
+    virtual void update(const FieldValues& values);
     virtual qint64 lastInsertId() const { return 0; }
 
 protected:
@@ -61,8 +61,8 @@ public:
     bool atEnd() override;
     void moveNext() override;
     runtime::Value value(int column) override;
-    void insert(const std::map<int, runtime::Value>& values) override;
-    void update(const std::map<int, runtime::Value>& values) override;
+    void insert(const FieldValues& values) override;
+    void update(const FieldValues& values) override;
     qint64 lastInsertId() const override { return m_lastInsertId; }
 
 private:
@@ -71,7 +71,7 @@ private:
     void takeKeys();
     qint64 currentKey();
     void fetch();
-    Statement& writer(const std::map<int, runtime::Value>& values, Write write);
+    Statement& writer(const FieldValues& values, Write write);
     QString writerText(const std::vector<int>& columns, Write write) const;
 
     Connection& m_connection;

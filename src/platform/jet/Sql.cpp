@@ -107,9 +107,9 @@ private:
 bool startsWithOneOf(const QString& sql, std::initializer_list<QStringView> words)
 {
     const std::optional<Tokens> tokens = sqlTokens(sql);
-    return tokens && !tokens->empty() &&
-           std::any_of(words.begin(), words.end(),
-                       [&](QStringView word) { return tokens->front().is(word); });
+    return tokens && !tokens->empty()
+           && std::any_of(words.begin(), words.end(),
+                          [&](QStringView word) { return tokens->front().is(word); });
 }
 
 /// Position of a word outside all round brackets, from `from` on; -1 if there is none.
@@ -161,8 +161,8 @@ QString declaration(const Tokens& tokens, int first)
 {
     const int count = int(tokens.size()) - first;
     const QString word = count > 0 ? tokens[first].text.toLower() : QString();
-    if (count == 4 && word == "text"_L1 && tokens[first + 1].isSign(u'(') &&
-        tokens[first + 3].isSign(u')')) {
+    if (count == 4 && word == "text"_L1 && tokens[first + 1].isSign(u'(')
+        && tokens[first + 3].isSign(u')')) {
         const int length = tokens[first + 2].text.toInt();
         return length >= 1 && length <= 255 ? u"text(%1) COLLATE NOCASE"_s.arg(length) : QString();
     }
@@ -190,12 +190,13 @@ QString declaration(const Tokens& tokens, int first)
 /// `ALTER TABLE T add [COLUMN] name type`.
 std::optional<QString> addColumn(const Tokens& tokens)
 {
-    if (tokens.size() < 4 || !tokens[0].is(u"alter") || !tokens[1].is(u"table") ||
-        !tokens[3].is(u"add"))
+    if (tokens.size() < 4 || !tokens[0].is(u"alter") || !tokens[1].is(u"table")
+        || !tokens[3].is(u"add"))
         return std::nullopt;
     const int name = tokens.size() > 4 && tokens[4].is(u"column") ? 5 : 4;
-    const bool named = int(tokens.size()) > name && tokens[name].isName() &&
-                       !tokens[name].text.trimmed().isEmpty() && !tokens[name].text.contains(u']');
+    const bool named = int(tokens.size()) > name && tokens[name].isName()
+                       && !tokens[name].text.trimmed().isEmpty()
+                       && !tokens[name].text.contains(u']');
     const QString declared = named ? declaration(tokens, name + 1) : QString();
     if (declared.isEmpty())
         throw Error(Failure::Sql, u"添加列的语句不正确：需要一个列名和一个已知的类型。"_s);
@@ -258,14 +259,14 @@ QString orderOfColumns(const Tokens& tokens, int from)
 QString orderTail(const Tokens& tokens)
 {
     const int from = topLevel(tokens, u"from");
-    if (tokens.empty() || !tokens[0].is(u"select") || from < 0 ||
-        hasAnyTopLevel(tokens, {u"union", u"except", u"intersect", u"limit", u"group", u"join"}))
+    if (tokens.empty() || !tokens[0].is(u"select") || from < 0
+        || hasAnyTopLevel(tokens, {u"union", u"except", u"intersect", u"limit", u"group", u"join"}))
         return {};
     const bool ordered = topLevel(tokens, u"order") >= 0;
     if (tokens.size() > 1 && tokens[1].is(u"distinct"))
         return ordered ? QString() : orderOfColumns(tokens, from);
-    const bool oneTable = from + 1 < int(tokens.size()) && tokens[from + 1].isName() &&
-                          (from + 2 == int(tokens.size()) || !tokens[from + 2].isSign(u','));
+    const bool oneTable = from + 1 < int(tokens.size()) && tokens[from + 1].isName()
+                          && (from + 2 == int(tokens.size()) || !tokens[from + 2].isSign(u','));
     if (!oneTable || isAggregate(tokens, from))
         return {};
     return ordered ? u", rowid"_s : u" order by rowid"_s;
@@ -311,9 +312,10 @@ std::optional<TableQuery> tableQuery(const QString& sql)
     Tokens& tokens = *found;
     dropEnd(tokens);
     const int size = int(tokens.size());
-    if (size < 4 || !tokens[0].is(u"select") || !tokens[1].isSign(u'*') || !tokens[2].is(u"from") ||
-        !tokens[3].isName() ||
-        hasAnyTopLevel(tokens, {u"union", u"except", u"intersect", u"limit", u"group", u"having"}))
+    if (size < 4 || !tokens[0].is(u"select") || !tokens[1].isSign(u'*') || !tokens[2].is(u"from")
+        || !tokens[3].isName()
+        || hasAnyTopLevel(tokens,
+                          {u"union", u"except", u"intersect", u"limit", u"group", u"having"}))
         return std::nullopt;
     for (const SqlToken& token : tokens) {
         if (token.isSign(u';'))

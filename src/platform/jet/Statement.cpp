@@ -49,8 +49,8 @@ private:
     sqlite3* m_handle;
 };
 
-/// Errors after which what a batch has written so far cannot be trusted to be whole, or nothing of it
-/// can be written (no journal may stand in the folder).
+/// Errors after which what a batch has written so far cannot be trusted to be whole, or nothing of
+/// it can be written (no journal may stand in the folder).
 bool endsBatch(sqlite3* handle)
 {
     switch (sqlite3_errcode(handle) & 0xff) {
@@ -100,13 +100,14 @@ Statement::Statement(Connection& connection, const QString& sql, Trust trust)
     const QByteArray text = sql.toUtf8();
     sqlite3_stmt* statement = nullptr;
     const char* tail = nullptr;
-    if (sqlite3_prepare_v2(handle, text.constData(), int(text.size()), &statement, &tail) !=
-        SQLITE_OK)
+    if (sqlite3_prepare_v2(handle, text.constData(), int(text.size()), &statement, &tail)
+        != SQLITE_OK)
         throw engineError(handle);
     d->statement.reset(statement);
     const std::optional<std::vector<SqlToken>> rest = sqlTokens(QString::fromUtf8(tail));
-    if (!rest || std::any_of(rest->begin(), rest->end(),
-                             [](const SqlToken& token) { return !token.isSign(u';'); }))
+    if (!rest || std::any_of(rest->begin(), rest->end(), [](const SqlToken& token) {
+            return !token.isSign(u';');
+        }))
         throw Error(Failure::Refused, u"一次只能执行一条语句。"_s);
     if (!statement)
         throw Error(Failure::Sql, u"没有可以执行的语句。"_s);

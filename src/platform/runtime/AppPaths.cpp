@@ -46,8 +46,8 @@ AppPaths AppPaths::locate(const QString& programFolder)
     const QFileInfo besideProgram(programFolder + QStringLiteral("/data"));
     if (besideProgram.isDir() && besideProgram.isWritable())
         return AppPaths(programFolder, shipped);
-    const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                        QStringLiteral("/yunshan");
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+                        + QStringLiteral("/yunshan");
     copyMissingFiles(shipped + QStringLiteral("/data"), own + QStringLiteral("/data"));
     return AppPaths(own, shipped);
 }

@@ -57,8 +57,7 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs
         m_workbench->init();
         ShowInfo();
     });
-    connect(&m_library, &library::ScoreLibrary::changed, m_workbench,
-            &workbench::FormKaoShi::init);
+    connect(&m_library, &library::ScoreLibrary::changed, m_workbench, &workbench::FormKaoShi::init);
     restoreLayout();
 }
 
@@ -277,7 +276,7 @@ void AFormMain::restoreLayout()
 {
     const QSettings settings;
     const bool known = restoreGeometry(settings.value(u"geometry"_s).toByteArray())
-        && restoreState(settings.value(u"panels"_s).toByteArray());
+                       && restoreState(settings.value(u"panels"_s).toByteArray());
     if (!known)
         resize(fontMetrics().averageCharWidth() * 180, fontMetrics().lineSpacing() * 50);
 }

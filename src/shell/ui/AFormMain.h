@@ -67,10 +67,10 @@ private:
     RecentFiles m_recent;
     MainMenu m_menu;
     grid::FlexGrid m_grid;
-    grid::FlexGridView* MSFlexGrid1;
-    QMenu* mTC;
-    QDockWidget* m_panel;
-    workbench::FormKaoShi* m_workbench;
+    grid::FlexGridView* MSFlexGrid1 = nullptr;
+    QMenu* mTC = nullptr;
+    QDockWidget* m_panel = nullptr;
+    workbench::FormKaoShi* m_workbench = nullptr;
 };
 
 } // namespace shell

@@ -10,8 +10,8 @@ class QObject;
 
 namespace shell {
 
-/// The menu tree of the main window: every item under its design name, those whose screens do not exist
-/// yet switched off with a tip that says so.
+/// The menu tree of the main window: every item under its design name, those whose screens do not
+/// exist yet switched off with a tip that says so.
 class MainMenu
 {
 public:

@@ -52,11 +52,37 @@ void showDropDown(QComboBox* widget, const DropDown& list)
     widget->setCurrentIndex(int(list.items.indexOf(list.text)));
 }
 
+/// Progress whose text also stands on the workbench; an empty text ends it there.
+class PanelProgress : public runtime::ScreenProgress
+{
+public:
+    PanelProgress(QWidget* parent, QWidget& panel, QLabel& text)
+        : ScreenProgress(parent), m_panel(panel), m_text(text)
+    {
+    }
+
+    void report(const QString& text, int done, int total) override
+    {
+        m_text.setText(text);
+        m_panel.setVisible(!text.isEmpty());
+        m_panel.repaint();
+        if (!text.isEmpty())
+            ScreenProgress::report(text, done, total);
+    }
+
+private:
+    QWidget& m_panel;
+    QLabel& m_text;
+};
+
 } // namespace
 
 FormKaoShi::FormKaoShi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
                        grid::FlexGrid& mainGrid, QWidget* parent)
-    : QWidget(parent), m_selection(scoreLibrary), m_scoring(scoreLibrary), m_dialogs(dialogs),
+    : QWidget(parent),
+      m_selection(scoreLibrary),
+      m_scoring(scoreLibrary),
+      m_dialogs(dialogs),
       m_grid(mainGrid)
 {
     setObjectName(u"FormKaoShi"_s);
@@ -147,11 +173,9 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     CommandDRKS = button(u"CommandDRKS"_s, u"导入考试(&I)"_s, this);
     CommandDRKS->setToolTip(u"导入考试成绩到数据中"_s);
     CommandJSZF = button(u"CommandJSZF"_s, u"计算总分(&J)"_s, this);
-    CommandJSZF->setToolTip(
-        u"计算选中考试总分和各科的年级和班级名次，时间长短和人数有关。"_s);
+    CommandJSZF->setToolTip(u"计算选中考试总分和各科的年级和班级名次，时间长短和人数有关。"_s);
     CommandZHFX = button(u"CommandZHFX"_s, u"综合分析(&A)"_s, this);
-    CommandZHFX->setToolTip(
-        u"对选中考试进行综合分析，时间较长，切记不要操作打开的Excel表格。"_s);
+    CommandZHFX->setToolTip(u"对选中考试进行综合分析，时间较长，切记不要操作打开的Excel表格。"_s);
     CommandZXTJ = button(u"CommandZXTJ"_s, u"执行统计(&T)"_s, this);
     CommandZXTJ->setToolTip(u"对选中的考试执行指定统计"_s);
     Combo3 = named(new QComboBox(this), u"Combo3"_s, u"统计项目"_s);
@@ -214,8 +238,7 @@ void FormKaoShi::connectCommands()
         m_selection.Command1_Click();
     });
     for (QPushButton* later : {CommandZXTJ, CommandZHFX, CommandZDYXS}) {
-        connect(later, &QPushButton::clicked, this,
-                [] { runtime::MsgBox(notYet, u"提示"_s); });
+        connect(later, &QPushButton::clicked, this, [] { runtime::MsgBox(notYet, u"提示"_s); });
     }
 }
 
@@ -288,12 +311,8 @@ void FormKaoShi::browse()
 
 void FormKaoShi::computeTotals()
 {
-    Picture1->show();
-    LabelXX->setText(u"计算总分..."_s);
-    runtime::ScreenProgress progress(window());
+    PanelProgress progress(window(), *Picture1, *LabelXX);
     CommandZF_Click(m_selection, m_scoring, progress);
-    LabelXX->clear();
-    Picture1->hide();
 }
 
 } // namespace workbench

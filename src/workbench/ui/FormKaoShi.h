@@ -20,8 +20,8 @@ class QRadioButton;
 
 namespace workbench {
 
-/// The exam workbench: what is chosen in its lists, and the commands for the chosen exams. Results go
-/// to the main window's grid.
+/// The exam workbench: what is chosen in its lists, and the commands for the chosen exams. Results
+/// go to the main window's grid.
 class FormKaoShi : public QWidget
 {
     Q_OBJECT
@@ -68,27 +68,27 @@ private:
     /// True while the program itself changes the widgets.
     bool m_showing = false;
 
-    QListWidget* ListKSMC;
-    QListWidget* ListFW;
-    QListWidget* ListLB;
-    QListWidget* ListXM;
-    std::array<QRadioButton*, 3> OptionButton1;
-    std::array<QComboBox*, 4> Combo1;
-    std::array<QComboBox*, 4> Combo2;
-    QComboBox* Combo3;
-    QCheckBox* CheckMin;
-    QPlainTextEdit* Text1;
-    QWidget* Picture1;
-    QLabel* LabelXX;
-    QPushButton* CommandUP;
-    QPushButton* CommandDown;
-    QPushButton* Command1;
-    QPushButton* CommandZXTJ;
-    QPushButton* CommandZHFX;
-    QPushButton* CommandJSZF;
-    QPushButton* CommandLLCJ;
-    QPushButton* CommandZDYXS;
-    QPushButton* CommandDRKS;
+    QListWidget* ListKSMC = nullptr;
+    QListWidget* ListFW = nullptr;
+    QListWidget* ListLB = nullptr;
+    QListWidget* ListXM = nullptr;
+    std::array<QRadioButton*, 3> OptionButton1{};
+    std::array<QComboBox*, 4> Combo1{};
+    std::array<QComboBox*, 4> Combo2{};
+    QComboBox* Combo3 = nullptr;
+    QCheckBox* CheckMin = nullptr;
+    QPlainTextEdit* Text1 = nullptr;
+    QWidget* Picture1 = nullptr;
+    QLabel* LabelXX = nullptr;
+    QPushButton* CommandUP = nullptr;
+    QPushButton* CommandDown = nullptr;
+    QPushButton* Command1 = nullptr;
+    QPushButton* CommandZXTJ = nullptr;
+    QPushButton* CommandZHFX = nullptr;
+    QPushButton* CommandJSZF = nullptr;
+    QPushButton* CommandLLCJ = nullptr;
+    QPushButton* CommandZDYXS = nullptr;
+    QPushButton* CommandDRKS = nullptr;
 };
 
 } // namespace workbench

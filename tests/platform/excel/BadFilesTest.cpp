@@ -197,14 +197,14 @@ TEST(BadFiles, DeepNestingEndlessTagsAndManyNamesAreRefused)
 
 TEST(BadFiles, EndlessTextsAndTooManyCellsAreRefused)
 {
-    EXPECT_EQ(sentenceForSheet("<worksheet><sheetData><row><c t='str'><v>" +
-                               QByteArray(2'000'000, 'x') +
-                               "</v></c></row></sheetData></worksheet>"),
+    EXPECT_EQ(sentenceForSheet("<worksheet><sheetData><row><c t='str'><v>"
+                               + QByteArray(2'000'000, 'x')
+                               + "</v></c></row></sheetData></worksheet>"),
               tooLarge);
     QByteArray rows = "<worksheet><sheetData>";
     for (int row = 1; row <= 300; ++row)
-        rows += "<row r='" + QByteArray::number(row) + "'>" +
-                QByteArray("<c><v>1</v></c>").repeated(16000) + "</row>";
+        rows += "<row r='" + QByteArray::number(row) + "'>"
+                + QByteArray("<c><v>1</v></c>").repeated(16000) + "</row>";
     EXPECT_EQ(sentenceForSheet(rows + "</sheetData></worksheet>"), tooLarge);
 }
 

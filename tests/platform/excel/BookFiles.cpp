@@ -116,8 +116,8 @@ QByteArray XlsRecords::book(int version, const XlsRecords& globals, const XlsRec
     const qsizetype sheet = head.bytes().size() + globals.bytes().size() + 4 + 6 + name.size() + 4;
     XlsRecords tail;
     tail.boundSheet(sheet, name).eof().bof(version, 0x10);
-    return head.bytes() + globals.bytes() + tail.bytes() + cells.bytes() +
-           XlsRecords().eof().bytes();
+    return head.bytes() + globals.bytes() + tail.bytes() + cells.bytes()
+           + XlsRecords().eof().bytes();
 }
 
 QByteArray u8(int number)

@@ -35,8 +35,8 @@ QString read(int version, const XlsRecords& globals, const XlsRecords& cells)
 /// A FORMULA record whose result is no number: kind 0 text, 1 boolean, 2 error, 3 empty text.
 QByteArray formula(int row, int column, int kind, int content)
 {
-    return at(row, column) + u8(kind) + u8(0) + u8(content) + QByteArray(3, 0) + u16(0xFFFF) +
-           u16(0) + u32(0) + u16(0);
+    return at(row, column) + u8(kind) + u8(0) + u8(content) + QByteArray(3, 0) + u16(0xFFFF)
+           + u16(0) + u32(0) + u16(0);
 }
 
 /// A table of shared texts of which one record holds all.
@@ -55,12 +55,12 @@ TEST(XlsReader, GivesEveryKindOfCellItsKind)
               u"1,1 Text 班级\n1,2 Double 97.5\n1,3 Text 0805\n1,4 Boolean True\n"
               "1,5 Date 2009-07-31\n1,6 Date 2009-07-31 08:30:00\n1,7 Date 2009-07-31\n"
               "1,8 Double 12.5\n1,9 Double 20240101002\n"
-              "2,1 Text   two\nlines \n2,3 Text "_s +
-                  u"云杉"_s.repeated(6000) + u"\n2,4 Text "_s + u"x"_s.repeated(15000) +
-                  u"\n2,5 Text after the long ones\n"
-                  "3,1 Double 3\n3,2 Text ab\n3,4 Error #N/A\n3,5 Error #DIV/0!\n"
-                  "3,6 Date 2009-07-31\n5,1 Text 合并\n8,1 Text hidden row\n"
-                  "65536,256 Text far end\n"_s);
+              "2,1 Text   two\nlines \n2,3 Text "_s
+                  + u"云杉"_s.repeated(6000) + u"\n2,4 Text "_s + u"x"_s.repeated(15000)
+                  + u"\n2,5 Text after the long ones\n"
+                    "3,1 Double 3\n3,2 Text ab\n3,4 Error #N/A\n3,5 Error #DIV/0!\n"
+                    "3,6 Date 2009-07-31\n5,1 Text 合并\n8,1 Text hidden row\n"
+                    "65536,256 Text far end\n"_s);
 }
 
 TEST(XlsReader, KeepsWhatAWindowShows)
@@ -196,9 +196,9 @@ TEST(XlsReader, ReadsTheOlderVersionInTheChineseCodePage)
 TEST(XlsReader, BytesThatAreNoTextDoNotStopTheReading)
 {
     EXPECT_EQ(read(biff5, XlsRecords().add(0x42, u16(936)),
-                   XlsRecords().add(0x204, at(0, 0) + u16(4) +
-                                               "\xBA\xBA\xFF"
-                                               "a")),
+                   XlsRecords().add(0x204, at(0, 0) + u16(4)
+                                               + "\xBA\xBA\xFF"
+                                                 "a")),
               u"1,1 Text 汉\uFFFD"_s + u"a\n"_s);
 }
 

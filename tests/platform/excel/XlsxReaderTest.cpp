@@ -32,12 +32,12 @@ TEST(XlsxReader, GivesEveryKindOfCellItsKind)
               u"1,1 Text 班级\n1,2 Double 97.5\n1,3 Text 0805\n1,4 Boolean True\n"
               "1,5 Date 2009-07-31\n1,6 Date 2009-07-31 08:30:00\n1,7 Date 2009-07-31\n"
               "1,8 Double 12.5\n1,9 Double 20240101002\n"
-              "2,1 Text   two\nlines \n2,2 Text 张三丰\n2,3 Text "_s +
-                  u"云杉"_s.repeated(6000) +
-                  u"\n2,4 Text _x0041_\n"
-                  "3,1 Double 3\n3,2 Text ab\n3,3 Boolean True\n3,4 Error #N/A\n"
-                  "3,5 Error #DIV/0!\n3,6 Date 2009-07-31\n5,1 Text 合并\n"
-                  "8,1 Text hidden row\n1048576,16384 Text far end\n"_s);
+              "2,1 Text   two\nlines \n2,2 Text 张三丰\n2,3 Text "_s
+                  + u"云杉"_s.repeated(6000)
+                  + u"\n2,4 Text _x0041_\n"
+                    "3,1 Double 3\n3,2 Text ab\n3,3 Boolean True\n3,4 Error #N/A\n"
+                    "3,5 Error #DIV/0!\n3,6 Date 2009-07-31\n5,1 Text 合并\n"
+                    "8,1 Text hidden row\n1048576,16384 Text far end\n"_s);
 }
 
 TEST(XlsxReader, KeepsWhatAWindowShows)
@@ -208,8 +208,8 @@ TEST(XlsxReader, PartsAreFoundByTheirRelationsOnly)
         const BookFolder folder;
         BookFolder::Parts parts = BookFolder::partsWith(sheetOf("<row><c><v>1</v></c></row>"));
         parts["xl/_rels/workbook.xml.rels"] =
-            "<Relationships><Relationship Id='r1' Type='x/worksheet' Target='" +
-            QByteArray(row.target) + "'/></Relationships>";
+            "<Relationships><Relationship Id='r1' Type='x/worksheet' Target='"
+            + QByteArray(row.target) + "'/></Relationships>";
         parts[row.part] = sheetOf("<row><c><v>2</v></c></row>");
         const auto book = excel::readWorkbook(folder.writeZip(u"a.xlsx"_s, parts));
         EXPECT_EQ(cellsOf(book->Worksheets().Item(1)), u"1,1 Double 2\n"_s) << row.target;

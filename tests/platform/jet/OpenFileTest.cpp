@@ -196,8 +196,8 @@ TEST_F(Files, AFolderThatTakesNoJournalGivesOneClearMessage)
     connection.Open(path);
     const Error error = errorOf([&] { connection.Execute(u"delete from T"_s); });
     EXPECT_TRUE(
-        error.description().startsWith(u"无法打开成绩库文件，或不能在它旁边建立临时文件。"_s) ||
-        error.failure() == Failure::ReadOnly)
+        error.description().startsWith(u"无法打开成绩库文件，或不能在它旁边建立临时文件。"_s)
+        || error.failure() == Failure::ReadOnly)
         << error.what();
     EXPECT_EQ(rowsOf(connection, u"select count(*) from T"_s), u"2000"_s);
 }

@@ -178,8 +178,8 @@ TEST(Sql, NoTextBringsItDown)
         const QString text = (i % 3 == 0 ? u"select * from T "_s : QString()) + randomText(random);
         if (const auto tokens = sqlTokens(text)) {
             for (const SqlToken& token : *tokens)
-                ASSERT_TRUE(0 <= token.begin && token.begin < token.end &&
-                            token.end <= text.size());
+                ASSERT_TRUE(0 <= token.begin && token.begin < token.end
+                            && token.end <= text.size());
         }
         Recordset rows;
         WriteBatch takenBack(connection);

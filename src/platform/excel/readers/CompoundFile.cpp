@@ -117,8 +117,8 @@ QByteArray CompoundFile::miniChain(quint32 start, qint64 size) const
     qint64 steps = 0;
     for (quint32 sector = start; bytes.size() < size;) {
         const qint64 place = qint64(sector) * m_miniSectorSize;
-        if (++steps > qint64(m_miniTable.size()) || sector >= m_miniTable.size() ||
-            place >= m_miniStream.size())
+        if (++steps > qint64(m_miniTable.size()) || sector >= m_miniTable.size()
+            || place >= m_miniStream.size())
             refuseCutOff();
         const qint64 length =
             std::min({m_miniSectorSize, size - bytes.size(), m_miniStream.size() - place});

@@ -13,18 +13,18 @@ constexpr int dayThatNeverWas = 60;
 
 bool isBuiltInDate(int format)
 {
-    return (format >= 14 && format <= 22) || (format >= 27 && format <= 36) ||
-           (format >= 45 && format <= 47) || (format >= 50 && format <= 58);
+    return (format >= 14 && format <= 22) || (format >= 27 && format <= 36)
+           || (format >= 45 && format <= 47) || (format >= 50 && format <= 58);
 }
 
 /// Elapsed time, as in "[h]"; colours, conditions and languages stand in brackets too.
 bool isElapsed(QStringView inBrackets)
 {
-    return !inBrackets.isEmpty() &&
-           std::all_of(inBrackets.begin(), inBrackets.end(), [&](QChar letter) {
-               return letter.toLower() == inBrackets.front().toLower() &&
-                      QStringView(u"hms").contains(letter.toLower());
-           });
+    return !inBrackets.isEmpty()
+           && std::all_of(inBrackets.begin(), inBrackets.end(), [&](QChar letter) {
+                  return letter.toLower() == inBrackets.front().toLower()
+                         && QStringView(u"hms").contains(letter.toLower());
+              });
 }
 
 } // namespace

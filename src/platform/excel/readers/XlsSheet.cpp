@@ -220,8 +220,8 @@ void XlsSheetReader::takeMerged(const XlsRecord& record)
         range.lastRow = bytes.u16() + 1;
         range.firstColumn = bytes.u16() + 1;
         range.lastColumn = bytes.u16() + 1;
-        if (range.firstRow <= range.lastRow && range.firstColumn <= range.lastColumn &&
-            range.lastColumn <= lastGridColumn)
+        if (range.firstRow <= range.lastRow && range.firstColumn <= range.lastColumn
+            && range.lastColumn <= lastGridColumn)
             m_sheet.merge(range);
     }
 }

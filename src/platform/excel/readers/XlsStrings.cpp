@@ -71,8 +71,8 @@ QString CodePage::decode(std::string_view bytes) const
     char* out = reinterpret_cast<char*>(units.data());
     size_t outLeft = units.size() * sizeof(char16_t);
     iconv(converter(), nullptr, nullptr, nullptr, nullptr);
-    while (inLeft > 0 && iconv(converter(), &in, &inLeft, &out, &outLeft) == size_t(-1) &&
-           outLeft >= 2) {
+    while (inLeft > 0 && iconv(converter(), &in, &inLeft, &out, &outLeft) == size_t(-1)
+           && outLeft >= 2) {
         if (inLeft == 0)
             break;
         ++in;

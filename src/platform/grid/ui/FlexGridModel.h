@@ -21,6 +21,9 @@ public:
     /// The grid was filled anew.
     void reload();
 
+    /// One cell got another text.
+    void reloadCell(int row, int col);
+
     bool isFixed(const QModelIndex& index) const;
 
 private:

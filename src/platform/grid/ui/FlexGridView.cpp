@@ -1,23 +1,22 @@
 #include "platform/grid/ui/FlexGridView.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHeaderView>
-#include <QInputDialog>
 #include <QMimeData>
+#include <QPainter>
+#include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QWheelEvent>
 
-#include "platform/grid/GridSpans.h"
+#include "platform/grid/ui/GridCellDelegate.h"
+#include "platform/grid/ui/GridClip.h"
+#include "platform/grid/ui/GridFindBar.h"
 
 namespace grid {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
-constexpr int twipsPerInch = 1440;
+constexpr int TwipsPerInch = 1440;
+constexpr int RowPadding = 8;
 
 /// The smallest block that covers the selection.
 QRect selectedBlock(const QItemSelection& selection)
@@ -30,219 +29,289 @@ QRect selectedBlock(const QItemSelection& selection)
 
 } // namespace
 
-FlexGridView::FlexGridView(const FlexGrid& grid, QWidget* parent)
-    : QTableView(parent), m_grid(grid), m_model(new FlexGridModel(grid, this))
+FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
+    : QTableView(parent),
+      m_grid(grid),
+      m_model(new FlexGridModel(grid, this)),
+      m_findBar(new GridFindBar(this))
 {
     setModel(m_model);
-    setUpView(this);
+    setItemDelegate(new GridCellDelegate(this));
+    horizontalHeader()->hide();
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setMinimumSectionSize(0);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerPixel);
+    setEditTriggers(NoEditTriggers);
     setSelectionMode(ContiguousSelection);
-    m_fixedRows = makeOverlay(u"FixedRows"_s);
-    m_fixedCols = makeOverlay(u"FixedCols"_s);
-    m_corner = makeOverlay(u"FixedCorner"_s);
-    connect(horizontalScrollBar(), &QScrollBar::valueChanged, m_fixedRows->horizontalScrollBar(),
-            &QScrollBar::setValue);
-    connect(verticalScrollBar(), &QScrollBar::valueChanged, m_fixedCols->verticalScrollBar(),
-            &QScrollBar::setValue);
+    setTabKeyNavigation(false);
+    setAutoScroll(false);
+    viewport()->setMouseTracking(true);
     refresh();
-}
-
-void FlexGridView::setUpView(QTableView* view) const
-{
-    view->horizontalHeader()->hide();
-    view->verticalHeader()->hide();
-    view->setHorizontalScrollMode(ScrollPerPixel);
-    view->setVerticalScrollMode(ScrollPerPixel);
-    view->setEditTriggers(NoEditTriggers);
-    view->setWordWrap(false);
-    view->verticalHeader()->setMinimumSectionSize(1);
-    view->horizontalHeader()->setMinimumSectionSize(0);
-}
-
-/// A view over the fixed part, which shares cells and selection but does not scroll by itself.
-QTableView* FlexGridView::makeOverlay(const QString& name)
-{
-    auto* overlay = new QTableView(this);
-    overlay->setObjectName(name);
-    overlay->setModel(m_model);
-    overlay->setSelectionModel(selectionModel());
-    setUpView(overlay);
-    overlay->setFocusPolicy(Qt::NoFocus);
-    overlay->setFrameShape(QFrame::NoFrame);
-    overlay->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    overlay->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    viewport()->stackUnder(overlay);
-    return overlay;
 }
 
 int FlexGridView::pixels(int twips) const
 {
-    return twips * logicalDpiX() / twipsPerInch;
+    return twips * logicalDpiX() / TwipsPerInch;
+}
+
+int FlexGridView::twips(int pixels) const
+{
+    // Rounded up, so that the way back gives the same pixels.
+    return (pixels * TwipsPerInch + logicalDpiX() - 1) / logicalDpiX();
 }
 
 void FlexGridView::refresh()
 {
     if (!m_grid.Redraw)
         return;
-    setUpdatesEnabled(false);
-    m_model->reload();
-    for (QTableView* view : {static_cast<QTableView*>(this), m_fixedRows, m_fixedCols, m_corner})
-        applySizes(view);
-    applySpans();
-    placeOverlays();
-    setUpdatesEnabled(true);
+    const QPoint place(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    {
+        const QScopedValueRollback keeping(m_keeping, true);
+        setUpdatesEnabled(false);
+        m_model->reload();
+        setWordWrap(m_grid.WordWrap);
+        applySizes();
+        applySpans();
+        executeDelayedItemsLayout();
+        horizontalScrollBar()->setValue(place.x());
+        verticalScrollBar()->setValue(place.y());
+        keepBlock(m_grid.Row, m_grid.Col, m_grid.RowSel, m_grid.ColSel);
+        setUpdatesEnabled(true);
+    }
+    // A window of its own is shown by whoever made it.
+    if (m_shown != m_grid.Visible)
+        setVisible(m_shown = m_grid.Visible);
 }
 
-void FlexGridView::applySizes(QTableView* view) const
+void FlexGridView::refreshCell(int row, int col)
 {
-    const int rowHeight = fontMetrics().height() + 8;
-    view->verticalHeader()->setDefaultSectionSize(rowHeight);
-    for (int col = 0; col < m_grid.Cols(); ++col) {
-        view->setColumnHidden(col, m_grid.ColWidth(col) == 0);
-        view->setColumnWidth(col, pixels(m_grid.ColWidth(col)) + fontMetrics().height());
+    m_model->reloadCell(row, col);
+}
+
+/// A row of the control's default height holds one line of text, others as many as their share.
+void FlexGridView::applySizes()
+{
+    const int line = fontMetrics().height();
+    verticalHeader()->setDefaultSectionSize(line + RowPadding);
+    for (int row = 0; row < m_grid.Rows(); ++row) {
+        const int twips = m_grid.RowHeight(row);
+        verticalHeader()->setSectionHidden(row, twips == 0);
+        if (twips > 0 && twips != FlexGrid::DefaultRowHeight)
+            verticalHeader()->resizeSection(row,
+                                            line * twips / FlexGrid::DefaultRowHeight + RowPadding);
     }
-    for (int row = 0; row < m_grid.FixedRows && row < m_grid.Rows(); ++row)
-        view->setRowHeight(row, std::max(rowHeight, pixels(m_grid.RowHeight(row))));
+    for (int col = 0; col < m_grid.Cols(); ++col) {
+        setColumnHidden(col, m_grid.ColWidth(col) == 0);
+        if (m_grid.ColWidth(col) > 0)
+            setColumnWidth(col, pixels(m_grid.ColWidth(col)) + line);
+    }
 }
 
 void FlexGridView::applySpans()
 {
-    const std::vector<GridSpan> spans = gridSpans(m_grid);
-    for (QTableView* view : {static_cast<QTableView*>(this), m_fixedRows, m_fixedCols, m_corner}) {
-        view->clearSpans();
-        for (const GridSpan& span : spans)
-            view->setSpan(span.row, span.col, span.rows, span.cols);
+    clearSpans();
+    m_fixedSpans.clear();
+    for (const GridSpan& span : gridSpans(m_grid)) {
+        setSpan(span.row, span.col, span.rows, span.cols);
+        if (isFixed(span.row, span.col))
+            m_fixedSpans.push_back(span);
     }
 }
 
-int FlexGridView::fixedWidth() const
+QSize FlexGridView::fixedSize() const
 {
-    int width = 0;
-    for (int col = 0; col < m_grid.FixedCols && col < m_grid.Cols(); ++col)
-        width += isColumnHidden(col) ? 0 : columnWidth(col);
-    return width;
+    const int cols = std::clamp(m_grid.FixedCols, 0, m_model->columnCount());
+    const int rows = std::clamp(m_grid.FixedRows, 0, m_model->rowCount());
+    const auto end = [](const QHeaderView* header, int count) {
+        int size = 0;
+        for (int line = 0; line < count; ++line)
+            size += header->sectionSize(line);
+        return size;
+    };
+    return {end(horizontalHeader(), cols), end(verticalHeader(), rows)};
 }
 
-int FlexGridView::fixedHeight() const
+QRect FlexGridView::shownPart(int row, int col) const
 {
-    int height = 0;
-    for (int row = 0; row < m_grid.FixedRows && row < m_grid.Rows(); ++row)
-        height += rowHeight(row);
-    return height;
+    const QSize fixed = fixedSize();
+    QRect part = viewport()->rect();
+    if (row < m_grid.FixedRows)
+        part.setHeight(fixed.height());
+    else
+        part.setTop(fixed.height());
+    if (col < m_grid.FixedCols)
+        part.setWidth(fixed.width());
+    else
+        part.setLeft(fixed.width());
+    return part;
 }
 
-void FlexGridView::placeOverlays()
+/// The place at which the table would show the same cell if the fixed ones scrolled with it.
+QPoint FlexGridView::unscrolled(const QPoint& place) const
 {
+    const QSize fixed = fixedSize();
+    return {place.x() < fixed.width() ? place.x() - horizontalOffset() : place.x(),
+            place.y() < fixed.height() ? place.y() - verticalOffset() : place.y()};
+}
+
+QModelIndex FlexGridView::indexAt(const QPoint& place) const
+{
+    return QTableView::indexAt(unscrolled(place));
+}
+
+QRect FlexGridView::visualRect(const QModelIndex& index) const
+{
+    const QRect rect = QTableView::visualRect(index);
+    if (!index.isValid())
+        return rect;
+    return rect.translated(index.column() < m_grid.FixedCols ? horizontalOffset() : 0,
+                           index.row() < m_grid.FixedRows ? verticalOffset() : 0);
+}
+
+/// The cell must not hide under the fixed part.
+void FlexGridView::scrollTo(const QModelIndex& index, ScrollHint)
+{
+    if (!index.isValid())
+        return;
+    const QRect cell = visualRect(index);
+    const QRect part = shownPart(index.row(), index.column());
+    const auto distance = [](int low, int high, int least, int most) {
+        if (low < least || high - low > most - least)
+            return low - least;
+        return std::max(high - most, 0);
+    };
+    if (index.column() >= m_grid.FixedCols)
+        horizontalScrollBar()->setValue(
+            horizontalScrollBar()->value()
+            + distance(cell.left(), cell.right(), part.left(), part.right()));
+    if (index.row() >= m_grid.FixedRows)
+        verticalScrollBar()->setValue(
+            verticalScrollBar()->value()
+            + distance(cell.top(), cell.bottom(), part.top(), part.bottom()));
+}
+
+void FlexGridView::scrollContentsBy(int dx, int dy)
+{
+    QTableView::scrollContentsBy(dx, dy);
+    // The fixed cells stay, and the texts of merged blocks move to the middle of what is seen.
+    viewport()->update();
+    const int top = verticalHeader()->logicalIndexAt(fixedSize().height());
+    if (top >= 0)
+        m_grid.TopRow = top;
+    if (!m_keeping)
+        Q_EMIT scrolled();
+}
+
+bool FlexGridView::isCurrentCell(const QModelIndex& index) const
+{
+    return index.row() == m_grid.RowSel && index.column() == m_grid.ColSel;
+}
+
+/// Selects on the screen and notes in the grid, without scrolling.
+void FlexGridView::keepBlock(int row, int col, int rowSel, int colSel)
+{
+    const QScopedValueRollback keeping(m_keeping, true);
+    const auto inside = [](int line, int count) { return std::clamp(line, 0, count - 1); };
+    const int rows = m_model->rowCount();
+    const int cols = m_model->columnCount();
+    if (rows == 0 || cols == 0)
+        return;
+    const QModelIndex first = m_model->index(inside(row, rows), inside(col, cols));
+    const QModelIndex last = m_model->index(inside(rowSel, rows), inside(colSel, cols));
+    const auto [top, bottom] = std::minmax({first.row(), last.row()});
+    const auto [left, right] = std::minmax({first.column(), last.column()});
+    selectionModel()->setCurrentIndex(last, QItemSelectionModel::NoUpdate);
+    selectionModel()->select({m_model->index(top, left), m_model->index(bottom, right)},
+                             QItemSelectionModel::ClearAndSelect);
+    m_grid.Row = inside(std::max(first.row(), m_grid.FixedRows), rows);
+    m_grid.Col = inside(std::max(first.column(), m_grid.FixedCols), cols);
+    m_grid.RowSel = inside(std::max(last.row(), m_grid.FixedRows), rows);
+    m_grid.ColSel = inside(std::max(last.column(), m_grid.FixedCols), cols);
+}
+
+void FlexGridView::select(int row, int col, int rowSel, int colSel)
+{
+    const std::pair before(m_grid.Row, m_grid.Col);
+    keepBlock(row, col, rowSel, colSel);
+    scrollTo(currentIndex());
+    if (before != std::pair(m_grid.Row, m_grid.Col))
+        Q_EMIT rowColChanged();
+}
+
+void FlexGridView::selectAll()
+{
+    keepBlock(m_model->rowCount() - 1, m_model->columnCount() - 1, 0, 0);
+}
+
+void FlexGridView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    if (m_keeping || !current.isValid())
+        return QTableView::currentChanged(current, previous);
+    m_grid.RowSel = m_grid.Row = current.row();
+    m_grid.ColSel = m_grid.Col = current.column();
+    scrollTo(current);
+    viewport()->update();
+    Q_EMIT rowColChanged();
+}
+
+QMimeData* FlexGridView::selectedCells() const
+{
+    const QRect grid(0, 0, m_grid.Cols(), m_grid.Rows());
+    const QRect block = selectedBlock(selectionModel()->selection()) & grid;
+    auto* cells = new QMimeData;
+    cells->setText(tabbedText(m_grid, block));
+    cells->setHtml(htmlTable(m_grid, block));
+    return cells;
+}
+
+bool FlexGridView::findText(const QString& text, Qt::SortOrder direction)
+{
+    const qsizetype cols = m_grid.Cols();
+    const qsizetype cells = m_grid.Rows() * cols;
+    if (text.isEmpty() || cells == 0)
+        return false;
+    const qsizetype step = direction == Qt::AscendingOrder ? 1 : cells - 1;
+    qsizetype at = currentIndex().isValid() ? currentIndex().row() * cols + currentIndex().column()
+                                            : cells - 1;
+    for (qsizetype i = 0; i < cells; ++i) {
+        at = (at + step) % cells;
+        const int row = int(at / cols);
+        const int col = int(at % cols);
+        if (!isColumnHidden(col)
+            && m_grid.TextMatrix(row, col).contains(text, Qt::CaseInsensitive)) {
+            select(row, col, row, col);
+            return true;
+        }
+    }
+    return false;
+}
+
+void FlexGridView::placeFindBar()
+{
+    m_findBar->adjustSize();
     const QRect area = viewport()->geometry();
-    const int width = std::min(fixedWidth(), area.width());
-    const int height = std::min(fixedHeight(), area.height());
-    m_fixedRows->setGeometry(area.left(), area.top(), area.width(), height);
-    m_fixedCols->setGeometry(area.left(), area.top(), width, area.height());
-    m_corner->setGeometry(area.left(), area.top(), width, height);
-    m_fixedRows->setVisible(height > 0);
-    m_fixedCols->setVisible(width > 0);
-    m_corner->setVisible(height > 0 && width > 0);
-    m_corner->raise();
-    m_fixedRows->horizontalScrollBar()->setValue(horizontalScrollBar()->value());
-    m_fixedCols->verticalScrollBar()->setValue(verticalScrollBar()->value());
+    m_findBar->move(std::max(area.right() - m_findBar->width(), area.left()),
+                    area.bottom() - m_findBar->height());
 }
 
 void FlexGridView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
-    placeOverlays();
+    placeFindBar();
 }
 
-/// The current cell must not hide under the fixed part.
-void FlexGridView::scrollTo(const QModelIndex& index, ScrollHint hint)
+void FlexGridView::changeEvent(QEvent* event)
 {
-    QTableView::scrollTo(index, hint);
-    const QRect cell = visualRect(index);
-    if (index.row() >= m_grid.FixedRows && cell.top() < fixedHeight())
-        verticalScrollBar()->setValue(verticalScrollBar()->value() - fixedHeight() + cell.top());
-    if (index.column() >= m_grid.FixedCols && cell.left() < fixedWidth())
-        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - fixedWidth()
-                                        + cell.left());
-}
-
-/// One row a notch.
-void FlexGridView::wheelEvent(QWheelEvent* event)
-{
-    if (event->modifiers() != Qt::NoModifier || event->angleDelta().y() == 0)
-        return QTableView::wheelEvent(event);
-    const int step = verticalHeader()->defaultSectionSize();
-    const int notches = event->angleDelta().y() / QWheelEvent::DefaultDeltasPerStep;
-    verticalScrollBar()->setValue(verticalScrollBar()->value() - step * notches);
-    event->accept();
-}
-
-void FlexGridView::keyPressEvent(QKeyEvent* event)
-{
-    if (event->matches(QKeySequence::Copy))
-        QApplication::clipboard()->setMimeData(selectedCells());
-    else if (event->matches(QKeySequence::Find))
-        askForText();
-    else if (event->matches(QKeySequence::FindNext))
-        findText(m_lastSearch);
-    else
-        QTableView::keyPressEvent(event);
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        refresh();
 }
 
 void FlexGridView::contextMenuEvent(QContextMenuEvent* event)
 {
     Q_EMIT menuRequested(event->globalPos());
-}
-
-QMimeData* FlexGridView::selectedCells() const
-{
-    const QRect block = selectedBlock(selectionModel()->selection());
-    QString text;
-    QString html = u"<table>"_s;
-    for (int row = block.top(); row <= block.bottom(); ++row) {
-        html += u"<tr>"_s;
-        for (int col = block.left(); col <= block.right(); ++col) {
-            const QString cell = m_grid.TextMatrix(row, col);
-            text += (col > block.left() ? u"\t"_s : QString())
-                + QString(cell).replace(u'\t', u' ').replace(u'\n', u' ');
-            html += u"<td>"_s + cell.toHtmlEscaped() + u"</td>"_s;
-        }
-        text += u"\r\n"_s;
-        html += u"</tr>"_s;
-    }
-    auto* cells = new QMimeData;
-    cells->setText(text);
-    cells->setHtml(html + u"</table>"_s);
-    return cells;
-}
-
-void FlexGridView::askForText()
-{
-    bool given = false;
-    const QString text = QInputDialog::getText(this, u"查找"_s, u"查找内容："_s,
-                                               QLineEdit::Normal, m_lastSearch, &given);
-    if (given)
-        findText(text);
-}
-
-bool FlexGridView::findText(const QString& text, Qt::SortOrder direction)
-{
-    m_lastSearch = text;
-    const int cells = m_grid.Rows() * m_grid.Cols();
-    if (text.isEmpty() || cells == 0)
-        return false;
-    const int start = currentIndex().isValid()
-        ? currentIndex().row() * m_grid.Cols() + currentIndex().column()
-        : -1;
-    const int step = direction == Qt::AscendingOrder ? 1 : cells - 1;
-    for (int i = 0, at = start < 0 ? cells - 1 : start; i < cells; ++i) {
-        at = (at + step) % cells;
-        const int row = at / m_grid.Cols();
-        const int col = at % m_grid.Cols();
-        if (m_grid.TextMatrix(row, col).contains(text, Qt::CaseInsensitive)) {
-            setCurrentIndex(m_model->index(row, col));
-            return true;
-        }
-    }
-    return false;
 }
 
 } // namespace grid

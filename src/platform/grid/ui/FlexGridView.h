@@ -1,62 +1,125 @@
 #pragma once
 
+#include <vector>
+
+#include <QBasicTimer>
 #include <QTableView>
 
+#include "platform/grid/GridSpans.h"
 #include "platform/grid/ui/FlexGridModel.h"
 
 class QMimeData;
 
 namespace grid {
 
-/// Shows a FlexGrid: merged blocks, fixed rows and columns that stay while the rest scrolls, copying of
-/// blocks as cells, and finding texts.
+class GridFindBar;
+
+/// Shows a FlexGrid: merged blocks, fixed rows and columns that stay while the rest scrolls,
+/// copying of blocks as cells, finding texts, columns widened by dragging. One block of cells is
+/// selected at a time; the view keeps Row, Col, RowSel, ColSel, TopRow and dragged widths in the
+/// grid.
 class FlexGridView : public QTableView
 {
     Q_OBJECT
 
 public:
-    explicit FlexGridView(const FlexGrid& grid, QWidget* parent = nullptr);
+    /// The grid must outlive the view.
+    explicit FlexGridView(FlexGrid& grid, QWidget* parent = nullptr);
 
-    /// Shows what the grid holds now.
+    /// Shows what the grid holds now. Does nothing while the grid's Redraw is off; follows Visible.
     void refresh();
+
+    /// One cell got another text, which changes no merged block.
+    void refreshCell(int row, int col);
+
+    FlexGrid& grid() const { return m_grid; }
+
+    /// Selects the block from (row, col) to (rowSel, colSel), which becomes the current cell.
+    void select(int row, int col, int rowSel, int colSel);
+    void selectAll() override;
 
     /// The selected cells as tab-separated text with CRLF and as an HTML table; the caller owns it.
     QMimeData* selectedCells() const;
 
-    /// Makes the next cell that contains the text the current one, from the current cell on and around
-    /// the end. False if there is none.
+    /// Makes the next cell that contains the text the current one, from the current cell on and
+    /// around the end. False if there is none.
     bool findText(const QString& text, Qt::SortOrder direction = Qt::AscendingOrder);
 
-    /// The grid's width in twips as pixels of this screen.
+    /// Twips as pixels of this screen.
     int pixels(int twips) const;
+    int twips(int pixels) const;
+
+    bool isFixed(int row, int col) const
+    {
+        return row < m_grid.FixedRows || col < m_grid.FixedCols;
+    }
+    bool isCurrentCell(const QModelIndex& index) const;
+    /// The part of the viewport in which a cell of this row and column can be seen.
+    QRect shownPart(int row, int col) const;
+    /// The size of the fixed rows and columns.
+    QSize fixedSize() const;
+    void placeFindBar();
+
+    /// A place in the viewport to the cell seen there, and back.
+    QModelIndex indexAt(const QPoint& place) const override;
+    QRect visualRect(const QModelIndex& index) const override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    void keyboardSearch(const QString&) override {}
 
 Q_SIGNALS:
+    /// The left button was pressed and released over a cell.
+    void cellClicked(int row, int col);
+    /// The left button was released over a cell; comes behind cellClicked.
+    void cellReleased(int row, int col);
+    /// Row or Col changed.
+    void rowColChanged();
+    void scrolled();
     /// The right button was pressed at this place of the screen.
     void menuRequested(const QPoint& globalPosition);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    void timerEvent(QTimerEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
-    QTableView* makeOverlay(const QString& name);
-    void setUpView(QTableView* view) const;
-    void applySizes(QTableView* view) const;
-    void applySpans();
-    void placeOverlays();
-    int fixedWidth() const;
-    int fixedHeight() const;
-    void askForText();
+    struct Lines;
 
-    const FlexGrid& m_grid;
+    void applySizes();
+    void applySpans();
+    void keepBlock(int row, int col, int rowSel, int colSel);
+    bool moveByKey(QKeyEvent* event);
+    int stepped(const QHeaderView* header, int line, int step, int first) const;
+    int pageRow(int direction) const;
+    void pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
+    void dragTo(QPoint place);
+    int columnEdgeAt(const QPoint& place) const;
+    void dragEdge(int x);
+    QPoint unscrolled(const QPoint& place) const;
+    void paintFixed(QPainter& painter, const Lines& lines);
+    void paintFixedCell(QPainter& painter, const QModelIndex& index);
+
+    FlexGrid& m_grid;
     FlexGridModel* m_model;
-    QTableView* m_fixedRows;
-    QTableView* m_fixedCols;
-    QTableView* m_corner;
-    QString m_lastSearch;
+    GridFindBar* m_findBar;
+    std::vector<GridSpan> m_fixedSpans;
+    bool m_shown = true;
+    bool m_keeping = false;
+    bool m_dragging = false;
+    QModelIndex m_pressed;
+    int m_draggedCol = -1;
+    int m_wheelRest = 0;
+    QBasicTimer m_scrollTimer;
 };
 
 } // namespace grid

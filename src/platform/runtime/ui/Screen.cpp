@@ -33,8 +33,11 @@ void Screen::keyPressEvent(QKeyEvent* event)
     switch (event->key()) {
     case Qt::Key_Escape:
     case Qt::Key_Enter:
-    case Qt::Key_Return: event->accept(); return;
-    default: QDialog::keyPressEvent(event);
+    case Qt::Key_Return:
+        event->accept();
+        return;
+    default:
+        QDialog::keyPressEvent(event);
     }
 }
 

@@ -15,10 +15,14 @@ namespace {
 QMessageBox::StandardButtons standardButtons(Buttons buttons)
 {
     switch (buttons) {
-    case Buttons::OkCancel: return QMessageBox::Ok | QMessageBox::Cancel;
-    case Buttons::YesNo: return QMessageBox::Yes | QMessageBox::No;
-    case Buttons::YesNoCancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-    case Buttons::Ok: break;
+    case Buttons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case Buttons::Ok:
+        break;
     }
     return QMessageBox::Ok;
 }
@@ -26,10 +30,14 @@ QMessageBox::StandardButtons standardButtons(Buttons buttons)
 QMessageBox::Icon picture(Icon icon)
 {
     switch (icon) {
-    case Icon::Question: return QMessageBox::Question;
-    case Icon::Warning: return QMessageBox::Warning;
-    case Icon::Critical: return QMessageBox::Critical;
-    case Icon::None: break;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Warning:
+        return QMessageBox::Warning;
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::None:
+        break;
     }
     return QMessageBox::NoIcon;
 }
@@ -37,10 +45,14 @@ QMessageBox::Icon picture(Icon icon)
 Answer answerOf(int button)
 {
     switch (button) {
-    case QMessageBox::Yes: return Answer::Yes;
-    case QMessageBox::No: return Answer::No;
-    case QMessageBox::Cancel: return Answer::Cancel;
-    default: return Answer::Ok;
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    case QMessageBox::Cancel:
+        return Answer::Cancel;
+    default:
+        return Answer::Ok;
     }
 }
 
@@ -56,12 +68,13 @@ QString shownTitle(const QString& title)
     return title.isEmpty() ? u"云杉学业册"_s : title;
 }
 
-/// "成绩库|*.CJK" in the file dialog's words; the extension counts in either case.
+/// "成绩库|*.CJK" in the file dialog's words; the extension counts in either case, and "*.*" means
+/// all files.
 QString nameFilter(const QString& filter)
 {
     QStringList patterns;
     for (const QString& pattern : filter.section(u'|', 1, 1).split(u';', Qt::SkipEmptyParts)) {
-        patterns.append(pattern);
+        patterns.append(pattern == u"*.*" ? u"*"_s : pattern);
         if (pattern != pattern.toLower())
             patterns.append(pattern.toLower());
     }
@@ -109,8 +122,9 @@ std::optional<QString> ScreenDialogs::chooseFile(const QString& title, const QSt
     dialog.setFileMode(saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     // The caller asks, in the program's own words.
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    if (saving)
-        dialog.setDefaultSuffix(filter.section(u'|', 1, 1).section(u';', 0, 0).section(u'.', -1));
+    const QString suffix = filter.section(u'|', 1, 1).section(u';', 0, 0).section(u'.', -1);
+    if (saving && suffix != u"*")
+        dialog.setDefaultSuffix(suffix);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().constFirst();

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace runtime {
 
-/// The dialogs as windows. A trapped failure offers to show no more of them until the running command
-/// ends; only after that choice their number is told then.
+/// The dialogs as windows. A trapped failure offers to show no more of them until the running
+/// command ends; only after that choice their number is told then.
 class ScreenDialogs : public Dialogs
 {
 public:

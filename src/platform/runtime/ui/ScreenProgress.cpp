@@ -15,30 +15,25 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int appearAfterMs = 300;
 constexpr int paintEveryMs = 40;
 
 } // namespace
 
-ScreenProgress::ScreenProgress(QWidget* parent)
+ScreenProgress::ScreenProgress(QWidget* parent, std::chrono::milliseconds appearAfter)
     : m_window(std::make_unique<Screen>(u"ProgressWindow"_s, u"请稍候"_s, parent)),
       m_text(named(new QLabel, u"ProgressText"_s, u"正在进行"_s)),
       m_counts(named(new QLabel, u"ProgressCounts"_s, u"已完成数"_s)),
-      m_bar(named(new QProgressBar, u"ProgressBar"_s, u"进度"_s))
+      m_bar(named(new QProgressBar, u"ProgressBar"_s, u"进度"_s)),
+      m_cancel(button(u"ProgressCancel"_s, u"取消(&C)"_s, m_window.get())),
+      m_appearAfter(appearAfter)
 {
     auto* layout = new QVBoxLayout(m_window.get());
     layout->addWidget(m_text);
     layout->addWidget(m_bar);
     layout->addWidget(m_counts);
-    auto* cancel = button(u"ProgressCancel"_s, u"取消(&C)"_s, m_window.get());
-    QObject::connect(cancel, &QPushButton::clicked, m_window.get(), [this, cancel] {
-        m_cancelled = true;
-        cancel->setEnabled(false);
-        m_text->setText(u"正在取消..."_s);
-    });
-    QObject::connect(m_window.get(), &QDialog::rejected, m_window.get(),
-                     [this] { m_cancelled = true; });
-    layout->addWidget(cancel, 0, Qt::AlignRight);
+    layout->addWidget(m_cancel, 0, Qt::AlignRight);
+    QObject::connect(m_cancel, &QPushButton::clicked, m_window.get(), [this] { cancel(); });
+    QObject::connect(m_window.get(), &QDialog::rejected, m_window.get(), [this] { cancel(); });
     m_window->setModal(true);
     m_window->setMinimumWidth(m_window->fontMetrics().averageCharWidth() * 50);
     m_started.start();
@@ -48,7 +43,7 @@ ScreenProgress::~ScreenProgress() = default;
 
 void ScreenProgress::report(const QString& text, int done, int total)
 {
-    if (!m_window->isVisible() && m_started.elapsed() < appearAfterMs)
+    if (!m_window->isVisible() && m_started.elapsed() < m_appearAfter.count())
         return;
     const bool last = total > 0 && done >= total;
     if (m_painted.isValid() && m_painted.elapsed() < paintEveryMs && !last)
@@ -59,6 +54,13 @@ void ScreenProgress::report(const QString& text, int done, int total)
     m_bar->setValue(done);
     m_counts->setText(total > 0 ? u"%1 / %2"_s.arg(done).arg(total) : QString());
     paint();
+}
+
+void ScreenProgress::cancel()
+{
+    m_cancelled = true;
+    m_cancel->setEnabled(false);
+    m_text->setText(u"正在取消..."_s);
 }
 
 void ScreenProgress::paint()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 
 #include <QElapsedTimer>
@@ -14,13 +15,14 @@ class QWidget;
 
 namespace runtime {
 
-/// Progress in a small window with counts, a bar and 取消. It blocks all other input; the work stays on
-/// the one thread, and the windows are painted between its steps. The window appears only when the work
-/// takes longer than a moment.
+/// Progress in a small window with counts, a bar and 取消. It blocks all other input; the work
+/// stays on the one thread, and the windows are painted between its steps. The window appears only
+/// when the work takes longer than a moment.
 class ScreenProgress : public Progress
 {
 public:
-    explicit ScreenProgress(QWidget* parent);
+    explicit ScreenProgress(QWidget* parent,
+                            std::chrono::milliseconds appearAfter = std::chrono::milliseconds(300));
     ~ScreenProgress() override;
 
     void report(const QString& text, int done, int total) override;
@@ -28,11 +30,14 @@ public:
 
 private:
     void paint();
+    void cancel();
 
     std::unique_ptr<QDialog> m_window;
     QLabel* m_text;
     QLabel* m_counts;
     QProgressBar* m_bar;
+    QPushButton* m_cancel;
+    std::chrono::milliseconds m_appearAfter;
     QElapsedTimer m_started;
     QElapsedTimer m_painted;
     bool m_cancelled = false;

@@ -90,8 +90,8 @@ std::vector<Seed> loadSeeds(Kinds kinds)
     for (const QString& name : folder.entryList(QDir::Files, QDir::Name)) {
         Seed seed{readAll(folder.filePath(name)), {}};
         const bool isZip = seed.bytes.startsWith("PK");
-        if (seed.bytes.isEmpty() || (kinds == Kinds::Xlsx && !isZip) ||
-            (kinds == Kinds::Xls && isZip))
+        if (seed.bytes.isEmpty() || (kinds == Kinds::Xlsx && !isZip)
+            || (kinds == Kinds::Xls && isZip))
             continue;
         if (isZip)
             seed.parts = unpack(folder.filePath(name));

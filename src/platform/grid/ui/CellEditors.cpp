@@ -1,0 +1,115 @@
+#include "platform/grid/ui/CellEditors.h"
+
+#include <QListWidget>
+
+#include "platform/grid/ui/CellTextEditor.h"
+#include "platform/grid/ui/FlexGridView.h"
+#include "platform/runtime/Trap.h"
+
+namespace grid {
+
+namespace {
+
+bool isEditable(const FlexGrid& grid, int row, int col)
+{
+    return row >= grid.FixedRows && col >= grid.FixedCols;
+}
+
+/// Makes the editor a child of the grid, hidden by its scrolling; gives the cell's place in the
+/// grid.
+QRect prepare(QWidget* editor, FlexGridView* view, int row, int col)
+{
+    view->select(row, col, row, col);
+    if (editor->parentWidget() != view->viewport()) {
+        editor->setParent(view->viewport());
+        QObject::connect(view, &FlexGridView::scrolled, editor, [editor] { HideTS(editor); });
+    }
+    return view->visualRect(view->model()->index(row, col));
+}
+
+void mark(QListWidgetItem* item, bool on)
+{
+    if (item->flags() & Qt::ItemIsUserCheckable && item->data(Qt::CheckStateRole).isValid())
+        item->setCheckState(on ? Qt::Checked : Qt::Unchecked);
+    else
+        item->setSelected(on);
+}
+
+/// Below the cell if the list fits there, otherwise above it.
+QRect listPlace(const QRect& cell, const QSize& size, const QSize& area)
+{
+    const bool below = cell.bottom() + 1 + size.height() <= area.height();
+    const int left = std::clamp(cell.left(), 0, std::max(area.width() - size.width(), 0));
+    return {QPoint(left, below ? cell.bottom() + 1 : cell.top() - size.height()), size};
+}
+
+/// At least one whole entry and its frame are seen.
+int listHeight(const QListWidget* list, const FlexGridView* view, int twips)
+{
+    if (twips <= 0)
+        return list->height();
+    const int entry = std::max(list->sizeHintForRow(0), 0) + 2 * list->frameWidth();
+    return std::max(view->pixels(twips), entry);
+}
+
+} // namespace
+
+void ShowTextInMFG(QLineEdit* box, FlexGridView* view, int row, int col)
+{
+    const runtime::Trap trap{" - Sub ShowTextInMFG/MDLMsFlexGrid"};
+    trap([&] {
+        if (!isEditable(view->grid(), row, col))
+            return;
+        const QString text = view->grid().TextMatrix(row, col);
+        box->setGeometry(prepare(box, view, row, col));
+        box->setText(text);
+        box->show();
+        box->raise();
+        box->setFocus(Qt::OtherFocusReason);
+        box->end(false);
+    });
+}
+
+void ShowListInMFG(QListWidget* list, FlexGridView* view, int row, int col, int height,
+                   const QString& separator)
+{
+    const runtime::Trap trap{" - Sub ShowListInMFG/MDLMsFlexGrid"};
+    trap([&] {
+        const QString text = view->grid().TextMatrix(row, col);
+        const QStringList parts = separator.isEmpty() ? QStringList(text) : text.split(separator);
+        const QRect cell = prepare(list, view, row, col);
+        const QSize size(
+            std::max(cell.width(), list->sizeHintForColumn(0) + 2 * list->frameWidth()),
+            listHeight(list, view, height));
+        list->setGeometry(listPlace(cell, size, view->viewport()->size()));
+        for (int i = 0; i < list->count(); ++i)
+            mark(list->item(i), parts.contains(list->item(i)->text()));
+        list->show();
+        list->raise();
+    });
+}
+
+void HideTS(QWidget* editor)
+{
+    QWidget* const area = editor->parentWidget();
+    if (editor->hasFocus() && area && area->parentWidget())
+        area->parentWidget()->setFocus(Qt::OtherFocusReason);
+    editor->hide();
+}
+
+void useUsualKeys(CellTextEditor* box, FlexGridView* view)
+{
+    const auto go = [box, view](int rows, int cols) {
+        const int row = view->grid().Row + rows;
+        const int col = view->grid().Col + cols;
+        if (row < view->grid().Rows() && col < view->grid().Cols())
+            ShowTextInMFG(box, view, row, col);
+        else
+            HideTS(box);
+    };
+    QObject::connect(box, &CellTextEditor::moved, view, go);
+    QObject::connect(box, &CellTextEditor::entered, view, [go] { go(1, 0); });
+    QObject::connect(box, &CellTextEditor::cancelled, view, [box] { HideTS(box); });
+}
+
+} // namespace grid

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+
+class QLineEdit;
+class QListWidget;
+class QWidget;
+
+namespace grid {
+
+class CellTextEditor;
+class FlexGridView;
+
+/// Lays the text box exactly over a cell, which becomes the current one, gives it the cell's text
+/// with the cursor at the end, and the focus. Only for cells behind the fixed rows and columns; for
+/// a fixed one nothing happens, and a cell outside the grid is a failure shown in a message. The
+/// box becomes a child of the grid and hides when the grid scrolls.
+void ShowTextInMFG(QLineEdit* box, FlexGridView* view, int row, int col);
+
+/// Lays the list below the cell if it fits into the grid there, otherwise above it, and checks the
+/// entries whose texts stand in the cell's text, which `separator` divides; in a list without check
+/// boxes it selects them. `height` is in twips; 0 or less leaves the list as high as it is.
+void ShowListInMFG(QListWidget* list, FlexGridView* view, int row, int col, int height,
+                   const QString& separator);
+
+/// Takes an in-cell editor out of sight; a focus in it goes back to the grid.
+void HideTS(QWidget* editor);
+
+/// What the keys of a text box do where a screen says nothing else: Enter and the arrows go to the
+/// cell below or above, Tab to the right, Esc hides.
+void useUsualKeys(CellTextEditor* box, FlexGridView* view);
+
+} // namespace grid

@@ -1,0 +1,255 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScrollBar>
+#include <QTimerEvent>
+#include <QWheelEvent>
+
+#include "platform/grid/ui/FlexGridView.h"
+#include "platform/grid/ui/GridFindBar.h"
+
+// What keys, mouse and wheel do in a FlexGridView.
+
+namespace grid {
+
+namespace {
+
+constexpr int EdgeReach = 3;
+constexpr int ScrollEveryMs = 50;
+
+} // namespace
+
+void FlexGridView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy))
+        QApplication::clipboard()->setMimeData(selectedCells());
+    else if (event->matches(QKeySequence::SelectAll))
+        selectAll();
+    else if (event->matches(QKeySequence::Find))
+        m_findBar->open();
+    else if (event->matches(QKeySequence::FindNext))
+        m_findBar->find(Qt::AscendingOrder);
+    else if (event->matches(QKeySequence::FindPrevious))
+        m_findBar->find(Qt::DescendingOrder);
+    else if (!moveByKey(event))
+        event->ignore();
+}
+
+/// The next line in the direction that is not hidden; the line itself at the end.
+int FlexGridView::stepped(const QHeaderView* header, int line, int step, int first) const
+{
+    int next = line + step;
+    while (next >= first && next < header->count() && header->isSectionHidden(next))
+        next += step;
+    return next < first || next >= header->count() ? line : next;
+}
+
+/// The row one page up (-1) or down (1) from the current one.
+int FlexGridView::pageRow(int direction) const
+{
+    const int page = viewport()->height() - fixedSize().height();
+    const QRect cell = visualRect(currentIndex());
+    const int row = verticalHeader()->logicalIndexAt(cell.top() + direction * page);
+    if (row >= 0)
+        return std::max(row, m_grid.FixedRows);
+    return direction < 0 ? m_grid.FixedRows : m_model->rowCount() - 1;
+}
+
+bool FlexGridView::moveByKey(QKeyEvent* event)
+{
+    const bool far = event->modifiers() & Qt::ControlModifier;
+    const int lastRow = m_model->rowCount() - 1;
+    const int lastCol = stepped(horizontalHeader(), m_model->columnCount(), -1, 0);
+    int row = m_grid.RowSel;
+    int col = m_grid.ColSel;
+    const auto rowStep = [&](int step) {
+        return stepped(verticalHeader(), row, step, m_grid.FixedRows);
+    };
+    const auto colStep = [&](int step) {
+        return stepped(horizontalHeader(), col, step, m_grid.FixedCols);
+    };
+    switch (event->key()) {
+    case Qt::Key_Up:
+        row = far ? m_grid.FixedRows : rowStep(-1);
+        break;
+    case Qt::Key_Down:
+        row = far ? lastRow : rowStep(1);
+        break;
+    case Qt::Key_Left:
+        col = far ? m_grid.FixedCols : colStep(-1);
+        break;
+    case Qt::Key_Right:
+        col = far ? lastCol : colStep(1);
+        break;
+    case Qt::Key_PageUp:
+        row = pageRow(-1);
+        break;
+    case Qt::Key_PageDown:
+        row = pageRow(1);
+        break;
+    case Qt::Key_Home:
+        col = m_grid.FixedCols;
+        row = far ? m_grid.FixedRows : row;
+        break;
+    case Qt::Key_End:
+        col = lastCol;
+        row = far ? lastRow : row;
+        break;
+    default:
+        return false;
+    }
+    if (event->modifiers() & Qt::ShiftModifier)
+        select(m_grid.Row, m_grid.Col, row, col);
+    else
+        select(row, col, row, col);
+    return true;
+}
+
+void FlexGridView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_draggedCol = columnEdgeAt(event->pos());
+    m_pressed = m_draggedCol < 0 ? indexAt(event->pos()) : QModelIndex();
+    if (m_pressed.isValid())
+        pressCell(m_pressed, event->modifiers());
+}
+
+void FlexGridView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    mousePressEvent(event);
+}
+
+/// A heading stands for its whole row or column, the corner for the grid.
+void FlexGridView::pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers)
+{
+    const bool headingRow = index.row() < m_grid.FixedRows;
+    const bool headingCol = index.column() < m_grid.FixedCols;
+    const bool extend = modifiers & Qt::ShiftModifier;
+    m_dragging = !headingRow && !headingCol;
+    if (headingRow && headingCol)
+        selectAll();
+    else if (headingRow)
+        keepBlock(m_model->rowCount() - 1, index.column(), 0, index.column());
+    else if (headingCol)
+        keepBlock(index.row(), m_model->columnCount() - 1, index.row(), 0);
+    else
+        select(extend ? m_grid.Row : index.row(), extend ? m_grid.Col : index.column(), index.row(),
+               index.column());
+    viewport()->update();
+}
+
+void FlexGridView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_draggedCol >= 0)
+        return dragEdge(event->pos().x());
+    if (!(event->buttons() & Qt::LeftButton)) {
+        viewport()->setCursor(columnEdgeAt(event->pos()) >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
+        return;
+    }
+    if (!m_dragging)
+        return;
+    dragTo(event->pos());
+    if (shownPart(m_grid.FixedRows, m_grid.FixedCols).contains(event->pos()))
+        m_scrollTimer.stop();
+    else if (!m_scrollTimer.isActive())
+        m_scrollTimer.start(ScrollEveryMs, this);
+}
+
+/// Extends the block to the cell under the mouse; outside, one cell further.
+void FlexGridView::dragTo(QPoint place)
+{
+    const QRect part = shownPart(m_grid.FixedRows, m_grid.FixedCols);
+    const QPoint within(std::clamp(place.x(), part.left(), std::max(part.right(), part.left())),
+                        std::clamp(place.y(), part.top(), std::max(part.bottom(), part.top())));
+    const QModelIndex seen = indexAt(within);
+    int row = seen.isValid() ? seen.row() : m_grid.RowSel;
+    int col = seen.isValid() ? seen.column() : m_grid.ColSel;
+    if (place.y() != within.y())
+        row = stepped(verticalHeader(), row, place.y() < within.y() ? -1 : 1, m_grid.FixedRows);
+    if (place.x() != within.x())
+        col = stepped(horizontalHeader(), col, place.x() < within.x() ? -1 : 1, m_grid.FixedCols);
+    if (row != m_grid.RowSel || col != m_grid.ColSel)
+        select(m_grid.Row, m_grid.Col, row, col);
+}
+
+void FlexGridView::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == m_scrollTimer.timerId())
+        dragTo(viewport()->mapFromGlobal(QCursor::pos()));
+    else
+        QTableView::timerEvent(event);
+}
+
+void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_scrollTimer.stop();
+    m_dragging = false;
+    const bool resized = std::exchange(m_draggedCol, -1) >= 0;
+    const QModelIndex pressed = std::exchange(m_pressed, QModelIndex());
+    const QModelIndex released = indexAt(event->pos());
+    if (resized || !released.isValid())
+        return;
+    const int row = released.row();
+    const int col = released.column();
+    const QPointer<FlexGridView> alive(this);
+    if (pressed == released)
+        Q_EMIT cellClicked(row, col);
+    if (alive)
+        Q_EMIT cellReleased(row, col);
+}
+
+/// The column whose right edge is under the mouse in the fixed rows; -1 for none.
+int FlexGridView::columnEdgeAt(const QPoint& place) const
+{
+    if (place.y() >= fixedSize().height() || place.y() < 0)
+        return -1;
+    for (const int reach : {-EdgeReach, EdgeReach}) {
+        const QPoint side(place.x() + reach, place.y());
+        const int col = columnAt(unscrolled(side).x());
+        if (col < 0)
+            continue;
+        const int offset = col < m_grid.FixedCols ? 0 : horizontalOffset();
+        const int end = horizontalHeader()->sectionPosition(col) - offset + columnWidth(col);
+        if (std::abs(end - place.x()) <= EdgeReach)
+            return col;
+    }
+    return -1;
+}
+
+void FlexGridView::dragEdge(int x)
+{
+    const int offset = m_draggedCol < m_grid.FixedCols ? 0 : horizontalOffset();
+    const int start = horizontalHeader()->sectionPosition(m_draggedCol) - offset;
+    const int least = fontMetrics().height() + EdgeReach;
+    const int width = std::max(x - start, least);
+    setColumnWidth(m_draggedCol, width);
+    m_grid.setColWidth(m_draggedCol, twips(width - fontMetrics().height()));
+    viewport()->update();
+}
+
+/// One row a notch.
+void FlexGridView::wheelEvent(QWheelEvent* event)
+{
+    if (event->modifiers() != Qt::NoModifier || event->angleDelta().y() == 0)
+        return QTableView::wheelEvent(event);
+    m_wheelRest += event->angleDelta().y();
+    const int notches = m_wheelRest / QWheelEvent::DefaultDeltasPerStep;
+    m_wheelRest -= notches * QWheelEvent::DefaultDeltasPerStep;
+    event->accept();
+    const int first = std::min(m_grid.FixedRows, m_model->rowCount() - 1);
+    if (notches == 0 || first < 0)
+        return;
+    int row = verticalHeader()->logicalIndexAt(fixedSize().height());
+    for (int i = 0; i < std::abs(notches); ++i)
+        row = stepped(verticalHeader(), row, notches > 0 ? -1 : 1, first);
+    verticalScrollBar()->setValue(verticalHeader()->sectionPosition(row)
+                                  - verticalHeader()->sectionPosition(first));
+}
+
+} // namespace grid

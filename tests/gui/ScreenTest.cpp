@@ -1,0 +1,68 @@
+#include "platform/runtime/ui/Screen.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include "support/PrintQString.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(Screen, CarriesItsNameAndCaption)
+{
+    const runtime::Screen screen(u"FormNew"_s, u"新建成绩库"_s, nullptr);
+    EXPECT_EQ(screen.objectName(), u"FormNew"_s);
+    EXPECT_EQ(screen.windowTitle(), u"新建成绩库"_s);
+}
+
+TEST(Screen, EscClosesNothingAndEnterPressesNoButton)
+{
+    runtime::Screen screen(u"FormNew"_s, u"新建"_s, nullptr);
+    auto* layout = new QVBoxLayout(&screen);
+    auto* text = new QLineEdit;
+    auto* made = runtime::button(u"Command1"_s, u"确定(&O)"_s, &screen);
+    layout->addWidget(text);
+    layout->addWidget(made);
+    const QSignalSpy clicked(made, &QPushButton::clicked);
+    screen.show();
+    for (const auto key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter}) {
+        QTest::keyClick(text, key);
+        QTest::keyClick(&screen, key);
+    }
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_EQ(clicked.count(), 0);
+    QTest::mouseClick(made, Qt::LeftButton);
+    EXPECT_EQ(clicked.count(), 1);
+    screen.close();
+    EXPECT_FALSE(screen.isVisible());
+}
+
+TEST(Screen, AWidgetIsReadWithoutItsAccessKey)
+{
+    QWidget window;
+    auto* box = new QLineEdit(&window);
+    const auto* made = runtime::button(u"Command1"_s, u"导入(&I)"_s, &window);
+    const auto* label = runtime::label(u"Label1"_s, u"班级(&B)"_s, box, &window);
+    EXPECT_EQ(made->objectName(), u"Command1"_s);
+    EXPECT_EQ(made->accessibleName(), u"导入"_s);
+    EXPECT_EQ(made->text(), u"导入(&I)"_s);
+    EXPECT_EQ(label->buddy(), box);
+    EXPECT_EQ(box->accessibleName(), u"班级"_s);
+}
+
+TEST(Screen, ALabelLeavesTheNameThatItsBuddyHas)
+{
+    QWidget window;
+    auto* box = runtime::named(new QLineEdit(&window), u"TextBJ"_s, u"班级号"_s);
+    runtime::label(u"Label1"_s, u"班级"_s, box, &window);
+    EXPECT_EQ(box->accessibleName(), u"班级号"_s);
+}
+
+} // namespace
