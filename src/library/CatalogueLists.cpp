@@ -143,9 +143,9 @@ void Catalogue::GetKSKM(const QString& exams, const QString& stream)
         MarkSums sums(AllColumns);
         for (const QString& exam : examNames(exams)) {
             jet::Recordset rows;
-            rows.Open(examRowSql(exam, stream), m_conn);
+            rows.Open(orderedExamRowSql(exam, stream), m_conn);
             if (rows.RecordCount() == 0 && stream == u"文"_s)
-                rows.Open(examRowSql(exam, u"理"_s), m_conn);
+                rows.Open(orderedExamRowSql(exam, u"理"_s), m_conn);
             if (rows.RecordCount() == 0)
                 continue;
             for (qsizetype i = 0; i < AllColumns.size(); ++i)
@@ -162,9 +162,9 @@ void Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
         MarkSums sums(AllColumns);
         for (const QString& exam : examNames(exams)) {
             jet::Recordset rows;
-            rows.Open(examRowSql(exam, stream), m_conn);
+            rows.Open(orderedExamRowSql(exam, stream), m_conn);
             if (rows.RecordCount() == 0)
-                rows.Open(examRowSql(exam, otherStream(stream)), m_conn);
+                rows.Open(orderedExamRowSql(exam, otherStream(stream)), m_conn);
             if (rows.RecordCount() == 0)
                 continue;
             for (qsizetype i = 0; i < AllColumns.size(); ++i) {
@@ -184,7 +184,7 @@ void Catalogue::GetZFKMGS(const QString& exam, const QString& stream)
         jet::Recordset rows;
         rows.Open(examRowSql(exam, stream), m_conn);
         if (rows.RecordCount() == 0)
-            rows.Open(examRowSql(exam, otherStream(stream)), m_conn);
+            rows.Open(orderedExamRowSql(exam, otherStream(stream)), m_conn);
         for (qsizetype i = 0; i < TotalColumns.size(); ++i)
             trap([&] { TotalFormulas[i] = rows.Fields(TotalColumns[i]).Value().text(); });
     });

@@ -14,13 +14,15 @@ namespace {
 
 constexpr qsizetype copiesKept = 5;
 
-/// Removes the oldest dated copies; their names sort by date.
-void removeOldCopies(const QFileInfo& file)
+/// Removes the oldest dated copies; their names sort by date. The one just made stays, even if the
+/// clock was put back since the others.
+void removeOldCopies(const QFileInfo& file, const QString& justMade)
 {
     const QRegularExpression dated(QRegularExpression::anchoredPattern(
         QRegularExpression::escape(file.fileName()) + u"_\\d{4}-\\d{2}-\\d{2}_\\d{4}\\.bak"_s));
     QStringList copies = file.dir().entryList(QDir::Files, QDir::Name).filter(dated);
-    while (copies.size() > copiesKept)
+    copies.removeOne(QFileInfo(justMade).fileName());
+    while (copies.size() > copiesKept - 1)
         file.dir().remove(copies.takeFirst());
 }
 
@@ -42,7 +44,7 @@ QString backUpLibrary(const QString& libraryPath, const QDateTime& now)
         QFile::remove(unfinished);
         throw runtime::Error(u"导入前的备份没有成功，什么也没有导入：%1。"_s.arg(copy));
     }
-    removeOldCopies(QFileInfo(libraryPath));
+    removeOldCopies(QFileInfo(libraryPath), copy);
     return copy;
 }
 

@@ -104,6 +104,12 @@ void NewLibrary::copyTemplate() const
     QSaveFile copy(target);
     if (!copy.open(QIODevice::WriteOnly) || copy.write(source.readAll()) < 0 || !copy.commit())
         throw runtime::Error(u"无法写入文件 %1（%2）。"_s.arg(target, copy.errorString()));
+    // What a crash left beside the former file would be played back into the new one.
+    for (const QString& ending : {u"-journal"_s, u"-wal"_s}) {
+        const QString log = target + ending;
+        if (QFile::exists(log) && !QFile::remove(log))
+            throw runtime::Error(u"无法删除原文件留下的 %1。"_s.arg(log));
+    }
 }
 
 void NewLibrary::addColumns(const QStringList& subjects)

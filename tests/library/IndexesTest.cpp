@@ -1,0 +1,53 @@
+#include "library/LibraryShape.h"
+
+#include <gtest/gtest.h>
+
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using support::TestLibrary;
+
+class Indexes : public testing::Test
+{
+protected:
+    QString names()
+    {
+        return test.rows(u"select name from sqlite_master where type='index' and "
+                         "name not like 'sqlite%' order by name"_s);
+    }
+
+    TestLibrary test{{u"语文"_s}};
+};
+
+TEST_F(Indexes, OfTheTemplateAreThoseThatAnOlderFileIsGiven)
+{
+    const QString ofTemplate = names();
+    EXPECT_EQ(ofTemplate.count(u" / "_s) + 1, library::libraryShape().indexes.size());
+    for (const QString& index : ofTemplate.split(u" / "_s))
+        test.execute(u"drop index [%1]"_s.arg(index));
+    EXPECT_EQ(names(), u""_s);
+    test.scores.OpenDB();
+    jet::WriteBatch batch(test.scores.Conn);
+    batch.commit();
+    EXPECT_EQ(names(), ofTemplate);
+}
+
+TEST_F(Indexes, ServeTheQuestionsThatAreAskedForEachRow)
+{
+    const std::pair<QString, QString> cases[] = {
+        {u"成绩表 where 考试名称='期中' and 科类='理' and 班级=3"_s, u"成绩表_考试"_s},
+        {u"成绩表 where id=7"_s, u"成绩表_学生"_s},
+        {u"成绩表 where 班级=3 and 学号=4"_s, u"成绩表_班级学号"_s},
+        {u"信息表 where 班级=3 and 学号=4"_s, u"信息表_班级学号"_s},
+        {u"信息表 where 科类='理' and 班级=3"_s, u"信息表_科类班级"_s},
+        {u"教师表 where 考试名称='期中' and 班级=3"_s, u"教师表_考试"_s},
+    };
+    for (const auto& [question, index] : cases)
+        EXPECT_TRUE(test.rows(u"explain query plan select * from "_s + question).contains(index))
+            << question.toStdString();
+}
+
+} // namespace
