@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Times the product against a bare program that does only the same reading, arithmetic and writing.
 
-    compare.py --bound DIR [--programs DIR] [--rounds 7]
+    compare.py --bound DIR [--programs DIR] [--rounds 7] [--only writing]
 
 The bound's folder holds gen.py (makes its libraries and a workbook), floor.cpp (scores) and
-xlsx_floor.cpp (imports a workbook). Both sides run in turns in one go, each on a fresh copy; ratios are
+xlsx_floor.cpp (imports a workbook, writes one). Both sides run in turns in one go, each on a fresh copy; ratios are
 taken within a round, and their median is printed.
 """
 import argparse
@@ -14,6 +14,7 @@ import statistics
 import subprocess
 import sys
 import tempfile
+import time
 from pathlib import Path
 
 SIZES = {"A": 1200, "B": 3000, "C": 12000}
@@ -66,10 +67,7 @@ def compare_scoring(options, floor, folder):
         ours.unlink()
 
 
-def compare_import(options, floor, folder):
-    reader = folder / "xlsx_floor"
-    run("g++", "-O2", "-std=c++20", options.bound / "xlsx_floor.cpp", "-lsqlite3", "-lexpat", "-lz",
-        "-o", reader)
+def compare_import(options, floor, reader, folder):
     book = folder / "book.xlsx"
     run(sys.executable, options.bound / "gen.py", "xlsx", 3000, book)
     theirs = bound_library(options.bound, floor, "B", folder)
@@ -81,6 +79,20 @@ def compare_import(options, floor, folder):
         times.append(float(re.search(r"([\d.]+) ms", text).group(1)))
         ratios.append(times[-1] / bounds[-1])
     report("import 3000 x 12", times, bounds, ratios)
+
+
+def compare_writing(options, writer, folder):
+    """The bound as a whole process against the first workbook that a process of ours writes."""
+    times, bounds, ratios, peak = [], [], [], 0
+    for _ in range(options.rounds):
+        begin = time.perf_counter()
+        run(writer, "write", folder / "bound.xlsx")
+        bounds.append((time.perf_counter() - begin) * 1000)
+        text = run(options.programs / "bench_writer", folder / "ours.xlsx")
+        times.append(figure(text, "first"))
+        peak = max(peak, figure(text, "peak_mb"))
+        ratios.append(times[-1] / bounds[-1])
+    report("writing 3000 x 30 and 40 tables", times, bounds, ratios, f", peak {peak:.0f} MB")
 
 
 def report(what, times, bounds, ratios, more=""):
@@ -96,14 +108,21 @@ def main():
                         default=Path(__file__).resolve().parent.parent / "build/release/bin")
     parser.add_argument("--rounds", type=int, default=7)
     parser.add_argument("--journal", default="delete", choices=["delete", "wal"])
+    parser.add_argument("--only", choices=["writing"])
     options = parser.parse_args()
     options.bound = options.bound.resolve()
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
         floor = folder / "floor"
         run("g++", "-O2", "-std=c++20", options.bound / "floor.cpp", "-lsqlite3", "-o", floor)
+        workbooks = folder / "xlsx_floor"
+        run("g++", "-O2", "-std=c++20", options.bound / "xlsx_floor.cpp", "-lsqlite3", "-lexpat",
+            "-lz", "-o", workbooks)
+        compare_writing(options, workbooks, folder)
+        if options.only == "writing":
+            return
         compare_scoring(options, floor, folder)
-        compare_import(options, floor, folder)
+        compare_import(options, floor, workbooks, folder)
 
 
 if __name__ == "__main__":

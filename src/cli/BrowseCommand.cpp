@@ -1,28 +1,14 @@
 #include "cli/Command.h"
+#include "cli/SelectionOptions.h"
 #include "workbench/Browse.h"
 #include "workbench/Selection.h"
 
 namespace cli {
 
 using namespace Qt::StringLiterals;
-using workbench::ChoiceList;
-using workbench::Selected;
 using workbench::Selection;
 
 namespace {
-
-/// Selects exactly these items. Throws UsageError, naming `kind`, for one that is not in the list.
-void selectOnly(ChoiceList& list, const QStringList& texts, const QString& kind)
-{
-    list.selectAll(Selected::No);
-    for (const QString& text : texts) {
-        const auto item = std::find_if(list.items.begin(), list.items.end(),
-                                       [&](const ChoiceList::Item& i) { return i.text == text; });
-        if (item == list.items.end())
-            throw UsageError(u"成绩库里没有%1“%2”。"_s.arg(kind, text));
-        item->selected = true;
-    }
-}
 
 void chooseStream(Selection& selection, const QString& stream)
 {
@@ -60,13 +46,10 @@ void setOrder(Selection& selection, const QStringList& order)
 
 void choose(Selection& selection, const Arguments& arguments)
 {
-    if (arguments.has(u"exam"_s))
-        selectOnly(selection.ListKSMC, arguments.list(u"exam"_s), u"考试"_s);
+    chooseExamsAndCategories(selection, arguments);
     chooseStream(selection, arguments.value(u"stream"_s, u"全"_s));
     if (arguments.has(u"classes"_s))
         selectOnly(selection.ListFW, arguments.list(u"classes"_s), u"班级"_s);
-    if (arguments.has(u"categories"_s))
-        selectOnly(selection.ListLB, arguments.list(u"categories"_s), u"类别代码"_s);
     const QString show = arguments.oneOf(u"show"_s, selection.ListXM.items);
     selection.ListXM.ListIndex = int(selection.ListXM.items.indexOf(show));
     setOrder(selection, arguments.list(u"order"_s));
@@ -81,7 +64,7 @@ Exit runBrowse(Session& session)
 {
     const Arguments& arguments = session.arguments;
     const QString format = arguments.oneOf(u"format"_s, {u"tsv"_s, u"json"_s});
-    if (!arguments.has(u"exam"_s) && !arguments.has(u"sql"_s))
+    if (arguments.list(u"exam"_s).isEmpty() && !arguments.has(u"sql"_s))
         throw UsageError(u"缺少选项 --exam。"_s);
     if (!session.openLibrary())
         return Exit::Error;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QHash>
+#include <QMap>
 #include <QStringList>
 
 #include "import/ExamImport.h"
@@ -16,13 +16,14 @@ public:
     /// `fullMarks` are texts of the form "语文=150". Throws UsageError for any other.
     CliImportScreens(const runtime::AppPaths& paths, const QStringList& fullMarks);
 
-    /// Throws UsageError if a subject is left without a full mark; nothing has been written then.
+    /// Says which full marks belong to no subject of the sheet. Throws UsageError if a subject is
+    /// left without one; nothing has been written then.
     void showFullMarks(importing::ImportState& state, const QString& label) override;
     void showErrorList(importing::ImportState& state) override;
 
 private:
     const runtime::AppPaths& m_paths;
-    QHash<QString, QString> m_fullMarks;
+    QMap<QString, QString> m_fullMarks;
 };
 
 } // namespace cli

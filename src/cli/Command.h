@@ -44,6 +44,8 @@ Exit runImportStudents(Session& session);
 Exit runImportExam(Session& session);
 Exit runScore(Session& session);
 Exit runBrowse(Session& session);
+Exit runReport(Session& session);
+Exit runAnalyze(Session& session);
 Exit runInfo(Session& session);
 
 /// All commands, in the order of the help text.

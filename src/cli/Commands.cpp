@@ -58,6 +58,22 @@ const std::vector<Command>& commands()
          "    --sql TEXT         代替生成的 SQL 语句\n"
          "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
          runBrowse},
+        {u"report",
+         {{u"item"_s, u"button"_s, u"exam"_s, u"categories"_s, u"format"_s}, {}, 1, 1},
+         u"yunshan-cli report LIB --item NAME --exam A,B [--categories 1,2] [--format tsv|json]\n"
+         "yunshan-cli report LIB --button NAME --exam A,B [--categories 1,2] [--format tsv|json]\n"
+         "    统计报表。\n"
+         "    --item NAME        该名称的报表，各比率用自己的标题和设置；高、低分段也写作高分段、低分段\n"
+         "    --button NAME      与界面上“执行统计”按钮完全相同的操作\n"
+         "    --exam A,B         考试；只针对一次考试的报表遇到多次考试时按“取消”处理\n"
+         "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
+         runReport},
+        {u"analyze",
+         {{u"exam"_s, u"out"_s, u"format"_s}, {}, 1, 1},
+         u"yunshan-cli analyze LIB --exam A --out DIR [--format paths|json]\n"
+         "    综合分析：每个科类一个工作簿，存入文件夹 DIR，输出文件的路径。\n"
+         "    --format json      输出工作簿的全部内容，这时可以不给 --out\n",
+         runAnalyze},
         {u"info",
          {{}, {}, 1, 1},
          u"yunshan-cli info LIB\n"

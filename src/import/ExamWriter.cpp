@@ -24,7 +24,11 @@ Value numberOrText(const QString& text)
 
 ExamWriter::ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
                        const ImportState& state, ExamChoice examChoice)
-    : m_library(scoreLibrary), m_classes(classes), m_state(state), m_examChoice(examChoice)
+    : m_library(scoreLibrary),
+      m_classes(classes),
+      m_state(state),
+      m_examChoice(examChoice),
+      m_students(scoreLibrary.Conn)
 {
 }
 
@@ -156,8 +160,10 @@ void ExamWriter::setStudentId(double classNumber, double number)
 {
     trap([&] {
         jet::Field id = field(m_columns.id);
-        if (id.Value().isNull())
-            id.setValue(m_library.studentId(classNumber, number));
+        if (!id.Value().isNull())
+            return;
+        const KnownStudents::Student* student = m_students.find(classNumber, number);
+        id.setValue(student == nullptr ? Value() : Value(student->id));
     });
 }
 

@@ -3,6 +3,7 @@
 #include "import/ClassAnswers.h"
 #include "import/ExamImport.h"
 #include "import/ImportState.h"
+#include "import/KnownStudents.h"
 
 namespace importing {
 
@@ -60,6 +61,7 @@ private:
     ClassAnswers& m_classes;
     const ImportState& m_state;
     ExamChoice m_examChoice;
+    KnownStudents m_students;
     jet::Recordset m_rows;
     int m_examNumber = 0;
     StudentColumns m_columns;

@@ -19,7 +19,7 @@ const Trap testTrap{" - Function TestStuName/Mdl_MDB"};
 
 StudentMatch::StudentMatch(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
                            IntakeBatch& batch)
-    : m_library(scoreLibrary), m_classes(classes), m_batch(batch)
+    : m_library(scoreLibrary), m_classes(classes), m_batch(batch), m_known(scoreLibrary.Conn)
 {
 }
 
@@ -28,21 +28,20 @@ QString StudentMatch::TestStuName(double classNumber, double number, const QStri
 {
     QString result;
     testTrap([&] {
-        jet::Statement& student = m_library.Conn.prepared(
-            u"select 姓名 from 信息表 where 班级=? and 学号=? order by rowid limit 1"_s);
-        student.bind({classNumber, number});
-        if (!student.step()) {
-            student.reset();
-            if (mayAdd(classNumber, number, name, newStudents))
-                add(classNumber, number, name);
-            return;
-        }
-        const QString libraryName = student.text(0);
-        student.reset();
-        if (libraryName != name)
-            result = libraryName;
+        const KnownStudents::Student* known = m_known.find(classNumber, number);
+        if (known != nullptr && known->name != name)
+            result = known->name;
+        else if (known == nullptr && mayAdd(classNumber, number, name, newStudents))
+            add(classNumber, number, name);
     });
     return result;
+}
+
+Answer StudentMatch::ask(const QString& text, const QString& title, runtime::Buttons buttons)
+{
+    // While the question waits, others can write.
+    m_known.forget();
+    return m_batch.ask(text, title, buttons);
 }
 
 bool StudentMatch::mayAdd(double classNumber, double number, const QString& name,
@@ -52,7 +51,7 @@ bool StudentMatch::mayAdd(double classNumber, double number, const QString& name
         return true;
     const QString question = u"是否添加新学生： "_s + doubleText(classNumber) + u" 班 "_s
                              + doubleText(number) + u" 号 ,"_s + name;
-    return m_batch.ask(question, {}, runtime::Buttons::OkCancel) == Answer::Ok;
+    return ask(question, {}, runtime::Buttons::OkCancel) == Answer::Ok;
 }
 
 void StudentMatch::add(double classNumber, double number, const QString& name)
@@ -73,6 +72,7 @@ void StudentMatch::add(double classNumber, double number, const QString& name)
     const Value stream = m_classes.GetBJKL(classNumber);
     set(u"科类"_s, classKnown ? stream : Value(u""_s));
     rows.Update();
+    m_known.add(rows.lastInsertId());
 }
 
 void StudentMatch::SetStuName(double classNumber, double number, const QString& name)
@@ -80,6 +80,7 @@ void StudentMatch::SetStuName(double classNumber, double number, const QString& 
     const Trap trap{" - Sub SetStuName/Mdl_MDB"};
     const QString tail = u" set 姓名='"_s + name + u"' where 班级="_s + doubleText(classNumber)
                          + u" and 学号="_s + doubleText(number);
+    m_known.forget();
     jet::Recordset rows;
     trap([&] { rows.Open(u"update  信息表"_s + tail, m_library.Conn); });
     trap([&] { rows.Open(u"update  成绩表"_s + tail, m_library.Conn); });
@@ -88,8 +89,8 @@ void StudentMatch::SetStuName(double classNumber, double number, const QString& 
 Answer StudentMatch::askNameMismatch(double classNumber, double number, const QString& sheetName,
                                      const QString& libraryName)
 {
-    return m_batch.ask(nameMismatchText(classNumber, number, sheetName, libraryName), u"数据错误"_s,
-                       runtime::Buttons::YesNoCancel);
+    return ask(nameMismatchText(classNumber, number, sheetName, libraryName), u"数据错误"_s,
+               runtime::Buttons::YesNoCancel);
 }
 
 QString StudentMatch::nameMismatchText(double classNumber, double number, const QString& sheetName,

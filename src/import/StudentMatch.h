@@ -2,6 +2,7 @@
 
 #include "import/ClassAnswers.h"
 #include "import/IntakeBatch.h"
+#include "import/KnownStudents.h"
 #include "platform/jet/Recordset.h"
 
 namespace importing {
@@ -34,12 +35,14 @@ public:
                                     const QString& libraryName);
 
 private:
+    runtime::Answer ask(const QString& text, const QString& title, runtime::Buttons buttons);
     bool mayAdd(double classNumber, double number, const QString& name, NewStudents newStudents);
     void add(double classNumber, double number, const QString& name);
 
     library::ScoreLibrary& m_library;
     ClassAnswers& m_classes;
     IntakeBatch& m_batch;
+    KnownStudents m_known;
     jet::Recordset m_newStudents;
 };
 

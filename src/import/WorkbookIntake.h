@@ -6,13 +6,13 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/excel/Application.h"
+#include "platform/excel/OpenExcel.h"
 
 namespace importing {
 
 /// Every spreadsheet instance that was started. The owner outlives the screens, since leaving a
 /// screen by its frame leaves its workbook in view.
-using Applications = std::vector<std::unique_ptr<excel::Application>>;
+using excel::Applications;
 
 /// What an import screen demands of its sheet.
 struct SheetRules
@@ -51,6 +51,13 @@ public:
 
     /// The sheets in workbook order; empty without a workbook.
     QStringList sheetNames() const;
+
+    /// The workbook and its spreadsheet instance; null without one.
+    excel::Workbook* workbook() const { return m_excelBook; }
+    excel::Application* application() const { return m_excelApp; }
+
+    /// Why the file of the latest browse could not be opened; empty if it was.
+    const QString& openError() const { return m_openError; }
 
     /// The workbook's folder with its last slash.
     QString folder() const;

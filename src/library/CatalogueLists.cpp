@@ -42,12 +42,12 @@ void Catalogue::GetKSXX()
     const Trap trap{" - Sub GetKSXX/Mdl_MDB"};
     trap([&] {
         jet::Recordset rows;
-        rows.Open(u"select *  from 考试名称表 order by 考试编号"_s, m_conn);
+        rows.Open(u"select 考试名称 from 考试名称表 order by 考试编号"_s, m_conn);
         QStringList exams;
         // The test goes by substring: an exam named as a part of an earlier one is not listed.
         QString seen;
         for (; !rows.Eof(); rows.MoveNext()) {
-            const QString exam = rows.Fields(u"考试名称"_s).Value().text();
+            const QString exam = rows.Fields(0).Value().text();
             if (seen.contains(exam) && !(exam.isEmpty() && seen.isEmpty()))
                 continue;
             seen += exam + u","_s;
@@ -78,16 +78,18 @@ void Catalogue::GetBJXX()
         std::vector<ClassEntry>& classes = table.emplace_back();
         trap([&] {
             jet::Recordset rows;
-            rows.Open(u"select distinct 班级  from 信息表 where 科类='"_s + stream
-                          + u"' order by 班级"_s,
-                      m_conn);
-            jet::Statement& size = m_conn.prepared(u"select count(*) from 信息表 where 班级=?"_s);
+            // A class counts all its students, those of another stream too.
+            rows.Open(
+                u"select 班级, (select count(*) from 信息表 同班 where 同班.班级=信息表.班级) "
+                "from 信息表 where 科类='"_s
+                    + stream + u"' group by 班级 order by 班级"_s,
+                m_conn);
             for (; !rows.Eof(); rows.MoveNext()) {
                 const runtime::Value number = rows.Fields(0).Value();
-                size.bind({number});
-                size.step();
-                classes.push_back({runtime::Val(number), int(size.integer(0))});
-                size.finish();
+                if (number.isNull())
+                    trap.fail(u"有学生没有班级。"_s);
+                classes.push_back(
+                    {runtime::Val(number), int(runtime::Val(rows.Fields(1).Value()))});
             }
         });
     }

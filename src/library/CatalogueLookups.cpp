@@ -101,8 +101,10 @@ namespace {
 /// A field of the first student of a class. Throws the engine's error if the class has none.
 Value firstStudentField(jet::Connection& conn, const Value& classNumber, const QString& field)
 {
-    jet::Statement& student = conn.prepared(
-        u"select ID, "_s + field + u" from 信息表 where 班级=? order by rowid limit 1"_s);
+    // Asked for by order and limit, the engine would walk through the students of other classes.
+    jet::Statement& student =
+        conn.prepared(u"select ID, "_s + field
+                      + u" from 信息表 where rowid=(select min(rowid) from 信息表 where 班级=?)"_s);
     student.bind({classNumber});
     if (!student.step())
         throw jet::Error(jet::Failure::Sql, u"没有当前记录。"_s);

@@ -71,7 +71,8 @@ void ScoreLibrary::GetBin(const jet::Field& field, const QString& fileName)
         if (size <= 0)
             return;
         QFile file(fileName);
-        if (!file.open(QIODevice::WriteOnly) || file.write(field.GetChunk(size)) != size)
+        if (!file.open(QIODevice::WriteOnly) || file.write(field.GetChunk(size)) != size
+            || !file.flush())
             throw runtime::Error(u"无法写入文件 %1（%2）。"_s.arg(fileName, file.errorString()));
     });
 }
@@ -101,19 +102,6 @@ QString ScoreLibrary::GetPic(qint64 id)
         GetBin(rows.Fields(u"照片"_s), picture);
     });
     return picture;
-}
-
-runtime::Value ScoreLibrary::studentId(const runtime::Value& classNumber,
-                                       const runtime::Value& number)
-{
-    jet::Statement& student =
-        Conn.prepared(u"select ID from 信息表 where 班级=? and 学号=? order by rowid limit 1"_s);
-    student.reset();
-    student.bindValue(1, classNumber);
-    student.bindValue(2, number);
-    const runtime::Value id = student.step() ? student.value(0) : runtime::Value();
-    student.finish();
-    return id;
 }
 
 } // namespace library

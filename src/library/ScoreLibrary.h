@@ -53,9 +53,6 @@ public:
     /// student has no 照片名.
     QString GetPic(qint64 id);
 
-    /// The ID in 信息表 of the first student of that class and number, or Null.
-    runtime::Value studentId(const runtime::Value& classNumber, const runtime::Value& number);
-
 Q_SIGNALS:
     /// A library was opened; its lists stand.
     void opened();

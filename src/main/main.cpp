@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -29,6 +30,14 @@ QFont chineseFont()
     return font;
 }
 
+QIcon programIcon()
+{
+    QIcon icon;
+    for (const int size : {48, 128, 256})
+        icon.addFile(u":/icons/yunshan-%1.png"_s.arg(size));
+    return icon;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -40,6 +49,7 @@ int main(int argc, char** argv)
     QTranslator translator;
     speakChinese(translator);
     QApplication::setFont(chineseFont());
+    QApplication::setWindowIcon(programIcon());
 
     runtime::ScreenDialogs dialogs;
     library::ScoreLibrary scores(runtime::AppPaths::locate(QApplication::applicationDirPath()));

@@ -40,28 +40,31 @@ void TableColumn::setNull(size_t row)
     store(row, 0, true);
 }
 
-ExamTable::ExamTable(jet::Connection& connection, const QString& exam, const QString& stream)
+ExamTable::ExamTable(jet::Connection& connection, const QString& exam, const QString& stream,
+                     const TableScope& scope)
     : m_conn(connection)
 {
-    chooseColumns();
-    read(exam, stream);
+    chooseColumns(scope.columns);
+    read(exam, stream, scope.filter);
     sortByRowId();
     m_changedRows.assign(rowCount(), 0);
     for (TableColumn& column : m_columns)
         column.m_changedRows = &m_changedRows;
 }
 
-void ExamTable::chooseColumns()
+void ExamTable::chooseColumns(const QStringList& wanted)
 {
     for (const jet::Column& column : m_conn.columns(u"成绩表"_s)) {
         if (!column.type.isNumeric())
+            continue;
+        if (!wanted.isEmpty() && !wanted.contains(column.name, Qt::CaseInsensitive))
             continue;
         m_positions.insert(column.name.toCaseFolded(), int(m_columns.size()));
         m_columns.emplace_back(column);
     }
 }
 
-void ExamTable::read(const QString& exam, const QString& stream)
+void ExamTable::read(const QString& exam, const QString& stream, const QString& filter)
 {
     QString sql = u"select rowid, 班级"_s;
     for (const TableColumn& column : m_columns)
@@ -70,7 +73,7 @@ void ExamTable::read(const QString& exam, const QString& stream)
     // letting the engine sort whole rows. The names stand unescaped, as everywhere: one that the
     // catalogue's statements fail on must fail here too, or its rows would be scored by the
     // formulas of the exam before.
-    sql += u" from 成绩表 where 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s;
+    sql += u" from 成绩表 where 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s + filter;
     jet::Statement rows(m_conn, sql);
     while (rows.step()) {
         m_rowIds.push_back(rows.integer(0));

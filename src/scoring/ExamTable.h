@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include "platform/jet/Connection.h"
 
@@ -44,13 +45,23 @@ private:
     std::vector<char>* m_changedRows = nullptr;
 };
 
+/// How much of an exam a table reads.
+struct TableScope
+{
+    /// A condition with " and " in front, or empty.
+    QString filter;
+    /// The columns wanted, as far as they are numeric; none stands for all.
+    QStringList columns;
+};
+
 /// The rows of one exam and stream, read once into typed columns, in row order. Reports and scoring
 /// compute on it; scoring writes it back.
 class ExamTable
 {
 public:
-    /// Reads all numeric columns of 成绩表. Throws jet::Error.
-    ExamTable(jet::Connection& connection, const QString& exam, const QString& stream);
+    /// Reads the numeric columns of 成绩表. Throws jet::Error.
+    ExamTable(jet::Connection& connection, const QString& exam, const QString& stream,
+              const TableScope& scope = {});
     ExamTable(const ExamTable&) = delete;
     ExamTable& operator=(const ExamTable&) = delete;
 
@@ -64,8 +75,8 @@ public:
     void write();
 
 private:
-    void chooseColumns();
-    void read(const QString& exam, const QString& stream);
+    void chooseColumns(const QStringList& wanted);
+    void read(const QString& exam, const QString& stream, const QString& filter);
     void sortByRowId();
     jet::Statement& writer(const std::vector<const TableColumn*>& columns);
 

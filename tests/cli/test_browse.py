@@ -1,5 +1,7 @@
 """Browsing score rows: the statement, the columns, the two forms of output."""
 
+import os
+import subprocess
 import sys
 from pathlib import Path
 
@@ -234,6 +236,47 @@ class TypedStatement(Browse):
         grid = self.browse("--sql", "update 成绩表 set 备注='看过' where 班级=3", expect=ERROR)
         self.assertTrue(grid["Messages"][0].endswith(FILL_TAG))
         self.assertEqual(self.rows("select 备注 from 成绩表 where 备注 is not null"), [("看过",)] * 2)
+
+
+class Readers(Browse):
+    """Where the output goes to is not always there to take it."""
+
+    def output_to(self, descriptor, *options):
+        command = ("browse", self.library, "--exam", "期中", *options)
+        done = subprocess.run([yunshan.PROGRAM, *map(str, command)], cwd=self.folder,
+                              stdin=subprocess.DEVNULL, stdout=descriptor, stderr=subprocess.PIPE,
+                              env=yunshan.environment(self.folder), timeout=60, check=False)
+        return done.returncode, done.stderr.decode("utf-8")
+
+    def enlarge(self):
+        """Makes the output more than a pipe holds."""
+        self.change("update 成绩表 set 姓名=substr(hex(zeroblob(30000)), 1, 60000)")
+
+    def test_a_full_disk_is_an_error(self):
+        for options in ((), ("--format", "json")):
+            with open("/dev/full", "wb") as full:
+                self.assertEqual(self.output_to(full, *options),
+                                 (ERROR, "结果没有写完：标准输出无法写入。\n"))
+        self.enlarge()
+        with open("/dev/full", "wb") as full:
+            self.assertEqual(self.output_to(full), (ERROR, "结果没有写完：标准输出无法写入。\n"))
+
+    def test_a_reader_that_is_gone_is_none(self):
+        for size in ("small", "large"):
+            reader, writer = os.pipe()
+            os.close(reader)
+            try:
+                self.assertEqual(self.output_to(writer), (DONE, ""), size)
+            finally:
+                os.close(writer)
+            self.enlarge()
+
+    def test_a_reader_that_takes_one_line_and_goes(self):
+        self.enlarge()
+        command = f"'{yunshan.PROGRAM}' browse '{self.library}' --exam 期中 | head -1; " \
+                  "echo ${PIPESTATUS[0]}"
+        done = yunshan.run("-c", command, program="/bin/bash", cwd=self.folder)
+        self.assertEqual((done.out, done.err), ("\t".join(HEADING + RAW) + "\n0\n", ""))
 
 
 class NothingYet(yunshan.ProgramTest):

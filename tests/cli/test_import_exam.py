@@ -64,6 +64,14 @@ class Stored(ExamTest):
         self.assertEqual(self.exams("总分"),
                          self.rows("select 公式 from 总分公式 where 总分='总分'"))
 
+    def test_full_marks_of_subjects_that_are_not_on_the_sheet_are_told_and_passed_over(self):
+        marks = "体育=50,语文=120,总分=300"
+        result = self.take((1, 1, "甲", 90), headings=(*HEADINGS, "语文"),
+                           options=("--full-marks", marks))
+        self.assertEqual(result.err, "数据表里没有科目“体育”、“总分”，为它给出的满分不起作用。\n"
+                                     f"文科：期中：满分 语文=120\n{FINISHED}")
+        self.assertEqual(self.exams("语文, 数学"), [(120, None)])
+
     def test_absent_cheated_and_other_texts(self):
         result = self.take((1, 1, "甲", "缺考", "作弊"), (1, 2, "乙", "abc", " 缺考"),
                            (1, 3, "丙", "8 5分", "12.5"))

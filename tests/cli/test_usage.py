@@ -85,7 +85,8 @@ class Usage(yunshan.ProgramTest):
                              f"满分不正确：{text}（应为 科目=满分）")
 
     def test_browse_needs_an_exam_or_a_statement(self):
-        self.assertEqual(self.wrong("browse", "a.CJK")[0], "缺少选项 --exam。")
+        for options in ((), ("--exam", ""), ("--exam=",), ("--exam", " , ")):
+            self.assertEqual(self.wrong("browse", "a.CJK", *options)[0], "缺少选项 --exam。")
 
     def test_the_usage_follows_what_is_wrong(self):
         lines = self.wrong("info")

@@ -1,11 +1,13 @@
 #include "shell/ui/AFormMain.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDockWidget>
 #include <QMenu>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -25,6 +27,7 @@ protected:
     MainWindow()
     {
         QStandardPaths::setTestModeEnabled(true);
+        QSettings().clear();
         test.addStudent(1, 1, u"甲"_s, u"理"_s);
         path = test.scores.LibPath;
         test.scores.Conn.Close();
@@ -38,6 +41,21 @@ protected:
         auto* action = window->findChild<QAction*>(name);
         EXPECT_NE(action, nullptr) << name.toStdString();
         return action;
+    }
+
+    /// The name of the modal screen that the action opens; it is closed at once.
+    static QString screenOpenedBy(const std::function<void()>& action)
+    {
+        QString name;
+        QTimer::singleShot(0, [&name] {
+            QWidget* screen = QApplication::activeModalWidget();
+            if (!screen)
+                return;
+            name = screen->objectName();
+            screen->close();
+        });
+        action();
+        return name;
     }
 
     bool menuEnabled(const QString& name) { return window->findChild<QMenu*>(name)->isEnabled(); }
@@ -143,11 +161,61 @@ TEST_F(MainWindow, ItemsWhoseScreensComeLaterAreOffAndSaySo)
     }
 }
 
-TEST_F(MainWindow, TheImportSaysThatItComesLater)
+TEST_F(MainWindow, TheItemsOfTheMenusOpenTheirScreens)
 {
     window->start(path);
-    QTest::mouseClick(window->findChild<QWidget*>(u"CommandDRKS"_s), Qt::LeftButton);
-    EXPECT_EQ(test.dialogs.shown, QStringList{u"提示: 尚未提供"_s});
+    for (const auto& [name, screen] :
+         {std::pair{u"meDRKS"_s, u"FormDaoRu"_s}, std::pair{u"meDRLB"_s, u"FormDaoRuXinXi"_s},
+          std::pair{u"meZFGS"_s, u"FormZFGS"_s}, std::pair{u"mfNew"_s, u"FormNew"_s},
+          std::pair{u"Habout"_s, u"frmAbout"_s}}) {
+        EXPECT_EQ(screenOpenedBy([&] { item(name)->trigger(); }), screen) << name.toStdString();
+    }
+    EXPECT_EQ(test.dialogs.shown, QStringList());
+}
+
+TEST_F(MainWindow, TheWorkbenchOpensTheImportAndTheCustomDisplay)
+{
+    window->start(path);
+    const auto pressing = [this](const QString& name) {
+        return [this, name] {
+            QTest::mouseClick(window->findChild<QWidget*>(name), Qt::LeftButton);
+        };
+    };
+    EXPECT_EQ(screenOpenedBy(pressing(u"CommandDRKS"_s)), u"FormDaoRu"_s);
+    EXPECT_EQ(screenOpenedBy(pressing(u"CommandZDYXS"_s)), u"FormZDYXS"_s);
+}
+
+TEST_F(MainWindow, TheGridGoesToAWorkbookOfItsOwn)
+{
+    window->start(path);
+    auto* grid = window->findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s);
+    grid->grid().setTextMatrix(0, 0, u"班级"_s);
+    item(u"mMfgToXls"_s)->trigger();
+    const auto windows = QApplication::topLevelWidgets();
+    const auto books = std::count_if(windows.begin(), windows.end(), [](const QWidget* w) {
+        return w->objectName() == u"WorkbookWindow"_s && w->isVisible();
+    });
+    EXPECT_EQ(books, 1);
+    // It was never saved, so that closing the program asks for it.
+    test.dialogs.always(u"保存"_s, runtime::Answer::No);
+    window->close();
+}
+
+TEST_F(MainWindow, DraggedColumnsKeepTheirWidths)
+{
+    window->start(path);
+    test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100}});
+    test.reload();
+    test.scores.notifyChanged();
+    const auto browse = [this] {
+        QTest::mouseClick(window->findChild<QWidget*>(u"CommandLLCJ"_s), Qt::LeftButton);
+    };
+    browse();
+    auto* view = window->findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s);
+    view->grid().setColWidth(2, 4321);
+    Q_EMIT view->columnDragged(2);
+    browse();
+    EXPECT_EQ(view->grid().ColWidth(2), 4321);
 }
 
 TEST_F(MainWindow, BrowsingShowsTheGridAndThePanelComesBackOnDemand)

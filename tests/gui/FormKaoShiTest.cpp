@@ -33,7 +33,7 @@ protected:
         test.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
         test.addScores(u"期末"_s, 2, 1, {{u"语文"_s, 80}});
         test.reload();
-        form = std::make_unique<workbench::FormKaoShi>(test.scores, screenDialogs, grid);
+        form = std::make_unique<workbench::FormKaoShi>(test.scores, screenDialogs, applications, grid);
         form->show();
     }
 
@@ -58,6 +58,7 @@ protected:
     // The real dialogs lie below the scripted ones, so that boxes reach the script.
     runtime::ScreenDialogs screenDialogs;
     TestLibrary test{{u"语文"_s}};
+    excel::Applications applications;
     grid::FlexGrid grid;
     std::unique_ptr<workbench::FormKaoShi> form;
 };
@@ -136,11 +137,35 @@ TEST_F(Workbench, WithoutALibraryTheCommandsAreOff)
         EXPECT_FALSE(find<QPushButton>(name)->isEnabled()) << name.toStdString();
 }
 
-TEST_F(Workbench, WhatComesLaterSaysSo)
+TEST_F(Workbench, StatisticsFillTheGridWithTheItemOfTheList)
 {
-    for (const QString& name : {u"CommandZXTJ"_s, u"CommandZHFX"_s, u"CommandZDYXS"_s})
-        press(name);
-    EXPECT_EQ(test.dialogs.shown, QStringList(3, u"提示: 尚未提供"_s));
+    const QSignalSpy filled(form.get(), &workbench::FormKaoShi::gridFilled);
+    press(u"CommandZXTJ"_s);
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"没有选择统计项目，请选择统计项目 后继续。"_s});
+    EXPECT_EQ(filled.count(), 0);
+    auto* items = find<QComboBox>(u"Combo3"_s);
+    items->setCurrentText(u"考试人数"_s);
+    press(u"CommandZXTJ"_s);
+    EXPECT_EQ(filled.count(), 1);
+    EXPECT_EQ(grid.TextMatrix(2, 1), u"1/0/1"_s);
+}
+
+TEST_F(Workbench, TheComprehensiveAnalysisOpensAWorkbookForEachStream)
+{
+    press(u"CommandZHFX"_s);
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"综合分析完毕！"_s});
+    ASSERT_EQ(applications.size(), 1u);
+    EXPECT_EQ(applications[0]->Workbooks().Count(), 2);
+    EXPECT_TRUE(applications[0]->Visible());
+}
+
+TEST_F(Workbench, TheCustomDisplayIsAskedForWithItemAndStream)
+{
+    const QSignalSpy asked(form.get(), &workbench::FormKaoShi::customDisplayRequested);
+    press(u"CommandZDYXS"_s);
+    ASSERT_EQ(asked.count(), 1);
+    EXPECT_EQ(asked[0], (QVariantList{u"原始分和名次"_s, u"全"_s}));
+    EXPECT_EQ(test.scores.settings.DisplayItems.value(4), u"语文"_s);
 }
 
 TEST_F(Workbench, EveryTabStopHasANameThatCanBeRead)

@@ -29,7 +29,7 @@ void ModalBoxes::expect(std::function<void(QDialog&)> step)
 void ModalBoxes::poll()
 {
     const QPointer<QDialog> window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!window || m_busy)
+    if (!window || m_busy || window->objectName() == QStringLiteral("ProgressWindow"))
         return;
     m_busy = true;
     QTimer::singleShot(0, &m_timer, [this, window] {

@@ -9,7 +9,8 @@
 namespace support {
 
 /// Answers modal windows as they come up, one planned step each, in order. A window that nobody
-/// planned fails the test and is closed; a planned one that never came fails it too.
+/// planned fails the test and is closed; a planned one that never came fails it too. The window of
+/// running work, which comes and goes by itself, is passed over.
 class ModalBoxes
 {
 public:

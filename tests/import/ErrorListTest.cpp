@@ -72,6 +72,8 @@ TEST_F(ErrorListTest, ScoreOutsideTheRangeIsRefused)
         dialogs.shown.clear();
         EXPECT_EQ(enter(1, text), ErrorList::Entry::Refused);
         EXPECT_EQ(dialogs.shown, QStringList{u"错误: 输入分数有误，请重新输入！"_s});
+        EXPECT_EQ(dialogs.look(u"输入分数有误"_s),
+                  (support::BoxLook{u"错误"_s, runtime::Buttons::Ok, runtime::Icon::Critical}));
         EXPECT_EQ(reason(1), u"超过总分"_s);
     }
 }

@@ -32,6 +32,7 @@ TEST_F(ExamImportPreparation, NeedsAnOpenWorkbook)
 {
     EXPECT_EQ(run(), ImportResult::Stopped);
     EXPECT_EQ(dialogs.shown, QStringList{u"错误: 要分析的工作簿未打开！"_s});
+    EXPECT_EQ(dialogs.look(u"未打开"_s), errorBox);
     expectUntouched();
 }
 
@@ -41,6 +42,7 @@ TEST_F(ExamImportPreparation, NeedsAnExamName)
     request.examName.clear();
     EXPECT_EQ(run(), ImportResult::Stopped);
     EXPECT_EQ(dialogs.shown, QStringList{u"错误: 请输入考试名称！"_s});
+    EXPECT_EQ(dialogs.look(u"请输入"_s), errorBox);
     expectUntouched();
 }
 
@@ -52,6 +54,8 @@ TEST_F(ExamImportPreparation, PickedExamIsReplacedOnlyAfterTheQuestion)
     EXPECT_EQ(run(), ImportResult::Stopped);
     EXPECT_EQ(dialogs.shown,
               QStringList{u"提示: 确实要将数据到入 期中 吗？原有数据将被新数据替换！"_s});
+    EXPECT_EQ(dialogs.look(u"确实要"_s),
+              (support::BoxLook{u"提示"_s, runtime::Buttons::OkCancel, runtime::Icon::None}));
     expectUntouched();
 }
 
@@ -61,6 +65,7 @@ TEST_F(ExamImportPreparation, RefusesAnotherFirstRow)
     EXPECT_EQ(run(), ImportResult::Stopped);
     EXPECT_EQ(dialogs.shown, QStringList{u"错误: 指定的工作表格式不对！\n\n"
                                          "前3列名称应为：班级,学号,姓名"_s});
+    EXPECT_EQ(dialogs.look(u"格式不对"_s), errorBox);
     expectUntouched();
 }
 
@@ -70,6 +75,7 @@ TEST_F(ExamImportPreparation, NeedsASubject)
            {1, 1, u"王芳"_s, 90, 1, 90}});
     EXPECT_EQ(run(), ImportResult::Stopped);
     EXPECT_EQ(dialogs.shown, QStringList{u"错误: 没有找到科目，程序退出！"_s});
+    EXPECT_EQ(dialogs.look(u"没有找到科目"_s), errorBox);
     expectUntouched();
 }
 

@@ -80,6 +80,18 @@ TEST_F(ExamImportTest, EmptyNumberEndsTheSheet)
     EXPECT_EQ(scoreRows(u"姓名"_s), u"王芳"_s);
 }
 
+TEST_F(ExamImportTest, RowsBelow65555AreNotLookedAt)
+{
+    Rows rows{heads({u"语文"_s})};
+    rows.resize(65'554, {1, 1, u"王芳"_s, 90});
+    rows.push_back({1, 2, u"陈静"_s, 80});
+    rows.push_back({2, 1, u"李强"_s, 70});
+    sheet(rows);
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(state.MFGData.Rows(), 65'555);
+    EXPECT_EQ(scoreRows(u"count(*),max(语文),min(语文)"_s), u"65554|90|80"_s);
+}
+
 TEST_F(ExamImportTest, SheetWithoutRowsGivesAnExamWithoutScores)
 {
     sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 90}});

@@ -67,6 +67,8 @@ protected:
         return library.rows(u"select "_s + columns + u" from 成绩表"_s);
     }
 
+    /// A box with one button that tells an error.
+    const support::BoxLook errorBox{u"错误"_s, runtime::Buttons::Ok, runtime::Icon::Critical};
     const QString sheetName = u"一年级"_s;
     support::TestLibrary library{{u"语文"_s, u"数学"_s, u"总分"_s}};
     support::ScriptedDialogs& dialogs = library.dialogs;

@@ -84,6 +84,17 @@ TEST_F(StudentImportTest, EmptyClassEndsTheSheet)
     EXPECT_EQ(students(u"学号,姓名"_s), u"0|王芳"_s);
 }
 
+TEST_F(StudentImportTest, TakesEveryRowOfALongSheet)
+{
+    Rows rows{{u"班级"_s, u"学号"_s, u"姓名"_s}};
+    rows.resize(65'556, {1, 1, u"王芳"_s});
+    rows.push_back({1, 2, u"最后"_s});
+    sheet(rows);
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(students(u"count(*),max(姓名)"_s), u"65556|王芳"_s);
+    EXPECT_EQ(library.rows(u"select 学号 from 信息表 where 姓名='最后'"_s), u"2"_s);
+}
+
 TEST_F(StudentImportTest, EmptyHeadingEndsTheColumns)
 {
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"性别"_s, {}, u"民族"_s},
@@ -179,6 +190,7 @@ TEST_F(StudentImportTest, RefusesAnotherFirstRow)
     EXPECT_EQ(run(), ImportResult::Stopped);
     EXPECT_EQ(dialogs.shown, QStringList{u"错误: 指定的工作表格式不对！\n\n"
                                          "前3列为 班级、学号、姓名"_s});
+    EXPECT_EQ(dialogs.look(u"格式不对"_s), errorBox);
     EXPECT_EQ(students(u"*"_s), QString());
 }
 
@@ -186,6 +198,7 @@ TEST_F(StudentImportTest, NeedsAnOpenWorkbook)
 {
     EXPECT_EQ(run(), ImportResult::Stopped);
     EXPECT_EQ(dialogs.shown, QStringList{u"错误: 要分析的工作簿未打开！"_s});
+    EXPECT_EQ(dialogs.look(u"未打开"_s), errorBox);
 }
 
 TEST_F(StudentImportTest, ClosesTheSpreadsheetApplicationSoThatASecondRunNeedsANewBrowse)

@@ -64,6 +64,8 @@ TEST_F(StudentMatchTest, UnknownStudentIsAddedAfterTheQuestion)
     dialogs.expect(u"是否添加新学生： 1 班 2 号 ,张三"_s, Answer::Ok);
     EXPECT_EQ(match.TestStuName(1, 2, u"张三"_s, NewStudents::Ask), QString());
     EXPECT_EQ(dialogs.questions, QStringList{u"是否添加新学生： 1 班 2 号 ,张三"_s});
+    EXPECT_EQ(dialogs.look(u"是否添加新学生"_s),
+              (support::BoxLook{{}, runtime::Buttons::OkCancel, runtime::Icon::None}));
     EXPECT_EQ(library.rows(u"select 姓名,类别代码,科类 from 信息表 where 班级=1 and 学号=2"_s),
               u"张三|1|文"_s);
 }
@@ -163,6 +165,9 @@ TEST_F(StudentMatchTest, TheMismatchQuestionReadsAsDesigned)
                           "[是]用现有姓名替换掉数据库中记录的姓名\n"
                           "[否]保留数据库中记录的姓名,继续录入,即将[王芬]和[王芳]认为是同一人\n"
                           "[取消]终止当前导入\n"_s});
+    EXPECT_EQ(
+        dialogs.look(u"二者不一致"_s),
+        (support::BoxLook{u"数据错误"_s, runtime::Buttons::YesNoCancel, runtime::Icon::None}));
 }
 
 } // namespace

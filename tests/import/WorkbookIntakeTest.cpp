@@ -27,6 +27,7 @@ TEST_F(WorkbookIntakeTest, WithoutAWorkbookThereAreNoSheets)
     EXPECT_EQ(intake.sheetNames(), QStringList());
     EXPECT_FALSE(intake.checkWorkbookOpen());
     EXPECT_EQ(dialogs.shown, QStringList{u"错误: 要分析的工作簿未打开！"_s});
+    EXPECT_EQ(dialogs.look(u"未打开"_s), errorBox);
 }
 
 TEST_F(WorkbookIntakeTest, ListsTheSheetsInWorkbookOrder)
@@ -102,6 +103,7 @@ TEST_F(WorkbookIntakeTest, HeadingsAreComparedToTheBlank)
         EXPECT_EQ(intake.openSheet(sheetName), nullptr);
         EXPECT_EQ(dialogs.shown, QStringList{u"错误: 指定的工作表格式不对！\n\n"
                                              "前5列为：班级、学号、姓名、新班级、新学号"_s});
+        EXPECT_EQ(dialogs.look(u"格式不对"_s), errorBox);
     }
 }
 

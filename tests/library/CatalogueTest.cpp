@@ -99,6 +99,37 @@ TEST_F(CatalogueLists, ClassesStandByStreamInAscendingOrderWithTheirSizes)
     EXPECT_EQ(catalogue().ClassTable[1][1].number, 10);
 }
 
+TEST_F(CatalogueLists, AStudentWithoutAClassIsToldAndGivesAClassOfNobody)
+{
+    test.addStudent(2, 1, u"甲"_s, u"理"_s);
+    test.addStudent(2, 2, u"乙"_s, u"理"_s);
+    test.execute(u"update 信息表 set 班级=NULL where 姓名='乙'"_s);
+    test.reload();
+    ASSERT_EQ(catalogue().ClassTable.size(), 1u);
+    const std::vector<library::ClassEntry>& classes = catalogue().ClassTable[0];
+    ASSERT_EQ(classes.size(), 2u);
+    EXPECT_EQ(classes[0].number, 0);
+    EXPECT_EQ(classes[0].students, 0) << "no row is equal to an empty class";
+    EXPECT_EQ(classes[1].number, 2);
+    EXPECT_EQ(classes[1].students, 1);
+    EXPECT_EQ(catalogue().GetZRS(u"理"_s, 0), 2) << "the whole stream counts everyone";
+    EXPECT_EQ(test.dialogs.failures, QStringList{u"有学生没有班级。 - Sub GetBJXX/Mdl_MDB"_s});
+}
+
+TEST_F(CatalogueLists, ExamsWithoutANameAreOnlyListedIfTheyComeFirst)
+{
+    test.execute(u"insert into 考试名称表(科类,考试编号) values('理',2)"_s);
+    test.addExam(u"期中"_s, u"理"_s, 1, {});
+    test.reload();
+    EXPECT_EQ(catalogue().ExamList, QStringList{u"期中"_s}) << "nothing is part of every name";
+    test.execute(u"update 考试名称表 set 考试编号=0 where 考试名称 is null"_s);
+    test.reload();
+    EXPECT_EQ(catalogue().ExamList, (QStringList{u""_s, u"期中"_s}));
+    catalogue().GetKSKM(u""_s, u"理"_s);
+    catalogue().GetKSKMZF(u",期中"_s, u"理"_s);
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
 TEST_F(CatalogueLists, AnExamOfOneStreamLendsItsColumnsAsymmetrically)
 {
     test.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});

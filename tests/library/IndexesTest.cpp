@@ -19,20 +19,47 @@ protected:
                          "name not like 'sqlite%' order by name"_s);
     }
 
+    /// Makes the file one without indexes, and gives the names of those it had.
+    QString dropAll()
+    {
+        const QString had = names();
+        for (const QString& index : had.split(u" / "_s))
+            test.execute(u"drop index [%1]"_s.arg(index));
+        return had;
+    }
+
     TestLibrary test{{u"语文"_s}};
 };
 
 TEST_F(Indexes, OfTheTemplateAreThoseThatAnOlderFileIsGiven)
 {
-    const QString ofTemplate = names();
+    const QString ofTemplate = dropAll();
     EXPECT_EQ(ofTemplate.count(u" / "_s) + 1, library::libraryShape().indexes.size());
-    for (const QString& index : ofTemplate.split(u" / "_s))
-        test.execute(u"drop index [%1]"_s.arg(index));
     EXPECT_EQ(names(), u""_s);
     test.scores.OpenDB();
     jet::WriteBatch batch(test.scores.Conn);
     batch.commit();
     EXPECT_EQ(names(), ofTemplate);
+}
+
+TEST_F(Indexes, ComeWithTheFirstRowThatIsWrittenByItself)
+{
+    const QString ofTemplate = dropAll();
+    test.scores.OpenDB();
+    EXPECT_EQ(names(), u""_s) << "opening writes nothing";
+    test.addStudent(1, 1, u"甲"_s, u"理"_s);
+    EXPECT_EQ(names(), ofTemplate);
+    EXPECT_EQ(test.rows(u"select 姓名 from 信息表"_s), u"甲"_s);
+}
+
+TEST_F(Indexes, OfATableThatAnOlderFileLacksAreLeftOut)
+{
+    const QString ofTemplate = dropAll();
+    test.execute(u"drop table 教师表"_s);
+    test.scores.OpenDB();
+    test.addStudent(1, 1, u"甲"_s, u"理"_s);
+    EXPECT_EQ(names().split(u" / "_s) + QStringList{u"教师表_考试"_s}, ofTemplate.split(u" / "_s));
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
 }
 
 TEST_F(Indexes, ServeTheQuestionsThatAreAskedForEachRow)

@@ -13,6 +13,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using runtime::Answer;
+using runtime::Buttons;
+using runtime::Icon;
+using support::BoxLook;
 using support::ScriptedDialogs;
 using support::TestLibrary;
 
@@ -108,6 +111,8 @@ TEST_F(NewLibraryRun, RefusingToOverwriteLeavesTheOldFileButTakesThePath)
     EXPECT_FALSE(create({u"语文"_s}));
     EXPECT_EQ(dialogs.shown, (QStringList{u"文件已存在: 文件已存在,是否覆盖原文件？"_s,
                                           u"用户取消，新建成绩库失败。"_s}));
+    EXPECT_EQ(dialogs.look(u"是否覆盖原文件"_s),
+              (BoxLook{u"文件已存在"_s, Buttons::OkCancel, Icon::Question}));
     ASSERT_TRUE(old.open(QIODevice::ReadOnly));
     EXPECT_EQ(old.readAll(), "old");
     EXPECT_EQ(scores.LibPath, path);

@@ -139,6 +139,30 @@ TEST_F(Pictures, WithoutANameThereIsNone)
     EXPECT_FALSE(QFile::exists(scratch));
 }
 
+TEST_F(Pictures, AreWholeOnTheDiskWhenTheirNameIsGiven)
+{
+    const QByteArray large(300'000, 'x');
+    for (const QByteArray& bytes : {large, QByteArray("a smaller one")}) {
+        const qint64 id = student(u"甲.jpg"_s, bytes);
+        EXPECT_EQ(readFile(test.scores.GetPic(id)), bytes);
+    }
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
+TEST_F(Pictures, AFullDiskIsToldWithItsTag)
+{
+    for (const qsizetype size : {10, 300'000}) {
+        const qint64 id = student(u"甲.jpg"_s, QByteArray(size, 'x'));
+        jet::Recordset rows;
+        rows.Open(u"select * from 信息表 where ID=%1"_s.arg(id), test.scores.Conn);
+        test.dialogs.failures.clear();
+        test.scores.GetBin(rows.Fields(u"照片"_s), u"/dev/full"_s);
+        ASSERT_EQ(test.dialogs.failures.size(), 1) << size;
+        EXPECT_TRUE(test.dialogs.failures.first().startsWith(u"无法写入文件 /dev/full（"_s));
+        EXPECT_TRUE(test.dialogs.failures.first().endsWith(u" - Sub GetBin/Mdl_MDB"_s));
+    }
+}
+
 TEST_F(Pictures, AMissingFileIsToldWithItsTag)
 {
     jet::Recordset rows;

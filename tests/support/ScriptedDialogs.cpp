@@ -1,11 +1,21 @@
 #include "support/ScriptedDialogs.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 namespace support {
 
 using runtime::Answer;
 using runtime::Buttons;
+
+std::ostream& operator<<(std::ostream& out, const BoxLook& look)
+{
+    constexpr const char* buttonNames[] = {"Ok", "OkCancel", "YesNo", "YesNoCancel"};
+    constexpr const char* iconNames[] = {"None", "Question", "Warning", "Critical"};
+    return out << '"' << look.title.toStdString() << "\" " << buttonNames[int(look.buttons)] << ' '
+               << iconNames[int(look.icon)];
+}
 
 ScriptedDialogs::~ScriptedDialogs()
 {
@@ -24,8 +34,9 @@ void ScriptedDialogs::always(const QString& part, Answer answer)
 }
 
 Answer ScriptedDialogs::message(const QString& text, const QString& title, Buttons buttons,
-                                runtime::Icon)
+                                runtime::Icon icon)
 {
+    m_boxes.push_back({text, {title, buttons, icon}});
     shown.append(title.isEmpty() ? text : title + QStringLiteral(": ") + text);
     if (buttons == Buttons::Ok)
         return Answer::Ok;
@@ -41,6 +52,16 @@ Answer ScriptedDialogs::message(const QString& text, const QString& title, Butto
     }
     ADD_FAILURE() << "unexpected question: " << text.toStdString();
     return buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+}
+
+BoxLook ScriptedDialogs::look(const QString& part) const
+{
+    const auto box = std::find_if(m_boxes.rbegin(), m_boxes.rend(),
+                                  [&](const Box& b) { return b.text.contains(part); });
+    if (box != m_boxes.rend())
+        return box->look;
+    ADD_FAILURE() << "no such box: " << part.toStdString();
+    return {};
 }
 
 void ScriptedDialogs::failure(const QString& text)

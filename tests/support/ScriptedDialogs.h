@@ -2,6 +2,8 @@
 
 #include <deque>
 #include <map>
+#include <ostream>
+#include <vector>
 
 #include <QString>
 #include <QStringList>
@@ -9,6 +11,17 @@
 #include "platform/runtime/Dialogs.h"
 
 namespace support {
+
+/// What a message box says besides its text.
+struct BoxLook
+{
+    QString title;
+    runtime::Buttons buttons = runtime::Buttons::Ok;
+    runtime::Icon icon = runtime::Icon::None;
+
+    friend bool operator==(const BoxLook&, const BoxLook&) = default;
+    friend std::ostream& operator<<(std::ostream& out, const BoxLook& look);
+};
 
 /// Dialogs with planned answers. A question that nobody planned fails the test and is answered by
 /// its safe button; boxes with one button and failures are only noted.
@@ -30,6 +43,9 @@ public:
     /// Texts of the questions alone, and of the trapped failures alone.
     QStringList questions;
     QStringList failures;
+
+    /// How the last message box with `part` in its text looked; fails the test if there was none.
+    BoxLook look(const QString& part) const;
 
     runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
                             runtime::Icon icon) override;
@@ -53,6 +69,13 @@ private:
         runtime::Answer answer;
     };
 
+    struct Box
+    {
+        QString text;
+        BoxLook look;
+    };
+
+    std::vector<Box> m_boxes;
     std::deque<Planned> m_planned;
     std::vector<Planned> m_standing;
     runtime::InstalledDialogs m_installed;

@@ -115,9 +115,10 @@ runtime::AppPaths TestLibrary::makeAppFolder(const QString& folder)
     const QDir shipped(QStringLiteral(YUNSHAN_PROGRAM_FOLDER));
     QFile::copy(shipped.filePath(QStringLiteral("MFC.dll")),
                 app.filePath(QStringLiteral("MFC.dll")));
-    const QStringList texts =
-        QDir(shipped.filePath(QStringLiteral("data"))).entryList({QStringLiteral("*.txt")});
-    for (const QString& name : texts)
+    const QStringList files =
+        QDir(shipped.filePath(QStringLiteral("data")))
+            .entryList({QStringLiteral("*.txt"), QStringLiteral("*.jpg"), QStringLiteral("*.gif")});
+    for (const QString& name : files)
         QFile::copy(shipped.filePath(QStringLiteral("data/") + name),
                     app.filePath(QStringLiteral("data/") + name));
     return runtime::AppPaths(folder);

@@ -63,6 +63,8 @@ TEST_F(ExamOrder, SavingAsksAndStopsOnCancel)
     selection.Command1_Click();
     EXPECT_EQ(library.dialogs.shown,
               QStringList{u"提示: 确实要保存修改吗？保存后不可恢复，最好在保存前备份数据库。"_s});
+    EXPECT_EQ(library.dialogs.look(u"确实要保存修改吗"_s),
+              (support::BoxLook{u"提示"_s, runtime::Buttons::OkCancel, runtime::Icon::Question}));
 }
 
 TEST_F(ExamOrder, SavingFailsTwiceForEachExamAndChangesNoNumber)

@@ -1,11 +1,39 @@
 #include "platform/excel/Application.h"
 
+#include <utility>
+
 #include "platform/excel/readers/Reader.h"
 #include "platform/runtime/Error.h"
 
 namespace excel {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+Application::Observer& installedObserver()
+{
+    static Application::Observer observer;
+    return observer;
+}
+
+} // namespace
+
+Application::~Application()
+{
+    Quit();
+}
+
+Application::Observer Application::observe(Observer observer)
+{
+    return std::exchange(installedObserver(), std::move(observer));
+}
+
+void Application::changed()
+{
+    if (installedObserver())
+        installedObserver()(*this);
+}
 
 int Application::BookList::Count() const
 {
@@ -23,7 +51,9 @@ Workbook& Application::BookList::Item(int index) const
 Workbook& Application::BookList::Open(const QString& path) const
 {
     m_application.check();
-    return m_application.keep(readWorkbook(path));
+    Workbook& book = m_application.keep(readWorkbook(path));
+    m_application.changed();
+    return book;
 }
 
 Workbook& Application::BookList::Add() const
@@ -32,6 +62,8 @@ Workbook& Application::BookList::Add() const
     Workbook& book = m_application.keep(std::make_unique<Workbook>());
     for (int number = 1; number <= 3; ++number)
         book.addSheet(u"Sheet%1"_s.arg(number));
+    book.setSaved(true);
+    m_application.changed();
     return book;
 }
 
@@ -73,13 +105,16 @@ void Application::setVisible(bool visible)
 {
     check();
     m_visible = visible;
+    changed();
 }
 
 void Application::Quit()
 {
     for (const std::unique_ptr<Workbook>& book : m_books)
         book->Close();
-    m_running = false;
+    if (!std::exchange(m_running, false))
+        return;
+    changed();
 }
 
 } // namespace excel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -30,8 +31,17 @@ public:
     };
 
     Application() = default;
+    ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
+
+    /// Hears of every instance: that it showed or hid itself, got a workbook, or quit.
+    using Observer = std::function<void(Application&)>;
+    /// Installs the one observer (the desktop's windows) and gives the former one back.
+    static Observer observe(Observer observer);
+
+    /// Points of a length in inches.
+    static double InchesToPoints(double inches) { return inches * 72; }
 
     /// Throws runtime::Error after Quit.
     BookList Workbooks();
@@ -46,6 +56,7 @@ public:
 
 private:
     void check() const;
+    void changed();
     std::vector<Workbook*> openBooks() const;
     Workbook& keep(std::unique_ptr<Workbook> book);
 

@@ -1,6 +1,7 @@
 #include "platform/excel/CellTable.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace excel {
 
@@ -14,6 +15,26 @@ constexpr size_t mostReserved = 64;
 bool beforeColumn(const Cell& cell, int column)
 {
     return cell.column < column;
+}
+
+/// Adds empty cells so that each of these columns has one.
+void fillGaps(std::vector<Cell>& cells, int first, int last)
+{
+    const auto begin = std::lower_bound(cells.begin(), cells.end(), first, beforeColumn);
+    const auto end = std::lower_bound(begin, cells.end(), last + 1, beforeColumn);
+    if (end - begin == last + 1 - first)
+        return;
+    std::vector<Cell> filled;
+    filled.reserve(size_t(last + 1 - first));
+    auto old = begin;
+    for (int column = first; column <= last; ++column) {
+        if (old != end && old->column == column)
+            filled.push_back(std::move(*old++));
+        else
+            filled.push_back(Cell{column, 0, {}});
+    }
+    cells.insert(cells.erase(begin, end), std::make_move_iterator(filled.begin()),
+                 std::make_move_iterator(filled.end()));
 }
 
 /// Leaves the last one of several cells with the same column.
@@ -63,48 +84,88 @@ Row& CellTable::makeRow(int number)
     return (*m_pages[page])[size_t(number - 1) % rowsPerPage];
 }
 
-const runtime::Value& CellTable::value(int row, int column) const
+const Cell* CellTable::find(int row, int column) const
 {
     const Row* found = this->row(row);
     if (found == nullptr || found->cells.empty())
-        return emptyCell;
+        return nullptr;
     const std::vector<Cell>& cells = found->cells;
     // Most rows are filled from column 1 without gaps.
     const size_t likely = std::min(size_t(column), cells.size()) - 1;
     if (cells[likely].column == column)
-        return cells[likely].value;
+        return &cells[likely];
     const auto place = std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
-    return place != cells.end() && place->column == column ? place->value : emptyCell;
+    return place != cells.end() && place->column == column ? &*place : nullptr;
+}
+
+const runtime::Value& CellTable::value(int row, int column) const
+{
+    const Cell* found = find(row, column);
+    return found != nullptr ? found->value : emptyCell;
+}
+
+int CellTable::format(int row, int column) const
+{
+    const Cell* found = find(row, column);
+    return found != nullptr ? found->format : 0;
 }
 
 void CellTable::set(int row, int column, runtime::Value value)
 {
-    if (value.isNull() && this->row(row) == nullptr)
+    if (value.isNull()) {
+        clearValue(row, column);
+        return;
+    }
+    std::vector<Cell>& cells = makeRow(row).cells;
+    if (cells.empty())
+        cells.reserve(std::min(m_lastRowSize, mostReserved));
+    const auto place = cells.empty() || cells.back().column < column
+                           ? cells.end()
+                           : std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
+    if (place != cells.end() && place->column == column) {
+        place->value = std::move(value);
+    } else {
+        cells.insert(place, Cell{column, 0, std::move(value)});
+        m_lastRowSize = cells.size();
+    }
+    markUsed(row, column);
+}
+
+void CellTable::clearValue(int row, int column)
+{
+    if (this->row(row) == nullptr)
         return;
     std::vector<Cell>& cells = makeRow(row).cells;
     const auto place = std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
-    const bool found = place != cells.end() && place->column == column;
-    if (value.isNull()) {
-        if (found)
-            cells.erase(place);
+    if (place == cells.end() || place->column != column)
         return;
-    }
-    if (found)
-        place->value = std::move(value);
+    if (place->format == 0)
+        cells.erase(place);
     else
-        cells.insert(place, Cell{column, std::move(value)});
-    markUsed(row, column);
+        place->value = {};
+}
+
+void CellTable::changeFormats(const CellRange& block, const std::function<int(int)>& next)
+{
+    for (int row = block.firstRow; row <= block.lastRow; ++row) {
+        std::vector<Cell>& cells = makeRow(row).cells;
+        fillGaps(cells, block.firstColumn, block.lastColumn);
+        auto cell = std::lower_bound(cells.begin(), cells.end(), block.firstColumn, beforeColumn);
+        for (; cell != cells.end() && cell->column <= block.lastColumn; ++cell)
+            cell->format = next(cell->format);
+    }
+    markUsed(block.lastRow, block.lastColumn);
 }
 
 void CellTable::append(int row, int column, runtime::Value value)
 {
     std::vector<Cell>& cells = makeRow(row).cells;
     if (cells.empty())
-        cells.reserve(std::min(m_appendedCells, mostReserved));
+        cells.reserve(std::min(m_lastRowSize, mostReserved));
     else if (cells.back().column >= column)
         m_disordered = true;
-    m_appendedCells = cells.size() + 1;
-    cells.push_back(Cell{column, std::move(value)});
+    m_lastRowSize = cells.size() + 1;
+    cells.push_back(Cell{column, 0, std::move(value)});
     markUsed(row, column);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -12,9 +13,34 @@ namespace excel {
 constexpr int lastGridRow = 1048576;
 constexpr int lastGridColumn = 16384;
 
+/// A block of cells, both corners included.
+struct CellRange
+{
+    int firstRow = 1;
+    int firstColumn = 1;
+    int lastRow = 1;
+    int lastColumn = 1;
+
+    bool contains(int row, int column) const
+    {
+        return row >= firstRow && row <= lastRow && column >= firstColumn && column <= lastColumn;
+    }
+    bool touches(const CellRange& other) const
+    {
+        return firstRow <= other.lastRow && other.firstRow <= lastRow
+               && firstColumn <= other.lastColumn && other.firstColumn <= lastColumn;
+    }
+
+    friend bool operator==(const CellRange&, const CellRange&) = default;
+};
+
+/// The whole grid.
+constexpr CellRange wholeGrid{1, 1, lastGridRow, lastGridColumn};
+
 struct Cell
 {
     int column = 0;
+    int format = 0; // in the sheet's FormatTable
     runtime::Value value;
 };
 
@@ -38,8 +64,14 @@ public:
     /// The cell's content, Null if it is empty.
     const runtime::Value& value(int row, int column) const;
 
-    /// Null empties the cell.
+    /// Null empties the cell; its format stays.
     void set(int row, int column, runtime::Value value);
+
+    /// Number of the cell's format, 0 if it has none of its own.
+    int format(int row, int column) const;
+
+    /// Gives the cells of a block new formats; `next` tells the new number for the one before.
+    void changeFormats(const CellRange& block, const std::function<int(int)>& next);
 
     /// For readers: adds a cell without looking for an older one; `settle` must follow the last.
     void append(int row, int column, runtime::Value value);
@@ -61,15 +93,21 @@ public:
     int lastRow() const { return m_lastRow; }
     int lastColumn() const { return m_lastColumn; }
 
+    /// No row behind this one exists.
+    int rowLimit() const { return int(m_pages.size()) * rowsPerPage; }
+
     void clear();
 
 private:
+    const Cell* find(int row, int column) const;
+    void clearValue(int row, int column);
+
     using Page = std::array<Row, rowsPerPage>;
 
     std::vector<std::unique_ptr<Page>> m_pages;
     int m_lastRow = 0;
     int m_lastColumn = 0;
-    size_t m_appendedCells = 0; // of the row that was appended to last
+    size_t m_lastRowSize = 0; // of the row that got a cell last
     bool m_disordered = false;
 };
 

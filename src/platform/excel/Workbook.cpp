@@ -1,7 +1,9 @@
 #include "platform/excel/Workbook.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "platform/excel/writers/XlsxWriter.h"
 #include "platform/runtime/Error.h"
 
 namespace excel {
@@ -33,6 +35,23 @@ Worksheet& Workbook::SheetList::Item(const QString& name) const
     return **found;
 }
 
+Worksheet& Workbook::SheetList::Add(Beside side, const Worksheet& neighbour) const
+{
+    m_book.check();
+    auto& sheets = m_book.m_sheets;
+    auto place = std::find_if(sheets.begin(), sheets.end(),
+                              [&](const auto& sheet) { return sheet.get() == &neighbour; });
+    if (place == sheets.end())
+        throw runtime::Error(u"工作表不在这个工作簿中，不能在它旁边插入新的工作表。"_s);
+    if (side == Beside::After)
+        ++place;
+    Worksheet& added =
+        **sheets.insert(place, std::make_unique<Worksheet>(m_book, m_book.freeName()));
+    m_book.setActiveSheet(added);
+    m_book.changed();
+    return added;
+}
+
 void Workbook::check() const
 {
     if (!m_open)
@@ -57,23 +76,96 @@ Worksheet& Workbook::addSheet(const QString& name)
     m_sheets.push_back(std::make_unique<Worksheet>(*this, name));
     if (m_active == nullptr)
         m_active = m_sheets.back().get();
+    changed();
     return *m_sheets.back();
+}
+
+std::vector<const Worksheet*> Workbook::sheets() const
+{
+    check();
+    std::vector<const Worksheet*> all;
+    for (const std::unique_ptr<Worksheet>& sheet : m_sheets)
+        all.push_back(sheet.get());
+    return all;
+}
+
+bool Workbook::hasSheet(const QString& name) const
+{
+    return std::any_of(m_sheets.begin(), m_sheets.end(), [&](const auto& sheet) {
+        return sheet->Name().compare(name, Qt::CaseInsensitive) == 0;
+    });
+}
+
+QString Workbook::freeName() const
+{
+    size_t number = m_sheets.size() + 1;
+    while (hasSheet(u"Sheet%1"_s.arg(number)))
+        ++number;
+    return u"Sheet%1"_s.arg(number);
+}
+
+void Workbook::remove(const Worksheet& sheet)
+{
+    const auto isSeen = [](const auto& other) {
+        return other->visibility() == Visibility::Visible;
+    };
+    if (isSeen(&sheet) && std::count_if(m_sheets.begin(), m_sheets.end(), isSeen) == 1)
+        throw runtime::Error(
+            u"工作簿中至少要有一个可见的工作表，不能删除“%1”。"_s.arg(sheet.Name()));
+    const auto place = std::find_if(m_sheets.begin(), m_sheets.end(),
+                                    [&](const auto& other) { return other.get() == &sheet; });
+    const auto next = place + 1 != m_sheets.end() ? place + 1 : m_sheets.begin();
+    if (m_active == &sheet)
+        m_active = next->get();
+    m_deleted.push_back(std::move(*place));
+    m_sheets.erase(place);
+    changed();
 }
 
 Worksheet& Workbook::activeSheet()
 {
+    return const_cast<Worksheet&>(std::as_const(*this).activeSheet());
+}
+
+const Worksheet& Workbook::activeSheet() const
+{
     check();
-    const auto found = std::find_if(m_sheets.begin(), m_sheets.end(),
-                                    [this](const auto& sheet) { return sheet.get() == m_active; });
-    if (found == m_sheets.end())
+    if (m_active == nullptr)
         throw runtime::Error(u"工作簿中没有工作表。"_s);
-    return **found;
+    return *m_active;
 }
 
 void Workbook::setActiveSheet(const Worksheet& sheet)
 {
     check();
     m_active = &sheet;
+    ++m_revision;
+}
+
+bool Workbook::Saved() const
+{
+    check();
+    return m_saved;
+}
+
+void Workbook::setSaved(bool saved)
+{
+    check();
+    m_saved = saved;
+}
+
+void Workbook::changed()
+{
+    m_saved = false;
+    ++m_revision;
+}
+
+void Workbook::SaveAs(const QString& path)
+{
+    check();
+    writeXlsx(*this, path);
+    m_path = path;
+    m_saved = true;
 }
 
 void Workbook::Close()

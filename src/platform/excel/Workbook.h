@@ -9,6 +9,9 @@
 
 namespace excel {
 
+/// Where a new sheet goes, seen from another one.
+enum class Beside { Before, After };
+
 /// A workbook. Once it was closed its object still stands, so that a screen that holds it gets a
 /// runtime::Error from every call instead of reaching into nothing.
 class Workbook
@@ -23,6 +26,9 @@ public:
         Worksheet& Item(int index) const;
         Worksheet& Item(const QString& name) const;
         Worksheet& Item(const char*) const = delete;
+        /// A new sheet beside another one of this workbook, in front, under the next free name
+        /// "SheetN".
+        Worksheet& Add(Beside side, const Worksheet& neighbour) const;
 
     private:
         friend class Workbook;
@@ -39,21 +45,45 @@ public:
     const QString& path() const;
 
     SheetList Worksheets();
+    SheetList Sheets() { return Worksheets(); }
+    /// For readers: a sheet behind the last one, whatever its name.
     Worksheet& addSheet(const QString& name);
+    /// All sheets, for writers.
+    std::vector<const Worksheet*> sheets() const;
 
     /// The sheet in front; throws runtime::Error if there are no sheets.
     Worksheet& activeSheet();
+    const Worksheet& activeSheet() const;
     void setActiveSheet(const Worksheet& sheet);
+
+    /// True while nothing was changed since the workbook was made, read or saved.
+    bool Saved() const;
+    void setSaved(bool saved);
+    /// Grows with every change, so that a window can tell whether to paint anew.
+    quint64 revision() const { return m_revision; }
+
+    /// Writes the workbook as an .xlsx file and belongs to that file from then on. Throws
+    /// runtime::Error, as `writeXlsx` does.
+    void SaveAs(const QString& path);
 
     /// Gives the content up without asking. Closing twice does nothing.
     void Close();
     bool isOpen() const { return m_open; }
 
 private:
+    friend class Worksheet;
+
     void check() const;
+    void changed();
+    bool hasSheet(const QString& name) const;
+    QString freeName() const;
+    void remove(const Worksheet& sheet);
 
     QString m_path;
     std::vector<std::unique_ptr<Worksheet>> m_sheets;
+    std::vector<std::unique_ptr<Worksheet>> m_deleted; // screens may still hold references
+    bool m_saved = true;
+    quint64 m_revision = 0;
     const Worksheet* m_active = nullptr;
     bool m_open = true;
 };

@@ -157,10 +157,21 @@ void Connection::ensureIndexes()
 {
     if (d->indexesChecked)
         return;
-    d->indexesChecked = true;
+    sqlite3* handle = d->handle.get();
+    const auto run = [handle](const QByteArray& sql) {
+        return sqlite3_exec(handle, sql.constData(), nullptr, nullptr, nullptr) & 0xff;
+    };
+    // As long as no index is missing this takes no lock and writes nothing.
+    int code = run("SAVEPOINT indexes");
     // An old library works without them, only slower; the first real write reports what is wrong.
-    for (const QString& index : std::as_const(d->shape.indexes))
-        sqlite3_exec(d->handle.get(), index.toUtf8().constData(), nullptr, nullptr, nullptr);
+    for (const QString& index : std::as_const(d->shape.indexes)) {
+        if (code != SQLITE_BUSY)
+            code = run(index.toUtf8());
+    }
+    const int written = run("RELEASE indexes");
+    if (written != SQLITE_OK && !sqlite3_get_autocommit(handle))
+        run("ROLLBACK");
+    d->indexesChecked = code != SQLITE_BUSY && written != SQLITE_BUSY;
 }
 
 void Connection::schemaChanged()

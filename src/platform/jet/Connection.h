@@ -22,7 +22,7 @@ enum class Trust {
 };
 
 /// What makes a file one of ours: the tables that it must have, and statements for the indexes that
-/// are added when it is first written ("create index if not exists …").
+/// are added at the first write ("create index if not exists …").
 struct FileShape
 {
     QStringList tables;
@@ -116,6 +116,7 @@ private:
     /// Throws Error if nothing can be written now: the file vanished, or the batch is broken.
     void checkWritable();
     void checkFileStands();
+    /// Adds the indexes that the file lacks, once; failing to is no error.
     void ensureIndexes();
     /// Runs a statement without rows, in the words of the engine.
     void runStatement(const QString& sql, Trust trust);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -8,43 +7,54 @@
 
 namespace jet {
 
-/// Values assigned to the fields of one row, in ascending order of the fields.
+/// Values assigned to the fields of one row, in the order of the first assignments.
 class FieldValues
 {
     using Entry = std::pair<int, runtime::Value>;
-
-    template <class Entries> static auto place(Entries& entries, int field)
-    {
-        return std::lower_bound(
-            entries.begin(), entries.end(), field,
-            [](const Entry& entry, int wanted) { return entry.first < wanted; });
-    }
 
 public:
     /// nullptr if the field has no value here.
     const runtime::Value* find(int field) const
     {
-        const auto at = place(m_entries, field);
-        return at != m_entries.end() && at->first == field ? &at->second : nullptr;
+        const int entry = entryOf(field);
+        return entry < 0 ? nullptr : &m_entries[size_t(entry)].second;
     }
 
     void assign(int field, runtime::Value value)
     {
-        const auto at = place(m_entries, field);
-        if (at != m_entries.end() && at->first == field)
-            at->second = std::move(value);
-        else
-            m_entries.emplace(at, field, std::move(value));
+        const int entry = entryOf(field);
+        if (entry >= 0) {
+            m_entries[size_t(entry)].second = std::move(value);
+            return;
+        }
+        if (size_t(field) >= m_entryOf.size())
+            m_entryOf.resize(size_t(field) + 1, none);
+        m_entryOf[size_t(field)] = int(m_entries.size());
+        m_entries.emplace_back(field, std::move(value));
     }
 
-    void clear() { m_entries.clear(); }
+    /// Keeps its memory for the next row.
+    void clear()
+    {
+        for (const Entry& entry : m_entries)
+            m_entryOf[size_t(entry.first)] = none;
+        m_entries.clear();
+    }
     bool empty() const { return m_entries.empty(); }
     size_t size() const { return m_entries.size(); }
     auto begin() const { return m_entries.begin(); }
     auto end() const { return m_entries.end(); }
 
 private:
+    static constexpr int none = -1;
+
+    int entryOf(int field) const
+    {
+        return size_t(field) < m_entryOf.size() ? m_entryOf[size_t(field)] : none;
+    }
+
     std::vector<Entry> m_entries;
+    std::vector<int> m_entryOf; // by field
 };
 
 } // namespace jet

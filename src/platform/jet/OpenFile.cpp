@@ -17,6 +17,10 @@ using namespace Qt::StringLiterals;
 constexpr int headerSize = 100;
 /// Bytes; photos stay far below it.
 constexpr int longestValue = 100'000'000;
+/// Small blocks that the engine keeps at hand. Kept statements hold on to some, and what a row
+/// takes and gives back must still find room among them.
+constexpr int blockSize = 1200;
+constexpr int blockCount = 500;
 
 /// Pages of the file as its header counts them, in bytes; 0 if the header does not say.
 qint64 sizeByHeader(const QByteArray& header)
@@ -61,6 +65,7 @@ void run(sqlite3* handle, const char* sql)
 
 void setUp(sqlite3* handle)
 {
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_LOOKASIDE, nullptr, blockSize, blockCount);
     sqlite3_busy_timeout(handle, 1500);
     sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, longestValue);
     sqlite3_extended_result_codes(handle, 1);

@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include <QScopeGuard>
+
 #include "platform/jet/ConnectionPrivate.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/RowSource.h"
@@ -125,11 +127,11 @@ void Recordset::Update()
 {
     Private& state = open();
     const bool adding = std::exchange(state.adding, false);
-    const FieldValues values = std::exchange(state.pending, {});
+    const auto dropPending = qScopeGuard([&state] { state.pending.clear(); });
     if (adding)
-        state.rows->insert(values);
-    else if (!values.empty())
-        state.rows->update(values);
+        state.rows->insert(state.pending);
+    else if (!state.pending.empty())
+        state.rows->update(state.pending);
 }
 
 void Recordset::Close()

@@ -1,5 +1,7 @@
 #include "platform/jet/RowSource.h"
 
+#include <algorithm>
+
 #include "platform/jet/ConnectionPrivate.h"
 #include "platform/jet/Error.h"
 
@@ -185,11 +187,13 @@ QString Keyset::writerText(const std::vector<int>& columns, Write write) const
 /// The statement that writes these fields; row after row it is the same one.
 Statement& Keyset::writer(const FieldValues& values, Write write)
 {
-    std::vector<int> columns;
-    columns.reserve(values.size());
-    for (const auto& [column, value] : values)
-        columns.push_back(column);
-    if (!m_writer || m_write != write || m_writerColumns != columns) {
+    const auto isColumnOf = [](int column, const auto& value) { return column == value.first; };
+    if (!m_writer || m_write != write
+        || !std::equal(m_writerColumns.begin(), m_writerColumns.end(), values.begin(), values.end(),
+                       isColumnOf)) {
+        std::vector<int> columns;
+        for (const auto& [column, value] : values)
+            columns.push_back(column);
         m_writer = std::make_unique<Statement>(m_connection, writerText(columns, write));
         m_write = write;
         m_writerColumns = std::move(columns);

@@ -71,6 +71,14 @@ struct Finalize
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 };
 
+/// The text in one place of a statement. The engine uses these bytes as they lie here.
+struct BoundText
+{
+    QString text;
+    QByteArray bytes;
+    bool isBound = false;
+};
+
 } // namespace
 
 struct Statement::Private
@@ -83,17 +91,39 @@ struct Statement::Private
     bool readOnly = true;
     State state = State::Fresh;
     Watch watch;
+    std::vector<BoundText> texts; // by place
 
     sqlite3* db() const { return sqlite3_db_handle(statement.get()); }
-    void bound()
+    /// To be called ahead of every new value.
+    void bound(int place)
     {
         if (state == State::Finished)
             state = State::Fresh;
+        if (size_t(place) < texts.size())
+            texts[size_t(place)].isBound = false;
     }
+    void bindText(int place, const QString& text);
 };
 
+/// Many rows repeat a text (an exam's name, a stream), which then stays where it is.
+void Statement::Private::bindText(int place, const QString& text)
+{
+    if (size_t(place) >= texts.size())
+        texts.resize(size_t(place) + 1);
+    BoundText& kept = texts[size_t(place)];
+    const bool same = kept.isBound && kept.text == text;
+    bound(place);
+    if (!same) {
+        kept.text = text;
+        kept.bytes = text.toUtf8();
+        sqlite3_bind_text(statement.get(), place, kept.bytes.constData(), int(kept.bytes.size()),
+                          SQLITE_STATIC);
+    }
+    kept.isBound = true;
+}
+
 Statement::Statement(Connection& connection, const QString& sql, Trust trust)
-    : d(new Private{connection, {}, trust, true, Private::State::Fresh, {}})
+    : d(new Private{connection, {}, trust, true, Private::State::Fresh, {}, {}})
 {
     sqlite3* handle = connection.openHandle();
     const UserGuard guard(handle, trust);
@@ -129,7 +159,8 @@ void Statement::bind(const std::vector<Value>& values)
 
 void Statement::reset()
 {
-    sqlite3_reset(d->statement.get());
+    if (d->state == Private::State::Running)
+        sqlite3_reset(d->statement.get());
     d->state = Private::State::Fresh;
 }
 
@@ -141,7 +172,6 @@ void Statement::finish()
 
 void Statement::bindValue(int place, const Value& value)
 {
-    sqlite3_stmt* statement = d->statement.get();
     switch (value.kind()) {
     case Value::Kind::Null:
         return bindNull(place);
@@ -153,10 +183,10 @@ void Statement::bindValue(int place, const Value& value)
     case Value::Kind::Double:
         return bindDouble(place, value.toDouble());
     case Value::Kind::Binary: {
-        d->bound();
+        d->bound(place);
         const QByteArray bytes = value.toBytes();
-        sqlite3_bind_blob64(statement, place, bytes.constData(), sqlite3_uint64(bytes.size()),
-                            SQLITE_TRANSIENT);
+        sqlite3_bind_blob64(d->statement.get(), place, bytes.constData(),
+                            sqlite3_uint64(bytes.size()), SQLITE_TRANSIENT);
         return;
     }
     case Value::Kind::Text:
@@ -164,26 +194,24 @@ void Statement::bindValue(int place, const Value& value)
     case Value::Kind::Error:
         break;
     }
-    d->bound();
-    const QByteArray text = value.text().toUtf8();
-    sqlite3_bind_text(statement, place, text.constData(), int(text.size()), SQLITE_TRANSIENT);
+    d->bindText(place, value.text());
 }
 
 void Statement::bindNull(int place)
 {
-    d->bound();
+    d->bound(place);
     sqlite3_bind_null(d->statement.get(), place);
 }
 
 void Statement::bindInteger(int place, qint64 number)
 {
-    d->bound();
+    d->bound(place);
     sqlite3_bind_int64(d->statement.get(), place, number);
 }
 
 void Statement::bindDouble(int place, double number)
 {
-    d->bound();
+    d->bound(place);
     sqlite3_bind_double(d->statement.get(), place, number);
 }
 
@@ -208,8 +236,10 @@ void Statement::begin()
 {
     if (d->connection.handle() != d->db())
         throw Error(Failure::Missing, u"成绩库已经关闭。"_s);
-    if (!d->readOnly)
+    if (!d->readOnly) {
         d->connection.checkWritable();
+        d->connection.ensureIndexes();
+    }
     if (d->trust == Trust::User) {
         d->watch.limitMs = d->connection.userLimits().milliseconds;
         d->watch.timer.start();

@@ -5,6 +5,8 @@
 
 #include <QVarLengthArray>
 
+#include "platform/runtime/PlainNumber.h"
+
 namespace runtime {
 
 namespace {
@@ -42,18 +44,35 @@ NumberHead numberHead(QStringView text)
     return head;
 }
 
+/// A number of tenths as text, without a point if they make a whole.
+QString tenthsText(qint64 tenths)
+{
+    char16_t buffer[24];
+    char16_t* const end = buffer + std::size(buffer);
+    char16_t* at = end;
+    qint64 rest = std::abs(tenths);
+    if (rest % 10 != 0) {
+        *--at = char16_t(u'0' + rest % 10);
+        *--at = u'.';
+    }
+    do {
+        rest /= 10;
+        *--at = char16_t(u'0' + rest % 10);
+    } while (rest >= 10);
+    if (tenths < 0)
+        *--at = u'-';
+    return QString(reinterpret_cast<const QChar*>(at), end - at);
+}
+
 /// As printf's %g with so many significant digits, the exponent letter in upper case.
 QString significant(double number, int digits)
 {
-    if (number == std::trunc(number) && std::abs(number) < 1e7)
-        return QString::number(int(number));
-    // Half marks and the like, which most scores are.
+    // Whole and half marks and the like, which most scores are.
     const double tenths = number * 10;
-    if (tenths == std::trunc(tenths) && std::abs(number) < 1e5) {
-        const int last = std::abs(int(tenths) % 10);
-        const QString whole = QString::number(int(number)) + u'.' + QChar(u'0' + last);
-        return number < 0 && number > -1 ? u'-' + whole : whole;
-    }
+    const double wholeBelow = digits < 15 ? 1e7 : 1e14;
+    if (tenths == std::trunc(tenths)
+        && std::abs(number) < (number == std::trunc(number) ? wholeBelow : 1e5))
+        return tenthsText(qint64(tenths));
     char buffer[64];
     const auto [end, error] =
         std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::general, digits);
@@ -65,6 +84,9 @@ QString significant(double number, int digits)
 
 double Val(QStringView text)
 {
+    if (const std::optional<double> plain =
+            plainNumber(std::u16string_view(text.utf16(), size_t(text.size()))))
+        return *plain;
     const NumberHead head = numberHead(text);
     const qsizetype begin = !head.isEmpty() && head[0] == '+' ? 1 : 0;
     double number = 0;

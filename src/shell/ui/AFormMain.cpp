@@ -12,10 +12,13 @@
 #include <QSettings>
 #include <QUrl>
 
-#include "library/ui/FormNew.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Trap.h"
+#include "platform/runtime/ui/Backdrop.h"
+#include "shell/GridExport.h"
 #include "shell/LibraryFile.h"
+#include "shell/ui/ColumnWidths.h"
 
 namespace shell {
 
@@ -30,12 +33,23 @@ const QString ProductTitle = u"云杉学业册"_s;
 const QString helpFile = u"云杉学业册帮助文件.doc"_s;
 const QString updatePage = u"https://example.org/yunshan"_s;
 
-/// The first local file of a drop that is a library.
-QString droppedLibrary(const QMimeData* data)
+bool isLibrary(const QString& path)
+{
+    return path.endsWith(u".CJK"_s, Qt::CaseInsensitive);
+}
+
+bool isWorkbook(const QString& path)
+{
+    return path.endsWith(u".xlsx"_s, Qt::CaseInsensitive)
+           || path.endsWith(u".xls"_s, Qt::CaseInsensitive);
+}
+
+/// The first local file of a drop that is a library or a workbook.
+QString droppedFile(const QMimeData* data)
 {
     for (const QUrl& url : data->urls()) {
         const QString path = url.toLocalFile();
-        if (path.endsWith(u".CJK"_s, Qt::CaseInsensitive))
+        if (isLibrary(path) || isWorkbook(path))
             return path;
     }
     return {};
@@ -44,7 +58,10 @@ QString droppedLibrary(const QMimeData* data)
 } // namespace
 
 AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs)
-    : m_library(scoreLibrary), m_dialogs(dialogs), m_menu(menuBar())
+    : m_library(scoreLibrary),
+      m_dialogs(dialogs),
+      m_screens(scoreLibrary, dialogs, *this),
+      m_menu(menuBar())
 {
     setObjectName(u"AFormMain"_s);
     setAcceptDrops(true);
@@ -82,11 +99,17 @@ void AFormMain::buildGrid()
     mTC->setToolTipsVisible(true);
     QAction* mMfgToXls = mTC->addAction(u"导出到Excel(&E)"_s);
     mMfgToXls->setObjectName(u"mMfgToXls"_s);
-    mMfgToXls->setEnabled(false);
-    mMfgToXls->setToolTip(u"尚未提供"_s);
+    connect(mMfgToXls, &QAction::triggered, this, [this] {
+        const CommandScope command(m_dialogs);
+        mMfgToXls_Click();
+    });
     connect(MSFlexGrid1, &grid::FlexGridView::menuRequested, this,
             [this](const QPoint& place) { mTC->popup(place); });
-    auto* background = new QWidget(this);
+    connect(MSFlexGrid1, &grid::FlexGridView::columnDragged, this,
+            [this](int col) { keepWidth(m_grid, col); });
+    auto* background = new runtime::Backdrop(this);
+    const runtime::Trap trap{" - Private Sub Form_Load/FormMain"};
+    trap([&] { background->LoadPicture(m_library.paths().dataFile(u"bj.jpg"_s)); });
     auto* layout = new QVBoxLayout(background);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(MSFlexGrid1);
@@ -95,14 +118,18 @@ void AFormMain::buildGrid()
 
 void AFormMain::buildWorkbench()
 {
-    m_workbench = new workbench::FormKaoShi(m_library, m_dialogs, m_grid);
+    m_workbench = new workbench::FormKaoShi(m_library, m_dialogs, m_screens.applications(), m_grid);
     m_panel = new QDockWidget(u"基本信息"_s, this);
     m_panel->setObjectName(u"Panel"_s);
     m_panel->setWidget(m_workbench);
     addDockWidget(Qt::LeftDockWidgetArea, m_panel);
     connect(m_workbench, &workbench::FormKaoShi::gridFilled, this, &AFormMain::showGrid);
     connect(m_workbench, &workbench::FormKaoShi::importRequested, this,
-            [] { MsgBox(u"尚未提供"_s, u"提示"_s); });
+            [this] { m_screens.showFormDaoRu(); });
+    connect(m_workbench, &workbench::FormKaoShi::customDisplayRequested, this,
+            [this](const QString& item, const QString& stream) {
+                m_screens.showFormZDYXS(item, stream);
+            });
     connect(m_workbench, &workbench::FormKaoShi::commandsAvailableChanged, this,
             [this](bool available) { m_menu.setLibraryOpen(available); });
     for (const auto signal : {&QDockWidget::visibilityChanged, &QDockWidget::topLevelChanged})
@@ -117,6 +144,14 @@ void AFormMain::connectItem(const QString& name, void (AFormMain::*handler)())
     });
 }
 
+void AFormMain::connectScreen(const QString& name, void (MenuScreens::*open)())
+{
+    connect(m_menu.item(name), &QAction::triggered, this, [this, open] {
+        const CommandScope command(m_dialogs);
+        (m_screens.*open)();
+    });
+}
+
 void AFormMain::connectMenu()
 {
     connectItem(u"mfNew"_s, &AFormMain::mfNew_Click);
@@ -125,10 +160,16 @@ void AFormMain::connectMenu()
     connectItem(u"Mfexit"_s, &AFormMain::Mfexit_Click);
     connectItem(u"meLook"_s, &AFormMain::showWorkbench);
     connectItem(u"mSHowInfo"_s, &AFormMain::showWorkbench);
-    connectItem(u"meJCCJ"_s, &AFormMain::meJCCJ_Click);
     connectItem(u"Hzt"_s, &AFormMain::Hzt_Click);
-    connectItem(u"Habout"_s, &AFormMain::Habout_Click);
     connectItem(u"mUpdate"_s, &AFormMain::mUpdate_Click);
+    connect(m_menu.item(u"meDRKS"_s), &QAction::triggered, this, [this] {
+        const CommandScope command(m_dialogs);
+        m_screens.showFormDaoRu();
+    });
+    connectScreen(u"meDRLB"_s, &MenuScreens::showFormDaoRuXinXi);
+    connectScreen(u"meJCCJ"_s, &MenuScreens::checkScores);
+    connectScreen(u"meZFGS"_s, &MenuScreens::showFormZFGS);
+    connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }
 
 void AFormMain::connectRecent()
@@ -184,7 +225,7 @@ void AFormMain::openLibrary(const QString& path)
 
 void AFormMain::mfNew_Click()
 {
-    library::FormNew(m_library, m_dialogs, this).exec();
+    m_screens.showFormNew();
     ShowInfo();
 }
 
@@ -218,13 +259,9 @@ void AFormMain::mfSaveAs_Click()
 
 void AFormMain::Mfexit_Click()
 {
-    // At once, without the events of closing windows.
-    QApplication::exit(0);
-}
-
-void AFormMain::meJCCJ_Click()
-{
-    MsgBox(u"没有发现不合格的成绩！"_s);
+    // At once, without the events of closing windows; only results that nobody saved are asked for.
+    if (m_screens.workbookWindows().closeAll())
+        QApplication::exit(0);
 }
 
 void AFormMain::Hzt_Click()
@@ -236,20 +273,19 @@ void AFormMain::Hzt_Click()
         MsgBox(file + u"\n\n帮助文件丢失！"_s, {}, runtime::Buttons::Ok, runtime::Icon::Warning);
 }
 
-void AFormMain::Habout_Click()
-{
-    MsgBox(ProductTitle + u"\n\n"_s + u"版本 "_s + QApplication::applicationVersion()
-               + u"\n\n管理一所学校的学生和历次考试成绩：导入、总分、名次、标准分和统计。"_s,
-           u"关于软件"_s);
-}
-
 void AFormMain::mUpdate_Click()
 {
     QDesktopServices::openUrl(QUrl(updatePage));
 }
 
+void AFormMain::mMfgToXls_Click()
+{
+    copyGridToWorkbook(m_grid, excel::OpenExcel(m_screens.applications()));
+}
+
 void AFormMain::showGrid(bool minimise)
 {
+    restoreWidths(m_grid);
     MSFlexGrid1->show();
     MSFlexGrid1->refresh();
     if (minimise)
@@ -283,6 +319,8 @@ void AFormMain::restoreLayout()
 
 void AFormMain::closeEvent(QCloseEvent* event)
 {
+    if (!m_screens.workbookWindows().closeAll())
+        return event->ignore();
     saveLayout();
     QMainWindow::closeEvent(event);
 }
@@ -295,14 +333,20 @@ void AFormMain::resizeEvent(QResizeEvent* event)
 
 void AFormMain::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!droppedLibrary(event->mimeData()).isEmpty())
+    // A drop on a window that a screen is open over would work behind that screen's back.
+    const QString file = droppedFile(event->mimeData());
+    if (!QApplication::activeModalWidget() && (isLibrary(file) || m_library.Conn.isOpen()))
         event->acceptProposedAction();
 }
 
 void AFormMain::dropEvent(QDropEvent* event)
 {
     const CommandScope command(m_dialogs);
-    openLibrary(droppedLibrary(event->mimeData()));
+    const QString file = droppedFile(event->mimeData());
+    if (isLibrary(file))
+        openLibrary(file);
+    else
+        m_screens.showFormDaoRu(file);
 }
 
 } // namespace shell

@@ -6,6 +6,7 @@
 #include "platform/runtime/ui/ScreenDialogs.h"
 #include "shell/RecentFiles.h"
 #include "shell/ui/MainMenu.h"
+#include "shell/ui/MenuScreens.h"
 #include "workbench/ui/FormKaoShi.h"
 
 class QDockWidget;
@@ -43,6 +44,7 @@ private:
     void buildWorkbench();
     void connectMenu();
     void connectItem(const QString& name, void (AFormMain::*handler)());
+    void connectScreen(const QString& name, void (MenuScreens::*open)());
     void connectRecent();
 
     void openLibrary(const QString& path);
@@ -57,13 +59,13 @@ private:
     void mfREC_Click(int index);
     void mfSaveAs_Click();
     void Mfexit_Click();
-    void meJCCJ_Click();
     void Hzt_Click();
-    void Habout_Click();
     void mUpdate_Click();
+    void mMfgToXls_Click();
 
     library::ScoreLibrary& m_library;
     runtime::ScreenDialogs& m_dialogs;
+    MenuScreens m_screens;
     RecentFiles m_recent;
     MainMenu m_menu;
     grid::FlexGrid m_grid;

@@ -9,9 +9,11 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "platform/runtime/Trap.h"
 #include "platform/runtime/ui/Screen.h"
 #include "platform/runtime/ui/ScreenProgress.h"
 #include "workbench/Browse.h"
+#include "workbench/StatisticsRun.h"
 #include "workbench/TotalsRun.h"
 
 namespace workbench {
@@ -24,7 +26,6 @@ using runtime::named;
 namespace {
 
 const QString multiSelectTip = u"按下Ctrl键或Shift键可多选"_s;
-const QString notYet = u"尚未提供"_s;
 
 void showList(QListWidget* widget, const ChoiceList& list)
 {
@@ -78,10 +79,13 @@ private:
 } // namespace
 
 FormKaoShi::FormKaoShi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
-                       grid::FlexGrid& mainGrid, QWidget* parent)
-    : QWidget(parent),
+                       excel::Applications& applications, grid::FlexGrid& mainGrid,
+                       QWidget* parent)
+    : Backdrop(parent),
       m_selection(scoreLibrary),
       m_scoring(scoreLibrary),
+      m_reports(scoreLibrary),
+      m_applications(applications),
       m_dialogs(dialogs),
       m_grid(mainGrid)
 {
@@ -95,6 +99,8 @@ FormKaoShi::FormKaoShi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialo
     buildCommands(layout);
     connectLists();
     connectCommands();
+    const runtime::Trap trap{" - Private Sub Form_Load/FormKaoShi"};
+    trap([&] { LoadPicture(scoreLibrary.paths().dataFile(u"bj1.jpg"_s)); });
     m_selection.Form_Load();
     showState();
 }
@@ -231,15 +237,15 @@ void FormKaoShi::connectCommands()
     onClick(CommandLLCJ, &FormKaoShi::browse);
     onClick(CommandJSZF, &FormKaoShi::computeTotals);
     onClick(CommandDRKS, &FormKaoShi::importRequested);
+    onClick(CommandZXTJ, &FormKaoShi::runStatistics);
+    onClick(CommandZHFX, &FormKaoShi::analyze);
+    onClick(CommandZDYXS, &FormKaoShi::chooseDisplay);
     connect(CommandUP, &QPushButton::clicked, this, [this] { moveExam(Direction::Up); });
     connect(CommandDown, &QPushButton::clicked, this, [this] { moveExam(Direction::Down); });
     connect(Command1, &QPushButton::clicked, this, [this] {
         const runtime::CommandScope command(m_dialogs);
         m_selection.Command1_Click();
     });
-    for (QPushButton* later : {CommandZXTJ, CommandZHFX, CommandZDYXS}) {
-        connect(later, &QPushButton::clicked, this, [] { runtime::MsgBox(notYet, u"提示"_s); });
-    }
 }
 
 void FormKaoShi::init()
@@ -313,6 +319,28 @@ void FormKaoShi::computeTotals()
 {
     PanelProgress progress(window(), *Picture1, *LabelXX);
     CommandZF_Click(m_selection, m_scoring, progress);
+}
+
+void FormKaoShi::runStatistics()
+{
+    m_selection.Combo3.text =
+        Combo3->currentIndex() < 0 ? Combo3->placeholderText() : Combo3->currentText();
+    if (CommandZXTJ_Click(m_selection, m_reports, m_grid))
+        Q_EMIT gridFilled(m_selection.CheckMin);
+}
+
+void FormKaoShi::analyze()
+{
+    runtime::ScreenProgress progress(window());
+    Command2_Click(
+        m_selection, m_reports, [this]() -> auto& { return excel::OpenExcel(m_applications); },
+        progress);
+}
+
+void FormKaoShi::chooseDisplay()
+{
+    Browse(m_selection).MKzdyxs();
+    Q_EMIT customDisplayRequested(m_selection.ListXM.text(), m_selection.streamWord());
 }
 
 } // namespace workbench

@@ -2,11 +2,12 @@
 
 #include <array>
 
-#include <QWidget>
-
+#include "platform/excel/OpenExcel.h"
 #include "platform/grid/FlexGrid.h"
+#include "platform/runtime/ui/Backdrop.h"
 #include "platform/runtime/ui/ScreenDialogs.h"
 #include "scoring/Scoring.h"
+#include "statistics/ReportContext.h"
 #include "workbench/Selection.h"
 
 class QCheckBox;
@@ -22,13 +23,14 @@ namespace workbench {
 
 /// The exam workbench: what is chosen in its lists, and the commands for the chosen exams. Results
 /// go to the main window's grid.
-class FormKaoShi : public QWidget
+class FormKaoShi : public runtime::Backdrop
 {
     Q_OBJECT
 
 public:
     FormKaoShi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
-               grid::FlexGrid& mainGrid, QWidget* parent = nullptr);
+               excel::Applications& applications, grid::FlexGrid& mainGrid,
+               QWidget* parent = nullptr);
 
     /// Fills all lists from the open library.
     void init();
@@ -40,6 +42,8 @@ Q_SIGNALS:
     void gridFilled(bool minimise);
     /// "导入考试" was pressed.
     void importRequested();
+    /// "自定义显示" was pressed; DisplayItems hold what is shown now for this item and stream.
+    void customDisplayRequested(const QString& item, const QString& stream);
     /// A library was opened or closed, as far as the commands go.
     void commandsAvailableChanged(bool available);
 
@@ -60,9 +64,14 @@ private:
     void moveExam(Direction direction);
     void browse();
     void computeTotals();
+    void runStatistics();
+    void analyze();
+    void chooseDisplay();
 
     Selection m_selection;
     scoring::Scoring m_scoring;
+    statistics::ReportContext m_reports;
+    excel::Applications& m_applications;
     runtime::ScreenDialogs& m_dialogs;
     grid::FlexGrid& m_grid;
     /// True while the program itself changes the widgets.

@@ -171,6 +171,57 @@ TEST_F(Batches, AddTheMissingIndexesAtTheFirstWrite)
     EXPECT_EQ(indexes(), u"Tn"_s);
 }
 
+TEST_F(Batches, AreNotNeededForTheIndexes)
+{
+    Recordset rows;
+    rows.Open(u"select * from T"_s, connection);
+    rows.AddNew();
+    rows.Fields(u"n"_s).setValue(1);
+    EXPECT_EQ(indexes(), QString()) << "reading adds none";
+    rows.Update();
+    EXPECT_EQ(indexes(), u"Tn"_s);
+    EXPECT_EQ(rowsOf(connection, u"select n from T"_s), u"1"_s);
+    EXPECT_EQ(file.files(), QStringList{u"库.CJK"_s});
+}
+
+TEST_F(Batches, AStatementTypedByTheUserAddsThemToo)
+{
+    connection.Execute(u"insert into T(n) values(1)"_s, Trust::User);
+    EXPECT_EQ(indexes(), u"Tn"_s);
+    EXPECT_EQ(onDisk(), u"1"_s);
+}
+
+TEST_F(Batches, IndexesThatStandCostLaterWritesNothing)
+{
+    add(1);
+    const Traced traced(connection);
+    add(2);
+    EXPECT_EQ(traced.statements, QStringList{u"insert into T(n) values(2)"_s});
+}
+
+TEST_F(Batches, AnotherProgramsLockKeepsTheIndexesForTheNextWrite)
+{
+    sqlite3_busy_timeout(connection.handle(), 0);
+    OtherProgram other(file.path());
+    for (const char* lock : {"begin immediate", "begin; select * from T"}) {
+        other.run(lock);
+        EXPECT_EQ(errorOf([&] { add(1); }).failure(), Failure::Locked);
+        other.run("commit");
+        EXPECT_EQ(indexes(), QString());
+    }
+    add(2);
+    EXPECT_EQ(indexes(), u"Tn"_s);
+    EXPECT_EQ(onDisk(), u"2"_s);
+}
+
+TEST_F(Batches, AnIndexThatCannotBeMadeCostsASingleWriteNothing)
+{
+    limitGrowth(0);
+    add(1);
+    EXPECT_EQ(indexes(), QString());
+    EXPECT_EQ(onDisk(), u"1"_s);
+}
+
 TEST_F(Batches, AnIndexForWhichThereIsNoRoomCostsOnlyItself)
 {
     limitGrowth(0);

@@ -116,7 +116,9 @@ std::unique_ptr<Workbook> readByContent(const QString& path)
 std::unique_ptr<Workbook> readWorkbook(const QString& path)
 {
     try {
-        return readByContent(path);
+        std::unique_ptr<Workbook> book = readByContent(path);
+        book->setSaved(true);
+        return book;
     } catch (const ReadFailure& failure) {
         throw ReadError(failure.fault, path);
     } catch (const std::bad_alloc&) {

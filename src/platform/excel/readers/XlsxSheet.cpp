@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/runtime/PlainNumber.h"
+
 namespace excel {
 
 namespace {
@@ -49,6 +51,19 @@ std::string_view trimmed(std::string_view text)
 QString fromUtf8(std::string_view text)
 {
     return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+/// The number that the text is from end to end.
+std::optional<double> numberOf(std::string_view text)
+{
+    if (const std::optional<double> plain = runtime::plainNumber(text))
+        return plain;
+    double number = 0;
+    const char* end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || rest != end || !std::isfinite(number))
+        return std::nullopt;
+    return number;
 }
 
 } // namespace
@@ -255,13 +270,11 @@ runtime::Value XlsxSheetHandler::numberValue() const
     const std::string_view text = trimmed(characters);
     if (text.empty())
         return {};
-    double number = 0;
-    const char* end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || rest != end || !std::isfinite(number))
+    const std::optional<double> number = numberOf(text);
+    if (!number)
         return fromUtf8(text);
-    return m_context.formats.isDateStyle(m_style) ? dateValue(number, m_context.dates)
-                                                  : runtime::Value(number);
+    return m_context.formats.isDateStyle(m_style) ? dateValue(*number, m_context.dates)
+                                                  : runtime::Value(*number);
 }
 
 runtime::Value XlsxSheetHandler::sharedValue() const

@@ -9,7 +9,7 @@
 #include <QWheelEvent>
 
 #include "platform/grid/ui/FlexGridView.h"
-#include "platform/grid/ui/GridFindBar.h"
+#include "platform/runtime/ui/FindBar.h"
 
 // What keys, mouse and wheel do in a FlexGridView.
 
@@ -190,10 +190,14 @@ void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
         return;
     m_scrollTimer.stop();
     m_dragging = false;
-    const bool resized = std::exchange(m_draggedCol, -1) >= 0;
+    const int dragged = std::exchange(m_draggedCol, -1);
+    if (dragged >= 0) {
+        Q_EMIT columnDragged(dragged);
+        return;
+    }
     const QModelIndex pressed = std::exchange(m_pressed, QModelIndex());
     const QModelIndex released = indexAt(event->pos());
-    if (resized || !released.isValid())
+    if (!released.isValid())
         return;
     const int row = released.row();
     const int col = released.column();

@@ -1,4 +1,5 @@
 #include <QHeaderView>
+#include <QPaintEvent>
 #include <QPainter>
 
 #include "platform/grid/ui/FlexGridView.h"

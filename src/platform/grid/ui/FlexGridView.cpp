@@ -8,8 +8,8 @@
 #include <QScrollBar>
 
 #include "platform/grid/ui/GridCellDelegate.h"
-#include "platform/grid/ui/GridClip.h"
-#include "platform/grid/ui/GridFindBar.h"
+#include "platform/runtime/ui/CellClip.h"
+#include "platform/runtime/ui/FindBar.h"
 
 namespace grid {
 
@@ -33,7 +33,9 @@ FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
     : QTableView(parent),
       m_grid(grid),
       m_model(new FlexGridModel(grid, this)),
-      m_findBar(new GridFindBar(this))
+      m_findBar(new runtime::FindBar(this, [this](const QString& text, Qt::SortOrder direction) {
+          return findText(text, direction);
+      }))
 {
     setModel(m_model);
     setItemDelegate(new GridCellDelegate(this));
@@ -260,10 +262,16 @@ QMimeData* FlexGridView::selectedCells() const
 {
     const QRect grid(0, 0, m_grid.Cols(), m_grid.Rows());
     const QRect block = selectedBlock(selectionModel()->selection()) & grid;
-    auto* cells = new QMimeData;
-    cells->setText(tabbedText(m_grid, block));
-    cells->setHtml(htmlTable(m_grid, block));
-    return cells;
+    std::vector<QStringList> rows;
+    for (int row = block.top(); row <= block.bottom(); ++row) {
+        QStringList cells;
+        for (int col = block.left(); col <= block.right(); ++col) {
+            if (m_grid.ColWidth(col) != 0)
+                cells.append(m_grid.TextMatrix(row, col));
+        }
+        rows.push_back(cells);
+    }
+    return runtime::cellsForClipboard(rows);
 }
 
 bool FlexGridView::findText(const QString& text, Qt::SortOrder direction)
@@ -288,18 +296,10 @@ bool FlexGridView::findText(const QString& text, Qt::SortOrder direction)
     return false;
 }
 
-void FlexGridView::placeFindBar()
-{
-    m_findBar->adjustSize();
-    const QRect area = viewport()->geometry();
-    m_findBar->move(std::max(area.right() - m_findBar->width(), area.left()),
-                    area.bottom() - m_findBar->height());
-}
-
 void FlexGridView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
-    placeFindBar();
+    m_findBar->place();
 }
 
 void FlexGridView::changeEvent(QEvent* event)

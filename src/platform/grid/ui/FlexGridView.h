@@ -10,9 +10,11 @@
 
 class QMimeData;
 
-namespace grid {
+namespace runtime {
+class FindBar;
+}
 
-class GridFindBar;
+namespace grid {
 
 /// Shows a FlexGrid: merged blocks, fixed rows and columns that stay while the rest scrolls,
 /// copying of blocks as cells, finding texts, columns widened by dragging. One block of cells is
@@ -58,7 +60,6 @@ public:
     QRect shownPart(int row, int col) const;
     /// The size of the fixed rows and columns.
     QSize fixedSize() const;
-    void placeFindBar();
 
     /// A place in the viewport to the cell seen there, and back.
     QModelIndex indexAt(const QPoint& place) const override;
@@ -73,6 +74,8 @@ Q_SIGNALS:
     void cellReleased(int row, int col);
     /// Row or Col changed.
     void rowColChanged();
+    /// The user gave a column another width, which the grid holds now.
+    void columnDragged(int col);
     void scrolled();
     /// The right button was pressed at this place of the screen.
     void menuRequested(const QPoint& globalPosition);
@@ -111,7 +114,7 @@ private:
 
     FlexGrid& m_grid;
     FlexGridModel* m_model;
-    GridFindBar* m_findBar;
+    runtime::FindBar* m_findBar;
     std::vector<GridSpan> m_fixedSpans;
     bool m_shown = true;
     bool m_keeping = false;

@@ -1,5 +1,7 @@
 #include "platform/runtime/ui/ScreenDialogs.h"
 
+#include <utility>
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QColorDialog>
@@ -115,7 +117,7 @@ void ScreenDialogs::failure(const QString& text)
 std::optional<QString> ScreenDialogs::chooseFile(const QString& title, const QString& filter,
                                                  FileMode mode)
 {
-    QFileDialog dialog(owner(), title);
+    QFileDialog dialog(owner(), title, std::exchange(m_startFolder, {}));
     dialog.setNameFilter(nameFilter(filter));
     const bool saving = mode == FileMode::Save;
     dialog.setAcceptMode(saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);

@@ -19,6 +19,9 @@ public:
                                       FileMode mode) override;
     std::optional<int> chooseColor(const QString& title, int start) override;
 
+    /// The folder that the next file dialog begins with.
+    void startIn(const QString& folder) { m_startFolder = folder; }
+
     /// A command of the user begins or ends; commands can nest (a screen opened by a menu item).
     void beginCommand();
     void endCommand();
@@ -27,6 +30,7 @@ private:
     int m_commandDepth = 0;
     bool m_quiet = false;
     int m_passedOver = 0;
+    QString m_startFolder;
     InstalledDialogs m_installed;
 };
 

@@ -56,6 +56,11 @@ void ScreenProgress::report(const QString& text, int done, int total)
     paint();
 }
 
+void ScreenProgress::stepAside()
+{
+    m_window->hide();
+}
+
 void ScreenProgress::cancel()
 {
     m_cancelled = true;

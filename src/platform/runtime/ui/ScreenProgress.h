@@ -28,6 +28,10 @@ public:
     void report(const QString& text, int done, int total) override;
     bool cancelled() const override { return m_cancelled; }
 
+    /// Takes the window away until the next report, so that it does not stand beside a screen that
+    /// asks something.
+    void stepAside();
+
 private:
     void paint();
     void cancel();

@@ -1,6 +1,10 @@
-#include "platform/grid/ui/GridClip.h"
+#include "platform/runtime/ui/CellClip.h"
 
-namespace grid {
+#include <algorithm>
+
+#include <QMimeData>
+
+namespace runtime {
 
 using namespace Qt::StringLiterals;
 
@@ -35,33 +39,40 @@ QString htmlCell(const QString& text)
     return start + inner + u"</td>"_s;
 }
 
-template <class Cell>
-QStringList rowCells(const FlexGrid& grid, const QRect& block, int row, Cell cell)
-{
-    QStringList cells;
-    for (int col = block.left(); col <= block.right(); ++col) {
-        if (grid.ColWidth(col) != 0)
-            cells.append(cell(grid.TextMatrix(row, col)));
-    }
-    return cells;
-}
-
 } // namespace
 
-QString tabbedText(const FlexGrid& grid, const QRect& block)
+QString tabbedText(const std::vector<QStringList>& rows)
 {
     QString text;
-    for (int row = block.top(); row <= block.bottom(); ++row)
-        text += rowCells(grid, block, row, quoted).join(u'\t') + u"\r\n"_s;
+    for (const QStringList& row : rows) {
+        for (qsizetype i = 0; i < row.size(); ++i) {
+            if (i > 0)
+                text += u'\t';
+            text += quoted(row[i]);
+        }
+        text += u"\r\n"_s;
+    }
     return text;
 }
 
-QString htmlTable(const FlexGrid& grid, const QRect& block)
+QString htmlTable(const std::vector<QStringList>& rows)
 {
     QString html = u"<table>"_s;
-    for (int row = block.top(); row <= block.bottom(); ++row)
-        html += u"<tr>"_s + rowCells(grid, block, row, htmlCell).join(QString()) + u"</tr>"_s;
+    for (const QStringList& row : rows) {
+        html += u"<tr>"_s;
+        for (const QString& cell : row)
+            html += htmlCell(cell);
+        html += u"</tr>"_s;
+    }
     return html + u"</table>"_s;
 }
 
-} // namespace grid
+QMimeData* cellsForClipboard(const std::vector<QStringList>& rows)
+{
+    auto* cells = new QMimeData;
+    cells->setText(tabbedText(rows));
+    cells->setHtml(htmlTable(rows));
+    return cells;
+}
+
+} // namespace runtime

@@ -1,0 +1,149 @@
+#include "configuration/ui/FormZDYXS.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "platform/grid/ui/FlexGridView.h"
+
+namespace configuration {
+
+using namespace Qt::StringLiterals;
+using runtime::button;
+using runtime::CommandScope;
+using runtime::label;
+using runtime::named;
+
+FormZDYXS::FormZDYXS(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+                     QWidget* parent)
+    : Screen(u"FormZDYXS"_s, u"自定义显示"_s, parent), m_display(scoreLibrary), m_dialogs(dialogs)
+{
+    m_display.Form_Load();
+    build();
+    connectControls();
+    Form_Load();
+}
+
+void FormZDYXS::build()
+{
+    MSFlexGrid1 =
+        named(new grid::FlexGridView(m_display.MSFlexGrid1, this), u"MSFlexGrid1"_s, u"显示项目"_s);
+    MSFlexGrid1->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(MSFlexGrid1, 1);
+    layout->addWidget(makeStrip(), 0, Qt::AlignRight);
+}
+
+QWidget* FormZDYXS::makeStrip()
+{
+    auto* Picture1 = named(new QWidget(this), u"Picture1"_s, u"命令"_s);
+    ComboKL = named(new QComboBox(Picture1), u"ComboKL"_s, u"科类"_s);
+    CommandUP = button(u"CommandUP"_s, u"↑"_s, Picture1);
+    CommandUP->setToolTip(u"上移"_s);
+    CommandUP->setAccessibleName(u"上移"_s);
+    CommandDown = button(u"CommandDown"_s, u"↓"_s, Picture1);
+    CommandDown->setToolTip(u"下移"_s);
+    CommandDown->setAccessibleName(u"下移"_s);
+    Command1 = button(u"Command1"_s, u"确定(&O)"_s, Picture1);
+    Command2 = button(u"Command2"_s, u"取消(&C)"_s, Picture1);
+    auto* strip = new QHBoxLayout(Picture1);
+    strip->setContentsMargins(0, 0, 0, 0);
+    strip->addWidget(label(u"Label1"_s, u"科类(&K)"_s, ComboKL, Picture1));
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{ComboKL, CommandUP, CommandDown, Command1, Command2})
+        strip->addWidget(control);
+    return Picture1;
+}
+
+void FormZDYXS::connectControls()
+{
+    connect(MSFlexGrid1, &grid::FlexGridView::cellReleased, this, &FormZDYXS::clickCell);
+    connect(CommandUP, &QPushButton::clicked, this,
+            [this] { moveBlock(&CustomDisplay::CommandUP_Click); });
+    connect(CommandDown, &QPushButton::clicked, this,
+            [this] { moveBlock(&CustomDisplay::CommandDown_Click); });
+    connect(Command1, &QPushButton::clicked, this, [this] {
+        const CommandScope command(m_dialogs);
+        m_display.Command1_Click(ComboKL->currentText());
+    });
+}
+
+void FormZDYXS::Form_Load()
+{
+    ComboKL->addItems(m_display.streamChoices());
+    const int height = screen()->geometry().height() * 8 / 10;
+    resize(fontMetrics().averageCharWidth() * 70, height);
+}
+
+void FormZDYXS::setItem(const QString& XMName, const QString& streamWord)
+{
+    m_display.XMName = XMName;
+    ComboKL->setCurrentText(streamWord);
+}
+
+void FormZDYXS::init()
+{
+    const CommandScope command(m_dialogs);
+    setWindowTitle(m_display.caption());
+    m_display.init();
+    Form_Resize();
+}
+
+void FormZDYXS::resizeEvent(QResizeEvent* event)
+{
+    Screen::resizeEvent(event);
+    Form_Resize();
+}
+
+void FormZDYXS::showEvent(QShowEvent* event)
+{
+    // Not before now does the grid know its size.
+    Form_Resize();
+    Screen::showEvent(event);
+}
+
+void FormZDYXS::Form_Resize()
+{
+    grid::FlexGrid& cells = m_display.MSFlexGrid1;
+    cells.setColAlignment(-1, 0);
+    cells.setRowHeight(-1, 300);
+    // The view widens each column by the height of a line.
+    const int air = MSFlexGrid1->fontMetrics().height();
+    const int width = MSFlexGrid1->viewport()->width();
+    const int names = width * 8 / 10;
+    cells.setColWidth(0, std::max(1, MSFlexGrid1->twips(names - air)));
+    cells.setColWidth(1, std::max(1, MSFlexGrid1->twips(width - names - air)));
+    MSFlexGrid1->refresh();
+}
+
+void FormZDYXS::clickCell(int row, int col)
+{
+    m_display.MSFlexGrid1_MouseUp(row, col);
+    MSFlexGrid1->refreshCell(row, col);
+}
+
+void FormZDYXS::moveBlock(void (CustomDisplay::*handler)())
+{
+    const CommandScope command(m_dialogs);
+    // Rows can be selected by keys as well, or by a drag that ended outside.
+    m_display.takeSelection();
+    (m_display.*handler)();
+    MSFlexGrid1->refresh();
+    const int col = m_display.MSFlexGrid1.Col;
+    MSFlexGrid1->select(m_display.SelTop, col, m_display.SelBottom, m_display.MSFlexGrid1.ColSel);
+}
+
+void FormZDYXS::keyPressEvent(QKeyEvent* event)
+{
+    // The space bar ticks, for those who work without a mouse.
+    if (event->key() == Qt::Key_Space && focusWidget() == MSFlexGrid1)
+        clickCell(m_display.MSFlexGrid1.RowSel, 1);
+    else
+        Screen::keyPressEvent(event);
+}
+
+} // namespace configuration

@@ -1,0 +1,44 @@
+#include "import/KnownStudents.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+
+const KnownStudents::Student* KnownStudents::find(double classNumber, double number)
+{
+    if (!m_students) {
+        jet::Statement& rows =
+            m_connection.prepared(u"select ID, 姓名, 班级, 学号 from 信息表 order by rowid"_s);
+        rows.reset();
+        Students all;
+        take(rows, all);
+        m_students = std::move(all);
+    }
+    const auto found = m_students->constFind({classNumber, number});
+    return found == m_students->constEnd() ? nullptr : &*found;
+}
+
+void KnownStudents::add(qint64 id)
+{
+    if (!m_students)
+        return;
+    jet::Statement& row =
+        m_connection.prepared(u"select ID, 姓名, 班级, 学号 from 信息表 where ID=?"_s);
+    row.bind({id});
+    take(row, *m_students);
+}
+
+void KnownStudents::take(jet::Statement& rows, Students& students)
+{
+    while (rows.step()) {
+        const runtime::Value classNumber = rows.value(2);
+        const runtime::Value number = rows.value(3);
+        if (!classNumber.isNumber() || !number.isNumber())
+            continue;
+        const std::pair<double, double> place{classNumber.toDouble(), number.toDouble()};
+        if (!students.contains(place))
+            students.insert(place, {rows.integer(0), rows.text(1)});
+    }
+}
+
+} // namespace importing

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+
+#include <QHash>
+
+#include "platform/jet/Connection.h"
+
+namespace importing {
+
+/// The students of 信息表 by class and number, read at once at the first question. What it says
+/// holds within one batch, in which nobody else can write.
+class KnownStudents
+{
+public:
+    struct Student
+    {
+        qint64 id = 0;
+        QString name;
+    };
+
+    explicit KnownStudents(jet::Connection& connection) : m_connection(connection) {}
+
+    /// The first student of that class and number, or null. Throws Error.
+    const Student* find(double classNumber, double number);
+
+    /// Takes in a student who was just written. Throws Error.
+    void add(qint64 id);
+
+    /// To be called when students may have changed otherwise.
+    void forget() { m_students.reset(); }
+
+private:
+    using Students = QHash<std::pair<double, double>, Student>;
+
+    static void take(jet::Statement& rows, Students& students);
+
+    jet::Connection& m_connection;
+    std::optional<Students> m_students;
+};
+
+} // namespace importing

@@ -1,0 +1,74 @@
+#include "import/ui/FormDaoRuXinXi.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "import/StudentImport.h"
+#include "import/ui/LabelProgress.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::label;
+
+FormDaoRuXinXi::FormDaoRuXinXi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+                               Applications& applications, QWidget* parent)
+    : IntakeScreen(u"FormDaoRuXinXi"_s, u"导入学生信息"_s, studentSheet, scoreLibrary, dialogs,
+                   applications, parent)
+{
+    build();
+    connect(Command1, &QPushButton::clicked, this, &FormDaoRuXinXi::Command1_Click);
+    connect(Command2, &QPushButton::clicked, this, &QDialog::close);
+    connect(Command3, &QPushButton::clicked, this, &FormDaoRuXinXi::Command3_Click);
+    Form_Load();
+}
+
+void FormDaoRuXinXi::build()
+{
+    Label3 = label(u"Label3"_s, u"数据表前3列必须为：班级、学号、姓名"_s, nullptr, this);
+    Label3->setWordWrap(true);
+    auto* layout = new QGridLayout(this);
+    layout->addWidget(label(u"Label1"_s, u"1.打开要导入信息的Excel文件(&F)"_s, Text1, this), 0, 0,
+                      1, 3);
+    layout->addWidget(Text1, 1, 0, 1, 2);
+    layout->addWidget(Command3, 1, 2);
+    layout->addWidget(LabelFault, 2, 0, 1, 3);
+    layout->addWidget(label(u"Label2"_s, u"2.选择导入信息所在的数据表(&S)"_s, Combo1, this), 3, 0);
+    layout->addWidget(Combo1, 3, 1, 1, 2);
+    layout->addWidget(Label3, 4, 0, 1, 3);
+    layout->addWidget(CheckBackup, 5, 0, 1, 3);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(Label4, 1);
+    buttons->addWidget(Command1);
+    buttons->addWidget(Command2);
+    layout->addLayout(buttons, 6, 0, 1, 3);
+    layout->setColumnStretch(1, 1);
+}
+
+void FormDaoRuXinXi::Form_Load()
+{
+    Label3->setText(Label3->text()
+                    + u"\n其余项目可为下列中的一个或多个:类别代码、类别、科类、性别、照片名、"
+                      "出生时间、入学时间、学籍号、原毕业学校、身份证、民族、籍贯、备注"_s);
+    Label3->setAccessibleName(Label3->text());
+}
+
+void FormDaoRuXinXi::Command3_Click()
+{
+    const runtime::CommandScope command(m_dialogs);
+    m_dialogs.startIn(m_library.paths().AppPath());
+    choose(u"EXCEL文件(*.xls)|*.xls|"_s);
+}
+
+void FormDaoRuXinXi::Command1_Click()
+{
+    const runtime::CommandScope command(m_dialogs);
+    LabelProgress progress(this, *Label4);
+    StudentImport(m_library, m_intake, progress).run(Combo1->currentText(), backup());
+}
+
+} // namespace importing

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "import/FullMarks.h"
+#include "platform/runtime/ui/Screen.h"
+
+namespace grid {
+class CellTextEditor;
+class FlexGridView;
+} // namespace grid
+
+namespace importing {
+
+/// "输入各科满分": the full marks of the subjects that an import found.
+class FormShuRuMF : public runtime::Screen
+{
+    Q_OBJECT
+
+public:
+    /// `label` names stream and exam.
+    FormShuRuMF(ImportState& state, const runtime::AppPaths& paths, const QString& label,
+                QWidget* parent);
+
+private:
+    void makeWidgets(const QString& label);
+    void connectEditor();
+    void MSFlexGrid1_MouseUp(int row);
+    void Text1_Change();
+    void Text1_Enter();
+    void Command1_Click();
+    void Command2_Click();
+
+    void edit(int row);
+    void moveBy(int rows);
+    void cancel();
+
+    FullMarks m_marks;
+    /// What the cell under the editor held when it was opened.
+    QString m_before;
+    grid::FlexGridView* MSFlexGrid1 = nullptr;
+    grid::CellTextEditor* Text1 = nullptr;
+};
+
+} // namespace importing

@@ -1,0 +1,126 @@
+#include "import/ui/Formgf.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "platform/grid/ui/CellEditors.h"
+#include "platform/grid/ui/CellOpeningKeys.h"
+#include "platform/grid/ui/CellTextEditor.h"
+#include "platform/grid/ui/FlexGridView.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::button;
+using runtime::named;
+
+namespace {
+
+constexpr int scoreColumn = 4;
+constexpr int reasonColumn = 5;
+
+} // namespace
+
+Formgf::Formgf(ImportState& state, QWidget* parent)
+    : Screen(u"Formgf"_s, u"修改错误成绩"_s, parent), m_list(state)
+{
+    makeWidgets(state);
+    connectEditor();
+    MSFlexGrid1->select(state.errors.FixedRows, scoreColumn, state.errors.FixedRows, scoreColumn);
+    MSFlexGrid1->setFocus();
+}
+
+void Formgf::makeWidgets(ImportState& state)
+{
+    MSFlexGrid1 =
+        named(new grid::FlexGridView(state.errors, this), u"MSFlexGrid1"_s, u"有问题的成绩"_s);
+    // The reason is wider than a column.
+    MSFlexGrid1->horizontalHeader()->setStretchLastSection(true);
+    QLabel* Label1 = runtime::label(u"Label1"_s, m_list.countText(), MSFlexGrid1, this);
+    QLabel* Label2 =
+        runtime::label(u"Label2"_s, u"点击相应成绩输入新成绩,回车确认"_s, nullptr, this);
+    Text1 = named(new grid::CellTextEditor(MSFlexGrid1), u"Text1"_s, u"新成绩"_s);
+    Text1->hide();
+    QPushButton* Command2 = button(u"Command2"_s, u"修改完毕(&O)"_s, this);
+    QPushButton* Command1 = button(u"Command1"_s, u"取消(&C)"_s, this);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(Label2, 1);
+    buttons->addWidget(Command2);
+    buttons->addWidget(Command1);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(Label1);
+    layout->addWidget(MSFlexGrid1, 1);
+    layout->addLayout(buttons);
+    resize(fontMetrics().height() * 42, fontMetrics().height() * 30);
+    connect(Command2, &QPushButton::clicked, this, &Formgf::Command2_Click);
+}
+
+void Formgf::connectEditor()
+{
+    connect(MSFlexGrid1, &grid::FlexGridView::cellClicked, this, &Formgf::MSFlexGrid1_Click);
+    connect(Text1, &grid::CellTextEditor::entered, this, &Formgf::Text1_Enter);
+    connect(Text1, &grid::CellTextEditor::moved, this, &Formgf::moveBy);
+    connect(Text1, &grid::CellTextEditor::cancelled, this, [this] { grid::HideTS(Text1); });
+    grid::useOpeningKeys(Text1, MSFlexGrid1, [this](int row, int) { edit(row); });
+}
+
+void Formgf::MSFlexGrid1_Click(int row)
+{
+    // An editor left open would answer the heading.
+    if (row < MSFlexGrid1->grid().FixedRows)
+        grid::HideTS(Text1);
+    edit(row);
+}
+
+/// The next row becomes the current one, so that a list is worked off by typing and Enter.
+void Formgf::Text1_Enter()
+{
+    if (answer() != ErrorList::Entry::Accepted)
+        return;
+    grid::HideTS(Text1);
+    const int next = std::min(m_list.CurRow + 1, MSFlexGrid1->grid().Rows() - 1);
+    MSFlexGrid1->select(next, scoreColumn, next, scoreColumn);
+}
+
+void Formgf::Command2_Click()
+{
+    if (m_list.finish())
+        close();
+    else
+        edit(m_list.CurRow);
+}
+
+/// A refused answer leaves the editor open on the bad score.
+ErrorList::Entry Formgf::answer()
+{
+    const ErrorList::Entry entry = m_list.enter(Text1->text());
+    if (entry == ErrorList::Entry::Accepted)
+        MSFlexGrid1->refreshCell(m_list.CurRow, reasonColumn);
+    else if (entry == ErrorList::Entry::Refused)
+        edit(m_list.CurRow);
+    return entry;
+}
+
+void Formgf::edit(int row)
+{
+    m_list.CurRow = row;
+    grid::ShowTextInMFG(Text1, MSFlexGrid1, row, scoreColumn);
+}
+
+/// Up and down go on editing, Tab, which moves by no row, does not; what was typed is answered as
+/// by Enter before.
+void Formgf::moveBy(int rows)
+{
+    if (Text1->isModified() && answer() == ErrorList::Entry::Refused)
+        return;
+    const int row = m_list.CurRow + rows;
+    if (rows == 0)
+        grid::HideTS(Text1);
+    else if (row >= MSFlexGrid1->grid().FixedRows && row < MSFlexGrid1->grid().Rows())
+        edit(row);
+}
+
+} // namespace importing

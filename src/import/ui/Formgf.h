@@ -1,0 +1,37 @@
+#pragma once
+
+#include "import/ErrorList.h"
+#include "platform/runtime/ui/Screen.h"
+
+namespace grid {
+class CellTextEditor;
+class FlexGridView;
+} // namespace grid
+
+namespace importing {
+
+/// "修改错误成绩": the bad scores of an import, each to be answered by a new value.
+class Formgf : public runtime::Screen
+{
+    Q_OBJECT
+
+public:
+    Formgf(ImportState& state, QWidget* parent);
+
+private:
+    void makeWidgets(ImportState& state);
+    void connectEditor();
+    void MSFlexGrid1_Click(int row);
+    void Text1_Enter();
+    void Command2_Click();
+
+    ErrorList::Entry answer();
+    void edit(int row);
+    void moveBy(int rows);
+
+    ErrorList m_list;
+    grid::FlexGridView* MSFlexGrid1 = nullptr;
+    grid::CellTextEditor* Text1 = nullptr;
+};
+
+} // namespace importing

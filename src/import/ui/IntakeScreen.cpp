@@ -1,0 +1,117 @@
+#include "import/ui/IntakeScreen.h"
+
+#include <algorithm>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::button;
+using runtime::named;
+
+IntakeScreen::IntakeScreen(const QString& name, const QString& caption, const SheetRules& rules,
+                           library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+                           Applications& applications, QWidget* parent)
+    : Screen(name, caption, parent),
+      m_library(scoreLibrary),
+      m_dialogs(dialogs),
+      m_intake(applications, rules)
+{
+    build();
+    connect(Combo1, &QComboBox::currentTextChanged, this, [this](const QString& sheet) {
+        if (m_intake.workbook() != nullptr && !sheet.isEmpty())
+            Q_EMIT sheetChosen(*m_intake.workbook(), sheet);
+    });
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &IntakeScreen::noteFileChange);
+}
+
+void IntakeScreen::build()
+{
+    Text1 = named(new QLineEdit(this), u"Text1"_s, u"Excel文件路径名"_s);
+    Text1->setPlaceholderText(u"Excel文件路径名"_s);
+    // It says which workbook is open; a name typed here would open none.
+    Text1->setReadOnly(true);
+    Text1->setMinimumWidth(fontMetrics().averageCharWidth() * 50);
+    Command3 = button(u"Command3"_s, u"浏览(&B)"_s, this);
+    // Labels without a fixed text have no name of their own, so that a screen reader reads the
+    // text.
+    LabelFault = named(new QLabel(this), u"LabelFault"_s, {});
+    LabelFault->setTextFormat(Qt::PlainText);
+    LabelFault->setWordWrap(true);
+    LabelFault->hide();
+    Combo1 = named(new QComboBox(this), u"Combo1"_s, u"数据表"_s);
+    CheckBackup = named(new QCheckBox(u"导入前备份成绩库(&K)"_s, this), u"CheckBackup"_s,
+                        u"导入前备份成绩库"_s);
+    CheckBackup->setToolTip(u"在成绩库旁边留一份副本，只保留最近的5份。"_s);
+    CheckBackup->setChecked(true);
+    Label4 = named(new QLabel(this), u"Label4"_s, {});
+    Command1 = button(u"Command1"_s, u"导入(&I)"_s, this);
+    Command2 = button(u"Command2"_s, u"退出(&X)"_s, this);
+}
+
+void IntakeScreen::choose(const QString& filter)
+{
+    const QString path = runtime::ShowFileDialog(filter, runtime::FileMode::Open);
+    if (!path.isEmpty())
+        browse(path);
+}
+
+void IntakeScreen::browse(const QString& path)
+{
+    m_intake.browse(path);
+    if (m_intake.workbook() != nullptr)
+        Q_EMIT workbookShown(*m_intake.application(), *m_intake.workbook());
+    listSheets();
+    Text1->setText(path);
+    watch(path);
+    showFault(m_intake.openError());
+}
+
+void IntakeScreen::listSheets()
+{
+    Combo1->clear();
+    Combo1->addItems(m_intake.sheetNames());
+}
+
+void IntakeScreen::watch(const QString& path)
+{
+    if (!m_watcher.files().isEmpty())
+        m_watcher.removePaths(m_watcher.files());
+    m_openedVersion = QFileInfo(path).lastModified();
+    if (m_openedVersion.isValid())
+        m_watcher.addPath(path);
+}
+
+void IntakeScreen::noteFileChange(const QString& path)
+{
+    const QDateTime version = QFileInfo(path).lastModified();
+    if (!version.isValid())
+        showFault(u"文件已被删除或移走。"_s);
+    else if (version != m_openedVersion)
+        showFault(u"文件在打开之后改动过，要导入新的内容请重新浏览。"_s);
+}
+
+void IntakeScreen::showFault(const QString& fault)
+{
+    LabelFault->setText(fault);
+    LabelFault->setVisible(!fault.isEmpty());
+    if (!isVisible())
+        return;
+    // A wrapped label does not make its window grow by itself.
+    layout()->activate();
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
+}
+
+Backup IntakeScreen::backup() const
+{
+    return CheckBackup->isChecked() ? Backup::Make : Backup::SwitchedOff;
+}
+
+} // namespace importing

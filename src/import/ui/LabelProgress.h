@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/runtime/ui/ScreenProgress.h"
+
+class QLabel;
+
+namespace importing {
+
+/// Progress whose text also stands in a label of the screen. An empty text takes the window away,
+/// and the label is empty once the work is over.
+class LabelProgress : public runtime::ScreenProgress
+{
+public:
+    LabelProgress(QWidget* screen, QLabel& text);
+    ~LabelProgress() override;
+
+    void report(const QString& text, int done, int total) override;
+
+private:
+    QLabel& m_text;
+};
+
+} // namespace importing

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "import/ExamImport.h"
+#include "platform/runtime/ui/ScreenProgress.h"
+
+class QWidget;
+
+namespace importing {
+
+/// The screens of the exam import as windows over the import screen.
+class ScreenImportScreens : public ImportScreens
+{
+public:
+    ScreenImportScreens(const runtime::AppPaths& paths, QWidget& screen,
+                        runtime::ScreenProgress& progress);
+
+    void showFullMarks(ImportState& state, const QString& label) override;
+    /// The import screen is hidden meanwhile.
+    void showErrorList(ImportState& state) override;
+
+private:
+    const runtime::AppPaths& m_paths;
+    QWidget& m_screen;
+    runtime::ScreenProgress& m_progress;
+};
+
+} // namespace importing

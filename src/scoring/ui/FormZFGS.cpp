@@ -1,0 +1,121 @@
+#include "scoring/ui/FormZFGS.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace scoring {
+
+using namespace Qt::StringLiterals;
+using runtime::button;
+using runtime::CommandScope;
+using runtime::label;
+using runtime::named;
+
+namespace {
+
+/// Texts of the selected entries, in list order.
+QStringList selectedTexts(const QListWidget* list)
+{
+    QStringList texts;
+    for (int i = 0; i < list->count(); ++i) {
+        if (list->item(i)->isSelected())
+            texts.append(list->item(i)->text());
+    }
+    return texts;
+}
+
+/// A list with its caption above and, where several entries can be chosen, the hint below.
+QListWidget* addList(QGridLayout* layout, int column, const QString& name, const QString& caption,
+                     QAbstractItemView::SelectionMode mode)
+{
+    QWidget* const screen = layout->parentWidget();
+    auto* list = named(new QListWidget(screen), name, {});
+    list->setSelectionMode(mode);
+    layout->addWidget(label(u"Label"_s + name, caption, list, screen), 0, column);
+    layout->addWidget(list, 1, column);
+    if (mode == QAbstractItemView::ExtendedSelection) {
+        auto* hint = label(u"LabelHint"_s + name, u"按下Ctrl键或Shift键可多选"_s, nullptr, screen);
+        hint->setWordWrap(true);
+        layout->addWidget(hint, 2, column);
+    }
+    return list;
+}
+
+} // namespace
+
+FormZFGS::FormZFGS(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+                   QWidget* parent)
+    : Screen(u"FormZFGS"_s, u"总分公式"_s, parent), m_formulas(scoreLibrary), m_dialogs(dialogs)
+{
+    makeWidgets();
+    Form_Load();
+    connectWidgets();
+}
+
+void FormZFGS::makeWidgets()
+{
+    auto* layout = new QGridLayout(this);
+    List1 = addList(layout, 0, u"List1"_s, u"考试(&K)"_s, QAbstractItemView::ExtendedSelection);
+    List2 = addList(layout, 1, u"List2"_s, u"总分(&Z)"_s, QAbstractItemView::SingleSelection);
+    List3 = addList(layout, 2, u"List3"_s, u"科目(&M)"_s, QAbstractItemView::ExtendedSelection);
+    Text1 = named(new QLineEdit(this), u"Text1"_s, u"总分公式"_s);
+    auto* formula = new QHBoxLayout;
+    formula->addWidget(label(u"LabelText1"_s, u"公式(&G)"_s, Text1, this));
+    formula->addWidget(Text1);
+    layout->addLayout(formula, 3, 0, 1, 3);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(button(u"Command1"_s, u"确定(&O)"_s, this));
+    buttons->addWidget(button(u"Command3"_s, u"重算总分(&R)"_s, this));
+    buttons->addWidget(button(u"Command2"_s, u"退出(&X)"_s, this));
+    layout->addLayout(buttons, 4, 0, 1, 3);
+    resize(fontMetrics().averageCharWidth() * 90, fontMetrics().lineSpacing() * 24);
+}
+
+void FormZFGS::connectWidgets()
+{
+    for (QListWidget* list : {List1, List2}) {
+        connect(list, &QListWidget::itemClicked, this, &FormZFGS::ShowGS);
+        connect(list, &QListWidget::currentRowChanged, this, &FormZFGS::ShowGS);
+    }
+    connect(List3, &QListWidget::itemClicked, this, &FormZFGS::List3_Click);
+    connect(List3, &QListWidget::itemSelectionChanged, this, &FormZFGS::List3_Click);
+    connect(findChild<QPushButton*>(u"Command1"_s), &QPushButton::clicked, this,
+            &FormZFGS::Command1_Click);
+    connect(findChild<QPushButton*>(u"Command2"_s), &QPushButton::clicked, this, &QDialog::close);
+}
+
+void FormZFGS::Form_Load()
+{
+    m_formulas.load();
+    List1->addItems(m_formulas.exams);
+    List2->addItems(m_formulas.totals);
+    List3->addItems(m_formulas.subjects);
+}
+
+void FormZFGS::ShowGS()
+{
+    if (!List1->currentItem() || !List2->currentItem())
+        return;
+    const auto formula =
+        m_formulas.ShowGS(List1->currentItem()->text(), List2->currentItem()->text());
+    if (formula)
+        Text1->setText(*formula);
+}
+
+void FormZFGS::List3_Click()
+{
+    Text1->setText(selectedTexts(List3).join(u'+'));
+}
+
+void FormZFGS::Command1_Click()
+{
+    const CommandScope command(m_dialogs);
+    const QListWidgetItem* total = List2->currentItem();
+    m_formulas.save(selectedTexts(List1), total ? total->text() : QString(), Text1->text());
+}
+
+} // namespace scoring

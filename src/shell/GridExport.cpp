@@ -1,0 +1,21 @@
+#include "shell/GridExport.h"
+
+#include "platform/runtime/Trap.h"
+#include "statistics/GridBlock.h"
+
+namespace shell {
+
+void copyGridToWorkbook(const grid::FlexGrid& grid, excel::Application& application)
+{
+    const runtime::Trap trap{" - Private Sub mMfgToXls_Click/FormMain"};
+    trap([&] {
+        excel::Worksheet& sheet = application.Workbooks().Add().Worksheets().Item(1);
+        sheet.Cells().setHorizontalAlignment(excel::HorizontalAlignment::Center);
+        int row = 1;
+        statistics::GridBlockToSheet(grid, &sheet, row,
+                                     {0, grid.Rows() - 1, 0, grid.Cols() - 1});
+        application.setVisible(true);
+    });
+}
+
+} // namespace shell

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/excel/Application.h"
+#include "platform/grid/FlexGrid.h"
+
+namespace shell {
+
+/// Copies the whole grid, merged as it is shown, to the first sheet of a new workbook, which stays
+/// open and unsaved. Failures are shown.
+void copyGridToWorkbook(const grid::FlexGrid& grid, excel::Application& application);
+
+} // namespace shell

@@ -1,0 +1,91 @@
+#include "shell/ui/MenuScreens.h"
+
+#include "configuration/ui/FormZDYXS.h"
+#include "import/ui/FormDaoRu.h"
+#include "import/ui/FormDaoRuXinXi.h"
+#include "import/ui/Formgf.h"
+#include "library/ui/FormNew.h"
+#include "scoring/ui/FormZFGS.h"
+#include "shell/ui/frmAbout.h"
+
+namespace shell {
+
+using namespace Qt::StringLiterals;
+
+MenuScreens::MenuScreens(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+                         QWidget& mainWindow)
+    : m_library(scoreLibrary), m_dialogs(dialogs), m_mainWindow(mainWindow)
+{
+}
+
+void MenuScreens::show(runtime::Screen& screen)
+{
+    screen.setWindowModality(Qt::WindowModal);
+    screen.exec();
+}
+
+template <class IntakeScreen> void MenuScreens::follow(IntakeScreen& screen)
+{
+    QObject::connect(&screen, &IntakeScreen::sheetChosen, &m_windows,
+                     [this](excel::Workbook& book, const QString& sheet) {
+                         if (excel::WorkbookWindow* window = m_windows.windowOf(book))
+                             window->showSheet(sheet);
+                     });
+}
+
+void MenuScreens::showFormNew()
+{
+    library::FormNew screen(m_library, m_dialogs, &m_mainWindow);
+    QObject::connect(&screen, &library::FormNew::created, &screen,
+                     [this] { showFormDaoRuXinXi(); });
+    show(screen);
+}
+
+void MenuScreens::showFormDaoRu(const QString& workbook)
+{
+    importing::FormDaoRu screen(m_library, m_dialogs, m_applications, m_latestImport,
+                                &m_mainWindow);
+    follow(screen);
+    if (!workbook.isEmpty())
+        screen.browse(workbook);
+    show(screen);
+}
+
+void MenuScreens::showFormDaoRuXinXi()
+{
+    importing::FormDaoRuXinXi screen(m_library, m_dialogs, m_applications, &m_mainWindow);
+    follow(screen);
+    show(screen);
+}
+
+void MenuScreens::showFormZFGS()
+{
+    scoring::FormZFGS screen(m_library, m_dialogs, &m_mainWindow);
+    show(screen);
+}
+
+void MenuScreens::showFormZDYXS(const QString& item, const QString& stream)
+{
+    configuration::FormZDYXS screen(m_library, m_dialogs, &m_mainWindow);
+    screen.setItem(item, stream);
+    screen.init();
+    show(screen);
+}
+
+void MenuScreens::checkScores()
+{
+    if (m_latestImport.ErrorCount > 0) {
+        importing::Formgf screen(m_latestImport, &m_mainWindow);
+        show(screen);
+    } else {
+        runtime::MsgBox(u"没有发现不合格的成绩！"_s);
+    }
+}
+
+void MenuScreens::showAbout()
+{
+    frmAbout screen(&m_mainWindow);
+    show(screen);
+}
+
+} // namespace shell

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "import/ImportState.h"
+#include "library/ScoreLibrary.h"
+#include "platform/excel/OpenExcel.h"
+#include "platform/excel/ui/WorkbookWindows.h"
+#include "platform/runtime/ui/Screen.h"
+#include "platform/runtime/ui/ScreenDialogs.h"
+
+namespace shell {
+
+/// The screens that the menus and the workbench open, each modal over the main window; the windows
+/// of the workbooks stay free. Keeps what outlives a screen: the latest import and the open
+/// workbooks.
+class MenuScreens
+{
+public:
+    MenuScreens(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+                QWidget& mainWindow);
+
+    excel::Applications& applications() { return m_applications; }
+    excel::WorkbookWindows& workbookWindows() { return m_windows; }
+
+    /// "新建成绩库"; a library that was made is followed by the import of its students.
+    void showFormNew();
+    /// "导入考试成绩"; with a path, that workbook is opened at once.
+    void showFormDaoRu(const QString& workbook = {});
+    /// "导入学生信息".
+    void showFormDaoRuXinXi();
+    /// "总分设置".
+    void showFormZFGS();
+    /// "自定义显示" for an item and a stream of the workbench.
+    void showFormZDYXS(const QString& item, const QString& stream);
+    /// "检查成绩": the bad scores of the latest import since the program started, if there were any.
+    void checkScores();
+    void showAbout();
+
+private:
+    void show(runtime::Screen& screen);
+    /// The workbook's window follows the sheet that is chosen on the screen.
+    template <class IntakeScreen> void follow(IntakeScreen& screen);
+
+    library::ScoreLibrary& m_library;
+    runtime::ScreenDialogs& m_dialogs;
+    QWidget& m_mainWindow;
+    excel::Applications m_applications;
+    excel::WorkbookWindows m_windows;
+    importing::ImportState m_latestImport;
+};
+
+} // namespace shell

@@ -1,0 +1,35 @@
+#include "statistics/Bands.h"
+
+#include "platform/runtime/Error.h"
+#include "statistics/SettingForms.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+
+BandSetting::BandSetting(ReportContext& context, const QString& name, const QString& stream,
+                         const runtime::Trap& trap)
+    : m_context(context), m_name(name), m_stream(stream), m_trap(trap)
+{
+    const QString value = context.library.settings.GetSZ(name);
+    m_bySubject = value == CustomData;
+    if (!m_bySubject)
+        MakeCXTJ(context, value);
+}
+
+const Condition& BandSetting::of(int subject)
+{
+    m_trap([&] {
+        if (m_bySubject) {
+            const QString& name = m_context.library.catalogue.ExamSubjects.names.at(subject);
+            m_condition = Condition(m_context.library.settings.GetXXSZ(m_name, m_stream, name));
+            return;
+        }
+        if (subject >= m_context.BandConditions.size())
+            throw runtime::Error(u"没有第 %1 个科目的条件。"_s.arg(subject + 1));
+        m_condition = Condition(m_context.BandConditions[subject]);
+    });
+    return m_condition;
+}
+
+} // namespace statistics

@@ -1,0 +1,208 @@
+#include "statistics/ExamFigures.h"
+
+#include "platform/jet/Recordset.h"
+#include "platform/runtime/Deviation.h"
+#include "platform/runtime/Numbers.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+using runtime::doubleText;
+using scoring::TableColumn;
+
+namespace {
+
+QString functionName(Aggregate aggregate)
+{
+    switch (aggregate) {
+    case Aggregate::Count:
+        return u"count"_s;
+    case Aggregate::Average:
+        return u"Avg"_s;
+    case Aggregate::Maximum:
+        return u"max"_s;
+    case Aggregate::Minimum:
+        return u"min"_s;
+    case Aggregate::Deviation:
+        return u"stdev"_s;
+    }
+    return {};
+}
+
+/// Takes the values of one figure, in row order, as the engine's aggregates do.
+class Collector
+{
+public:
+    explicit Collector(Aggregate aggregate) : m_aggregate(aggregate) {}
+
+    void add(double value)
+    {
+        m_lowest = m_count == 0 ? value : std::min(m_lowest, value);
+        m_highest = m_count == 0 ? value : std::max(m_highest, value);
+        m_sum += value;
+        ++m_count;
+        if (m_aggregate == Aggregate::Deviation)
+            m_deviation.add(value);
+    }
+
+    std::optional<double> result() const
+    {
+        if (m_aggregate == Aggregate::Count)
+            return double(m_count);
+        if (m_count == 0 || (m_aggregate == Aggregate::Deviation && m_count == 1))
+            return {};
+        switch (m_aggregate) {
+        case Aggregate::Average:
+            return m_sum / double(m_count);
+        case Aggregate::Maximum:
+            return m_highest;
+        case Aggregate::Minimum:
+            return m_lowest;
+        default:
+            return m_deviation.result();
+        }
+    }
+
+private:
+    Aggregate m_aggregate;
+    size_t m_count = 0;
+    double m_sum = 0;
+    double m_lowest = 0;
+    double m_highest = 0;
+    runtime::Deviation m_deviation;
+};
+
+template <class Tests> bool passes(const Tests& tests, size_t row)
+{
+    return std::all_of(tests.begin(), tests.end(), [row](const auto& test) {
+        return !test.column->isNull(row) && test.comparison.holds(test.column->value(row));
+    });
+}
+
+} // namespace
+
+QString figureText(double number)
+{
+    return doubleText(runtime::Round(number, 2));
+}
+
+ExamFigures::ExamFigures(ReportContext& context, QString exam, QString stream,
+                         const runtime::Trap& trap)
+    : m_context(context), m_exam(std::move(exam)), m_stream(std::move(stream)), m_trap(trap)
+{
+}
+
+ExamRows* ExamFigures::rows()
+{
+    // What the rows cannot be read for, the single statements will say.
+    if (!m_rows)
+        runtime::Trap::silent()([&] { m_rows = &m_context.rows(m_exam, m_stream); });
+    return m_rows;
+}
+
+std::optional<std::vector<ExamFigures::Test>> ExamFigures::tests(const Condition& condition)
+{
+    if (!condition.isSimple() || !rows())
+        return {};
+    std::vector<Test> found;
+    for (const Comparison& comparison : condition.comparisons()) {
+        const TableColumn* column = m_rows->column(comparison.column);
+        if (!column)
+            return {};
+        found.push_back({column, comparison});
+    }
+    return found;
+}
+
+std::optional<double> ExamFigures::ask(const QString& sql)
+{
+    std::optional<double> answer;
+    m_trap([&] {
+        jet::Recordset rows;
+        rows.Open(sql + m_context.library.settings.CategoryFilter, m_context.library.Conn);
+        const runtime::Value value = rows.Fields(0).Value();
+        if (!value.isNull())
+            answer = value.toDouble();
+    });
+    return answer;
+}
+
+QString ExamFigures::placeSql() const
+{
+    return u" from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and 科类='"_s + m_stream + u"'"_s;
+}
+
+std::optional<double> ExamFigures::rowCount(double classNumber, const Condition& condition)
+{
+    if (const auto simple = tests(condition)) {
+        const std::vector<size_t>& places = m_rows->ofClass(classNumber);
+        return double(std::count_if(places.begin(), places.end(),
+                                    [&](size_t row) { return passes(*simple, row); }));
+    }
+    std::optional<double> answer;
+    m_trap([&] {
+        jet::Recordset rows;
+        rows.Open(u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and "_s + condition.text()
+                      + u" and 科类='"_s + m_stream + u"' and 班级="_s + doubleText(classNumber)
+                      + m_context.library.settings.CategoryFilter,
+                  m_context.library.Conn);
+        answer = double(rows.RecordCount());
+    });
+    return answer;
+}
+
+std::optional<double> ExamFigures::figure(Aggregate aggregate, const QString& column,
+                                          double classNumber, const Condition& condition)
+{
+    const auto simple = tests(condition);
+    if (const TableColumn* values = simple ? m_rows->column(column) : nullptr) {
+        Collector collector(aggregate);
+        for (const size_t row : m_rows->ofClass(classNumber)) {
+            if (!values->isNull(row) && passes(*simple, row))
+                collector.add(values->value(row));
+        }
+        return collector.result();
+    }
+    QString sql = u"select "_s + functionName(aggregate) + u"("_s + column + u")"_s + placeSql()
+                  + u" and 班级="_s + doubleText(classNumber);
+    if (!condition.isNone())
+        sql += u" and "_s + condition.text();
+    return ask(sql);
+}
+
+std::optional<double> ExamFigures::highest(const QString& column)
+{
+    const TableColumn* values = rows() ? m_rows->column(column) : nullptr;
+    if (!values)
+        return ask(u"select max("_s + column + u")"_s + placeSql());
+    Collector collector(Aggregate::Maximum);
+    for (size_t row = 0; row < m_rows->rowCount(); ++row) {
+        if (!values->isNull(row))
+            collector.add(values->value(row));
+    }
+    return collector.result();
+}
+
+std::vector<double> ExamFigures::taken(const QString& column, double classNumber)
+{
+    std::vector<double> found;
+    if (const TableColumn* values = rows() ? m_rows->column(column) : nullptr) {
+        for (const size_t row : m_rows->ofClass(classNumber)) {
+            if (values->taken(row))
+                found.push_back(values->value(row));
+        }
+        return found;
+    }
+    m_trap([&] {
+        jet::Recordset records;
+        records.Open(u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and "_s + column
+                         + u">=0 and 科类='"_s + m_stream + u"' and 班级="_s
+                         + doubleText(classNumber) + m_context.library.settings.CategoryFilter,
+                     m_context.library.Conn);
+        for (; !records.Eof(); records.MoveNext())
+            found.push_back(runtime::Val(records.Fields(column).Value()));
+    });
+    return found;
+}
+
+} // namespace statistics

@@ -1,0 +1,110 @@
+#include "statistics/GridBlock.h"
+
+#include "platform/excel/Workbook.h"
+#include "platform/runtime/Trap.h"
+
+namespace statistics {
+
+using runtime::Trap;
+
+namespace {
+
+/// Calls `merge(first, last)` for each run of equal texts among the cells from `first` to `last`.
+template <class TextAt, class Merge>
+void eachRun(int first, int last, const TextAt& textAt, const Merge& merge)
+{
+    for (int start = first; start <= last;) {
+        int end = start;
+        while (end < last && textAt(end + 1) == textAt(start))
+            ++end;
+        merge(start, end);
+        start = end + 1;
+    }
+}
+
+/// One copy: grid cells on the left, sheet cells on the right.
+class BlockCopy
+{
+public:
+    BlockCopy(const grid::FlexGrid& grid, excel::Worksheet& sheet, int row, const GridBlock& block)
+        : m_grid(grid), m_sheet(sheet), m_row(row), m_block(block)
+    {
+    }
+
+    void run() const
+    {
+        for (int col = m_block.firstCol; col <= m_block.lastCol; ++col) {
+            if (m_grid.MergeCol(col))
+                mergeColumn(col);
+        }
+        for (int row = m_block.firstRow; row <= m_block.lastRow; ++row) {
+            if (m_grid.MergeRow(row))
+                mergeRow(row);
+        }
+        copyTexts();
+        m_passOver([&] {
+            m_sheet.Range(sheetRow(m_block.firstRow), 1, sheetRow(m_block.lastRow),
+                          sheetColumn(m_block.lastCol))
+                .setBorders(excel::LineStyle::Continuous);
+        });
+    }
+
+private:
+    int sheetRow(int row) const { return m_row + row - m_block.firstRow; }
+    int sheetColumn(int col) const { return 1 + col - m_block.firstCol; }
+
+    void merge(int firstRow, int firstCol, int lastRow, int lastCol) const
+    {
+        m_passOver([&] {
+            m_sheet.Range(sheetRow(firstRow), sheetColumn(firstCol), sheetRow(lastRow),
+                          sheetColumn(lastCol))
+                .setMergeCells(true);
+        });
+    }
+
+    void mergeColumn(int col) const
+    {
+        eachRun(
+            m_block.firstRow, m_block.lastRow,
+            [&](int row) { return m_grid.TextMatrix(row, col); },
+            [&](int first, int last) { merge(first, col, last, col); });
+    }
+
+    void mergeRow(int row) const
+    {
+        eachRun(
+            m_block.firstCol, m_block.lastCol,
+            [&](int col) { return m_grid.TextMatrix(row, col); },
+            [&](int first, int last) { merge(row, first, row, last); });
+    }
+
+    void copyTexts() const
+    {
+        for (int row = m_block.firstRow; row <= m_block.lastRow; ++row) {
+            for (int col = m_block.firstCol; col <= m_block.lastCol; ++col) {
+                m_passOver([&] {
+                    m_sheet.setCellText(sheetRow(row), sheetColumn(col),
+                                        m_grid.TextMatrix(row, col));
+                });
+            }
+        }
+    }
+
+    const grid::FlexGrid& m_grid;
+    excel::Worksheet& m_sheet;
+    int m_row;
+    GridBlock m_block;
+    Trap m_passOver = Trap::silent();
+};
+
+} // namespace
+
+void GridBlockToSheet(const grid::FlexGrid& grid, excel::Worksheet* sheet, int& row,
+                      const GridBlock& block)
+{
+    if (sheet)
+        BlockCopy(grid, *sheet, row, block).run();
+    row += block.lastRow - block.firstRow + 2;
+}
+
+} // namespace statistics

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/excel/Workbook.h"
+#include "platform/grid/FlexGrid.h"
+
+namespace statistics {
+
+/// A block of a grid, rows and columns counted from 0, both ends included.
+struct GridBlock
+{
+    int firstRow;
+    int lastRow;
+    int firstCol;
+    int lastCol;
+};
+
+/// Copies a block to a sheet from sheet row `row` (counted from 1) and column 1 on: cells merged as
+/// the grid merges equal neighbours, texts, a continuous border. `row` becomes the first row behind
+/// the empty row that follows. Failures are passed over, so that a stream without a sheet is left
+/// out while its row counter runs on.
+void GridBlockToSheet(const grid::FlexGrid& grid, excel::Worksheet* sheet, int& row,
+                      const GridBlock& block);
+
+} // namespace statistics

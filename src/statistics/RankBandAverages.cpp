@@ -1,0 +1,79 @@
+#include "statistics/RankBands.h"
+#include "statistics/Reports.h"
+#include "statistics/SettingForms.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const runtime::Trap trap{" - Sub TJGKGMCDJF/Mdl_MDB"};
+const QString title = u"各名次段均分"_s;
+constexpr int countPart = 0;
+constexpr int averagePart = 1;
+constexpr int rankPart = 2;
+
+void head(Block& block, const QStringList& items)
+{
+    block.headNames(1, u"名次段"_s);
+    block.headNames(2, u"名次段"_s);
+    for (int k = 0; k < items.size(); ++k) {
+        block.headItem(1, k, items[k]);
+        block.head(2, k, countPart, u"人数"_s);
+        block.head(2, k, averagePart, u"平均分"_s);
+        block.head(2, k, rankPart, u"名次"_s);
+    }
+}
+
+void fillBand(Block& block, ExamFigures& figures, int line, int item, const QString& name,
+              const RankBand& band)
+{
+    const Condition within = band.condition(name, figures);
+    const Condition taken(name + u">=0 and "_s + within.text());
+    block.eachClass(line, band.name(), [&](int j, double classNumber) {
+        if (const auto count = figures.figure(Aggregate::Count, name, classNumber, within))
+            block.set(j, line, item, countPart, figureText(*count));
+        if (const auto average = figures.figure(Aggregate::Average, name, classNumber, taken))
+            block.set(j, line, item, averagePart, figureText(*average));
+    });
+}
+
+} // namespace
+
+void TJGKGMCDJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
+{
+    if (!useLastExam(exams))
+        return;
+    ReportFrame frame(context, grid, exams, transfer);
+    FenLiNumTJ(context, title, context.library.settings.GetSZ(title));
+    frame.clear();
+    grid.FixedRows = 0;
+    for (int i = 0; i < frame.streamCount(); ++i) {
+        context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
+        const QStringList items = context.library.catalogue.ExamColumns.names;
+        const QStringList& bands = context.LineTable[size_t(i)];
+        Block block(grid, frame.classes(i),
+                    {.title = frame.streamTitle(i, u"科  "_s, title),
+                     .headingRows = 2,
+                     .rowsPerClass = int(bands.size()),
+                     .firstColumn = 2,
+                     .columnsPerItem = 3,
+                     .items = int(items.size())});
+        frame.mergeNames(2);
+        head(block, items);
+        ExamFigures figures(context, exams, frame.stream(i), trap);
+        for (int b = 0; b < bands.size(); ++b) {
+            for (int k = 0; k < items.size(); ++k)
+                fillBand(block, figures, b, k, items[k], RankBand(bands[b]));
+        }
+        for (int k = 0; k < items.size(); ++k) {
+            for (int b = 0; b < bands.size(); ++b)
+                block.rankClasses(b, k, averagePart, rankPart);
+        }
+        frame.finish(i, block);
+    }
+    frame.setWidths({.all = 750, .classes = 1100, .exams = 900});
+}
+
+} // namespace statistics

@@ -1,0 +1,109 @@
+#include "statistics/RankBands.h"
+
+#include "platform/runtime/Numbers.h"
+#include "statistics/Reports.h"
+#include "statistics/SettingForms.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+using runtime::doubleText;
+using runtime::Trap;
+
+RankBand::RankBand(const QString& entry) : m_entry(entry), m_number(runtime::Val(entry)) {}
+
+QString RankBand::name() const
+{
+    return m_number > 0 ? u"前"_s + m_entry : u"后"_s + doubleText(std::abs(m_number));
+}
+
+Condition RankBand::condition(const QString& item, ExamFigures& figures) const
+{
+    const QString rank = item + u"年名"_s;
+    if (m_number > 0)
+        return Condition(rank + u"<="_s + m_entry + u" and "_s + rank + u">0"_s);
+    const double last = figures.highest(rank).value_or(0);
+    return Condition(rank + u">="_s + doubleText(last + m_number + 1));
+}
+
+namespace {
+
+/// A report with a block for each item and the rank bands across.
+struct RankReport
+{
+    const Trap& trap;
+    /// The setting with the bands.
+    QString setting;
+    /// Stands behind the item in the title.
+    QString title;
+};
+
+void fillExam(Block& block, ExamFigures& figures, int line, const QString& item,
+              const std::vector<RankBand>& bands)
+{
+    std::vector<Condition> conditions;
+    for (const RankBand& band : bands)
+        conditions.push_back(band.condition(item, figures));
+    block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
+        for (size_t b = 0; b < bands.size(); ++b) {
+            const auto count =
+                figures.figure(Aggregate::Count, item + u"年名"_s, classNumber, conditions[b]);
+            if (count)
+                block.set(j, line, int(b), 0, doubleText(*count));
+        }
+    });
+}
+
+void fillStream(ReportContext& context, ReportFrame& frame, int stream, const RankReport& report)
+{
+    const QStringList items = context.library.catalogue.ExamColumns.names;
+    const QStringList& entries = context.LineTable[size_t(stream)];
+    const std::vector<RankBand> bands(entries.begin(), entries.end());
+    for (const QString& item : items) {
+        Block block =
+            frame.examBlock(stream, frame.streamTitle(stream, u"科  "_s, item + report.title), 1, 1,
+                            int(bands.size()));
+        block.headNames(1);
+        for (size_t b = 0; b < bands.size(); ++b)
+            block.head(1, int(b), 0, bands[b].name() + u"名"_s);
+        for (int e = 0; e < frame.examCount(); ++e) {
+            ExamFigures figures(context, frame.exams()[e], frame.stream(stream), report.trap);
+            fillExam(block, figures, e, item, bands);
+        }
+        frame.finish(stream, block, 2);
+    }
+}
+
+void runRankReport(ReportContext& context, const QString& exams, grid::FlexGrid& grid,
+                   Transfer transfer, const RankReport& report)
+{
+    ReportFrame frame(context, grid, exams, transfer);
+    frame.clear(1);
+    FenLiNumTJ(context, report.setting, context.library.settings.GetSZ(report.setting));
+    for (int i = 0; i < frame.streamCount(); ++i) {
+        context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
+        fillStream(context, frame, i, report);
+    }
+    frame.setWidths({.all = 900});
+}
+
+} // namespace
+
+void TJGMCDRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
+{
+    const Trap trap{" - Sub TJGMCDRS/Mdl_MDB"};
+    const QString title = u"各名次段人数"_s;
+    runRankReport(context, exams, grid, transfer, {trap, title, title});
+}
+
+void TJLCKSQxM(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
+{
+    const Trap trap{" - Sub TJLCKSQxM/Mdl_MDB"};
+    const QString setting = u"历次考试进入年级前x名人数"_s;
+    const QString title = u"  "_s + QString::number(exams.split(u',').size())
+                          + u"次考试进入年级前"_s + context.library.settings.GetSZ(setting)
+                          + u"名人数"_s;
+    runRankReport(context, exams, grid, transfer, {trap, setting, title});
+}
+
+} // namespace statistics

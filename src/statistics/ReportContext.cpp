@@ -1,0 +1,20 @@
+#include "statistics/ReportContext.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+
+ExamRows& ReportContext::rows(const QString& exam, const QString& stream)
+{
+    const QString& filter = library.settings.CategoryFilter;
+    std::unique_ptr<ExamRows>& known = m_rows[{exam, stream, filter}];
+    if (!known) {
+        scoring::TableScope scope{filter, {}};
+        for (const QString& column : std::as_const(library.catalogue.AllColumns))
+            scope.columns << column << column + u"年名"_s;
+        known = std::make_unique<ExamRows>(library.Conn, exam, stream, scope);
+    }
+    return *known;
+}
+
+} // namespace statistics

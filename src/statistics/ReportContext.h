@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <memory>
+
+#include "library/ScoreLibrary.h"
+#include "platform/excel/Application.h"
+#include "statistics/ExamRows.h"
+
+namespace statistics {
+
+/// Streams that a library can have.
+inline constexpr int MaxStreams = 2;
+
+/// Where the blocks of one stream go in the comprehensive analysis.
+struct StreamSlot
+{
+    excel::Workbook* ReportBook = nullptr;
+    excel::Worksheet* ReportSheet = nullptr;
+    /// The sheet's next free row, counted from 1.
+    int SheetRow = 1;
+};
+
+/// What the reports share, and what one report leaves behind for the next. The category filter is
+/// the library's (Settings::CategoryFilter).
+class ReportContext
+{
+public:
+    explicit ReportContext(library::ScoreLibrary& scoreLibrary) : library(scoreLibrary) {}
+
+    library::ScoreLibrary& library;
+
+    /// SQL conditions parallel to the subjects that MakeCXTJ last saw. A band that it cannot read
+    /// leaves them as they were.
+    QStringList BandConditions;
+    /// The numbers of FenLiNumTJ by stream, in the order of Catalogue::Streams.
+    std::array<QStringList, MaxStreams> LineTable;
+    std::array<StreamSlot, MaxStreams> streamSlots;
+
+    /// The exam's rows under the category filter in force, read when they are first asked for and
+    /// kept for the reports that follow. Throws jet::Error.
+    ExamRows& rows(const QString& exam, const QString& stream);
+    /// To be called when a run begins: rows may have changed since the last one.
+    void forgetRows() { m_rows.clear(); }
+
+private:
+    /// Exam, stream, filter.
+    using Key = std::array<QString, 3>;
+
+    std::map<Key, std::unique_ptr<ExamRows>> m_rows;
+};
+
+} // namespace statistics

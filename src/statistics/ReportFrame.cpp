@@ -1,0 +1,186 @@
+#include "statistics/ReportFrame.h"
+
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Numbers.h"
+#include "scoring/Ranks.h"
+#include "statistics/GridBlock.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int RestrictedMerging = 2;
+constexpr int Centred = 4;
+const QString ClassHeading = u"班级"_s;
+
+} // namespace
+
+Block::Block(grid::FlexGrid& grid, const std::vector<library::ClassEntry>& classes,
+             BlockShape shape)
+    : m_grid(grid), m_classes(classes), m_shape(std::move(shape)), m_titleRow(grid.Rows())
+{
+    m_grid.setRows(row(int(classes.size()), 0));
+    m_lastRow = m_grid.Rows() - 1;
+    m_grid.setCols(std::max(m_grid.Cols(), column(m_shape.items, 0)));
+    m_grid.MergeCells = RestrictedMerging;
+    m_grid.setMergeRow(m_titleRow, true);
+    for (int col = 0; col < m_grid.Cols(); ++col)
+        m_grid.setTextMatrix(m_titleRow, col, m_shape.title);
+}
+
+void Block::headClass(int headingRow)
+{
+    m_grid.setTextMatrix(m_titleRow + headingRow, 0, ClassHeading);
+}
+
+void Block::headSecond(int headingRow, const QString& text)
+{
+    if (m_shape.firstColumn == 2)
+        m_grid.setTextMatrix(m_titleRow + headingRow, 1, text);
+}
+
+void Block::headNames(int headingRow, const QString& second)
+{
+    headClass(headingRow);
+    headSecond(headingRow, second);
+}
+
+void Block::head(int headingRow, int item, int part, const QString& text)
+{
+    m_grid.setTextMatrix(m_titleRow + headingRow, column(item, part), text);
+}
+
+void Block::headItem(int headingRow, int item, const QString& name)
+{
+    m_grid.setMergeRow(m_titleRow + headingRow, true);
+    for (int part = 0; part < m_shape.columnsPerItem; ++part)
+        head(headingRow, item, part, name);
+}
+
+void Block::nameRow(int classIndex, int line, const QString& second)
+{
+    const double number = m_classes[size_t(classIndex)].number;
+    m_grid.setTextMatrix(row(classIndex, line), 0, runtime::doubleText(number) + u"班"_s);
+    if (m_shape.firstColumn == 2)
+        m_grid.setTextMatrix(row(classIndex, line), 1, second);
+}
+
+void Block::set(int classIndex, int line, int item, int part, const QString& text)
+{
+    m_grid.setTextMatrix(row(classIndex, line), column(item, part), text);
+}
+
+QString Block::text(int classIndex, int line, int item, int part) const
+{
+    return m_grid.TextMatrix(row(classIndex, line), column(item, part));
+}
+
+void Block::rankClasses(int line, int item, int valuePart, int rankPart)
+{
+    const int classes = int(m_classes.size());
+    QStringList figures;
+    for (int j = 0; j < classes; ++j)
+        figures.append(text(j, line, item, valuePart));
+    // One entry more than classes: it is empty and counts as 0, so that it stands ahead of an
+    // average below 0.
+    figures.append(QString());
+    scoring::MyPaiXU(figures);
+    for (int j = 0; j < classes; ++j)
+        set(j, line, item, rankPart, figures[j]);
+}
+
+ReportFrame::ReportFrame(ReportContext& context, grid::FlexGrid& grid, const QString& exams,
+                         Transfer transfer)
+    : m_context(context), m_grid(grid), m_exams(exams.split(u',')), m_transfer(transfer)
+{
+}
+
+int ReportFrame::streamCount() const
+{
+    const library::Catalogue& catalogue = m_context.library.catalogue;
+    return int(std::min(size_t(catalogue.Streams.size()), catalogue.ClassTable.size()));
+}
+
+const QString& ReportFrame::stream(int index) const
+{
+    return m_context.library.catalogue.Streams[index];
+}
+
+const std::vector<library::ClassEntry>& ReportFrame::classes(int stream) const
+{
+    return m_context.library.catalogue.ClassTable.at(size_t(stream));
+}
+
+void ReportFrame::clear(int cols)
+{
+    m_grid.setRows(0);
+    m_grid.setCols(cols);
+}
+
+void ReportFrame::fixHeading(int rows)
+{
+    m_grid.FixedRows = streamCount() == 1 ? rows : 0;
+}
+
+void ReportFrame::mergeNames(int firstColumn)
+{
+    m_grid.setMergeCol(0, true);
+    if (firstColumn == 2)
+        m_grid.setMergeCol(1, true);
+}
+
+Block ReportFrame::examBlock(int stream, const QString& title, int headingRows, int columnsPerItem,
+                             int items)
+{
+    Block block(m_grid, classes(stream),
+                {.title = title,
+                 .headingRows = headingRows,
+                 .rowsPerClass = examCount(),
+                 .firstColumn = firstColumn(),
+                 .columnsPerItem = columnsPerItem,
+                 .items = items});
+    mergeNames(firstColumn());
+    return block;
+}
+
+QString ReportFrame::streamTitle(int stream, const QString& joiner, const QString& title) const
+{
+    return streamCount() == 2 ? this->stream(stream) + joiner + title : title;
+}
+
+void ReportFrame::finish(int stream, const Block& block, int gap)
+{
+    if (m_transfer == Transfer::GridOnly)
+        return;
+    StreamSlot& slot = m_context.streamSlots[size_t(stream)];
+    GridBlockToSheet(m_grid, slot.ReportSheet, slot.SheetRow,
+                     {block.titleRow(), block.lastRow(), 0, m_grid.Cols() - 1});
+    slot.SheetRow += gap;
+}
+
+void ReportFrame::setWidths(const ColumnWidths& widths)
+{
+    constexpr int allColumns = -1;
+    m_grid.setColWidth(allColumns, widths.all);
+    m_grid.setColAlignment(allColumns, Centred);
+    if (widths.classes > 0)
+        m_grid.setColWidth(0, widths.classes);
+    if (widths.exams > 0)
+        m_grid.setColWidth(1, widths.exams);
+}
+
+bool useLastExam(QString& exams)
+{
+    const QStringList list = exams.split(u',');
+    exams = list.last();
+    return list.size() < 2
+           || runtime::MsgBox(u"当前操作只针对一次考试，只对"_s + exams
+                                  + u"  进行统计，是否继续？"_s,
+                              u"分析参数错误！"_s, runtime::Buttons::OkCancel,
+                              runtime::Icon::Question)
+                  == runtime::Answer::Ok;
+}
+
+} // namespace statistics

@@ -1,0 +1,126 @@
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Numbers.h"
+#include "statistics/ExamFigures.h"
+#include "statistics/Reports.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+using runtime::doubleText;
+
+namespace {
+
+const runtime::Trap trap{" - Sub TJGFSDRS/Mdl_MDB"};
+
+/// Widths of the bands, for subjects and for totals.
+struct BandWidths
+{
+    double subject = 0;
+    double total = 0;
+};
+
+/// Reads "单科10,总分50": two characters, then the number. False after a message if one is 0.
+bool readWidths(ReportContext& context, const QString& setting, BandWidths& widths)
+{
+    const QStringList parts = context.library.settings.GetSZ(setting).split(u',');
+    widths.subject = runtime::Val(parts.value(0).mid(2));
+    widths.total = runtime::Val(parts.value(1).mid(2));
+    if (widths.subject > 0 && widths.total > 0)
+        return true;
+    runtime::MsgBox(u"分数段设置有问题\n单科分数段="_s + doubleText(widths.subject)
+                        + u"\n总分分数段="_s + doubleText(widths.total),
+                    {}, runtime::Buttons::Ok, runtime::Icon::Warning);
+    return false;
+}
+
+/// The bands of one item: [0,w), [w,2w), …
+class ScoreBands
+{
+public:
+    ScoreBands(double fullMarks, double width)
+        : m_fullMarks(fullMarks), m_width(width), m_count(int(runtime::Int(fullMarks / width)))
+    {
+        m_exact = !(m_count * width < fullMarks);
+        if (!m_exact)
+            ++m_count;
+    }
+
+    int count() const { return m_count; }
+
+    QString heading(int band) const
+    {
+        const bool closed = m_exact && band == m_count - 1;
+        return u'[' + doubleText(band * m_width) + u',' + doubleText((band + 1) * m_width)
+               + (closed ? u']' : u')');
+    }
+
+    /// How many values fall in each band. One more counter than bands takes what is up to one width
+    /// above the last; a value above that is shown and not counted.
+    std::vector<int> counted(const std::vector<double>& values) const
+    {
+        std::vector<int> counters(size_t(m_count) + 1, 0);
+        for (const double value : values) {
+            double index = runtime::Int(value / m_width);
+            // Full marks belong to the last band.
+            if (m_exact && value == m_fullMarks)
+                --index;
+            if (index > m_count)
+                trap.fail(u"成绩 "_s + doubleText(value) + u" 高出最后一个分数段，没有计入。"_s);
+            else
+                ++counters[size_t(index)];
+        }
+        return counters;
+    }
+
+private:
+    double m_fullMarks;
+    double m_width;
+    int m_count;
+    bool m_exact;
+};
+
+void fillBlock(Block& block, ExamFigures& figures, const QString& item, const ScoreBands& bands)
+{
+    block.headNames(1);
+    for (int m = 0; m < bands.count(); ++m)
+        block.head(1, m, 0, bands.heading(m));
+    block.eachClass(0, figures.exam(), [&](int j, double classNumber) {
+        const std::vector<int> counters = bands.counted(figures.taken(item, classNumber));
+        for (int m = 0; m < bands.count(); ++m)
+            block.set(j, 0, m, 0, QString::number(counters[size_t(m)]));
+    });
+}
+
+} // namespace
+
+void TJGFSDRS(ReportContext& context, QString& exams, const QString& title, grid::FlexGrid& grid,
+              Transfer transfer)
+{
+    if (!useLastExam(exams))
+        return;
+    ReportFrame frame(context, grid, exams, transfer);
+    frame.clear();
+    BandWidths widths;
+    if (!readWidths(context, title, widths))
+        return;
+    for (int i = 0; i < frame.streamCount(); ++i) {
+        context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
+        const library::ColumnMarks items = context.library.catalogue.ExamColumns;
+        ExamFigures figures(context, exams, frame.stream(i), trap);
+        for (int k = 0; k < items.count(); ++k) {
+            const QString& item = items.names[k];
+            const ScoreBands bands(items.marks[size_t(k)], library::Catalogue::isTotal(item)
+                                                               ? widths.total
+                                                               : widths.subject);
+            Block block(grid, frame.classes(i),
+                        {.title = frame.streamTitle(i, u"科  "_s, item + title),
+                         .items = bands.count()});
+            frame.mergeNames(1);
+            fillBlock(block, figures, item, bands);
+            frame.finish(i, block, 2);
+        }
+    }
+    frame.setWidths({.all = 900});
+}
+
+} // namespace statistics

@@ -1,0 +1,88 @@
+#include "statistics/SettingForms.h"
+
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trap.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+using runtime::doubleText;
+using runtime::Trap;
+using runtime::Val;
+
+const QString CustomData = u"(使用自定义数据)"_s;
+
+Interval Interval::parse(const QString& text)
+{
+    const QString inner = text.mid(1, text.size() - 2);
+    const qsizetype comma = inner.indexOf(u',');
+    if (comma < 0)
+        throw runtime::Error(u"条件“"_s + text + u"”不是区间，缺少逗号。"_s);
+    Interval interval;
+    interval.lowerOperator = text.startsWith(u'[') ? u">="_s : u">"_s;
+    interval.upperOperator = text.endsWith(u']') ? u"<="_s : u"<"_s;
+    interval.lower = Val(inner.left(comma));
+    interval.upper = Val(inner.mid(comma + 1));
+    if (interval.upper == 0)
+        interval.upper = 1;
+    return interval;
+}
+
+void MakeCXTJ(ReportContext& context, const QString& band)
+{
+    const Trap trap{" - Function MakeCXTJ/Mdl_MDB"};
+    trap([&] {
+        const Interval interval = Interval::parse(band);
+        const library::ColumnMarks& subjects = context.library.catalogue.ExamSubjects;
+        context.BandConditions.clear();
+        for (int k = 0; k < subjects.count(); ++k) {
+            const double marks = subjects.marks[size_t(k)];
+            const QString& subject = subjects.names[k];
+            context.BandConditions.append(subject + interval.lowerOperator
+                                          + doubleText(interval.lower * marks) + u" and "_s + subject
+                                          + interval.upperOperator
+                                          + doubleText(interval.upper * marks));
+        }
+    });
+}
+
+namespace {
+
+/// The entries of a part such as "文=500,450" go to the stream that it names, if there is one.
+void takeStreamPart(ReportContext& context, const QString& part)
+{
+    const QStringList sides = part.split(u'=');
+    if (sides.size() < 2)
+        throw runtime::Error(u"“"_s + part + u"”缺少等号。"_s);
+    const qsizetype stream = context.library.catalogue.Streams.indexOf(sides[0]);
+    if (stream >= 0 && stream < MaxStreams)
+        context.LineTable[size_t(stream)] =
+            sides[1].isEmpty() ? QStringList() : sides[1].split(u',');
+}
+
+} // namespace
+
+void FenLiNumTJ(ReportContext& context, const QString& title, const QString& value)
+{
+    const Trap trap{" - Function FenLiNumTJ/Mdl_MDB"};
+    const QString text = QString(value).remove(u' ');
+    context.LineTable = {};
+    const int marks = int(text.contains(u"文="_s)) + int(text.contains(u"理="_s))
+                      + int(text.contains(u"||"_s));
+    if (marks == 3) {
+        for (const QString& part : text.split(u"||"_s))
+            trap([&] { takeStreamPart(context, part); });
+    } else if (marks > 0) {
+        runtime::MsgBox(title + u"   条件设置不正确！缺少分隔符  ||  \n"_s + text, {},
+                        runtime::Buttons::Ok, runtime::Icon::Warning);
+    } else if (!text.isEmpty()) {
+        QStringList numbers;
+        for (const QString& entry : text.split(u','))
+            numbers.append(doubleText(Val(entry)));
+        context.LineTable.fill(numbers);
+    }
+}
+
+} // namespace statistics

@@ -1,0 +1,53 @@
+#include "statistics/ExamFigures.h"
+#include "statistics/Reports.h"
+#include "statistics/SettingForms.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const runtime::Trap trap{" - Sub TJZFSXRS/Mdl_MDB"};
+const QString title = u"总分上线人数"_s;
+/// The column itself, not the totals of the library.
+const QString total = u"总分"_s;
+
+void fillExam(Block& block, ExamFigures& figures, int line, const QStringList& scoreLines)
+{
+    block.eachClass(line, figures.exam(), [](int, double) {});
+    for (int t = 0; t < scoreLines.size(); ++t) {
+        const Condition reached(total + u">="_s + scoreLines[t]);
+        block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
+            if (const auto count = figures.figure(Aggregate::Count, total, classNumber, reached))
+                block.set(j, line, t, 0, figureText(*count));
+        });
+    }
+}
+
+} // namespace
+
+void TJZFSXRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
+{
+    ReportFrame frame(context, grid, exams, transfer);
+    grid.FixedRows = 0;
+    frame.clear();
+    FenLiNumTJ(context, title, context.library.settings.GetSZ(title));
+    for (int i = 0; i < frame.streamCount(); ++i) {
+        const QStringList& scoreLines = context.LineTable[size_t(i)];
+        // Without lines the first data column is there all the same.
+        Block block = frame.examBlock(i, frame.streamTitle(i, u"科"_s, title), 1, 1,
+                                      std::max(1, int(scoreLines.size())));
+        block.headNames(1);
+        for (int t = 0; t < scoreLines.size(); ++t)
+            block.head(1, t, 0, scoreLines[t] + u"线"_s);
+        for (int e = 0; e < frame.examCount(); ++e) {
+            ExamFigures figures(context, frame.exams()[e], frame.stream(i), trap);
+            fillExam(block, figures, e, scoreLines);
+        }
+        frame.finish(i, block);
+    }
+    frame.setWidths({.all = 1100});
+}
+
+} // namespace statistics

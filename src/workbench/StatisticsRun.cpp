@@ -1,0 +1,96 @@
+#include "workbench/StatisticsRun.h"
+
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Trap.h"
+#include "statistics/ComprehensiveAnalysis.h"
+#include "statistics/NamedReports.h"
+#include "workbench/Prompts.h"
+
+namespace workbench {
+
+using namespace Qt::StringLiterals;
+using runtime::MsgBox;
+using runtime::Trap;
+
+namespace {
+
+struct ButtonItem
+{
+    /// As it stands in Combo3.
+    QString text;
+    /// The report that it runs.
+    QString report;
+};
+
+/// The items that the button knows. The rates are meant as they stand, and so is the blank behind
+/// 历次考试进入年级前x名人数.
+const std::vector<ButtonItem>& buttonItems()
+{
+    static const std::vector<ButtonItem> items{
+        {u"高分段、低分段"_s, u"高分段、低分段"_s},
+        {u"各科优秀率"_s, u"各科优秀率"_s},
+        {u"各科良好率"_s, u"各科优秀率"_s},
+        {u"各科及格率"_s, u"各科优秀率"_s},
+        {u"各科差生率"_s, u"各科优秀率"_s},
+        {u"各科平均分"_s, u"各科平均分"_s},
+        {u"各科最高分"_s, u"各科最高分"_s},
+        {u"各科最低分"_s, u"各科最低分"_s},
+        {u"各科标准差"_s, u"各科标准差"_s},
+        {u"各分数段人数"_s, u"各分数段人数"_s},
+        {u"总分上线人数"_s, u"总分上线人数"_s},
+        {u"各名次段均分"_s, u"各名次段均分"_s},
+        {u"各名次段人数"_s, u"各名次段人数"_s},
+        {u"历次各名次段人数对比"_s, u"历次各名次段人数对比"_s},
+        {u"考试人数"_s, u"考试人数"_s},
+        {u"历次考试进入年级前x名人数 "_s, u"历次考试进入年级前x名人数"_s},
+        {u"历次总分上线人数"_s, u"历次总分上线人数"_s},
+    };
+    return items;
+}
+
+void refuse(const QString& text)
+{
+    MsgBox(text, {}, runtime::Buttons::Ok, runtime::Icon::Warning);
+}
+
+} // namespace
+
+bool CommandZXTJ_Click(const Selection& selection, statistics::ReportContext& context,
+                       grid::FlexGrid& grid)
+{
+    const Trap trap{" - Private Sub CommandZXTJ_Click/FormKaoShi"};
+    if (selection.ListKSMC.selectedCount() == 0) {
+        refuse(NoExamMessage);
+        return false;
+    }
+    if (selection.Combo3.text == StatisticsPrompt) {
+        refuse(u"没有选择统计项目，请选择统计项目 后继续。"_s);
+        return false;
+    }
+    context.forgetRows();
+    for (const ButtonItem& item : buttonItems()) {
+        if (item.text != selection.Combo3.text)
+            continue;
+        QString exams = selection.ListKSMC.selectedTexts().join(u',');
+        trap([&] {
+            statistics::namedReport(item.report)(context, exams, grid,
+                                                 statistics::Transfer::GridOnly);
+        });
+    }
+    grid.Visible = true;
+    return true;
+}
+
+void Command2_Click(const Selection& selection, statistics::ReportContext& context,
+                    const std::function<excel::Application&()>& openExcel,
+                    runtime::Progress& progress)
+{
+    const Trap trap{" - Private Sub Command2_Click/FormKaoShi"};
+    if (selection.ListKSMC.selectedCount() > 1)
+        return refuse(u"当前操作只针对一次考试，请选择  一次考试后  进行  综合分析。"_s);
+    trap([&] {
+        statistics::ZHFX(context, selection.ListKSMC.currentText(), openExcel(), progress);
+    });
+}
+
+} // namespace workbench

@@ -1,0 +1,39 @@
+#include "statistics/Condition.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using statistics::Condition;
+using statistics::Operator;
+
+TEST(Condition, ReadsAChainOfComparisons)
+{
+    const Condition condition(u"语文>=102 and 语文<=120.5"_s);
+    ASSERT_TRUE(condition.isSimple());
+    ASSERT_EQ(condition.comparisons().size(), 2u);
+    EXPECT_EQ(condition.comparisons()[0].column, u"语文"_s);
+    EXPECT_EQ(condition.comparisons()[0].op, Operator::GreaterOrEqual);
+    EXPECT_EQ(condition.comparisons()[1].number, 120.5);
+    EXPECT_TRUE(condition.comparisons()[1].holds(120.5));
+    EXPECT_FALSE(condition.comparisons()[1].holds(120.6));
+}
+
+TEST(Condition, LeavesEverythingElseToTheEngine)
+{
+    for (const QString& text :
+         {u""_s, u"语文>="_s, u"语文>=八十"_s, u"语文>=80 or 语文<20"_s, u"语文>=80 and "_s, u">=80"_s,
+          u"1语文>=80"_s, u"语文(A)>=80"_s, u"语文>=80;"_s, u"语文>=数学"_s}) {
+        EXPECT_FALSE(Condition(text).isSimple()) << text.toStdString();
+        EXPECT_FALSE(Condition(text).isNone()) << text.toStdString();
+    }
+}
+
+TEST(Condition, NoneLetsEveryRowPass)
+{
+    EXPECT_TRUE(Condition().isNone());
+    EXPECT_TRUE(Condition().isSimple());
+}
+
+} // namespace

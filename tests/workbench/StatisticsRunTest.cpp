@@ -1,0 +1,119 @@
+#include "workbench/StatisticsRun.h"
+
+#include "WorkbenchFixture.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using workbench::Command2_Click;
+using workbench::CommandZXTJ_Click;
+
+class StatisticsRun : public WorkbenchTest
+{
+protected:
+    bool run(const QString& item)
+    {
+        selection.Combo3.text = item;
+        return CommandZXTJ_Click(selection, context, grid);
+    }
+
+    void analyze()
+    {
+        Command2_Click(
+            selection, context, [this]() -> auto& { return application; }, progress);
+    }
+
+    statistics::ReportContext context{library.scores};
+    grid::FlexGrid grid;
+    excel::Application application;
+    runtime::NoProgress progress;
+};
+
+TEST_F(StatisticsRun, AsksForAnExamThenForAnItem)
+{
+    select(selection.ListKSMC, {});
+    EXPECT_FALSE(run(u"考试人数"_s));
+    select(selection.ListKSMC, {u"期中"_s});
+    EXPECT_FALSE(run(u"请选择要统计的项目"_s));
+    EXPECT_EQ(library.dialogs.shown,
+              (QStringList{u"没有选择考试，请选择考试继续。"_s,
+                           u"没有选择统计项目，请选择统计项目 后继续。"_s}));
+}
+
+TEST_F(StatisticsRun, EveryItemOfTheMenuGivesItsReport)
+{
+    select(selection.ListKSMC, {u"期中"_s});
+    const std::map<QString, QString> titles{
+        {u"高分段、低分段"_s, u"文科 高、低分段"_s},
+        {u"各科优秀率"_s, u"文科各科优秀率"_s},
+        {u"各科良好率"_s, u"文科各科优秀率"_s},
+        {u"各科及格率"_s, u"文科各科优秀率"_s},
+        {u"各科差生率"_s, u"文科各科优秀率"_s},
+        {u"各科平均分"_s, u"文科各科平均分"_s},
+        {u"各科最高分"_s, u"文科各科最高分"_s},
+        {u"各科最低分"_s, u"文科各科最低分"_s},
+        {u"各科标准差"_s, u"文科 各科标准差"_s},
+        {u"各分数段人数"_s, u"文科  语文各分数段人数"_s},
+        {u"总分上线人数"_s, u"文科总分上线人数"_s},
+        {u"各名次段均分"_s, u"文科  各名次段均分"_s},
+        {u"各名次段人数"_s, u"文科  语文各名次段人数"_s},
+        {u"历次各名次段人数对比"_s, u"文科  语文各名次段人数"_s},
+        {u"考试人数"_s, u"文科考试人数"_s},
+        {u"历次考试进入年级前x名人数 "_s, u"文科  语文  1次考试进入年级前50,100,200名人数"_s},
+        {u"历次总分上线人数"_s, u"文科总分上线人数"_s},
+    };
+    for (const QString& item : std::as_const(selection.Combo3.items)) {
+        ASSERT_TRUE(titles.contains(item)) << item.toStdString();
+        EXPECT_TRUE(run(item));
+        EXPECT_EQ(grid.TextMatrix(0, 1), titles.at(item)) << item.toStdString();
+    }
+    EXPECT_EQ(selection.Combo3.items.size(), qsizetype(titles.size()));
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
+TEST_F(StatisticsRun, ItemThatIsNoneOfTheButtonsDoesNothing)
+{
+    select(selection.ListKSMC, {u"期中"_s});
+    grid.setTextMatrix(0, 0, u"早先"_s);
+    for (const QString& item : {u"历次考试进入年级前x名人数"_s, u"高分段"_s, u"别的"_s})
+        EXPECT_TRUE(run(item));
+    EXPECT_EQ(grid.TextMatrix(0, 0), u"早先"_s);
+}
+
+TEST_F(StatisticsRun, ClassSelectionPlaysNoPartAndCategoriesDo)
+{
+    select(selection.ListKSMC, {u"期中"_s});
+    select(selection.ListFW, {u"2"_s});
+    library.addScores(u"期中"_s, 3, 1, {{u"语文"_s, 60}});
+    library.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 60}});
+    selection.scTJ();
+    run(u"考试人数"_s);
+    EXPECT_EQ(grid.TextMatrix(5, 1), u"1/0/1"_s);
+    EXPECT_EQ(grid.TextMatrix(6, 1), u"1/0/1"_s);
+    select(selection.ListLB, {u"2"_s});
+    selection.scTJ();
+    run(u"考试人数"_s);
+    EXPECT_EQ(grid.TextMatrix(5, 1), u"0/0/0"_s);
+    EXPECT_EQ(grid.TextMatrix(6, 1), u"1/0/1"_s);
+}
+
+TEST_F(StatisticsRun, AnalysisRefusesSeveralExams)
+{
+    select(selection.ListKSMC, {u"期中"_s, u"期末"_s});
+    analyze();
+    EXPECT_EQ(library.dialogs.shown,
+              QStringList{u"当前操作只针对一次考试，请选择  一次考试后  进行  综合分析。"_s});
+    EXPECT_EQ(application.Workbooks().Count(), 0);
+}
+
+TEST_F(StatisticsRun, AnalysisTakesTheCurrentExamSelectedOrNot)
+{
+    select(selection.ListKSMC, {});
+    selection.ListKSMC.ListIndex = 1;
+    analyze();
+    EXPECT_EQ(application.Workbooks().Item(1).Worksheets().Item(1).Name(),
+              u"期末原始分和名次(文)"_s);
+    EXPECT_EQ(library.dialogs.shown, QStringList{u"综合分析完毕！"_s});
+}
+
+} // namespace
