@@ -152,6 +152,7 @@ TEST_F(Workbench, StatisticsFillTheGridWithTheItemOfTheList)
 
 TEST_F(Workbench, TheComprehensiveAnalysisOpensAWorkbookForEachStream)
 {
+    test.execute(u"update 设置表 set 加入综合分析='否' where 名称 like '%总分上线人数'"_s);
     press(u"CommandZHFX"_s);
     EXPECT_EQ(test.dialogs.shown, QStringList{u"综合分析完毕！"_s});
     ASSERT_EQ(applications.size(), 1u);

@@ -134,6 +134,45 @@ TEST_F(StudentMatchTest, WhatWasTakenInIsOnDiskBeforeAQuestion)
     EXPECT_EQ(looking.seen, 3);
 }
 
+TEST_F(StudentMatchTest, AddedStudentIsKnownFromThenOn)
+{
+    match.TestStuName(1, 2, u"张三"_s, NewStudents::Add);
+    EXPECT_EQ(match.TestStuName(1, 2, u"李四"_s, NewStudents::Add), u"张三"_s);
+    EXPECT_EQ(students(), u"1|1|王芳 / 2|1|李强 / 1|2|张三"_s);
+}
+
+TEST_F(StudentMatchTest, RenamedStudentIsKnownByTheNewName)
+{
+    EXPECT_EQ(match.TestStuName(1, 1, u"王芬"_s, NewStudents::Ask), u"王芳"_s);
+    match.SetStuName(1, 1, u"王芬"_s);
+    EXPECT_EQ(match.TestStuName(1, 1, u"王芬"_s, NewStudents::Ask), QString());
+}
+
+TEST_F(StudentMatchTest, WhatOthersWriteWhileAQuestionWaitsCounts)
+{
+    EXPECT_EQ(match.TestStuName(2, 1, u"李强"_s, NewStudents::Ask), QString());
+    class Renaming : public runtime::Dialogs
+    {
+    public:
+        explicit Renaming(const QString& path) : m_path(path), m_installed(*this) {}
+
+        Answer message(const QString&, const QString&, runtime::Buttons, runtime::Icon) override
+        {
+            jet::Connection other;
+            other.Open(m_path);
+            other.Execute(u"update 信息表 set 姓名='李刚' where 班级=2"_s);
+            return Answer::Cancel;
+        }
+        void failure(const QString& text) override { ADD_FAILURE() << text.toStdString(); }
+
+    private:
+        QString m_path;
+        runtime::InstalledDialogs m_installed;
+    } renaming(library.scores.LibPath);
+    match.TestStuName(1, 3, u"李四"_s, NewStudents::Ask);
+    EXPECT_EQ(match.TestStuName(2, 1, u"李强"_s, NewStudents::Ask), u"李刚"_s);
+}
+
 TEST_F(StudentMatchTest, RenamingReachesStudentAndAllExams)
 {
     library.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});

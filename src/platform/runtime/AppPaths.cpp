@@ -15,12 +15,15 @@ QString withSlash(const QString& folder)
     return folder.endsWith(u'/') ? folder : folder + u'/';
 }
 
-/// Installed programs stand in bin/, their files in share/yunshan/.
+/// What comes with the program is in its own folder if its data/ is there. Installed programs stand
+/// in bin/, their files in share/yunshan/ beside it.
 QString shippedFolder(const QString& programFolder)
 {
-    const QString installed = programFolder + QStringLiteral("/../share/yunshan");
-    return QFileInfo::exists(installed + QStringLiteral("/data")) ? QDir::cleanPath(installed)
-                                                                  : programFolder;
+    const QString installed = QDir::cleanPath(programFolder + QStringLiteral("/../share/yunshan"));
+    if (!QFileInfo::exists(programFolder + QStringLiteral("/data"))
+        && QFileInfo::exists(installed + QStringLiteral("/data")))
+        return installed;
+    return programFolder;
 }
 
 void copyMissingFiles(const QString& from, const QString& to)
@@ -32,9 +35,23 @@ void copyMissingFiles(const QString& from, const QString& to)
         const QString target = to + u'/' + file.fileName();
         if (QFileInfo::exists(target))
             continue;
-        if (!QFile::copy(file.filePath(), target))
+        // A second program that starts at the same moment may have been faster.
+        if (!QFile::copy(file.filePath(), target) && !QFileInfo::exists(target))
             throw Error(QStringLiteral("无法写入文件 %1").arg(target));
         QFile::setPermissions(target, QFile::permissions(target) | QFile::WriteOwner);
+    }
+}
+
+/// Documents that stand beside the program are linked, so that each update of the program shows.
+/// Without the link the user lacks no more than the help, so a failure is none.
+void linkDocuments(const QString& from, const QString& to)
+{
+    const auto documents = QDir(from).entryInfoList({QStringLiteral("*.doc")}, QDir::Files);
+    for (const QFileInfo& document : documents) {
+        const QFileInfo link(to + u'/' + document.fileName());
+        if (link.isSymLink() && link.symLinkTarget() != document.filePath())
+            QFile::remove(link.filePath());
+        QFile::link(document.filePath(), link.filePath());
     }
 }
 
@@ -49,6 +66,7 @@ AppPaths AppPaths::locate(const QString& programFolder)
     const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
                         + QStringLiteral("/yunshan");
     copyMissingFiles(shipped + QStringLiteral("/data"), own + QStringLiteral("/data"));
+    linkDocuments(shipped, own);
     return AppPaths(own, shipped);
 }
 

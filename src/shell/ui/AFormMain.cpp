@@ -146,15 +146,13 @@ void AFormMain::connectItem(const QString& name, void (AFormMain::*handler)())
 
 void AFormMain::connectScreen(const QString& name, void (MenuScreens::*open)())
 {
-    connect(m_menu.item(name), &QAction::triggered, this, [this, open] {
-        const CommandScope command(m_dialogs);
-        (m_screens.*open)();
-    });
+    // The screen's own buttons are the commands.
+    connect(m_menu.item(name), &QAction::triggered, this, [this, open] { (m_screens.*open)(); });
 }
 
 void AFormMain::connectMenu()
 {
-    connectItem(u"mfNew"_s, &AFormMain::mfNew_Click);
+    connect(m_menu.item(u"mfNew"_s), &QAction::triggered, this, &AFormMain::mfNew_Click);
     connectItem(u"mfOpen"_s, &AFormMain::mfOpen_Click);
     connectItem(u"mfSaveAs"_s, &AFormMain::mfSaveAs_Click);
     connectItem(u"Mfexit"_s, &AFormMain::Mfexit_Click);
@@ -162,10 +160,8 @@ void AFormMain::connectMenu()
     connectItem(u"mSHowInfo"_s, &AFormMain::showWorkbench);
     connectItem(u"Hzt"_s, &AFormMain::Hzt_Click);
     connectItem(u"mUpdate"_s, &AFormMain::mUpdate_Click);
-    connect(m_menu.item(u"meDRKS"_s), &QAction::triggered, this, [this] {
-        const CommandScope command(m_dialogs);
-        m_screens.showFormDaoRu();
-    });
+    connect(m_menu.item(u"meDRKS"_s), &QAction::triggered, this,
+            [this] { m_screens.showFormDaoRu(); });
     connectScreen(u"meDRLB"_s, &MenuScreens::showFormDaoRuXinXi);
     connectScreen(u"meJCCJ"_s, &MenuScreens::checkScores);
     connectScreen(u"meZFGS"_s, &MenuScreens::showFormZFGS);
@@ -341,12 +337,11 @@ void AFormMain::dragEnterEvent(QDragEnterEvent* event)
 
 void AFormMain::dropEvent(QDropEvent* event)
 {
-    const CommandScope command(m_dialogs);
     const QString file = droppedFile(event->mimeData());
-    if (isLibrary(file))
-        openLibrary(file);
-    else
-        m_screens.showFormDaoRu(file);
+    if (!isLibrary(file))
+        return m_screens.showFormDaoRu(file);
+    const CommandScope command(m_dialogs);
+    openLibrary(file);
 }
 
 } // namespace shell

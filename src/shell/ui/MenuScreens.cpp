@@ -36,8 +36,10 @@ template <class IntakeScreen> void MenuScreens::follow(IntakeScreen& screen)
 void MenuScreens::showFormNew()
 {
     library::FormNew screen(m_library, m_dialogs, &m_mainWindow);
-    QObject::connect(&screen, &library::FormNew::created, &screen,
-                     [this] { showFormDaoRuXinXi(); });
+    // Queued: the import is not part of the command that made the library.
+    QObject::connect(
+        &screen, &library::FormNew::created, &screen, [this] { showFormDaoRuXinXi(); },
+        Qt::QueuedConnection);
     show(screen);
 }
 

@@ -236,10 +236,11 @@ void FormKaoShi::connectCommands()
     };
     onClick(CommandLLCJ, &FormKaoShi::browse);
     onClick(CommandJSZF, &FormKaoShi::computeTotals);
-    onClick(CommandDRKS, &FormKaoShi::importRequested);
     onClick(CommandZXTJ, &FormKaoShi::runStatistics);
     onClick(CommandZHFX, &FormKaoShi::analyze);
-    onClick(CommandZDYXS, &FormKaoShi::chooseDisplay);
+    // What opens a screen is no command of its own: the screen's buttons are.
+    connect(CommandDRKS, &QPushButton::clicked, this, &FormKaoShi::importRequested);
+    connect(CommandZDYXS, &QPushButton::clicked, this, &FormKaoShi::chooseDisplay);
     connect(CommandUP, &QPushButton::clicked, this, [this] { moveExam(Direction::Up); });
     connect(CommandDown, &QPushButton::clicked, this, [this] { moveExam(Direction::Down); });
     connect(Command1, &QPushButton::clicked, this, [this] {
@@ -339,7 +340,10 @@ void FormKaoShi::analyze()
 
 void FormKaoShi::chooseDisplay()
 {
-    Browse(m_selection).MKzdyxs();
+    {
+        const runtime::CommandScope command(m_dialogs);
+        Browse(m_selection).MKzdyxs();
+    }
     Q_EMIT customDisplayRequested(m_selection.ListXM.text(), m_selection.streamWord());
 }
 

@@ -180,6 +180,17 @@ TEST_F(Statements, EveryKindOfValueIsBoundAndReadBack)
     }
 }
 
+TEST_F(Statements, ATextStaysInItsPlaceUntilAnotherValueComes)
+{
+    Statement& echo = connection.prepared(u"select ?"_s);
+    const Value values[] = {u"甲"_s, u"甲"_s, 1.5, u"甲"_s, Value(), u"甲"_s, u"乙"_s};
+    for (const Value& value : values) {
+        echo.bind({value});
+        ASSERT_TRUE(echo.step());
+        EXPECT_EQ(echo.value(0), value);
+    }
+}
+
 TEST_F(Statements, AFailedPrepareIsNotKept)
 {
     EXPECT_THROW(connection.prepared(u"select 新列 from T"_s), Error);

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/runtime/Error.h"
 #include "support/PrintQString.h"
 
 namespace runtime {
@@ -88,6 +89,78 @@ TEST_F(AppFolders, ADefaultThatIsShippedReadOnlyCanBeWrittenByTheUser)
     QFile::setPermissions(folder.filePath(u"share/yunshan/data/满分.txt"_s), QFile::ReadOwner);
     const AppPaths paths = AppPaths::locate(folder.filePath(u"bin"_s));
     EXPECT_TRUE(QFile::permissions(paths.dataFile(u"满分.txt"_s)) & QFile::WriteOwner);
+}
+
+TEST_F(AppFolders, AProgramWithItsOwnDataFolderPassesOverAnInstalledOneBesideIt)
+{
+    ship();
+    QDir(folder.path()).mkpath(u"bin/data"_s);
+    const AppPaths paths = AppPaths::locate(folder.filePath(u"bin"_s));
+    EXPECT_EQ(paths.AppPath(), folder.filePath(u"bin/"_s));
+    EXPECT_EQ(paths.templateFile(), folder.filePath(u"bin/MFC.dll"_s));
+}
+
+TEST_F(AppFolders, AnInstalledProgramTouchesNothingOfWhatIsInstalled)
+{
+    ship();
+    AppPaths::locate(folder.filePath(u"bin"_s));
+    EXPECT_TRUE(QDir(folder.filePath(u"bin"_s)).isEmpty());
+    EXPECT_EQ(QDir(folder.filePath(u"share/yunshan"_s)).entryList(QDir::AllEntries
+                                                                  | QDir::NoDotAndDotDot),
+              QStringList{u"data"_s});
+    EXPECT_EQ(read(folder.filePath(u"share/yunshan/data/满分.txt"_s)), "语文=150\n");
+}
+
+TEST_F(AppFolders, ADefaultThatAnUpdateBringsIsAdded)
+{
+    ship();
+    AppPaths::locate(folder.filePath(u"bin"_s));
+    write(folder.filePath(u"share/yunshan/data/新.txt"_s), "新\n");
+    const AppPaths paths = AppPaths::locate(folder.filePath(u"bin"_s));
+    EXPECT_EQ(read(paths.dataFile(u"新.txt"_s)), "新\n");
+}
+
+TEST_F(AppFolders, TheInstalledHelpIsFoundUnderAppPathAsItIsAfterEachUpdate)
+{
+    ship();
+    write(folder.filePath(u"share/yunshan/帮助.doc"_s), "old");
+    EXPECT_EQ(read(AppPaths::locate(folder.filePath(u"bin"_s)).AppPath() + u"帮助.doc"_s), "old");
+    write(folder.filePath(u"share/yunshan/帮助.doc"_s), "new");
+    EXPECT_EQ(read(AppPaths::locate(folder.filePath(u"bin"_s)).AppPath() + u"帮助.doc"_s), "new");
+}
+
+TEST_F(AppFolders, TheHelpIsFoundAgainAfterTheProgramWasInstalledElsewhere)
+{
+    ship();
+    write(folder.filePath(u"share/yunshan/帮助.doc"_s), "help");
+    AppPaths::locate(folder.filePath(u"bin"_s));
+    QDir(folder.path()).mkpath(u"opt"_s);
+    ASSERT_TRUE(QDir().rename(folder.filePath(u"bin"_s), folder.filePath(u"opt/bin"_s)));
+    ASSERT_TRUE(QDir().rename(folder.filePath(u"share"_s), folder.filePath(u"opt/share"_s)));
+    EXPECT_EQ(read(AppPaths::locate(folder.filePath(u"opt/bin"_s)).AppPath() + u"帮助.doc"_s),
+              "help");
+}
+
+TEST_F(AppFolders, AHelpThatTheUserPutThereStays)
+{
+    ship();
+    write(folder.filePath(u"share/yunshan/帮助.doc"_s), "help");
+    QDir(folder.path()).mkpath(u"home/yunshan"_s);
+    write(folder.filePath(u"home/yunshan/帮助.doc"_s), "own");
+    EXPECT_EQ(read(AppPaths::locate(folder.filePath(u"bin"_s)).AppPath() + u"帮助.doc"_s), "own");
+}
+
+TEST_F(AppFolders, AUserWithoutADataFolderIsToldWhichOne)
+{
+    ship();
+    write(folder.filePath(u"home"_s), "a file where the folder should be");
+    try {
+        AppPaths::locate(folder.filePath(u"bin"_s));
+        FAIL() << "no error";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.description(),
+                  u"无法建立数据文件夹 "_s + folder.filePath(u"home/yunshan/data"_s));
+    }
 }
 
 TEST(AppPaths, AFolderGivenWithOrWithoutASlashEndsInOne)

@@ -1,5 +1,6 @@
 #include "platform/runtime/Numbers.h"
 
+#include <cstdlib>
 #include <limits>
 
 #include <gtest/gtest.h>
@@ -62,6 +63,14 @@ TEST(Val, ReadsTheNumberAtTheHeadOfATextAndZeroIfThereIsNone)
         EXPECT_EQ(Val(reading.text), reading.number) << reading.text.toStdString();
 }
 
+TEST(Val, GivesTheNearestNumber)
+{
+    for (const char* text : {"0.1", "114.5", "0.3", "5.", ".5", "007", "9.95", "123456789.012345",
+                             "999999999999999", "0.00000000000001", ".000000000000003",
+                             "1234567890123456", "0.1234567890123456789", "1.2.3", "."})
+        EXPECT_EQ(Val(QString::fromLatin1(text)), std::strtod(text, nullptr)) << text;
+}
+
 TEST(Val, TakesANumericValueAsItIsAndReadsAnyOtherThroughItsText)
 {
     EXPECT_EQ(Val(Value(3)), 3);
@@ -118,6 +127,8 @@ TEST(SingleText, ShowsAtMostSevenSignificantDigits)
         {-0.f, u"0"_s},
         {1e7f, u"1E+07"_s},
         {16777216.f, u"1.677722E+07"_s},
+        {20230001.f, u"2.023E+07"_s},
+        {-0.5f, u"-0.5"_s},
         {9999999.f, u"9999999"_s},
         {1.f / 3, u"0.3333333"_s},
         {0.0001f, u"0.0001"_s},
@@ -134,7 +145,12 @@ TEST(DoubleText, ShowsAtMostFifteenSignificantDigits)
         {20240101002.0, u"20240101002"_s},
         {1.0 / 3, u"0.333333333333333"_s},
         {-2.5, u"-2.5"_s},
+        {-0.4, u"-0.4"_s},
+        {99999.5, u"99999.5"_s},
+        {100000.5, u"100000.5"_s},
         {0, u"0"_s},
+        {-99999999999999.0, u"-99999999999999"_s},
+        {100000000000000.0, u"100000000000000"_s},
         {-0.0, u"0"_s},
         {123456789012345.0, u"123456789012345"_s},
         {1e15, u"1E+15"_s},
