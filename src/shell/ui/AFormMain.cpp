@@ -11,6 +11,7 @@
 #include <QMimeData>
 #include <QSettings>
 #include <QUrl>
+#include <QVBoxLayout>
 
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
@@ -48,7 +49,7 @@ bool isWorkbook(const QString& path)
 QString droppedFile(const QMimeData* data)
 {
     for (const QUrl& url : data->urls()) {
-        const QString path = url.toLocalFile();
+        QString path = url.toLocalFile();
         if (isLibrary(path) || isWorkbook(path))
             return path;
     }
