@@ -46,6 +46,11 @@ QStringList save(const Books& books, const QString& exam, const QString& folder)
     return paths;
 }
 
+QString lines(const QStringList& paths)
+{
+    return paths.isEmpty() ? QString() : paths.join(u'\n') + u'\n';
+}
+
 QString content(const Books& books)
 {
     QJsonObject object;
@@ -78,7 +83,7 @@ Exit runAnalyze(Session& session)
     QStringList paths;
     if (arguments.has(u"out"_s))
         paths = save(books, exam, QDir::current().absoluteFilePath(arguments.value(u"out"_s)));
-    printResult(format == "json"_L1 ? content(books) : paths.join(u'\n') + u'\n');
+    printResult(format == "json"_L1 ? content(books) : lines(paths));
     return session.result();
 }
 

@@ -68,6 +68,7 @@ Answer CliDialogs::message(const QString& text, const QString& title, Buttons bu
         return Answer::Ok;
     }
     const Answer given = answerFor(text, buttons);
+    m_cancelled = m_cancelled || given == Answer::Cancel;
     say(line + u" → "_s + buttonText(given));
     return given;
 }

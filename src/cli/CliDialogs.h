@@ -21,6 +21,8 @@ public:
 
     /// True once a text was shown that reports an error.
     bool errorShown() const { return m_errorShown; }
+    /// True once a question was answered by 取消.
+    bool cancelled() const { return m_cancelled; }
     /// All texts shown, in order.
     const QStringList& messages() const { return m_messages; }
 
@@ -41,6 +43,7 @@ private:
     std::vector<Planned> m_planned;
     QStringList m_messages;
     bool m_errorShown = false;
+    bool m_cancelled = false;
     runtime::InstalledDialogs m_installed;
 };
 

@@ -9,21 +9,24 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// True if the grid holds a result, false after a refusal.
-bool fill(workbench::Selection& selection, const Arguments& arguments, grid::FlexGrid& grid)
+/// True if the grid holds a result, false after a refusal or 取消.
+bool fill(Session& session, workbench::Selection& selection, grid::FlexGrid& grid)
 {
-    statistics::ReportContext context(selection.library());
+    const Arguments& arguments = session.arguments;
+    statistics::ReportContext context(session.scores);
     if (arguments.has(u"button"_s)) {
         selection.Combo3.text = arguments.value(u"button"_s);
-        return workbench::CommandZXTJ_Click(selection, context, grid);
+        return workbench::CommandZXTJ_Click(selection, context, grid)
+               && !session.dialogs.cancelled();
     }
     const QString item = arguments.value(u"item"_s);
     const statistics::Report report = statistics::namedReport(item);
     if (!report)
         throw UsageError(u"没有名为“%1”的报表。"_s.arg(item));
-    QString exams = selection.ListKSMC.selectedTexts().join(u',');
+    // In the order given, which is that of the rows and says which one is the last.
+    QString exams = arguments.list(u"exam"_s).join(u',');
     report(context, exams, grid, statistics::Transfer::GridOnly);
-    return true;
+    return !session.dialogs.cancelled();
 }
 
 } // namespace
@@ -34,7 +37,9 @@ Exit runReport(Session& session)
     const QString format = arguments.oneOf(u"format"_s, {u"tsv"_s, u"json"_s});
     if (arguments.has(u"item"_s) == arguments.has(u"button"_s))
         throw UsageError(u"--item 和 --button 必须给出其中一个。"_s);
-    if (!arguments.has(u"exam"_s))
+    // The button has a message of its own for no exam.
+    if (!arguments.has(u"exam"_s)
+        || (arguments.has(u"item"_s) && arguments.list(u"exam"_s).isEmpty()))
         throw UsageError(u"缺少选项 --exam。"_s);
     if (!session.openLibrary())
         return Exit::Error;
@@ -43,9 +48,9 @@ Exit runReport(Session& session)
     chooseExamsAndCategories(selection, arguments);
     selection.scTJ();
     grid::FlexGrid grid;
-    if (fill(selection, arguments, grid) || format == "json"_L1)
+    if (fill(session, selection, grid) || format == "json"_L1)
         printGrid(session, grid, {}, format);
-    return session.result();
+    return session.dialogs.cancelled() ? Exit::Error : session.result();
 }
 
 } // namespace cli

@@ -1,9 +1,11 @@
 #include <QApplication>
+#include <QFontMetrics>
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
 
+#include "platform/runtime/Error.h"
 #include "shell/ui/AFormMain.h"
 
 namespace {
@@ -38,6 +40,23 @@ QIcon programIcon()
     return icon;
 }
 
+/// Without one every Chinese text would be a row of boxes, so this one is in English.
+void checkGlyphs()
+{
+    if (!QFontMetrics(QApplication::font()).inFont(u'班'))
+        runtime::MsgBox(u"No Chinese font is installed. Please install fonts-noto-cjk."_s, {},
+                        runtime::Buttons::Ok, runtime::Icon::Warning);
+}
+
+int runDesktop(runtime::ScreenDialogs& dialogs)
+{
+    library::ScoreLibrary scores(runtime::AppPaths::locate(QApplication::applicationDirPath()));
+    shell::AFormMain window(scores, dialogs);
+    window.show();
+    window.start(QApplication::arguments().mid(1).join(u' '));
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -52,9 +71,13 @@ int main(int argc, char** argv)
     QApplication::setWindowIcon(programIcon());
 
     runtime::ScreenDialogs dialogs;
-    library::ScoreLibrary scores(runtime::AppPaths::locate(QApplication::applicationDirPath()));
-    shell::AFormMain window(scores, dialogs);
-    window.show();
-    window.start(QApplication::arguments().mid(1).join(u' '));
-    return QApplication::exec();
+    checkGlyphs();
+    try {
+        return runDesktop(dialogs);
+    } catch (const runtime::Error& error) {
+        // Without a folder for its data files the program cannot begin.
+        runtime::MsgBox(error.description(), u"错误"_s, runtime::Buttons::Ok,
+                        runtime::Icon::Critical);
+        return 1;
+    }
 }

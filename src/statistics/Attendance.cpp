@@ -29,15 +29,15 @@ void TJKSRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
 {
     if (!useLastExam(exams))
         return;
-    ReportFrame frame(context, grid, exams, transfer);
+    ReportFrame frame(context, grid, exams, transfer, trap);
     grid.FixedRows = 0;
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
         context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
         const QStringList items = context.library.catalogue.ExamColumns.names;
-        Block block(grid, frame.classes(i),
-                    {.title = frame.streamTitle(i, u"科"_s, u"考试人数"_s),
-                     .items = int(items.size())});
+        Block block(
+            grid, frame.classes(i),
+            {.title = frame.streamTitle(i, u"科"_s, u"考试人数"_s), .items = int(items.size())});
         grid.WordWrap = true;
         grid.setRowHeight(block.titleRow() + 1, 4 * grid.RowHeight(block.titleRow()));
         block.headNames(1);

@@ -14,12 +14,12 @@ namespace {
 
 const Trap trap{" - Sub ZHFX/Mdl_MDB"};
 
-/// The reports of the sheet "考试分析", in its order. 高分段 stands for both groups; there is no pass
-/// rate.
-const QStringList examReports{u"考试人数"_s,     u"高分段"_s,     u"各科优秀率"_s, u"各科良好率"_s,
-                              u"各科差生率"_s,   u"各科平均分"_s, u"各科最高分"_s, u"各科最低分"_s,
-                              u"各科标准差"_s,   u"各分数段人数"_s, u"各名次段人数"_s,
-                              u"总分上线人数"_s, u"各名次段均分"_s};
+/// The reports of the sheet "考试分析", in its order. 高分段 stands for both groups; there is no
+/// pass rate.
+const QStringList examReports{
+    u"考试人数"_s,     u"高分段"_s,       u"各科优秀率"_s,  u"各科良好率"_s, u"各科差生率"_s,
+    u"各科平均分"_s,   u"各科最高分"_s,   u"各科最低分"_s,  u"各科标准差"_s, u"各分数段人数"_s,
+    u"各名次段人数"_s, u"总分上线人数"_s, u"各名次段均分"_s};
 
 /// The reports of the sheet "对比分析".
 const QStringList historyReports{u"历次各名次段人数对比"_s, u"历次考试进入年级前x名人数"_s,
@@ -164,8 +164,9 @@ void Analysis::fillStudents(const StudentSheet& sheet)
 void Analysis::writeStudents(const StudentSheet& sheet, const QStringList& columns)
 {
     jet::Recordset rows;
-    rows.Open(u"select * from 成绩表 where 考试名称='"_s + m_exam + u"' and 科类='"_s + streamName()
-                  + u"' "_s + m_context.library.settings.CategoryFilter + u" order by 班级,学号"_s,
+    rows.Open(u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and 科类='"_s
+                  + streamName() + u"' "_s + m_context.library.settings.CategoryFilter
+                  + u" order by 班级,学号"_s,
               m_context.library.Conn);
     for (int& row = slot().SheetRow; !rows.Eof(); rows.MoveNext()) {
         ++row;

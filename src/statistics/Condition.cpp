@@ -24,7 +24,8 @@ Operator operatorOf(const QString& sign)
 
 std::optional<Comparison> comparisonOf(const QString& text)
 {
-    static const QRegularExpression form(u"^([^<>=\\s]+)\\s*(<=|>=|<|>|=)\\s*(-?\\d+(?:\\.\\d+)?)$"_s);
+    static const QRegularExpression form(
+        u"^([^<>=\\s]+)\\s*(<=|>=|<|>|=)\\s*(-?\\d+(?:\\.\\d+)?)$"_s);
     const QRegularExpressionMatch match = form.match(text.trimmed());
     if (!match.hasMatch() || !isBareName(match.captured(1)))
         return {};

@@ -142,9 +142,9 @@ std::optional<double> ExamFigures::rowCount(double classNumber, const Condition&
     std::optional<double> answer;
     m_trap([&] {
         jet::Recordset rows;
-        rows.Open(u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and "_s + condition.text()
-                      + u" and 科类='"_s + m_stream + u"' and 班级="_s + doubleText(classNumber)
-                      + m_context.library.settings.CategoryFilter,
+        rows.Open(u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and "_s
+                      + condition.text() + u" and 科类='"_s + m_stream + u"' and 班级="_s
+                      + doubleText(classNumber) + m_context.library.settings.CategoryFilter,
                   m_context.library.Conn);
         answer = double(rows.RecordCount());
     });

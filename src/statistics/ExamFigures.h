@@ -13,8 +13,8 @@ enum class Aggregate { Count, Average, Maximum, Minimum, Deviation };
 
 /// The figures of one exam and stream, class by class, under the category filter. They are computed
 /// on the exam's rows; what those cannot answer (a column that is missing, a condition that is no
-/// comparison) goes to the engine as one statement a figure, so that a failing one costs its message
-/// and the others stand.
+/// comparison) goes to the engine as one statement a figure, so that a failing one costs its
+/// message and the others stand.
 class ExamFigures
 {
 public:

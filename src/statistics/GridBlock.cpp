@@ -43,8 +43,9 @@ public:
         }
         copyTexts();
         m_passOver([&] {
-            m_sheet.Range(sheetRow(m_block.firstRow), 1, sheetRow(m_block.lastRow),
-                          sheetColumn(m_block.lastCol))
+            m_sheet
+                .Range(sheetRow(m_block.firstRow), 1, sheetRow(m_block.lastRow),
+                       sheetColumn(m_block.lastCol))
                 .setBorders(excel::LineStyle::Continuous);
         });
     }
@@ -56,8 +57,9 @@ private:
     void merge(int firstRow, int firstCol, int lastRow, int lastCol) const
     {
         m_passOver([&] {
-            m_sheet.Range(sheetRow(firstRow), sheetColumn(firstCol), sheetRow(lastRow),
-                          sheetColumn(lastCol))
+            m_sheet
+                .Range(sheetRow(firstRow), sheetColumn(firstCol), sheetRow(lastRow),
+                       sheetColumn(lastCol))
                 .setMergeCells(true);
         });
     }
@@ -65,16 +67,14 @@ private:
     void mergeColumn(int col) const
     {
         eachRun(
-            m_block.firstRow, m_block.lastRow,
-            [&](int row) { return m_grid.TextMatrix(row, col); },
+            m_block.firstRow, m_block.lastRow, [&](int row) { return m_grid.TextMatrix(row, col); },
             [&](int first, int last) { merge(first, col, last, col); });
     }
 
     void mergeRow(int row) const
     {
         eachRun(
-            m_block.firstCol, m_block.lastCol,
-            [&](int col) { return m_grid.TextMatrix(row, col); },
+            m_block.firstCol, m_block.lastCol, [&](int col) { return m_grid.TextMatrix(row, col); },
             [&](int first, int last) { merge(row, first, row, last); });
     }
 

@@ -10,13 +10,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const runtime::Trap trap{" - Sub TJGDFD/Mdl_MDB"};
-const std::array<QString, 2> groups{u"高分段"_s, u"低分段"_s};
+const QStringList groups{u"高分段"_s, u"低分段"_s};
 
 void fillGroup(ReportContext& context, Block& block, const QString& stream, const QString& exam,
                int line, int group)
 {
     ExamFigures figures(context, exam, stream, trap);
-    BandSetting band(context, groups[size_t(group)], stream, trap);
+    BandSetting band(context, groups[group], stream, trap);
     for (int k = 0; k < context.library.catalogue.ExamSubjects.count(); ++k) {
         const Condition& condition = band.of(k);
         block.eachClass(line, exam, [&](int j, double classNumber) {
@@ -26,22 +26,11 @@ void fillGroup(ReportContext& context, Block& block, const QString& stream, cons
     }
 }
 
-void head(Block& block, const QStringList& subjects)
-{
-    block.headNames(1);
-    block.headNames(2);
-    for (int k = 0; k < subjects.size(); ++k) {
-        block.headItem(1, k, subjects[k]);
-        block.head(2, k, 0, groups[0]);
-        block.head(2, k, 1, groups[1]);
-    }
-}
-
 } // namespace
 
 void TJGDFD(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
-    ReportFrame frame(context, grid, exams, transfer);
+    ReportFrame frame(context, grid, exams, transfer, trap);
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QString& stream = frame.stream(i);
@@ -50,14 +39,14 @@ void TJGDFD(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
         // The stream stands in front even where the library has only one.
         Block block = frame.examBlock(i, stream + u"科 高、低分段"_s, 2, 2, int(subjects.size()));
         frame.fixHeading(2);
-        head(block, subjects);
+        block.headItems(subjects, groups);
         for (int e = 0; e < frame.examCount(); ++e) {
             fillGroup(context, block, stream, frame.exams()[e], e, 0);
             fillGroup(context, block, stream, frame.exams()[e], e, 1);
         }
         frame.finish(i, block);
     }
-    frame.setWidths({.all = 750, .exams = frame.firstColumn() == 2 ? 900 : 0});
+    frame.setWidths({.all = 750, .exams = frame.examsWidth()});
 }
 
 } // namespace statistics

@@ -9,8 +9,8 @@ namespace statistics {
 /// A report as it is called by name.
 using Report = std::function<void(ReportContext&, QString& exams, grid::FlexGrid&, Transfer)>;
 
-/// The report of a name of 设置表, each rate with its own title and setting; empty for a name that is
-/// no report. 高分段, 低分段, "高、低分段" and "高分段、低分段" are one report.
+/// The report of a name of 设置表, each rate with its own title and setting; empty for a name that
+/// is no report. 高分段, 低分段, "高、低分段" and "高分段、低分段" are one report.
 Report namedReport(const QString& name);
 
 } // namespace statistics

@@ -10,21 +10,10 @@ namespace {
 
 const runtime::Trap trap{" - Sub TJGKGMCDJF/Mdl_MDB"};
 const QString title = u"各名次段均分"_s;
+const QStringList parts{u"人数"_s, u"平均分"_s, u"名次"_s};
 constexpr int countPart = 0;
 constexpr int averagePart = 1;
 constexpr int rankPart = 2;
-
-void head(Block& block, const QStringList& items)
-{
-    block.headNames(1, u"名次段"_s);
-    block.headNames(2, u"名次段"_s);
-    for (int k = 0; k < items.size(); ++k) {
-        block.headItem(1, k, items[k]);
-        block.head(2, k, countPart, u"人数"_s);
-        block.head(2, k, averagePart, u"平均分"_s);
-        block.head(2, k, rankPart, u"名次"_s);
-    }
-}
 
 void fillBand(Block& block, ExamFigures& figures, int line, int item, const QString& name,
               const RankBand& band)
@@ -45,7 +34,7 @@ void TJGKGMCDJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tr
 {
     if (!useLastExam(exams))
         return;
-    ReportFrame frame(context, grid, exams, transfer);
+    ReportFrame frame(context, grid, exams, transfer, trap);
     FenLiNumTJ(context, title, context.library.settings.GetSZ(title));
     frame.clear();
     grid.FixedRows = 0;
@@ -58,10 +47,10 @@ void TJGKGMCDJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tr
                      .headingRows = 2,
                      .rowsPerClass = int(bands.size()),
                      .firstColumn = 2,
-                     .columnsPerItem = 3,
+                     .columnsPerItem = int(parts.size()),
                      .items = int(items.size())});
         frame.mergeNames(2);
-        head(block, items);
+        block.headItems(items, parts, u"名次段"_s);
         ExamFigures figures(context, exams, frame.stream(i), trap);
         for (int b = 0; b < bands.size(); ++b) {
             for (int k = 0; k < items.size(); ++k)

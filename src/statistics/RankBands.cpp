@@ -77,7 +77,7 @@ void fillStream(ReportContext& context, ReportFrame& frame, int stream, const Ra
 void runRankReport(ReportContext& context, const QString& exams, grid::FlexGrid& grid,
                    Transfer transfer, const RankReport& report)
 {
-    ReportFrame frame(context, grid, exams, transfer);
+    ReportFrame frame(context, grid, exams, transfer, report.trap);
     frame.clear(1);
     FenLiNumTJ(context, report.setting, context.library.settings.GetSZ(report.setting));
     for (int i = 0; i < frame.streamCount(); ++i) {
@@ -100,9 +100,8 @@ void TJLCKSQxM(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tra
 {
     const Trap trap{" - Sub TJLCKSQxM/Mdl_MDB"};
     const QString setting = u"历次考试进入年级前x名人数"_s;
-    const QString title = u"  "_s + QString::number(exams.split(u',').size())
-                          + u"次考试进入年级前"_s + context.library.settings.GetSZ(setting)
-                          + u"名人数"_s;
+    const QString title = u"  "_s + QString::number(examNames(exams).size()) + u"次考试进入年级前"_s
+                          + context.library.settings.GetSZ(setting) + u"名人数"_s;
     runRankReport(context, exams, grid, transfer, {trap, setting, title});
 }
 

@@ -11,17 +11,6 @@ namespace {
 
 const runtime::Trap trap{" - Sub TJGK4l/Mdl_MDB"};
 
-void head(Block& block, const QStringList& subjects)
-{
-    block.headNames(1);
-    block.headNames(2);
-    for (int k = 0; k < subjects.size(); ++k) {
-        block.headItem(1, k, subjects[k]);
-        block.head(2, k, 0, u"人数"_s);
-        block.head(2, k, 1, u"比例%"_s);
-    }
-}
-
 /// Fills the cells of one exam: how many are in the band, and their share of the class.
 void fillExam(ReportContext& context, Block& block, const QString& title, const QString& stream,
               const QString& exam, int line)
@@ -45,22 +34,21 @@ void fillExam(ReportContext& context, Block& block, const QString& title, const 
 void TJGK4l(ReportContext& context, QString& exams, const QString& title, grid::FlexGrid& grid,
             Transfer transfer)
 {
-    ReportFrame frame(context, grid, exams, transfer);
+    ReportFrame frame(context, grid, exams, transfer, trap);
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QString& stream = frame.stream(i);
         context.library.catalogue.GetKSKM(exams, stream);
         const QStringList subjects = context.library.catalogue.ExamSubjects.names;
-        Block block = frame.examBlock(i, frame.streamTitle(i, u"科"_s, title), 2, 2,
-                                      int(subjects.size()));
+        Block block =
+            frame.examBlock(i, frame.streamTitle(i, u"科"_s, title), 2, 2, int(subjects.size()));
         frame.fixHeading(1);
-        head(block, subjects);
+        block.headItems(subjects, {u"人数"_s, u"比例%"_s});
         for (int e = 0; e < frame.examCount(); ++e)
             fillExam(context, block, title, stream, frame.exams()[e], e);
         frame.finish(i, block);
     }
-    frame.setWidths(
-        {.all = 750, .classes = 1100, .exams = frame.firstColumn() == 2 ? 900 : 0});
+    frame.setWidths({.all = 750, .classes = 1100, .exams = frame.examsWidth()});
 }
 
 } // namespace statistics

@@ -52,11 +52,22 @@ void Block::head(int headingRow, int item, int part, const QString& text)
     m_grid.setTextMatrix(m_titleRow + headingRow, column(item, part), text);
 }
 
-void Block::headItem(int headingRow, int item, const QString& name)
+void Block::mergeHeading(int headingRow)
 {
     m_grid.setMergeRow(m_titleRow + headingRow, true);
-    for (int part = 0; part < m_shape.columnsPerItem; ++part)
-        head(headingRow, item, part, name);
+}
+
+void Block::headItems(const QStringList& items, const QStringList& parts, const QString& second)
+{
+    mergeHeading(1);
+    headNames(1, second);
+    headNames(2, second);
+    for (int k = 0; k < items.size(); ++k) {
+        for (int part = 0; part < parts.size(); ++part) {
+            head(1, k, part, items[k]);
+            head(2, k, part, parts[part]);
+        }
+    }
 }
 
 void Block::nameRow(int classIndex, int line, const QString& second)
@@ -92,8 +103,12 @@ void Block::rankClasses(int line, int item, int valuePart, int rankPart)
 }
 
 ReportFrame::ReportFrame(ReportContext& context, grid::FlexGrid& grid, const QString& exams,
-                         Transfer transfer)
-    : m_context(context), m_grid(grid), m_exams(exams.split(u',')), m_transfer(transfer)
+                         Transfer transfer, const runtime::Trap& trap)
+    : m_context(context),
+      m_grid(grid),
+      m_exams(examNames(exams)),
+      m_transfer(transfer),
+      m_trap(trap)
 {
 }
 
@@ -165,22 +180,27 @@ void ReportFrame::setWidths(const ColumnWidths& widths)
     constexpr int allColumns = -1;
     m_grid.setColWidth(allColumns, widths.all);
     m_grid.setColAlignment(allColumns, Centred);
+    // Without streams there are no columns.
     if (widths.classes > 0)
-        m_grid.setColWidth(0, widths.classes);
+        m_trap([&] { m_grid.setColWidth(0, widths.classes); });
     if (widths.exams > 0)
-        m_grid.setColWidth(1, widths.exams);
+        m_trap([&] { m_grid.setColWidth(1, widths.exams); });
+}
+
+QStringList examNames(const QString& exams)
+{
+    return exams.isEmpty() ? QStringList() : exams.split(u',');
 }
 
 bool useLastExam(QString& exams)
 {
-    const QStringList list = exams.split(u',');
-    exams = list.last();
-    return list.size() < 2
-           || runtime::MsgBox(u"当前操作只针对一次考试，只对"_s + exams
-                                  + u"  进行统计，是否继续？"_s,
-                              u"分析参数错误！"_s, runtime::Buttons::OkCancel,
-                              runtime::Icon::Question)
-                  == runtime::Answer::Ok;
+    const QStringList names = examNames(exams);
+    if (names.size() < 2)
+        return true;
+    exams = names.last();
+    return runtime::MsgBox(u"当前操作只针对一次考试，只对"_s + exams + u"  进行统计，是否继续？"_s,
+                           u"分析参数错误！"_s, runtime::Buttons::OkCancel, runtime::Icon::Question)
+           == runtime::Answer::Ok;
 }
 
 } // namespace statistics

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/grid/FlexGrid.h"
+#include "platform/runtime/Trap.h"
 #include "statistics/ReportContext.h"
 
 namespace statistics {
@@ -54,8 +55,11 @@ public:
     void headNames(int headingRow, const QString& second = QStringLiteral("考试名称"));
     /// `text` into one column of an item.
     void head(int headingRow, int item, int part, const QString& text);
-    /// The item's name into all its columns.
-    void headItem(int headingRow, int item, const QString& name);
+    /// Equal neighbours of a heading row are merged.
+    void mergeHeading(int headingRow);
+    /// Two heading rows: each item's name over its columns, and below it what each column tells.
+    void headItems(const QStringList& items, const QStringList& parts,
+                   const QString& second = QStringLiteral("考试名称"));
 
     /// Calls `fill(index, class number)` for each class after naming its row of that line: the
     /// class, and `second` behind it where column 1 is no data column.
@@ -100,8 +104,9 @@ struct ColumnWidths
 class ReportFrame
 {
 public:
+    /// `trap` is the report's, and outlives the frame.
     ReportFrame(ReportContext& context, grid::FlexGrid& grid, const QString& exams,
-                Transfer transfer);
+                Transfer transfer, const runtime::Trap& trap);
 
     const QStringList& exams() const { return m_exams; }
     int examCount() const { return int(m_exams.size()); }
@@ -128,14 +133,21 @@ public:
     /// Copies a finished block if that was asked for; `gap` more rows than one stay empty behind
     /// it.
     void finish(int stream, const Block& block, int gap = 0);
+    /// Sets the widths and centres all cells. A column that is not there is shown.
     void setWidths(const ColumnWidths& widths);
+    /// ColumnWidths::exams of most reports: that of the column of exams, where there is one.
+    int examsWidth() const { return firstColumn() == 2 ? 900 : 0; }
 
 private:
     ReportContext& m_context;
     grid::FlexGrid& m_grid;
     QStringList m_exams;
     Transfer m_transfer;
+    const runtime::Trap& m_trap;
 };
+
+/// The names of a list joined by ","; an empty text has none.
+QStringList examNames(const QString& exams);
 
 /// For a report on one exam: the last of the list becomes the list. Several are asked about first;
 /// false if the user gave it up.

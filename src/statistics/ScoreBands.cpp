@@ -1,4 +1,5 @@
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "statistics/ExamFigures.h"
 #include "statistics/Reports.h"
@@ -33,13 +34,20 @@ bool readWidths(ReportContext& context, const QString& setting, BandWidths& widt
     return false;
 }
 
+/// What a width that is far too small would ask for is no table any more.
+constexpr double MostBands = 10000;
+
 /// The bands of one item: [0,w), [w,2w), …
 class ScoreBands
 {
 public:
-    ScoreBands(double fullMarks, double width)
-        : m_fullMarks(fullMarks), m_width(width), m_count(int(runtime::Int(fullMarks / width)))
+    /// Throws runtime::Error for more than MostBands.
+    ScoreBands(double fullMarks, double width) : m_fullMarks(fullMarks), m_width(width)
     {
+        const double whole = runtime::Int(fullMarks / width);
+        if (!(whole < MostBands))
+            throw runtime::Error(u"分数段 "_s + doubleText(width) + u" 太小。"_s);
+        m_count = int(whole);
         m_exact = !(m_count * width < fullMarks);
         if (!m_exact)
             ++m_count;
@@ -98,7 +106,7 @@ void TJGFSDRS(ReportContext& context, QString& exams, const QString& title, grid
 {
     if (!useLastExam(exams))
         return;
-    ReportFrame frame(context, grid, exams, transfer);
+    ReportFrame frame(context, grid, exams, transfer, trap);
     frame.clear();
     BandWidths widths;
     if (!readWidths(context, title, widths))
@@ -109,15 +117,16 @@ void TJGFSDRS(ReportContext& context, QString& exams, const QString& title, grid
         ExamFigures figures(context, exams, frame.stream(i), trap);
         for (int k = 0; k < items.count(); ++k) {
             const QString& item = items.names[k];
-            const ScoreBands bands(items.marks[size_t(k)], library::Catalogue::isTotal(item)
-                                                               ? widths.total
-                                                               : widths.subject);
-            Block block(grid, frame.classes(i),
-                        {.title = frame.streamTitle(i, u"科  "_s, item + title),
-                         .items = bands.count()});
-            frame.mergeNames(1);
-            fillBlock(block, figures, item, bands);
-            frame.finish(i, block, 2);
+            const double width = library::Catalogue::isTotal(item) ? widths.total : widths.subject;
+            trap([&] {
+                const ScoreBands bands(items.marks[size_t(k)], width);
+                Block block(grid, frame.classes(i),
+                            {.title = frame.streamTitle(i, u"科  "_s, item + title),
+                             .items = bands.count()});
+                frame.mergeNames(1);
+                fillBlock(block, figures, item, bands);
+                frame.finish(i, block, 2);
+            });
         }
     }
     frame.setWidths({.all = 900});

@@ -40,10 +40,9 @@ void MakeCXTJ(ReportContext& context, const QString& band)
         for (int k = 0; k < subjects.count(); ++k) {
             const double marks = subjects.marks[size_t(k)];
             const QString& subject = subjects.names[k];
-            context.BandConditions.append(subject + interval.lowerOperator
-                                          + doubleText(interval.lower * marks) + u" and "_s + subject
-                                          + interval.upperOperator
-                                          + doubleText(interval.upper * marks));
+            context.BandConditions.append(
+                subject + interval.lowerOperator + doubleText(interval.lower * marks) + u" and "_s
+                + subject + interval.upperOperator + doubleText(interval.upper * marks));
         }
     });
 }
@@ -69,8 +68,8 @@ void FenLiNumTJ(ReportContext& context, const QString& title, const QString& val
     const Trap trap{" - Function FenLiNumTJ/Mdl_MDB"};
     const QString text = QString(value).remove(u' ');
     context.LineTable = {};
-    const int marks = int(text.contains(u"文="_s)) + int(text.contains(u"理="_s))
-                      + int(text.contains(u"||"_s));
+    const int marks =
+        int(text.contains(u"文="_s)) + int(text.contains(u"理="_s)) + int(text.contains(u"||"_s));
     if (marks == 3) {
         for (const QString& part : text.split(u"||"_s))
             trap([&] { takeStreamPart(context, part); });

@@ -7,8 +7,8 @@ namespace statistics {
 /// The value of a setting whose conditions are kept by subject.
 extern const QString CustomData;
 
-/// An interval of shares of the full marks, such as [0.85,1): "[" and "]" include the edge, anything
-/// else leaves it out; an upper edge of 0, or none, is 1.
+/// An interval of shares of the full marks, such as [0.85,1): "[" and "]" include the edge,
+/// anything else leaves it out; an upper edge of 0, or none, is 1.
 struct Interval
 {
     QString lowerOperator;
@@ -25,8 +25,8 @@ struct Interval
 void MakeCXTJ(ReportContext& context, const QString& band);
 
 /// Fills LineTable from a list of numbers: plain ("500,450", the same for all streams, kept as
-/// numbers) or by stream ("文=500||理=520", kept as typed). Where only some of the three marks stand
-/// the text is refused with a message that begins with `title`, and LineTable is left empty.
+/// numbers) or by stream ("文=500||理=520", kept as typed). Where only some of the three marks
+/// stand the text is refused with a message that begins with `title`, and LineTable is left empty.
 void FenLiNumTJ(ReportContext& context, const QString& title, const QString& value);
 
 } // namespace statistics

@@ -21,6 +21,9 @@ struct AggregateTable
     /// Columns of a subject without and with the list of teachers.
     int columns;
     int columnsWithTeachers;
+    int headingRows;
+    /// Writes the headings above the subjects.
+    void (*head)(Block& block, const QStringList& subjects);
 };
 
 bool teachersListed(ReportContext& context)
@@ -44,35 +47,38 @@ void fillSubject(ReportContext& context, Block& block, const AggregateTable& tab
     });
 }
 
-/// Runs the frame of the four tables; `head` writes what stands above the subjects, `finish` what
-/// follows the cells of a stream.
-template <class Head, class Finish>
-void runTable(ReportContext& context, const QString& exams, grid::FlexGrid& grid, Transfer transfer,
-              const AggregateTable& table, int headingRows, Head head, Finish finish)
+void rankAverages(Block& block, int subjects, int exams)
 {
-    ReportFrame frame(context, grid, exams, transfer);
+    for (int k = 0; k < subjects; ++k) {
+        for (int e = 0; e < exams; ++e)
+            block.rankClasses(e, k, 0, 1);
+    }
+}
+
+void runTable(ReportContext& context, const QString& exams, grid::FlexGrid& grid, Transfer transfer,
+              const AggregateTable& table)
+{
+    ReportFrame frame(context, grid, exams, transfer, table.trap);
     frame.clear();
     const int columns = teachersListed(context) ? table.columnsWithTeachers : table.columns;
     for (int i = 0; i < frame.streamCount(); ++i) {
         context.library.catalogue.GetKSKM(exams, frame.stream(i));
         const QStringList subjects = context.library.catalogue.ExamSubjects.names;
         Block block = frame.examBlock(i, frame.streamTitle(i, table.joiner, table.title),
-                                      headingRows, columns, int(subjects.size()));
+                                      table.headingRows, columns, int(subjects.size()));
         frame.fixHeading(1);
-        head(block, subjects);
+        table.head(block, subjects);
         for (int e = 0; e < frame.examCount(); ++e) {
             ExamFigures figures(context, frame.exams()[e], frame.stream(i), table.trap);
             for (int k = 0; k < subjects.size(); ++k)
                 fillSubject(context, block, table, figures, e, k, subjects[k]);
         }
-        finish(block, int(subjects.size()), frame.examCount());
+        if (table.aggregate == Aggregate::Average)
+            rankAverages(block, int(subjects.size()), frame.examCount());
         frame.finish(i, block);
     }
-    frame.setWidths(
-        {.all = 750, .classes = 1100, .exams = frame.firstColumn() == 2 ? 900 : 0});
+    frame.setWidths({.all = 750, .classes = 1100, .exams = frame.examsWidth()});
 }
-
-void noFinish(Block&, int, int) {}
 
 void headSubjects(Block& block, const QStringList& subjects)
 {
@@ -80,27 +86,31 @@ void headSubjects(Block& block, const QStringList& subjects)
         block.head(1, k, 0, subjects[k]);
 }
 
-void headAverages(Block& block, const QStringList& subjects)
+void headBelowTitle(Block& block, const QStringList& subjects)
 {
-    // "班级" stands in the title row, and the cell below it stays empty.
+    block.headNames(1);
+    headSubjects(block, subjects);
+}
+
+/// "班级" stands in the title row, and the cell below it stays empty.
+void headInTitle(Block& block, const QStringList& subjects)
+{
+    block.mergeHeading(1);
     block.headClass(0);
     block.headSecond(1);
+    headSubjects(block, subjects);
+}
+
+void headAverages(Block& block, const QStringList& subjects)
+{
+    headInTitle(block, subjects);
     block.headNames(2);
     for (int k = 0; k < subjects.size(); ++k) {
-        block.head(1, k, 0, subjects[k]);
         block.head(1, k, 1, subjects[k]);
         if (block.columnsPerItem() == 3)
             block.head(1, k, 2, u"教师"_s);
         block.head(2, k, 0, u"平均分"_s);
         block.head(2, k, 1, u"名次"_s);
-    }
-}
-
-void rankAverages(Block& block, int subjects, int exams)
-{
-    for (int k = 0; k < subjects; ++k) {
-        for (int e = 0; e < exams; ++e)
-            block.rankClasses(e, k, 0, 1);
     }
 }
 
@@ -110,50 +120,32 @@ void TJGKPJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Trans
 {
     const Trap trap{" - Sub TJGKPJF/Mdl_MDB"};
     runTable(context, exams, grid, transfer,
-             {u"各科平均分"_s, u"科"_s, Aggregate::Average, Absentees::Counted, trap, 2, 3}, 2,
-             [&](Block& block, const QStringList& subjects) {
-                 grid.setMergeRow(block.titleRow() + 1, true);
-                 headAverages(block, subjects);
-             },
-             rankAverages);
+             {u"各科平均分"_s, u"科"_s, Aggregate::Average, Absentees::Counted, trap, 2, 3, 2,
+              headAverages});
 }
 
 void TJGKZGF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
     const Trap trap{" - Sub TJGKZGF/Mdl_MDB"};
     runTable(context, exams, grid, transfer,
-             {u"各科最高分"_s, u"科"_s, Aggregate::Maximum, Absentees::Counted, trap, 1, 3}, 1,
-             [&](Block& block, const QStringList& subjects) {
-                 grid.setMergeRow(block.titleRow() + 1, true);
-                 block.headClass(0);
-                 block.headSecond(1);
-                 headSubjects(block, subjects);
-             },
-             noFinish);
+             {u"各科最高分"_s, u"科"_s, Aggregate::Maximum, Absentees::Counted, trap, 1, 3, 1,
+              headInTitle});
 }
 
 void TJGKZDF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
     const Trap trap{" - Sub TJGKZDF/Mdl_MDB"};
     runTable(context, exams, grid, transfer,
-             {u"各科最低分"_s, u"科"_s, Aggregate::Minimum, Absentees::LeftOut, trap, 1, 3}, 1,
-             [](Block& block, const QStringList& subjects) {
-                 block.headNames(1);
-                 headSubjects(block, subjects);
-             },
-             noFinish);
+             {u"各科最低分"_s, u"科"_s, Aggregate::Minimum, Absentees::LeftOut, trap, 1, 3, 1,
+              headBelowTitle});
 }
 
 void TJGKBZC(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
     const Trap trap{" - Sub TJGKBZC/Mdl_MDB"};
     runTable(context, exams, grid, transfer,
-             {u"各科标准差"_s, u"科 "_s, Aggregate::Deviation, Absentees::LeftOut, trap, 1, 1}, 1,
-             [](Block& block, const QStringList& subjects) {
-                 block.headNames(1);
-                 headSubjects(block, subjects);
-             },
-             noFinish);
+             {u"各科标准差"_s, u"科 "_s, Aggregate::Deviation, Absentees::LeftOut, trap, 1, 1, 1,
+              headBelowTitle});
 }
 
 } // namespace statistics

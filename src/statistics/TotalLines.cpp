@@ -29,7 +29,7 @@ void fillExam(Block& block, ExamFigures& figures, int line, const QStringList& s
 
 void TJZFSXRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
-    ReportFrame frame(context, grid, exams, transfer);
+    ReportFrame frame(context, grid, exams, transfer, trap);
     grid.FixedRows = 0;
     frame.clear();
     FenLiNumTJ(context, title, context.library.settings.GetSZ(title));

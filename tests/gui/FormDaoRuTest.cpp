@@ -122,6 +122,32 @@ TEST_F(ExamImportScreen, BrowsingListsTheSheetsAndOffersTheFileNameAsTheExam)
     EXPECT_TRUE(applications.at(0)->Visible());
 }
 
+/// The texts that a label was painted with.
+class PaintedTexts : public QObject
+{
+public:
+    explicit PaintedTexts(QLabel* label) : m_label(label) { label->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint && !texts.contains(m_label->text()))
+            texts.append(m_label->text());
+        return false;
+    }
+
+    QStringList texts;
+
+private:
+    QLabel* m_label;
+};
+
+TEST_F(ExamImportScreen, SaysThatTheWorkbookIsBeingOpened)
+{
+    const PaintedTexts painted(find<QLabel>(u"Label4"_s));
+    choose(workbook(u"期末.xlsx"_s, two));
+    EXPECT_TRUE(painted.texts.contains(u"打开工作簿..."_s));
+}
+
 TEST_F(ExamImportScreen, CancelledBrowseChangesNothing)
 {
     dialogs.file.reset();

@@ -169,15 +169,4 @@ TEST_F(Workbench, TheCustomDisplayIsAskedForWithItemAndStream)
     EXPECT_EQ(test.scores.settings.DisplayItems.value(4), u"语文"_s);
 }
 
-TEST_F(Workbench, EveryTabStopHasANameThatCanBeRead)
-{
-    for (QWidget* stop = form->nextInFocusChain(); stop != form.get();
-         stop = stop->nextInFocusChain()) {
-        if ((stop->focusPolicy() & Qt::TabFocus) && stop->isVisibleTo(form.get())) {
-            EXPECT_FALSE(stop->accessibleName().isEmpty())
-                << stop->metaObject()->className() << stop->objectName().toStdString();
-        }
-    }
-}
-
 } // namespace

@@ -160,10 +160,12 @@ class Programs(Installed):
         library = self.home / "一中.CJK"
         self.run_installed("new", library, "--subjects", "语文")
         (self.home / "share/yunshan/data/满分.txt").write_text("语文=77\n", encoding="utf-8")
-        book = yunshan.write_book(self.home / "期中.xlsx", {
+        names = yunshan.write_book(self.home / "名单.xlsx", {
+            "Sheet": [("班级", "学号", "姓名", "科类"), (1, 1, "甲", "理")]})
+        scores = yunshan.write_book(self.home / "期中.xlsx", {
             "Sheet": [("班级", "学号", "姓名", "语文"), (1, 1, "甲", 70)]})
-        self.run_installed("import-exam", library, book, "--exam", "期中", "--add-students",
-                           "--no-backup")
+        self.run_installed("import-students", library, names, "--no-backup")
+        self.run_installed("import-exam", library, scores, "--exam", "期中", "--no-backup")
         self.assertEqual(yunshan.query(library, "select 语文 from 考试名称表"), [(77,)])
 
 

@@ -104,6 +104,23 @@ TEST_F(Attendance, AcceptingSeveralExamsCountsTheLast)
     EXPECT_EQ(row(2), u"1班|1/0/1|1/0/1|1/0/1"_s);
 }
 
+TEST_F(Attendance, HeadingRowOfEachStreamIsHigh)
+{
+    addSecondStream();
+    TJKSRS(context, exams, grid, Transfer::GridOnly);
+    const int usual = grid.RowHeight(0);
+    for (int number = 0; number < grid.Rows(); ++number)
+        EXPECT_EQ(grid.RowHeight(number), number == 1 || number == 4 ? 4 * usual : usual);
+    EXPECT_EQ(grid.mergeRows(), (std::set<int>{0, 3}));
+}
+
+TEST_F(Attendance, CheatedZeroCountsAsSitting)
+{
+    library.execute(u"update 成绩表 set 语文=0 where 姓名='丙'"_s);
+    TJKSRS(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(row(2), u"1班|3/0/3|3/0/3|3/0/3"_s);
+}
+
 TEST_F(Attendance, CategoryFilterLimitsTheCounts)
 {
     library.execute(u"update 成绩表 set 类别代码=2 where 姓名='甲'"_s);

@@ -1,5 +1,7 @@
 #include "statistics/ComprehensiveAnalysis.h"
 
+#include <QRegularExpression>
+
 #include "ReportFixture.h"
 
 namespace {
@@ -82,8 +84,8 @@ TEST_F(ComprehensiveAnalysis, WithoutReportsFillsTheTwoStudentSheets)
     EXPECT_EQ(run(), AnalysisResult::Finished);
     EXPECT_EQ(library.dialogs.shown, QStringList{done});
     ASSERT_EQ(application.Workbooks().Count(), 1);
-    EXPECT_EQ(sheetNames(1), (QStringList{u"期中原始分和名次(理)"_s, u"期中T分(理)"_s, u"考试分析"_s,
-                                          u"对比分析"_s}));
+    EXPECT_EQ(sheetNames(1), (QStringList{u"期中原始分和名次(理)"_s, u"期中T分(理)"_s,
+                                          u"考试分析"_s, u"对比分析"_s}));
     EXPECT_EQ(cells(sheet(1, 1), 1, 9),
               u"班级|学号|姓名|语文|数学|总分|语文年名|数学年名|总分年名"_s);
     EXPECT_EQ(cells(sheet(1, 1), 2, 7), u"1|1|甲|90|40|130|1"_s);
@@ -107,8 +109,7 @@ TEST_F(ComprehensiveAnalysis, StandardScoresKeepMinusOne)
 TEST_F(ComprehensiveAnalysis, OwnChoiceOfColumnsReplacesTheDefaultOfItsStream)
 {
     addSecondStream();
-    library.execute(
-        u"insert into 自定义显示表 values('原始分和名次文','姓名,没有,语文')"_s);
+    library.execute(u"insert into 自定义显示表 values('原始分和名次文','姓名,没有,语文')"_s);
     run();
     EXPECT_EQ(cells(sheet(1, 1), 1, 3), u"姓名|语文|"_s);
     EXPECT_EQ(cells(sheet(2, 1), 1, 4), u"班级|学号|姓名|语文"_s);
@@ -180,6 +181,8 @@ TEST_F(ComprehensiveAnalysis, SecondRunBeginsWithEmptySlots)
     run();
     EXPECT_EQ(application.Workbooks().Count(), 4);
     EXPECT_EQ(sheet(1, 4).lastUsedRow(), rows);
+    // The second stream's sheet of the first run gets nothing in the second run's first pass.
+    EXPECT_EQ(titles(sheet(2, 4)), QString());
     EXPECT_EQ(titles(sheet(3, 3)), u"1:文科各科最低分"_s);
 }
 
@@ -204,6 +207,53 @@ TEST_F(ComprehensiveAnalysis, HistoryIsFoundByItsNameWithoutTheBlank)
     set(u"历次考试进入年级前x名人数"_s, u"2"_s);
     run();
     EXPECT_TRUE(titles(sheet(1, 4)).startsWith(u"1:语文  1次考试进入年级前2名人数"_s));
+}
+
+TEST_F(ComprehensiveAnalysis, WithoutComparedExamsOnlyHeadingsStand)
+{
+    join(u"历次总分上线人数"_s);
+    set(u"总分上线人数"_s, u"80"_s);
+    set(u"进行对比分析的考试"_s, u""_s);
+    run();
+    EXPECT_EQ(titles(sheet(1, 4)), u"1:总分上线人数"_s);
+    EXPECT_EQ(sheet(1, 4).lastUsedRow(), 2);
+}
+
+TEST_F(ComprehensiveAnalysis, OwnChoiceOfStandardScoresIsFoundByItsStream)
+{
+    library.execute(u"insert into 自定义显示表 values('T分理','姓名,语文')"_s);
+    run();
+    EXPECT_EQ(cells(sheet(1, 2), 1, 3), u"姓名|语文|"_s);
+    EXPECT_EQ(cells(sheet(1, 2), 4, 2), u"丙|-1"_s);
+}
+
+TEST_F(ComprehensiveAnalysis, AllReportsStandInTheirOrder)
+{
+    library.execute(u"update 设置表 set 加入综合分析='是'"_s);
+    library.execute(u"update 考试名称表 set 数学=null, 总分=null"_s);
+    library.reload();
+    run();
+    static const QRegularExpression rows(u"\\d+:"_s);
+    EXPECT_EQ(titles(sheet(1, 3)).remove(rows),
+              u"考试人数 理科 高、低分段 各科优秀率 各科良好率 各科差生率 各科最低分 各科标准差 "
+              "语文各分数段人数 语文各名次段人数 总分上线人数 各名次段均分"_s);
+    EXPECT_EQ(sheet(1, 3).Cells(sheet(1, 3).lastUsedRow(), 1).text(), u"2班"_s);
+    EXPECT_EQ(titles(sheet(1, 4)).remove(rows),
+              u"语文各名次段人数 语文  1次考试进入年级前50,100,200名人数 总分上线人数"_s);
+}
+
+TEST_F(ComprehensiveAnalysis, BlocksAreMergedAndBordered)
+{
+    set(u"各科平均分"_s, u""_s);
+    join(u"各科最低分"_s);
+    run();
+    QStringList merges;
+    for (const excel::CellRange& m : sheet(1, 3).mergedRanges())
+        merges.append(
+            u"%1,%2-%3,%4"_s.arg(m.firstRow).arg(m.firstColumn).arg(m.lastRow).arg(m.lastColumn));
+    EXPECT_EQ(merges, QStringList{u"1,1-1,3"_s});
+    EXPECT_EQ(sheet(1, 3).format(4, 3).borders.top, excel::LineStyle::Continuous);
+    EXPECT_EQ(sheet(1, 3).format(5, 1).borders.top, excel::LineStyle::None);
 }
 
 TEST_F(ComprehensiveAnalysis, CategoriesComeFromTheSettingNotFromTheList)

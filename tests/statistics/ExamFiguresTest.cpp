@@ -11,8 +11,8 @@ using statistics::ExamFigures;
 
 const runtime::Trap trap{" - Test"};
 
-/// The same figure from the exam's rows and from the engine. "Simple" conditions are answered by the
-/// rows, the same text in brackets by the engine.
+/// The same figure from the exam's rows and from the engine. "Simple" conditions are answered by
+/// the rows, the same text in brackets by the engine.
 class ExamFiguresTest : public ReportTest
 {
 protected:
@@ -30,7 +30,8 @@ TEST_F(ExamFiguresTest, RowsAndEngineAgreeOnEveryAggregate)
     library.execute(u"update 成绩表 set 语文=null where 姓名='丁'"_s);
     for (const Aggregate aggregate : {Aggregate::Count, Aggregate::Average, Aggregate::Maximum,
                                       Aggregate::Minimum, Aggregate::Deviation}) {
-        for (const QString& condition : {u"语文>=0"_s, u"语文<0"_s, u"语文>60"_s, u"语文年名<=2"_s}) {
+        for (const QString& condition :
+             {u"语文>=0"_s, u"语文<0"_s, u"语文>60"_s, u"语文年名<=2"_s}) {
             for (const double classNumber : {1.0, 2.0, 9.0}) {
                 const Condition simple(condition);
                 const Condition bracketed(u"("_s + condition + u")"_s);

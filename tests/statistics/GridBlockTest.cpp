@@ -38,8 +38,10 @@ protected:
     {
         QStringList all;
         for (const excel::CellRange& m : sheet.mergedRanges())
-            all.append(u"%1,%2-%3,%4"_s.arg(m.firstRow).arg(m.firstColumn).arg(m.lastRow).arg(
-                m.lastColumn));
+            all.append(u"%1,%2-%3,%4"_s.arg(m.firstRow)
+                           .arg(m.firstColumn)
+                           .arg(m.lastRow)
+                           .arg(m.lastColumn));
         all.sort();
         return all.join(u' ');
     }

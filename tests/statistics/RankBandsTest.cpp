@@ -70,7 +70,8 @@ TEST_F(RankBands, TextsOfAListByStreamStandAsTyped)
 TEST_F(RankBands, BadMarkerGivesBlocksWithoutBands)
 {
     run(u"文=5,理=5"_s);
-    EXPECT_EQ(rows().mid(0, 4), (QStringList{u"语文各名次段人数"_s, u"班级"_s, u"1班"_s, u"2班"_s}));
+    EXPECT_EQ(rows().mid(0, 4),
+              (QStringList{u"语文各名次段人数"_s, u"班级"_s, u"1班"_s, u"2班"_s}));
     EXPECT_EQ(library.dialogs.shown,
               QStringList{u"各名次段人数   条件设置不正确！缺少分隔符  ||  \n文=5,理=5"_s});
 }
@@ -106,6 +107,35 @@ TEST_F(RankBands, MissingRankColumnIsShownWithItsTag)
     run(u"1"_s);
     ASSERT_EQ(library.dialogs.failures.size(), 2);
     EXPECT_TRUE(library.dialogs.failures[0].endsWith(u" - Sub TJGMCDRS/Mdl_MDB"_s));
+}
+
+TEST_F(RankBands, TotalsHaveRanksLikeSubjects)
+{
+    library.execute(u"update 成绩表 set 总分年名=2 where 姓名='甲'"_s);
+    library.execute(u"update 成绩表 set 总分年名=1 where 姓名='丁'"_s);
+    run(u"1,2"_s);
+    EXPECT_EQ(row(8), u"总分各名次段人数|总分各名次段人数|总分各名次段人数"_s);
+    EXPECT_EQ(row(10), u"1班|0|1"_s);
+    EXPECT_EQ(row(11), u"2班|1|1"_s);
+}
+
+TEST_F(RankBands, NameTheStreamWithTwoBlanksAndHaveBandsOfTheirOwn)
+{
+    addSecondStream();
+    run(u"文=1,2||理=3"_s);
+    EXPECT_EQ(row(0), u"文科  语文各名次段人数|文科  语文各名次段人数|文科  语文各名次段人数"_s);
+    EXPECT_EQ(row(2), u"5班|1|1"_s);
+    EXPECT_EQ(row(4), u"班级|前3名|"_s);
+}
+
+TEST_F(RankBands, FiveHundredBandsAreCounted)
+{
+    QStringList bands;
+    for (int i = 1; i <= 500; ++i)
+        bands.append(QString::number(i));
+    run(bands.join(u','));
+    EXPECT_EQ(grid.Cols(), 501);
+    EXPECT_EQ(grid.TextMatrix(2, 500), u"2"_s);
 }
 
 class History : public ReportTest
@@ -171,15 +201,17 @@ TEST_F(RankBandAverages, ShowCountAverageAndRankOfEachBand)
     library.execute(u"ALTER TABLE 考试名称表 DROP COLUMN 总分"_s);
     library.reload();
     run(u"2,-1"_s);
-    EXPECT_EQ(rows(), (QStringList{
-                          u"各名次段均分|各名次段均分|各名次段均分|各名次段均分|各名次段均分|各名次段均分|各名次段均分|各名次段均分"_s,
-                          u"班级|名次段|语文|语文|语文|数学|数学|数学"_s,
-                          u"班级|名次段|人数|平均分|名次|人数|平均分|名次"_s,
-                          u"1班|前2|1|90|1|0||"_s,
-                          u"1班|后1|1|60|1|0||"_s,
-                          u"2班|前2|1|80|2|0||"_s,
-                          u"2班|后1|0|||0||"_s,
-                      }));
+    EXPECT_EQ(
+        rows(),
+        (QStringList{
+            u"各名次段均分|各名次段均分|各名次段均分|各名次段均分|各名次段均分|各名次段均分|各名次段均分|各名次段均分"_s,
+            u"班级|名次段|语文|语文|语文|数学|数学|数学"_s,
+            u"班级|名次段|人数|平均分|名次|人数|平均分|名次"_s,
+            u"1班|前2|1|90|1|0||"_s,
+            u"1班|后1|1|60|1|0||"_s,
+            u"2班|前2|1|80|2|0||"_s,
+            u"2班|后1|0|||0||"_s,
+        }));
     EXPECT_EQ(grid.FixedRows, 0);
     EXPECT_EQ(grid.mergeRows(), (std::set<int>{0, 1}));
     EXPECT_EQ(grid.mergeCols(), (std::set<int>{0, 1}));
@@ -193,6 +225,33 @@ TEST_F(RankBandAverages, LeaveAbsentStudentsOutOfTheAverageOfTheLast)
     run(u"-20"_s);
     // The count takes the absent student's rank of -1, the average leaves the score of -1 out.
     EXPECT_EQ(row(3).section(u'|', 0, 3), u"1班|后20|3|75"_s);
+}
+
+TEST_F(RankBandAverages, RanksNotYetComputedGiveZerosAndNoAverages)
+{
+    library.execute(u"update 成绩表 set 语文年名=null"_s);
+    run(u"2,-1"_s);
+    EXPECT_EQ(row(3).section(u'|', 0, 4), u"1班|前2|0||"_s);
+    EXPECT_EQ(row(6).section(u'|', 0, 4), u"2班|后1|0||"_s);
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
+TEST_F(RankBandAverages, EqualAveragesShareARank)
+{
+    library.execute(u"update 成绩表 set 语文=80 where 姓名='甲'"_s);
+    run(u"2"_s);
+    EXPECT_EQ(row(3).section(u'|', 0, 4), u"1班|前2|1|80|1"_s);
+    EXPECT_EQ(row(4).section(u'|', 0, 4), u"2班|前2|1|80|1"_s);
+}
+
+TEST_F(RankBandAverages, NameTheStreamWithTwoBlanks)
+{
+    addSecondStream();
+    run(u"文=1||理=1,2"_s);
+    EXPECT_EQ(grid.TextMatrix(0, 0), u"文科  各名次段均分"_s);
+    EXPECT_EQ(row(3).section(u'|', 0, 4), u"5班|前1|1|70|1"_s);
+    EXPECT_EQ(grid.TextMatrix(4, 0), u"理科  各名次段均分"_s);
+    EXPECT_EQ(grid.Rows(), 4 + 3 + 2 * 2);
 }
 
 TEST_F(RankBandAverages, BadMarkerGivesHeadingsAlone)

@@ -134,6 +134,32 @@ TEST_F(Rates, BadBandWithoutEarlierConditionsIsShownForEachSubject)
     EXPECT_EQ(library.dialogs.failures.size(), 7);
 }
 
+TEST_F(Rates, StudentWithoutAnotherSubjectCounts)
+{
+    library.execute(u"update 成绩表 set 语文=null where 姓名='甲'"_s);
+    run();
+    EXPECT_EQ(row(3), u"1班|1|33.33|2|66.67"_s);
+}
+
+TEST_F(Rates, BadBandIsShownOnceForEachExam)
+{
+    run();
+    addExam(u"期末"_s, 2);
+    library.reload();
+    exams = u"期中,期末"_s;
+    set(u"各科优秀率"_s, u"0.9"_s);
+    run(u"各科优秀率"_s);
+    EXPECT_EQ(library.dialogs.failures.size(), 2);
+    EXPECT_TRUE(library.dialogs.failures[0].endsWith(u" - Function MakeCXTJ/Mdl_MDB"_s));
+}
+
+TEST_F(Rates, ConditionsOfAnotherStreamAreNoneOfThisOne)
+{
+    addCondition(u"各科及格率"_s, u"文"_s, u"语文"_s, u"85"_s, u"100"_s);
+    run();
+    EXPECT_EQ(row(3), u"1班||||"_s);
+}
+
 TEST_F(Rates, ExamWithoutRowsGivesZeros)
 {
     exams = u"没有"_s;
@@ -159,14 +185,15 @@ protected:
 TEST_F(HighLowGroups, CountBothBandsAndNameTheStreamInEveryLibrary)
 {
     run();
-    EXPECT_EQ(rows(),
-              (QStringList{
-                  u"理科 高、低分段|理科 高、低分段|理科 高、低分段|理科 高、低分段|理科 高、低分段"_s,
-                  u"班级|语文|语文|数学|数学"_s,
-                  u"班级|高分段|低分段|高分段|低分段"_s,
-                  u"1班|1|1|0|2"_s,
-                  u"2班|0|0|1|0"_s,
-              }));
+    EXPECT_EQ(
+        rows(),
+        (QStringList{
+            u"理科 高、低分段|理科 高、低分段|理科 高、低分段|理科 高、低分段|理科 高、低分段"_s,
+            u"班级|语文|语文|数学|数学"_s,
+            u"班级|高分段|低分段|高分段|低分段"_s,
+            u"1班|1|1|0|2"_s,
+            u"2班|0|0|1|0"_s,
+        }));
     EXPECT_EQ(grid.FixedRows, 2);
     EXPECT_EQ(grid.mergeRows(), (std::set<int>{0, 1}));
     EXPECT_EQ(grid.ColWidth(0), 750);

@@ -18,20 +18,22 @@ protected:
 TEST_F(ScoreBands, StandInABlockForEachSubjectAndTotal)
 {
     run();
-    EXPECT_EQ(rows(), (QStringList{
-                          u"语文各分数段人数|语文各分数段人数|语文各分数段人数|语文各分数段人数|语文各分数段人数|语文各分数段人数"_s,
-                          u"班级|[0,20)|[20,40)|[40,60)|[60,80)|[80,100]"_s,
-                          u"1班|0|0|0|1|1"_s,
-                          u"2班|0|0|0|0|1"_s,
-                          u"数学各分数段人数|数学各分数段人数|数学各分数段人数|数学各分数段人数|数学各分数段人数|数学各分数段人数"_s,
-                          u"班级|[0,20)|[20,40)|[40,60)||"_s,
-                          u"1班|0|2|1||"_s,
-                          u"2班|0|0|1||"_s,
-                          u"总分各分数段人数|总分各分数段人数|总分各分数段人数|总分各分数段人数|总分各分数段人数|总分各分数段人数"_s,
-                          u"班级|[0,50)|[50,100)|[100,150]||"_s,
-                          u"1班|1|1|1||"_s,
-                          u"2班|0|0|1||"_s,
-                      }));
+    EXPECT_EQ(
+        rows(),
+        (QStringList{
+            u"语文各分数段人数|语文各分数段人数|语文各分数段人数|语文各分数段人数|语文各分数段人数|语文各分数段人数"_s,
+            u"班级|[0,20)|[20,40)|[40,60)|[60,80)|[80,100]"_s,
+            u"1班|0|0|0|1|1"_s,
+            u"2班|0|0|0|0|1"_s,
+            u"数学各分数段人数|数学各分数段人数|数学各分数段人数|数学各分数段人数|数学各分数段人数|数学各分数段人数"_s,
+            u"班级|[0,20)|[20,40)|[40,60)||"_s,
+            u"1班|0|2|1||"_s,
+            u"2班|0|0|1||"_s,
+            u"总分各分数段人数|总分各分数段人数|总分各分数段人数|总分各分数段人数|总分各分数段人数|总分各分数段人数"_s,
+            u"班级|[0,50)|[50,100)|[100,150]||"_s,
+            u"1班|1|1|1||"_s,
+            u"2班|0|0|1||"_s,
+        }));
     EXPECT_EQ(grid.mergeCols(), std::set<int>{0});
     EXPECT_EQ(grid.mergeRows(), (std::set<int>{0, 4, 8}));
     EXPECT_EQ(grid.ColWidth(0), 900);
@@ -46,6 +48,58 @@ TEST_F(ScoreBands, FullMarksFallIntoTheLastClosedBand)
     run();
     EXPECT_EQ(grid.TextMatrix(1, 12), u"[110,120]"_s);
     EXPECT_EQ(grid.TextMatrix(2, 12), u"1"_s);
+}
+
+TEST_F(ScoreBands, OfAHundredAndTwentyMarksByTenAreTwelve)
+{
+    library.execute(u"update 考试名称表 set 语文=120, 数学=null, 总分='语文'"_s);
+    set(u"各分数段人数"_s, u"单科10,总分10"_s);
+    run();
+    EXPECT_EQ(grid.Cols(), 13);
+}
+
+TEST_F(ScoreBands, ScoreAboveAnOpenLastBandIsLostWithoutAMessageToo)
+{
+    set(u"各分数段人数"_s, u"单科30,总分50"_s);
+    library.execute(u"update 成绩表 set 语文=125 where 姓名='甲'"_s);
+    run();
+    EXPECT_EQ(grid.TextMatrix(1, 4), u"[90,120)"_s);
+    EXPECT_EQ(row(2), u"1班|0|0|1|0"_s);
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
+TEST_F(ScoreBands, WidthThatIsFarTooSmallIsShownForEachItemAndTheOthersStand)
+{
+    set(u"各分数段人数"_s, u"单科0.0001,总分50"_s);
+    run();
+    EXPECT_EQ(row(1), u"班级|[0,50)|[50,100)|[100,150]"_s);
+    EXPECT_EQ(library.dialogs.failures.size(), 2);
+}
+
+TEST_F(ScoreBands, AskAboutSeveralExamsAndTakeTheLast)
+{
+    addExam(u"期末"_s, 2);
+    score(u"期末"_s, 1, 1, {50, 20, 70, 1});
+    library.reload();
+    exams = u"期中,期末"_s;
+    grid.setTextMatrix(0, 0, u"早先"_s);
+    library.dialogs.expect(u"只对期末  进行统计"_s, runtime::Answer::Cancel);
+    run();
+    EXPECT_EQ(grid.TextMatrix(0, 0), u"早先"_s);
+    exams = u"期中,期末"_s;
+    library.dialogs.expect(u"只对期末  进行统计"_s, runtime::Answer::Ok);
+    run();
+    EXPECT_EQ(exams, u"期末"_s);
+    EXPECT_EQ(row(2), u"1班|0|0|1|0|0"_s);
+}
+
+TEST_F(ScoreBands, TotalIsWhatEndsInTheWordForIt)
+{
+    set(u"各分数段人数"_s, u"单科50,总分150"_s);
+    run();
+    const int totalBlock = 8;
+    EXPECT_EQ(grid.TextMatrix(totalBlock + 1, 1), u"[0,150]"_s);
+    EXPECT_EQ(grid.TextMatrix(1, 2), u"[50,100]"_s);
 }
 
 TEST_F(ScoreBands, LastBandStaysOpenWhereTheDivisionIsNotExact)
@@ -161,14 +215,33 @@ TEST_F(TotalLines, SeveralExamsStandTogetherWithinAClass)
     EXPECT_EQ(grid.mergeCols(), (std::set<int>{0, 1}));
 }
 
+TEST_F(TotalLines, AbsentTotalReachesNoLine)
+{
+    library.execute(u"update 成绩表 set 总分=-1 where 姓名='丙'"_s);
+    set(u"总分上线人数"_s, u"0"_s);
+    run();
+    EXPECT_EQ(row(2), u"1班|2"_s);
+}
+
+TEST_F(TotalLines, WithoutLinesTheColumnOfExamsAndTheFirstDataColumnStand)
+{
+    addExam(u"期末"_s, 2);
+    library.reload();
+    set(u"总分上线人数"_s, u""_s);
+    exams = u"期中,期末"_s;
+    run();
+    EXPECT_EQ(rows().mid(1, 3), (QStringList{u"班级|考试名称|"_s, u"1班|期中|"_s, u"1班|期末|"_s}));
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
 TEST_F(TotalLines, BadMarkerLeavesClassesAlone)
 {
     set(u"总分上线人数"_s, u"文=500,理=520"_s);
     run();
-    EXPECT_EQ(rows(), (QStringList{u"总分上线人数|总分上线人数"_s, u"班级|"_s, u"1班|"_s, u"2班|"_s}));
+    EXPECT_EQ(rows(),
+              (QStringList{u"总分上线人数|总分上线人数"_s, u"班级|"_s, u"1班|"_s, u"2班|"_s}));
     EXPECT_EQ(library.dialogs.shown,
-              QStringList{
-                  u"总分上线人数   条件设置不正确！缺少分隔符  ||  \n文=500,理=520"_s});
+              QStringList{u"总分上线人数   条件设置不正确！缺少分隔符  ||  \n文=500,理=520"_s});
 }
 
 TEST_F(TotalLines, StreamWithoutLinesKeepsTheWidth)

@@ -61,6 +61,55 @@ TEST_F(SubjectAggregates, HighestAndLowestWidenWithTheTeachersToo)
     EXPECT_EQ(row(1), u"班级|语文|数学"_s);
 }
 
+TEST_F(SubjectAggregates, TeachersOfHighestAndLowestAreNoSettingOfTheirOwn)
+{
+    set(u"各科最高分"_s, u"使用教师名单"_s);
+    set(u"各科最低分"_s, u"使用教师名单"_s);
+    TJGKZGF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(grid.Cols(), 3);
+    TJGKZDF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(grid.Cols(), 3);
+}
+
+TEST_F(SubjectAggregates, SeveralExamsWithTeachersKeepTheirColumns)
+{
+    addExam(u"期末"_s, 2);
+    score(u"期末"_s, 1, 1, {95, 45, 140, 1});
+    library.reload();
+    listTeachers();
+    exams = u"期中,期末"_s;
+    TJGKPJF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(row(1), u"|考试名称|语文|语文|教师|数学|数学|教师"_s);
+    EXPECT_EQ(row(3), u"1班|期中|49.67|2|王老师|30|2|"_s);
+    EXPECT_EQ(row(4), u"1班|期末|95|1||45|1|"_s);
+    TJGKZDF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(row(1), u"班级|考试名称|语文|||数学||"_s);
+    EXPECT_EQ(grid.mergeCols(), (std::set<int>{0, 1}));
+    TJGKBZC(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(row(1), u"班级|考试名称|语文|数学"_s);
+}
+
+TEST_F(SubjectAggregates, SpareEntryOfTheRankingStandsAheadOfNegativeAverages)
+{
+    library.execute(u"update 成绩表 set 语文=-1"_s);
+    TJGKPJF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(row(3), u"1班|-1|2|30|2"_s);
+    EXPECT_EQ(row(4), u"2班|-1|2|50|1"_s);
+}
+
+TEST_F(SubjectAggregates, AbsentStudentsAreInAverageAndHighestAndNotInLowestAndDeviation)
+{
+    library.execute(u"update 成绩表 set 语文=-1 where 姓名='乙'"_s);
+    TJGKPJF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(grid.TextMatrix(3, 1), u"29.33"_s);
+    TJGKZGF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(grid.TextMatrix(2, 1), u"90"_s);
+    TJGKZDF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(grid.TextMatrix(2, 1), u"90"_s);
+    TJGKBZC(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(grid.TextMatrix(2, 1), QString());
+}
+
 TEST_F(SubjectAggregates, HighestHasItsClassHeadingInTheTitleRow)
 {
     TJGKZGF(context, exams, grid, Transfer::GridOnly);

@@ -1,6 +1,7 @@
 #include "workbench/StatisticsRun.h"
 
 #include "WorkbenchFixture.h"
+#include "platform/runtime/Error.h"
 
 namespace {
 
@@ -35,9 +36,8 @@ TEST_F(StatisticsRun, AsksForAnExamThenForAnItem)
     EXPECT_FALSE(run(u"考试人数"_s));
     select(selection.ListKSMC, {u"期中"_s});
     EXPECT_FALSE(run(u"请选择要统计的项目"_s));
-    EXPECT_EQ(library.dialogs.shown,
-              (QStringList{u"没有选择考试，请选择考试继续。"_s,
-                           u"没有选择统计项目，请选择统计项目 后继续。"_s}));
+    EXPECT_EQ(library.dialogs.shown, (QStringList{u"没有选择考试，请选择考试继续。"_s,
+                                                  u"没有选择统计项目，请选择统计项目 后继续。"_s}));
 }
 
 TEST_F(StatisticsRun, EveryItemOfTheMenuGivesItsReport)
@@ -97,6 +97,51 @@ TEST_F(StatisticsRun, ClassSelectionPlaysNoPartAndCategoriesDo)
     EXPECT_EQ(grid.TextMatrix(6, 1), u"1/0/1"_s);
 }
 
+TEST_F(StatisticsRun, EveryRateReadsTheSettingOfTheExcellentOne)
+{
+    library.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 0}});
+    select(selection.ListKSMC, {u"期中"_s});
+    run(u"各科优秀率"_s);
+    const QString excellent = grid::gridText(grid);
+    for (const QString& item : {u"各科良好率"_s, u"各科及格率"_s, u"各科差生率"_s}) {
+        run(item);
+        EXPECT_EQ(grid::gridText(grid), excellent) << item.toStdString();
+    }
+}
+
+TEST_F(StatisticsRun, ExamsGoToTheReportInTheOrderOfTheList)
+{
+    select(selection.ListKSMC, {u"期末"_s, u"期中"_s});
+    run(u"历次总分上线人数"_s);
+    EXPECT_EQ(grid.TextMatrix(2, 1), u"期中"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 1), u"期末"_s);
+    library.dialogs.expect(u"只对期末  进行统计"_s, runtime::Answer::Cancel);
+    run(u"考试人数"_s);
+}
+
+TEST_F(StatisticsRun, GridIsShownWhateverTheItemWas)
+{
+    select(selection.ListKSMC, {u"期中"_s});
+    for (const QString& item : {u"考试人数"_s, u"别的"_s}) {
+        grid.Visible = false;
+        run(item);
+        EXPECT_TRUE(grid.Visible);
+    }
+    grid.Visible = false;
+    run(u"请选择要统计的项目"_s);
+    EXPECT_FALSE(grid.Visible);
+}
+
+TEST_F(StatisticsRun, FiguresAreThoseOfTheMomentOfEachRun)
+{
+    select(selection.ListKSMC, {u"期中"_s});
+    run(u"考试人数"_s);
+    EXPECT_EQ(grid.TextMatrix(6, 1), u"0/0/0"_s);
+    library.addScores(u"期中"_s, 3, 1, {{u"语文"_s, 60}});
+    run(u"考试人数"_s);
+    EXPECT_EQ(grid.TextMatrix(6, 1), u"1/0/1"_s);
+}
+
 TEST_F(StatisticsRun, AnalysisRefusesSeveralExams)
 {
     select(selection.ListKSMC, {u"期中"_s, u"期末"_s});
@@ -114,6 +159,16 @@ TEST_F(StatisticsRun, AnalysisTakesTheCurrentExamSelectedOrNot)
     EXPECT_EQ(application.Workbooks().Item(1).Worksheets().Item(1).Name(),
               u"期末原始分和名次(文)"_s);
     EXPECT_EQ(library.dialogs.shown, QStringList{u"综合分析完毕！"_s});
+}
+
+TEST_F(StatisticsRun, AnAnalysisWithoutASpreadsheetIsTold)
+{
+    select(selection.ListKSMC, {u"期中"_s});
+    Command2_Click(
+        selection, context,
+        []() -> excel::Application& { throw runtime::Error(u"没有电子表格。"_s); }, progress);
+    EXPECT_EQ(library.dialogs.failures,
+              QStringList{u"没有电子表格。 - Private Sub Command2_Click/FormKaoShi"_s});
 }
 
 } // namespace

@@ -49,12 +49,27 @@ void FormNew::build()
     layout->addWidget(label(u"Label1"_s, u"请为新成绩库选择科目"_s, List1, this), 0, 0, 1, 3);
     layout->addWidget(List1, 1, 0, 1, 3);
     layout->addWidget(Label2, 2, 0, 1, 3);
-    layout->addWidget(label(u"LabelFormula"_s, u"总分公式(&F)"_s, Text1, this), 3, 0);
-    layout->addWidget(Text1, 3, 1, 1, 2);
-    layout->addWidget(Command3, 4, 0);
-    layout->addWidget(Command1, 4, 1);
-    layout->addWidget(Command2, 4, 2);
-    resize(fontMetrics().averageCharWidth() * 60, fontMetrics().lineSpacing() * 26);
+    List2 = addFormulaList(u"List2"_s, u"总分(&Z)"_s, layout, 0);
+    List3 = addFormulaList(u"List3"_s, u"公式(&G)"_s, layout, 1);
+    layout->addWidget(label(u"LabelFormula"_s, u"总分公式(&F)"_s, Text1, this), 5, 0);
+    layout->addWidget(Text1, 5, 1, 1, 2);
+    layout->addWidget(Command3, 6, 0);
+    layout->addWidget(Command1, 6, 1);
+    layout->addWidget(Command2, 6, 2);
+    layout->setRowStretch(1, 1);
+    resize(fontMetrics().averageCharWidth() * 60, fontMetrics().lineSpacing() * 32);
+}
+
+/// A low list of what the formula file holds; the formulas are wider than the totals.
+QListWidget* FormNew::addFormulaList(const QString& name, const QString& caption,
+                                     QGridLayout* layout, int column)
+{
+    auto* list = named(new QListWidget(this), name, {});
+    list->setMaximumHeight(fontMetrics().lineSpacing() * 6);
+    const int columns = column == 0 ? 1 : 2;
+    layout->addWidget(label(u"Label"_s + name, caption, list, this), 3, column, 1, columns);
+    layout->addWidget(list, 4, column, 1, columns);
+    return list;
 }
 
 void FormNew::init()
@@ -62,6 +77,10 @@ void FormNew::init()
     m_newLibrary.init();
     List1->clear();
     List1->addItems(m_newLibrary.lists.subjects);
+    List2->clear();
+    List2->addItems(m_newLibrary.lists.totals);
+    List3->clear();
+    List3->addItems(m_newLibrary.lists.formulas);
     Text1->clear();
 }
 

@@ -4,6 +4,7 @@
 #include "platform/runtime/ui/Screen.h"
 #include "platform/runtime/ui/ScreenDialogs.h"
 
+class QGridLayout;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
@@ -24,6 +25,8 @@ Q_SIGNALS:
 
 private:
     void build();
+    QListWidget* addFormulaList(const QString& name, const QString& caption, QGridLayout* layout,
+                                int column);
     void init();
     void List1_Click();
     void Command1_Click();
@@ -34,6 +37,8 @@ private:
     ScoreLibrary& m_library;
     runtime::ScreenDialogs& m_dialogs;
     QListWidget* List1 = nullptr;
+    QListWidget* List2 = nullptr;
+    QListWidget* List3 = nullptr;
     QLineEdit* Text1 = nullptr;
     QPushButton* Command1 = nullptr;
     QPushButton* Command2 = nullptr;

@@ -1,7 +1,9 @@
 #include "library/ui/FormXiuGaiKeMu.h"
 
+#include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -20,7 +22,15 @@ FormXiuGaiKeMu::FormXiuGaiKeMu(const runtime::AppPaths& paths, QWidget* parent)
 {
     auto* frame = new QGroupBox(u"直接输入科目名称，一行一个科目，忽略空行"_s, this);
     Text2 = named(new QPlainTextEdit(frame), u"Text2"_s, u"科目名称，一行一个科目"_s);
+    Text2->setTabChangesFocus(true);
     (new QVBoxLayout(frame))->addWidget(Text2);
+    List1 = named(new QListWidget(this), u"List1"_s, u"原有科目"_s);
+    auto* lists = new QGridLayout;
+    lists->addWidget(frame, 0, 0, 2, 1);
+    lists->addWidget(runtime::label(u"LabelList1"_s, u"原有科目(&K)"_s, List1, this), 0, 1);
+    lists->addWidget(List1, 1, 1);
+    lists->setColumnStretch(0, 2);
+    lists->setColumnStretch(1, 1);
     QPushButton* Command1 = button(u"Command1"_s, u"确定(&O)"_s, this);
     QPushButton* Command2 = button(u"Command2"_s, u"取消(&C)"_s, this);
     auto* buttons = new QHBoxLayout;
@@ -28,7 +38,7 @@ FormXiuGaiKeMu::FormXiuGaiKeMu(const runtime::AppPaths& paths, QWidget* parent)
     buttons->addWidget(Command1);
     buttons->addWidget(Command2);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(frame);
+    layout->addLayout(lists);
     layout->addLayout(buttons);
     connect(Command1, &QPushButton::clicked, this, &FormXiuGaiKeMu::Command1_Click);
     connect(Command2, &QPushButton::clicked, this, &QDialog::close);
@@ -39,6 +49,7 @@ void FormXiuGaiKeMu::Form_Load()
 {
     QStringList lines;
     runtime::ReadTxtSet(m_paths.dataFile(u"科目.txt"_s), lines);
+    List1->addItems(lines);
     QString text;
     for (const QString& line : std::as_const(lines))
         text += line + u'\n';

@@ -3,6 +3,7 @@
 #include "platform/runtime/AppPaths.h"
 #include "platform/runtime/ui/Screen.h"
 
+class QListWidget;
 class QPlainTextEdit;
 
 namespace library {
@@ -20,6 +21,7 @@ private:
     void Command1_Click();
 
     const runtime::AppPaths& m_paths;
+    QListWidget* List1 = nullptr;
     QPlainTextEdit* Text2 = nullptr;
 };
 

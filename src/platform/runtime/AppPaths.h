@@ -11,7 +11,8 @@ public:
     /// `AppPath` is the program's folder if its data/ can be written (portable use, build tree),
     /// otherwise the user's data folder, which is filled with the shipped defaults first and shows
     /// the shipped documents. What is shipped stands in the program's folder, or for installed
-    /// programs in ../share/yunshan/. `programFolder` is the folder of the executable. Throws Error if no data folder can be made.
+    /// programs in ../share/yunshan/. `programFolder` is the folder of the executable. Throws Error
+    /// if no data folder can be made.
     static AppPaths locate(const QString& programFolder);
 
     /// `appPath` for both the shipped and the written files; used by tests.

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QSettings>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -311,7 +312,8 @@ void AFormMain::restoreLayout()
     const bool known = restoreGeometry(settings.value(u"geometry"_s).toByteArray())
                        && restoreState(settings.value(u"panels"_s).toByteArray());
     if (!known)
-        resize(fontMetrics().averageCharWidth() * 180, fontMetrics().lineSpacing() * 50);
+        resize(QSize(fontMetrics().averageCharWidth() * 180, fontMetrics().lineSpacing() * 50)
+                   .boundedTo(screen()->availableSize()));
 }
 
 void AFormMain::closeEvent(QCloseEvent* event)

@@ -1,37 +1,15 @@
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <random>
 
 #include "JetFile.h"
+#include "support/OrdinaryUser.h"
 
 namespace jet {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-/// The rights of an ordinary user, for tests that are run by root, whom no file mode binds.
-class OrdinaryUser
-{
-public:
-    OrdinaryUser()
-    {
-        if (m_wasRoot) {
-            EXPECT_EQ(seteuid(65534), 0);
-        }
-    }
-    ~OrdinaryUser()
-    {
-        if (m_wasRoot) {
-            EXPECT_EQ(seteuid(0), 0);
-        }
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-private:
-    const bool m_wasRoot = geteuid() == 0;
-};
+using support::OrdinaryUser;
 
 class Files : public testing::Test
 {

@@ -105,8 +105,8 @@ TEST_F(AppFolders, AnInstalledProgramTouchesNothingOfWhatIsInstalled)
     ship();
     AppPaths::locate(folder.filePath(u"bin"_s));
     EXPECT_TRUE(QDir(folder.filePath(u"bin"_s)).isEmpty());
-    EXPECT_EQ(QDir(folder.filePath(u"share/yunshan"_s)).entryList(QDir::AllEntries
-                                                                  | QDir::NoDotAndDotDot),
+    EXPECT_EQ(QDir(folder.filePath(u"share/yunshan"_s))
+                  .entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               QStringList{u"data"_s});
     EXPECT_EQ(read(folder.filePath(u"share/yunshan/data/满分.txt"_s)), "语文=150\n");
 }

@@ -1,0 +1,335 @@
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QRegularExpression>
+
+#include "gui/Gallery.h"
+#include "platform/grid/ui/FlexGridView.h"
+#include "shell/ui/MainMenu.h"
+#include "support/PrintQString.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// "导入(&I)" without its access key.
+QString withoutKey(const QString& caption)
+{
+    static const QRegularExpression key(u"\\(&.\\)"_s);
+    return QString(caption).remove(key);
+}
+
+/// A control as it is named by the design.
+struct Control
+{
+    const char* kind;
+    const char16_t* name;
+    const char16_t* caption = u"";
+    const char16_t* tip = u"";
+};
+
+constexpr const char* Grid = "grid::FlexGridView";
+constexpr const char* Editor = "QLineEdit";
+constexpr const char* Memo = "QPlainTextEdit";
+constexpr const char* List = "QListWidget";
+constexpr const char* Combo = "QComboBox";
+constexpr const char* Push = "QPushButton";
+constexpr const char* Check = "QCheckBox";
+constexpr const char* Option = "QRadioButton";
+constexpr const char* Label = "QLabel";
+constexpr const char* Panel = "QWidget";
+
+const char16_t* const multiSelect = u"按下Ctrl键或Shift键可多选";
+
+struct Window
+{
+    const char16_t* name;
+    const char16_t* title;
+    std::vector<Control> controls;
+};
+
+const std::vector<Window> windows{
+    {u"AFormMain", nullptr, {{Grid, u"MSFlexGrid1"}}},
+    {u"Panel",
+     u"基本信息",
+     {{Label, u"Label1_ListKSMC", u"考试名称"},
+      {Label, u"Label1_ListFW", u"班级"},
+      {Label, u"Label1_ListLB", u"类别代码"},
+      {Label, u"Label1_ListXM", u"显示项目"},
+      {Label, u"Label1_Combo1_0", u"排序方式"},
+      {List, u"ListKSMC", u"", multiSelect},
+      {Push, u"CommandUP", u"↑", u"上移考试"},
+      {Push, u"CommandDown", u"↓", u"下移考试"},
+      {Push, u"Command1", u"保存"},
+      {Option, u"OptionButton1_0", u"全"},
+      {Option, u"OptionButton1_1", u"文"},
+      {Option, u"OptionButton1_2", u"理"},
+      {List, u"ListFW", u"", multiSelect},
+      {List, u"ListLB", u"", multiSelect},
+      {List, u"ListXM"},
+      {Combo, u"Combo1_0"},
+      {Combo, u"Combo1_1"},
+      {Combo, u"Combo1_2"},
+      {Combo, u"Combo1_3"},
+      {Combo, u"Combo2_0"},
+      {Combo, u"Combo2_1"},
+      {Combo, u"Combo2_2"},
+      {Combo, u"Combo2_3"},
+      {Combo, u"Combo3"},
+      {Push, u"CommandZXTJ", u"执行统计", u"对选中的考试执行指定统计"},
+      {Push, u"CommandZHFX", u"综合分析",
+       u"对选中考试进行综合分析，时间较长，切记不要操作打开的Excel表格。"},
+      {Push, u"CommandJSZF", u"计算总分",
+       u"计算选中考试总分和各科的年级和班级名次，时间长短和人数有关。"},
+      {Push, u"CommandLLCJ", u"浏览成绩", u"按上面设定的条件浏览成绩"},
+      {Push, u"CommandZDYXS", u"自定义显示"},
+      {Push, u"CommandDRKS", u"导入考试", u"导入考试成绩到数据中"},
+      {Check, u"CheckMin", u"查询后最小化"},
+      {Memo, u"Text1", u"", u"SQL语句，可直接输入后点击[浏览成绩]执行查询 \n"},
+      {Panel, u"Picture1"},
+      {Label, u"LabelXX"}}},
+    {u"FormNew",
+     u"新建成绩库",
+     {{List, u"List1", u"", multiSelect},
+      {List, u"List2"},
+      {List, u"List3"},
+      {Editor, u"Text1"},
+      {Label, u"LabelFormula", u"总分公式"},
+      {Push, u"Command1", u"确定"},
+      {Push, u"Command2", u"取消"},
+      {Push, u"Command3", u"修改科目"},
+      {Label, u"Label1", u"请为新成绩库选择科目"},
+      {Label, u"Label2", u"其中末尾含[总分]表示需要设置相应公式计算生成"}}},
+    {u"FormXiuGaiKeMu",
+     u"修改科目",
+     {{List, u"List1"},
+      {Memo, u"Text2"},
+      {Push, u"Command1", u"确定"},
+      {Push, u"Command2", u"取消"}}},
+    {u"FormZFGS",
+     u"总分公式",
+     {{List, u"List1"},
+      {List, u"List2"},
+      {List, u"List3"},
+      {Editor, u"Text1"},
+      {Label, u"LabelHintList1", multiSelect},
+      {Label, u"LabelHintList3", multiSelect},
+      {Push, u"Command1", u"确定"},
+      {Push, u"Command2", u"退出"},
+      {Push, u"Command3", u"重算总分"}}},
+    {u"FormDaoRu",
+     u"导入考试成绩",
+     {{Editor, u"Text1"},
+      {Push, u"Command3", u"浏览"},
+      {Combo, u"Combo1"},
+      {Push, u"Command1", u"导入"},
+      {Push, u"Command2", u"退出"},
+      {Label, u"Label1", u"1.打开要导入考试成绩的Excel文件"},
+      {Label, u"Label2", u"2.设置要导入考试成绩的数据表"},
+      {Label, u"Label3", u"3.设置考试的短名称（如高一下末，最好4个字）"},
+      {Label, u"Label5", u"4.设置考试的名称"},
+      {Label, u"Label4"},
+      {Combo, u"Combo2"},
+      {Editor, u"Text2"},
+      {Check, u"CheckAdd", u"自动添加新名单"},
+      {Check, u"CheckBox1", u"导入后计算总分",
+       u"计算考试总分和各科的年级和班级名次，时间长短和人数有关。"},
+      {Label, u"Label6",
+       u"成绩的填写规则：\n成绩仅允许汉字：[缺考]和[作弊],不含方括号\n"
+       "      [缺考]不参与单科统计， [作弊]记为0分，参与单科统计"}}},
+    {u"FormDaoRuXinXi",
+     u"导入学生信息",
+     {{Editor, u"Text1"},
+      {Push, u"Command3", u"浏览"},
+      {Combo, u"Combo1"},
+      {Push, u"Command1", u"导入"},
+      {Push, u"Command2", u"退出"},
+      {Label, u"Label1", u"1.打开要导入信息的Excel文件"},
+      {Label, u"Label2", u"2.选择导入信息所在的数据表"},
+      {Label, u"Label3",
+       u"数据表前3列必须为：班级、学号、姓名\n其余项目可为下列中的一个或多个:"
+       "类别代码、类别、科类、性别、照片名、出生时间、入学时间、学籍号、原毕业学校、身份证、"
+       "民族、籍贯、备注"},
+      {Label, u"Label4"}}},
+    {u"FormShuRuMF",
+     u"输入各科满分",
+     {{Grid, u"MSFlexGrid1"},
+      {Editor, u"Text1"},
+      {Push, u"Command1", u"确定"},
+      {Push, u"Command2", u"设为默认"},
+      {Label, u"Label1", u"文科：期中"}}},
+    {u"Formgf",
+     u"修改错误成绩",
+     {{Grid, u"MSFlexGrid1"},
+      {Editor, u"Text1"},
+      {Push, u"Command1", u"取消"},
+      {Push, u"Command2", u"修改完毕"},
+      {Label, u"Label1", u"共发现 1 处成绩有问题！"},
+      {Label, u"Label2", u"点击相应成绩输入新成绩,回车确认"}}},
+    {u"FormZDYXS",
+     u"自定义显示  T分",
+     {{Grid, u"MSFlexGrid1"},
+      {Panel, u"Picture1"},
+      {Combo, u"ComboKL"},
+      {Label, u"Label1", u"科类"},
+      {Push, u"CommandUP", u"↑", u"上移"},
+      {Push, u"CommandDown", u"↓", u"下移"},
+      {Push, u"Command1", u"确定"},
+      {Push, u"Command2", u"取消"}}},
+    {u"frmAbout", u"关于软件", {}},
+};
+
+QString captionOf(const QWidget* widget)
+{
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+        return withoutKey(button->text());
+    if (const auto* label = qobject_cast<const QLabel*>(widget))
+        return withoutKey(label->text());
+    return {};
+}
+
+void checkControl(const QWidget& window, const Control& expected)
+{
+    const QString name = QString::fromUtf16(expected.name);
+    SCOPED_TRACE(name.toStdString());
+    const auto* widget = window.findChild<QWidget*>(name);
+    ASSERT_NE(widget, nullptr);
+    EXPECT_TRUE(widget->inherits(expected.kind)) << widget->metaObject()->className();
+    EXPECT_EQ(captionOf(widget), QString::fromUtf16(expected.caption));
+    EXPECT_EQ(widget->toolTip(), QString::fromUtf16(expected.tip));
+    EXPECT_EQ(window.findChildren<QWidget*>(name).size(), 1) << "the name is given once";
+}
+
+class ControlTables : public support::Gallery
+{
+};
+
+TEST_F(ControlTables, EveryControlHasItsNameCaptionAndTip)
+{
+    for (const Window& expected : windows) {
+        const QString name = QString::fromUtf16(expected.name);
+        SCOPED_TRACE(name.toStdString());
+        const QWidget& window = open(name);
+        EXPECT_EQ(window.objectName(), name);
+        if (expected.title) {
+            EXPECT_EQ(window.windowTitle(), QString::fromUtf16(expected.title));
+        }
+        for (const Control& control : expected.controls)
+            checkControl(window, control);
+    }
+}
+
+TEST_F(ControlTables, TheListOfSubjectsHasItsCaptionAtTheFrame)
+{
+    EXPECT_EQ(open(u"FormXiuGaiKeMu"_s).findChild<QGroupBox*>()->title(),
+              u"直接输入科目名称，一行一个科目，忽略空行"_s);
+}
+
+QStringList itemsOf(const QWidget& window, const QString& name)
+{
+    QStringList items;
+    const auto* combo = window.findChild<QComboBox*>(name);
+    for (int i = 0; combo && i < combo->count(); ++i)
+        items.append(combo->itemText(i));
+    const auto* list = window.findChild<QListWidget*>(name);
+    for (int i = 0; list && i < list->count(); ++i)
+        items.append(list->item(i)->text());
+    return items;
+}
+
+TEST_F(ControlTables, TheWorkbenchBeginsWithItsPrompts)
+{
+    const QWidget& window = open(u"Panel"_s);
+    EXPECT_EQ(itemsOf(window, u"ListXM"_s), (QStringList{u"原始分和名次"_s, u"Z分"_s, u"T分"_s}));
+    for (int i = 0; i < 4; ++i) {
+        const auto* key = window.findChild<QComboBox*>(u"Combo1_%1"_s.arg(i));
+        EXPECT_EQ(key->currentIndex(), -1);
+        EXPECT_EQ(key->placeholderText(), u"请选择项目"_s);
+        const QString direction = u"Combo2_%1"_s.arg(i);
+        EXPECT_EQ(itemsOf(window, direction), (QStringList{u"升序"_s, u"降序"_s}));
+        EXPECT_EQ(window.findChild<QComboBox*>(direction)->currentIndex(), 0);
+    }
+    const auto* items = window.findChild<QComboBox*>(u"Combo3"_s);
+    EXPECT_EQ(items->currentIndex(), -1);
+    EXPECT_EQ(items->placeholderText(), u"请选择要统计的项目"_s);
+    EXPECT_EQ(items->itemText(0), u"高分段、低分段"_s);
+}
+
+TEST_F(ControlTables, TheListsOfANewLibraryRunInStep)
+{
+    const QWidget& window = open(u"FormNew"_s);
+    const QStringList totals = itemsOf(window, u"List2"_s);
+    EXPECT_FALSE(totals.isEmpty());
+    EXPECT_EQ(itemsOf(window, u"List3"_s).size(), totals.size());
+    const QStringList subjects = itemsOf(window, u"List1"_s);
+    EXPECT_EQ(itemsOf(open(u"FormXiuGaiKeMu"_s), u"List1"_s), subjects);
+}
+
+TEST_F(ControlTables, TheGridsHaveTheirHeadings)
+{
+    for (const auto& [name, headings] :
+         {std::pair{u"FormShuRuMF"_s, u"科目|满分"_s}, {u"FormZDYXS"_s, u"项目名称|显示"_s}}) {
+        const auto& grid = open(name).findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s)->grid();
+        ASSERT_EQ(grid.Cols(), 2);
+        EXPECT_EQ(grid.TextMatrix(0, 0) + u'|' + grid.TextMatrix(0, 1), headings);
+    }
+}
+
+/// The items of a menu as "name caption", with its separators.
+QStringList itemsOf(const QMenu* menu)
+{
+    QStringList items;
+    for (const QAction* action : menu->actions())
+        items.append(action->isSeparator()
+                         ? u"-"_s
+                         : action->objectName() + u' ' + withoutKey(action->text()));
+    return items;
+}
+
+TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
+{
+    QMenuBar bar;
+    const shell::MainMenu menu(&bar);
+    QStringList top;
+    for (const QAction* action : bar.actions()) {
+        const QObject* item = action->menu() ? static_cast<const QObject*>(action->menu()) : action;
+        top.append(item->objectName() + u' ' + withoutKey(action->text()));
+    }
+    EXPECT_EQ(top.join(u'|'), u"mF 文件|Medit 考试维护|mSJWH 数据维护|mSJCL 数据处理|Hzt 帮助|"
+                              "Habout 关于软件|mUpdate 软件升级"_s);
+    const QMap<QString, QString> expected{
+        {u"mF"_s, u"mfNew 新建成绩库|mfOpen 打开成绩库|-|mDelKM 删除科目|mfSaveAs 压缩数据库|-|"
+                  "mfREC0 (最近打开的文件)|mfREC1 2|mfREC2 3|mfREC3 4|mfREC4 5|mfREC5 6|-|"
+                  "Mfexit 退出"_s},
+        {u"Medit"_s, u"meLook 浏览考试|-|meDRKS 导入考试|-|meJCCJ 检查成绩|meXGCJ 修改成绩|-|"
+                     "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试"_s},
+        {u"mSJWH"_s, u"meDRLB 导入信息|meXXXG 修改信息|-|meSZTP 设置图片|meJCTP 检查图片|-|"
+                     "meJSMD 教师名单|meZFGS 总分设置|-|mtSZWL 设置文理|mtSJFB 重新分班|"
+                     "mtZB 个别转班"_s},
+        {u"mSJCL"_s, u"mSHowInfo 显示基本信息|-|mFXSZ 分析设置|-|msGRFX 个人分析|mZHFX 综合分析|-|"
+                     "mtEXCEL 导出到Excel"_s}};
+    for (auto it = expected.begin(); it != expected.end(); ++it)
+        EXPECT_EQ(itemsOf(menu.menu(it.key())).join(u'|'), it.value());
+}
+
+TEST_F(ControlTables, TheImportsSayWhatStandsInTheFirstField)
+{
+    for (const QString& name : {u"FormDaoRu"_s, u"FormDaoRuXinXi"_s}) {
+        const auto* path = open(name).findChild<QLineEdit*>(u"Text1"_s);
+        EXPECT_EQ(path->placeholderText(), u"Excel文件路径名"_s);
+        EXPECT_EQ(path->accessibleName(), u"Excel文件路径名"_s);
+    }
+}
+
+TEST_F(ControlTables, TheGridHasItsMenu)
+{
+    EXPECT_EQ(itemsOf(open(u"AFormMain"_s).findChild<QMenu*>(u"mTC"_s)),
+              QStringList{u"mMfgToXls 导出到Excel"_s});
+}
+
+} // namespace

@@ -1,0 +1,214 @@
+#include "gui/Gallery.h"
+
+#include <algorithm>
+
+#include <QDockWidget>
+#include <QPushButton>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTest>
+
+#include "configuration/ui/FormZDYXS.h"
+#include "import/ui/FormDaoRu.h"
+#include "import/ui/FormDaoRuXinXi.h"
+#include "import/ui/FormShuRuMF.h"
+#include "import/ui/Formgf.h"
+#include "library/ui/FormNew.h"
+#include "library/ui/FormXiuGaiKeMu.h"
+#include "platform/excel/ui/WorkbookWindow.h"
+#include "scoring/ui/FormZFGS.h"
+#include "shell/ui/AFormMain.h"
+#include "shell/ui/frmAbout.h"
+
+namespace support {
+
+using namespace Qt::StringLiterals;
+
+const Gallery::Entry Gallery::entries[] = {
+    {u"AFormMain", &Gallery::mainWindow},
+    {u"AFormMain without its panel", &Gallery::mainWindowWithoutPanel},
+    {u"Panel", &Gallery::floatingPanel},
+    {u"WorkbookWindow", &Gallery::workbook},
+    {u"FormNew", &Gallery::newLibrary},
+    {u"FormXiuGaiKeMu", &Gallery::subjects},
+    {u"FormDaoRu", &Gallery::examImport},
+    {u"FormDaoRuXinXi", &Gallery::studentImport},
+    {u"FormShuRuMF", &Gallery::fullMarks},
+    {u"Formgf", &Gallery::errorList},
+    {u"FormZFGS", &Gallery::formulas},
+    {u"FormZDYXS", &Gallery::customDisplay},
+    {u"frmAbout", &Gallery::about},
+    {u"ProgressWindow", &Gallery::progress},
+};
+
+Gallery::Gallery()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QSettings().clear();
+    addExam();
+    addErrors();
+}
+
+Gallery::~Gallery()
+{
+    closeAll();
+}
+
+QStringList Gallery::names()
+{
+    QStringList all;
+    for (const Entry& entry : entries)
+        all.append(QString::fromUtf16(entry.name));
+    return all;
+}
+
+QStringList Gallery::screenNames()
+{
+    return names().mid(4);
+}
+
+QWidget& Gallery::open(const QString& name)
+{
+    closeAll();
+    const auto* const entry =
+        std::find_if(std::begin(entries), std::end(entries),
+                     [&](const Entry& e) { return name == QString::fromUtf16(e.name); });
+    QWidget* const window = (this->*entry->make)();
+    window->show();
+    window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window)) << name.toStdString();
+    return *window;
+}
+
+void Gallery::closeAll()
+{
+    m_progress.reset();
+    m_window.reset();
+}
+
+void Gallery::addExam()
+{
+    library.addStudent(1, 1, u"王芳"_s, u"文"_s);
+    library.addStudent(2, 1, u"陈静"_s, u"理"_s);
+    for (const QString& stream : {u"文"_s, u"理"_s})
+        library.addExam(u"期中"_s, stream, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
+    library.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
+    library.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 80}});
+    library.reload();
+}
+
+void Gallery::addErrors()
+{
+    m_state.KMImport = {{u"语文"_s, 150, 4}, {u"数学"_s, 100, 5}};
+    m_state.ErrorCount = 1;
+    m_state.MFGData.setCols(5);
+    m_state.MFGData.setRows(5);
+    m_state.errors.setCols(7);
+    m_state.errors.setRows(2);
+    m_state.errors.setColWidth(6, 0);
+    const QList<QStringList> rows{
+        {u"班级"_s, u"学号"_s, u"姓名"_s, u"科目"_s, u"成绩"_s, u"错误原因"_s},
+        {u"1"_s, u"1"_s, u"王芳"_s, u"语文"_s, u"160"_s, u"超过总分"_s}};
+    for (int row = 0; row < 2; ++row) {
+        for (int col = 0; col < rows[row].size(); ++col)
+            m_state.errors.setTextMatrix(row, col, rows[row][col]);
+    }
+}
+
+/// With the result grid in view.
+QWidget* Gallery::mainWindow()
+{
+    auto* window = keep(std::make_unique<shell::AFormMain>(library.scores, m_screenDialogs));
+    window->start(library.scores.LibPath);
+    QTest::mouseClick(window->findChild<QPushButton*>(u"CommandLLCJ"_s), Qt::LeftButton);
+    return window;
+}
+
+QWidget* Gallery::mainWindowWithoutPanel()
+{
+    QWidget* window = mainWindow();
+    auto* panel = window->findChild<QDockWidget*>(u"Panel"_s);
+    panel->setFloating(true);
+    panel->show();
+    return window;
+}
+
+QWidget* Gallery::floatingPanel()
+{
+    QWidget* window = mainWindowWithoutPanel();
+    window->show();
+    return window->findChild<QDockWidget*>(u"Panel"_s);
+}
+
+QWidget* Gallery::newLibrary()
+{
+    return keep(std::make_unique<library::FormNew>(library.scores, m_screenDialogs, nullptr));
+}
+
+QWidget* Gallery::subjects()
+{
+    return keep(std::make_unique<library::FormXiuGaiKeMu>(library.paths, nullptr));
+}
+
+QWidget* Gallery::examImport()
+{
+    auto* form = keep(std::make_unique<importing::FormDaoRu>(library.scores, m_screenDialogs,
+                                                             m_applications, m_state, nullptr));
+    // The start of the import is off until a workbook is chosen.
+    form->findChild<QPushButton*>(u"Command1"_s)->setEnabled(true);
+    return form;
+}
+
+QWidget* Gallery::studentImport()
+{
+    return keep(std::make_unique<importing::FormDaoRuXinXi>(library.scores, m_screenDialogs,
+                                                            m_applications, nullptr));
+}
+
+QWidget* Gallery::fullMarks()
+{
+    return keep(
+        std::make_unique<importing::FormShuRuMF>(m_state, library.paths, u"文科：期中"_s, nullptr));
+}
+
+QWidget* Gallery::errorList()
+{
+    return keep(std::make_unique<importing::Formgf>(m_state, nullptr));
+}
+
+QWidget* Gallery::formulas()
+{
+    return keep(std::make_unique<scoring::FormZFGS>(library.scores, m_screenDialogs, nullptr));
+}
+
+QWidget* Gallery::customDisplay()
+{
+    auto* form =
+        keep(std::make_unique<configuration::FormZDYXS>(library.scores, m_screenDialogs, nullptr));
+    form->setItem(u"T分"_s, u"文"_s);
+    form->init();
+    return form;
+}
+
+QWidget* Gallery::about()
+{
+    return keep(std::make_unique<shell::frmAbout>(nullptr));
+}
+
+QWidget* Gallery::progress()
+{
+    QWidget* owner = keep(std::make_unique<QWidget>());
+    m_progress = std::make_unique<runtime::ScreenProgress>(owner, std::chrono::milliseconds(0));
+    m_progress->report(u"导入数据..."_s, 1, 10);
+    return owner->findChild<QDialog*>(u"ProgressWindow"_s);
+}
+
+QWidget* Gallery::workbook()
+{
+    excel::Workbook& book = m_spreadsheet.Workbooks().Add();
+    auto window = std::make_unique<excel::WorkbookWindow>(book, u"工作簿1"_s);
+    window->setAttribute(Qt::WA_DeleteOnClose, false);
+    return keep(std::move(window));
+}
+
+} // namespace support

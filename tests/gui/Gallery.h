@@ -1,0 +1,88 @@
+#pragma once
+
+#include <memory>
+
+#include <QDialog>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include "import/ImportState.h"
+#include "platform/excel/OpenExcel.h"
+#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/runtime/ui/ScreenProgress.h"
+#include "support/TestLibrary.h"
+
+namespace shell {
+class AFormMain;
+}
+
+namespace support {
+
+/// Every window of the program but the message boxes, each as it stands over a library with an
+/// exam.
+class Gallery : public testing::Test
+{
+protected:
+    Gallery();
+    ~Gallery() override;
+
+    /// The windows that `open` knows: the main window with the workbench docked and floating, the
+    /// floating workbench itself, every screen and the window of a workbook.
+    static QStringList names();
+    /// The screens alone, which nothing but their own buttons and their close box closes.
+    static QStringList screenNames();
+
+    /// Shows the window, makes it the active one and closes the one that was open before.
+    QWidget& open(const QString& name);
+
+private:
+    // The real dialogs lie below the scripted ones, so that boxes reach the script.
+    runtime::ScreenDialogs m_screenDialogs;
+
+protected:
+    TestLibrary library{{QStringLiteral("语文"), QStringLiteral("数学"), QStringLiteral("总分")}};
+
+private:
+    using Maker = QWidget* (Gallery::*)();
+    struct Entry
+    {
+        const char16_t* name;
+        Maker make;
+    };
+    static const Entry entries[];
+
+    QWidget* mainWindow();
+    QWidget* mainWindowWithoutPanel();
+    QWidget* floatingPanel();
+    QWidget* newLibrary();
+    QWidget* subjects();
+    QWidget* examImport();
+    QWidget* studentImport();
+    QWidget* fullMarks();
+    QWidget* errorList();
+    QWidget* formulas();
+    QWidget* customDisplay();
+    QWidget* about();
+    QWidget* progress();
+    QWidget* workbook();
+
+    void addExam();
+    void addErrors();
+    void closeAll();
+    /// Keeps a window that nobody else owns.
+    template <class Window> Window* keep(std::unique_ptr<Window> window)
+    {
+        Window* const made = window.get();
+        m_window = std::move(window);
+        return made;
+    }
+
+    excel::Applications m_applications;
+    excel::Application m_spreadsheet;
+    importing::ImportState m_state;
+    std::unique_ptr<runtime::ScreenProgress> m_progress;
+    std::unique_ptr<QWidget> m_window;
+};
+
+} // namespace support
