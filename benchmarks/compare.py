@@ -1,15 +1,16 @@
 #!/usr/bin/env python3
 """Times the product against a bare program that does only the same reading, arithmetic and writing.
 
-    compare.py --bound DIR [--programs DIR] [--rounds 7] [--only writing]
+    compare.py --bound DIR [--programs DIR] [--rounds 7] [--only WHAT]
 
 The bound's folder holds gen.py (makes its libraries and a workbook), floor.cpp (scores) and
-xlsx_floor.cpp (imports a workbook, writes one). Both sides run in turns in one go, each on a fresh copy; ratios are
-taken within a round, and their median is printed.
+xlsx_floor.cpp (imports a workbook, writes one). Both sides run in turns in one go, each on a fresh
+copy; ratios are taken within a round, and their median is printed.
 """
 import argparse
 import re
 import shutil
+import sqlite3
 import statistics
 import subprocess
 import sys
@@ -17,6 +18,8 @@ import tempfile
 import time
 from pathlib import Path
 
+# An exam that bench_scoring has scored.
+SCORED_EXAM = "第 1次考试"
 SIZES = {"A": 1200, "B": 3000, "C": 12000}
 
 
@@ -95,6 +98,34 @@ def compare_writing(options, writer, folder):
     report("writing 3000 x 30 and 40 tables", times, bounds, ratios, f", peak {peak:.0f} MB")
 
 
+def compare_reports(options, floor, folder):
+    """Twelve tables of one exam. The bound's tables differ a little: a row for each stream besides the
+    classes, differences from the mean and Z and T averages where ours have lines and rank bands."""
+    bench = options.programs / "bench_report"
+    tables = folder / "tables"
+    tables.mkdir()
+    for size, students in SIZES.items():
+        theirs = bound_library(options.bound, floor, size, folder)
+        ours = folder / f"ours-{size}.CJK"
+        run(options.programs / "bench_scoring", "make", students, ours)
+        exam = sqlite3.connect(theirs).execute("select 考试名称 from 成绩表").fetchone()[0]
+        times, bounds, ratios, slowest = [], [], [], 0
+        for _ in range(options.rounds):
+            bounds.append(figure(run(floor, "reports", theirs, exam, tables), "total"))
+            text = run(bench, "tables", ours, SCORED_EXAM)
+            times.append(figure(text, "total"))
+            slowest = max(slowest, figure(text, "slowest"))
+            ratios.append(times[-1] / bounds[-1])
+        report(f"twelve reports of {students}", times, bounds, ratios,
+               f", slowest single report {slowest:.1f} ms")
+        if size == "B":
+            text = run(bench, "analyze", ours, SCORED_EXAM, tables)
+            print(f"comprehensive analysis of {students}, saved: {figure(text, 'total'):.0f} ms, "
+                  f"peak {figure(text, 'peak_mb'):.0f} MB", flush=True)
+        theirs.unlink()
+        ours.unlink()
+
+
 def report(what, times, bounds, ratios, more=""):
     middle = statistics.median
     print(f"{what}: {middle(times):.1f} ms, bound {middle(bounds):.1f} ms, "
@@ -108,7 +139,7 @@ def main():
                         default=Path(__file__).resolve().parent.parent / "build/release/bin")
     parser.add_argument("--rounds", type=int, default=7)
     parser.add_argument("--journal", default="delete", choices=["delete", "wal"])
-    parser.add_argument("--only", choices=["writing"])
+    parser.add_argument("--only", choices=["writing", "scoring", "import", "reports"])
     options = parser.parse_args()
     options.bound = options.bound.resolve()
     with tempfile.TemporaryDirectory() as name:
@@ -118,11 +149,13 @@ def main():
         workbooks = folder / "xlsx_floor"
         run("g++", "-O2", "-std=c++20", options.bound / "xlsx_floor.cpp", "-lsqlite3", "-lexpat",
             "-lz", "-o", workbooks)
-        compare_writing(options, workbooks, folder)
-        if options.only == "writing":
-            return
-        compare_scoring(options, floor, folder)
-        compare_import(options, floor, workbooks, folder)
+        comparisons = {"writing": lambda: compare_writing(options, workbooks, folder),
+                       "scoring": lambda: compare_scoring(options, floor, folder),
+                       "import": lambda: compare_import(options, floor, workbooks, folder),
+                       "reports": lambda: compare_reports(options, floor, folder)}
+        for what, compare in comparisons.items():
+            if options.only in (None, what):
+                compare()
 
 
 if __name__ == "__main__":

@@ -131,6 +131,8 @@ protected:
             return false;
         QDropEvent fall(QPointF(9, 9), Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(window.get(), &fall);
+        // What was dropped is taken once the drop is over.
+        QApplication::processEvents();
         return true;
     }
 

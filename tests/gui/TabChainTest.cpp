@@ -64,7 +64,7 @@ bool isStop(const QWidget* widget, const QWidget& window)
 void checkTabChain(QWidget& window)
 {
     const QList<QWidget*> stops = tabStops(window);
-    ASSERT_FALSE(stops.isEmpty()); printf("STOPS %s %d\n", qPrintable(window.objectName()), int(stops.size()));
+    ASSERT_FALSE(stops.isEmpty());
     EXPECT_EQ(called(window.focusWidget()), called(stops.first())) << "the chain comes round";
     for (QWidget* stop : stops)
         EXPECT_FALSE(spokenName(stop).isEmpty()) << called(stop).toStdString();

@@ -57,6 +57,9 @@ void FormNew::build()
     layout->addWidget(Command1, 6, 1);
     layout->addWidget(Command2, 6, 2);
     layout->setRowStretch(1, 1);
+    setTabOrder(List1, List2);
+    setTabOrder(List2, List3);
+    setTabOrder(List3, Text1);
     resize(fontMetrics().averageCharWidth() * 60, fontMetrics().lineSpacing() * 32);
 }
 

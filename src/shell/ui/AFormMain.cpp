@@ -334,13 +334,22 @@ void AFormMain::dragEnterEvent(QDragEnterEvent* event)
 {
     // A drop on a window that a screen is open over would work behind that screen's back.
     const QString file = droppedFile(event->mimeData());
-    if (!QApplication::activeModalWidget() && (isLibrary(file) || m_library.Conn.isOpen()))
+    const bool taken = isLibrary(file) || (isWorkbook(file) && m_library.Conn.isOpen());
+    if (taken && !QApplication::activeModalWidget())
         event->acceptProposedAction();
 }
 
 void AFormMain::dropEvent(QDropEvent* event)
 {
-    const QString file = droppedFile(event->mimeData());
+    event->acceptProposedAction();
+    // Queued, so that the program that the file comes from need not wait for a screen.
+    QMetaObject::invokeMethod(
+        this, [this, file = droppedFile(event->mimeData())] { takeDropped(file); },
+        Qt::QueuedConnection);
+}
+
+void AFormMain::takeDropped(const QString& file)
+{
     if (!isLibrary(file))
         return m_screens.showFormDaoRu(file);
     const CommandScope command(m_dialogs);

@@ -48,6 +48,7 @@ private:
     void connectRecent();
 
     void openLibrary(const QString& path);
+    void takeDropped(const QString& file);
     void showGrid(bool minimise);
     void showWorkbench();
     void saveLayout() const;

@@ -138,7 +138,7 @@ void FormKaoShi::buildExams(QGridLayout* layout)
 void FormKaoShi::buildClasses(QGridLayout* layout)
 {
     ListFW = makeList(u"ListFW"_s, u"班级(&B)"_s, layout, 1, 14);
-    ListLB = makeList(u"ListLB"_s, u"类别代码(&D)"_s, layout, 2, 16);
+    ListLB = makeList(u"ListLB"_s, u"类别代码(&G)"_s, layout, 2, 16);
     ListXM = makeList(u"ListXM"_s, u"显示项目(&X)"_s, layout, 3, 22);
     ListXM->setSelectionMode(QAbstractItemView::SingleSelection);
     ListXM->setToolTip({});
@@ -157,7 +157,7 @@ void FormKaoShi::buildOrder(QGridLayout* layout)
     for (size_t i = 0; i < Combo1.size(); ++i) {
         Combo1[i] = named(new QComboBox(this), u"Combo1_%1"_s.arg(i), u"排序项目%1"_s.arg(i + 1));
         Combo2[i] = named(new QComboBox(this), u"Combo2_%1"_s.arg(i), u"排序方向%1"_s.arg(i + 1));
-        const QString number = i == 0 ? u"排序方式(&P)"_s : QString::number(i + 1);
+        const QString number = i == 0 ? u"排序方式(&O)"_s : QString::number(i + 1);
         keys->addWidget(label(u"Label1_Combo1_%1"_s.arg(i), number, Combo1[i], this), int(i), 0);
         keys->addWidget(Combo1[i], int(i), 1);
         keys->addWidget(Combo2[i], int(i), 2);
@@ -180,7 +180,7 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     CommandDRKS->setToolTip(u"导入考试成绩到数据中"_s);
     CommandJSZF = button(u"CommandJSZF"_s, u"计算总分(&J)"_s, this);
     CommandJSZF->setToolTip(u"计算选中考试总分和各科的年级和班级名次，时间长短和人数有关。"_s);
-    CommandZHFX = button(u"CommandZHFX"_s, u"综合分析(&A)"_s, this);
+    CommandZHFX = button(u"CommandZHFX"_s, u"综合分析(&Z)"_s, this);
     CommandZHFX->setToolTip(u"对选中考试进行综合分析，时间较长，切记不要操作打开的Excel表格。"_s);
     CommandZXTJ = button(u"CommandZXTJ"_s, u"执行统计(&T)"_s, this);
     CommandZXTJ->setToolTip(u"对选中的考试执行指定统计"_s);
