@@ -45,6 +45,7 @@ def fresh(source, folder, name):
 
 def bound_library(bound, floor, size, folder):
     path = folder / f"bound-{size}.db"
+    path.unlink(missing_ok=True)
     run(sys.executable, bound / "gen.py", "library", size, path)
     run(floor, "score", path, "*", "journal=delete")
     return path

@@ -78,6 +78,8 @@ public:
     QString GetMC(const QString& exam, const QString& column, qint64 id);
     /// The subject's teacher of the class in the exam, or "".
     QString GetJSMD(const QString& exam, double classNumber, const QString& subject);
+    /// The same for several subjects at once, parallel to them.
+    QStringList teachers(const QString& exam, double classNumber, const QStringList& subjects);
 
     bool isKeMu(const QString& name) const;   ///< a column, and no total
     bool isKeMuZF(const QString& name) const; ///< a column

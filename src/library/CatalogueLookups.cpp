@@ -185,17 +185,25 @@ QString Catalogue::GetMC(const QString& exam, const QString& column, qint64 id)
 
 QString Catalogue::GetJSMD(const QString& exam, double classNumber, const QString& subject)
 {
+    return teachers(exam, classNumber, {subject}).first();
+}
+
+QStringList Catalogue::teachers(const QString& exam, double classNumber,
+                                const QStringList& subjects)
+{
     const Trap trap{" - Function GetJSMD/Mdl_MDB"};
-    QString teacher;
+    QStringList found(subjects.size(), QString());
     trap([&] {
         jet::Recordset rows;
         rows.Open(u"select * from 教师表 where 考试名称='"_s + exam + u"' and 班级="_s
                       + runtime::doubleText(classNumber),
                   m_conn);
-        if (rows.RecordCount() > 0)
-            teacher = rows.Fields(subject).Value().text();
+        if (rows.RecordCount() == 0)
+            return;
+        for (int k = 0; k < subjects.size(); ++k)
+            trap([&] { found[k] = rows.Fields(subjects[k]).Value().text(); });
     });
-    return teacher;
+    return found;
 }
 
 } // namespace library

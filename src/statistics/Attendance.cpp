@@ -11,16 +11,14 @@ namespace {
 const runtime::Trap trap{" - Sub TJKSRS/Mdl_MDB"};
 
 /// Sitting, absent, all.
-using Counts = std::array<Condition, 3>;
+using Counts = std::array<ExamFigures::ClassFigure, 3>;
 
-QString attendance(ExamFigures& figures, const QString& item, double classNumber,
-                   const Counts& conditions)
+QString attendance(const Counts& counts, double classNumber)
 {
-    QStringList counts;
-    for (const Condition& condition : conditions)
-        counts.append(runtime::doubleText(
-            figures.figure(Aggregate::Count, item, classNumber, condition).value_or(0)));
-    return counts.join(u'/');
+    QStringList texts;
+    for (const ExamFigures::ClassFigure& count : counts)
+        texts.append(runtime::doubleText(count(classNumber).value_or(0)));
+    return texts.join(u'/');
 }
 
 } // namespace
@@ -44,10 +42,12 @@ void TJKSRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
         ExamFigures figures(context, exams, frame.stream(i), trap);
         for (int k = 0; k < items.size(); ++k) {
             block.head(1, k, 0, items[k] + u"\n参试/缺考/总计"_s);
-            const Counts counts{Condition(items[k] + u">=0"_s), Condition(items[k] + u"<0"_s),
-                                Condition()};
+            const Counts counts{
+                figures.figure(Aggregate::Count, items[k], Condition(items[k] + u">=0"_s)),
+                figures.figure(Aggregate::Count, items[k], Condition(items[k] + u"<0"_s)),
+                figures.figure(Aggregate::Count, items[k])};
             block.eachClass(0, exams, [&](int j, double classNumber) {
-                block.set(j, 0, k, 0, attendance(figures, items[k], classNumber, counts));
+                block.set(j, 0, k, 0, attendance(counts, classNumber));
             });
         }
         frame.finish(i, block);

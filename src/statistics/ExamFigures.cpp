@@ -72,13 +72,6 @@ private:
     runtime::Deviation m_deviation;
 };
 
-template <class Tests> bool passes(const Tests& tests, size_t row)
-{
-    return std::all_of(tests.begin(), tests.end(), [row](const auto& test) {
-        return !test.column->isNull(row) && test.comparison.holds(test.column->value(row));
-    });
-}
-
 } // namespace
 
 QString figureText(double number)
@@ -100,20 +93,6 @@ ExamRows* ExamFigures::rows()
     return m_rows;
 }
 
-std::optional<std::vector<ExamFigures::Test>> ExamFigures::tests(const Condition& condition)
-{
-    if (!condition.isSimple() || !rows())
-        return {};
-    std::vector<Test> found;
-    for (const Comparison& comparison : condition.comparisons()) {
-        const TableColumn* column = m_rows->column(comparison.column);
-        if (!column)
-            return {};
-        found.push_back({column, comparison});
-    }
-    return found;
-}
-
 std::optional<double> ExamFigures::ask(const QString& sql)
 {
     std::optional<double> answer;
@@ -132,42 +111,98 @@ QString ExamFigures::placeSql() const
     return u" from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and 科类='"_s + m_stream + u"'"_s;
 }
 
-std::optional<double> ExamFigures::rowCount(double classNumber, const Condition& condition)
+QString ExamFigures::rowsSql(const QString& condition, double classNumber) const
 {
-    if (const auto simple = tests(condition)) {
-        const std::vector<size_t>& places = m_rows->ofClass(classNumber);
-        return double(std::count_if(places.begin(), places.end(),
-                                    [&](size_t row) { return passes(*simple, row); }));
-    }
-    std::optional<double> answer;
-    m_trap([&] {
-        jet::Recordset rows;
-        rows.Open(u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and "_s
-                      + condition.text() + u" and 科类='"_s + m_stream + u"' and 班级="_s
-                      + doubleText(classNumber) + m_context.library.settings.CategoryFilter,
-                  m_context.library.Conn);
-        answer = double(rows.RecordCount());
-    });
-    return answer;
+    return u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and "_s + condition
+           + u" and 科类='"_s + m_stream + u"' and 班级="_s + doubleText(classNumber)
+           + m_context.library.settings.CategoryFilter;
 }
 
-std::optional<double> ExamFigures::figure(Aggregate aggregate, const QString& column,
-                                          double classNumber, const Condition& condition)
+ExamFigures::ClassFigure ExamFigures::rowCount(const Condition& condition)
 {
-    const auto simple = tests(condition);
-    if (const TableColumn* values = simple ? m_rows->column(column) : nullptr) {
-        Collector collector(aggregate);
-        for (const size_t row : m_rows->ofClass(classNumber)) {
-            if (!values->isNull(row) && passes(*simple, row))
-                collector.add(values->value(row));
-        }
-        return collector.result();
+    ClassFigure figure(*this, condition);
+    figure.m_onRows = figure.findTests();
+    return figure;
+}
+
+ExamFigures::ClassFigure ExamFigures::figure(Aggregate aggregate, const QString& column,
+                                             const Condition& condition)
+{
+    ClassFigure figure(*this, condition);
+    figure.m_aggregate = aggregate;
+    figure.m_column = column;
+    if (figure.findTests())
+        figure.m_values = m_rows->column(column);
+    figure.m_onRows = figure.m_values != nullptr;
+    return figure;
+}
+
+ExamFigures::ClassFigure::ClassFigure(ExamFigures& figures, Condition condition)
+    : m_figures(figures), m_condition(std::move(condition))
+{
+}
+
+bool ExamFigures::ClassFigure::findTests()
+{
+    if (!m_condition.isSimple() || !m_figures.rows())
+        return false;
+    for (const Comparison& comparison : m_condition.comparisons()) {
+        const TableColumn* column = m_figures.m_rows->column(comparison.column);
+        if (!column)
+            return false;
+        m_tests.push_back({column, comparison});
     }
-    QString sql = u"select "_s + functionName(aggregate) + u"("_s + column + u")"_s + placeSql()
-                  + u" and 班级="_s + doubleText(classNumber);
-    if (!condition.isNone())
-        sql += u" and "_s + condition.text();
-    return ask(sql);
+    return true;
+}
+
+bool ExamFigures::ClassFigure::passes(size_t row) const
+{
+    return std::all_of(m_tests.begin(), m_tests.end(), [row](const Test& test) {
+        return !test.column->isNull(row) && test.comparison.holds(test.column->value(row));
+    });
+}
+
+std::optional<double> ExamFigures::ClassFigure::operator()(double classNumber) const
+{
+    if (!m_onRows)
+        return ask(classNumber);
+    return m_aggregate ? aggregateRows(classNumber) : countRows(classNumber);
+}
+
+double ExamFigures::ClassFigure::countRows(double classNumber) const
+{
+    const std::vector<size_t>& places = m_figures.m_rows->ofClass(classNumber);
+    return double(
+        std::count_if(places.begin(), places.end(), [this](size_t row) { return passes(row); }));
+}
+
+std::optional<double> ExamFigures::ClassFigure::aggregateRows(double classNumber) const
+{
+    Collector collector(*m_aggregate);
+    for (const size_t row : m_figures.m_rows->ofClass(classNumber)) {
+        if (!m_values->isNull(row) && passes(row))
+            collector.add(m_values->value(row));
+    }
+    return collector.result();
+}
+
+std::optional<double> ExamFigures::ClassFigure::ask(double classNumber) const
+{
+    if (!m_aggregate) {
+        std::optional<double> answer;
+        m_figures.m_trap([&] {
+            jet::Recordset rows;
+            rows.Open(m_figures.rowsSql(m_condition.text(), classNumber),
+                      m_figures.m_context.library.Conn);
+            answer = double(rows.RecordCount());
+        });
+        return answer;
+    }
+    QString sql = u"select "_s + functionName(*m_aggregate) + u"("_s + m_column + u")"_s
+                  + m_figures.placeSql() + u" and 班级="_s + doubleText(classNumber);
+    if (!m_condition.isNone())
+        sql += u" and "_s + m_condition.text();
+    return m_figures.ask(sql);
 }
 
 std::optional<double> ExamFigures::highest(const QString& column)
@@ -195,10 +230,7 @@ std::vector<double> ExamFigures::taken(const QString& column, double classNumber
     }
     m_trap([&] {
         jet::Recordset records;
-        records.Open(u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and "_s + column
-                         + u">=0 and 科类='"_s + m_stream + u"' and 班级="_s
-                         + doubleText(classNumber) + m_context.library.settings.CategoryFilter,
-                     m_context.library.Conn);
+        records.Open(rowsSql(column + u">=0"_s, classNumber), m_context.library.Conn);
         for (; !records.Eof(); records.MoveNext())
             found.push_back(runtime::Val(records.Fields(column).Value()));
     });

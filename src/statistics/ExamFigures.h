@@ -18,16 +18,49 @@ enum class Aggregate { Count, Average, Maximum, Minimum, Deviation };
 class ExamFigures
 {
 public:
+    /// One figure that is asked for class by class; its columns are looked up once.
+    class ClassFigure
+    {
+    public:
+        /// Nothing if it is NULL, or if it failed.
+        std::optional<double> operator()(double classNumber) const;
+
+    private:
+        friend class ExamFigures;
+
+        struct Test
+        {
+            const scoring::TableColumn* column;
+            Comparison comparison;
+        };
+
+        explicit ClassFigure(ExamFigures& figures, Condition condition);
+        /// Looks up what the condition needs; false if the rows cannot answer it.
+        bool findTests();
+        bool passes(size_t row) const;
+        double countRows(double classNumber) const;
+        std::optional<double> aggregateRows(double classNumber) const;
+        std::optional<double> ask(double classNumber) const;
+
+        ExamFigures& m_figures;
+        Condition m_condition;
+        std::vector<Test> m_tests;
+        /// Nothing where rows are counted.
+        std::optional<Aggregate> m_aggregate;
+        QString m_column;
+        const scoring::TableColumn* m_values = nullptr;
+        bool m_onRows = false;
+    };
+
     ExamFigures(ReportContext& context, QString exam, QString stream, const runtime::Trap& trap);
 
-    /// How many rows of the class meet the condition. Nothing if it failed.
-    std::optional<double> rowCount(double classNumber, const Condition& condition);
+    /// How many rows of a class meet the condition.
+    ClassFigure rowCount(const Condition& condition);
 
-    /// An aggregate over a column in the class. Nothing if it is NULL, or if it failed.
-    std::optional<double> figure(Aggregate aggregate, const QString& column, double classNumber,
-                                 const Condition& condition = {});
+    /// An aggregate over a column in a class.
+    ClassFigure figure(Aggregate aggregate, const QString& column, const Condition& condition = {});
 
-    /// The largest value of a column in the whole stream, likewise.
+    /// The largest value of a column in the whole stream. Nothing if it is NULL, or if it failed.
     std::optional<double> highest(const QString& column);
 
     /// The values of 0 and more of a column in the class, in row order.
@@ -36,17 +69,12 @@ public:
     const QString& exam() const { return m_exam; }
 
 private:
-    struct Test
-    {
-        const scoring::TableColumn* column;
-        Comparison comparison;
-    };
-
     ExamRows* rows();
-    /// Nothing if the rows cannot answer the condition.
-    std::optional<std::vector<Test>> tests(const Condition& condition);
     std::optional<double> ask(const QString& sql);
+    /// The condition on exam and stream of an aggregate's statement.
     QString placeSql() const;
+    /// "select * " with a condition between exam and stream.
+    QString rowsSql(const QString& condition, double classNumber) const;
 
     ReportContext& m_context;
     QString m_exam;

@@ -18,9 +18,9 @@ void fillGroup(ReportContext& context, Block& block, const QString& stream, cons
     ExamFigures figures(context, exam, stream, trap);
     BandSetting band(context, groups[group], stream, trap);
     for (int k = 0; k < context.library.catalogue.ExamSubjects.count(); ++k) {
-        const Condition& condition = band.of(k);
+        const ExamFigures::ClassFigure students = figures.rowCount(band.of(k));
         block.eachClass(line, exam, [&](int j, double classNumber) {
-            if (const auto count = figures.rowCount(classNumber, condition))
+            if (const auto count = students(classNumber))
                 block.set(j, line, k, group, runtime::doubleText(*count));
         });
     }

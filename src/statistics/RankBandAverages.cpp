@@ -20,10 +20,12 @@ void fillBand(Block& block, ExamFigures& figures, int line, int item, const QStr
 {
     const Condition within = band.condition(name, figures);
     const Condition taken(name + u">=0 and "_s + within.text());
+    const ExamFigures::ClassFigure students = figures.figure(Aggregate::Count, name, within);
+    const ExamFigures::ClassFigure mean = figures.figure(Aggregate::Average, name, taken);
     block.eachClass(line, band.name(), [&](int j, double classNumber) {
-        if (const auto count = figures.figure(Aggregate::Count, name, classNumber, within))
+        if (const auto count = students(classNumber))
             block.set(j, line, item, countPart, figureText(*count));
-        if (const auto average = figures.figure(Aggregate::Average, name, classNumber, taken))
+        if (const auto average = mean(classNumber))
             block.set(j, line, item, averagePart, figureText(*average));
     });
 }

@@ -41,14 +41,13 @@ struct RankReport
 void fillExam(Block& block, ExamFigures& figures, int line, const QString& item,
               const std::vector<RankBand>& bands)
 {
-    std::vector<Condition> conditions;
+    std::vector<ExamFigures::ClassFigure> students;
     for (const RankBand& band : bands)
-        conditions.push_back(band.condition(item, figures));
+        students.push_back(figures.figure(Aggregate::Count, item + u"年名"_s,
+                                          band.condition(item, figures)));
     block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
         for (size_t b = 0; b < bands.size(); ++b) {
-            const auto count =
-                figures.figure(Aggregate::Count, item + u"年名"_s, classNumber, conditions[b]);
-            if (count)
+            if (const auto count = students[b](classNumber))
                 block.set(j, line, int(b), 0, doubleText(*count));
         }
     });

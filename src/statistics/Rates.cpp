@@ -18,9 +18,9 @@ void fillExam(ReportContext& context, Block& block, const QString& title, const 
     ExamFigures figures(context, exam, stream, trap);
     BandSetting band(context, title, stream, trap);
     for (int k = 0; k < context.library.catalogue.ExamSubjects.count(); ++k) {
-        const Condition& condition = band.of(k);
+        const ExamFigures::ClassFigure students = figures.rowCount(band.of(k));
         block.eachClass(line, exam, [&](int j, double classNumber) {
-            const auto count = figures.rowCount(classNumber, condition);
+            const auto count = students(classNumber);
             if (!count)
                 return;
             block.set(j, line, k, 0, runtime::doubleText(*count));

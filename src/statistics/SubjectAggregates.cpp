@@ -32,18 +32,28 @@ bool teachersListed(ReportContext& context)
     return context.library.settings.GetSZ(u"各科平均分"_s) == u"使用教师名单"_s;
 }
 
-void fillSubject(ReportContext& context, Block& block, const AggregateTable& table,
-                 ExamFigures& figures, int line, int item, const QString& subject)
+void fillSubject(Block& block, const AggregateTable& table, ExamFigures& figures, int line, int item,
+                 const QString& subject)
 {
-    const Condition condition =
-        table.absentees == Absentees::Counted ? Condition() : Condition(subject + u">=0"_s);
+    const ExamFigures::ClassFigure figure = figures.figure(
+        table.aggregate, subject,
+        table.absentees == Absentees::Counted ? Condition() : Condition(subject + u">=0"_s));
     block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
-        const auto value = figures.figure(table.aggregate, subject, classNumber, condition);
-        if (value)
+        if (const auto value = figure(classNumber))
             block.set(j, line, item, 0, figureText(*value));
-        if (table.aggregate == Aggregate::Average && block.columnsPerItem() == 3)
-            block.set(j, line, item, 2,
-                      context.library.catalogue.GetJSMD(figures.exam(), classNumber, subject));
+    });
+}
+
+void nameTeachers(ReportContext& context, Block& block, const QString& exam, int line,
+                  const QStringList& subjects)
+{
+    if (subjects.isEmpty())
+        return;
+    block.eachClass(line, exam, [&](int j, double classNumber) {
+        const QStringList teachers =
+            context.library.catalogue.teachers(exam, classNumber, subjects);
+        for (int k = 0; k < subjects.size(); ++k)
+            block.set(j, line, k, 2, teachers[k]);
     });
 }
 
@@ -71,7 +81,9 @@ void runTable(ReportContext& context, const QString& exams, grid::FlexGrid& grid
         for (int e = 0; e < frame.examCount(); ++e) {
             ExamFigures figures(context, frame.exams()[e], frame.stream(i), table.trap);
             for (int k = 0; k < subjects.size(); ++k)
-                fillSubject(context, block, table, figures, e, k, subjects[k]);
+                fillSubject(block, table, figures, e, k, subjects[k]);
+            if (table.aggregate == Aggregate::Average && columns == table.columnsWithTeachers)
+                nameTeachers(context, block, frame.exams()[e], e, subjects);
         }
         if (table.aggregate == Aggregate::Average)
             rankAverages(block, int(subjects.size()), frame.examCount());

@@ -17,9 +17,10 @@ void fillExam(Block& block, ExamFigures& figures, int line, const QStringList& s
 {
     block.eachClass(line, figures.exam(), [](int, double) {});
     for (int t = 0; t < scoreLines.size(); ++t) {
-        const Condition reached(total + u">="_s + scoreLines[t]);
+        const ExamFigures::ClassFigure students =
+            figures.figure(Aggregate::Count, total, Condition(total + u">="_s + scoreLines[t]));
         block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
-            if (const auto count = figures.figure(Aggregate::Count, total, classNumber, reached))
+            if (const auto count = students(classNumber))
                 block.set(j, line, t, 0, figureText(*count));
         });
     }

@@ -35,11 +35,11 @@ TEST_F(ExamFiguresTest, RowsAndEngineAgreeOnEveryAggregate)
             for (const double classNumber : {1.0, 2.0, 9.0}) {
                 const Condition simple(condition);
                 const Condition bracketed(u"("_s + condition + u")"_s);
-                EXPECT_EQ(text(figures.figure(aggregate, u"语文"_s, classNumber, simple)),
-                          text(figures.figure(aggregate, u"语文"_s, classNumber, bracketed)))
+                EXPECT_EQ(text(figures.figure(aggregate, u"语文"_s, simple)(classNumber)),
+                          text(figures.figure(aggregate, u"语文"_s, bracketed)(classNumber)))
                     << condition.toStdString() << " " << int(aggregate) << " " << classNumber;
-                EXPECT_EQ(text(figures.rowCount(classNumber, simple)),
-                          text(figures.rowCount(classNumber, bracketed)));
+                EXPECT_EQ(text(figures.rowCount(simple)(classNumber)),
+                          text(figures.rowCount(bracketed)(classNumber)));
             }
         }
     }
@@ -66,8 +66,8 @@ TEST_F(ExamFiguresTest, RowsAreReadOnceUntilForgotten)
 TEST_F(ExamFiguresTest, FilterThatTheEngineRefusesCostsAMessageForEachFigure)
 {
     library.scores.settings.CategoryFilter = u" and (类别代码=)"_s;
-    EXPECT_EQ(text(figures.figure(Aggregate::Count, u"语文"_s, 1)), u"-"_s);
-    EXPECT_EQ(text(figures.rowCount(1, Condition(u"语文>=0"_s))), u"-"_s);
+    EXPECT_EQ(text(figures.figure(Aggregate::Count, u"语文"_s)(1)), u"-"_s);
+    EXPECT_EQ(text(figures.rowCount(Condition(u"语文>=0"_s))(1)), u"-"_s);
     EXPECT_EQ(library.dialogs.failures.size(), 2);
 }
 

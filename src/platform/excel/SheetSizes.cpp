@@ -28,22 +28,37 @@ double columnPoints(double characters)
 constexpr double standardSize = CellFormat::defaultFontSize;
 constexpr double standardPixels = Worksheet::standardRowHeight / pointsPerPixel;
 
-double textHeight(const runtime::Value& value, const CellFormat& format)
+/// Lines that a text takes where a column is that many characters wide; a Chinese character is as
+/// wide as two others.
+double wrappedLines(const QString& text, double characters)
+{
+    double lines = 0;
+    for (const QString& paragraph : text.split(u'\n')) {
+        const auto wide = std::count_if(paragraph.begin(), paragraph.end(),
+                                        [](QChar c) { return c.unicode() >= 0x2e80; });
+        const double width = double(paragraph.size() + wide);
+        lines += std::max(1.0, std::ceil(width / std::max(characters, 1.0)));
+    }
+    return lines;
+}
+
+double textHeight(const runtime::Value& value, const CellFormat& format, double characters)
 {
     const double pixels = std::ceil(standardPixels * format.fontSize / standardSize);
     const double line = pixels * pointsPerPixel;
     if (!format.wrapText || value.kind() != runtime::Value::Kind::Text)
         return line;
-    return line * double(value.text().count(u'\n') + 1);
+    return line * wrappedLines(value.text(), characters * standardSize / format.fontSize);
 }
 
-double neededHeight(const Row& row, const FormatTable& formats)
+double neededHeight(const Worksheet& sheet, const Row& row)
 {
     double height = Worksheet::standardRowHeight;
     for (const Cell& cell : row.cells) {
-        const CellFormat& format = formats.format(cell.format);
+        const CellFormat& format = sheet.formats().format(cell.format);
         if (!cell.value.isNull() && (format.wrapText || format.fontSize > standardSize))
-            height = std::max(height, textHeight(cell.value, format));
+            height = std::max(height, textHeight(cell.value, format,
+                                                 sheet.shownColumnWidth(cell.column)));
     }
     return height;
 }
@@ -101,7 +116,7 @@ double Worksheet::shownRowHeight(int row) const
         return 0;
     if (found->height != Row::defaultHeight)
         return double(found->height);
-    return neededHeight(*found, m_formats);
+    return neededHeight(*this, *found);
 }
 
 double Worksheet::rowTop(int row) const

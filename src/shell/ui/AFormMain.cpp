@@ -72,10 +72,7 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs
     buildWorkbench();
     connectMenu();
     connectRecent();
-    connect(&m_library, &library::ScoreLibrary::opened, this, [this] {
-        m_workbench->init();
-        ShowInfo();
-    });
+    connect(&m_library, &library::ScoreLibrary::opened, this, &AFormMain::takeLibrary);
     connect(&m_library, &library::ScoreLibrary::changed, m_workbench, &workbench::FormKaoShi::init);
     restoreLayout();
 }
@@ -164,7 +161,7 @@ void AFormMain::connectMenu()
     connectItem(u"mUpdate"_s, &AFormMain::mUpdate_Click);
     connect(m_menu.item(u"meDRKS"_s), &QAction::triggered, this,
             [this] { m_screens.showFormDaoRu(); });
-    connectScreen(u"meDRLB"_s, &MenuScreens::showFormDaoRuXinXi);
+    connectScreen(u"meDRLB"_s, &MenuScreens::importStudents);
     connectScreen(u"meJCCJ"_s, &MenuScreens::checkScores);
     connectScreen(u"meZFGS"_s, &MenuScreens::showFormZFGS);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
@@ -210,6 +207,16 @@ void AFormMain::ShowInfo()
 {
     setWindowTitle(m_library.LibPath.isEmpty() ? ProductTitle
                                                : ProductTitle + u" - "_s + m_library.LibPath);
+}
+
+void AFormMain::takeLibrary()
+{
+    // What is shown stems from the library before.
+    if (m_library.LibPath != m_shownLibrary)
+        MSFlexGrid1->hide();
+    m_shownLibrary = m_library.LibPath;
+    m_workbench->init();
+    ShowInfo();
 }
 
 void AFormMain::openLibrary(const QString& path)
@@ -311,9 +318,11 @@ void AFormMain::restoreLayout()
     const QSettings settings;
     const bool known = restoreGeometry(settings.value(u"geometry"_s).toByteArray())
                        && restoreState(settings.value(u"panels"_s).toByteArray());
-    if (!known)
+    if (!known) {
         resize(QSize(fontMetrics().averageCharWidth() * 180, fontMetrics().lineSpacing() * 50)
                    .boundedTo(screen()->availableSize()));
+        resizeDocks({m_panel}, {fontMetrics().averageCharWidth() * 70}, Qt::Horizontal);
+    }
 }
 
 void AFormMain::closeEvent(QCloseEvent* event)

@@ -47,6 +47,7 @@ private:
     void connectScreen(const QString& name, void (MenuScreens::*open)());
     void connectRecent();
 
+    void takeLibrary();
     void openLibrary(const QString& path);
     void takeDropped(const QString& file);
     void showGrid(bool minimise);
@@ -73,6 +74,8 @@ private:
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     QMenu* mTC = nullptr;
     QDockWidget* m_panel = nullptr;
+    /// The library that the grid's content stems from.
+    QString m_shownLibrary;
     workbench::FormKaoShi* m_workbench = nullptr;
 };
 

@@ -38,8 +38,8 @@ void MenuScreens::showFormNew()
     library::FormNew screen(m_library, m_dialogs, &m_mainWindow);
     // Queued: the import is not part of the command that made the library.
     QObject::connect(
-        &screen, &library::FormNew::created, &screen, [this] { showFormDaoRuXinXi(); },
-        Qt::QueuedConnection);
+        &screen, &library::FormNew::created, &screen,
+        [this, &screen] { showFormDaoRuXinXi(screen); }, Qt::QueuedConnection);
     show(screen);
 }
 
@@ -53,9 +53,14 @@ void MenuScreens::showFormDaoRu(const QString& workbook)
     show(screen);
 }
 
-void MenuScreens::showFormDaoRuXinXi()
+void MenuScreens::importStudents()
 {
-    importing::FormDaoRuXinXi screen(m_library, m_dialogs, m_applications, &m_mainWindow);
+    showFormDaoRuXinXi(m_mainWindow);
+}
+
+void MenuScreens::showFormDaoRuXinXi(QWidget& over)
+{
+    importing::FormDaoRuXinXi screen(m_library, m_dialogs, m_applications, &over);
     follow(screen);
     show(screen);
 }

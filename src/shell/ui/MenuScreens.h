@@ -26,7 +26,7 @@ public:
     /// "导入考试成绩"; with a path, that workbook is opened at once.
     void showFormDaoRu(const QString& workbook = {});
     /// "导入学生信息".
-    void showFormDaoRuXinXi();
+    void importStudents();
     /// "总分设置".
     void showFormZFGS();
     /// "自定义显示" for an item and a stream of the workbench.
@@ -37,6 +37,7 @@ public:
 
 private:
     void show(runtime::Screen& screen);
+    void showFormDaoRuXinXi(QWidget& over);
     /// The workbook's window follows the sheet that is chosen on the screen.
     template <class IntakeScreen> void follow(IntakeScreen& screen);
 

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -13,6 +14,7 @@
 #include "platform/runtime/ui/Screen.h"
 #include "platform/runtime/ui/ScreenProgress.h"
 #include "workbench/Browse.h"
+#include "workbench/Prompts.h"
 #include "workbench/StatisticsRun.h"
 #include "workbench/TotalsRun.h"
 
@@ -44,13 +46,19 @@ void takeList(ChoiceList& list, const QListWidget* widget)
     list.ListIndex = widget->currentRow();
 }
 
-void showDropDown(QComboBox* widget, const DropDown& list)
+void showDropDown(QComboBox* widget, const DropDown& list, const QString& prompt)
 {
     // The prompt is no item; an empty combo shows it as its placeholder.
     widget->clear();
     widget->addItems(list.items);
-    widget->setPlaceholderText(list.text);
+    widget->setPlaceholderText(prompt);
     widget->setCurrentIndex(int(list.items.indexOf(list.text)));
+}
+
+/// Lets a long list scroll below its box; over the box it would fill the screen.
+void showAsList(QComboBox* box)
+{
+    box->setStyleSheet(u"QComboBox { combobox-popup: 0; }"_s);
 }
 
 /// Progress whose text also stands on the workbench; an empty text ends it there.
@@ -112,7 +120,8 @@ QListWidget* FormKaoShi::makeList(const QString& name, const QString& heading, Q
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setToolTip(multiSelectTip);
     // Narrow enough that the grid beside the panel has most of the window.
-    list->setMaximumWidth(fontMetrics().averageCharWidth() * characters);
+    list->setMinimumWidth(fontMetrics().averageCharWidth() * characters / 2);
+    layout->setColumnStretch(column, characters);
     layout->addWidget(label(u"Label1_"_s + name, heading, list, this), 0, column);
     layout->addWidget(list, 1, column, 2, 1);
     return list;
@@ -157,6 +166,11 @@ void FormKaoShi::buildOrder(QGridLayout* layout)
     for (size_t i = 0; i < Combo1.size(); ++i) {
         Combo1[i] = named(new QComboBox(this), u"Combo1_%1"_s.arg(i), u"排序项目%1"_s.arg(i + 1));
         Combo2[i] = named(new QComboBox(this), u"Combo2_%1"_s.arg(i), u"排序方向%1"_s.arg(i + 1));
+        Combo1[i]->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        Combo1[i]->setMinimumContentsLength(8);
+        Combo1[i]->setToolTip(u"按 Delete 键取消"_s);
+        Combo1[i]->installEventFilter(this);
+        showAsList(Combo1[i]);
         const QString number = i == 0 ? u"排序方式(&O)"_s : QString::number(i + 1);
         keys->addWidget(label(u"Label1_Combo1_%1"_s.arg(i), number, Combo1[i], this), int(i), 0);
         keys->addWidget(Combo1[i], int(i), 1);
@@ -185,6 +199,7 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     CommandZXTJ = button(u"CommandZXTJ"_s, u"执行统计(&T)"_s, this);
     CommandZXTJ->setToolTip(u"对选中的考试执行指定统计"_s);
     Combo3 = named(new QComboBox(this), u"Combo3"_s, u"统计项目"_s);
+    showAsList(Combo3);
     CheckMin = named(new QCheckBox(u"查询后最小化(&M)"_s, this), u"CheckMin"_s, u"查询后最小化"_s);
     Picture1 = named(new QWidget(this), u"Picture1"_s, u"进度"_s);
     LabelXX = named(new QLabel(Picture1), u"LabelXX"_s, u"进度"_s);
@@ -197,8 +212,10 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     commands->addWidget(CommandZDYXS, 1, 0);
     commands->addWidget(CommandZHFX, 1, 1);
     commands->addWidget(CheckMin, 1, 2);
-    commands->addWidget(label(u"Label1_Combo3"_s, u"统计(&C)"_s, Combo3, this), 2, 0);
-    commands->addWidget(Combo3, 2, 1);
+    auto* statistics = new QHBoxLayout;
+    statistics->addWidget(label(u"Label1_Combo3"_s, u"统计(&C)"_s, Combo3, this));
+    statistics->addWidget(Combo3, 1);
+    commands->addLayout(statistics, 2, 0, 1, 2);
     commands->addWidget(CommandZXTJ, 2, 2);
     layout->addLayout(commands, 6, 0, 1, 4);
     layout->addWidget(Picture1, 7, 0, 1, 4);
@@ -249,6 +266,19 @@ void FormKaoShi::connectCommands()
     });
 }
 
+bool FormKaoShi::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        auto* const box = qobject_cast<QComboBox*>(watched);
+        if (box && (key == Qt::Key_Delete || key == Qt::Key_Backspace)) {
+            box->setCurrentIndex(-1);
+            return true;
+        }
+    }
+    return Backdrop::eventFilter(watched, event);
+}
+
 void FormKaoShi::init()
 {
     m_selection.init();
@@ -271,12 +301,12 @@ void FormKaoShi::showState()
         OptionButton1[i]->setChecked(m_selection.option == int(i));
     }
     for (size_t i = 0; i < Combo1.size(); ++i) {
-        showDropDown(Combo1[i], m_selection.Combo1[i]);
+        showDropDown(Combo1[i], m_selection.Combo1[i], SortPrompt);
         Combo2[i]->clear();
         Combo2[i]->addItems(m_selection.Combo2[i].items);
         Combo2[i]->setCurrentIndex(m_selection.Combo2[i].ListIndex);
     }
-    showDropDown(Combo3, m_selection.Combo3);
+    showDropDown(Combo3, m_selection.Combo3, StatisticsPrompt);
     Text1->setPlainText(m_selection.Text1);
     m_showing = false;
     for (QPushButton* command : {CommandZHFX, CommandJSZF, CommandLLCJ, CommandDRKS, CommandZXTJ,
@@ -295,7 +325,7 @@ void FormKaoShi::takeState()
     m_selection.ListXM.ListIndex = ListXM->currentRow();
     for (size_t i = 0; i < Combo1.size(); ++i) {
         m_selection.Combo1[i].text =
-            Combo1[i]->currentIndex() < 0 ? Combo1[i]->placeholderText() : Combo1[i]->currentText();
+            Combo1[i]->currentIndex() < 0 ? SortPrompt : Combo1[i]->currentText();
         m_selection.Combo2[i].ListIndex = Combo2[i]->currentIndex();
     }
     m_selection.scTJ();
@@ -325,7 +355,7 @@ void FormKaoShi::computeTotals()
 void FormKaoShi::runStatistics()
 {
     m_selection.Combo3.text =
-        Combo3->currentIndex() < 0 ? Combo3->placeholderText() : Combo3->currentText();
+        Combo3->currentIndex() < 0 ? StatisticsPrompt : Combo3->currentText();
     if (CommandZXTJ_Click(m_selection, m_reports, m_grid))
         Q_EMIT gridFilled(m_selection.CheckMin);
 }

@@ -47,6 +47,10 @@ Q_SIGNALS:
     /// A library was opened or closed, as far as the commands go.
     void commandsAvailableChanged(bool available);
 
+protected:
+    /// Delete takes a sort key away.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void buildExams(QGridLayout* layout);
     void buildClasses(QGridLayout* layout);
