@@ -83,8 +83,12 @@ def wait_for(what, probe, limit=LIMIT):
         time.sleep(POLL)
 
 
-def die_with_test():
-    """A test that is killed takes its processes with it."""
+def begin_process(user):
+    """Takes on the user, if one is named. A test that is killed takes its processes with it."""
+    if user is not None:
+        os.setgroups([])
+        os.setgid(user)
+        os.setuid(user)
     ctypes.CDLL(None).prctl(1, signal.SIGKILL)
 
 
@@ -108,12 +112,20 @@ def png_of(dump):
             + chunk(b"IDAT", zlib.compress(bytes(rows), 6)) + chunk(b"IEND", b""))
 
 
-class Desktop:
-    """A screen with a window manager and the buses, in a folder that holds the user's home."""
+def hand_over(folder, user):
+    """Makes the folder and what is in it the user's own."""
+    for path in (folder, *folder.rglob("*")):
+        os.chown(path, user, user)
 
-    def __init__(self, folder):
+
+class Desktop:
+    """A screen with a window manager and the buses, in a folder that holds the user's home. `user` is
+    who runs it all, if not the user of the test."""
+
+    def __init__(self, folder, user=None):
         need_programs()
         self.folder = folder
+        self.user = user
         self.mark = f"YUNSHAN_DESKTOP={uuid.uuid4()}"
         self.env = yunshan.environment(folder / "home")
         for name in [name for name in self.env if name.startswith(("QT_", "DBUS_", "AT_SPI_"))]:
@@ -128,6 +140,8 @@ class Desktop:
             (folder / place).mkdir(parents=True)
         (folder / "run").mkdir(mode=0o700)
         (folder / "home/.jwmrc").write_text(JWM_SETTINGS)
+        if user is not None:
+            hand_over(folder, user)
 
     def start(self):
         self.env["DISPLAY"] = ":" + self.told(
@@ -153,7 +167,8 @@ class Desktop:
     def spawn(self, *command, **options):
         with open(self.folder / "log", "ab") as log:
             return subprocess.Popen(command, env=self.env, stdin=subprocess.DEVNULL, stdout=log,
-                                    stderr=log, preexec_fn=die_with_test, **options)
+                                    stderr=log,
+                                    preexec_fn=lambda: begin_process(self.user), **options)
 
     def told(self, *command):
         """The first line that the command writes to the descriptor that stands for {}."""
@@ -425,6 +440,7 @@ class DesktopTest(unittest.TestCase):
     """A desktop, and copies of the programs with the data as it is shipped."""
 
     maxDiff = None
+    user = None
 
     def setUp(self):
         folder = tempfile.TemporaryDirectory(prefix="yunshan-")
@@ -433,7 +449,7 @@ class DesktopTest(unittest.TestCase):
         self.folder.chmod(0o755)
         self.library = self.folder / "试验.CJK"
         self.program = self.copied_program()
-        self.desktop = Desktop(self.folder / "desktop")
+        self.desktop = Desktop(self.folder / "desktop", self.user)
         self.addCleanup(self.desktop.stop)
         self.desktop.start()
         self.running = None
@@ -445,6 +461,8 @@ class DesktopTest(unittest.TestCase):
         shutil.copy2(PROGRAM, programs)
         shutil.copy2(Path(PROGRAM).parent / "MFC.dll", programs)
         shutil.copytree(yunshan.ROOT / "data", programs / "data")
+        if self.user is not None:
+            hand_over(programs, self.user)
         return programs / Path(PROGRAM).name
 
     def start(self, *arguments, env=None, **options):

@@ -168,7 +168,6 @@ void FormKaoShi::buildOrder(QGridLayout* layout)
         Combo2[i] = named(new QComboBox(this), u"Combo2_%1"_s.arg(i), u"排序方向%1"_s.arg(i + 1));
         Combo1[i]->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         Combo1[i]->setMinimumContentsLength(8);
-        Combo1[i]->setToolTip(u"按 Delete 键取消"_s);
         Combo1[i]->installEventFilter(this);
         showAsList(Combo1[i]);
         const QString number = i == 0 ? u"排序方式(&O)"_s : QString::number(i + 1);

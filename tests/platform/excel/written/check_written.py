@@ -82,7 +82,7 @@ class Written(unittest.TestCase):
         self.assertEqual(self.page.row_dimensions[2].height, 30)
         self.assertTrue(self.page.row_dimensions[4].hidden)
         self.assertEqual(self.page.sheet_format.defaultRowHeight, 13.5)
-        self.assertEqual(self.report.row_dimensions[2].height, 27)
+        self.assertEqual(self.report.row_dimensions[2].height, 40.5)
 
     def test_page(self):
         setup, margins = self.page.page_setup, self.page.page_margins

@@ -1,0 +1,63 @@
+"""A library on the command line; what the result grid copies and finds."""
+
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
+import desktop
+
+EXAM = "高一期末"
+# Without the first row and column, which are headings: a click there takes all of a row or column.
+BLOCK_ROWS, BLOCK_COLUMNS = range(1, 5), range(1, 5)
+
+
+class OpenLibrary(desktop.DesktopTest):
+    def test_copying_and_finding_in_the_grid(self):
+        self.make_library(EXAM)
+        self.start(self.library)
+        window = self.running.window("frame", f"云杉学业册 - {self.library}")
+        window.find("list", "考试名称").choose(EXAM)
+        window.find("push button", "浏览成绩").press()
+        grid = window.find("table", "结果表格")
+        self.copy_a_block(grid)
+        self.find_a_student(window, grid)
+
+    def assertCopies(self, expected):
+        """Ctrl+C puts this on the clipboard."""
+        self.desktop.press("ctrl+c")
+        desktop.wait_for(f"“{expected}” on the clipboard",
+                         lambda: self.desktop.clipboard() == expected)
+
+    def copy_a_block(self, grid):
+        """Cells are joined by tabs; lines end as on Windows, which spreadsheets there expect."""
+        block = grid.cells(BLOCK_ROWS, BLOCK_COLUMNS)
+        self.assertTrue(all(all(row) for row in block))
+        grid.cell(BLOCK_ROWS[0], BLOCK_COLUMNS[0]).click()
+        grid.cell(BLOCK_ROWS[-1], BLOCK_COLUMNS[-1]).click("shift")
+        self.assertCopies("".join("\t".join(row) + "\r\n" for row in block))
+
+    def find_a_student(self, window, grid):
+        """The last one, far below what the window shows; then the next text, which is nowhere."""
+        browsed = self.cli("browse", self.library, "--exam", EXAM).out.splitlines()
+        column = browsed[0].split("\t").index("姓名")
+        names = [line.split("\t")[column] for line in browsed]
+        row = max(row for row, name in enumerate(names) if names.count(name) == 1)
+        self.desktop.press("ctrl+f")
+        field = window.find("text", "查找")
+        desktop.wait_for("keyboard in the find bar", lambda: field.has("FOCUSED"))
+        self.desktop.paste(names[row])
+        self.desktop.press("Return")
+        cell = grid.cell(row, column)
+        self.assertEqual(cell.name, names[row])
+        desktop.wait_for(f"selected {names[row]}", lambda: cell.has("SELECTED"))
+        self.assertTrue(cell.has("SHOWING"))
+        field.write("无此人")
+        self.desktop.press("Return")
+        window.find("label", "没有找到")
+        self.desktop.press("Escape")
+        desktop.wait_for("end of the find bar", lambda: not field.has("SHOWING"))
+        self.assertCopies(names[row] + "\r\n")
+
+
+if __name__ == "__main__":
+    desktop.main()
