@@ -12,8 +12,7 @@ void copyGridToWorkbook(const grid::FlexGrid& grid, excel::Application& applicat
         excel::Worksheet& sheet = application.Workbooks().Add().Worksheets().Item(1);
         sheet.Cells().setHorizontalAlignment(excel::HorizontalAlignment::Center);
         int row = 1;
-        statistics::GridBlockToSheet(grid, &sheet, row,
-                                     {0, grid.Rows() - 1, 0, grid.Cols() - 1});
+        statistics::GridBlockToSheet(grid, &sheet, row, {0, grid.Rows() - 1, 0, grid.Cols() - 1});
         application.setVisible(true);
     });
 }

@@ -43,8 +43,8 @@ void fillExam(Block& block, ExamFigures& figures, int line, const QString& item,
 {
     std::vector<ExamFigures::ClassFigure> students;
     for (const RankBand& band : bands)
-        students.push_back(figures.figure(Aggregate::Count, item + u"年名"_s,
-                                          band.condition(item, figures)));
+        students.push_back(
+            figures.figure(Aggregate::Count, item + u"年名"_s, band.condition(item, figures)));
     block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
         for (size_t b = 0; b < bands.size(); ++b) {
             if (const auto count = students[b](classNumber))

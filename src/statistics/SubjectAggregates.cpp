@@ -32,8 +32,8 @@ bool teachersListed(ReportContext& context)
     return context.library.settings.GetSZ(u"各科平均分"_s) == u"使用教师名单"_s;
 }
 
-void fillSubject(Block& block, const AggregateTable& table, ExamFigures& figures, int line, int item,
-                 const QString& subject)
+void fillSubject(Block& block, const AggregateTable& table, ExamFigures& figures, int line,
+                 int item, const QString& subject)
 {
     const ExamFigures::ClassFigure figure = figures.figure(
         table.aggregate, subject,

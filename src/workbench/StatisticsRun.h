@@ -8,9 +8,9 @@
 
 namespace workbench {
 
-/// "执行统计": fills the grid with the report of the item that is chosen in Combo3, for the selected
-/// exams. All four rates run as 各科优秀率, and an item that is none of the button's does nothing.
-/// False after a message if exams or the item are missing.
+/// "执行统计": fills the grid with the report of the item that is chosen in Combo3, for the
+/// selected exams. All four rates run as 各科优秀率, and an item that is none of the button's does
+/// nothing. False after a message if exams or the item are missing.
 bool CommandZXTJ_Click(const Selection& selection, statistics::ReportContext& context,
                        grid::FlexGrid& grid);
 

@@ -177,9 +177,8 @@ TEST_F(MainWindow, TheWorkbenchOpensTheImportAndTheCustomDisplay)
 {
     window->start(path);
     const auto pressing = [this](const QString& name) {
-        return [this, name] {
-            QTest::mouseClick(window->findChild<QWidget*>(name), Qt::LeftButton);
-        };
+        return
+            [this, name] { QTest::mouseClick(window->findChild<QWidget*>(name), Qt::LeftButton); };
     };
     EXPECT_EQ(screenOpenedBy(pressing(u"CommandDRKS"_s)), u"FormDaoRu"_s);
     EXPECT_EQ(screenOpenedBy(pressing(u"CommandZDYXS"_s)), u"FormZDYXS"_s);

@@ -33,7 +33,8 @@ protected:
         test.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
         test.addScores(u"期末"_s, 2, 1, {{u"语文"_s, 80}});
         test.reload();
-        form = std::make_unique<workbench::FormKaoShi>(test.scores, screenDialogs, applications, grid);
+        form =
+            std::make_unique<workbench::FormKaoShi>(test.scores, screenDialogs, applications, grid);
         form->show();
     }
 

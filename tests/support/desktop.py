@@ -423,7 +423,7 @@ class Run:
     def choose_file(self, path):
         """Gives the file dialog a path."""
         dialog = self.window("dialog")
-        field = dialog.find("text")
+        field = dialog.find("text", "文件名称")
         field.write(str(path))
         self.desktop.press("Return")
         self.gone(dialog)

@@ -57,8 +57,8 @@ double neededHeight(const Worksheet& sheet, const Row& row)
     for (const Cell& cell : row.cells) {
         const CellFormat& format = sheet.formats().format(cell.format);
         if (!cell.value.isNull() && (format.wrapText || format.fontSize > standardSize))
-            height = std::max(height, textHeight(cell.value, format,
-                                                 sheet.shownColumnWidth(cell.column)));
+            height = std::max(height,
+                              textHeight(cell.value, format, sheet.shownColumnWidth(cell.column)));
     }
     return height;
 }

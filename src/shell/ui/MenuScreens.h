@@ -31,7 +31,8 @@ public:
     void showFormZFGS();
     /// "自定义显示" for an item and a stream of the workbench.
     void showFormZDYXS(const QString& item, const QString& stream);
-    /// "检查成绩": the bad scores of the latest import since the program started, if there were any.
+    /// "检查成绩": the bad scores of the latest import since the program started, if there were
+    /// any.
     void checkScores();
     void showAbout();
 

@@ -87,8 +87,7 @@ private:
 } // namespace
 
 FormKaoShi::FormKaoShi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
-                       excel::Applications& applications, grid::FlexGrid& mainGrid,
-                       QWidget* parent)
+                       excel::Applications& applications, grid::FlexGrid& mainGrid, QWidget* parent)
     : Backdrop(parent),
       m_selection(scoreLibrary),
       m_scoring(scoreLibrary),
@@ -353,8 +352,7 @@ void FormKaoShi::computeTotals()
 
 void FormKaoShi::runStatistics()
 {
-    m_selection.Combo3.text =
-        Combo3->currentIndex() < 0 ? StatisticsPrompt : Combo3->currentText();
+    m_selection.Combo3.text = Combo3->currentIndex() < 0 ? StatisticsPrompt : Combo3->currentText();
     if (CommandZXTJ_Click(m_selection, m_reports, m_grid))
         Q_EMIT gridFilled(m_selection.CheckMin);
 }

@@ -35,9 +35,9 @@ void Backdrop::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QSize covering = m_picture.size().scaled(size(), Qt::KeepAspectRatioByExpanding);
-    painter.drawPixmap(QRect(QPoint((width() - covering.width()) / 2, height() - covering.height()),
-                             covering),
-                       m_picture);
+    painter.drawPixmap(
+        QRect(QPoint((width() - covering.width()) / 2, height() - covering.height()), covering),
+        m_picture);
     QColor background = palette().color(QPalette::Window);
     background.setAlpha(veil(palette()));
     painter.fillRect(rect(), background);
