@@ -108,7 +108,7 @@ Value firstStudentField(jet::Connection& conn, const Value& classNumber, const Q
     student.bind({classNumber});
     if (!student.step())
         throw jet::Error(jet::Failure::Sql, u"没有当前记录。"_s);
-    const Value value =
+    Value value =
         student.integer(0) > 0
             ? student.value(1, jet::ColumnType::fromDeclaration(student.columnDeclaration(1)))
             : Value(1);

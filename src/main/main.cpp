@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPalette>
 #include <QTranslator>
 
 #include "platform/runtime/Error.h"
@@ -40,6 +41,16 @@ QIcon programIcon()
     return icon;
 }
 
+/// A desktop's dark colours often come without one for prompts in empty fields.
+void makePromptsReadable()
+{
+    QPalette palette = QApplication::palette();
+    QColor prompt = palette.color(QPalette::Text);
+    prompt.setAlphaF(0.6F);
+    palette.setColor(QPalette::PlaceholderText, prompt);
+    QApplication::setPalette(palette);
+}
+
 /// Without one every Chinese text would be a row of boxes, so this one is in English.
 void checkGlyphs()
 {
@@ -69,6 +80,7 @@ int main(int argc, char** argv)
     speakChinese(translator);
     QApplication::setFont(chineseFont());
     QApplication::setWindowIcon(programIcon());
+    makePromptsReadable();
 
     runtime::ScreenDialogs dialogs;
     checkGlyphs();

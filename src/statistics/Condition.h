@@ -11,8 +11,8 @@ enum class Operator { Less, LessOrEqual, Greater, GreaterOrEqual, Equal };
 struct Comparison
 {
     QString column;
-    Operator op;
-    double number;
+    Operator op = Operator::Equal;
+    double number = 0;
 
     bool holds(double value) const
     {

@@ -30,7 +30,7 @@ public:
 
         struct Test
         {
-            const scoring::TableColumn* column;
+            const scoring::TableColumn* column = nullptr;
             Comparison comparison;
         };
 

@@ -42,6 +42,7 @@ void fillExam(Block& block, ExamFigures& figures, int line, const QString& item,
               const std::vector<RankBand>& bands)
 {
     std::vector<ExamFigures::ClassFigure> students;
+    students.reserve(bands.size());
     for (const RankBand& band : bands)
         students.push_back(
             figures.figure(Aggregate::Count, item + u"年名"_s, band.condition(item, figures)));

@@ -19,10 +19,13 @@ const QString ClassHeading = u"班级"_s;
 
 Block::Block(grid::FlexGrid& grid, const std::vector<library::ClassEntry>& classes,
              BlockShape shape)
-    : m_grid(grid), m_classes(classes), m_shape(std::move(shape)), m_titleRow(grid.Rows())
+    : m_grid(grid),
+      m_classes(classes),
+      m_shape(std::move(shape)),
+      m_titleRow(grid.Rows()),
+      m_lastRow(row(int(classes.size()), 0) - 1)
 {
-    m_grid.setRows(row(int(classes.size()), 0));
-    m_lastRow = m_grid.Rows() - 1;
+    m_grid.setRows(m_lastRow + 1);
     m_grid.setCols(std::max(m_grid.Cols(), column(m_shape.items, 0)));
     m_grid.MergeCells = RestrictedMerging;
     m_grid.setMergeRow(m_titleRow, true);

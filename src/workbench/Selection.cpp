@@ -109,7 +109,7 @@ void Selection::fillClasses()
         OptionButton1[i].visible = false;
     const library::Catalogue& catalogue = m_library.catalogue;
     for (int i = 0; i < catalogue.Streams.size() && i + 1 < int(OptionButton1.size()); ++i) {
-        OptionButton1[size_t(i + 1)] = {catalogue.Streams[i], true};
+        OptionButton1[size_t(i) + 1] = {catalogue.Streams[i], true};
         if (size_t(i) >= catalogue.ClassTable.size())
             continue;
         for (const library::ClassEntry& entry : catalogue.ClassTable[size_t(i)])

@@ -1,4 +1,4 @@
-"""The road of a new teacher by mouse and keyboard: from no library to a saved comprehensive analysis.
+"""The road of a new teacher by mouse and keyboard, from no library to a saved analysis.
 
 What the windows show is compared with what yunshan-cli computes from the same library.
 """
@@ -54,10 +54,10 @@ class NewTeacher(desktop.DesktopTest):
         self.assertTrue(self.library.is_file())
 
     def import_students(self):
-        screen = self.running.shown("dialog", "导入学生信息")
+        screen = self.running.window("dialog", "导入学生信息")
         screen.find("push button", "浏览").press()
         self.running.choose_file(yunshan.DEMO / "学生名单.xlsx")
-        screen = self.running.shown("dialog", "导入学生信息")
+        screen = self.running.window("dialog", "导入学生信息")
         self.assertEqual(screen.find("combo box").name, "学生信息")
         self.assertIn("学生名单.xlsx - 工作簿", self.running.titles())
         screen.find("push button", "导入").press()
@@ -65,7 +65,7 @@ class NewTeacher(desktop.DesktopTest):
         self.assertNotIn("学生名单.xlsx - 工作簿", self.running.titles())
         screen.find("push button", "退出").press()
         self.running.gone(screen)
-        behind = self.running.bring_forward("dialog", "新建成绩库")
+        behind = self.running.window("dialog", "新建成绩库")
         behind.find("push button", "取消").press()
         self.running.gone(behind)
         self.assertEqual(self.running.main_window().name, f"云杉学业册 - {self.library}")
@@ -135,7 +135,7 @@ class NewTeacher(desktop.DesktopTest):
     def save_one_analysis(self):
         """The window of the first stream is saved; its sheets hold what yunshan-cli computes."""
         target = self.folder / "分析.xlsx"
-        book = self.running.bring_forward("frame", "工作簿1")
+        self.running.bring_forward("frame", "工作簿1")
         self.desktop.press("ctrl+s")
         self.running.choose_file(target.with_suffix(""))
         self.running.window("frame", "分析.xlsx - 工作簿")

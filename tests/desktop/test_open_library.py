@@ -13,7 +13,8 @@ BLOCK_ROWS, BLOCK_COLUMNS = range(1, 5), range(1, 5)
 
 class OpenLibrary(desktop.DesktopTest):
     def test_copying_and_finding_in_the_grid(self):
-        self.make_library(EXAM)
+        self.make_library(self.library, EXAM)
+        self.cli("score", self.library, EXAM)
         self.start(self.library)
         window = self.running.window("frame", f"云杉学业册 - {self.library}")
         window.find("list", "考试名称").choose(EXAM)

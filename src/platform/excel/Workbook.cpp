@@ -124,6 +124,8 @@ void Workbook::remove(const Worksheet& sheet)
 
 Worksheet& Workbook::activeSheet()
 {
+    // The sheets are ours to change; only the search is shared.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
     return const_cast<Worksheet&>(std::as_const(*this).activeSheet());
 }
 

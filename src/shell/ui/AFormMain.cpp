@@ -11,6 +11,7 @@
 #include <QMimeData>
 #include <QScreen>
 #include <QSettings>
+#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -352,9 +353,8 @@ void AFormMain::dropEvent(QDropEvent* event)
 {
     event->acceptProposedAction();
     // Queued, so that the program that the file comes from need not wait for a screen.
-    QMetaObject::invokeMethod(
-        this, [this, file = droppedFile(event->mimeData())] { takeDropped(file); },
-        Qt::QueuedConnection);
+    QTimer::singleShot(0, this,
+                       [this, file = droppedFile(event->mimeData())] { takeDropped(file); });
 }
 
 void AFormMain::takeDropped(const QString& file)

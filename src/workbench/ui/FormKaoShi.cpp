@@ -200,7 +200,7 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     showAsList(Combo3);
     CheckMin = named(new QCheckBox(u"查询后最小化(&M)"_s, this), u"CheckMin"_s, u"查询后最小化"_s);
     Picture1 = named(new QWidget(this), u"Picture1"_s, u"进度"_s);
-    LabelXX = named(new QLabel(Picture1), u"LabelXX"_s, u"进度"_s);
+    LabelXX = runtime::namedText(new QLabel(Picture1), u"LabelXX"_s);
     (new QHBoxLayout(Picture1))->addWidget(LabelXX);
     Picture1->hide();
     auto* commands = new QGridLayout;

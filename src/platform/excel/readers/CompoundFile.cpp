@@ -144,7 +144,7 @@ void CompoundFile::readDirectory()
         const int nameBytes = std::clamp<int>(qFromLittleEndian<quint16>(raw + 64), 2, 64);
         for (int i = 0; i + 2 < nameBytes; i += 2)
             entry.name += QChar(qFromLittleEndian<quint16>(raw + i));
-        entry.type = raw[66];
+        entry.type = uchar(raw[66]);
         entry.left = qFromLittleEndian<quint32>(raw + 68);
         entry.right = qFromLittleEndian<quint32>(raw + 72);
         entry.child = qFromLittleEndian<quint32>(raw + 76);

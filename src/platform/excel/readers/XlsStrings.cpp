@@ -66,7 +66,8 @@ QString CodePage::decode(std::string_view bytes) const
     if (isAscii(bytes))
         return QString::fromLatin1(bytes.data(), qsizetype(bytes.size()));
     std::vector<char16_t> units(bytes.size() * 2 + 2);
-    char* in = const_cast<char*>(bytes.data());
+    // iconv only reads what it takes as char**.
+    char* in = const_cast<char*>(bytes.data()); // NOLINT(cppcoreguidelines-pro-type-const-cast)
     size_t inLeft = bytes.size();
     char* out = reinterpret_cast<char*>(units.data());
     size_t outLeft = units.size() * sizeof(char16_t);

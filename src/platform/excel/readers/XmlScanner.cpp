@@ -29,6 +29,8 @@ void* takeBlock(void* old, size_t size)
     const size_t oldSize = old == nullptr ? 0 : *static_cast<size_t*>(old);
     if (size > mostParserMemory || memoryTaken - oldSize + size > mostParserMemory)
         return nullptr;
+    // The parser asks for a C allocator.
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
     void* block = std::realloc(old, size + blockHead);
     if (block == nullptr)
         return nullptr;
@@ -57,7 +59,7 @@ void release(void* memory)
     if (memory == nullptr)
         return;
     memoryTaken -= *static_cast<size_t*>(headOf(memory));
-    std::free(headOf(memory));
+    std::free(headOf(memory)); // NOLINT(cppcoreguidelines-no-malloc)
 }
 
 /// Names are short, so one walk beats searching for the colon and the end.

@@ -12,7 +12,7 @@ namespace excel {
 namespace {
 
 constexpr qint64 mostEntries = 65535;
-constexpr qint64 pieceSize = 128 * 1024;
+constexpr qint64 pieceSize = qint64{128} * 1024;
 
 /// Entries that a 64-bit end record claims, given the place of its locator in the file's tail.
 qint64 entriesBy64BitRecord(QFile& file, const QByteArray& tail, qsizetype locator)
@@ -35,7 +35,7 @@ void refuseTooManyEntries(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw ReadFailure{Fault::Unreadable};
-    file.seek(std::max<qint64>(0, file.size() - 66 * 1024));
+    file.seek(std::max<qint64>(0, file.size() - qint64{66} * 1024));
     const QByteArray tail = file.readAll();
     const QByteArray mark("PK\x06\x07", 4);
     for (qsizetype at = tail.indexOf(mark); at >= 0; at = tail.indexOf(mark, at + 1)) {

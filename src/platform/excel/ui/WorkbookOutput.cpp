@@ -50,7 +50,7 @@ QString withEnding(const QString& file, const QString& ending, const QString& fo
 QString chooseTarget(const QString& filter, const QString& ending, const QString& formerEnding)
 {
     const QString chosen = runtime::ShowFileDialog(filter, FileMode::Save);
-    const QString file = withEnding(chosen, ending, formerEnding);
+    QString file = withEnding(chosen, ending, formerEnding);
     if (file == chosen || !QFileInfo::exists(file))
         return file;
     const Answer answer = runtime::MsgBox(u"同名文件已存在，是否覆盖原文件？"_s, u"是否覆盖"_s,
@@ -198,12 +198,12 @@ QString writeCopy(const Workbook& book, const QString& source, const QString& na
                   const QString& folder)
 {
     if (QFileInfo::exists(source)) {
-        const QString copy = folder + u'/' + QFileInfo(source).fileName();
+        QString copy = folder + u'/' + QFileInfo(source).fileName();
         QFile::remove(copy);
         if (QFile::copy(source, copy))
             return copy;
     }
-    const QString copy = folder + u'/' + withEnding(name, u".xlsx"_s, u".xls"_s);
+    QString copy = folder + u'/' + withEnding(name, u".xlsx"_s, u".xls"_s);
     QFile::remove(copy);
     writeXlsx(book, copy);
     return copy;

@@ -70,7 +70,7 @@ void WorkbookWindow::buildSheets()
     layout->addWidget(m_view);
     layout->addWidget(SheetTabs);
     setCentralWidget(page);
-    CellText = runtime::named(new QLabel, u"CellText"_s, u"单元格内容"_s);
+    CellText = runtime::namedText(new QLabel, u"CellText"_s);
     CellText->setTextFormat(Qt::PlainText);
     CellText->setIndent(fontMetrics().averageCharWidth());
     statusBar()->addWidget(CellText, 1);

@@ -77,13 +77,16 @@ void WorkbookWindows::open(Workbook& book)
     if (book.path().isEmpty())
         ++m_made;
     auto* window = new WorkbookWindow(book, u"工作簿%1"_s.arg(m_made), m_desktop);
-    m_windows.push_back(window);
+    m_windows.emplace_back(window);
     QWidget* waiting = QApplication::activeModalWidget();
     window->setAttribute(Qt::WA_ShowWithoutActivating, waiting != nullptr);
     window->show();
     QWidget* front = waiting != nullptr ? waiting : window;
     front->raise();
     front->activateWindow();
+    // Some window managers give a new window the keyboard whatever it asks for.
+    if (waiting != nullptr)
+        QTimer::singleShot(syncEveryMs, waiting, [waiting] { waiting->activateWindow(); });
 }
 
 void WorkbookWindows::sync()
@@ -99,7 +102,7 @@ void WorkbookWindows::sync()
         m_timer.start(syncEveryMs);
 }
 
-bool WorkbookWindows::closeAll()
+bool WorkbookWindows::closeAll() const
 {
     const std::vector<WorkbookWindow*> all = windows();
     return std::all_of(all.begin(), all.end(),

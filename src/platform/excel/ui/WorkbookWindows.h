@@ -26,7 +26,7 @@ public:
     void sync();
 
     /// Closes all windows, asking for what was not saved; false if the user stopped that.
-    bool closeAll();
+    bool closeAll() const;
 
     /// The window of a workbook, null if it has none.
     WorkbookWindow* windowOf(const Workbook& book) const;

@@ -20,7 +20,7 @@ FindBar::FindBar(QAbstractScrollArea* area, Find find)
     setAutoFillBackground(true);
     setFrameShape(QFrame::StyledPanel);
     FindText = named(new QLineEdit, u"FindText"_s, u"查找内容"_s);
-    FindResult = named(new QLabel, u"FindResult"_s, u"查找结果"_s);
+    FindResult = namedText(new QLabel, u"FindResult"_s);
     auto* next = button(u"FindNext"_s, u"下一个"_s, this);
     auto* previous = button(u"FindPrevious"_s, u"上一个"_s, this);
     auto* shut = button(u"FindClose"_s, u"关闭"_s, this);

@@ -31,6 +31,13 @@ Widget* named(Widget* widget, const QString& objectName, const QString& accessib
     return widget;
 }
 
+/// Gives a label its design name. What a screen reader says is its text, which changes.
+template <class Label> Label* namedText(Label* label, const QString& objectName)
+{
+    label->setObjectName(objectName);
+    return label;
+}
+
 /// A push button with its design name; `caption` can carry an access key as in "导入(&I)".
 QPushButton* button(const QString& objectName, const QString& caption, QWidget* parent);
 

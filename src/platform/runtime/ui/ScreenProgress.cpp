@@ -22,7 +22,7 @@ constexpr int paintEveryMs = 40;
 ScreenProgress::ScreenProgress(QWidget* parent, std::chrono::milliseconds appearAfter)
     : m_window(std::make_unique<Screen>(u"ProgressWindow"_s, u"请稍候"_s, parent)),
       m_text(named(new QLabel, u"ProgressText"_s, u"正在进行"_s)),
-      m_counts(named(new QLabel, u"ProgressCounts"_s, u"已完成数"_s)),
+      m_counts(namedText(new QLabel, u"ProgressCounts"_s)),
       m_bar(named(new QProgressBar, u"ProgressBar"_s, u"进度"_s)),
       m_cancel(button(u"ProgressCancel"_s, u"取消(&C)"_s, m_window.get())),
       m_appearAfter(appearAfter)
