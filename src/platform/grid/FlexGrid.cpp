@@ -140,7 +140,7 @@ void FlexGrid::setMergeRow(int row, bool merge)
 
 bool FlexGrid::MergeRow(int row) const
 {
-    return m_mergeRows.count(row) > 0;
+    return m_mergeRows.contains(row);
 }
 
 void FlexGrid::setMergeCol(int col, bool merge)
@@ -151,7 +151,7 @@ void FlexGrid::setMergeCol(int col, bool merge)
 
 bool FlexGrid::MergeCol(int col) const
 {
-    return m_mergeCols.count(col) > 0;
+    return m_mergeCols.contains(col);
 }
 
 void FlexGrid::refuseCell(int row, int col) const

@@ -19,7 +19,7 @@ QString withSlash(const QString& folder)
 /// in bin/, their files in share/yunshan/ beside it.
 QString shippedFolder(const QString& programFolder)
 {
-    const QString installed = QDir::cleanPath(programFolder + QStringLiteral("/../share/yunshan"));
+    QString installed = QDir::cleanPath(programFolder + QStringLiteral("/../share/yunshan"));
     if (!QFileInfo::exists(programFolder + QStringLiteral("/data"))
         && QFileInfo::exists(installed + QStringLiteral("/data")))
         return installed;

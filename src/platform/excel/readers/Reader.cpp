@@ -92,7 +92,7 @@ QByteArray headOf(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw ReadFailure{Fault::Unreadable};
-    const QByteArray head = file.read(headSize);
+    QByteArray head = file.read(headSize);
     if (head.isEmpty())
         throw ReadFailure{Fault::Empty};
     return head;

@@ -10,6 +10,6 @@
 namespace excel {
 
 /// Reads the record stream of an .xls file (versions 5 to 8). Throws ReadFailure.
-std::unique_ptr<Workbook> readXls(const QString& path, const QByteArray& stream, Budget& budget);
+std::unique_ptr<Workbook> readXls(const QString& path, const QByteArray& bytes, Budget& budget);
 
 } // namespace excel

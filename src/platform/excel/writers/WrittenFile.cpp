@@ -54,7 +54,7 @@ bool isWholePart(zip_t* archive, zip_uint64_t index)
     const std::unique_ptr<zip_file_t, CloseFile> part(zip_fopen_index(archive, index, 0));
     if (part == nullptr)
         return false;
-    std::array<char, 65536> buffer;
+    std::array<char, 65536> buffer{};
     std::string root;
     std::string tail;
     zip_int64_t size = 0;

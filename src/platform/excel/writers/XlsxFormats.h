@@ -27,8 +27,8 @@ private:
     struct Entry
     {
         CellFormat format;
-        NumberKind kind;
-        lxw_format* made;
+        NumberKind kind{};
+        lxw_format* made = nullptr;
     };
 
     lxw_workbook* m_book;
