@@ -44,9 +44,10 @@ void setOrder(Selection& selection, const QStringList& order)
         setSortKey(columns, selection.Combo1[size_t(i)], selection.Combo2[size_t(i)], order[i]);
 }
 
-void choose(Selection& selection, const Arguments& arguments)
+void choose(Selection& selection, const Session& session)
 {
-    chooseExamsAndCategories(selection, arguments);
+    const Arguments& arguments = session.arguments;
+    chooseExamsAndCategories(selection, session);
     chooseStream(selection, arguments.value(u"stream"_s, u"全"_s));
     if (arguments.has(u"classes"_s))
         selectOnly(selection.ListFW, arguments.list(u"classes"_s), u"班级"_s);
@@ -70,7 +71,7 @@ Exit runBrowse(Session& session)
         return Exit::Error;
     Selection selection(session.scores);
     selection.Form_Load();
-    choose(selection, arguments);
+    choose(selection, session);
     grid::FlexGrid grid;
     const bool filled = workbench::Browse(selection).CommandLLCJ_Click(grid);
     // A refusal leaves nothing to show as text; the object tells its message.

@@ -18,7 +18,7 @@ struct Session
     /// Opens the library that the first positional names. False after the message if that failed.
     bool openLibrary();
 
-    /// Throws UsageError for the first name that is no exam of the open library.
+    /// Throws UsageError for the first name that is not in the list of exams of the open library.
     void requireExams(const QStringList& exams) const;
 
     /// Error if an error was shown, Done otherwise.

@@ -45,7 +45,7 @@ Exit runReport(Session& session)
         return Exit::Error;
     workbench::Selection selection(session.scores);
     selection.Form_Load();
-    chooseExamsAndCategories(selection, arguments);
+    chooseExamsAndCategories(selection, session);
     selection.scTJ();
     grid::FlexGrid grid;
     if (fill(session, selection, grid) || format == "json"_L1)

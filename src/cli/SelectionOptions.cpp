@@ -18,10 +18,13 @@ void selectOnly(ChoiceList& list, const QStringList& texts, const QString& kind)
     }
 }
 
-void chooseExamsAndCategories(workbench::Selection& selection, const Arguments& arguments)
+void chooseExamsAndCategories(workbench::Selection& selection, const Session& session)
 {
-    if (arguments.has(u"exam"_s))
+    const Arguments& arguments = session.arguments;
+    if (arguments.has(u"exam"_s)) {
+        session.requireExams(arguments.list(u"exam"_s));
         selectOnly(selection.ListKSMC, arguments.list(u"exam"_s), u"考试"_s);
+    }
     if (arguments.has(u"categories"_s))
         selectOnly(selection.ListLB, arguments.list(u"categories"_s), u"类别代码"_s);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/Arguments.h"
+#include "cli/Command.h"
 #include "workbench/Selection.h"
 
 namespace cli {
@@ -9,6 +9,6 @@ namespace cli {
 void selectOnly(workbench::ChoiceList& list, const QStringList& texts, const QString& kind);
 
 /// Selects what --exam and --categories name, where they are given.
-void chooseExamsAndCategories(workbench::Selection& selection, const Arguments& arguments);
+void chooseExamsAndCategories(workbench::Selection& selection, const Session& session);
 
 } // namespace cli

@@ -4,6 +4,21 @@ namespace cli {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// True for an exam of the library that the list of exams passes over.
+bool standsUnlisted(jet::Connection& conn, const QString& exam)
+{
+    jet::Statement& row =
+        conn.prepared(u"select 1 from 考试名称表 where 考试名称=? collate binary"_s);
+    row.bind({exam});
+    const bool found = row.step();
+    row.finish();
+    return found;
+}
+
+} // namespace
+
 bool Session::openLibrary()
 {
     scores.LibPath = arguments.path(0);
@@ -14,8 +29,12 @@ bool Session::openLibrary()
 void Session::requireExams(const QStringList& exams) const
 {
     for (const QString& exam : exams) {
-        if (!scores.catalogue.ExamList.contains(exam))
-            throw UsageError(u"成绩库里没有考试“%1”。"_s.arg(exam));
+        if (scores.catalogue.ExamList.contains(exam))
+            continue;
+        throw UsageError(
+            standsUnlisted(scores.Conn, exam)
+                ? u"考试“%1”的名称包含在另一次考试的名称里，考试列表中没有它。"_s.arg(exam)
+                : u"成绩库里没有考试“%1”。"_s.arg(exam));
     }
 }
 

@@ -11,22 +11,24 @@ using runtime::Value;
 
 namespace {
 
-std::optional<QDate> validDay(int year, int month, int day)
+std::optional<QDateTime> validMoment(const QDate& day, const QTime& time = QTime(0, 0))
 {
-    const QDate date(year, month, day);
-    return date.isValid() ? std::optional(date) : std::nullopt;
+    if (!day.isValid() || !time.isValid())
+        return std::nullopt;
+    return QDateTime(day, time, Qt::UTC);
 }
 
-/// A day number, or eight digits that are year, month and day.
-std::optional<QDate> dayOfNumber(double number)
+/// A day number with the time of day as its fraction, or eight digits that are year, month and day.
+std::optional<QDateTime> momentOfNumber(double number)
 {
-    constexpr double lastDayNumber = 2958465; // 9999-12-31
-    const double whole = std::floor(number);
-    if (whole >= 0 && whole <= lastDayNumber)
-        return QDate(1899, 12, 30).addDays(qint64(whole));
-    if (whole == number && number >= 10000101 && number <= 99991231) {
+    constexpr double dayNumbers = 2958466; // up to 9999-12-31
+    constexpr double secondsOfDay = 86400;
+    if (number >= 0 && number < dayNumbers)
+        return QDateTime(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC)
+            .addSecs(std::llround(number * secondsOfDay));
+    if (std::floor(number) == number && number >= 10000101 && number <= 99991231) {
         const int digits = int(number);
-        return validDay(digits / 10000, digits / 100 % 100, digits % 100);
+        return validMoment(QDate(digits / 10000, digits / 100 % 100, digits % 100));
     }
     return std::nullopt;
 }
@@ -40,31 +42,32 @@ int fullYear(const QString& digits)
     return year < 30 ? 2000 + year : 1900 + year;
 }
 
-std::optional<QDate> dayOfText(const QString& text)
+std::optional<QDateTime> momentOfText(const QString& text)
 {
     static const QRegularExpression form(
-        uR"(^(\d{4}|\d{2})\s*[-/.年]\s*(\d{1,2})(?:\s*[-/.月]\s*(\d{1,2})?\s*日?)?(?:\s+\d{1,2}:\d{1,2}(?::\d{1,2})?)?$)"_s);
+        uR"(^(\d{4}|\d{2})\s*[-/.年]\s*(\d{1,2})(?:\s*[-/.月]\s*(\d{1,2})?\s*日?)?(?:\s+(\d{1,2}):(\d{1,2})(?::(\d{1,2}))?)?$)"_s);
     const QRegularExpressionMatch match = form.match(text);
     if (match.hasMatch()) {
-        const QString day = match.captured(3);
-        return validDay(fullYear(match.captured(1)), match.captured(2).toInt(),
-                        day.isEmpty() ? 1 : day.toInt());
+        const auto part = [&match](int group) { return match.captured(group).toInt(); };
+        const int day = match.captured(3).isEmpty() ? 1 : part(3);
+        return validMoment(QDate(fullYear(match.captured(1)), part(2), day),
+                           QTime(part(4), part(5), part(6)));
     }
     bool isNumber = false;
     const double number = text.toDouble(&isNumber);
-    return isNumber ? dayOfNumber(number) : std::nullopt;
+    return isNumber ? momentOfNumber(number) : std::nullopt;
 }
 
 } // namespace
 
-std::optional<QDate> cellDate(const Value& cell)
+std::optional<QDateTime> cellDate(const Value& cell)
 {
     if (cell.kind() == Value::Kind::Date)
-        return cell.toDateTime().date();
+        return validMoment(cell.toDateTime().date(), cell.toDateTime().time());
     if (cell.isNumber())
-        return dayOfNumber(cell.toDouble());
+        return momentOfNumber(cell.toDouble());
     if (cell.kind() == Value::Kind::Text)
-        return dayOfText(cell.text().trimmed());
+        return momentOfText(cell.text().trimmed());
     return std::nullopt;
 }
 

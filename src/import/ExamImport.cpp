@@ -29,6 +29,26 @@ constexpr int lastColumn = 255;
 
 const QString takingRows = u"导入数据..."_s;
 
+/// The scoring at the end of an import, told in the import's own words.
+class ScoringProgress : public runtime::Progress
+{
+public:
+    ScoringProgress(runtime::Progress& import, QString text)
+        : m_import(import), m_text(std::move(text))
+    {
+    }
+
+    void report(const QString&, int done, int total) override
+    {
+        m_import.report(m_text, done, total);
+    }
+    bool cancelled() const override { return m_import.cancelled(); }
+
+private:
+    runtime::Progress& m_import;
+    QString m_text;
+};
+
 } // namespace
 
 ExamImport::ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake,
@@ -184,9 +204,12 @@ bool ExamImport::writeExam(ExamChoice examChoice)
 void ExamImport::finish(Afterwards afterwards)
 {
     m_library.catalogue.GetKSXX();
-    m_progress.report(u"导入完成，计算排名..."_s, 0, 0);
-    if (afterwards == Afterwards::Score)
-        scoring::Scoring(m_library).score(m_state.ExamName, m_progress);
+    const QString ranking = u"导入完成，计算排名..."_s;
+    m_progress.report(ranking, 0, 0);
+    if (afterwards == Afterwards::Score) {
+        ScoringProgress progress(m_progress, ranking);
+        scoring::Scoring(m_library).score(m_state.ExamName, progress);
+    }
     m_library.catalogue.GetKeLei();
     m_library.catalogue.GetKSXX();
     m_library.notifyChanged();

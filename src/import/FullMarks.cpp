@@ -63,8 +63,7 @@ bool FullMarks::accept()
             m_state.KMImport[size_t(row - 1)].KMFull = float(mark);
             continue;
         }
-        runtime::MsgBox(text + u"成绩未设置正确的成绩！"_s, {}, runtime::Buttons::Ok,
-                        runtime::Icon::Warning);
+        runtime::MsgBox(text + u"成绩未设置正确的成绩！"_s);
         CurRow = row;
         ++bad;
     }

@@ -138,10 +138,10 @@ void StudentImport::storeDate(jet::Field& field, const Value& cell)
 {
     if (isEmptyCell(cell))
         return;
-    const std::optional<QDate> date = cellDate(cell);
+    const std::optional<QDateTime> date = cellDate(cell);
     if (!date)
         throw runtime::Error(u"“%1”不是日期。"_s.arg(cell.text()));
-    field.setValue(date->toString(u"yyyy-MM-dd"_s));
+    field.setValue(Value(*date).text());
 }
 
 void StudentImport::storePhoto(const Heading& heading, const QString& cell)

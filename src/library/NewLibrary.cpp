@@ -25,9 +25,12 @@ const Trap trap{" - Private Sub Command1_Click/FormNew"};
 
 void NewLibrary::init()
 {
-    QStringList lines;
     runtime::ReadTxtSet(m_library.paths().dataFile(u"科目.txt"_s), lists.subjects);
-    runtime::ReadTxtSet(m_library.paths().dataFile(u"总分公式.txt"_s), lines);
+    const QString formulaFile = m_library.paths().dataFile(u"总分公式.txt"_s);
+    if (!QFileInfo(formulaFile).isFile())
+        return;
+    QStringList lines;
+    runtime::ReadTxtSet(formulaFile, lines);
     lists.totals.clear();
     lists.formulas.clear();
     const Trap loading{" - Sub init/FormNew"};
@@ -84,8 +87,8 @@ void NewLibrary::create(const QStringList& subjects)
             addColumns(subjects);
             batch.commit();
         });
+        m_library.catalogue.GetKSXX();
     }
-    m_library.catalogue.GetKSXX();
     m_library.catalogue.ExamList.clear();
     m_library.notifyChanged();
 }

@@ -23,7 +23,7 @@ public:
 
     NewLibraryLists lists;
 
-    /// Loads the lists from 科目.txt and 总分公式.txt.
+    /// Loads the lists from 科目.txt and 总分公式.txt; a file that is missing leaves its lists.
     void init();
 
     /// "total=formula" of the last formula line of that name, or "".

@@ -21,6 +21,10 @@ public:
     QString CategoryFilter;
     /// Columns that browsing and export show, in order; filled by GetZDYXS and the workbench.
     QStringList DisplayItems;
+    /// T = TFactor · z + TOffset, as the last readable setting "T分" said when an exam was scored;
+    /// another library that is opened finds them as they are.
+    double TFactor = 0;
+    double TOffset = 0;
 
     /// 设置 of the row of that name, or "".
     QString GetSZ(const QString& name);

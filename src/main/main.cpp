@@ -7,6 +7,7 @@
 #include <QTranslator>
 
 #include "platform/runtime/Error.h"
+#include "platform/runtime/ui/ProgramStyle.h"
 #include "shell/ui/AFormMain.h"
 
 namespace {
@@ -78,6 +79,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(YUNSHAN_VERSION));
     QTranslator translator;
     speakChinese(translator);
+    QApplication::setStyle(new runtime::ProgramStyle);
     QApplication::setFont(chineseFont());
     QApplication::setWindowIcon(programIcon());
     makePromptsReadable();

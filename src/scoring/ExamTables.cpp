@@ -4,19 +4,19 @@ namespace scoring {
 
 ExamTable& ExamTables::of(const QString& stream)
 {
-    std::unique_ptr<ExamTable>& table = m_tables[stream];
-    if (!table)
-        table = std::make_unique<ExamTable>(m_conn, m_exam, stream);
-    return *table;
+    auto found = m_tables.find(stream);
+    if (found == m_tables.end())
+        found = m_tables.emplace(stream, std::make_unique<ExamTable>(m_conn, m_exam, stream)).first;
+    return *found->second;
 }
 
 void ExamTables::write()
 {
+    if (m_tables.empty())
+        return;
     jet::WriteBatch batch(m_conn);
-    for (const auto& [stream, table] : m_tables) {
-        if (table)
-            table->write();
-    }
+    for (const auto& [stream, table] : m_tables)
+        table->write();
     batch.commit();
 }
 

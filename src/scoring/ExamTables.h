@@ -18,7 +18,7 @@ public:
     /// Throws jet::Error.
     ExamTable& of(const QString& stream);
 
-    /// Writes all of them in one batch. Throws jet::Error; the exam is as before then.
+    /// Writes those that were read in one batch. Throws jet::Error; the exam is as before then.
     void write();
 
     const QString& exam() const { return m_exam; }

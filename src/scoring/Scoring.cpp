@@ -40,8 +40,8 @@ void Scoring::GetZtoT()
                             runtime::Icon::Warning);
             return;
         }
-        TFactor = Val(pieces[0]);
-        TOffset = Val(pieces[1]);
+        m_library.settings.TFactor = Val(pieces[0]);
+        m_library.settings.TOffset = Val(pieces[1]);
     });
 }
 
@@ -127,14 +127,18 @@ bool Scoring::score(const QString& exam, runtime::Progress& progress)
     constexpr int steps = 4;
     const QString text = u"计算总分："_s + exam + u"..."_s;
     ExamTables tables(m_library.Conn, exam);
+    bool complete = true;
     const auto runStep = [&](int step, const char* tag, const std::function<void()>& work) {
         progress.report(text, step, steps);
-        return !progress.cancelled() && Trap{tag}(work);
+        if (progress.cancelled())
+            return false;
+        complete = Trap{tag}(work) && complete;
+        return true;
     };
     return runStep(0, " - Sub Zfen/Mdl_MDB", [&] { computeStandardScores(*this, tables); })
            && runStep(1, " - Sub JiSuanZF/Mdl_MDB", [&] { computeTotals(*this, tables); })
            && runStep(2, " - Sub PanNJBjMC/Mdl_MDB", [&] { computeRanks(*this, tables); })
-           && runStep(3, " - Sub PanNJBjMC/Mdl_MDB", [&] { tables.write(); });
+           && runStep(3, " - Sub PanNJBjMC/Mdl_MDB", [&] { tables.write(); }) && complete;
 }
 
 } // namespace scoring

@@ -12,11 +12,8 @@ class Scoring
 public:
     explicit Scoring(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary) {}
 
-    /// T = TFactor · z + TOffset; as the last readable setting "T分" said.
-    double TFactor = 0;
-    double TOffset = 0;
-
-    /// Reads the setting "T分"; one without "z+" is refused with a message.
+    /// Reads the setting "T分" into TFactor and TOffset of the library's Settings; one without "z+"
+    /// is refused with a message.
     void GetZtoT();
     /// Mean of a column over the students that sat it; 0 if nobody did.
     double GetPJF(const QString& exam, const QString& column, const QString& stream);
@@ -36,8 +33,9 @@ public:
     /// Ranks of one group: class 0 is the grade.
     void PaiMC(const QString& exam, const QString& stream, double classNumber);
 
-    /// Zfen, JiSuanZF and PanNJBjMC in this order. False if it was cancelled, or could not be read
-    /// or written (shown in a message): the exam is as before then.
+    /// Zfen, JiSuanZF and PanNJBjMC in this order. A step that fails is shown in a message and does
+    /// not keep the next ones from running; what was computed is written at the end. False if a
+    /// step failed, or if it was cancelled: the exam is as before then.
     bool score(const QString& exam, runtime::Progress& progress);
 
     library::ScoreLibrary& library() const { return m_library; }

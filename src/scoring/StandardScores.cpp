@@ -86,14 +86,14 @@ void storeZ(TableColumn* column, const QString& name, size_t row, const LastZ& z
 }
 
 void storeT(TableColumn* column, const QString& name, size_t row, const LastZ& z,
-            const Scoring& scoring)
+            const library::Settings& settings)
 {
     if (!column)
         trap.fail(u"没有名为“%1”的列。"_s.arg(name));
     else if (z.kind == LastZ::Kind::Null)
         column->setNull(row);
     else
-        column->set(row, Round(scoring.TFactor * z.number + scoring.TOffset));
+        column->set(row, Round(settings.TFactor * z.number + settings.TOffset));
 }
 
 void computeSubject(Scoring& scoring, ExamTable& table, const QString& subject, LastZ& z)
@@ -106,10 +106,11 @@ void computeSubject(Scoring& scoring, ExamTable& table, const QString& subject, 
     const QString tName = subject + u"T分"_s;
     TableColumn* zColumn = table.column(zName);
     TableColumn* tColumn = table.column(tName);
+    const library::Settings& settings = scoring.library().settings;
     for (size_t row = 0; row < table.rowCount(); ++row) {
         takeZ(z, scores, row, distribution);
         storeZ(zColumn, zName, row, z);
-        storeT(tColumn, tName, row, z, scoring);
+        storeT(tColumn, tName, row, z, settings);
     }
 }
 

@@ -58,8 +58,7 @@ public:
 
     std::vector<Total> totals()
     {
-        library::Catalogue& catalogue = m_scoring.library().catalogue;
-        catalogue.GetZFKMGS(m_exam, m_stream);
+        const library::Catalogue& catalogue = m_scoring.library().catalogue;
         std::vector<Total> found;
         for (qsizetype i = 0; i < catalogue.TotalColumns.size(); ++i) {
             const QString& name = catalogue.TotalColumns[i];
@@ -143,7 +142,9 @@ void computeTotal(const Total& total, size_t row, RowSums& sums)
 
 void computeTotals(Scoring& scoring, ExamTables& tables)
 {
-    for (const QString& stream : std::as_const(scoring.library().catalogue.Streams)) {
+    library::Catalogue& catalogue = scoring.library().catalogue;
+    for (const QString& stream : std::as_const(catalogue.Streams)) {
+        catalogue.GetZFKMGS(tables.exam(), stream);
         ExamTable& table = tables.of(stream);
         const std::vector<Total> totals = Formulas(scoring, table, tables.exam(), stream).totals();
         for (size_t row = 0; row < table.rowCount(); ++row) {

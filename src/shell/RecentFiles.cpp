@@ -19,7 +19,7 @@ const QString RecentFiles::Placeholder = u"(最近打开的文件)"_s;
 
 QString RecentFiles::MKRecent(const QString& file, const QString& path, int count)
 {
-    runtime::ReadTxtSet(file, m_list);
+    trap([&] { runtime::readLines(file, m_list); });
     if (!path.isEmpty())
         add(file, path, count);
     QStringList shown;

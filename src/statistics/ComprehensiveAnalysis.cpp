@@ -82,8 +82,11 @@ AnalysisResult Analysis::run()
     m_context.forgetRows();
     m_context.streamSlots = {};
     const int streams = std::min(int(catalogue().Streams.size()), MaxStreams);
+    m_application.setScreenUpdating(false);
     for (m_stream = 0; m_stream < streams && !m_cancelled; ++m_stream)
         runStream();
+    m_progress.report({}, 0, 0);
+    m_application.setScreenUpdating(true);
     trap([&] { m_application.setVisible(true); });
     if (m_cancelled)
         return AnalysisResult::Cancelled;

@@ -42,6 +42,7 @@ Report namedReport(const QString& name)
         {u"历次各名次段人数对比"_s, TJGMCDRS},
         {u"各名次段均分"_s, TJGKGMCDJF},
         {u"历次考试进入年级前x名人数"_s, TJLCKSQxM},
+        {u"历次考试进入年级前x名人数 "_s, TJLCKSQxM},
     };
     return reports.value(name);
 }

@@ -51,7 +51,7 @@ void TJGKGMCDJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tr
                      .firstColumn = 2,
                      .columnsPerItem = int(parts.size()),
                      .items = int(items.size())});
-        frame.mergeNames(2);
+        frame.mergeNames(MergedNames::ClassesAndSecond);
         block.headItems(items, parts, u"名次段"_s);
         ExamFigures figures(context, exams, frame.stream(i), trap);
         for (int b = 0; b < bands.size(); ++b) {

@@ -62,7 +62,7 @@ void fillStream(ReportContext& context, ReportFrame& frame, int stream, const Ra
     for (const QString& item : items) {
         Block block =
             frame.examBlock(stream, frame.streamTitle(stream, u"科  "_s, item + report.title), 1, 1,
-                            int(bands.size()));
+                            int(bands.size()), MergedNames::Classes);
         block.headNames(1);
         for (size_t b = 0; b < bands.size(); ++b)
             block.head(1, int(b), 0, bands[b].name() + u"名"_s);

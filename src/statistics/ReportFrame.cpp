@@ -142,15 +142,15 @@ void ReportFrame::fixHeading(int rows)
     m_grid.FixedRows = streamCount() == 1 ? rows : 0;
 }
 
-void ReportFrame::mergeNames(int firstColumn)
+void ReportFrame::mergeNames(MergedNames merged)
 {
     m_grid.setMergeCol(0, true);
-    if (firstColumn == 2)
+    if (merged == MergedNames::ClassesAndSecond)
         m_grid.setMergeCol(1, true);
 }
 
 Block ReportFrame::examBlock(int stream, const QString& title, int headingRows, int columnsPerItem,
-                             int items)
+                             int items, MergedNames merged)
 {
     Block block(m_grid, classes(stream),
                 {.title = title,
@@ -159,7 +159,7 @@ Block ReportFrame::examBlock(int stream, const QString& title, int headingRows, 
                  .firstColumn = firstColumn(),
                  .columnsPerItem = columnsPerItem,
                  .items = items});
-    mergeNames(firstColumn());
+    mergeNames(firstColumn() == 2 ? merged : MergedNames::Classes);
     return block;
 }
 

@@ -9,6 +9,9 @@ namespace statistics {
 /// Whether a report's blocks are also copied to the sheets of the comprehensive analysis.
 enum class Transfer { GridOnly, ToSheet };
 
+/// Of the columns that name a row, those in which equal neighbours are merged.
+enum class MergedNames { Classes, ClassesAndSecond };
+
 /// What a block looks like.
 struct BlockShape
 {
@@ -123,11 +126,12 @@ public:
     /// The heading rows stay in view where the library has one stream; stacked blocks cannot keep
     /// one.
     void fixHeading(int rows);
-    /// Equal neighbours of column 0, and of column 1 if that is no data column, are merged.
-    void mergeNames(int firstColumn);
-    /// A block with a row for each class and exam, and the subjects across.
+    /// Equal neighbours are merged in column 0, and in column 1 if that is asked for.
+    void mergeNames(MergedNames merged);
+    /// A block with a row for each class and exam, and the subjects across. Column 1 is merged only
+    /// where it names the exams.
     Block examBlock(int stream, const QString& title, int headingRows, int columnsPerItem,
-                    int items);
+                    int items, MergedNames merged = MergedNames::ClassesAndSecond);
     /// The title with the stream in front where the library has two.
     QString streamTitle(int stream, const QString& joiner, const QString& title) const;
     /// Copies a finished block if that was asked for; `gap` more rows than one stay empty behind

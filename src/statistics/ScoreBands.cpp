@@ -123,7 +123,7 @@ void TJGFSDRS(ReportContext& context, QString& exams, const QString& title, grid
                 Block block(grid, frame.classes(i),
                             {.title = frame.streamTitle(i, u"科  "_s, item + title),
                              .items = bands.count()});
-                frame.mergeNames(1);
+                frame.mergeNames(MergedNames::Classes);
                 fillBlock(block, figures, item, bands);
                 frame.finish(i, block, 2);
             });

@@ -50,13 +50,15 @@ void MakeCXTJ(ReportContext& context, const QString& band)
 namespace {
 
 /// The entries of a part such as "文=500,450" go to the stream that it names, if there is one.
+/// Throws runtime::Error for an empty part and for a stream's name alone.
 void takeStreamPart(ReportContext& context, const QString& part)
 {
     const QStringList sides = part.split(u'=');
-    if (sides.size() < 2)
-        throw runtime::Error(u"“"_s + part + u"”缺少等号。"_s);
     const qsizetype stream = context.library.catalogue.Streams.indexOf(sides[0]);
-    if (stream >= 0 && stream < MaxStreams)
+    const bool isKnown = stream >= 0 && stream < MaxStreams;
+    if (part.isEmpty() || (isKnown && sides.size() < 2))
+        throw runtime::Error(u"“"_s + part + u"”缺少等号。"_s);
+    if (isKnown)
         context.LineTable[size_t(stream)] =
             sides[1].isEmpty() ? QStringList() : sides[1].split(u',');
 }

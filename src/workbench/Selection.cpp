@@ -42,6 +42,7 @@ void Selection::Form_Load()
     for (SingleList& direction : Combo2)
         direction = {{u"升序"_s, u"降序"_s}, 0};
     ListXM = {{u"原始分和名次"_s, u"Z分"_s, u"T分"_s}, 0};
+    scTJ();
     init();
 }
 

@@ -146,6 +146,10 @@ class ByButton(Prepared):
         unknown = self.texts("--button", "历次考试进入年级前x名人数")
         self.assertEqual(unknown, [["", ""], ["", ""]])
 
+    def test_the_history_is_named_with_or_without_its_blank(self):
+        with_blank = self.report("--item", "历次考试进入年级前x名人数 ")
+        self.assertEqual(with_blank, self.report("--item", "历次考试进入年级前x名人数"))
+
     def test_exams_stand_in_the_order_of_the_list(self):
         rows = self.texts("--button", "历次总分上线人数", exam="期末,期中")
         self.assertEqual([row[:2] for row in rows[2:4]], [["1班", "期中"], ["1班", "期末"]])

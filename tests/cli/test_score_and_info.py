@@ -52,6 +52,21 @@ class Score(Prepared):
         self.assertTrue(result.err.startswith("成绩库里没有考试“没有”。\n"))
         self.assertUntouched(before)
 
+    def test_an_exam_that_the_list_passes_over_is_refused_with_the_reason(self):
+        book = self.book("成绩.xlsx", (*HEADINGS, "语文"), (1, 1, "甲", 60))
+        self.import_exam(book, "中")
+        before = yunshan.file_hash(self.library)
+        for command in (("score", self.library, "中"),
+                        ("browse", self.library, "--exam", "中"),
+                        ("report", self.library, "--item", "考试人数", "--exam", "中"),
+                        ("analyze", self.library, "--exam", "中", "--out", self.folder),
+                        ("import-exam", self.library, book, "--exam", "中", "--existing")):
+            result = self.run_program(*command, expect=USAGE)
+            self.assertEqual(result.out, "", command)
+            self.assertTrue(result.err.startswith(
+                "考试“中”的名称包含在另一次考试的名称里，考试列表中没有它。\n"), result.err)
+            self.assertUntouched(before)
+
     def test_a_t_setting_that_is_none(self):
         self.change("update 设置表 set 设置='50+10z' where 名称='T分'")
         result = self.run_program("score", self.library, "期中", expect=ERROR)

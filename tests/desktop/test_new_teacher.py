@@ -160,30 +160,35 @@ class NewTeacher(desktop.DesktopTest):
                 self.assertEqual(value, text, f"{sheet.title} {place}")
 
     def end_and_start_again(self):
-        """The second analysis was not saved, so its window asks; then all is where it was."""
+        """The second analysis was not saved, so its window asks; then all is where it was. The
+        panel is there whenever no library is."""
         self.running.bring_forward("frame", "云杉学业册")
         self.running.resize(self.running.main_window(), *WINDOW_SIZE)
-        panel = self.running.main_window().find("frame", "基本信息")
-        panel.find("push button", "关闭").press()
+        self.close_panel()
         self.running.menu("f", "x")
         self.assertEqual(self.running.answer("否", "关闭工作簿"), "“工作簿2”还没有保存，是否保存？")
         self.assertEqual(self.running.end(), 0)
-        self.start()
-        self.assertLaidOutAsBefore()
-        self.desktop.press("ctrl+o")
-        self.running.choose_file(self.library)
+        self.start(self.library)
+        self.assertSize()
+        self.assertFalse(self.is_panel_shown())
         self.running.menu("f", "x")
         self.assertEqual(self.running.end(), 0)
         self.start()
+        self.assertSize()
+        self.assertTrue(self.is_panel_shown())
         self.running.choose_from_menu("文件", str(self.library))
         desktop.wait_for("library in the title", lambda: self.running.main_window().name
                          == f"云杉学业册 - {self.library}")
-        self.assertLaidOutAsBefore()
 
-    def assertLaidOutAsBefore(self):
-        window = self.running.main_window()
-        self.assertEqual(window.box()[2:], WINDOW_SIZE)
-        self.assertFalse(any(window.all("frame", "基本信息")))
+    def close_panel(self):
+        panel = self.running.main_window().find("frame", "基本信息")
+        panel.find("push button", "关闭").press()
+
+    def is_panel_shown(self):
+        return any(self.running.main_window().all("frame", "基本信息"))
+
+    def assertSize(self):
+        self.assertEqual(self.running.main_window().box()[2:], WINDOW_SIZE)
 
 
 if __name__ == "__main__":

@@ -1,69 +1,14 @@
-#include "shell/ui/AFormMain.h"
+#include <QComboBox>
 
-#include <QAction>
-#include <QApplication>
-#include <QDockWidget>
-#include <QMenu>
-#include <QSettings>
-#include <QStandardPaths>
-#include <QTest>
-#include <QTimer>
-
-#include <gtest/gtest.h>
-
-#include "platform/grid/ui/FlexGridView.h"
+#include "gui/MainWindowFixture.h"
 #include "platform/runtime/Text.h"
-#include "support/PrintQString.h"
-#include "support/TestLibrary.h"
 
 namespace {
 
 using namespace Qt::StringLiterals;
-using support::TestLibrary;
 
-class MainWindow : public testing::Test
+class MainWindow : public support::MainWindowFixture
 {
-protected:
-    MainWindow()
-    {
-        QStandardPaths::setTestModeEnabled(true);
-        QSettings().clear();
-        test.addStudent(1, 1, u"甲"_s, u"理"_s);
-        path = test.scores.LibPath;
-        test.scores.Conn.Close();
-        test.scores.LibPath.clear();
-        window = std::make_unique<shell::AFormMain>(test.scores, screenDialogs);
-        window->show();
-    }
-
-    QAction* item(const QString& name)
-    {
-        auto* action = window->findChild<QAction*>(name);
-        EXPECT_NE(action, nullptr) << name.toStdString();
-        return action;
-    }
-
-    /// The name of the modal screen that the action opens; it is closed at once.
-    static QString screenOpenedBy(const std::function<void()>& action)
-    {
-        QString name;
-        QTimer::singleShot(0, [&name] {
-            QWidget* screen = QApplication::activeModalWidget();
-            if (!screen)
-                return;
-            name = screen->objectName();
-            screen->close();
-        });
-        action();
-        return name;
-    }
-
-    bool menuEnabled(const QString& name) { return window->findChild<QMenu*>(name)->isEnabled(); }
-
-    runtime::ScreenDialogs screenDialogs;
-    TestLibrary test{{u"语文"_s}};
-    QString path;
-    std::unique_ptr<shell::AFormMain> window;
 };
 
 TEST_F(MainWindow, WithoutALibraryOnlyTheFileMenuIsOpen)
@@ -154,8 +99,9 @@ TEST_F(MainWindow, AMissingHelpDocumentIsTold)
 TEST_F(MainWindow, ItemsWhoseScreensComeLaterAreOffAndSaySo)
 {
     window->start(path);
-    for (const QString& name : {u"mDelKM"_s, u"meXGCJ"_s, u"meSCKS"_s, u"meXXXG"_s, u"mFXSZ"_s,
-                                u"msGRFX"_s, u"mtEXCEL"_s}) {
+    for (const QString& name :
+         {u"mDelKM"_s, u"meXGCJ"_s, u"meSCKS"_s, u"meXXXG"_s, u"meSZTP"_s, u"meJCTP"_s, u"meJSMD"_s,
+          u"mtSZWL"_s, u"mtSJFB"_s, u"mtZB"_s, u"mFXSZ"_s, u"msGRFX"_s, u"mtEXCEL"_s}) {
         EXPECT_FALSE(item(name)->isEnabled()) << name.toStdString();
         EXPECT_EQ(item(name)->toolTip(), u"尚未提供"_s) << name.toStdString();
     }
@@ -187,14 +133,9 @@ TEST_F(MainWindow, TheWorkbenchOpensTheImportAndTheCustomDisplay)
 TEST_F(MainWindow, TheGridGoesToAWorkbookOfItsOwn)
 {
     window->start(path);
-    auto* grid = window->findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s);
-    grid->grid().setTextMatrix(0, 0, u"班级"_s);
+    gridView()->grid().setTextMatrix(0, 0, u"班级"_s);
     item(u"mMfgToXls"_s)->trigger();
-    const auto windows = QApplication::topLevelWidgets();
-    const auto books = std::count_if(windows.begin(), windows.end(), [](const QWidget* w) {
-        return w->objectName() == u"WorkbookWindow"_s && w->isVisible();
-    });
-    EXPECT_EQ(books, 1);
+    EXPECT_EQ(books().size(), 1u);
     // It was never saved, so that closing the program asks for it.
     test.dialogs.always(u"保存"_s, runtime::Answer::No);
     window->close();
@@ -202,34 +143,45 @@ TEST_F(MainWindow, TheGridGoesToAWorkbookOfItsOwn)
 
 TEST_F(MainWindow, DraggedColumnsKeepTheirWidths)
 {
-    window->start(path);
-    test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100}});
-    test.reload();
-    test.scores.notifyChanged();
-    const auto browse = [this] {
-        QTest::mouseClick(window->findChild<QWidget*>(u"CommandLLCJ"_s), Qt::LeftButton);
-    };
-    browse();
-    auto* view = window->findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s);
-    view->grid().setColWidth(2, 4321);
-    Q_EMIT view->columnDragged(2);
-    browse();
-    EXPECT_EQ(view->grid().ColWidth(2), 4321);
+    startWithExam();
+    press(u"CommandLLCJ"_s);
+    gridView()->grid().setColWidth(2, 4321);
+    Q_EMIT gridView()->columnDragged(2);
+    press(u"CommandLLCJ"_s);
+    EXPECT_EQ(gridView()->grid().ColWidth(2), 4321);
 }
 
-TEST_F(MainWindow, BrowsingShowsTheGridAndThePanelComesBackOnDemand)
+TEST_F(MainWindow, BrowsingShowsTheGridBesideThePanel)
 {
-    window->start(path);
-    auto* panel = window->findChild<QDockWidget*>(u"Panel"_s);
+    startWithExam();
+    press(u"CommandLLCJ"_s);
+    EXPECT_TRUE(gridView()->isVisible());
+    EXPECT_TRUE(panel()->isVisible());
+}
+
+TEST_F(MainWindow, AfterAQueryThePanelStepsAsideIfAskedAndComesBackOnDemand)
+{
+    startWithExam();
     QTest::mouseClick(window->findChild<QWidget*>(u"CheckMin"_s), Qt::LeftButton, {}, QPoint(8, 8));
-    test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100}});
-    test.reload();
-    test.scores.notifyChanged();
-    QTest::mouseClick(window->findChild<QWidget*>(u"CommandLLCJ"_s), Qt::LeftButton);
-    EXPECT_TRUE(window->findChild<QWidget*>(u"MSFlexGrid1"_s)->isVisible());
-    EXPECT_FALSE(panel->isVisible());
+    auto* items = window->findChild<QComboBox*>(u"Combo3"_s);
+    // No report belongs to this one.
+    items->addItem(u"没有的项目"_s);
+    const auto query = [this](const QString& command) {
+        gridView()->hide();
+        press(command);
+        EXPECT_TRUE(gridView()->isVisible());
+        EXPECT_FALSE(panel()->isVisible());
+    };
+    query(u"CommandLLCJ"_s);
     item(u"meLook"_s)->trigger();
-    EXPECT_TRUE(panel->isVisible());
+    EXPECT_TRUE(panel()->isVisible());
+    items->setCurrentText(u"考试人数"_s);
+    query(u"CommandZXTJ"_s);
+    item(u"mSHowInfo"_s)->trigger();
+    EXPECT_TRUE(panel()->isVisible());
+    items->setCurrentText(u"没有的项目"_s);
+    query(u"CommandZXTJ"_s);
+    EXPECT_EQ(test.dialogs.shown, QStringList());
 }
 
 } // namespace

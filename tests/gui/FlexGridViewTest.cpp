@@ -3,6 +3,7 @@
 #include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -207,6 +208,12 @@ TEST_F(GridView, TheRightButtonAsksForTheMenuAndLeavesTheBlock)
     view.select(1, 1, 3, 3);
     QTest::mouseClick(view.viewport(), Qt::RightButton, {}, centre(5, 2));
     EXPECT_EQ(clicked.count(), 0);
+    const QSignalSpy menu(&view, &FlexGridView::menuRequested);
+    const QPoint place = view.viewport()->mapToGlobal(centre(5, 2));
+    QContextMenuEvent asked(QContextMenuEvent::Mouse, centre(5, 2), place);
+    QApplication::sendEvent(view.viewport(), &asked);
+    ASSERT_EQ(menu.count(), 1);
+    EXPECT_EQ(menu[0], QVariantList{place});
     EXPECT_EQ(std::tie(grid.RowSel, grid.ColSel), std::tuple(3, 3));
 }
 

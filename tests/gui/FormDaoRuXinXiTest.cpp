@@ -4,6 +4,7 @@
 #include <QMessageBox>
 
 #include "gui/IntakeFixture.h"
+#include "gui/PaintedTexts.h"
 
 namespace {
 
@@ -82,6 +83,15 @@ TEST_F(StudentImportScreen, ImportsTheChosenSheetAndClosesTheSpreadsheet)
     EXPECT_EQ(text(u"Label4"_s), QString());
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(backups().size(), 1);
+}
+
+TEST_F(StudentImportScreen, SaysWhatItIsDoing)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(form.get()));
+    choose(workbook(u"名单.xlsx"_s, two));
+    const support::PaintedTexts painted(find<QLabel>(u"Label4"_s));
+    press(u"Command1"_s);
+    EXPECT_EQ(painted.texts.filter(u"..."_s), QStringList{u"导入数据..."_s});
 }
 
 TEST_F(StudentImportScreen, SecondImportNeedsANewBrowse)

@@ -1,67 +1,11 @@
-#include "workbench/ui/FormKaoShi.h"
-
-#include <QComboBox>
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSignalSpy>
-#include <QTest>
-
-#include <gtest/gtest.h>
-
-#include "support/PrintQString.h"
-#include "support/TestLibrary.h"
+#include "gui/WorkbenchScreen.h"
 
 namespace {
 
 using namespace Qt::StringLiterals;
-using support::TestLibrary;
 
-/// The workbench over two exams in two streams.
-class Workbench : public testing::Test
+class Workbench : public support::WorkbenchScreen
 {
-protected:
-    Workbench()
-    {
-        test.addStudent(1, 1, u"甲"_s, u"文"_s);
-        test.addStudent(2, 1, u"乙"_s, u"理"_s);
-        for (const QString& stream : {u"文"_s, u"理"_s}) {
-            test.addExam(u"期中"_s, stream, 1, {{u"语文"_s, 100}});
-            test.addExam(u"期末"_s, stream, 2, {{u"语文"_s, 100}});
-        }
-        test.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
-        test.addScores(u"期末"_s, 2, 1, {{u"语文"_s, 80}});
-        test.reload();
-        form =
-            std::make_unique<workbench::FormKaoShi>(test.scores, screenDialogs, applications, grid);
-        form->show();
-    }
-
-    template <class Widget> Widget* find(const QString& name)
-    {
-        auto* widget = form->findChild<Widget*>(name);
-        EXPECT_NE(widget, nullptr) << name.toStdString();
-        return widget;
-    }
-
-    void press(const QString& name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
-
-    void clickItem(const QString& list, int row, Qt::KeyboardModifiers keys = Qt::NoModifier)
-    {
-        auto* widget = find<QListWidget>(list);
-        QTest::mouseClick(widget->viewport(), Qt::LeftButton, keys,
-                          widget->visualItemRect(widget->item(row)).center());
-    }
-
-    QString sql() { return find<QPlainTextEdit>(u"Text1"_s)->toPlainText(); }
-
-    // The real dialogs lie below the scripted ones, so that boxes reach the script.
-    runtime::ScreenDialogs screenDialogs;
-    TestLibrary test{{u"语文"_s}};
-    excel::Applications applications;
-    grid::FlexGrid grid;
-    std::unique_ptr<workbench::FormKaoShi> form;
 };
 
 TEST_F(Workbench, ShowsTheFirstExamAndAllClassesSelected)
@@ -82,7 +26,7 @@ TEST_F(Workbench, AClickInAListRebuildsTheStatement)
 
 TEST_F(Workbench, AStreamSelectsItsClasses)
 {
-    QTest::mouseClick(find<QRadioButton>(u"OptionButton1_1"_s), Qt::LeftButton, {}, QPoint(8, 8));
+    chooseStream(1);
     EXPECT_TRUE(sql().contains(u" and ( 班级=1) and "_s)) << sql().toStdString();
 }
 
@@ -133,8 +77,9 @@ TEST_F(Workbench, WithoutALibraryTheCommandsAreOff)
 {
     test.scores.LibPath.clear();
     form->init();
-    for (const QString& name : {u"CommandLLCJ"_s, u"CommandJSZF"_s, u"CommandDRKS"_s, u"Command1"_s,
-                                u"CommandUP"_s, u"CommandDown"_s, u"CommandZXTJ"_s})
+    for (const QString& name :
+         {u"CommandLLCJ"_s, u"CommandJSZF"_s, u"CommandDRKS"_s, u"Command1"_s, u"CommandUP"_s,
+          u"CommandDown"_s, u"CommandZXTJ"_s, u"CommandZHFX"_s, u"CommandZDYXS"_s})
         EXPECT_FALSE(find<QPushButton>(name)->isEnabled()) << name.toStdString();
 }
 

@@ -1,5 +1,6 @@
 #include "library/ui/FormNew.h"
 
+#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -9,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "gui/ModalBoxes.h"
 #include "library/ui/FormXiuGaiKeMu.h"
 #include "platform/runtime/Text.h"
 #include "support/PrintQString.h"
@@ -42,6 +44,12 @@ protected:
     void press(const QString& name)
     {
         QTest::mouseClick(form->findChild<QPushButton*>(name), Qt::LeftButton);
+    }
+
+    QByteArray storedSubjects() const
+    {
+        QFile file(paths.dataFile(u"科目.txt"_s));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     QTemporaryDir folder;
@@ -100,11 +108,23 @@ TEST_F(NewLibraryScreen, TheListOfSubjectsIsWrittenAsTypedAndTheScreenStays)
     text->setPlainText(u"语文\n\n体育\n"_s);
     QTest::mouseClick(screen.findChild<QPushButton*>(u"Command1"_s), Qt::LeftButton);
     EXPECT_TRUE(screen.isVisible());
-    QStringList lines;
-    runtime::ReadTxtSet(paths.dataFile(u"科目.txt"_s), lines);
-    EXPECT_EQ(lines, (QStringList{u"语文"_s, u"体育"_s}));
+    EXPECT_EQ(storedSubjects(), QByteArray("语文\n\n体育\n"));
     QTest::mouseClick(screen.findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
     EXPECT_FALSE(screen.isVisible());
+}
+
+TEST_F(NewLibraryScreen, OffersTheSubjectsThatWereJustTyped)
+{
+    support::ModalBoxes boxes;
+    boxes.expect([](QDialog& window) {
+        EXPECT_EQ(window.windowTitle(), u"修改科目"_s);
+        window.findChild<QPlainTextEdit*>(u"Text2"_s)->appendPlainText(u"体育"_s);
+        for (const QString& name : {u"Command1"_s, u"Command2"_s})
+            QTest::mouseClick(window.findChild<QPushButton*>(name), Qt::LeftButton);
+    });
+    press(u"Command3"_s);
+    ASSERT_EQ(subjects()->count(), 4);
+    EXPECT_EQ(subjects()->item(3)->text(), u"体育"_s);
 }
 
 } // namespace

@@ -94,6 +94,43 @@ TEST_F(FormulaScreen, ShowsTheFormulaOnceExamAndTotalAreChosen)
     EXPECT_EQ(formula()->text(), u"语文"_s) << "another click shows the stored one again";
 }
 
+TEST_F(FormulaScreen, ATotalAloneShowsNoFormula)
+{
+    click(u"List2"_s, 0);
+    EXPECT_EQ(formula()->text(), u""_s);
+    list(u"List1"_s)->setFocus();
+    list(u"List2"_s)->setFocus();
+    EXPECT_EQ(formula()->text(), u""_s) << "the keyboard chooses no exam by passing";
+}
+
+TEST_F(FormulaScreen, AnExamThatIsUnselectedAgainShowsNoFormula)
+{
+    click(u"List1"_s, 0);
+    click(u"List1"_s, 0, Qt::ControlModifier);
+    click(u"List2"_s, 0);
+    EXPECT_EQ(formula()->text(), u""_s);
+}
+
+TEST_F(FormulaScreen, WithoutAnExamNothingIsStored)
+{
+    click(u"List2"_s, 0);
+    typeFormula(u"语文"_s);
+    press(u"Command1"_s);
+    ASSERT_EQ(test.dialogs.shown.size(), 1);
+    EXPECT_TRUE(
+        test.dialogs.failures.value(0).endsWith(u" - Private Sub Command1_Click/FormZFGS"_s));
+    EXPECT_EQ(stored(), u"语文 / 数学 / 语文+数学"_s);
+}
+
+TEST_F(FormulaScreen, ATotalThatTheKeyboardPassedByIsNotTheOneThatIsStored)
+{
+    click(u"List1"_s, 0);
+    list(u"List2"_s)->setFocus();
+    typeFormula(u"数学"_s);
+    press(u"Command1"_s);
+    EXPECT_EQ(stored(), u"语文 / 数学 / 语文+数学"_s);
+}
+
 TEST_F(FormulaScreen, TheSelectedSubjectsMakeTheFormula)
 {
     click(u"List3"_s, 1);
@@ -128,6 +165,7 @@ TEST_F(FormulaScreen, AWrongTermIsRefusedAndStaysInTheBox)
     press(u"Command1"_s);
     EXPECT_EQ(test.dialogs.shown,
               QStringList{u"总分公式中添加的科目： 物理 无效！只能添加现有科目。"_s});
+    EXPECT_EQ(test.dialogs.look(u"物理 无效"_s), support::BoxLook{});
     EXPECT_EQ(formula()->text(), u"语文+物理"_s);
     EXPECT_EQ(stored(), u"语文 / 数学 / 语文+数学"_s);
 }

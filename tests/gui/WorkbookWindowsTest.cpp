@@ -52,6 +52,17 @@ TEST_F(WorkbookWindowsTest, AnInstanceThatIsNotVisibleShowsNothingUntilItIs)
     EXPECT_TRUE(book.isOpen());
 }
 
+TEST_F(WorkbookWindowsTest, WorkbooksOfARunOpenWhenItEnds)
+{
+    application.setScreenUpdating(false);
+    application.Workbooks().Add();
+    application.Workbooks().Add();
+    windows.sync();
+    EXPECT_TRUE(windows.windows().empty());
+    application.setScreenUpdating(true);
+    EXPECT_EQ(windows.windows().size(), 2u);
+}
+
 TEST_F(WorkbookWindowsTest, QuittingTakesTheWindowsOfThatInstanceWithoutAsking)
 {
     Workbook& stays = application.Workbooks().Add();

@@ -4,6 +4,8 @@
 #include <QFont>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTranslator>
 
 using namespace Qt::StringLiterals;
@@ -14,6 +16,9 @@ int main(int count, char* arguments[])
         qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&count, arguments);
     QApplication application(count, arguments);
+    // The tests run side by side in programs of their own, and each changes the settings.
+    const QTemporaryDir settings;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     const QLocale chinese(QLocale::Chinese, QLocale::China);
     QLocale::setDefault(chinese);
     QTranslator buttons;

@@ -79,6 +79,46 @@ TEST_F(ExamImportPreparation, NeedsASubject)
     expectUntouched();
 }
 
+TEST_F(ExamImportPreparation, TheFirstFaultInTheOrderOfTheChecksIsTold)
+{
+    const Rows wrongHeading{{u"班级 "_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 1, u"王芳"_s, 90}};
+    request.examName.clear();
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(dialogs.shown, QStringList{u"错误: 要分析的工作簿未打开！"_s})
+        << "the workbook comes before the name";
+
+    dialogs.shown.clear();
+    sheet(wrongHeading);
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(dialogs.shown, QStringList{u"错误: 请输入考试名称！"_s})
+        << "the name comes before the sheet";
+
+    dialogs.shown.clear();
+    request.examChoice = ExamChoice::PickedFromList;
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(dialogs.shown, QStringList{u"错误: 请输入考试名称！"_s})
+        << "the name comes before the question";
+
+    dialogs.shown.clear();
+    request.examName = u"期中"_s;
+    dialogs.expect(u"原有数据将被新数据替换"_s, Answer::Cancel);
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(dialogs.shown.size(), 1) << "the question comes before the sheet";
+
+    dialogs.shown.clear();
+    dialogs.expect(u"原有数据将被新数据替换"_s, Answer::Ok);
+    sheet({{u"班级 "_s, u"学号"_s, u"姓名"_s, u"体重"_s}, {1, 1, u"王芳"_s, 90}});
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_TRUE(dialogs.shown.last().contains(u"指定的工作表格式不对！"_s))
+        << "the first row comes before the subjects";
+
+    dialogs.shown.clear();
+    QFile::remove(request.workbookPath);
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(dialogs.shown, QStringList()) << "the file comes before all";
+    expectUntouched();
+}
+
 TEST_F(ExamImportPreparation, FindsSubjectsInSheetOrderAmongOtherColumns)
 {
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"数学"_s, u"总分"_s, {}, u"语文"_s},

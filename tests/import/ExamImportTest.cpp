@@ -64,14 +64,6 @@ TEST_F(ExamImportTest, WritesAnExamRowAndAScoreRowForEachStudent)
     EXPECT_EQ(changedSignals, 1);
 }
 
-TEST_F(ExamImportTest, TellsWhereItStands)
-{
-    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 90}});
-    run();
-    EXPECT_EQ(progress.texts,
-              (QStringList{u"导入数据..."_s, u"导入完成，计算排名..."_s, QString()}));
-}
-
 TEST_F(ExamImportTest, EmptyNumberEndsTheSheet)
 {
     sheet(
@@ -138,6 +130,16 @@ TEST_F(ExamImportTest, EachBadScoreHasItsReason)
                                       u"分值不能为空"_s, u"分值不能为空"_s}));
     EXPECT_EQ(screens.errorLists, 1);
     EXPECT_EQ(screens.countTexts, QStringList{u"共发现 5 处成绩有问题！"_s});
+}
+
+TEST_F(ExamImportTest, WithoutAFullMarkEveryScoreAboveZeroIsBadAndStoredAllTheSame)
+{
+    languageScores({60, 0.5, 0, u"缺考"_s});
+    screens.fullMark = 0;
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(reasons(), (QStringList{u"超过总分"_s, u"超过总分"_s}));
+    EXPECT_EQ(scoreRows(u"语文"_s), u"60 / 0.5 / 0 / -1"_s);
+    EXPECT_EQ(library.rows(u"select 语文 from 考试名称表"_s), u"0"_s);
 }
 
 TEST_F(ExamImportTest, OnlyTheExactWordIsAbsentAndOtherTextIsZero)
@@ -223,6 +225,16 @@ TEST_F(ExamImportTest, PickedExamKeepsTheMarksOfSubjectsThatAreNotOnTheSheet)
     EXPECT_EQ(library.rows(u"select 科类,考试编号,语文,数学 from 考试名称表"_s),
               u"理|2|90|100 / 文|1|150|NULL"_s)
         << "the row of the lowest number is taken, whichever stream the sheet holds";
+}
+
+TEST_F(ExamImportTest, PickedExamGetsTheFormulasAnewInItsFirstRow)
+{
+    library.addExam(u"期中"_s, u"理"_s, 2, {{u"总分"_s, u"语文"_s}});
+    library.addExam(u"期中"_s, u"文"_s, 1, {{u"总分"_s, u"语文"_s}});
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 70}});
+    pick();
+    run();
+    EXPECT_EQ(library.rows(u"select 科类,总分 from 考试名称表"_s), u"理|语文 / 文|语文+数学"_s);
 }
 
 TEST_F(ExamImportTest, PickedExamOverwritesTheStudentsFirstRowFromAnyExam)
@@ -361,6 +373,21 @@ TEST_F(ExamImportTest, StudentNamedMinusOneDropsTheNumberOfTheRow)
     run();
     EXPECT_EQ(state.MFGData.TextMatrix(1, 1), QString());
     EXPECT_EQ(dialogs.questions, QStringList());
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Private Sub Command1_Click/FormDaoRu"_s));
+    EXPECT_EQ(scoreRows(u"id,班级,学号,姓名,语文"_s), u"NULL|1|NULL|甲|88"_s);
+}
+
+TEST_F(ExamImportTest, WithoutANumberTheRowOfAPickedExamCannotBeFound)
+{
+    library.addStudent(1, 3, u"-1"_s, u"文"_s);
+    library.addExam(u"期中"_s, u"文"_s, 1, {});
+    sheet({heads({u"语文"_s}), {1, 3, u"甲"_s, 88}});
+    pick();
+    EXPECT_EQ(run(), ImportResult::Finished);
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Private Sub Command1_Click/FormDaoRu"_s));
+    EXPECT_EQ(scoreRows(u"*"_s), QString());
 }
 
 TEST_F(ExamImportTest, TextsInClassAndNumberAreReadAsNumbers)
@@ -368,21 +395,6 @@ TEST_F(ExamImportTest, TextsInClassAndNumberAreReadAsNumbers)
     sheet({heads({u"语文"_s}), {u"1班"_s, u"02"_s, u"陈静"_s, 88}});
     run();
     EXPECT_EQ(scoreRows(u"班级,学号,姓名"_s), u"1|2|陈静"_s);
-}
-
-TEST_F(ExamImportTest, TicksTheScoring)
-{
-    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 88}, {1, 2, u"陈静"_s, 90}});
-    request.afterwards = importing::Afterwards::Score;
-    run();
-    EXPECT_EQ(scoreRows(u"姓名,语文年名,语文班名"_s), u"王芳|2|2 / 陈静|1|1"_s);
-}
-
-TEST_F(ExamImportTest, WithoutTheTickNothingIsScored)
-{
-    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 88}});
-    run();
-    EXPECT_EQ(scoreRows(u"语文年名"_s), u"NULL"_s);
 }
 
 TEST_F(ExamImportTest, FullDiskWhileNamesComeInCostsOneMessageAndLeavesNothing)

@@ -137,6 +137,15 @@ TEST_F(StudentImportTest, DatesAreStoredAsYearMonthDay)
     EXPECT_EQ(students(u"出生时间"_s), u"2009-07-31 / 2009-07-31 / 2009-07-31"_s);
 }
 
+TEST_F(StudentImportTest, ATimeOfDayIsStoredBehindTheDate)
+{
+    const QDateTime moment(QDate(2009, 7, 31), QTime(8, 30), Qt::UTC);
+    column(u"出生时间"_s, {moment, u"2009-07-31 08:30"_s});
+    run();
+    EXPECT_EQ(students(u"出生时间"_s), u"2009-07-31 08:30:00 / 2009-07-31 08:30:00"_s);
+    EXPECT_EQ(dialogs.failures, QStringList());
+}
+
 TEST_F(StudentImportTest, CellThatIsNoDateIsReportedAndItsFieldStaysEmpty)
 {
     column(u"入学时间"_s, {u"不详"_s, u"2009.9.1"_s});

@@ -29,6 +29,18 @@ TEST_F(CatalogueLists, ALibraryWithoutExamsStillKnowsItsColumns)
     EXPECT_TRUE(catalogue().ClassTable.empty());
 }
 
+TEST_F(CatalogueLists, ColumnsGoByTheirPlaceSoThatRenamingOneChangesNothingElse)
+{
+    test.execute(u"alter table 考试名称表 rename column 备注 to 说明"_s);
+    test.execute(u"alter table 考试名称表 rename column 科类 to 文理"_s);
+    test.reload();
+    EXPECT_EQ(catalogue().AllColumns, (QStringList{u"语文"_s, u"数学"_s, u"总分"_s}));
+    test.execute(u"alter table 考试名称表 rename column 数学 to 奥数"_s);
+    test.reload();
+    EXPECT_EQ(catalogue().AllColumns, (QStringList{u"语文"_s, u"奥数"_s, u"总分"_s}));
+    EXPECT_EQ(catalogue().SubjectColumns, (QStringList{u"语文"_s, u"奥数"_s}));
+}
+
 TEST_F(CatalogueLists, AColumnIsATotalExactlyWhenItsNameEndsSo)
 {
     test.reload();
@@ -57,8 +69,9 @@ TEST_F(CatalogueLists, StreamsComeAscendingAndAtMostTwo)
 TEST_F(CatalogueLists, AnEmptyStreamIsToldAndStillListed)
 {
     test.addStudent(1, 1, u"甲"_s, u""_s);
+    test.addStudent(2, 1, u"乙"_s, u"理"_s);
     catalogue().GetKeLei();
-    EXPECT_EQ(catalogue().Streams, QStringList{u""_s});
+    EXPECT_EQ(catalogue().Streams, (QStringList{u""_s, u"理"_s})) << "the loop goes on";
     EXPECT_EQ(test.dialogs.shown,
               QStringList{u"学生科类不能为空，如果不分文理，默认值设为“理”\n请修改！"_s});
 }
@@ -97,6 +110,19 @@ TEST_F(CatalogueLists, ClassesStandByStreamInAscendingOrderWithTheirSizes)
     EXPECT_EQ(catalogue().ClassTable[1][0].number, 9);
     EXPECT_EQ(catalogue().ClassTable[1][0].students, 2);
     EXPECT_EQ(catalogue().ClassTable[1][1].number, 10);
+}
+
+TEST_F(CatalogueLists, AClassOfTwoStreamsStandsInBothWithAllItsStudents)
+{
+    test.addStudent(1, 1, u"甲"_s, u"文"_s);
+    test.addStudent(1, 2, u"乙"_s, u"理"_s);
+    test.reload();
+    ASSERT_EQ(catalogue().ClassTable.size(), 2u);
+    for (const std::vector<library::ClassEntry>& classes : catalogue().ClassTable) {
+        ASSERT_EQ(classes.size(), 1u);
+        EXPECT_EQ(classes[0].number, 1);
+        EXPECT_EQ(classes[0].students, 2);
+    }
 }
 
 TEST_F(CatalogueLists, AStudentWithoutAClassIsToldAndGivesAClassOfNobody)

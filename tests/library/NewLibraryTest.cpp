@@ -101,6 +101,19 @@ TEST_F(NewLibraryRun, WithoutAPathItStopsInSilence)
     EXPECT_TRUE(dialogs.shown.isEmpty());
 }
 
+TEST_F(NewLibraryRun, WithoutAPathTheOpenLibraryStaysOpenUnderNoPath)
+{
+    const QString open = path;
+    ASSERT_TRUE(create({u"语文"_s}));
+    dialogs.shown.clear();
+    path.clear();
+    EXPECT_FALSE(create({u"语文"_s}));
+    EXPECT_EQ(scores.LibPath, u""_s);
+    EXPECT_TRUE(scores.Conn.isOpen());
+    EXPECT_EQ(scores.Conn.path(), open);
+    EXPECT_TRUE(dialogs.shown.isEmpty());
+}
+
 TEST_F(NewLibraryRun, RefusingToOverwriteLeavesTheOldFileButTakesThePath)
 {
     QFile old(path);
@@ -138,13 +151,17 @@ TEST_F(NewLibraryRun, ANameThatIsNoColumnNameIsLeftOut)
 TEST_F(NewLibraryRun, TheOpenLibraryCannotBeOverwritten)
 {
     ASSERT_TRUE(create({u"语文"_s}));
+    scores.Conn.Execute(u"insert into 考试名称表(考试名称,科类,考试编号) values('期中','理',1)"_s);
     dialogs.shown.clear();
     dialogs.expect(u"文件已存在"_s, Answer::Ok);
     create({u"数学"_s});
     ASSERT_FALSE(dialogs.failures.isEmpty());
     EXPECT_TRUE(dialogs.failures.first().contains(u"正在使用，不能覆盖"_s));
-    // The steps go on against the old file.
+    // The steps go on against the old file, and the list of exams is emptied all the same.
     EXPECT_EQ(scores.catalogue.AllColumns, (QStringList{u"语文"_s, u"数学"_s}));
+    EXPECT_EQ(scores.catalogue.ExamList, QStringList());
+    scores.catalogue.GetKSXX();
+    EXPECT_EQ(scores.catalogue.ExamList, QStringList{u"期中"_s});
 }
 
 TEST_F(NewLibraryRun, ALibraryWhoseFileIsGoneDoesNotBlockANewOne)
@@ -161,7 +178,10 @@ TEST_F(NewLibraryRun, AMissingTemplateIsToldAndNothingIsMade)
 {
     ASSERT_TRUE(QFile::remove(paths.templateFile()));
     EXPECT_FALSE(create({u"语文"_s}));
-    EXPECT_TRUE(dialogs.failures.first().startsWith(u"找不到空白成绩库"_s));
+    ASSERT_EQ(dialogs.shown.size(), 2);
+    EXPECT_TRUE(dialogs.shown[0].startsWith(u"找不到空白成绩库"_s));
+    EXPECT_TRUE(dialogs.shown[0].endsWith(tag));
+    EXPECT_EQ(dialogs.shown[1], path + u"\n库文件不存在！"_s);
     EXPECT_FALSE(QFile::exists(path));
 }
 
@@ -196,6 +216,20 @@ TEST_F(NewLibraryRun, WithoutTheFormulaFileThereIsNoFormula)
     screen.init();
     EXPECT_EQ(screen.lists.totals, QStringList());
     EXPECT_EQ(screen.formulaLine(u"总分"_s), u""_s);
+}
+
+TEST_F(NewLibraryRun, FilesThatAreGoneLeaveTheListsAsTheyWere)
+{
+    library::NewLibrary screen(scores);
+    screen.init();
+    const library::NewLibraryLists before = screen.lists;
+    ASSERT_FALSE(before.formulas.isEmpty());
+    for (const QString& name : {u"科目.txt"_s, u"总分公式.txt"_s})
+        ASSERT_TRUE(QFile::remove(paths.dataFile(name)));
+    screen.init();
+    EXPECT_EQ(screen.lists.subjects, before.subjects);
+    EXPECT_EQ(screen.lists.totals, before.totals);
+    EXPECT_EQ(screen.lists.formulas, before.formulas);
 }
 
 } // namespace

@@ -133,6 +133,19 @@ TEST_F(Pictures, ANameWithoutAPictureLeavesTheLastOneInTheScratchFile)
     EXPECT_EQ(readFile(scratch), "last");
 }
 
+TEST_F(Pictures, ANameWithoutAPictureMakesNoScratchFile)
+{
+    EXPECT_EQ(test.scores.GetPic(student(u"甲.jpg"_s, {})), scratch);
+    EXPECT_FALSE(QFile::exists(scratch));
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
+TEST_F(Pictures, OfAStudentWhoIsGoneCostsAMessage)
+{
+    EXPECT_EQ(test.scores.GetPic(99), u""_s);
+    EXPECT_EQ(test.dialogs.failures, QStringList{u"没有当前记录。 - Function GetPic/Mdl_MDB"_s});
+}
+
 TEST_F(Pictures, WithoutANameThereIsNone)
 {
     EXPECT_EQ(test.scores.GetPic(student(u"  "_s, "bytes")), u""_s);

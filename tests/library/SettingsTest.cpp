@@ -88,4 +88,17 @@ TEST_F(SettingsStore, AStoredSelectionKeepsItsOrderAndDropsColumnsThatAreGone)
     EXPECT_EQ(settings().DisplayItems, QStringList());
 }
 
+TEST_F(SettingsStore, ASelectionIsReadFromAnOlderTableWithoutAKeyToo)
+{
+    test.execute(u"drop table 自定义显示表"_s);
+    test.execute(
+        u"create table 自定义显示表(项目名称 text(50) collate nocase, 显示项目 Memo TEXT)"_s);
+    test.execute(u"insert into 自定义显示表 values('T分全','语文T分')"_s);
+    test.execute(u"insert into 自定义显示表 values('T分全','班级')"_s);
+    test.scores.OpenDB();
+    settings().GetZDYXS(u"T分全"_s);
+    EXPECT_EQ(settings().DisplayItems, QStringList{u"语文T分"_s});
+    EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "platform/jet/Error.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -41,21 +42,36 @@ TEST_F(Template, HasTheFixedColumns)
     EXPECT_TRUE(columns(u"考试名称表"_s).startsWith(u"ID 考试名称 科类 考试编号 备注 语文"_s));
     EXPECT_EQ(columns(u"分班表"_s), u"班级 学号 姓名 新班级 新学号 已分班 ID"_s);
     EXPECT_EQ(columns(u"详细设置表"_s), u"设置名称 科类 科目 条件1 分数1 条件2 分数2"_s);
+    EXPECT_EQ(columns(u"教师表"_s), u"考试名称 班级 语文"_s);
+    EXPECT_EQ(columns(u"总分公式"_s), u"总分 公式"_s);
+    EXPECT_EQ(columns(u"自定义显示表"_s), u"项目名称 显示项目"_s);
+    EXPECT_EQ(columns(u"颜色表"_s), u"ID 颜色"_s);
+    EXPECT_EQ(columns(u"特值表"_s), u"txt z"_s);
 }
 
-TEST_F(Template, HasTheSettingsInOrderWithoutGaps)
+TEST_F(Template, NumbersExamsInSixteenBits)
 {
-    EXPECT_EQ(test.rows(u"select ID, 名称 from 设置表 order by ID"_s),
-              u"1|T分 / 2|参与统计的学生类别代码 / 3|高分段 / 4|低分段 / 5|各科优秀率 / "
-              "6|各科良好率 / 7|各科及格率 / 8|各科差生率 / 9|各科平均分 / 10|各科最高分 / "
-              "11|各科最低分 / 12|各科标准差 / 13|各分数段人数 / 14|总分上线人数 / "
-              "15|各名次段均分 / 16|各名次段人数 / 17|历次各名次段人数对比 / 18|考试人数 / "
-              "19|历次考试进入年级前x名人数  / 20|历次总分上线人数 / 21|进行对比分析的考试"_s);
-    EXPECT_EQ(test.rows(u"select count(*) from 设置表 where 各科条件='点此设置各科条件'"_s),
-              u"6"_s);
-    EXPECT_EQ(test.rows(u"select 设置 from 设置表 where ID in (1,3,4,5,6,7,8,13)"_s),
-              u"10z+50 / [0.9,1] / [0,0.4) / [0.85,1] / [0.75,0.85) / [0.6,1] / [0,0.4) / "
-              "单科10,总分50"_s);
+    for (const QString& table : {u"考试名称表"_s, u"成绩表"_s}) {
+        const jet::TableColumns& fields = test.scores.Conn.columns(table);
+        EXPECT_EQ(fields.at(fields.find(u"考试编号"_s)).type.kind, jet::ColumnType::Kind::Integer)
+            << table.toStdString();
+    }
+}
+
+TEST_F(Template, KeepsOneFormulaOfATotalAndOneSelectionOfAName)
+{
+    const std::pair<QString, QString> keys[] = {{u"总分公式"_s, u"总分"_s},
+                                                {u"自定义显示表"_s, u"项目名称"_s}};
+    for (const auto& [table, key] : keys) {
+        test.execute(u"insert into %1(%2) values('T分全')"_s.arg(table, key));
+        try {
+            test.execute(u"insert into %1(%2) values('t分全')"_s.arg(table, key));
+            ADD_FAILURE() << table.toStdString();
+        } catch (const jet::Error& error) {
+            EXPECT_EQ(error.failure(), jet::Failure::Value) << table.toStdString();
+        }
+        EXPECT_EQ(test.rows(u"select count(*) from %1 where %2='T分全'"_s.arg(table, key)), u"1"_s);
+    }
 }
 
 TEST_F(Template, KeepsOneRowForTheItemWithTheTrailingBlank)
@@ -66,10 +82,11 @@ TEST_F(Template, KeepsOneRowForTheItemWithTheTrailingBlank)
 
 TEST_F(Template, HasDefaultFormulasAndSixteenDistinctColors)
 {
-    EXPECT_EQ(test.rows(u"select 公式 from 总分公式 where 总分='理科总分'"_s),
-              u"语文+数学+英语+物理+化学+生物"_s);
-    EXPECT_EQ(test.rows(u"select 总分 from 总分公式 order by rowid"_s),
-              u"总分 / 文科总分 / 理科总分 / 三科总分 / 文综总分 / 理综总分"_s);
+    EXPECT_EQ(test.rows(u"select 总分, 公式 from 总分公式 order by rowid"_s),
+              u"总分|语文+数学+英语+物理+化学+生物+政治+历史+地理 / "
+              "文科总分|语文+数学+英语+政治+历史+地理 / "
+              "理科总分|语文+数学+英语+物理+化学+生物 / "
+              "三科总分|语文+数学+英语 / 文综总分|政治+历史+地理 / 理综总分|物理+化学+生物"_s);
     EXPECT_EQ(test.rows(u"select count(*), count(distinct 颜色), max(ID) from 颜色表"_s),
               u"16|16|16"_s);
 }

@@ -124,7 +124,7 @@ class Desktop(Installed):
     def test_libraries_are_known_by_both_spellings_of_their_ending(self):
         globs = [glob.get("pattern") for glob in self.mime.iter(MIME + "glob")]
         self.assertEqual(globs, ["*.CJK", "*.cjk"])
-        self.assertEqual(self.mime.find(f"*/{MIME}comment").text, "成绩库")
+        self.assertEqual(self.mime.find(f"*/{MIME}comment").text, "云杉成绩库文件")
 
 
 class Programs(Installed):

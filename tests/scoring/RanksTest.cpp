@@ -55,6 +55,14 @@ TEST_F(Ranks, AbsentStudentsHoldMinusOneAndDisturbNobody)
     EXPECT_EQ(run(), u"-1|-1 / 2|1 / 1|1"_s);
 }
 
+TEST_F(Ranks, ANegativeScoreStandsInItsRankColumnsAsItIs)
+{
+    student(1, 1, -5);
+    student(1, 2, 60);
+    student(1, 3, -1);
+    EXPECT_EQ(run(), u"-5|-5 / 1|1 / -1|-1"_s);
+}
+
 TEST_F(Ranks, IfAllAreAbsentEveryRankIsMinusOne)
 {
     student(1, 1, -1);

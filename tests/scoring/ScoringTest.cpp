@@ -278,6 +278,57 @@ TEST(ScoringRun, OtherExamsStayAsTheyWere)
     EXPECT_EQ(test.rows(other), before);
 }
 
+/// Where each failure happened.
+QStringList tags(const QStringList& failures)
+{
+    QStringList found;
+    for (const QString& failure : failures)
+        found.append(failure.mid(failure.lastIndexOf(u" - "_s)));
+    return found;
+}
+
+TEST(ScoringRun, AStepThatFailsKeepsNoOtherFromRunningAndWhatWasComputedIsWritten)
+{
+    TestLibrary test({u"语文"_s, u"总分"_s});
+    test.addExam(exam, u"文"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
+    for (const QString& stream : {u"文"_s, u"理'"_s}) {
+        for (int number = 1; number <= 2; ++number) {
+            const int classNumber = stream == u"文"_s ? 1 : 2;
+            test.addStudent(classNumber, number, u"学生"_s, stream);
+            test.addScores(exam, classNumber, number, {{u"语文"_s, 50 + number * 10}});
+        }
+    }
+    test.reload();
+    test.dialogs.failures.clear();
+    runtime::NoProgress progress;
+    EXPECT_FALSE(scoring::Scoring(test.scores).score(exam, progress));
+    EXPECT_EQ(test.rows(u"select 语文T分, 总分, 总分年名, 总分班名 from 成绩表"_s),
+              u"43|60|2|2 / 57|70|1|1 / NULL|NULL|NULL|NULL / NULL|NULL|NULL|NULL"_s);
+    const QStringList where = tags(test.dialogs.failures);
+    for (const QString& tag :
+         {u" - Sub Zfen/Mdl_MDB"_s, u" - Sub JiSuanZF/Mdl_MDB"_s, u" - Sub PanNJBjMC/Mdl_MDB"_s})
+        EXPECT_TRUE(where.contains(tag)) << tag.toStdString();
+}
+
+TEST(ScoringRun, ANegativeScoreThatWasImportedIsAnAbsence)
+{
+    TestLibrary test({u"语文"_s, u"数学"_s, u"总分"_s});
+    test.addExam(exam, u"理"_s, 1,
+                 {{u"语文"_s, 100}, {u"数学"_s, 100}, {u"总分"_s, u"语文+数学"_s}});
+    const int scores[][2] = {{60, 70}, {80, 90}, {-5, 80}};
+    int number = 0;
+    for (const auto& [chinese, maths] : scores) {
+        test.addStudent(1, ++number, u"学生"_s, u"理"_s);
+        test.addScores(exam, 1, number, {{u"语文"_s, chinese}, {u"数学"_s, maths}});
+    }
+    test.reload();
+    runtime::NoProgress progress;
+    EXPECT_TRUE(scoring::Scoring(test.scores).score(exam, progress));
+    EXPECT_EQ(
+        test.rows(u"select 语文Z分, 语文T分, 语文年名, 语文班名, 总分, 总分年名 from 成绩表"_s),
+        u"-0.71|43|2|2|130|2 / 0.71|57|1|1|170|1 / -4.95|0|-5|-5|80|3"_s);
+}
+
 TEST(ScoringRun, AnExamWhoseNameBreaksTheStatementsIsNotScoredByTheFormulasOfAnother)
 {
     TestLibrary test(subjects + totals);
@@ -290,6 +341,10 @@ TEST(ScoringRun, AnExamWhoseNameBreaksTheStatementsIsNotScoredByTheFormulasOfAno
     EXPECT_TRUE(scoring.score(exam, progress));
     const QString before = everything(test);
     EXPECT_FALSE(scoring.score(name, progress));
+    EXPECT_EQ(tags(test.dialogs.failures),
+              (QStringList{u" - Function GetKSKM/Mdl_MDB"_s, u" - Sub Zfen/Mdl_MDB"_s,
+                           u" - Function GetZFKMGS/Mdl_MDB"_s, u" - Sub JiSuanZF/Mdl_MDB"_s,
+                           u" - Function GetKSKMZF/Mdl_MDB"_s, u" - Sub PanNJBjMC/Mdl_MDB"_s}));
     scoring.Zfen(name);
     scoring.JiSuanZF(name);
     scoring.PanNJBjMC(name);

@@ -30,6 +30,7 @@ protected:
         scoring.Zfen(u"期中"_s);
     }
 
+    library::Settings& settings() { return test.scores.settings; }
     QString chinese() { return test.rows(u"select 语文Z分, 语文T分 from 成绩表"_s); }
 
     TestLibrary test{{u"语文"_s, u"数学"_s}};
@@ -166,8 +167,8 @@ TEST_F(StandardScores, TheConversionIsReadWithBlanksAndInEitherCase)
     for (const Conversion& conversion : conversions) {
         test.execute(u"update 设置表 set 设置='%1' where 名称='T分'"_s.arg(conversion.setting));
         scoring.GetZtoT();
-        EXPECT_EQ(scoring.TFactor, conversion.factor) << conversion.setting.toStdString();
-        EXPECT_EQ(scoring.TOffset, conversion.offset) << conversion.setting.toStdString();
+        EXPECT_EQ(settings().TFactor, conversion.factor) << conversion.setting.toStdString();
+        EXPECT_EQ(settings().TOffset, conversion.offset) << conversion.setting.toStdString();
     }
 }
 
@@ -177,8 +178,8 @@ TEST_F(StandardScores, AConversionInAnotherOrderIsRefusedAndTheOldOneStays)
     test.execute(u"update 设置表 set 设置='50+10z' where 名称='T分'"_s);
     scoring.GetZtoT();
     EXPECT_EQ(test.dialogs.shown, QStringList{u"T分转换公式设置不正确！"_s});
-    EXPECT_EQ(scoring.TFactor, 10);
-    EXPECT_EQ(scoring.TOffset, 50);
+    EXPECT_EQ(settings().TFactor, 10);
+    EXPECT_EQ(settings().TOffset, 50);
 }
 
 TEST_F(StandardScores, WithoutTheSettingTheOldConversionStaysAfterAMessage)
@@ -187,8 +188,41 @@ TEST_F(StandardScores, WithoutTheSettingTheOldConversionStaysAfterAMessage)
     test.execute(u"delete from 设置表 where 名称='T分'"_s);
     scoring.GetZtoT();
     EXPECT_EQ(test.dialogs.failures, QStringList{u"没有当前记录。 - Sub GetZtoT/Mdl_MDB"_s});
-    EXPECT_EQ(scoring.TFactor, 10);
-    EXPECT_EQ(scoring.TOffset, 50);
+    EXPECT_EQ(settings().TFactor, 10);
+    EXPECT_EQ(settings().TOffset, 50);
+}
+
+TEST_F(StandardScores, TheConversionIsThatOfTheProgramAndOutlivesItsScoringAndItsLibrary)
+{
+    TestLibrary other({u"语文"_s});
+    student(1, 60);
+    student(2, 80);
+    run();
+    test.execute(u"update 设置表 set 设置='50+10z' where 名称='T分'"_s);
+    scoring::Scoring(test.scores).Zfen(u"期中"_s);
+    EXPECT_EQ(chinese(), u"-0.71|43 / 0.71|57"_s);
+    test.scores.LibPath = other.scores.LibPath;
+    test.scores.OpenDB();
+    EXPECT_EQ(settings().TFactor, 10);
+    EXPECT_EQ(settings().TOffset, 50);
+}
+
+TEST_F(StandardScores, ANegativeScoreCountsAsZeroHoweverLowItIs)
+{
+    student(1, 60);
+    student(2, 80);
+    student(3, -5);
+    run();
+    EXPECT_EQ(chinese(), u"-0.71|43 / 0.71|57 / -4.95|0"_s);
+}
+
+TEST_F(StandardScores, AMeanThatCannotBeReadIsZeroAfterAMessage)
+{
+    EXPECT_EQ(scoring.GetPJF(u"期中"_s, u"没有"_s, u"理"_s), 0);
+    EXPECT_EQ(scoring.GetBJPJF(u"期中"_s, u"没有"_s, u"理"_s, 1), 0);
+    ASSERT_EQ(test.dialogs.failures.size(), 2);
+    EXPECT_TRUE(test.dialogs.failures[0].endsWith(u" - Function GetPJF/Mdl_MDB"_s));
+    EXPECT_TRUE(test.dialogs.failures[1].endsWith(u" - Function GetBJPJF/Mdl_MDB"_s));
 }
 
 TEST_F(StandardScores, AMissingZColumnCostsAMessageForEachRowAndTStands)

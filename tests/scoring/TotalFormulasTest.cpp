@@ -54,6 +54,16 @@ TEST_F(TotalFormulasTest, AnExamThatWentAwayGivesNoFormulaAndTheTag)
     EXPECT_TRUE(test.dialogs.failures[0].endsWith(u" - Sub ShowGS/FormZFGS"_s));
 }
 
+TEST_F(TotalFormulasTest, WithoutTheTableOfExamsTheOtherListsAreFilledAfterAMessage)
+{
+    test.execute(u"drop table 考试名称表"_s);
+    formulas.load();
+    ASSERT_EQ(test.dialogs.failures.size(), 1);
+    EXPECT_TRUE(test.dialogs.failures[0].endsWith(u" - Private Sub Form_Load/FormZFGS"_s));
+    EXPECT_EQ(formulas.exams, QStringList());
+    EXPECT_EQ(formulas.subjects, (QStringList{u"语文"_s, u"数学"_s}));
+}
+
 TEST_F(TotalFormulasTest, AFormulaGoesIntoEveryRowOfTheExams)
 {
     formulas.save({u"期末"_s}, u"理科总分"_s, u"语文+数学"_s);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime/Text.h"
+#include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
 
@@ -145,6 +146,18 @@ TEST_F(RecentList, AListThatCannotBeWrittenIsToldAndStillShown)
     EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Sub MKRecent/FormMain"_s))
         << dialogs.failures[0].toStdString();
     EXPECT_EQ(recent.mfREC(), QStringList{u"/甲.CJK"_s});
+}
+
+TEST_F(RecentList, AListThatCannotBeReadIsTold)
+{
+    write(u"/甲.CJK\n"_s);
+    ASSERT_TRUE(QFile::setPermissions(folder.path(), QFile::Permissions(0x7755)));
+    ASSERT_TRUE(QFile::setPermissions(folder.filePath(u"recent.dat"_s), {}));
+    const support::OrdinaryUser user;
+    EXPECT_EQ(start(), QString());
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_TRUE(dialogs.failures[0].startsWith(u"无法读取文件 "_s));
+    EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Sub MKRecent/FormMain"_s));
 }
 
 } // namespace

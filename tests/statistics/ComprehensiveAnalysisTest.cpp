@@ -30,6 +30,25 @@ private:
     int m_left;
 };
 
+/// Does something at one of the reports, as a user does who cannot wait.
+class DisturbAt : public runtime::NoProgress
+{
+public:
+    DisturbAt(int report, std::function<void()> disturb)
+        : m_left(report), m_disturb(std::move(disturb))
+    {
+    }
+    void report(const QString&, int, int) override
+    {
+        if (m_left-- == 0)
+            m_disturb();
+    }
+
+private:
+    int m_left;
+    std::function<void()> m_disturb;
+};
+
 class ComprehensiveAnalysis : public ReportTest
 {
 protected:
@@ -287,6 +306,71 @@ TEST_F(ComprehensiveAnalysis, CancelledRunLeavesWhatWasFilledWithoutTheClosingMe
     EXPECT_EQ(application.Workbooks().Count(), 1);
     EXPECT_EQ(sheet(1, 1).lastUsedRow(), 5);
     EXPECT_TRUE(application.Visible());
+}
+
+TEST_F(ComprehensiveAnalysis, WorkbooksAreHeldBackUntilTheyAreFilled)
+{
+    bool shownEarly = false;
+    DisturbAt second(1, [&] { shownEarly = application.ScreenUpdating(); });
+    ZHFX(context, u"期中"_s, application, second);
+    EXPECT_FALSE(shownEarly);
+    EXPECT_TRUE(application.ScreenUpdating());
+}
+
+TEST_F(ComprehensiveAnalysis, ProgressEndsAheadOfTheClosingMessage)
+{
+    CancelAfter never(1000);
+    ZHFX(context, u"期中"_s, application, never);
+    EXPECT_EQ(never.texts.last(), u" 0/0"_s);
+}
+
+TEST_F(ComprehensiveAnalysis, LastSheetIsInFrontAndAllAreCentred)
+{
+    run();
+    EXPECT_EQ(application.Workbooks().Item(1).activeSheet().Name(), u"对比分析"_s);
+    for (int number = 1; number <= 4; ++number)
+        EXPECT_EQ(sheet(1, number).format(9, 9).horizontalAlignment,
+                  excel::HorizontalAlignment::Center)
+            << number;
+}
+
+TEST_F(ComprehensiveAnalysis, WorkbookClosedWhileItsStudentsAreWrittenIsTold)
+{
+    DisturbAt first(0, [this] { application.Workbooks().Item(1).Close(); });
+    EXPECT_EQ(ZHFX(context, u"期中"_s, application, first), AnalysisResult::Finished);
+    ASSERT_FALSE(library.dialogs.failures.isEmpty());
+    for (const QString& failure : std::as_const(library.dialogs.failures))
+        EXPECT_EQ(failure, u"工作簿已经关闭。 - Sub ZHFX/Mdl_MDB"_s);
+    EXPECT_EQ(library.dialogs.shown.last(), done);
+}
+
+TEST_F(ComprehensiveAnalysis, WorkbookClosedWhileReportsAreCopiedIsToldAtTheNextSheet)
+{
+    library.execute(u"update 设置表 set 加入综合分析='是'"_s);
+    DisturbAt report(6, [this] { application.Workbooks().Item(1).Close(); });
+    EXPECT_EQ(ZHFX(context, u"期中"_s, application, report), AnalysisResult::Finished);
+    EXPECT_EQ(library.dialogs.failures, QStringList(2, u"工作簿已经关闭。 - Sub ZHFX/Mdl_MDB"_s));
+    EXPECT_EQ(library.dialogs.shown.last(), done);
+}
+
+TEST_F(ComprehensiveAnalysis, WorkbookOfTheFirstStreamClosedLeavesTheOtherWhole)
+{
+    addSecondStream();
+    join(u"各科最低分"_s);
+    DisturbAt second(20, [this] { application.Workbooks().Item(1).Close(); });
+    EXPECT_EQ(ZHFX(context, u"期中"_s, application, second), AnalysisResult::Finished);
+    EXPECT_EQ(titles(sheet(1, 3)), u"1:理科各科最低分"_s);
+    EXPECT_EQ(library.dialogs.shown, QStringList{done});
+}
+
+TEST_F(ComprehensiveAnalysis, SheetTakenAwayIsToldAndTheRunGoesOn)
+{
+    join(u"各科最低分"_s);
+    DisturbAt first(0, [this] { sheet(1, 1).Delete(); });
+    EXPECT_EQ(ZHFX(context, u"期中"_s, application, first), AnalysisResult::Finished);
+    ASSERT_FALSE(library.dialogs.failures.isEmpty());
+    EXPECT_TRUE(library.dialogs.failures[0].endsWith(u" - Sub ZHFX/Mdl_MDB"_s));
+    EXPECT_EQ(library.dialogs.shown.last(), done);
 }
 
 TEST_F(ComprehensiveAnalysis, LibraryWithoutStreamsGivesNoWorkbook)

@@ -89,6 +89,7 @@ TEST_F(RankBands, FixedRowsStayAndSeveralExamsStandWithinAClass)
     EXPECT_EQ(row(3), u"1班|期末|0"_s);
     EXPECT_EQ(row(5), u"2班|期末|1"_s);
     EXPECT_EQ(grid.FixedRows, 5);
+    EXPECT_EQ(grid.mergeCols(), std::set<int>{0});
 }
 
 TEST_F(RankBands, CategoryFilterMovesTheLastRankToo)
@@ -169,6 +170,17 @@ TEST_F(History, TitleQuotesTheSettingAsItWasTyped)
     EXPECT_EQ(grid.TextMatrix(2, 1), u"月考"_s);
     EXPECT_EQ(row(3), u"1班|期中|1|1"_s);
     EXPECT_EQ(grid.TextMatrix(4, 1), u"期末"_s);
+    EXPECT_EQ(grid.mergeCols(), std::set<int>{0});
+}
+
+TEST_F(History, BadMarkerIsToldUnderTheNameOfTheSetting)
+{
+    run(u"文=5,理=5"_s);
+    EXPECT_EQ(row(0), u"语文  1次考试进入年级前文=5,理=5名人数"_s);
+    EXPECT_EQ(row(1), u"班级"_s);
+    EXPECT_EQ(
+        library.dialogs.shown,
+        QStringList{u"历次考试进入年级前x名人数   条件设置不正确！缺少分隔符  ||  \n文=5,理=5"_s});
 }
 
 TEST_F(History, NamesTheStreamWhereThereAreTwo)

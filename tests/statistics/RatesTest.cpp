@@ -7,16 +7,10 @@ using statistics::TJGDFD;
 using statistics::TJGK4l;
 using statistics::Transfer;
 
-class Rates : public ReportTest
+/// A report that reads bands.
+class BandReportTest : public ReportTest
 {
 protected:
-    Rates() { set(u"各科及格率"_s, u"[0.6,1]"_s); }
-
-    void run(const QString& title = u"各科及格率"_s)
-    {
-        TJGK4l(context, exams, title, grid, Transfer::GridOnly);
-    }
-
     /// Conditions of a setting for one subject.
     void addCondition(const QString& setting, const QString& stream, const QString& subject,
                       const QString& from, const QString& to)
@@ -24,6 +18,17 @@ protected:
         set(setting, u"(使用自定义数据)"_s);
         library.execute(u"insert into 详细设置表 values('%1','%2','%3','>=','%4','<=','%5')"_s.arg(
             setting, stream, subject, from, to));
+    }
+};
+
+class Rates : public BandReportTest
+{
+protected:
+    Rates() { set(u"各科及格率"_s, u"[0.6,1]"_s); }
+
+    void run(const QString& title = u"各科及格率"_s)
+    {
+        TJGK4l(context, exams, title, grid, Transfer::GridOnly);
     }
 };
 
@@ -170,7 +175,7 @@ TEST_F(Rates, ExamWithoutRowsGivesZeros)
     EXPECT_EQ(library.dialogs.shown, QStringList());
 }
 
-class HighLowGroups : public ReportTest
+class HighLowGroups : public BandReportTest
 {
 protected:
     HighLowGroups()
@@ -233,6 +238,26 @@ TEST_F(HighLowGroups, MissingCustomRowIsTheEnginesError)
     EXPECT_EQ(row(3), u"1班||1||2"_s);
     ASSERT_EQ(library.dialogs.failures.size(), 4);
     EXPECT_TRUE(library.dialogs.failures[0].endsWith(u" - Sub TJGDFD/Mdl_MDB"_s));
+}
+
+TEST_F(HighLowGroups, ConditionsOfOneGroupLeaveTheOtherItsBand)
+{
+    addCondition(u"低分段"_s, u"理"_s, u"语文"_s, u"60"_s, u"80"_s);
+    addCondition(u"低分段"_s, u"理"_s, u"数学"_s, u"50"_s, u"50"_s);
+    run();
+    EXPECT_EQ(row(3), u"1班|1|1|0|0"_s);
+    EXPECT_EQ(row(4), u"2班|0|1|1|1"_s);
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
+TEST_F(HighLowGroups, BadLowerBandGoesOnWithTheConditionsOfTheUpperOne)
+{
+    set(u"低分段"_s, u"0.65"_s);
+    run();
+    EXPECT_EQ(row(3), u"1班|1|1|0|0"_s);
+    EXPECT_EQ(row(4), u"2班|0|0|1|1"_s);
+    ASSERT_EQ(library.dialogs.failures.size(), 1);
+    EXPECT_TRUE(library.dialogs.failures[0].endsWith(u" - Function MakeCXTJ/Mdl_MDB"_s));
 }
 
 } // namespace

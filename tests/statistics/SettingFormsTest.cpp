@@ -107,11 +107,26 @@ TEST_F(NumberLists, MarkOfAStreamThatTheLibraryLacksFindsNoRow)
     EXPECT_EQ(library.dialogs.shown, QStringList());
 }
 
-TEST_F(NumberLists, PartWithoutEqualsSignIsShownAndTheOthersStand)
+TEST_F(NumberLists, PartThatNamesNoStreamIsPassedOver)
 {
     EXPECT_EQ(lines(u"文=500||理=520||450"_s), u"500 / 520"_s);
-    ASSERT_EQ(library.dialogs.failures.size(), 1);
-    EXPECT_TRUE(library.dialogs.failures[0].endsWith(u" - Function FenLiNumTJ/Mdl_MDB"_s));
+    EXPECT_EQ(lines(u"文=500||理=520||体=450"_s), u"500 / 520"_s);
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
+TEST_F(NumberLists, PartWithNothingToReadIsShownAndTheOthersStand)
+{
+    for (const QString& value : {u"文=500||理=520||"_s, u"文=500||理=520||文"_s}) {
+        EXPECT_EQ(lines(value), u"500 / 520"_s);
+        EXPECT_TRUE(library.dialogs.failures.last().endsWith(u" - Function FenLiNumTJ/Mdl_MDB"_s));
+    }
+    EXPECT_EQ(library.dialogs.failures.size(), 2);
+}
+
+TEST_F(NumberLists, StreamWithNothingBehindTheEqualsSignHasNoNumbers)
+{
+    EXPECT_EQ(lines(u"文=||理=520"_s), u" / 520"_s);
+    EXPECT_EQ(library.dialogs.shown, QStringList());
 }
 
 } // namespace

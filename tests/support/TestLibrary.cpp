@@ -115,9 +115,9 @@ runtime::AppPaths TestLibrary::makeAppFolder(const QString& folder)
     const QDir shipped(QStringLiteral(YUNSHAN_PROGRAM_FOLDER));
     QFile::copy(shipped.filePath(QStringLiteral("MFC.dll")),
                 app.filePath(QStringLiteral("MFC.dll")));
-    const QStringList files =
-        QDir(shipped.filePath(QStringLiteral("data")))
-            .entryList({QStringLiteral("*.txt"), QStringLiteral("*.jpg"), QStringLiteral("*.gif")});
+    const QStringList files = QDir(shipped.filePath(QStringLiteral("data")))
+                                  .entryList({QStringLiteral("*.txt"), QStringLiteral("*.jpg"),
+                                              QStringLiteral("*.gif"), QStringLiteral("*.ico")});
     for (const QString& name : files)
         QFile::copy(shipped.filePath(QStringLiteral("data/") + name),
                     app.filePath(QStringLiteral("data/") + name));

@@ -127,9 +127,11 @@ class Desktop:
         (folder / "home/.jwmrc").write_text(JWM_SETTINGS)
 
     def start(self):
+        # Without -noreset the screen starts anew when the asking for the window manager ends, and
+        # turns the manager away that comes at that moment.
         self.env["DISPLAY"] = ":" + self.told(
             "Xvfb", "-displayfd", "{}", "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24",
-            "-nolisten", "tcp", "-fbdir", str(self.folder / "screen"))
+            "-noreset", "-nolisten", "tcp", "-fbdir", str(self.folder / "screen"))
         self.env["DBUS_SESSION_BUS_ADDRESS"] = self.told("dbus-daemon", "--session", "--nofork",
                                                          "--nopidfile", "--print-address={}")
         self.spawn("jwm")

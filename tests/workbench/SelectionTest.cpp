@@ -146,6 +146,16 @@ TEST_F(SelectionTest, WithoutALibraryTheCommandsAreOffAndTheListsStay)
     EXPECT_EQ(selection.Text1, text);
 }
 
+TEST_F(SelectionTest, LoadingWithoutALibraryAsksForAnExam)
+{
+    library.scores.LibPath.clear();
+    Selection loaded(library.scores);
+    loaded.Form_Load();
+    EXPECT_EQ(loaded.Text1, u"请选择 考试名称！"_s);
+    EXPECT_FALSE(loaded.commandsAvailable);
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
 TEST_F(SelectionTest, AFailingStatementOfInitIsShownAndTheOtherListsAreFilled)
 {
     library.execute(u"drop table 设置表"_s);

@@ -91,15 +91,24 @@ TEST_F(TotalsRun, CancellingLeavesTheExamsBeforeScored)
     EXPECT_EQ(ranks(u"期中"_s), u"1|190|2 / 2|200|1"_s);
     EXPECT_EQ(ranks(u"期末"_s), u"NULL|NULL|NULL / NULL|NULL|NULL"_s);
     EXPECT_EQ(library.dialogs.shown, QStringList());
+    EXPECT_EQ(progress.texts.last(), QString()) << "the line is empty, cancelled or not";
 }
 
 TEST_F(TotalsRun, CommandClickRanksAllExamsInTheListAndNamesEach)
 {
     Command_Click(selection, scoring, progress);
-    EXPECT_EQ(progress.texts, (QStringList{u"期中"_s, u"期末"_s}));
+    EXPECT_EQ(progress.texts, (QStringList{u"期中"_s, u"期末"_s, QString()}));
     EXPECT_TRUE(ranks(u"期中"_s).startsWith(u"1|NULL|"_s)) << ranks(u"期中"_s).toStdString();
     EXPECT_TRUE(ranks(u"期末"_s).startsWith(u"2|"_s)) << ranks(u"期末"_s).toStdString();
     EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
+TEST_F(TotalsRun, CancellingTheRanksOfAllExamsClearsTheLineToo)
+{
+    progress.cancelAt = u"期中"_s;
+    Command_Click(selection, scoring, progress);
+    EXPECT_EQ(progress.texts, (QStringList{u"期中"_s, QString()}));
+    EXPECT_TRUE(ranks(u"期末"_s).startsWith(u"NULL|"_s)) << ranks(u"期末"_s).toStdString();
 }
 
 } // namespace

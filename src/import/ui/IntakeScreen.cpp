@@ -80,6 +80,12 @@ void IntakeScreen::listSheets()
     Combo1->addItems(m_intake.sheetNames());
 }
 
+void IntakeScreen::chooseSheet(const excel::Workbook& book, const QString& sheet)
+{
+    if (m_intake.workbook() == &book)
+        Combo1->setCurrentIndex(Combo1->findText(sheet));
+}
+
 void IntakeScreen::watch(const QString& path)
 {
     if (!m_watcher.files().isEmpty())

@@ -19,10 +19,7 @@ void LabelProgress::report(const QString& text, int done, int total)
         m_text.setText(text);
         m_text.repaint();
     }
-    if (text.isEmpty())
-        stepAside();
-    else
-        ScreenProgress::report(text, done, total);
+    ScreenProgress::report(text, done, total);
 }
 
 } // namespace importing

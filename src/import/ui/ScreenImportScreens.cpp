@@ -13,17 +13,25 @@ ScreenImportScreens::ScreenImportScreens(const runtime::AppPaths& paths, QWidget
 
 void ScreenImportScreens::showFullMarks(ImportState& state, const QString& label)
 {
-    m_progress.stepAside();
-    FormShuRuMF(state, m_paths, label, &m_screen).exec();
+    FormShuRuMF screen(state, m_paths, label, &m_screen);
+    ask(screen);
 }
 
 void ScreenImportScreens::showErrorList(ImportState& state)
 {
-    m_progress.stepAside();
     // A dialog's own hide() would end its exec(), and the import screen is to come back.
     m_screen.QWidget::setVisible(false);
-    Formgf(state, m_screen.parentWidget()).exec();
+    Formgf screen(state, m_screen.parentWidget());
+    ask(screen);
     m_screen.QWidget::setVisible(true);
+}
+
+/// The workbook stays usable: the answers stand in it.
+void ScreenImportScreens::ask(QDialog& screen)
+{
+    m_progress.stepAside();
+    screen.setWindowModality(Qt::WindowModal);
+    screen.exec();
 }
 
 } // namespace importing

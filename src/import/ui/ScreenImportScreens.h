@@ -3,6 +3,7 @@
 #include "import/ExamImport.h"
 #include "platform/runtime/ui/ScreenProgress.h"
 
+class QDialog;
 class QWidget;
 
 namespace importing {
@@ -19,6 +20,8 @@ public:
     void showErrorList(ImportState& state) override;
 
 private:
+    void ask(QDialog& screen);
+
     const runtime::AppPaths& m_paths;
     QWidget& m_screen;
     runtime::ScreenProgress& m_progress;

@@ -92,7 +92,7 @@ create table [详细设置表] (
 );
 
 create table [自定义显示表] (
-    [项目名称] text(50) COLLATE NOCASE,
+    [项目名称] text(50) COLLATE NOCASE PRIMARY KEY,
     [显示项目] Memo TEXT COLLATE NOCASE
 );
 

@@ -108,6 +108,12 @@ void Application::setVisible(bool visible)
     changed();
 }
 
+void Application::setScreenUpdating(bool updating)
+{
+    m_screenUpdating = updating;
+    changed();
+}
+
 void Application::Quit()
 {
     for (const std::unique_ptr<Workbook>& book : m_books)

@@ -49,6 +49,11 @@ public:
     bool Visible() const;
     void setVisible(bool visible);
 
+    /// False while a run fills workbooks that are to be shown when they are complete: windows open
+    /// for them once it is true again.
+    bool ScreenUpdating() const { return m_screenUpdating; }
+    void setScreenUpdating(bool updating);
+
     /// Closes the workbooks without asking and ends the instance. Quitting twice does nothing.
     void Quit();
     /// False after Quit.
@@ -63,6 +68,7 @@ private:
     // Closed books stay: screens may still hold references to them.
     std::vector<std::unique_ptr<Workbook>> m_books;
     bool m_visible = false;
+    bool m_screenUpdating = true;
     bool m_running = true;
 };
 

@@ -54,7 +54,9 @@ QString ShowFileDialog(const QString& filter, FileMode mode)
 {
     const QString title =
         mode == FileMode::Save ? QStringLiteral("保存文件") : QStringLiteral("打开文件");
-    QString file = Dialogs::current().chooseFile(title, filter, mode).value_or(QString());
+    QString file;
+    Trap::silent()(
+        [&] { file = Dialogs::current().chooseFile(title, filter, mode).value_or(QString()); });
     if (mode == FileMode::Open || !QFileInfo::exists(file))
         return file;
     const Answer answer = MsgBox(QStringLiteral("同名文件已存在，是否覆盖原文件？"),

@@ -59,7 +59,7 @@ Answer MsgBox(const QString& text, const QString& title = {}, Buttons buttons = 
               Icon icon = Icon::None);
 
 /// Asks for a file. Saving under the name of an existing one is asked about once more. "" when
-/// cancelled or refused.
+/// cancelled or refused, and, without a message, when the dialog failed.
 QString ShowFileDialog(const QString& filter, FileMode mode);
 
 /// Asks for a colour: its number as text, or "err" when cancelled.

@@ -11,7 +11,8 @@ public:
     virtual ~Progress() = default;
 
     /// `text` names the work ("计算总分：期中..."), `done` of `total` units are finished. A total
-    /// of 0 means that the amount is not known.
+    /// of 0 means that the amount is not known. An empty text ends the work: nothing is shown any
+    /// more.
     virtual void report(const QString& text, int done, int total) = 0;
 
     /// True once the user pressed 取消.

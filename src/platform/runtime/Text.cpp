@@ -1,6 +1,7 @@
 #include "platform/runtime/Text.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QStringDecoder>
 
@@ -76,24 +77,27 @@ QString decodeText(const QByteArray& bytes)
     return decoder.hasError() ? fromGb18030(bytes) : text;
 }
 
+void readLines(const QString& file, QStringList& list)
+{
+    if (!QFileInfo(file).isFile())
+        return;
+    QFile in(file);
+    if (!in.open(QIODevice::ReadOnly))
+        throw Error(QStringLiteral("无法读取文件 %1（%2）").arg(file, in.errorString()));
+    list.clear();
+    const QString text = decodeText(in.readAll());
+    for (QStringView line : QStringView(text).split(u'\n')) {
+        if (line.endsWith(u'\r'))
+            line.chop(1);
+        if (!line.isEmpty())
+            list.append(line.toString());
+    }
+}
+
 void ReadTxtSet(const QString& file, QStringList& list)
 {
     const Trap trap{" - Sub ReadTxtSet/MdlSYS"};
-    trap([&] {
-        QFile in(file);
-        if (!in.exists())
-            return;
-        if (!in.open(QIODevice::ReadOnly))
-            throw Error(QStringLiteral("无法读取文件 %1（%2）").arg(file, in.errorString()));
-        list.clear();
-        const QString text = decodeText(in.readAll());
-        for (QStringView line : QStringView(text).split(u'\n')) {
-            if (line.endsWith(u'\r'))
-                line.chop(1);
-            if (!line.isEmpty())
-                list.append(line.toString());
-        }
-    });
+    trap([&] { readLines(file, list); });
 }
 
 void writeTextFile(const QString& file, const QString& text)

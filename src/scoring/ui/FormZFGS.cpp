@@ -98,7 +98,8 @@ void FormZFGS::Form_Load()
 
 void FormZFGS::ShowGS()
 {
-    if (!List1->currentItem() || !List2->currentItem())
+    // A list that gets the keyboard has a current line before anybody chose one.
+    if (List1->selectedItems().isEmpty() || List2->selectedItems().isEmpty())
         return;
     const auto formula =
         m_formulas.ShowGS(List1->currentItem()->text(), List2->currentItem()->text());
@@ -114,8 +115,7 @@ void FormZFGS::List3_Click()
 void FormZFGS::Command1_Click()
 {
     const CommandScope command(m_dialogs);
-    const QListWidgetItem* total = List2->currentItem();
-    m_formulas.save(selectedTexts(List1), total ? total->text() : QString(), Text1->text());
+    m_formulas.save(selectedTexts(List1), selectedTexts(List2).value(0), Text1->text());
 }
 
 } // namespace scoring

@@ -82,6 +82,7 @@ AFormMain::~AFormMain()
 {
     // The panel is hidden once more while the window goes; that is no change of the user's.
     m_panel->disconnect(this);
+    m_panel->removeEventFilter(this);
 }
 
 void AFormMain::buildGrid()
@@ -132,8 +133,13 @@ void AFormMain::buildWorkbench()
             });
     connect(m_workbench, &workbench::FormKaoShi::commandsAvailableChanged, this,
             [this](bool available) { m_menu.setLibraryOpen(available); });
-    for (const auto signal : {&QDockWidget::visibilityChanged, &QDockWidget::topLevelChanged})
-        connect(m_panel, signal, this, [this] { saveLayout(); });
+    connect(m_panel, &QDockWidget::visibilityChanged, this, [this](bool visible) {
+        m_steppedAside = m_steppedAside && !visible;
+        saveLayout();
+    });
+    connect(m_panel, &QDockWidget::topLevelChanged, this, [this] { saveLayout(); });
+    connect(m_panel, &QDockWidget::dockLocationChanged, this, [this] { saveLayout(); });
+    m_panel->installEventFilter(this);
 }
 
 void AFormMain::connectItem(const QString& name, void (AFormMain::*handler)())
@@ -186,6 +192,9 @@ void AFormMain::start(const QString& commandLine)
         m_library.LibPath = QFileInfo(path).absoluteFilePath();
         m_library.OpenDB();
     }
+    // Without a library the menu items that bring the panel up are off.
+    if (!m_library.Conn.isOpen())
+        m_panel->show();
     showRecent(m_library.LibPath);
 }
 
@@ -232,7 +241,6 @@ void AFormMain::openLibrary(const QString& path)
 void AFormMain::mfNew_Click()
 {
     m_screens.showFormNew();
-    ShowInfo();
 }
 
 void AFormMain::mfOpen_Click()
@@ -260,7 +268,6 @@ void AFormMain::mfREC_Click(int index)
 void AFormMain::mfSaveAs_Click()
 {
     compactLibrary(m_library, QDate::currentDate().toString(Qt::ISODate));
-    ShowInfo();
 }
 
 void AFormMain::Mfexit_Click()
@@ -294,8 +301,10 @@ void AFormMain::showGrid(bool minimise)
     restoreWidths(m_grid);
     MSFlexGrid1->show();
     MSFlexGrid1->refresh();
-    if (minimise)
+    if (minimise) {
+        m_steppedAside = true;
         m_panel->hide();
+    }
 }
 
 void AFormMain::showWorkbench()
@@ -311,7 +320,8 @@ void AFormMain::saveLayout() const
         return;
     QSettings settings;
     settings.setValue(u"geometry"_s, saveGeometry());
-    settings.setValue(u"panels"_s, saveState());
+    if (!m_steppedAside)
+        settings.setValue(u"panels"_s, saveState());
 }
 
 void AFormMain::restoreLayout()
@@ -338,6 +348,19 @@ void AFormMain::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
     saveLayout();
+}
+
+void AFormMain::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    saveLayout();
+}
+
+bool AFormMain::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Move)
+        saveLayout();
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void AFormMain::dragEnterEvent(QDragEnterEvent* event)

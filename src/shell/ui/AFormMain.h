@@ -36,6 +36,9 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    /// The panel was moved or resized.
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -74,6 +77,8 @@ private:
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     QMenu* mTC = nullptr;
     QDockWidget* m_panel = nullptr;
+    /// The panel is away because of "查询后最小化", which is no choice for the next start.
+    bool m_steppedAside = false;
     /// The library that the grid's content stems from.
     QString m_shownLibrary;
     workbench::FormKaoShi* m_workbench = nullptr;

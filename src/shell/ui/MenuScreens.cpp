@@ -31,6 +31,8 @@ template <class IntakeScreen> void MenuScreens::follow(IntakeScreen& screen)
                          if (excel::WorkbookWindow* window = m_windows.windowOf(book))
                              window->showSheet(sheet);
                      });
+    QObject::connect(&m_windows, &excel::WorkbookWindows::sheetChosen, &screen,
+                     &IntakeScreen::chooseSheet);
 }
 
 void MenuScreens::showFormNew()

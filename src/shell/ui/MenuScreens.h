@@ -39,7 +39,8 @@ public:
 private:
     void show(runtime::Screen& screen);
     void showFormDaoRuXinXi(QWidget& over);
-    /// The workbook's window follows the sheet that is chosen on the screen.
+    /// The workbook's window follows the sheet that is chosen on the screen, and the screen that
+    /// of the window.
     template <class IntakeScreen> void follow(IntakeScreen& screen);
 
     library::ScoreLibrary& m_library;

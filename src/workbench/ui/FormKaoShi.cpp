@@ -75,8 +75,7 @@ public:
         m_text.setText(text);
         m_panel.setVisible(!text.isEmpty());
         m_panel.repaint();
-        if (!text.isEmpty())
-            ScreenProgress::report(text, done, total);
+        ScreenProgress::report(text, done, total);
     }
 
 private:
@@ -222,12 +221,25 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
 
 void FormKaoShi::connectLists()
 {
-    for (QListWidget* list : {ListKSMC, ListFW, ListLB, ListXM})
+    // A click on what is chosen already rebuilds a statement that the user typed over.
+    for (QListWidget* list : {ListKSMC, ListFW, ListLB, ListXM}) {
         connect(list, &QListWidget::itemSelectionChanged, this, &FormKaoShi::takeState);
-    for (size_t i = 0; i < Combo1.size(); ++i) {
-        connect(Combo1[i], &QComboBox::currentIndexChanged, this, &FormKaoShi::takeState);
-        connect(Combo2[i], &QComboBox::currentIndexChanged, this, &FormKaoShi::takeState);
+        connect(list, &QListWidget::itemClicked, this, &FormKaoShi::takeState);
     }
+    connect(ListKSMC, &QListWidget::currentRowChanged, this, [this](int row) {
+        if (!m_showing)
+            m_selection.ListKSMC.ListIndex = row;
+    });
+    for (size_t i = 0; i < Combo1.size(); ++i) {
+        for (QComboBox* box : {Combo1[i], Combo2[i]}) {
+            connect(box, &QComboBox::currentIndexChanged, this, &FormKaoShi::takeState);
+            connect(box, &QComboBox::activated, this, &FormKaoShi::takeState);
+        }
+    }
+    connect(Combo3, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (!m_showing)
+            m_selection.Combo3.text = index < 0 ? StatisticsPrompt : Combo3->itemText(index);
+    });
     for (size_t i = 0; i < OptionButton1.size(); ++i) {
         connect(OptionButton1[i], &QRadioButton::clicked, this, [this, i] {
             m_selection.OptionButton1_Click(int(i));
@@ -352,7 +364,6 @@ void FormKaoShi::computeTotals()
 
 void FormKaoShi::runStatistics()
 {
-    m_selection.Combo3.text = Combo3->currentIndex() < 0 ? StatisticsPrompt : Combo3->currentText();
     if (CommandZXTJ_Click(m_selection, m_reports, m_grid))
         Q_EMIT gridFilled(m_selection.CheckMin);
 }

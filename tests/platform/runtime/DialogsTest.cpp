@@ -71,6 +71,25 @@ TEST_F(FileDialog, AgreeingToOverwriteGivesTheName)
     EXPECT_EQ(ShowFileDialog(filter, FileMode::Save), *dialogs.file);
 }
 
+/// Dialogs whose file dialog cannot be opened.
+class BrokenFileDialog : public support::ScriptedDialogs
+{
+public:
+    std::optional<QString> chooseFile(const QString& title, const QString&, FileMode) override
+    {
+        throw Error(title);
+    }
+};
+
+TEST(BrokenFileDialog, GivesAnEmptyNameWithoutAMessage)
+{
+    BrokenFileDialog dialogs;
+    for (const FileMode mode : {FileMode::Open, FileMode::Save})
+        EXPECT_EQ(ShowFileDialog(filter, mode), u""_s);
+    EXPECT_EQ(dialogs.shown, QStringList());
+    EXPECT_EQ(dialogs.failures, QStringList());
+}
+
 TEST(ColorDialog, GivesTheColorAsANumberOrErr)
 {
     support::ScriptedDialogs dialogs;

@@ -1,11 +1,14 @@
 #include "platform/runtime/Text.h"
 
+#include <sys/stat.h>
+
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include "platform/runtime/Error.h"
+#include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
 
@@ -107,10 +110,22 @@ TEST_F(TextFile, AMissingFileLeavesTheListAsItWas)
     EXPECT_EQ(dialogs.shown, QStringList());
 }
 
-TEST_F(TextFile, AFileThatCannotBeReadIsShownWithTheTagOfTheRoutine)
+TEST_F(TextFile, AFolderOfThatNameIsNoFile)
 {
     QStringList list{u"before"_s};
     ReadTxtSet(folder.path(), list);
+    EXPECT_EQ(list, QStringList({u"before"_s}));
+    EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST_F(TextFile, AFileThatCannotBeReadIsShownWithTheTagOfTheRoutine)
+{
+    const QString name = write("语文");
+    ASSERT_EQ(chmod(folder.path().toUtf8().constData(), 0755), 0);
+    ASSERT_EQ(chmod(name.toUtf8().constData(), 0), 0);
+    const support::OrdinaryUser user;
+    QStringList list{u"before"_s};
+    ReadTxtSet(name, list);
     EXPECT_EQ(list, QStringList({u"before"_s}));
     ASSERT_EQ(dialogs.failures.size(), 1);
     EXPECT_TRUE(dialogs.failures[0].startsWith(u"无法读取文件 "_s));

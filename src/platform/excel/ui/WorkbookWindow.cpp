@@ -209,10 +209,17 @@ void WorkbookWindow::showSheet(const QString& name)
         return sheet->Name().compare(name, Qt::CaseInsensitive) == 0;
     });
     if (found != m_tabs.end())
-        tabChosen(int(found - m_tabs.begin()));
+        bringForward(int(found - m_tabs.begin()));
 }
 
 void WorkbookWindow::tabChosen(int tab)
+{
+    bringForward(tab);
+    if (m_book != nullptr && tab >= 0 && tab < int(m_tabs.size()))
+        Q_EMIT sheetChosen(*m_book, m_tabs[size_t(tab)]->Name());
+}
+
+void WorkbookWindow::bringForward(int tab)
 {
     if (m_book == nullptr || !m_book->isOpen() || tab < 0 || tab >= int(m_tabs.size()))
         return;

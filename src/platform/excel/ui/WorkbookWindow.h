@@ -39,6 +39,10 @@ public:
     /// Goes without asking and without touching the workbook, which is closed already.
     void giveUp();
 
+Q_SIGNALS:
+    /// The user chose a sheet by its tab.
+    void sheetChosen(excel::Workbook& book, const QString& sheet);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -54,6 +58,7 @@ private:
     void showTitle();
     void showTabs();
     void showFront();
+    void bringForward(int tab);
     void tabChosen(int tab);
     void stepTab(int step);
     void showCell(int row, int column);

@@ -64,7 +64,9 @@ void WorkbookWindows::closeIdle()
 
 void WorkbookWindows::openMissing(Application& application)
 {
-    for (int i = 1; application.Visible() && i <= application.Workbooks().Count(); ++i) {
+    if (!application.Visible() || !application.ScreenUpdating())
+        return;
+    for (int i = 1; i <= application.Workbooks().Count(); ++i) {
         Workbook& book = application.Workbooks().Item(i);
         if (windowOf(book) == nullptr)
             open(book);
@@ -78,6 +80,7 @@ void WorkbookWindows::open(Workbook& book)
         ++m_made;
     auto* window = new WorkbookWindow(book, u"工作簿%1"_s.arg(m_made), m_desktop);
     m_windows.emplace_back(window);
+    connect(window, &WorkbookWindow::sheetChosen, this, &WorkbookWindows::sheetChosen);
     QWidget* waiting = QApplication::activeModalWidget();
     window->setAttribute(Qt::WA_ShowWithoutActivating, waiting != nullptr);
     window->show();

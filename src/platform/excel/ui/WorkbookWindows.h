@@ -32,6 +32,10 @@ public:
     WorkbookWindow* windowOf(const Workbook& book) const;
     std::vector<WorkbookWindow*> windows() const;
 
+Q_SIGNALS:
+    /// The user chose a sheet in a workbook's window.
+    void sheetChosen(excel::Workbook& book, const QString& sheet);
+
 private:
     void noteChange(Application& application);
     void openMissing(Application& application);

@@ -8,20 +8,12 @@
 #include "platform/excel/ui/CellDisplay.h"
 #include "platform/excel/ui/SheetLayout.h"
 #include "platform/excel/ui/WorksheetView.h"
+#include "platform/runtime/ui/MixedColor.h"
 
 namespace excel {
 
 namespace {
 
-/// A colour between two of the palette, so that it suits light and dark.
-QColor mixed(const QColor& one, const QColor& other, double share)
-{
-    const auto part = [share](int a, int b) { return int(a + (b - a) * share); };
-    return QColor(part(one.red(), other.red()), part(one.green(), other.green()),
-                  part(one.blue(), other.blue()));
-}
-
-constexpr double gridShare = 0.15;
 constexpr double selectionShare = 0.25;
 
 // Columns that a text is followed over.
@@ -97,9 +89,9 @@ void WorksheetDelegate::drawGround(QPainter* painter, const QStyleOptionViewItem
     const QPalette& palette = m_view->palette();
     const bool current = index == m_view->currentIndex();
     const bool tinted = (option.state & QStyle::State_Selected) && !current;
-    painter->fillRect(option.rect,
-                      mixed(palette.color(QPalette::Base), palette.color(QPalette::Highlight),
-                            tinted ? selectionShare : 0));
+    painter->fillRect(option.rect, runtime::mixedColor(palette.color(QPalette::Base),
+                                                       palette.color(QPalette::Highlight),
+                                                       tinted ? selectionShare : 0));
 }
 
 void WorksheetDelegate::drawText(QPainter* painter, const QRectF& cell, int row, int column,
@@ -142,7 +134,7 @@ void WorksheetDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     const bool runsOn =
         text.end > cell.right() + 1 && textRunningInto(row, column + 1).column == text.column;
     const QPalette& palette = m_view->palette();
-    const QPen grid(mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), gridShare));
+    const QPen grid(runtime::gridLineColor(palette));
 
     painter->save();
     drawGround(painter, option, index);

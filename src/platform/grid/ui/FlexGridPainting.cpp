@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "platform/grid/ui/FlexGridView.h"
+#include "platform/runtime/ui/MixedColor.h"
 
 // How a FlexGridView draws its fixed cells over the scrolled ones.
 
@@ -75,7 +76,7 @@ void FlexGridView::paintFixedCell(QPainter& painter, const QModelIndex& index)
         return;
     if (selectionModel()->isSelected(index))
         option.state |= QStyle::State_Selected;
-    painter.fillRect(option.rect.adjusted(0, 0, 1, 1), palette().mid());
+    painter.fillRect(option.rect.adjusted(0, 0, 1, 1), runtime::gridLineColor(palette()));
     itemDelegate()->paint(&painter, option, index);
 }
 
