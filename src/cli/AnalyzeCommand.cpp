@@ -40,8 +40,12 @@ QStringList save(const Books& books, const QString& exam, const QString& folder)
         throw runtime::Error(u"不能建立文件夹“%1”。"_s.arg(folder));
     QStringList paths;
     for (const auto& [stream, book] : books) {
-        paths.append(QDir(folder).absoluteFilePath(fileName(exam, stream)));
-        book->SaveAs(paths.last());
+        QString path = QDir(folder).absoluteFilePath(fileName(exam, stream));
+        // Streams can differ in nothing but signs that were replaced.
+        while (paths.contains(path))
+            path.insert(path.lastIndexOf(u'.'), u'_');
+        book->SaveAs(path);
+        paths.append(path);
     }
     return paths;
 }

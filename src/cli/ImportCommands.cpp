@@ -58,6 +58,18 @@ ExamImportRequest requestFrom(const Arguments& arguments, const QString& sheet)
     return request;
 }
 
+/// The name of the exam. Throws UsageError for one that `--exam A,B` of other commands could not
+/// name.
+QString examName(const Arguments& arguments)
+{
+    if (!arguments.has(u"exam"_s))
+        throw UsageError(u"缺少选项 --exam。"_s);
+    QString name = arguments.value(u"exam"_s);
+    if (name.contains(u',') || name != name.trimmed())
+        throw UsageError(u"考试名称“%1”不能含有逗号，两端也不能有空格。"_s.arg(name));
+    return name;
+}
+
 /// The import passes over a missing file in silence, which helps nobody here.
 bool checkBook(Session& session)
 {
@@ -91,14 +103,13 @@ Exit runImportStudents(Session& session)
 Exit runImportExam(Session& session)
 {
     const Arguments& arguments = session.arguments;
-    if (!arguments.has(u"exam"_s))
-        throw UsageError(u"缺少选项 --exam。"_s);
+    const QString exam = examName(arguments);
     CliImportScreens screens(session.scores.paths(), arguments.list(u"full-marks"_s));
     planAnswers(session.dialogs, arguments);
     if (!session.openLibrary() || !checkBook(session))
         return Exit::Error;
     if (arguments.has(u"existing"_s))
-        session.requireExams({arguments.value(u"exam"_s)});
+        session.requireExams({exam});
     Applications applications;
     WorkbookIntake intake(applications, examSheet);
     intake.browse(arguments.path(1));

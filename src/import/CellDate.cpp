@@ -42,16 +42,28 @@ int fullYear(const QString& digits)
     return year < 30 ? 2000 + year : 1900 + year;
 }
 
+/// The moment of a text's parts; what is missing is the first day of the month, and midnight.
+std::optional<QDateTime> momentOfParts(const QRegularExpressionMatch& match)
+{
+    const auto part = [&match](const QString& name) { return match.captured(name).toInt(); };
+    const int day = match.captured(u"day"_s).isEmpty() ? 1 : part(u"day"_s);
+    return validMoment(QDate(fullYear(match.captured(u"year"_s)), part(u"month"_s), day),
+                       QTime(part(u"hour"_s), part(u"minute"_s), part(u"second"_s)));
+}
+
 std::optional<QDateTime> momentOfText(const QString& text)
 {
-    static const QRegularExpression form(
-        uR"(^(\d{4}|\d{2})\s*[-/.年]\s*(\d{1,2})(?:\s*[-/.月]\s*(\d{1,2})?\s*日?)?(?:\s+(\d{1,2}):(\d{1,2})(?::(\d{1,2}))?)?$)"_s);
-    const QRegularExpressionMatch match = form.match(text);
-    if (match.hasMatch()) {
-        const auto part = [&match](int group) { return match.captured(group).toInt(); };
-        const int day = match.captured(3).isEmpty() ? 1 : part(3);
-        return validMoment(QDate(fullYear(match.captured(1)), part(2), day),
-                           QTime(part(4), part(5), part(6)));
+    static const QString time =
+        uR"((?:\s+(?<hour>\d{1,2}):(?<minute>\d{1,2})(?::(?<second>\d{1,2}))?)?$)"_s;
+    static const QRegularExpression yearFirst(
+        uR"(^(?<year>\d{4}|\d{2})\s*[-/.年]\s*(?<month>\d{1,2})(?:\s*[-/.月]\s*(?<day>\d{1,2})?\s*日?)?)"_s
+        + time);
+    static const QRegularExpression yearLast(
+        uR"(^(?<month>\d{1,2})/(?<day>\d{1,2})/(?<year>\d{4}))"_s + time);
+    for (const QRegularExpression& form : {yearFirst, yearLast}) {
+        const QRegularExpressionMatch match = form.match(text);
+        if (match.hasMatch())
+            return momentOfParts(match);
     }
     bool isNumber = false;
     const double number = text.toDouble(&isNumber);

@@ -1,6 +1,9 @@
 #include "import/FullMarks.h"
 
+#include <cmath>
+
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
@@ -53,21 +56,34 @@ void FullMarks::setText(const QString& text)
     trap([&] { marks.setTextMatrix(CurRow, 1, text); });
 }
 
+bool FullMarks::storeMark(int row)
+{
+    const QString& text = marks.TextMatrix(row, 1);
+    const double mark = runtime::Val(text);
+    if (!(mark > 0)) {
+        runtime::MsgBox(text + u"成绩未设置正确的成绩！"_s, {}, runtime::Buttons::Ok,
+                        runtime::Icon::Warning);
+        return false;
+    }
+    const Trap trap{" - Private Sub Command1_Click/FormShuRuMF"};
+    return trap([&] {
+        const auto full = float(mark);
+        if (!std::isfinite(full))
+            throw runtime::Error(u"满分“%1”太大，没有存入。"_s.arg(text));
+        m_state.KMImport[size_t(row - 1)].KMFull = full;
+    });
+}
+
 bool FullMarks::accept()
 {
-    int bad = 0;
+    bool allStored = true;
     for (int row = 1; row < marks.Rows(); ++row) {
-        const QString& text = marks.TextMatrix(row, 1);
-        const double mark = runtime::Val(text);
-        if (mark > 0) {
-            m_state.KMImport[size_t(row - 1)].KMFull = float(mark);
+        if (storeMark(row))
             continue;
-        }
-        runtime::MsgBox(text + u"成绩未设置正确的成绩！"_s);
         CurRow = row;
-        ++bad;
+        allStored = false;
     }
-    return bad == 0;
+    return allStored;
 }
 
 bool FullMarks::enter()

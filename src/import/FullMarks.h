@@ -25,7 +25,7 @@ public:
     void setText(const QString& text);
 
     /// "确定": stores the marks that are above 0, tells of each other one in a message and makes it
-    /// CurRow. True if all are accepted and the screen may close.
+    /// CurRow. So it is with a mark too large for a single-precision number. True if all are accepted and the screen may close.
     bool accept();
 
     /// Enter in the editor: goes down one row, and behind the last one accepts. True if the screen
@@ -39,6 +39,9 @@ private:
     /// The default that the lines of the file give a subject. The name is looked for anywhere in a
     /// line, the mark is what stands behind as many characters, and a later line wins.
     static QString defaultMark(const QStringList& lines, const QString& subject);
+
+    /// Stores a row's mark. False, after its message, if it is not above 0 or too large to store.
+    bool storeMark(int row);
 
     ImportState& m_state;
     const runtime::AppPaths& m_paths;

@@ -114,11 +114,13 @@ void StudentImport::writeStudent(int row)
 
 void StudentImport::storeCell(const Heading& heading, const Value& cell)
 {
-    if (heading.rule == Rule::Photo) {
+    if (heading.rule == Rule::Photo && cell.kind() != Value::Kind::Error) {
         storePhoto(heading, cell.text());
         return;
     }
     trap([&] {
+        if (cell.kind() == Value::Kind::Error)
+            throw runtime::Error(u"单元格里是错误值“%1”，没有存入。"_s.arg(cell.text()));
         // A heading that is no column fails here, with the engine's message.
         jet::Field field = heading.field ? *heading.field : m_rows.Fields(heading.name);
         switch (heading.rule) {

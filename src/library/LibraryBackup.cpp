@@ -5,6 +5,7 @@
 
 #include "library/ScoreLibrary.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/FileErrors.h"
 
 namespace library {
 
@@ -35,7 +36,7 @@ QString backUpLibrary(const QString& libraryPath, const QDateTime& now)
     QFile::remove(unfinished);
     QFile source(libraryPath);
     if (!source.copy(unfinished)) {
-        const QString why = source.errorString();
+        const QString why = runtime::fileErrorText(source.error());
         QFile::remove(unfinished);
         throw runtime::Error(u"导入前的备份没有成功，什么也没有导入：%1（%2）。"_s.arg(copy, why));
     }

@@ -3,8 +3,10 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include "platform/jet/Error.h"
+#include "platform/jet/FileUse.h"
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
 
@@ -13,6 +15,7 @@ namespace library {
 using namespace Qt::StringLiterals;
 using runtime::Answer;
 using runtime::Buttons;
+using runtime::fileErrorText;
 using runtime::Icon;
 using runtime::MsgBox;
 using runtime::Trap;
@@ -60,7 +63,7 @@ bool NewLibrary::createAsked(const QStringList& subjects, const QString& path)
     if (!checkSelected(subjects))
         return false;
     m_library.LibPath = path;
-    if (QFileInfo::exists(path)
+    if (QFileInfo(path).isFile()
         && MsgBox(u"文件已存在,是否覆盖原文件？"_s, u"文件已存在"_s, Buttons::OkCancel,
                   Icon::Question)
                == Answer::Cancel) {
@@ -97,16 +100,17 @@ void NewLibrary::copyTemplate() const
 {
     const QString target = m_library.LibPath;
     const QString openFile = QFileInfo(m_library.Conn.path()).canonicalFilePath();
-    if (!openFile.isEmpty() && QFileInfo(target).canonicalFilePath() == openFile)
+    const bool ours = !openFile.isEmpty() && QFileInfo(target).canonicalFilePath() == openFile;
+    if (ours || jet::isInUse(target))
         throw runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(target));
     QFile source(m_library.paths().templateFile());
     if (!source.open(QIODevice::ReadOnly))
         throw runtime::Error(
-            u"找不到空白成绩库 %1（%2）。"_s.arg(source.fileName(), source.errorString()));
+            u"找不到空白成绩库 %1（%2）。"_s.arg(source.fileName(), fileErrorText(source.error())));
     // A half-written library never stands under the name that the user chose.
     QSaveFile copy(target);
     if (!copy.open(QIODevice::WriteOnly) || copy.write(source.readAll()) < 0 || !copy.commit())
-        throw runtime::Error(u"无法写入文件 %1（%2）。"_s.arg(target, copy.errorString()));
+        throw runtime::Error(u"无法写入文件 %1（%2）。"_s.arg(target, fileErrorText(copy.error())));
     // What a crash left beside the former file would be played back into the new one.
     for (const QString& ending : {u"-journal"_s, u"-wal"_s}) {
         const QString log = target + ending;

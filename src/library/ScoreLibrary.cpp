@@ -6,6 +6,7 @@
 #include "library/LibraryShape.h"
 #include "platform/jet/Error.h"
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
 
@@ -45,7 +46,7 @@ void ScoreLibrary::OpenDB()
         return;
     LibFolder = LibPath.left(separator);
     if (!trap([&] { Conn.Open(LibPath, libraryShape()); })) {
-        LibPath.clear();
+        LibPath = Conn.isOpen() ? Conn.path() : QString();
         return;
     }
     catalogue.GetKeLei();
@@ -73,7 +74,8 @@ void ScoreLibrary::GetBin(const jet::Field& field, const QString& fileName)
         QFile file(fileName);
         if (!file.open(QIODevice::WriteOnly) || file.write(field.GetChunk(size)) != size
             || !file.flush())
-            throw runtime::Error(u"无法写入文件 %1（%2）。"_s.arg(fileName, file.errorString()));
+            throw runtime::Error(
+                u"无法写入文件 %1（%2）。"_s.arg(fileName, runtime::fileErrorText(file.error())));
     });
 }
 
@@ -83,7 +85,8 @@ void ScoreLibrary::SaveBin(const QString& fileName, jet::Field field)
     trap([&] {
         QFile file(fileName);
         if (!file.open(QIODevice::ReadOnly))
-            throw runtime::Error(u"无法读取文件 %1（%2）。"_s.arg(fileName, file.errorString()));
+            throw runtime::Error(
+                u"无法读取文件 %1（%2）。"_s.arg(fileName, runtime::fileErrorText(file.error())));
         field.AppendChunk(file.readAll());
     });
 }

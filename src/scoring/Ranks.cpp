@@ -159,17 +159,20 @@ void rankColumn(ExamTable& table, const QString& name, const Groups& groups)
         rankByT(table, name);
 }
 
-void rankStream(Scoring& scoring, ExamTables& tables, const QString& stream, Grade grade,
+/// False, after a message, if the stream's scores could not be read.
+bool rankStream(Scoring& scoring, ExamTables& tables, const QString& stream, Grade grade,
                 const std::vector<double>& classes)
 {
-    library::Catalogue& catalogue = scoring.library().catalogue;
-    catalogue.GetKSKMZF(tables.exam(), stream);
-    ExamTable& table = tables.of(stream);
-    if (table.rowCount() == 0)
-        return;
-    const Groups groups = groupsOf(table, grade, classes);
-    for (const QString& name : std::as_const(catalogue.ExamColumns.names))
-        rankColumn(table, name, groups);
+    return trap([&] {
+        library::Catalogue& catalogue = scoring.library().catalogue;
+        catalogue.GetKSKMZF(tables.exam(), stream);
+        ExamTable& table = tables.of(stream);
+        if (table.rowCount() == 0)
+            return;
+        const Groups groups = groupsOf(table, grade, classes);
+        for (const QString& name : std::as_const(catalogue.ExamColumns.names))
+            rankColumn(table, name, groups);
+    });
 }
 
 std::vector<double> classesOf(jet::Connection& conn, const QString& stream)
@@ -188,18 +191,19 @@ std::vector<double> classesOf(jet::Connection& conn, const QString& stream)
 
 } // namespace
 
-void computeRanks(Scoring& scoring, ExamTables& tables)
+bool computeRanks(Scoring& scoring, ExamTables& tables)
 {
     const Trap all{" - Sub PanNJBjMC/Mdl_MDB"};
     jet::Recordset streams;
-    if (!all([&] { streams.Open(u"select distinct 科类 from 信息表"_s, scoring.library().Conn); }))
-        return;
+    streams.Open(u"select distinct 科类 from 信息表"_s, scoring.library().Conn);
+    bool complete = true;
     for (; !streams.Eof(); streams.MoveNext()) {
         const QString stream = streams.Fields(0).Value().text();
         std::vector<double> classes;
         all([&] { classes = classesOf(scoring.library().Conn, stream); });
-        rankStream(scoring, tables, stream, Grade::Ranked, classes);
+        complete = rankStream(scoring, tables, stream, Grade::Ranked, classes) && complete;
     }
+    return complete;
 }
 
 void computeGroupRanks(Scoring& scoring, ExamTables& tables, const QString& stream,

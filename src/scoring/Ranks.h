@@ -11,8 +11,9 @@ namespace scoring {
 /// rank, the next takes its position in the list); empty texts stay empty and count as 0.
 void MyPaiXU(QStringList& values);
 
-/// Ranks the whole exam in its tables, stream by stream, grade and classes.
-void computeRanks(Scoring& scoring, ExamTables& tables);
+/// Ranks the whole exam in its tables, stream by stream, grade and classes. False, after its
+/// message, if a stream could not be read; the others are ranked all the same. Throws jet::Error.
+bool computeRanks(Scoring& scoring, ExamTables& tables);
 
 /// Ranks one group in the exam's tables: class 0 is the grade.
 void computeGroupRanks(Scoring& scoring, ExamTables& tables, const QString& stream,

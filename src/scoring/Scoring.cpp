@@ -128,17 +128,24 @@ bool Scoring::score(const QString& exam, runtime::Progress& progress)
     const QString text = u"计算总分："_s + exam + u"..."_s;
     ExamTables tables(m_library.Conn, exam);
     bool complete = true;
-    const auto runStep = [&](int step, const char* tag, const std::function<void()>& work) {
+    const auto runStep = [&](int step, const char* tag, const std::function<bool()>& work) {
         progress.report(text, step, steps);
         if (progress.cancelled())
             return false;
-        complete = Trap{tag}(work) && complete;
+        bool done = false;
+        Trap{tag}([&] { done = work(); });
+        complete = done && complete;
         return true;
     };
-    return runStep(0, " - Sub Zfen/Mdl_MDB", [&] { computeStandardScores(*this, tables); })
-           && runStep(1, " - Sub JiSuanZF/Mdl_MDB", [&] { computeTotals(*this, tables); })
-           && runStep(2, " - Sub PanNJBjMC/Mdl_MDB", [&] { computeRanks(*this, tables); })
-           && runStep(3, " - Sub PanNJBjMC/Mdl_MDB", [&] { tables.write(); }) && complete;
+    return runStep(0, " - Sub Zfen/Mdl_MDB", [&] { return computeStandardScores(*this, tables); })
+           && runStep(1, " - Sub JiSuanZF/Mdl_MDB", [&] { return computeTotals(*this, tables); })
+           && runStep(2, " - Sub PanNJBjMC/Mdl_MDB", [&] { return computeRanks(*this, tables); })
+           && runStep(3, " - Sub PanNJBjMC/Mdl_MDB",
+                      [&] {
+                          tables.write();
+                          return true;
+                      })
+           && complete;
 }
 
 } // namespace scoring

@@ -33,9 +33,10 @@ public:
     /// Ranks of one group: class 0 is the grade.
     void PaiMC(const QString& exam, const QString& stream, double classNumber);
 
-    /// Zfen, JiSuanZF and PanNJBjMC in this order. A step that fails is shown in a message and does
-    /// not keep the next ones from running; what was computed is written at the end. False if a
-    /// step failed, or if it was cancelled: the exam is as before then.
+    /// Zfen, JiSuanZF and PanNJBjMC in this order. A step, or a stream of it, that fails is shown
+    /// in a message and does not keep the next ones from running; what was computed is written at
+    /// the end. False if one failed, or if the run was cancelled; a cancelled run leaves the exam
+    /// as it was.
     bool score(const QString& exam, runtime::Progress& progress);
 
     library::ScoreLibrary& library() const { return m_library; }

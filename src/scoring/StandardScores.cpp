@@ -114,26 +114,32 @@ void computeSubject(Scoring& scoring, ExamTable& table, const QString& subject, 
     }
 }
 
-} // namespace
-
-void computeStandardScores(Scoring& scoring, ExamTables& tables)
+void computeStream(Scoring& scoring, ExamTables& tables, const QString& stream, LastZ& z)
 {
     library::Catalogue& catalogue = scoring.library().catalogue;
-    scoring.GetZtoT();
-    LastZ z;
-    for (const QString& stream : std::as_const(catalogue.Streams)) {
-        catalogue.GetKSKM(tables.exam(), stream);
-        ExamTable& table = tables.of(stream);
-        for (const QString& subject : std::as_const(catalogue.ExamSubjects.names)) {
-            if (table.column(subject)) {
-                computeSubject(scoring, table, subject, z);
-            } else {
-                // The engine says what is wrong with the column; a mean of 0 leaves the rest alone.
-                scoring.GetPJF(tables.exam(), subject, stream);
-                scoring.GetBZC(tables.exam(), subject, stream);
-            }
+    catalogue.GetKSKM(tables.exam(), stream);
+    ExamTable& table = tables.of(stream);
+    for (const QString& subject : std::as_const(catalogue.ExamSubjects.names)) {
+        if (table.column(subject)) {
+            computeSubject(scoring, table, subject, z);
+        } else {
+            // The engine says what is wrong with the column; a mean of 0 leaves the rest alone.
+            scoring.GetPJF(tables.exam(), subject, stream);
+            scoring.GetBZC(tables.exam(), subject, stream);
         }
     }
+}
+
+} // namespace
+
+bool computeStandardScores(Scoring& scoring, ExamTables& tables)
+{
+    scoring.GetZtoT();
+    LastZ z;
+    bool complete = true;
+    for (const QString& stream : std::as_const(scoring.library().catalogue.Streams))
+        complete = trap([&] { computeStream(scoring, tables, stream, z); }) && complete;
+    return complete;
 }
 
 } // namespace scoring

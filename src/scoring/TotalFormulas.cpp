@@ -56,7 +56,8 @@ bool TotalFormulas::checkTerms(const QString& formula) const
     for (const QString& term : formula.split(u'+')) {
         if (m_library.catalogue.AllColumns.contains(term))
             continue;
-        runtime::MsgBox(u"总分公式中添加的科目： "_s + term + u" 无效！只能添加现有科目。"_s);
+        runtime::MsgBox(u"总分公式中添加的科目： "_s + term + u" 无效！只能添加现有科目。"_s, {},
+                        runtime::Buttons::Ok, runtime::Icon::Warning);
         return false;
     }
     return true;

@@ -138,21 +138,26 @@ void computeTotal(const Total& total, size_t row, RowSums& sums)
         total.score.column->set(row, double(sum));
 }
 
+void computeStream(Scoring& scoring, ExamTables& tables, const QString& stream)
+{
+    scoring.library().catalogue.GetZFKMGS(tables.exam(), stream);
+    ExamTable& table = tables.of(stream);
+    const std::vector<Total> totals = Formulas(scoring, table, tables.exam(), stream).totals();
+    for (size_t row = 0; row < table.rowCount(); ++row) {
+        RowSums sums;
+        for (const Total& total : totals)
+            computeTotal(total, row, sums);
+    }
+}
+
 } // namespace
 
-void computeTotals(Scoring& scoring, ExamTables& tables)
+bool computeTotals(Scoring& scoring, ExamTables& tables)
 {
-    library::Catalogue& catalogue = scoring.library().catalogue;
-    for (const QString& stream : std::as_const(catalogue.Streams)) {
-        catalogue.GetZFKMGS(tables.exam(), stream);
-        ExamTable& table = tables.of(stream);
-        const std::vector<Total> totals = Formulas(scoring, table, tables.exam(), stream).totals();
-        for (size_t row = 0; row < table.rowCount(); ++row) {
-            RowSums sums;
-            for (const Total& total : totals)
-                computeTotal(total, row, sums);
-        }
-    }
+    bool complete = true;
+    for (const QString& stream : std::as_const(scoring.library().catalogue.Streams))
+        complete = trap([&] { computeStream(scoring, tables, stream); }) && complete;
+    return complete;
 }
 
 } // namespace scoring

@@ -6,6 +6,7 @@
 namespace scoring {
 
 /// Computes the totals with their weighted Z and T scores in the exam's tables, stream by stream.
-void computeTotals(Scoring& scoring, ExamTables& tables);
+/// False, after its message, if a stream could not be read; the others are computed all the same.
+bool computeTotals(Scoring& scoring, ExamTables& tables);
 
 } // namespace scoring

@@ -5,6 +5,7 @@
 #include "platform/jet/Compact.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Trap.h"
 
 namespace shell {
@@ -25,8 +26,8 @@ void compactLibrary(library::ScoreLibrary& scoreLibrary, const QString& date)
     trap([&] {
         QFile file(library);
         if (!file.rename(backup))
-            throw runtime::Error(
-                u"无法把 %1 改名为 %2（%3）。"_s.arg(library, backup, file.errorString()));
+            throw runtime::Error(u"无法把 %1 改名为 %2（%3）。"_s.arg(
+                library, backup, runtime::fileErrorText(file.error())));
     });
     trap([&] { jet::compactDatabase(backup, library); });
     scoreLibrary.OpenDB();

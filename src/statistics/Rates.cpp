@@ -24,7 +24,10 @@ void fillExam(ReportContext& context, Block& block, const QString& title, const 
             if (!count)
                 return;
             block.set(j, line, k, 0, runtime::doubleText(*count));
-            block.set(j, line, k, 1, figureText(*count * 100 / block.students(j)));
+            if (block.students(j) == 0)
+                trap.fail(u"除数为零。"_s);
+            else
+                block.set(j, line, k, 1, figureText(*count * 100 / block.students(j)));
         });
     }
 }

@@ -297,6 +297,11 @@ class Refused(ExamTest):
         self.assertEqual(result.err, "[错误] 请输入考试名称！\n")
         self.assertUntouched(before)
 
+    def test_an_exam_name_that_other_commands_could_not_name(self):
+        for name in ("期中,期末", " 期中", "期中 ", " "):
+            self.refused((1, 1, "甲", 90, 80), exam=name, expect=USAGE,
+                         says=f"考试名称“{name}”不能含有逗号，两端也不能有空格。\n")
+
     def test_a_sheet_that_is_not_there(self):
         self.refused((1, 1, "甲", 90, 80), options=("--sheet", "没有"), expect=USAGE,
                      says="工作簿里没有数据表“没有”。\n")

@@ -80,8 +80,28 @@ class NewLibrary(yunshan.ProgramTest):
         result = self.run_program("new", path, "--subjects", "语文", expect=ERROR)
         self.assertEqual(result.out, "")
         self.assertEqual(result.err,
-                         f"无法写入文件 {path}（No such file or directory）。"
+                         f"无法写入文件 {path}（不能打开：没有权限，或文件、文件夹不存在）。"
                          f" - Private Sub Command1_Click/FormNew\n{path}\n库文件不存在！\n")
+
+    def test_a_library_that_another_program_writes_is_not_overwritten(self):
+        self.make_library("语文")
+        other = sqlite3.connect(self.library, isolation_level=None)
+        other.execute("begin exclusive")
+        content = self.library.read_bytes()
+        result = self.run_program("new", self.library, "--subjects", "数学", "--force",
+                                  expect=ERROR)
+        other.execute("rollback")
+        other.close()
+        self.assertIn(f"文件 {self.library} 正在使用，不能覆盖。", result.err)
+        self.assertEqual(self.library.read_bytes(), content)
+
+    def test_a_folder_is_not_asked_about(self):
+        self.library.mkdir()
+        result = self.run_program("new", self.library, "--subjects", "语文", "--force",
+                                  expect=ERROR)
+        self.assertEqual(result.err,
+                         f"无法写入文件 {self.library}（不能写入：磁盘已满、文件只读，或它是文件夹）。"
+                         f" - Private Sub Command1_Click/FormNew\n{self.library}\n库文件不存在！\n")
 
     def test_no_journal_is_left(self):
         self.make_library("语文")

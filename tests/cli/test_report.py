@@ -239,6 +239,16 @@ class Analysis(Prepared):
         names = openpyxl.load_workbook(result.out.splitlines()[0]).sheetnames
         self.assertEqual(names, ["Sheet1", "Sheet2", "考试分析", "对比分析"])
 
+    def test_streams_that_differ_in_signs_of_no_file_name_get_a_file_each(self):
+        for stream, sign in (("文", "?"), ("理", "*")):
+            for table in ("信息表", "考试名称表", "成绩表"):
+                self.change(f"update {table} set 科类='班{sign}' where 科类='{stream}'")
+        paths = self.analyze("--out", ".", expect=ERROR).out.splitlines()
+        self.assertEqual([Path(path).name for path in paths],
+                         ["期中综合分析(班_).xlsx", "期中综合分析(班_)_.xlsx"])
+        students = [openpyxl.load_workbook(path).worksheets[0]["C2"].value for path in paths]
+        self.assertEqual(len(set(students)), 2)
+
     def test_a_folder_that_cannot_be_made_is_an_error(self):
         (self.folder / "档").write_text("")
         result = self.analyze("--out", "档/下", expect=ERROR)

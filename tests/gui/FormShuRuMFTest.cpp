@@ -161,7 +161,8 @@ TEST_F(FullMarksScreen, TheButtonTellsOfEachBadMarkAndStays)
     EXPECT_EQ(dialogs.shown,
               (QStringList{u"abc成绩未设置正确的成绩！"_s, u"成绩未设置正确的成绩！"_s}));
     EXPECT_TRUE(form->isVisible());
-    EXPECT_EQ(dialogs.look(u"成绩未设置正确的成绩"_s), support::BoxLook{});
+    EXPECT_EQ(dialogs.look(u"成绩未设置正确的成绩"_s),
+              (support::BoxLook{{}, runtime::Buttons::Ok, runtime::Icon::Warning}));
     EXPECT_EQ(box->geometry(), cell(3, 1));
     type(2, u"150"_s);
     type(3, u"0.5"_s);

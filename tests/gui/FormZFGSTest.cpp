@@ -165,7 +165,8 @@ TEST_F(FormulaScreen, AWrongTermIsRefusedAndStaysInTheBox)
     press(u"Command1"_s);
     EXPECT_EQ(test.dialogs.shown,
               QStringList{u"总分公式中添加的科目： 物理 无效！只能添加现有科目。"_s});
-    EXPECT_EQ(test.dialogs.look(u"物理 无效"_s), support::BoxLook{});
+    EXPECT_EQ(test.dialogs.look(u"物理 无效"_s),
+              (support::BoxLook{{}, runtime::Buttons::Ok, runtime::Icon::Warning}));
     EXPECT_EQ(formula()->text(), u"语文+物理"_s);
     EXPECT_EQ(stored(), u"语文 / 数学 / 语文+数学"_s);
 }

@@ -30,6 +30,8 @@ TEST(CellDate, TakesDatesTextsAndDayNumbers)
                            Value(20090731.0),
                            Value(40025.0),
                            Value(u"40025"_s),
+                           Value(u"7/31/2009"_s),
+                           Value(u"07/31/2009"_s),
                            Value(u"09-7-31"_s)};
     for (const Value& cell : cells)
         EXPECT_EQ(stored(cell), u"2009-07-31"_s) << cell.text().toStdString();
@@ -41,10 +43,17 @@ TEST(CellDate, KeepsTheTimeOfDayWhereTheCellHasOne)
         {QDateTime(QDate(2009, 7, 31), QTime(8, 30), Qt::UTC), u"2009-07-31 08:30:00"_s},
         {u"2009-07-31 08:30:15"_s, u"2009-07-31 08:30:15"_s},
         {u"2009年7月31日 8:30"_s, u"2009-07-31 08:30:00"_s},
+        {u"5/1/2009 8:30"_s, u"2009-05-01 08:30:00"_s},
         {40025.35, u"2009-07-31 08:24:00"_s},
         {40025.999999, u"2009-08-01"_s}};
     for (const auto& [cell, text] : cells)
         EXPECT_EQ(stored(cell), text) << cell.text().toStdString();
+}
+
+TEST(CellDate, TheSameTypingIsAMonthAsATextAndADayNumberAsANumber)
+{
+    EXPECT_EQ(stored(u"2009.09"_s), u"2009-09-01"_s);
+    EXPECT_EQ(stored(2009.09), u"1905-07-01 02:09:36"_s);
 }
 
 TEST(CellDate, AnHourThatSummerTimeLeftOutIsKept)
@@ -66,6 +75,9 @@ TEST(CellDate, RefusesWhatIsNoDate)
                            Value(u"2009-13-1"_s),
                            Value(u"2009-2-30"_s),
                            Value(u"2009-7-31 25:00"_s),
+                           Value(u"12:30"_s),
+                           Value(u"31/7/2009"_s),
+                           Value(u"7/31/09"_s),
                            Value(20091301.0),
                            Value(2958466.0),
                            Value(-1.0),

@@ -58,6 +58,18 @@ TEST_F(ExamImportFinish, WithoutTheTickNothingIsScored)
     EXPECT_EQ(scoreRows(u"语文年名"_s), u"NULL"_s);
 }
 
+TEST_F(ExamImportFinish, AnExamOfNobodyIsScoredWithAMessageForEachTotalAndStream)
+{
+    sheet({heads({u"语文"_s})});
+    request.afterwards = importing::Afterwards::Score;
+    EXPECT_EQ(run(), importing::ImportResult::Finished);
+    EXPECT_EQ(library.rows(u"select 考试名称,科类 from 考试名称表"_s), u"期中|1"_s);
+    const QString message = u"没有当前记录。 - Function GetZFKMGS/Mdl_MDB"_s;
+    EXPECT_EQ(dialogs.failures.count(message), 2) << "one total in two streams";
+    EXPECT_EQ(scoreRows(u"*"_s), QString());
+    EXPECT_EQ(dialogs.shown.last(), u"导入完成！"_s);
+}
+
 TEST_F(ExamImportFinish, ATSettingThatIsRefusedLeavesTheConversionOfTheScoringBefore)
 {
     library::Settings& settings = library.scores.settings;

@@ -167,6 +167,49 @@ TEST_F(ExamImportTest, ScoreThatDoesNotFitCostsItsFieldAndOneMessage)
     EXPECT_EQ(scoreRows(u"语文,数学"_s), u"NULL|90"_s);
 }
 
+/// Gives the first subject the full mark 100, the next 110 and so on.
+class RisingMarks : public EnteredScreens
+{
+public:
+    void showFullMarks(importing::ImportState& given, const QString&) override
+    {
+        float mark = 90;
+        for (importing::ImportSubject& subject : given.KMImport) {
+            mark += 10;
+            subject.KMFull = mark;
+            asked.append(subject.KMName);
+        }
+    }
+
+    QStringList asked;
+};
+
+TEST_F(ExamImportTest, OfAHeadingThatStandsTwiceBothAreAskedForAndTheLaterOneWins)
+{
+    sheet({heads({u"语文"_s, u"数学"_s, u"语文"_s}), {1, 1, u"王芳"_s, 60, 70, 115}});
+    RisingMarks rising;
+    EXPECT_EQ(importing::ExamImport(library.scores, intake, state, rising, progress).run(request),
+              ImportResult::Finished);
+    EXPECT_EQ(rising.asked, (QStringList{u"语文"_s, u"数学"_s, u"语文"_s}));
+    EXPECT_EQ(library.rows(u"select 语文,数学 from 考试名称表"_s), u"120|110"_s);
+    EXPECT_EQ(scoreRows(u"语文,数学"_s), u"115|70"_s);
+    EXPECT_EQ(dialogs.shown, QStringList{u"导入完成！"_s});
+}
+
+TEST_F(ExamImportTest, AnExamNameThatIsTooLongCostsItsFieldInEveryRowAndTheImportRunsToItsEnd)
+{
+    library.addExam(u"期初"_s, u"文"_s, 4, {});
+    request.examName = QString(51, u'考');
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 90}, {1, 2, u"陈静"_s, 80}});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(dialogs.failures.size(), 3) << dialogs.failures.join(u'\n').toStdString();
+    for (const QString& failure : dialogs.failures)
+        EXPECT_TRUE(failure.endsWith(u" - Private Sub Command1_Click/FormDaoRu"_s));
+    EXPECT_EQ(library.rows(u"select 考试名称,考试编号 from 考试名称表"_s), u"期初|4 / NULL|5"_s);
+    EXPECT_EQ(scoreRows(u"姓名,考试名称,语文"_s), u"王芳|NULL|90 / 陈静|NULL|80"_s);
+    EXPECT_EQ(dialogs.shown.last(), u"导入完成！"_s);
+}
+
 TEST_F(ExamImportTest, ColumnMissingInTheScoreTableCostsAMessageOnEachRow)
 {
     library.execute(u"ALTER TABLE 成绩表 DROP COLUMN 数学"_s);

@@ -83,6 +83,21 @@ TEST_F(FullMarksTest, MarksAboveZeroAreStoredEvenBesideBadOnes)
     EXPECT_EQ(marks.CurRow, 3) << "the last bad row is edited";
 }
 
+TEST_F(FullMarksTest, AMarkTooLargeToStoreIsToldAndLeavesTheScreenOpen)
+{
+    load({u"语文"_s, u"数学"_s}, u"语文=1e39\n数学=1e38\n"_s);
+    EXPECT_FALSE(marks.accept());
+    EXPECT_EQ(dialogs.failures, QStringList{u"满分“1e39”太大，没有存入。"
+                                            " - Private Sub Command1_Click/FormShuRuMF"_s});
+    EXPECT_EQ(dialogs.shown, dialogs.failures);
+    EXPECT_EQ(state.KMImport[0].KMFull, 0.0F);
+    EXPECT_EQ(state.KMImport[1].KMFull, 1e38F);
+    EXPECT_EQ(marks.CurRow, 1);
+    marks.setText(u"150"_s);
+    EXPECT_TRUE(marks.accept());
+    EXPECT_EQ(state.KMImport[0].KMFull, 150.0F);
+}
+
 TEST_F(FullMarksTest, EnterWalksDownAndTheLastOneAccepts)
 {
     load({u"语文"_s, u"数学"_s}, u"语文=120\n"_s);

@@ -179,6 +179,40 @@ TEST_F(StudentImportTest, ValueThatDoesNotFitCostsItsFieldAndTheRecordIsAdded)
     EXPECT_EQ(students(u"姓名,性别"_s), u"学生|NULL / 学生|女"_s);
 }
 
+TEST_F(StudentImportTest, AnErrorCellCostsAMessageAndItsFieldStaysEmpty)
+{
+    const runtime::Value error = runtime::Value::error(u"#N/A"_s);
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"备注"_s, u"类别代码"_s, u"出生时间"_s, u"照片名"_s},
+           {1, error, u"王芳"_s, error, error, error, error},
+           {1, 2, u"陈静"_s, u"转学"_s, 3, u"2009.7.31"_s, {}}});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    const QString message = u"单元格里是错误值“#N/A”，没有存入。"_s + tag;
+    EXPECT_EQ(dialogs.failures, QStringList(5, message));
+    EXPECT_EQ(students(u"学号,姓名,备注,出生时间,照片名"_s),
+              u"NULL|王芳|NULL|NULL|NULL / 2|陈静|转学|2009-07-31|NULL"_s);
+}
+
+TEST_F(StudentImportTest, ARecordThatTheLibraryRefusesIsLeftOutAndTheNextRowsComeIn)
+{
+    column(u"ID"_s, {7, 7, 8});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_EQ(dialogs.failures[0], u"已经有同样的内容，或缺少必需的内容，没有写入。"
+                                   "（UNIQUE constraint failed: 信息表.ID）"_s
+                                       + tag);
+    EXPECT_EQ(students(u"ID,学号"_s), u"7|1 / 8|3"_s);
+}
+
+TEST_F(StudentImportTest, ATextUnderThePhotosThemselvesIsRefusedAndTheRecordIsAdded)
+{
+    column(u"照片"_s, {u"王芳.jpg"_s});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_TRUE(dialogs.failures[0].contains(u"这一列只存二进制数据"_s));
+    EXPECT_TRUE(dialogs.failures[0].endsWith(tag));
+    EXPECT_EQ(students(u"姓名,照片"_s), u"学生|NULL"_s);
+}
+
 TEST_F(StudentImportTest, PhotoIsFoundAsWrittenOrBesideTheWorkbook)
 {
     const QDir folder(library.folder.path());

@@ -1,11 +1,16 @@
 #include "library/NewLibrary.h"
 
+#include <QDir>
 #include <QFile>
+#include <QRegularExpression>
+
+#include <sys/stat.h>
 
 #include <gtest/gtest.h>
 
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Text.h"
+#include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -35,6 +40,12 @@ protected:
         for (const jet::Column& column : scores.Conn.columns(table))
             names.append(column.name);
         return names;
+    }
+
+    QByteArray content() const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     QTemporaryDir folder;
@@ -162,6 +173,72 @@ TEST_F(NewLibraryRun, TheOpenLibraryCannotBeOverwritten)
     EXPECT_EQ(scores.catalogue.ExamList, QStringList());
     scores.catalogue.GetKSXX();
     EXPECT_EQ(scores.catalogue.ExamList, QStringList{u"期中"_s});
+}
+
+TEST_F(NewLibraryRun, ALibraryThatAnotherProgramWritesCannotBeOverwritten)
+{
+    ASSERT_TRUE(create({u"语文"_s}));
+    scores.Conn.Close();
+    {
+        jet::Connection other;
+        other.Open(path);
+        jet::WriteBatch batch(other);
+        other.Execute(u"insert into 考试名称表(考试名称,科类,考试编号) values('期中','理',1)"_s);
+        const QByteArray before = content();
+        dialogs.expect(u"文件已存在"_s, Answer::Ok);
+        create({u"数学"_s});
+        ASSERT_FALSE(dialogs.failures.isEmpty());
+        EXPECT_EQ(dialogs.failures.first(), u"文件 %1 正在使用，不能覆盖。"_s.arg(path) + tag);
+        // The steps go on against the old file.
+        EXPECT_TRUE(scores.Conn.isOpen());
+        EXPECT_EQ(scores.catalogue.AllColumns, QStringList{u"语文"_s});
+        EXPECT_EQ(content(), before);
+        scores.Conn.Close();
+        batch.commit();
+    }
+    scores.LibPath = path;
+    scores.OpenDB();
+    EXPECT_EQ(scores.catalogue.ExamList, QStringList{u"期中"_s});
+}
+
+TEST_F(NewLibraryRun, AFolderOfThatNameIsNotAskedAboutAndNothingIsMade)
+{
+    path = folder.filePath(u"夹"_s);
+    ASSERT_TRUE(QDir().mkpath(path));
+    EXPECT_FALSE(create({u"语文"_s}));
+    EXPECT_EQ(dialogs.questions, QStringList());
+    EXPECT_EQ(dialogs.shown,
+              (QStringList{u"无法写入文件 "_s + path
+                               + u"（不能写入：磁盘已满、文件只读，或它是文件夹）。"_s + tag,
+                           path + u"\n库文件不存在！"_s}));
+}
+
+TEST_F(NewLibraryRun, OverAReadOnlyFileItIsToldOnceThatTheColumnsAreNotAdded)
+{
+    ASSERT_TRUE(create({u"语文"_s}));
+    scores.Conn.Close();
+    dialogs.shown.clear();
+    dialogs.expect(u"文件已存在"_s, Answer::Ok);
+    ASSERT_EQ(chmod(folder.path().toUtf8().constData(), 0755), 0);
+    ASSERT_EQ(chmod(path.toUtf8().constData(), 0444), 0);
+    const support::OrdinaryUser user;
+    EXPECT_TRUE(create({u"数学"_s, u"英语"_s}));
+    ASSERT_EQ(dialogs.failures.size(), 2) << dialogs.failures.join(u'\n').toStdString();
+    EXPECT_TRUE(dialogs.failures[0].startsWith(u"无法写入文件 "_s));
+    EXPECT_EQ(dialogs.failures[1], u"成绩库是只读的，不能写入。"_s + tag);
+    EXPECT_EQ(scores.catalogue.AllColumns, QStringList{u"语文"_s});
+}
+
+TEST_F(NewLibraryRun, AKeywordOfTheEngineIsNoSubject)
+{
+    EXPECT_TRUE(create({u"order"_s, u"Select"_s, u"数学"_s}));
+    EXPECT_EQ(scores.catalogue.AllColumns, QStringList{u"数学"_s});
+    EXPECT_EQ(columns(u"成绩表"_s).filter(QRegularExpression(u"^(order|Select)$"_s)),
+              QStringList());
+    const QString sentence = u"“%1”是数据库的保留字，不能作列名。"_s + tag;
+    for (const QString& word : {u"order"_s, u"Select"_s})
+        EXPECT_EQ(dialogs.failures.count(sentence.arg(word)), 3) << word.toStdString();
+    EXPECT_EQ(dialogs.failures.size(), 6);
 }
 
 TEST_F(NewLibraryRun, ALibraryWhoseFileIsGoneDoesNotBlockANewOne)

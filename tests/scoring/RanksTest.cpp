@@ -164,6 +164,29 @@ TEST_F(Ranks, WithoutTheScoresOfATotalItsTIsStillRanked)
     EXPECT_EQ(test.dialogs.failures, QStringList{u"没有名为“总分”的列。 - Sub PaiMC/Mdl_MDB"_s});
 }
 
+TEST_F(Ranks, AColumnThatIsMissingIsToldOnceForEachStreamHoweverManyClassesItHas)
+{
+    student(1, 1, 60, u"文"_s);
+    student(2, 1, 70);
+    student(3, 1, 80);
+    test.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 100}});
+    test.reload();
+    test.execute(u"ALTER TABLE 成绩表 DROP COLUMN 语文"_s);
+    scoring.PanNJBjMC(u"期中"_s);
+    const QString message = u"没有名为“语文”的列。 - Sub PaiMC/Mdl_MDB"_s;
+    EXPECT_EQ(test.dialogs.failures, (QStringList{message, message}));
+}
+
+TEST_F(Ranks, ATermOfAFormulaThatIsNoSubjectIsToldOnceForTheGradeAndAllClasses)
+{
+    student(1, 1, 60);
+    student(2, 1, 70);
+    test.execute(u"update 考试名称表 set 总分='语文+体育'"_s);
+    EXPECT_EQ(run(), u"2|1 / 1|1"_s);
+    ASSERT_EQ(test.dialogs.failures.size(), 1) << test.dialogs.failures.join(u'\n').toStdString();
+    EXPECT_TRUE(test.dialogs.failures[0].endsWith(u" - Function GetZFMF/Mdl_MDB"_s));
+}
+
 TEST_F(Ranks, OtherExamsKeepTheirs)
 {
     student(1, 1, 60);

@@ -306,8 +306,33 @@ TEST(ScoringRun, AStepThatFailsKeepsNoOtherFromRunningAndWhatWasComputedIsWritte
               u"43|60|2|2 / 57|70|1|1 / NULL|NULL|NULL|NULL / NULL|NULL|NULL|NULL"_s);
     const QStringList where = tags(test.dialogs.failures);
     for (const QString& tag :
-         {u" - Sub Zfen/Mdl_MDB"_s, u" - Sub JiSuanZF/Mdl_MDB"_s, u" - Sub PanNJBjMC/Mdl_MDB"_s})
+         {u" - Sub Zfen/Mdl_MDB"_s, u" - Sub JiSuanZF/Mdl_MDB"_s, u" - Sub PaiMC/Mdl_MDB"_s})
         EXPECT_TRUE(where.contains(tag)) << tag.toStdString();
+}
+
+TEST(ScoringRun, AStreamThatCannotBeReadKeepsNoLaterStreamFromBeingScored)
+{
+    TestLibrary test({u"语文"_s, u"总分"_s});
+    test.addExam(exam, u"理"_s, 1, {{u"语文"_s, 100}, {u"总分"_s, u"语文"_s}});
+    test.addStudent(1, 1, u"学生"_s, u"文'科"_s);
+    test.addScores(exam, 1, 1, {{u"语文"_s, 90}});
+    for (int number = 1; number <= 2; ++number) {
+        test.addStudent(2, number, u"学生"_s, u"理"_s);
+        test.addScores(exam, 2, number, {{u"语文"_s, 50 + number * 10}});
+    }
+    test.reload();
+    ASSERT_EQ(test.scores.catalogue.Streams, (QStringList{u"文'科"_s, u"理"_s}));
+    test.dialogs.failures.clear();
+    runtime::NoProgress progress;
+    EXPECT_FALSE(scoring::Scoring(test.scores).score(exam, progress));
+    EXPECT_EQ(
+        test.rows(u"select 语文Z分, 语文T分, 总分, 语文年名, 语文班名, 总分T分年名 from 成绩表"_s),
+        u"NULL|NULL|NULL|NULL|NULL|NULL / -0.71|43|60|2|2|2 / 0.71|57|70|1|1|1"_s);
+    EXPECT_EQ(tags(test.dialogs.failures),
+              (QStringList{u" - Function GetKSKM/Mdl_MDB"_s, u" - Sub Zfen/Mdl_MDB"_s,
+                           u" - Function GetZFKMGS/Mdl_MDB"_s, u" - Sub JiSuanZF/Mdl_MDB"_s,
+                           u" - Sub PanNJBjMC/Mdl_MDB"_s, u" - Function GetKSKMZF/Mdl_MDB"_s,
+                           u" - Sub PaiMC/Mdl_MDB"_s}));
 }
 
 TEST(ScoringRun, ANegativeScoreThatWasImportedIsAnAbsence)
@@ -341,15 +366,18 @@ TEST(ScoringRun, AnExamWhoseNameBreaksTheStatementsIsNotScoredByTheFormulasOfAno
     EXPECT_TRUE(scoring.score(exam, progress));
     const QString before = everything(test);
     EXPECT_FALSE(scoring.score(name, progress));
-    EXPECT_EQ(tags(test.dialogs.failures),
-              (QStringList{u" - Function GetKSKM/Mdl_MDB"_s, u" - Sub Zfen/Mdl_MDB"_s,
-                           u" - Function GetZFKMGS/Mdl_MDB"_s, u" - Sub JiSuanZF/Mdl_MDB"_s,
-                           u" - Function GetKSKMZF/Mdl_MDB"_s, u" - Sub PanNJBjMC/Mdl_MDB"_s}));
+    const QStringList perStream{u" - Function GetKSKM/Mdl_MDB"_s,   u" - Sub Zfen/Mdl_MDB"_s,
+                                u" - Function GetZFKMGS/Mdl_MDB"_s, u" - Sub JiSuanZF/Mdl_MDB"_s,
+                                u" - Function GetKSKMZF/Mdl_MDB"_s, u" - Sub PaiMC/Mdl_MDB"_s};
+    const QStringList where = tags(test.dialogs.failures);
+    EXPECT_EQ(where.size(), 2 * perStream.size()) << where.join(u'\n').toStdString();
+    for (const QString& tag : perStream)
+        EXPECT_EQ(where.count(tag), 2) << tag.toStdString();
     scoring.Zfen(name);
     scoring.JiSuanZF(name);
     scoring.PanNJBjMC(name);
     EXPECT_EQ(everything(test), before);
-    EXPECT_TRUE(test.dialogs.failures.last().endsWith(u" - Sub PanNJBjMC/Mdl_MDB"_s));
+    EXPECT_TRUE(test.dialogs.failures.last().endsWith(u" - Sub PaiMC/Mdl_MDB"_s));
 }
 
 TEST(ScoringRun, AFileThatWasMovedAwayCostsOneMessageAndNothingIsWritten)

@@ -175,6 +175,17 @@ TEST_F(Rates, ExamWithoutRowsGivesZeros)
     EXPECT_EQ(library.dialogs.shown, QStringList());
 }
 
+TEST_F(Rates, ClassWithoutStudentsHasNoShare)
+{
+    library.execute(u"update 信息表 set 班级=null where 班级=2"_s);
+    library.reload();
+    library.dialogs.failures.clear();
+    run();
+    EXPECT_EQ(row(3), u"0班|0||0|"_s) << "students without a class";
+    EXPECT_EQ(row(4), u"1班|2|66.67|2|66.67"_s);
+    EXPECT_EQ(library.dialogs.failures, QStringList(2, u"除数为零。 - Sub TJGK4l/Mdl_MDB"_s));
+}
+
 class HighLowGroups : public BandReportTest
 {
 protected:

@@ -179,6 +179,38 @@ TEST_F(SubjectAggregates, ClassWithoutRowsHasNoAverageAndTakesNoRank)
     EXPECT_EQ(row(5), u"3班||||"_s);
 }
 
+TEST_F(SubjectAggregates, AbsentClassStandsBehindTheSpareEntryAndTheClassesWithoutRows)
+{
+    library.addStudent(3, 1, u"己"_s, u"理"_s);
+    library.execute(u"update 成绩表 set 语文=-1 where 班级=2"_s);
+    library.reload();
+    TJGKPJF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(row(3), u"1班|49.67|1|30|2"_s);
+    EXPECT_EQ(row(4), u"2班|-1|4|50|1"_s);
+    EXPECT_EQ(row(5), u"3班||||"_s);
+}
+
+TEST_F(SubjectAggregates, SubjectThatTheTableOfTeachersLacksLeavesTheOthersTheirs)
+{
+    listTeachers();
+    library.execute(u"update 教师表 set 数学='李老师'"_s);
+    library.execute(u"alter table 教师表 drop column 语文"_s);
+    TJGKPJF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(row(3), u"1班|49.67|2||30|2|李老师"_s);
+    ASSERT_FALSE(library.dialogs.failures.isEmpty());
+    for (const QString& failure : std::as_const(library.dialogs.failures))
+        EXPECT_TRUE(failure.endsWith(u" - Function GetJSMD/Mdl_MDB"_s)) << failure.toStdString();
+}
+
+TEST_F(SubjectAggregates, ClassNumberWithADecimalIsShownAsItIs)
+{
+    library.addStudent(2.5, 1, u"己"_s, u"理"_s);
+    score(u"期中"_s, 2.5, 1, {70, 10, 80, 5});
+    library.reload();
+    TJGKPJF(context, exams, grid, Transfer::GridOnly);
+    EXPECT_EQ(row(5), u"2.5班|70|2|10|3"_s);
+}
+
 TEST_F(SubjectAggregates, EqualRoundedAveragesShareARankAndTheNextIsThird)
 {
     library.addStudent(3, 1, u"己"_s, u"理"_s);

@@ -51,7 +51,7 @@ void IntakeScreen::build()
                         u"导入前备份成绩库"_s);
     CheckBackup->setToolTip(u"在成绩库旁边留一份副本，只保留最近的5份。"_s);
     CheckBackup->setChecked(true);
-    Label4 = named(new QLabel(this), u"Label4"_s, {});
+    Label4 = runtime::namedText(new QLabel(this), u"Label4"_s);
     Command1 = button(u"Command1"_s, u"导入(&I)"_s, this);
     Command2 = button(u"Command2"_s, u"退出(&X)"_s, this);
 }
@@ -82,8 +82,9 @@ void IntakeScreen::listSheets()
 
 void IntakeScreen::chooseSheet(const excel::Workbook& book, const QString& sheet)
 {
-    if (m_intake.workbook() == &book)
-        Combo1->setCurrentIndex(Combo1->findText(sheet));
+    // What a running import asks is answered by looking through the workbook.
+    if (m_intake.workbook() == &book && !m_dialogs.inCommand())
+        Combo1->setCurrentText(sheet);
 }
 
 void IntakeScreen::watch(const QString& path)

@@ -24,7 +24,8 @@ class IntakeScreen : public runtime::Screen
 public:
     /// Opens the workbook and lists its sheets. A file that cannot be opened leaves the list empty.
     virtual void browse(const QString& path);
-    /// Chooses a sheet, as if it were picked from the list; nothing happens for another workbook.
+    /// Chooses a sheet, as if it were picked from the list; nothing happens for another workbook or
+    /// while an import runs.
     void chooseSheet(const excel::Workbook& book, const QString& sheet);
 
 Q_SIGNALS:

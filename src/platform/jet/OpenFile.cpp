@@ -7,6 +7,7 @@
 #include <QtEndian>
 
 #include "platform/jet/EngineErrors.h"
+#include "platform/runtime/FileErrors.h"
 
 namespace jet {
 
@@ -43,7 +44,8 @@ void checkHeader(const QString& path)
         throw Error(Failure::NoLibrary, u"%1 不是文件，不能作为成绩库打开。"_s.arg(path));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw Error(Failure::Other, u"无法读取文件 %1。"_s.arg(path), file.errorString());
+        throw Error(Failure::Other, u"无法读取文件 %1。"_s.arg(path),
+                    runtime::fileErrorText(file.error()));
     const QByteArray header = file.read(headerSize);
     if (header.isEmpty())
         throw Error(Failure::NoLibrary, u"%1 是空文件，不是成绩库。"_s.arg(path));

@@ -8,6 +8,7 @@
 #include <iconv.h>
 
 #include "platform/runtime/Error.h"
+#include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Trap.h"
 
 namespace runtime {
@@ -83,7 +84,7 @@ void readLines(const QString& file, QStringList& list)
         return;
     QFile in(file);
     if (!in.open(QIODevice::ReadOnly))
-        throw Error(QStringLiteral("无法读取文件 %1（%2）").arg(file, in.errorString()));
+        throw Error(QStringLiteral("无法读取文件 %1（%2）").arg(file, fileErrorText(in.error())));
     list.clear();
     const QString text = decodeText(in.readAll());
     for (QStringView line : QStringView(text).split(u'\n')) {
@@ -104,7 +105,7 @@ void writeTextFile(const QString& file, const QString& text)
 {
     QSaveFile out(file);
     if (!out.open(QIODevice::WriteOnly) || out.write(text.toUtf8()) < 0 || !out.commit())
-        throw Error(QStringLiteral("无法写入文件 %1（%2）").arg(file, out.errorString()));
+        throw Error(QStringLiteral("无法写入文件 %1（%2）").arg(file, fileErrorText(out.error())));
 }
 
 } // namespace runtime

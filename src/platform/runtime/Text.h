@@ -20,7 +20,8 @@ QString Right(const QString& text, int count);
 QString decodeText(const QByteArray& bytes);
 
 /// Reads the non-empty lines of a text file into `list`, in file order, dropping what the list
-/// held. A file that does not exist leaves the list as it was. Throws Error where it cannot be read.
+/// held. A file that does not exist leaves the list as it was. Throws Error where it cannot be
+/// read.
 void readLines(const QString& file, QStringList& list);
 
 /// readLines for the lists of defaults; a failure is shown in a message.

@@ -367,7 +367,8 @@ void AFormMain::dragEnterEvent(QDragEnterEvent* event)
 {
     // A drop on a window that a screen is open over would work behind that screen's back.
     const QString file = droppedFile(event->mimeData());
-    const bool taken = isLibrary(file) || (isWorkbook(file) && m_library.Conn.isOpen());
+    const bool taken =
+        isLibrary(file) || (isWorkbook(file) && m_workbench->selection().commandsAvailable);
     if (taken && !QApplication::activeModalWidget())
         event->acceptProposedAction();
 }

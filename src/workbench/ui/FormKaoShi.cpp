@@ -46,6 +46,14 @@ void takeList(ChoiceList& list, const QListWidget* widget)
     list.ListIndex = widget->currentRow();
 }
 
+/// Ctrl and a click would leave a list of one choice without any.
+void keepOneChosen(QListWidget* list)
+{
+    const QSignalBlocker quiet(list);
+    if (list->selectedItems().isEmpty() && list->currentItem() != nullptr)
+        list->currentItem()->setSelected(true);
+}
+
 void showDropDown(QComboBox* widget, const DropDown& list, const QString& prompt)
 {
     // The prompt is no item; an empty combo shows it as its placeholder.
@@ -117,6 +125,7 @@ QListWidget* FormKaoShi::makeList(const QString& name, const QString& heading, Q
     auto* list = named(new QListWidget(this), name, heading.left(heading.indexOf(u'(')));
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setToolTip(multiSelectTip);
+    list->viewport()->installEventFilter(this);
     // Narrow enough that the grid beside the panel has most of the window.
     list->setMinimumWidth(fontMetrics().averageCharWidth() * characters / 2);
     layout->setColumnStretch(column, characters);
@@ -200,6 +209,8 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     CheckMin = named(new QCheckBox(u"查询后最小化(&M)"_s, this), u"CheckMin"_s, u"查询后最小化"_s);
     Picture1 = named(new QWidget(this), u"Picture1"_s, u"进度"_s);
     LabelXX = runtime::namedText(new QLabel(Picture1), u"LabelXX"_s);
+    // A long name of an exam does not push the panel wider.
+    LabelXX->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     (new QHBoxLayout(Picture1))->addWidget(LabelXX);
     Picture1->hide();
     auto* commands = new QGridLayout;
@@ -286,6 +297,12 @@ bool FormKaoShi::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
+        const auto* list = qobject_cast<QListWidget*>(watched->parent());
+        const QPoint place = static_cast<QMouseEvent*>(event)->pos();
+        if (list != nullptr && !list->indexAt(place).isValid())
+            return true;
+    }
     return Backdrop::eventFilter(watched, event);
 }
 
@@ -305,7 +322,8 @@ void FormKaoShi::showState()
     ListXM->addItems(m_selection.ListXM.items);
     ListXM->setCurrentRow(m_selection.ListXM.ListIndex);
     for (size_t i = 0; i < OptionButton1.size(); ++i) {
-        OptionButton1[i]->setText(m_selection.OptionButton1[i].caption);
+        OptionButton1[i]->setText(
+            QString(m_selection.OptionButton1[i].caption).replace(u'&', u"&&"_s));
         OptionButton1[i]->setAccessibleName(u"科类 "_s + m_selection.OptionButton1[i].caption);
         OptionButton1[i]->setVisible(i == 0 || m_selection.OptionButton1[i].visible);
         OptionButton1[i]->setChecked(m_selection.option == int(i));
@@ -332,6 +350,7 @@ void FormKaoShi::takeState()
     takeList(m_selection.ListKSMC, ListKSMC);
     takeList(m_selection.ListFW, ListFW);
     takeList(m_selection.ListLB, ListLB);
+    keepOneChosen(ListXM);
     m_selection.ListXM.ListIndex = ListXM->currentRow();
     for (size_t i = 0; i < Combo1.size(); ++i) {
         m_selection.Combo1[i].text =

@@ -48,7 +48,7 @@ Q_SIGNALS:
     void commandsAvailableChanged(bool available);
 
 protected:
-    /// Delete takes a sort key away.
+    /// Delete takes a sort key away; a click below a list's entries leaves what is chosen.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

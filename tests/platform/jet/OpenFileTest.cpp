@@ -3,6 +3,7 @@
 #include <random>
 
 #include "JetFile.h"
+#include "platform/jet/FileUse.h"
 #include "support/OrdinaryUser.h"
 
 namespace jet {
@@ -149,6 +150,25 @@ TEST_F(Files, OneLockedByAnotherProgramIsOneClearMessage)
     EXPECT_EQ(error.failure(), Failure::Locked);
     EXPECT_EQ(error.description(),
               u"成绩库正被别的程序使用，请关闭那个程序后再试。（database is locked）"_s);
+}
+
+TEST_F(Files, OneIsInUseWhileAnotherProgramReadsOrWritesIt)
+{
+    EXPECT_FALSE(isInUse(path)) << "nobody has it";
+    OtherProgram other(path);
+    EXPECT_FALSE(isInUse(path)) << "it is merely open";
+    other.run("begin immediate");
+    EXPECT_TRUE(isInUse(path));
+    other.run("commit; begin; select * from sqlite_master");
+    EXPECT_TRUE(isInUse(path));
+    other.run("commit");
+    EXPECT_FALSE(isInUse(path));
+}
+
+TEST_F(Files, WhatIsNoLibraryIsNotInUse)
+{
+    EXPECT_FALSE(isInUse(path + u".missing"_s));
+    EXPECT_FALSE(isInUse(QFileInfo(path).path()));
 }
 
 TEST_F(Files, AReadOnlyOneIsReadAndNotWritten)

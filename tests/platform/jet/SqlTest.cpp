@@ -107,6 +107,17 @@ TEST(AddColumn, RefusesWhatIsNotOneNameAndOneKnownType)
     }
 }
 
+TEST(AddColumn, RefusesABareKeywordAndTakesItInBrackets)
+{
+    for (const QString& word : {u"order"_s, u"SELECT"_s, u"Key"_s}) {
+        const Error error =
+            errorOf([&] { translated(u"ALTER TABLE 成绩表 add COLUMN %1 Single"_s.arg(word)); });
+        EXPECT_EQ(error.description(), u"“%1”是数据库的保留字，不能作列名。"_s.arg(word));
+    }
+    EXPECT_EQ(translated(u"ALTER TABLE T add [order] Single"_s),
+              u"ALTER TABLE [T] ADD COLUMN [order] Single REAL"_s);
+}
+
 TEST(SqlTokens, AnOpenQuoteOrBracketGivesNone)
 {
     EXPECT_FALSE(sqlTokens(u"select 'a"_s));

@@ -14,6 +14,7 @@
 #include "platform/excel/writers/XlsxWriter.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/FileErrors.h"
 #include "platform/runtime/ui/ScreenProgress.h"
 
 namespace excel {
@@ -118,7 +119,7 @@ void writePdf(const SheetPages& pages, const QPageLayout& layout, const QString&
     if (result == Printed::Cancelled)
         return;
     if (result == Printed::Failed || !target.commit())
-        complain(u"PDF文件没有导出：\n%1\n%2"_s.arg(file, target.errorString()));
+        complain(u"PDF文件没有导出：\n%1\n%2"_s.arg(file, runtime::fileErrorText(target.error())));
 }
 
 bool showPrintDialog(QPrinter& printer, int pages, QWidget* owner)

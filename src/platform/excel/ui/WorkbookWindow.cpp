@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QSignalBlocker>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QToolBar>
@@ -49,7 +50,9 @@ WorkbookWindow::WorkbookWindow(Workbook& book, const QString& name, Desktop desk
     setAttribute(Qt::WA_DeleteOnClose);
     buildSheets();
     buildActions();
-    resize(fontMetrics().averageCharWidth() * startWidth, fontMetrics().height() * startHeight);
+    const QSize start(fontMetrics().averageCharWidth() * startWidth,
+                      fontMetrics().height() * startHeight);
+    resize(start.boundedTo(screen()->availableSize()));
     showTabs();
     showTitle();
     m_view->setFocus();
@@ -71,7 +74,6 @@ void WorkbookWindow::buildSheets()
     layout->addWidget(SheetTabs);
     setCentralWidget(page);
     CellText = runtime::namedText(new QLabel, u"CellText"_s);
-    CellText->setTextFormat(Qt::PlainText);
     CellText->setIndent(fontMetrics().averageCharWidth());
     statusBar()->addWidget(CellText, 1);
     connect(SheetTabs, &QTabBar::currentChanged, this, &WorkbookWindow::tabChosen);

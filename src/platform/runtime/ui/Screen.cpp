@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QShowEvent>
 
 namespace runtime {
 
@@ -39,6 +41,13 @@ void Screen::keyPressEvent(QKeyEvent* event)
     default:
         QDialog::keyPressEvent(event);
     }
+}
+
+void Screen::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous())
+        resize(size().boundedTo(screen()->availableSize()));
+    QDialog::showEvent(event);
 }
 
 QPushButton* button(const QString& objectName, const QString& caption, QWidget* parent)

@@ -20,6 +20,8 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    /// No screen begins larger than the display.
+    void showEvent(QShowEvent* event) override;
 };
 
 /// Gives a widget its design name and what a screen reader says.
@@ -31,10 +33,12 @@ Widget* named(Widget* widget, const QString& objectName, const QString& accessib
     return widget;
 }
 
-/// Gives a label its design name. What a screen reader says is its text, which changes.
+/// Gives a label its design name. What a screen reader says is its text, which changes and is shown
+/// as it stands, whatever looks like markup in it.
 template <class Label> Label* namedText(Label* label, const QString& objectName)
 {
     label->setObjectName(objectName);
+    label->setTextFormat(Qt::PlainText);
     return label;
 }
 

@@ -25,6 +25,7 @@ public:
     /// A command of the user begins or ends; commands can nest (a screen opened by a menu item).
     void beginCommand();
     void endCommand();
+    bool inCommand() const { return m_commandDepth > 0; }
 
 private:
     int m_commandDepth = 0;

@@ -27,6 +27,7 @@ ScreenProgress::ScreenProgress(QWidget* parent, std::chrono::milliseconds appear
       m_cancel(button(u"ProgressCancel"_s, u"取消(&C)"_s, m_window.get())),
       m_appearAfter(appearAfter)
 {
+    m_text->setTextFormat(Qt::PlainText);
     auto* layout = new QVBoxLayout(m_window.get());
     layout->addWidget(m_text);
     layout->addWidget(m_bar);

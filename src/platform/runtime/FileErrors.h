@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QFileDevice>
+#include <QString>
+
+namespace runtime {
+
+/// Why a file could not be used, in words for a message: "没有权限". Qt's own texts are those of
+/// the C library, which are English.
+QString fileErrorText(QFileDevice::FileError error);
+
+} // namespace runtime
