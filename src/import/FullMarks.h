@@ -25,7 +25,8 @@ public:
     void setText(const QString& text);
 
     /// "确定": stores the marks that are above 0, tells of each other one in a message and makes it
-    /// CurRow. So it is with a mark too large for a single-precision number. True if all are accepted and the screen may close.
+    /// CurRow. So it is with a mark too large for a single-precision number. True if all are
+    /// accepted and the screen may close.
     bool accept();
 
     /// Enter in the editor: goes down one row, and behind the last one accepts. True if the screen

@@ -85,9 +85,9 @@ class NewLibrary(yunshan.ProgramTest):
 
     def test_a_library_that_another_program_writes_is_not_overwritten(self):
         self.make_library("语文")
+        content = self.library.read_bytes()
         other = sqlite3.connect(self.library, isolation_level=None)
         other.execute("begin exclusive")
-        content = self.library.read_bytes()
         result = self.run_program("new", self.library, "--subjects", "数学", "--force",
                                   expect=ERROR)
         other.execute("rollback")

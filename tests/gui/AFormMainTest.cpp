@@ -1,4 +1,6 @@
 #include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
 
 #include "gui/MainWindowFixture.h"
 #include "platform/runtime/Text.h"
@@ -28,6 +30,17 @@ TEST_F(MainWindow, AQuotedPathOnTheCommandLineOpens)
     EXPECT_EQ(window->windowTitle(), u"云杉学业册 - "_s + path);
     EXPECT_TRUE(menuEnabled(u"Medit"_s));
     EXPECT_TRUE(item(u"mfSaveAs"_s)->isEnabled());
+    EXPECT_EQ(item(u"mfREC0"_s)->text(), path);
+}
+
+TEST_F(MainWindow, APathOnTheCommandLineCanBeRelative)
+{
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(QFileInfo(path).path()));
+    window->start(QFileInfo(path).fileName());
+    QDir::setCurrent(before);
+    EXPECT_EQ(test.scores.LibPath, path);
+    EXPECT_EQ(window->windowTitle(), u"云杉学业册 - "_s + path);
     EXPECT_EQ(item(u"mfREC0"_s)->text(), path);
 }
 

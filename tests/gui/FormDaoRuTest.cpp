@@ -2,6 +2,7 @@
 
 #include "gui/ExamImportFixture.h"
 #include "gui/PaintedTexts.h"
+#include "gui/ProgressCanceller.h"
 #include "platform/grid/ui/FlexGridView.h"
 
 namespace {
@@ -373,6 +374,33 @@ TEST_F(ExamImportScreen, TheButtonClosesTheSpreadsheetAndTheFrameDoesNot)
     EXPECT_FALSE(applications[1]->isRunning());
     EXPECT_TRUE(isOpen(0));
     EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST_F(ExamImportScreen, CancelStopsBetweenStudentsAndLeavesTheScreenUsable)
+{
+    Rows many;
+    for (int number = 3; number <= 80000; ++number)
+        many.push_back({1, number, u"学生"_s, 100, 90});
+    choose(workbook(u"期末.xlsx"_s, sheet(many)));
+    toggle(u"CheckAdd"_s);
+    const support::ProgressCanceller canceller;
+    import();
+    EXPECT_EQ(canceller.text, u"导入数据..."_s);
+    EXPECT_EQ(dialogs.shown, QStringList()) << "nothing is said to be complete";
+    EXPECT_EQ(text(u"Label4"_s), QString());
+    EXPECT_EQ(scoreRows(u"count(*)"_s), u"0"_s);
+    EXPECT_EQ(library.rows(u"select 考试名称 from 考试名称表 where 考试名称='期末'"_s), QString());
+    EXPECT_GT(library.rows(u"select count(*) from 信息表"_s).toInt(), 2)
+        << "students that were added stay";
+    choose(workbook(u"补考.xlsx"_s, two));
+    import();
+    EXPECT_EQ(dialogs.shown, QStringList{u"导入完成！"_s});
+    EXPECT_EQ(scoreRows(u"count(*)"_s), u"2"_s);
+}
+
+TEST_F(ExamImportScreen, WhatItSaysIsShownAsItStands)
+{
+    EXPECT_EQ(find<QLabel>(u"Label4"_s)->textFormat(), Qt::PlainText);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include "gui/IntakeFixture.h"
 #include "gui/PaintedTexts.h"
+#include "gui/ProgressCanceller.h"
 
 namespace {
 
@@ -193,6 +194,21 @@ TEST_F(StudentImportScreen, BothWaysOutLeaveTheWorkbookInView)
     EXPECT_TRUE(form->isVisible());
     form->close();
     EXPECT_TRUE(isOpen(0));
+}
+
+TEST_F(StudentImportScreen, CancelStopsBetweenStudentsAndWritesNone)
+{
+    Rows rows{{u"班级"_s, u"学号"_s, u"姓名"_s, u"出生时间"_s, u"入学时间"_s, u"籍贯"_s}};
+    for (int number = 1; number <= 100000; ++number)
+        rows.push_back({1, number, u"学生"_s, u"2009-7-31"_s, u"2024年9月1日"_s, u"云南"_s});
+    choose(workbook(u"名单.xlsx"_s, rows));
+    const support::ProgressCanceller canceller;
+    press(u"Command1"_s);
+    EXPECT_EQ(canceller.text, u"导入数据..."_s);
+    EXPECT_EQ(dialogs.shown, QStringList()) << "nothing is said to be complete";
+    EXPECT_EQ(students(u"count(*)"_s), u"0"_s);
+    EXPECT_EQ(text(u"Label4"_s), QString());
+    EXPECT_TRUE(find<QPushButton>(u"Command1"_s)->isEnabled());
 }
 
 } // namespace

@@ -211,4 +211,31 @@ TEST_F(ImportFromTheMenu, TheWorkbookCanBeReadWhileTheImportAsks)
     EXPECT_EQ(test.dialogs.shown, QStringList{u"导入完成！"_s});
 }
 
+TEST_F(ImportFromTheMenu, ATabChosenWhileTheImportAsksLeavesTheSheetOfTheImport)
+{
+    onScreen(u"meDRKS"_s, [&](QDialog& screen) {
+        browse(screen, workbook(u"月考.xlsx"_s, 90));
+        const excel::WorkbookWindow& book = *books().at(0);
+        const auto* sheets = screen.findChild<QComboBox*>(u"Combo1"_s);
+        boxes.expect([&](QDialog& marks) {
+            clickTab(book, 1);
+            EXPECT_EQ(sheets->currentText(), u"成绩"_s);
+            pressOn(marks, u"Command1"_s);
+        });
+        pressOn(screen, u"Command1"_s);
+        EXPECT_EQ(sheets->currentText(), u"成绩"_s);
+        clickTab(book, 0);
+        clickTab(book, 1);
+        EXPECT_EQ(sheets->currentText(), u"说明"_s) << "the import is over";
+    });
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"导入完成！"_s});
+}
+
+TEST_F(ImportFromTheMenu, AnImportLeavesTheResultsInView)
+{
+    press(u"CommandLLCJ"_s);
+    importScore(u"月考.xlsx"_s, 90);
+    EXPECT_TRUE(gridView()->isVisible());
+}
+
 } // namespace

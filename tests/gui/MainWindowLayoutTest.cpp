@@ -1,6 +1,8 @@
 #include <QCheckBox>
+#include <QListWidget>
 
 #include "gui/MainWindowFixture.h"
+#include "gui/PaintedTexts.h"
 
 namespace {
 
@@ -135,6 +137,28 @@ TEST_F(MainWindowLayout, DraggedColumnsHaveTheirWidthsAtTheNextStart)
     press(u"CommandLLCJ"_s);
     EXPECT_EQ(gridView()->grid().ColWidth(2), 4321);
     EXPECT_NE(gridView()->grid().ColWidth(1), 4321);
+}
+
+/// Its name stands on the panel while it is computed.
+TEST_F(MainWindowLayout, AnExamWithALongNameDoesNotWidenThePanel)
+{
+    const QString exam(50, u'长');
+    test.addExam(exam, u"理"_s, 2, {{u"语文"_s, 100}});
+    test.addScores(exam, 1, 1, {{u"语文"_s, 50}});
+    test.reload();
+    test.scores.notifyChanged();
+    QApplication::processEvents();
+    const int before = panel()->width();
+    auto* exams = window->findChild<QListWidget*>(u"ListKSMC"_s);
+    exams->clearSelection();
+    exams->item(1)->setSelected(true);
+    const support::PaintedTexts painted(window->findChild<QLabel*>(u"LabelXX"_s));
+    press(u"CommandJSZF"_s);
+    QApplication::processEvents();
+    EXPECT_FALSE(painted.texts.filter(exam).isEmpty());
+    EXPECT_EQ(panel()->width(), before);
+    startAgain(path);
+    EXPECT_EQ(panel()->width(), before);
 }
 
 } // namespace

@@ -211,4 +211,16 @@ TEST_F(MainWindowMenus, ACompactionThatFailsLeavesTheTitle)
     EXPECT_EQ(window->windowTitle(), title(path));
 }
 
+TEST_F(MainWindowMenus, ResultsGoWithTheirLibrary)
+{
+    startWithExam();
+    press(u"CommandLLCJ"_s);
+    openFromTheMenu(path);
+    EXPECT_TRUE(gridView()->isVisible()) << "the same library again";
+    item(u"mfSaveAs"_s)->trigger();
+    EXPECT_TRUE(gridView()->isVisible());
+    openFromTheMenu(copyOfTheLibrary(u"另一个.CJK"_s));
+    EXPECT_FALSE(gridView()->isVisible());
+}
+
 } // namespace

@@ -100,4 +100,11 @@ TEST_F(ProgressWindow, GoesWithTheWork)
     EXPECT_EQ(window(), nullptr);
 }
 
+TEST_F(ProgressWindow, ANameThatLooksLikeMarkupIsShownAsItStands)
+{
+    const ScreenProgress progress(&owner, 0ms);
+    for (const QString& name : {u"ProgressText"_s, u"ProgressCounts"_s})
+        EXPECT_EQ(part<QLabel>(name)->textFormat(), Qt::PlainText) << name.toStdString();
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
@@ -63,6 +64,19 @@ TEST(Screen, ALabelLeavesTheNameThatItsBuddyHas)
     auto* box = runtime::named(new QLineEdit(&window), u"TextBJ"_s, u"班级号"_s);
     runtime::label(u"Label1"_s, u"班级"_s, box, &window);
     EXPECT_EQ(box->accessibleName(), u"班级号"_s);
+}
+
+TEST(Screen, BeginsNoLargerThanTheDisplayAndCanBeMadeLarger)
+{
+    runtime::Screen screen(u"FormNew"_s, u"新建"_s, nullptr);
+    const QSize available = screen.screen()->availableSize();
+    screen.resize(available + QSize(100, 200));
+    screen.show();
+    EXPECT_EQ(screen.size(), available);
+    screen.resize(300, 200);
+    screen.hide();
+    screen.show();
+    EXPECT_EQ(screen.size(), QSize(300, 200));
 }
 
 } // namespace

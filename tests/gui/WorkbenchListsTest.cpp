@@ -231,4 +231,54 @@ TEST_F(WorkbenchLists, CancellingTheTotalsLeavesTheOtherExamsAndNoTextBehind)
     EXPECT_TRUE(find<QPushButton>(u"CommandLLCJ"_s)->isEnabled());
 }
 
+TEST_F(WorkbenchLists, OneDisplayItemIsAlwaysChosen)
+{
+    for (const Qt::KeyboardModifiers keys : {Qt::ControlModifier, Qt::ShiftModifier}) {
+        clickItem(u"ListXM"_s, 0, keys);
+        EXPECT_EQ(selected(u"ListXM"_s).size(), 1) << int(keys);
+    }
+    QTest::keyClick(find<QListWidget>(u"ListXM"_s), Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(selected(u"ListXM"_s).size(), 1);
+    EXPECT_EQ(find<QListWidget>(u"ListXM"_s)->currentRow(), 0);
+    clickItem(u"ListXM"_s, 2);
+    EXPECT_EQ(selected(u"ListXM"_s), QStringList{find<QListWidget>(u"ListXM"_s)->item(2)->text()});
+}
+
+TEST_F(WorkbenchLists, AClickBelowTheEntriesChangesNothing)
+{
+    const QString statement = sql();
+    for (const QString& name : {u"ListKSMC"_s, u"ListFW"_s, u"ListLB"_s, u"ListXM"_s}) {
+        const QStringList before = selected(name);
+        EXPECT_FALSE(before.isEmpty()) << name.toStdString();
+        auto* list = find<QListWidget>(name);
+        list->setMinimumHeight(list->sizeHintForRow(0) * (list->count() + 4));
+        QApplication::processEvents();
+        const QPoint ground(5, list->viewport()->height() - 3);
+        ASSERT_FALSE(list->indexAt(ground).isValid()) << name.toStdString();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, ground);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, ground);
+        EXPECT_EQ(selected(name), before) << name.toStdString();
+    }
+    EXPECT_EQ(sql(), statement);
+}
+
+TEST_F(WorkbenchLists, AStreamWithAnAmpersandIsShownAsItStandsAndTakesNoAccessKey)
+{
+    test.execute(u"update 信息表 set 科类='A&B' where 科类='理'"_s);
+    test.reload();
+    form->init();
+    QStringList captions;
+    for (int i = 1; i <= 2; ++i) {
+        const auto* option = find<QRadioButton>(u"OptionButton1_%1"_s.arg(i));
+        EXPECT_TRUE(option->shortcut().isEmpty()) << option->shortcut().toString().toStdString();
+        captions.append(option->text());
+    }
+    EXPECT_TRUE(captions.contains(u"A&&B"_s)) << captions.join(u' ').toStdString();
+}
+
+TEST_F(WorkbenchLists, TheTextOfTheRunningWorkIsShownAsItStands)
+{
+    EXPECT_EQ(find<QLabel>(u"LabelXX"_s)->textFormat(), Qt::PlainText);
+}
+
 } // namespace

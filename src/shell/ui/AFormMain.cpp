@@ -233,7 +233,9 @@ void AFormMain::openLibrary(const QString& path)
 {
     m_library.LibPath = path;
     m_library.OpenDB();
-    m_workbench->init();
+    // A library that was opened has been taken, and one that stays open is as it was.
+    if (m_library.LibPath.isEmpty())
+        m_workbench->init();
     ShowInfo();
     showRecent(m_library.LibPath);
 }
