@@ -6,8 +6,8 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
-#include <QSignalBlocker>
 #include <QScreen>
+#include <QSignalBlocker>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QToolBar>
