@@ -16,20 +16,7 @@ class Prepared(yunshan.ProgramTest):
 
     def setUp(self):
         super().setUp()
-        self.make_library("语文", "数学", "总分")
-        self.change("update 总分公式 set 公式='语文+数学' where 总分='总分'")
-        book = self.book("名单.xlsx", (*HEADINGS, "科类", "类别代码"),
-                         (1, 1, "甲", "文", 1), (1, 2, "乙", "文", 1), (2, 1, "丙", "理", 1),
-                         (2, 2, "丁", "理", 1), (3, 1, "戊", "理", 2))
-        self.run_program("import-students", self.library, book, "--no-backup")
-        liberal = self.book("文.xlsx", (*HEADINGS, "语文", "数学"), (1, 1, "甲", 150, 80),
-                            (1, 2, "乙", "缺考", 60.5))
-        science = self.book("理.xlsx", (*HEADINGS, "语文"), (2, 1, "丙", 70), (2, 2, "丁", 75),
-                            (3, 1, "戊", 80))
-        for exam in ("期中", "期末"):
-            self.import_exam(liberal, exam)
-            self.import_exam(science, exam)
-        self.run_program("score", self.library, "期中", "期末")
+        self.make_scored_exams(best=150)
         self.set("各科平均分", "不使用教师名单")
 
     def set(self, name, value):

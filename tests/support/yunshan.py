@@ -140,6 +140,24 @@ class ProgramTest(unittest.TestCase):
     def book(self, name, *rows):
         return write_book(self.folder / name, {"Sheet": rows})
 
+    def make_scored_exams(self, best):
+        """Two scored exams of classes 1 (文), 2 and 3 (理); class 3 is of category 2. `best` is what
+        甲 has in 语文."""
+        self.make_library("语文", "数学", "总分")
+        self.change("update 总分公式 set 公式='语文+数学' where 总分='总分'")
+        book = self.book("名单.xlsx", (*HEADINGS, "科类", "类别代码"),
+                         (1, 1, "甲", "文", 1), (1, 2, "乙", "文", 1), (2, 1, "丙", "理", 1),
+                         (2, 2, "丁", "理", 1), (3, 1, "戊", "理", 2))
+        self.run_program("import-students", self.library, book, "--no-backup")
+        liberal = self.book("文.xlsx", (*HEADINGS, "语文", "数学"), (1, 1, "甲", best, 80),
+                            (1, 2, "乙", "缺考", 60.5))
+        science = self.book("理.xlsx", (*HEADINGS, "语文"), (2, 1, "丙", 70), (2, 2, "丁", 75),
+                            (3, 1, "戊", 80))
+        for exam in ("期中", "期末"):
+            self.import_exam(liberal, exam)
+            self.import_exam(science, exam)
+        self.run_program("score", self.library, "期中", "期末")
+
     def import_exam(self, book, exam, *options, expect=DONE):
         return self.run_program("import-exam", self.library, book, "--exam", exam, "--no-backup",
                                 *options, expect=expect)
