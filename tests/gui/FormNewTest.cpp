@@ -1,5 +1,6 @@
 #include "library/ui/FormNew.h"
 
+#include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
@@ -111,6 +112,21 @@ TEST_F(NewLibraryScreen, TheListOfSubjectsIsWrittenAsTypedAndTheScreenStays)
     EXPECT_EQ(storedSubjects(), QByteArray("语文\n\n体育\n"));
     QTest::mouseClick(screen.findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
     EXPECT_FALSE(screen.isVisible());
+}
+
+TEST_F(NewLibraryScreen, AListOfSubjectsThatCannotBeWrittenIsTold)
+{
+    library::FormXiuGaiKeMu screen(paths, nullptr);
+    screen.show();
+    const QString list = paths.dataFile(u"科目.txt"_s);
+    // A folder in the file's place, which no file replaces.
+    ASSERT_TRUE(QFile::remove(list));
+    ASSERT_TRUE(QDir().mkpath(list + u"/里面"_s));
+    QTest::mouseClick(screen.findChild<QPushButton*>(u"Command1"_s), Qt::LeftButton);
+    ASSERT_EQ(dialogs.failures.size(), 1);
+    EXPECT_TRUE(dialogs.failures[0].startsWith(u"无法写入文件 "_s));
+    EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Private Sub Command1_Click/FormXiuGaiKeMu"_s));
+    EXPECT_TRUE(screen.isVisible());
 }
 
 TEST_F(NewLibraryScreen, OffersTheSubjectsThatWereJustTyped)

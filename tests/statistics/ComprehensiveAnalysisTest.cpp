@@ -297,6 +297,17 @@ TEST_F(ComprehensiveAnalysis, NameTooLongForASheetIsShownAndTheSheetKeepsItsOwn)
     EXPECT_EQ(library.dialogs.shown.last(), done);
 }
 
+TEST_F(ComprehensiveAnalysis, NameThatNoSheetMayHaveIsShownAndTheSheetKeepsItsOwn)
+{
+    const QString exam = u"高一[期中]"_s;
+    library.addExam(exam, u"理"_s, 2, {{u"语文"_s, 100}});
+    library.reload();
+    ZHFX(context, exam, application, progress);
+    EXPECT_EQ(sheetNames(1), QStringList({u"Sheet1"_s, u"Sheet2"_s, u"考试分析"_s, u"对比分析"_s}));
+    ASSERT_EQ(library.dialogs.failures.size(), 2);
+    EXPECT_TRUE(library.dialogs.failures[1].endsWith(u" - Sub ZHFX/Mdl_MDB"_s));
+}
+
 TEST_F(ComprehensiveAnalysis, CancelledRunLeavesWhatWasFilledWithoutTheClosingMessage)
 {
     CancelAfter two(2);
@@ -394,6 +405,7 @@ TEST_F(ComprehensiveAnalysis, LibraryWithoutStreamsGivesNoWorkbook)
     library.reload();
     EXPECT_EQ(run(), AnalysisResult::Finished);
     EXPECT_EQ(application.Workbooks().Count(), 0);
+    EXPECT_EQ(library.dialogs.shown.last(), done);
 }
 
 } // namespace
