@@ -11,7 +11,6 @@
 #include <QMimeData>
 #include <QScreen>
 #include <QSettings>
-#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -35,6 +34,8 @@ const QString LibFilter = u"成绩库|*.CJK"_s;
 const QString ProductTitle = u"云杉学业册"_s;
 const QString helpFile = u"云杉学业册帮助文件.doc"_s;
 const QString updatePage = u"https://example.org/yunshan"_s;
+
+constexpr int saveLayoutAfterMs = 200;
 
 bool isLibrary(const QString& path)
 {
@@ -80,6 +81,9 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs
 
 AFormMain::~AFormMain()
 {
+    // 退出 ends without closing the window.
+    if (m_layoutChange.isActive())
+        saveLayout();
     // The panel is hidden once more while the window goes; that is no change of the user's.
     m_panel->disconnect(this);
     m_panel->removeEventFilter(this);
@@ -135,11 +139,14 @@ void AFormMain::buildWorkbench()
             [this](bool available) { m_menu.setLibraryOpen(available); });
     connect(m_panel, &QDockWidget::visibilityChanged, this, [this](bool visible) {
         m_steppedAside = m_steppedAside && !visible;
-        saveLayout();
+        noteLayout();
     });
-    connect(m_panel, &QDockWidget::topLevelChanged, this, [this] { saveLayout(); });
-    connect(m_panel, &QDockWidget::dockLocationChanged, this, [this] { saveLayout(); });
+    connect(m_panel, &QDockWidget::topLevelChanged, this, &AFormMain::noteLayout);
+    connect(m_panel, &QDockWidget::dockLocationChanged, this, &AFormMain::noteLayout);
     m_panel->installEventFilter(this);
+    m_layoutChange.setSingleShot(true);
+    m_layoutChange.setInterval(saveLayoutAfterMs);
+    connect(&m_layoutChange, &QTimer::timeout, this, &AFormMain::saveLayout);
 }
 
 void AFormMain::connectItem(const QString& name, void (AFormMain::*handler)())
@@ -316,6 +323,12 @@ void AFormMain::showWorkbench()
     m_workbench->setFocus();
 }
 
+/// Dragging an edge changes the layout many times a second; it is written once.
+void AFormMain::noteLayout()
+{
+    m_layoutChange.start();
+}
+
 void AFormMain::saveLayout() const
 {
     if (!isVisible())
@@ -329,13 +342,11 @@ void AFormMain::saveLayout() const
 void AFormMain::restoreLayout()
 {
     const QSettings settings;
-    const bool known = restoreGeometry(settings.value(u"geometry"_s).toByteArray())
-                       && restoreState(settings.value(u"panels"_s).toByteArray());
-    if (!known) {
+    if (!restoreGeometry(settings.value(u"geometry"_s).toByteArray()))
         resize(QSize(fontMetrics().averageCharWidth() * 180, fontMetrics().lineSpacing() * 50)
                    .boundedTo(screen()->availableSize()));
+    if (!restoreState(settings.value(u"panels"_s).toByteArray()))
         resizeDocks({m_panel}, {fontMetrics().averageCharWidth() * 70}, Qt::Horizontal);
-    }
 }
 
 void AFormMain::closeEvent(QCloseEvent* event)
@@ -349,19 +360,19 @@ void AFormMain::closeEvent(QCloseEvent* event)
 void AFormMain::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
-    saveLayout();
+    noteLayout();
 }
 
 void AFormMain::moveEvent(QMoveEvent* event)
 {
     QMainWindow::moveEvent(event);
-    saveLayout();
+    noteLayout();
 }
 
 bool AFormMain::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Resize || event->type() == QEvent::Move)
-        saveLayout();
+        noteLayout();
     return QMainWindow::eventFilter(watched, event);
 }
 

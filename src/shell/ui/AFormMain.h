@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include "platform/grid/FlexGrid.h"
 #include "platform/runtime/ui/ScreenDialogs.h"
@@ -55,6 +56,7 @@ private:
     void takeDropped(const QString& file);
     void showGrid(bool minimise);
     void showWorkbench();
+    void noteLayout();
     void saveLayout() const;
     void restoreLayout();
     void showRecent(const QString& path);
@@ -77,6 +79,7 @@ private:
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     QMenu* mTC = nullptr;
     QDockWidget* m_panel = nullptr;
+    QTimer m_layoutChange;
     /// The panel is away because of "查询后最小化", which is no choice for the next start.
     bool m_steppedAside = false;
     /// The library that the grid's content stems from.
