@@ -8,7 +8,7 @@
 
 #include "benchmarks/Support.h"
 #include "library/NewLibrary.h"
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "workbench/Browse.h"
 
 using namespace Qt::StringLiterals;
@@ -29,11 +29,11 @@ QString examName(int exam)
 
 /// Fills a table by one prepared statement; `values` gives the columns of a row.
 template <class Values>
-void fill(jet::Connection& connection, const QString& table, const QStringList& columns, int rows,
-          Values&& values)
+void fill(database::Connection& connection, const QString& table, const QStringList& columns,
+          int rows, Values&& values)
 {
     const QString marks = QStringList(columns.size(), u"?"_s).join(u',');
-    jet::Statement& insert = connection.prepared(
+    database::Statement& insert = connection.prepared(
         u"insert into %1 ([%2]) values (%3)"_s.arg(table, columns.join(u"],["_s), marks));
     for (int row = 0; row < rows; ++row) {
         insert.bind(values(row));
@@ -61,9 +61,9 @@ std::vector<runtime::Value> scoreRow(int student, const QString& exam, int numbe
     return row;
 }
 
-QStringList numberColumns(jet::Connection& connection, const QStringList& named)
+QStringList numberColumns(database::Connection& connection, const QStringList& named)
 {
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(u"select * from 成绩表"_s, connection);
     QStringList columns;
     for (int i = 0; i < rows.fieldCount(); ++i) {
@@ -74,9 +74,9 @@ QStringList numberColumns(jet::Connection& connection, const QStringList& named)
     return columns;
 }
 
-void fillLibrary(jet::Connection& connection, const Size& size)
+void fillLibrary(database::Connection& connection, const Size& size)
 {
-    jet::WriteBatch batch(connection);
+    database::WriteBatch batch(connection);
     const QByteArray photo(size.photoBytes, 'x');
     fill(connection, u"信息表"_s,
          {u"ID"_s, u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s, u"类别代码"_s, u"照片名"_s,

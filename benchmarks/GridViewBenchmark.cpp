@@ -90,8 +90,8 @@ void fill(library::ScoreLibrary& scores)
         points.append(u"(ID*7+%1)%1500/10.0"_s.arg(i * 13));
     }
     library::NewLibrary(scores).create(subjects);
-    jet::WriteBatch batch(scores.Conn);
-    jet::Statement& student = scores.Conn.prepared(
+    database::WriteBatch batch(scores.Conn);
+    database::Statement& student = scores.Conn.prepared(
         u"insert into 信息表(班级,学号,姓名,科类,类别代码) values(?,?,?,'理',1)"_s);
     for (int i = 0; i < Classes * 60; ++i) {
         student.bind({i / 60 + 1, i % 60 + 1, u"学生%1"_s.arg(i)});

@@ -57,9 +57,9 @@ QStringList subjectsOf(const excel::Worksheet& sheet)
     return subjects;
 }
 
-void addStudents(jet::Connection& connection, const std::vector<Student>& students)
+void addStudents(database::Connection& connection, const std::vector<Student>& students)
 {
-    jet::Statement& insert = connection.prepared(
+    database::Statement& insert = connection.prepared(
         u"insert into 信息表(班级,学号,姓名,科类,类别代码) values(?,?,?,'理',1)"_s);
     for (const Student& student : students) {
         insert.bind({student.classNumber, student.number, student.name});
@@ -67,14 +67,14 @@ void addStudents(jet::Connection& connection, const std::vector<Student>& studen
     }
 }
 
-void addExam(jet::Connection& connection, int number, const QStringList& subjects)
+void addExam(database::Connection& connection, int number, const QStringList& subjects)
 {
     const QString exam = u"第%1次考试"_s.arg(number);
-    jet::Statement& row =
+    database::Statement& row =
         connection.prepared(u"insert into 考试名称表(考试名称,科类,考试编号) values(?,'理',?)"_s);
     row.bind({exam, number});
     row.step();
-    jet::Statement& scores = connection.prepared(
+    database::Statement& scores = connection.prepared(
         u"insert into 成绩表(id,班级,学号,姓名,类别代码,科类,考试名称,考试编号,%1) "
         "select ID,班级,学号,姓名,类别代码,科类,?,?,%2 from 信息表 order by ID"_s.arg(
             subjects.join(u','), QStringList(subjects.size(), u"100"_s).join(u',')));
@@ -86,7 +86,7 @@ void fillLibrary(library::ScoreLibrary& scores, const excel::Worksheet& sheet)
 {
     const QStringList subjects = subjectsOf(sheet);
     library::NewLibrary(scores).create(subjects + QStringList{u"总分"_s});
-    jet::WriteBatch batch(scores.Conn);
+    database::WriteBatch batch(scores.Conn);
     scores.Conn.Execute(u"delete * from 总分公式"_s);
     scores.Conn.Execute(u"insert into 总分公式(总分,公式) values('总分','"_s + subjects.join(u'+')
                         + u"')"_s);
@@ -114,7 +114,7 @@ double importOnce(library::ScoreLibrary& scores, const QString& workbook)
     request.backup = importing::Backup::SwitchedOff;
     importing::ExamImport(scores, intake, state, screens, progress).run(request);
     const double milliseconds = double(timer.nsecsElapsed()) / 1e6;
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(u"select * from 成绩表 where 考试名称='待导入' and id>0"_s, scores.Conn);
     return rows.RecordCount() == state.MFGData.Rows() - 1 && rows.RecordCount() > 0 ? milliseconds
                                                                                     : -1;

@@ -39,9 +39,9 @@ QString streamOf(int classNumber, int classes)
     return classNumber <= classes * 2 / 5 ? u"文"_s : u"理"_s;
 }
 
-void addStudents(jet::Connection& conn, int students)
+void addStudents(database::Connection& conn, int students)
 {
-    jet::Statement& insert =
+    database::Statement& insert =
         conn.prepared(u"insert into 信息表(班级,学号,姓名,科类,类别代码) values(?,?,?,?,1)"_s);
     const int classes = students / studentsInClass;
     for (int i = 0; i < students; ++i) {
@@ -52,7 +52,7 @@ void addStudents(jet::Connection& conn, int students)
     }
 }
 
-void addExam(jet::Connection& conn, const QString& exam, int number)
+void addExam(database::Connection& conn, const QString& exam, int number)
 {
     for (const QString& stream : {u"文"_s, u"理"_s}) {
         QStringList marks;
@@ -75,11 +75,11 @@ double score(std::mt19937& random, qsizetype subject)
     return std::clamp(mark, 0.0, fullMark(subject));
 }
 
-void addScores(jet::Connection& conn, const QString& exam, int number, std::mt19937& random)
+void addScores(database::Connection& conn, const QString& exam, int number, std::mt19937& random)
 {
-    jet::Statement& students =
+    database::Statement& students =
         conn.prepared(u"select ID, 班级, 学号, 姓名, 科类 from 信息表 order by rowid"_s);
-    jet::Statement& insert = conn.prepared(
+    database::Statement& insert = conn.prepared(
         u"insert into 成绩表(id,班级,学号,姓名,科类,类别代码,考试名称,考试编号,%1) "
         "values(?,?,?,?,?,1,?,?%2)"_s.arg(subjects.join(u','), u",?"_s.repeated(subjects.size())));
     students.reset();
@@ -103,7 +103,7 @@ int make(const runtime::AppPaths& paths, int students, const QString& path)
     library::NewLibrary(scores).create(subjects + totals);
     std::mt19937 random(20240901);
     {
-        jet::WriteBatch batch(scores.Conn);
+        database::WriteBatch batch(scores.Conn);
         addStudents(scores.Conn, students);
         for (int exam = 1; exam <= scoredExams + 1; ++exam) {
             const QString name = exam > scoredExams ? pendingExam : u"第%1次考试"_s.arg(exam, 2);
@@ -123,9 +123,9 @@ int make(const runtime::AppPaths& paths, int students, const QString& path)
 }
 
 /// True if every student of the pending exam has its ranks.
-bool isScored(jet::Connection& conn)
+bool isScored(database::Connection& conn)
 {
-    jet::Statement& open = conn.prepared(
+    database::Statement& open = conn.prepared(
         u"select count(*), sum(总分年名 is null or 语文Z分 is null) from 成绩表 where 考试名称=?"_s);
     open.bind({pendingExam});
     return open.step() && open.integer(0) > 0 && open.integer(1) == 0;

@@ -22,7 +22,7 @@ void chooseStream(Selection& selection, const QString& stream)
 
 /// Sets a sort key from a text such as "总分:desc". The list offers no class and number, but a
 /// column can be typed.
-void setSortKey(const jet::TableColumns& columns, workbench::DropDown& column,
+void setSortKey(const database::TableColumns& columns, workbench::DropDown& column,
                 workbench::SingleList& direction, const QString& text)
 {
     const qsizetype colon = text.lastIndexOf(u':');
@@ -39,7 +39,7 @@ void setOrder(Selection& selection, const QStringList& order)
 {
     if (order.size() > qsizetype(selection.Combo1.size()))
         throw UsageError(u"最多按 %1 项排序。"_s.arg(selection.Combo1.size()));
-    const jet::TableColumns& columns = selection.library().Conn.columns(u"成绩表"_s);
+    const database::TableColumns& columns = selection.library().Conn.columns(u"成绩表"_s);
     for (qsizetype i = 0; i < order.size(); ++i)
         setSortKey(columns, selection.Combo1[size_t(i)], selection.Combo2[size_t(i)], order[i]);
 }

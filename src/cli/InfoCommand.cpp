@@ -32,15 +32,15 @@ QJsonObject columnLists(const library::Catalogue& catalogue)
 }
 
 /// The rows of a statement as objects, by field names.
-QJsonArray rowObjects(jet::Connection& conn, const QString& sql)
+QJsonArray rowObjects(database::Connection& conn, const QString& sql)
 {
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(sql, conn);
     QJsonArray objects;
     for (; !rows.Eof(); rows.MoveNext()) {
         QJsonObject object;
         for (int i = 0; i < rows.fieldCount(); ++i) {
-            const jet::Field field = rows.Fields(i);
+            const database::Field field = rows.Fields(i);
             const runtime::Value value = field.Value();
             object.insert(field.Name(), value.isNull()     ? QJsonValue()
                                         : value.isNumber() ? QJsonValue(value.toDouble())
@@ -58,7 +58,7 @@ Exit runInfo(Session& session)
     if (!session.openLibrary())
         return Exit::Error;
     const library::Catalogue& catalogue = session.scores.catalogue;
-    jet::Connection& conn = session.scores.Conn;
+    database::Connection& conn = session.scores.Conn;
     const QJsonObject info{
         {u"LibPath"_s, session.scores.LibPath},
         {u"Streams"_s, QJsonArray::fromStringList(catalogue.Streams)},

@@ -7,9 +7,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// True for an exam of the library that the list of exams passes over.
-bool standsUnlisted(jet::Connection& conn, const QString& exam)
+bool standsUnlisted(database::Connection& conn, const QString& exam)
 {
-    jet::Statement& row =
+    database::Statement& row =
         conn.prepared(u"select 1 from 考试名称表 where 考试名称=? collate binary"_s);
     row.bind({exam});
     const bool found = row.step();

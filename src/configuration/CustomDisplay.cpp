@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
@@ -47,7 +47,7 @@ void CustomDisplay::init()
 {
     const Trap trap{" - Sub init/FormZDYXS"};
     const QStringList& shown = m_library.settings.DisplayItems;
-    jet::Recordset scores;
+    database::Recordset scores;
     trap([&] { scores.Open(u"select * from 成绩表"_s, m_library.Conn); });
     int n = 0;
     trap([&] { n = scores.fieldCount(); });
@@ -110,7 +110,7 @@ void CustomDisplay::Command1_Click(const QString& stream)
     const Trap trap{" - Private Sub Command1_Click/FormZDYXS"};
     const QString columns = tickedColumns();
     const QString key = XMName + stream;
-    jet::Recordset rows;
+    database::Recordset rows;
     trap([&] {
         rows.Open(u"select * from 自定义显示表 where 项目名称='"_s + key + u"'"_s, m_library.Conn);
     });

@@ -14,7 +14,7 @@ bool ClassAnswers::hasStudents(double classNumber)
 {
     if (m_streams.contains(classNumber) || m_categories.contains(classNumber))
         return true;
-    jet::Statement& student =
+    database::Statement& student =
         m_library.Conn.prepared(u"select ID from 信息表 where 班级=? limit 1"_s);
     student.bind({classNumber});
     const bool found = student.step();

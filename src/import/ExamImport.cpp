@@ -180,7 +180,7 @@ bool ExamImport::writeExam(ExamChoice examChoice)
 {
     bool complete = false;
     trap([&] {
-        jet::WriteBatch batch(m_library.Conn);
+        database::WriteBatch batch(m_library.Conn);
         ExamWriter writer(m_library, m_classes, m_state, examChoice);
         writer.writeExamRow(m_stream);
         if (m_library.Conn.batchBroken())

@@ -52,7 +52,7 @@ void ExamWriter::findColumns()
         m_scoreColumns.push_back(findColumn(subject.KMName));
 }
 
-jet::Field ExamWriter::field(const Column& column)
+database::Field ExamWriter::field(const Column& column)
 {
     // By its name a missing column fails with the engine's message.
     return column.position < 0 ? m_rows.Fields(column.name) : m_rows.Fields(column.position);
@@ -92,7 +92,7 @@ void ExamWriter::copyFormulas()
 {
     for (const QString& total : m_library.catalogue.TotalColumns) {
         trap([&] {
-            jet::Recordset formula;
+            database::Recordset formula;
             formula.Open(u"select *  from 总分公式 where 总分='"_s + total + u"'"_s,
                          m_library.Conn);
             m_rows.Fields(total).setValue(formula.Fields(u"公式"_s).Value());
@@ -159,7 +159,7 @@ void ExamWriter::setStudent(const QString& classText, const QString& numberText,
 void ExamWriter::setStudentId(double classNumber, double number)
 {
     trap([&] {
-        jet::Field id = field(m_columns.id);
+        database::Field id = field(m_columns.id);
         if (!id.Value().isNull())
             return;
         const KnownStudents::Student* student = m_students.find(classNumber, number);

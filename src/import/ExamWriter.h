@@ -50,7 +50,7 @@ private:
     void setExamField(const QString& column, const runtime::Value& value);
     Column findColumn(const QString& name) const;
     void findColumns();
-    jet::Field field(const Column& column);
+    database::Field field(const Column& column);
     void set(const Column& column, const runtime::Value& value);
     bool openStudentRow(const QString& classText, const QString& numberText, const QString& name);
     void setStudent(const QString& classText, const QString& numberText, const QString& name);
@@ -62,7 +62,7 @@ private:
     const ImportState& m_state;
     ExamChoice m_examChoice;
     KnownStudents m_students;
-    jet::Recordset m_rows;
+    database::Recordset m_rows;
     int m_examNumber = 0;
     StudentColumns m_columns;
     /// In the order of KMImport.

@@ -2,7 +2,7 @@
 
 namespace importing {
 
-IntakeBatch::IntakeBatch(jet::Connection& connection) : m_connection(connection)
+IntakeBatch::IntakeBatch(database::Connection& connection) : m_connection(connection)
 {
     m_batch.emplace(connection);
 }

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "platform/jet/Connection.h"
+#include "platform/database/Connection.h"
 #include "platform/runtime/Dialogs.h"
 
 namespace importing {
@@ -13,7 +13,7 @@ class IntakeBatch
 {
 public:
     /// Throws Error if the library cannot be written.
-    explicit IntakeBatch(jet::Connection& connection);
+    explicit IntakeBatch(database::Connection& connection);
 
     /// Writes what is pending, asks, and begins anew. Throws Error if one of the two fails.
     runtime::Answer ask(const QString& text, const QString& title, runtime::Buttons buttons);
@@ -26,8 +26,8 @@ public:
     bool isUsable() const;
 
 private:
-    jet::Connection& m_connection;
-    std::optional<jet::WriteBatch> m_batch;
+    database::Connection& m_connection;
+    std::optional<database::WriteBatch> m_batch;
 };
 
 } // namespace importing

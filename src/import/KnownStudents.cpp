@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 const KnownStudents::Student* KnownStudents::find(double classNumber, double number)
 {
     if (!m_students) {
-        jet::Statement& rows =
+        database::Statement& rows =
             m_connection.prepared(u"select ID, 姓名, 班级, 学号 from 信息表 order by rowid"_s);
         rows.reset();
         Students all;
@@ -22,13 +22,13 @@ void KnownStudents::add(qint64 id)
 {
     if (!m_students)
         return;
-    jet::Statement& row =
+    database::Statement& row =
         m_connection.prepared(u"select ID, 姓名, 班级, 学号 from 信息表 where ID=?"_s);
     row.bind({id});
     take(row, *m_students);
 }
 
-void KnownStudents::take(jet::Statement& rows, Students& students)
+void KnownStudents::take(database::Statement& rows, Students& students)
 {
     while (rows.step()) {
         const runtime::Value classNumber = rows.value(2);

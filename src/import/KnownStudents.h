@@ -5,7 +5,7 @@
 
 #include <QHash>
 
-#include "platform/jet/Connection.h"
+#include "platform/database/Connection.h"
 
 namespace importing {
 
@@ -20,7 +20,7 @@ public:
         QString name;
     };
 
-    explicit KnownStudents(jet::Connection& connection) : m_connection(connection) {}
+    explicit KnownStudents(database::Connection& connection) : m_connection(connection) {}
 
     /// The first student of that class and number, or null. Throws Error.
     const Student* find(double classNumber, double number);
@@ -34,9 +34,9 @@ public:
 private:
     using Students = QHash<std::pair<double, double>, Student>;
 
-    static void take(jet::Statement& rows, Students& students);
+    static void take(database::Statement& rows, Students& students);
 
-    jet::Connection& m_connection;
+    database::Connection& m_connection;
     std::optional<Students> m_students;
 };
 

@@ -79,7 +79,7 @@ bool StudentImport::writeRows()
 {
     bool complete = false;
     trap([&] {
-        jet::WriteBatch batch(m_library.Conn);
+        database::WriteBatch batch(m_library.Conn);
         m_rows.Open(u"select * from 信息表"_s, m_library.Conn);
         readHeadings();
         const int lastRow = m_sheet->lastUsedRow();
@@ -105,7 +105,7 @@ void StudentImport::writeStudent(int row)
     for (const Heading& heading : m_headings)
         storeCell(heading, m_sheet->Cells(row, column++));
     trap([&] {
-        jet::Field stream = m_rows.Fields(u"科类"_s);
+        database::Field stream = m_rows.Fields(u"科类"_s);
         if (stream.Value().isNull())
             stream.setValue(u"理"_s);
     });
@@ -122,7 +122,7 @@ void StudentImport::storeCell(const Heading& heading, const Value& cell)
         if (cell.kind() == Value::Kind::Error)
             throw runtime::Error(u"单元格里是错误值“%1”，没有存入。"_s.arg(cell.text()));
         // A heading that is no column fails here, with the engine's message.
-        jet::Field field = heading.field ? *heading.field : m_rows.Fields(heading.name);
+        database::Field field = heading.field ? *heading.field : m_rows.Fields(heading.name);
         switch (heading.rule) {
         case Rule::Number:
             field.setValue(runtime::Val(cell));
@@ -136,7 +136,7 @@ void StudentImport::storeCell(const Heading& heading, const Value& cell)
     });
 }
 
-void StudentImport::storeDate(jet::Field& field, const Value& cell)
+void StudentImport::storeDate(database::Field& field, const Value& cell)
 {
     if (isEmptyCell(cell))
         return;

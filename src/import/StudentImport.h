@@ -6,7 +6,7 @@
 #include "import/ImportOptions.h"
 #include "import/WorkbookIntake.h"
 #include "library/ScoreLibrary.h"
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Progress.h"
 
 namespace importing {
@@ -32,7 +32,7 @@ private:
         QString name;
         Rule rule;
         /// Missing if 信息表 has no such column.
-        std::optional<jet::Field> field;
+        std::optional<database::Field> field;
     };
 
     static Rule ruleOf(const QString& heading);
@@ -40,7 +40,7 @@ private:
     bool writeRows();
     void writeStudent(int row);
     void storeCell(const Heading& heading, const runtime::Value& cell);
-    static void storeDate(jet::Field& field, const runtime::Value& cell);
+    static void storeDate(database::Field& field, const runtime::Value& cell);
     void storePhoto(const Heading& heading, const QString& cell);
 
     library::ScoreLibrary& m_library;
@@ -48,7 +48,7 @@ private:
     runtime::Progress& m_progress;
     excel::Worksheet* m_sheet = nullptr;
     std::vector<Heading> m_headings;
-    jet::Recordset m_rows;
+    database::Recordset m_rows;
 };
 
 } // namespace importing

@@ -56,7 +56,7 @@ bool StudentMatch::mayAdd(double classNumber, double number, const QString& name
 
 void StudentMatch::add(double classNumber, double number, const QString& name)
 {
-    jet::Recordset& rows = m_newStudents;
+    database::Recordset& rows = m_newStudents;
     if (!rows.isOpen())
         rows.Open(u"select *  from 信息表"_s, m_library.Conn);
     const auto set = [&rows](const QString& column, const Value& value) {
@@ -81,7 +81,7 @@ void StudentMatch::SetStuName(double classNumber, double number, const QString& 
     const QString tail = u" set 姓名='"_s + name + u"' where 班级="_s + doubleText(classNumber)
                          + u" and 学号="_s + doubleText(number);
     m_known.forget();
-    jet::Recordset rows;
+    database::Recordset rows;
     trap([&] { rows.Open(u"update  信息表"_s + tail, m_library.Conn); });
     trap([&] { rows.Open(u"update  成绩表"_s + tail, m_library.Conn); });
 }

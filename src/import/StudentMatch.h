@@ -3,7 +3,7 @@
 #include "import/ClassAnswers.h"
 #include "import/IntakeBatch.h"
 #include "import/KnownStudents.h"
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 
 namespace importing {
 
@@ -43,7 +43,7 @@ private:
     ClassAnswers& m_classes;
     IntakeBatch& m_batch;
     KnownStudents m_known;
-    jet::Recordset m_newStudents;
+    database::Recordset m_newStudents;
 };
 
 } // namespace importing

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/jet/Connection.h"
+#include "platform/database/Connection.h"
 #include "platform/runtime/Value.h"
 
 namespace library {
@@ -35,7 +35,7 @@ struct ClassEntry
 class Catalogue
 {
 public:
-    explicit Catalogue(jet::Connection& connection) : m_conn(connection) {}
+    explicit Catalogue(database::Connection& connection) : m_conn(connection) {}
 
     QStringList ExamList;       ///< exam names in 考试编号 order
     QStringList AllColumns;     ///< all columns of 考试名称表 behind the five fixed ones
@@ -90,7 +90,7 @@ public:
     static bool isTotal(const QString& column);
 
 private:
-    jet::Connection& m_conn;
+    database::Connection& m_conn;
 };
 
 } // namespace library

@@ -3,7 +3,7 @@
 #include "library/Catalogue.h"
 
 #include "library/CatalogueSql.h"
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
@@ -19,7 +19,7 @@ void Catalogue::GetKeLei()
 {
     const Trap trap{" - Sub GetKeLei/Mdl_MDB"};
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select distinct 科类 from 信息表"_s, m_conn);
         if (rows.RecordCount() > 2) {
             MsgBox(u"科类设置不正确，请重新设置科类。"_s, {}, runtime::Buttons::Ok, Icon::Warning);
@@ -41,7 +41,7 @@ void Catalogue::GetKSXX()
 {
     const Trap trap{" - Sub GetKSXX/Mdl_MDB"};
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select 考试名称 from 考试名称表 order by 考试编号"_s, m_conn);
         QStringList exams;
         // The test goes by substring: an exam named as a part of an earlier one is not listed.
@@ -59,7 +59,7 @@ void Catalogue::GetKSXX()
         AllColumns.clear();
         SubjectColumns.clear();
         TotalColumns.clear();
-        const jet::TableColumns& fields = m_conn.columns(u"考试名称表"_s);
+        const database::TableColumns& fields = m_conn.columns(u"考试名称表"_s);
         for (int i = FixedExamFields; i < fields.count(); ++i) {
             const QString& name = fields.at(i).name;
             AllColumns.append(name);
@@ -77,7 +77,7 @@ void Catalogue::GetBJXX()
     for (const QString& stream : std::as_const(Streams)) {
         std::vector<ClassEntry>& classes = table.emplace_back();
         trap([&] {
-            jet::Recordset rows;
+            database::Recordset rows;
             // A class counts all its students, those of another stream too.
             rows.Open(
                 u"select 班级, (select count(*) from 信息表 同班 where 同班.班级=信息表.班级) "
@@ -144,7 +144,7 @@ void Catalogue::GetKSKM(const QString& exams, const QString& stream)
     trap([&] {
         MarkSums sums(AllColumns);
         for (const QString& exam : examNames(exams)) {
-            jet::Recordset rows;
+            database::Recordset rows;
             rows.Open(orderedExamRowSql(exam, stream), m_conn);
             if (rows.RecordCount() == 0 && stream == u"文"_s)
                 rows.Open(orderedExamRowSql(exam, u"理"_s), m_conn);
@@ -163,7 +163,7 @@ void Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
     trap([&] {
         MarkSums sums(AllColumns);
         for (const QString& exam : examNames(exams)) {
-            jet::Recordset rows;
+            database::Recordset rows;
             rows.Open(orderedExamRowSql(exam, stream), m_conn);
             if (rows.RecordCount() == 0)
                 rows.Open(orderedExamRowSql(exam, otherStream(stream)), m_conn);
@@ -183,7 +183,7 @@ void Catalogue::GetZFKMGS(const QString& exam, const QString& stream)
 {
     const Trap trap{" - Function GetZFKMGS/Mdl_MDB"};
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(examRowSql(exam, stream), m_conn);
         if (rows.RecordCount() == 0)
             rows.Open(orderedExamRowSql(exam, otherStream(stream)), m_conn);

@@ -3,8 +3,8 @@
 #include "library/Catalogue.h"
 
 #include "library/CatalogueSql.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/Recordset.h"
+#include "platform/database/Error.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -17,10 +17,10 @@ using runtime::Value;
 namespace {
 
 /// A field of an exam row as a Single; a text that is no number is the engine's error.
-float singleField(jet::Recordset& rows, const QString& column)
+float singleField(database::Recordset& rows, const QString& column)
 {
     const Value value = rows.Fields(column).Value();
-    const jet::ColumnType single{jet::ColumnType::Kind::Single};
+    const database::ColumnType single{database::ColumnType::Kind::Single};
     return value.isNull() ? 0 : float(single.converted(value, column).toDouble());
 }
 
@@ -31,7 +31,7 @@ float Catalogue::getKMMF(const QString& exam, const QString& stream, const QStri
     const Trap trap{" - Function getKMMF/Mdl_MDB"};
     float marks = 0;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(examRowSql(exam, stream), m_conn);
         if (rows.RecordCount() == 0)
             rows.Open(examRowSql(exam, otherStream(stream)), m_conn);
@@ -46,7 +46,7 @@ float Catalogue::GetZFMF(const QString& exam, const QString& stream, const QStri
     const Trap trap{" - Function GetZFMF/Mdl_MDB"};
     float marks = 0;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(examRowSql(exam, stream), m_conn);
         if (rows.RecordCount() == 0 && stream == u"文"_s)
             rows.Open(examRowSql(exam, u"理"_s), m_conn);
@@ -67,7 +67,7 @@ int examNumber(const Value& number)
 {
     if (number.isNull())
         throw runtime::Error(u"考试没有考试编号。"_s);
-    const jet::ColumnType integer{jet::ColumnType::Kind::Integer};
+    const database::ColumnType integer{database::ColumnType::Kind::Integer};
     return int(integer.converted(number, u"考试编号"_s).toDouble());
 }
 
@@ -78,7 +78,7 @@ int Catalogue::GetKSBH(const QString& exam)
     const Trap trap{" - Function GetKSBH/Mdl_MDB"};
     int number = 0;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select *  from 考试名称表 order by 考试编号"_s, m_conn);
         for (; !rows.Eof(); rows.MoveNext()) {
             if (rows.Fields(u"考试名称"_s).Value().text() == exam)
@@ -88,7 +88,7 @@ int Catalogue::GetKSBH(const QString& exam)
     if (number != 0)
         return number;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select max(考试编号)  from 考试名称表"_s, m_conn);
         const Value highest = rows.Fields(0).Value();
         number = highest.isNull() ? 1 : examNumber(highest.toDouble() + 1);
@@ -99,18 +99,18 @@ int Catalogue::GetKSBH(const QString& exam)
 namespace {
 
 /// A field of the first student of a class. Throws the engine's error if the class has none.
-Value firstStudentField(jet::Connection& conn, const Value& classNumber, const QString& field)
+Value firstStudentField(database::Connection& conn, const Value& classNumber, const QString& field)
 {
     // Asked for by order and limit, the engine would walk through the students of other classes.
-    jet::Statement& student =
+    database::Statement& student =
         conn.prepared(u"select ID, "_s + field
                       + u" from 信息表 where rowid=(select min(rowid) from 信息表 where 班级=?)"_s);
     student.bind({classNumber});
     if (!student.step())
-        throw jet::Error(jet::Failure::Sql, u"没有当前记录。"_s);
+        throw database::Error(database::Failure::Sql, u"没有当前记录。"_s);
     Value value =
         student.integer(0) > 0
-            ? student.value(1, jet::ColumnType::fromDeclaration(student.columnDeclaration(1)))
+            ? student.value(1, database::ColumnType::fromDeclaration(student.columnDeclaration(1)))
             : Value(1);
     student.finish();
     return value;
@@ -142,7 +142,7 @@ qint64 Catalogue::GetZRS(const QString& stream, double classNumber)
         QString sql = u"select *  from 信息表 where 科类='"_s + stream + u"'"_s;
         if (classNumber != 0)
             sql += u" and 班级="_s + runtime::doubleText(classNumber);
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(sql, m_conn);
         students = rows.RecordCount();
     });
@@ -154,7 +154,7 @@ QString Catalogue::GetGRXX(qint64 id)
     const Trap trap{" - Function GetGRXX/Mdl_MDB"};
     QString line;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select *  from 信息表 where id="_s + QString::number(id), m_conn);
         const auto field = [&](const QString& name) { return rows.Fields(name).Value().text(); };
         line =
@@ -174,7 +174,7 @@ QString Catalogue::GetMC(const QString& exam, const QString& column, qint64 id)
     if (exam.isEmpty() || column.isEmpty())
         return rank;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select *  from 成绩表 where 考试名称='"_s + exam + u"' and id="_s
                       + QString::number(id),
                   m_conn);
@@ -194,7 +194,7 @@ QStringList Catalogue::teachers(const QString& exam, double classNumber,
     const Trap trap{" - Function GetJSMD/Mdl_MDB"};
     QStringList found(subjects.size(), QString());
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select * from 教师表 where 考试名称='"_s + exam + u"' and 班级="_s
                       + runtime::doubleText(classNumber),
                   m_conn);

@@ -4,9 +4,9 @@ namespace library {
 
 using namespace Qt::StringLiterals;
 
-jet::FileShape libraryShape()
+database::FileShape libraryShape()
 {
-    jet::FileShape shape;
+    database::FileShape shape;
     shape.tables = {u"信息表"_s, u"成绩表"_s, u"考试名称表"_s, u"设置表"_s};
     // The names are those of the template, so that a file has each index once.
     shape.indexes = {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/jet/Connection.h"
+#include "platform/database/Connection.h"
 
 namespace library {
 
 /// What makes a file a score library: its tables, and the indexes that an older file is given when
 /// it is first written.
-jet::FileShape libraryShape();
+database::FileShape libraryShape();
 
 } // namespace library

@@ -3,7 +3,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include "platform/jet/FileUse.h"
+#include "platform/database/FileUse.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
@@ -86,7 +86,7 @@ void NewLibrary::create(const QStringList& subjects)
     m_library.OpenDB();
     if (m_library.Conn.isOpen()) {
         trap([&] {
-            jet::WriteBatch batch(m_library.Conn);
+            database::WriteBatch batch(m_library.Conn);
             addColumns(subjects);
             batch.commit();
         });
@@ -101,7 +101,7 @@ void NewLibrary::copyTemplate() const
     const QString target = m_library.LibPath;
     const QString openFile = QFileInfo(m_library.Conn.path()).canonicalFilePath();
     const bool ours = !openFile.isEmpty() && QFileInfo(target).canonicalFilePath() == openFile;
-    if (ours || jet::isInUse(target))
+    if (ours || database::isInUse(target))
         throw runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(target));
     QFile source(m_library.paths().templateFile());
     if (!source.open(QIODevice::ReadOnly))

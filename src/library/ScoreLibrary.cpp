@@ -4,7 +4,7 @@
 #include <QFileInfo>
 
 #include "library/LibraryShape.h"
-#include "platform/jet/Error.h"
+#include "platform/database/Error.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Text.h"
@@ -64,7 +64,7 @@ QString ScoreLibrary::GetName(const QString& path)
     return runtime::Right(path.mid(lastSeparator(path) + 1), 50);
 }
 
-void ScoreLibrary::GetBin(const jet::Field& field, const QString& fileName)
+void ScoreLibrary::GetBin(const database::Field& field, const QString& fileName)
 {
     const Trap trap{" - Sub GetBin/Mdl_MDB"};
     trap([&] {
@@ -79,7 +79,7 @@ void ScoreLibrary::GetBin(const jet::Field& field, const QString& fileName)
     });
 }
 
-void ScoreLibrary::SaveBin(const QString& fileName, jet::Field field)
+void ScoreLibrary::SaveBin(const QString& fileName, database::Field field)
 {
     const Trap trap{" - Sub SaveBin/Mdl_MDB"};
     trap([&] {
@@ -96,7 +96,7 @@ QString ScoreLibrary::GetPic(qint64 id)
     const Trap trap{" - Function GetPic/Mdl_MDB"};
     QString picture;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select *  from 信息表 where id="_s + QString::number(id), Conn);
         const QString name = rows.Fields(u"照片名"_s).Value().text();
         if (runtime::Trim(name).isEmpty())

@@ -6,8 +6,8 @@
 
 #include "library/Catalogue.h"
 #include "library/Settings.h"
-#include "platform/jet/Connection.h"
-#include "platform/jet/Recordset.h"
+#include "platform/database/Connection.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/AppPaths.h"
 
 namespace library {
@@ -29,7 +29,7 @@ public:
     QString LibFolder;
 
     /// The connection to the open library.
-    jet::Connection Conn;
+    database::Connection Conn;
     Catalogue catalogue;
     Settings settings;
 
@@ -46,9 +46,9 @@ public:
     /// The part behind the last slash or backslash, cut to its last 50 characters.
     static QString GetName(const QString& path);
     /// Writes the bytes of a binary field to a file, replacing it; an empty field writes nothing.
-    void GetBin(const jet::Field& field, const QString& fileName);
+    void GetBin(const database::Field& field, const QString& fileName);
     /// Puts the bytes of a file into a binary field.
-    void SaveBin(const QString& fileName, jet::Field field);
+    void SaveBin(const QString& fileName, database::Field field);
     /// Writes the student's picture to the one scratch file of data/ and gives its name; "" if the
     /// student has no 照片名.
     QString GetPic(qint64 id);

@@ -1,6 +1,6 @@
 #include "library/Settings.h"
 
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
 
@@ -12,9 +12,9 @@ using runtime::Trap;
 namespace {
 
 /// One field of the row of 设置表 with that name, or "".
-QString settingField(jet::Connection& conn, const QString& name, const QString& field)
+QString settingField(database::Connection& conn, const QString& name, const QString& field)
 {
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(u"select * from 设置表 where 名称='"_s + name + u"'"_s, conn);
     return rows.RecordCount() > 0 ? rows.Fields(field).Value().text() : QString();
 }
@@ -42,7 +42,7 @@ QString Settings::GetXXSZ(const QString& name, const QString& stream, const QStr
     const Trap trap{" - Function GetXXSZ/Mdl_MDB"};
     QString condition;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select * from 详细设置表 where 设置名称='"_s + name + u"' and 科类='"_s + stream
                       + u"' and 科目='"_s + subject + u"'"_s,
                   m_conn);
@@ -94,15 +94,16 @@ void Settings::GetZDYXS(const QString& name)
     const Trap trap{" - Sub GetZDYXS/Mdl_MDB"};
     trap([&] {
         DisplayItems.clear();
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select * from 自定义显示表 where 项目名称='"_s + name + u"'"_s, m_conn);
         if (rows.RecordCount() == 0)
             return;
-        const jet::TableColumns& fields = m_conn.columns(u"成绩表"_s);
+        const database::TableColumns& fields = m_conn.columns(u"成绩表"_s);
         const QString stored = rows.Fields(u"显示项目"_s).Value().text();
         for (const QString& token : stored.split(u',')) {
-            const bool known = std::any_of(fields.begin(), fields.end(),
-                                           [&](const jet::Column& c) { return c.name == token; });
+            const bool known =
+                std::any_of(fields.begin(), fields.end(),
+                            [&](const database::Column& c) { return c.name == token; });
             if (known)
                 DisplayItems.append(token);
         }

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/jet/Connection.h"
+#include "platform/database/Connection.h"
 
 namespace library {
 
@@ -14,7 +14,7 @@ enum class Quote { None = 1, Single = 2 };
 class Settings
 {
 public:
-    explicit Settings(jet::Connection& connection) : m_conn(connection) {}
+    explicit Settings(database::Connection& connection) : m_conn(connection) {}
 
     /// Condition on 类别代码 with " and (" in front, or empty; set by GetTJLB and by the workbench,
     /// appended to the WHERE clause of every statistic.
@@ -41,7 +41,7 @@ public:
     void GetZDYXS(const QString& name);
 
 private:
-    jet::Connection& m_conn;
+    database::Connection& m_conn;
 };
 
 } // namespace library

@@ -6,7 +6,7 @@
 namespace scoring {
 
 using namespace Qt::StringLiterals;
-using Kind = jet::ColumnType::Kind;
+using Kind = database::ColumnType::Kind;
 
 double TableColumn::stored(double number) const
 {
@@ -40,7 +40,7 @@ void TableColumn::setNull(size_t row)
     store(row, 0, true);
 }
 
-ExamTable::ExamTable(jet::Connection& connection, const QString& exam, const QString& stream,
+ExamTable::ExamTable(database::Connection& connection, const QString& exam, const QString& stream,
                      const TableScope& scope)
     : m_conn(connection)
 {
@@ -54,7 +54,7 @@ ExamTable::ExamTable(jet::Connection& connection, const QString& exam, const QSt
 
 void ExamTable::chooseColumns(const QStringList& wanted)
 {
-    for (const jet::Column& column : m_conn.columns(u"成绩表"_s)) {
+    for (const database::Column& column : m_conn.columns(u"成绩表"_s)) {
         if (!column.type.isNumeric())
             continue;
         if (!wanted.isEmpty() && !wanted.contains(column.name, Qt::CaseInsensitive))
@@ -74,7 +74,7 @@ void ExamTable::read(const QString& exam, const QString& stream, const QString& 
     // catalogue's statements fail on must fail here too, or its rows would be scored by the
     // formulas of the exam before.
     sql += u" from 成绩表 where 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s + filter;
-    jet::Statement rows(m_conn, sql);
+    database::Statement rows(m_conn, sql);
     while (rows.step()) {
         m_rowIds.push_back(rows.integer(0));
         m_classes.push_back(rows.isNull(1) ? std::numeric_limits<double>::quiet_NaN()
@@ -124,7 +124,7 @@ TableColumn* ExamTable::column(const QString& name)
     return position < 0 ? nullptr : &m_columns[size_t(position)];
 }
 
-jet::Statement& ExamTable::writer(const std::vector<const TableColumn*>& columns)
+database::Statement& ExamTable::writer(const std::vector<const TableColumn*>& columns)
 {
     QStringList assignments;
     for (const TableColumn* column : columns)
@@ -141,7 +141,7 @@ void ExamTable::write()
     }
     if (changed.empty())
         return;
-    jet::Statement& statement = writer(changed);
+    database::Statement& statement = writer(changed);
     for (size_t row = 0; row < rowCount(); ++row) {
         if (!m_changedRows[row])
             continue;

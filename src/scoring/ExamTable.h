@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/jet/Connection.h"
+#include "platform/database/Connection.h"
 
 namespace scoring {
 
@@ -14,7 +14,7 @@ namespace scoring {
 class TableColumn
 {
 public:
-    explicit TableColumn(const jet::Column& column) : m_column(column) {}
+    explicit TableColumn(const database::Column& column) : m_column(column) {}
 
     const QString& name() const { return m_column.name; }
     bool isNull(size_t row) const { return m_nulls[row] != 0; }
@@ -38,7 +38,7 @@ private:
     double stored(double number) const;
     void store(size_t row, double number, bool null);
 
-    jet::Column m_column;
+    database::Column m_column;
     std::vector<double> m_values;
     std::vector<char> m_nulls;
     bool m_changed = false;
@@ -59,8 +59,8 @@ struct TableScope
 class ExamTable
 {
 public:
-    /// Reads the numeric columns of 成绩表. Throws jet::Error.
-    ExamTable(jet::Connection& connection, const QString& exam, const QString& stream,
+    /// Reads the numeric columns of 成绩表. Throws database::Error.
+    ExamTable(database::Connection& connection, const QString& exam, const QString& stream,
               const TableScope& scope = {});
     ExamTable(const ExamTable&) = delete;
     ExamTable& operator=(const ExamTable&) = delete;
@@ -71,16 +71,16 @@ public:
     /// nullptr if 成绩表 has no such numeric column; names ignore case.
     TableColumn* column(const QString& name);
 
-    /// Writes what was changed, each changed row once. Throws jet::Error.
+    /// Writes what was changed, each changed row once. Throws database::Error.
     void write();
 
 private:
     void chooseColumns(const QStringList& wanted);
     void read(const QString& exam, const QString& stream, const QString& filter);
     void sortByRowId();
-    jet::Statement& writer(const std::vector<const TableColumn*>& columns);
+    database::Statement& writer(const std::vector<const TableColumn*>& columns);
 
-    jet::Connection& m_conn;
+    database::Connection& m_conn;
     std::vector<qint64> m_rowIds;
     std::vector<double> m_classes;
     std::vector<TableColumn> m_columns;

@@ -14,7 +14,7 @@ void ExamTables::write()
 {
     if (m_tables.empty())
         return;
-    jet::WriteBatch batch(m_conn);
+    database::WriteBatch batch(m_conn);
     for (const auto& [stream, table] : m_tables)
         table->write();
     batch.commit();

@@ -11,20 +11,22 @@ namespace scoring {
 class ExamTables
 {
 public:
-    ExamTables(jet::Connection& connection, const QString& exam) : m_conn(connection), m_exam(exam)
+    ExamTables(database::Connection& connection, const QString& exam)
+        : m_conn(connection), m_exam(exam)
     {
     }
 
-    /// Throws jet::Error.
+    /// Throws database::Error.
     ExamTable& of(const QString& stream);
 
-    /// Writes those that were read in one batch. Throws jet::Error; the exam is as before then.
+    /// Writes those that were read in one batch. Throws database::Error; the exam is as before
+    /// then.
     void write();
 
     const QString& exam() const { return m_exam; }
 
 private:
-    jet::Connection& m_conn;
+    database::Connection& m_conn;
     QString m_exam;
     std::map<QString, std::unique_ptr<ExamTable>> m_tables;
 };

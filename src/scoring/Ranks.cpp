@@ -2,8 +2,8 @@
 
 #include <numeric>
 
+#include "platform/database/Recordset.h"
 #include "platform/grid/FlexGrid.h"
-#include "platform/jet/Recordset.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -175,10 +175,10 @@ bool rankStream(Scoring& scoring, ExamTables& tables, const QString& stream, Gra
     });
 }
 
-std::vector<double> classesOf(jet::Connection& conn, const QString& stream)
+std::vector<double> classesOf(database::Connection& conn, const QString& stream)
 {
     std::vector<double> classes;
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(u"select distinct 班级  from 信息表 where 科类='"_s + stream + u"'"_s, conn);
     for (; !rows.Eof(); rows.MoveNext()) {
         const double number = runtime::Val(rows.Fields(0).Value());
@@ -194,7 +194,7 @@ std::vector<double> classesOf(jet::Connection& conn, const QString& stream)
 bool computeRanks(Scoring& scoring, ExamTables& tables)
 {
     const Trap all{" - Sub PanNJBjMC/Mdl_MDB"};
-    jet::Recordset streams;
+    database::Recordset streams;
     streams.Open(u"select distinct 科类 from 信息表"_s, scoring.library().Conn);
     bool complete = true;
     for (; !streams.Eof(); streams.MoveNext()) {

@@ -12,7 +12,8 @@ namespace scoring {
 void MyPaiXU(QStringList& values);
 
 /// Ranks the whole exam in its tables, stream by stream, grade and classes. False, after its
-/// message, if a stream could not be read; the others are ranked all the same. Throws jet::Error.
+/// message, if a stream could not be read; the others are ranked all the same. Throws
+/// database::Error.
 bool computeRanks(Scoring& scoring, ExamTables& tables);
 
 /// Ranks one group in the exam's tables: class 0 is the grade.

@@ -1,6 +1,6 @@
 #include "scoring/Scoring.h"
 
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
@@ -31,7 +31,7 @@ void Scoring::GetZtoT()
 {
     const Trap trap{" - Sub GetZtoT/Mdl_MDB"};
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"SELECT * from 设置表 WHERE 名称='T分'"_s, m_library.Conn);
         const QString setting = rows.Fields(u"设置"_s).Value().text();
         const QStringList pieces = QString(setting).remove(u' ').toLower().split(u"z+"_s);
@@ -50,7 +50,7 @@ double Scoring::mean(const QString& sql, const char* tag)
     const Trap trap{tag};
     double found = 0;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(sql, m_library.Conn);
         found = Val(rows.Fields(0).Value());
     });
@@ -75,7 +75,7 @@ Value Scoring::GetBZC(const QString& exam, const QString& column, const QString&
     const Trap trap{" - Function GetBZC/Mdl_MDB"};
     Value deviation;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(aggregateSql(u"stdev"_s, exam, column, stream), m_library.Conn);
         deviation = rows.Fields(0).Value();
     });

@@ -28,7 +28,7 @@ void TotalFormulas::load()
     totals.clear();
     subjects.clear();
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select * from 考试名称表 order by 考试编号"_s, m_library.Conn);
         for (; !rows.Eof(); rows.MoveNext())
             exams.append(rows.Fields(u"考试名称"_s).Value().text());
@@ -42,7 +42,7 @@ std::optional<QString> TotalFormulas::ShowGS(const QString& exam, const QString&
     const Trap trap{" - Sub ShowGS/FormZFGS"};
     std::optional<QString> formula;
     trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select * from 考试名称表 where 考试名称='"_s + exam + u'\'', m_library.Conn);
         formula = rows.Fields(total).Value().text();
     });
@@ -67,7 +67,7 @@ void TotalFormulas::save(const QStringList& chosenExams, const QString& total,
                          const QString& formula)
 {
     const Trap trap{" - Private Sub Command1_Click/FormZFGS"};
-    jet::Recordset rows;
+    database::Recordset rows;
     if (!checkTerms(formula) || !trap([&] { rows.Open(rowsOf(chosenExams), m_library.Conn); }))
         return;
     const auto more = [&] {

@@ -78,7 +78,7 @@ public:
 private:
     NamedColumn named(const QString& name)
     {
-        const jet::TableColumns& columns = m_scoring.library().Conn.columns(u"成绩表"_s);
+        const database::TableColumns& columns = m_scoring.library().Conn.columns(u"成绩表"_s);
         return {name, m_table.column(name), columns.find(name) >= 0};
     }
 

@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-#include "platform/jet/Compact.h"
+#include "platform/database/Compact.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
@@ -29,7 +29,7 @@ void compactLibrary(library::ScoreLibrary& scoreLibrary, const QString& date)
             throw runtime::Error(u"无法把 %1 改名为 %2（%3）。"_s.arg(
                 library, backup, runtime::fileErrorText(file.error())));
     });
-    trap([&] { jet::compactDatabase(backup, library); });
+    trap([&] { database::compactDatabase(backup, library); });
     scoreLibrary.OpenDB();
     runtime::MsgBox(u"压缩完毕!"_s);
 }

@@ -1,6 +1,6 @@
 #include "statistics/ComprehensiveAnalysis.h"
 
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
 #include "statistics/NamedReports.h"
@@ -166,7 +166,7 @@ void Analysis::fillStudents(const StudentSheet& sheet)
 
 void Analysis::writeStudents(const StudentSheet& sheet, const QStringList& columns)
 {
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and 科类='"_s
                   + streamName() + u"' "_s + m_context.library.settings.CategoryFilter
                   + u" order by 班级,学号"_s,

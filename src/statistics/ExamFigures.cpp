@@ -1,6 +1,6 @@
 #include "statistics/ExamFigures.h"
 
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Deviation.h"
 #include "platform/runtime/Numbers.h"
 
@@ -97,7 +97,7 @@ std::optional<double> ExamFigures::ask(const QString& sql)
 {
     std::optional<double> answer;
     m_trap([&] {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(sql + m_context.library.settings.CategoryFilter, m_context.library.Conn);
         const runtime::Value value = rows.Fields(0).Value();
         if (!value.isNull())
@@ -191,7 +191,7 @@ std::optional<double> ExamFigures::ClassFigure::ask(double classNumber) const
     if (!m_aggregate) {
         std::optional<double> answer;
         m_figures.m_trap([&] {
-            jet::Recordset rows;
+            database::Recordset rows;
             rows.Open(m_figures.rowsSql(m_condition.text(), classNumber),
                       m_figures.m_context.library.Conn);
             answer = double(rows.RecordCount());
@@ -229,7 +229,7 @@ std::vector<double> ExamFigures::taken(const QString& column, double classNumber
         return found;
     }
     m_trap([&] {
-        jet::Recordset records;
+        database::Recordset records;
         records.Open(rowsSql(column + u">=0"_s, classNumber), m_context.library.Conn);
         for (; !records.Eof(); records.MoveNext())
             found.push_back(runtime::Val(records.Fields(column).Value()));

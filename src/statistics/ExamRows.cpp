@@ -6,7 +6,7 @@
 
 namespace statistics {
 
-ExamRows::ExamRows(jet::Connection& connection, const QString& exam, const QString& stream,
+ExamRows::ExamRows(database::Connection& connection, const QString& exam, const QString& stream,
                    const scoring::TableScope& scope)
     : m_table(connection, exam, stream, scope)
 {

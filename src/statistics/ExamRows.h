@@ -11,8 +11,8 @@ namespace statistics {
 class ExamRows
 {
 public:
-    /// Throws jet::Error.
-    ExamRows(jet::Connection& connection, const QString& exam, const QString& stream,
+    /// Throws database::Error.
+    ExamRows(database::Connection& connection, const QString& exam, const QString& stream,
              const scoring::TableScope& scope);
 
     /// Rows of a class in row order; none for a class that the exam does not have.

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Text.h"
@@ -48,26 +48,27 @@ void writeHeadings(FlexGrid& grid, const QStringList& items)
 }
 
 /// The field of each item, looked up once; none where the statement does not return it.
-std::vector<std::optional<jet::Field>> fieldsOf(jet::Recordset& rows, const QStringList& items)
+std::vector<std::optional<database::Field>> fieldsOf(database::Recordset& rows,
+                                                     const QStringList& items)
 {
-    std::vector<std::optional<jet::Field>> fields(size_t(items.size()));
+    std::vector<std::optional<database::Field>> fields(size_t(items.size()));
     for (int k = 0; k < items.size(); ++k)
         Trap::silent()([&] { fields[size_t(k)] = rows.Fields(items[k]); });
     return fields;
 }
 
-void writeRows(FlexGrid& grid, const QStringList& items, jet::Recordset& rows)
+void writeRows(FlexGrid& grid, const QStringList& items, database::Recordset& rows)
 {
     qint64 count = 0;
     fillTrap([&] { count = rows.RecordCount(); });
     if (count == 0)
         return;
-    const std::vector<std::optional<jet::Field>> fields = fieldsOf(rows, items);
+    const std::vector<std::optional<database::Field>> fields = fieldsOf(rows, items);
     for (int row = 1; row <= int(count); ++row) {
         for (int col = 0; col < items.size(); ++col) {
             fillTrap([&] {
-                const std::optional<jet::Field>& known = fields[size_t(col)];
-                const jet::Field field = known ? *known : rows.Fields(items[col]);
+                const std::optional<database::Field>& known = fields[size_t(col)];
+                const database::Field field = known ? *known : rows.Fields(items[col]);
                 grid.setTextMatrix(row, col, field.Value().text());
             });
         }
@@ -117,8 +118,8 @@ void Browse::ShowKSCJmain(const QString& sql, FlexGrid& grid)
 {
     library::ScoreLibrary& library = m_selection.library();
     const QStringList& items = library.settings.DisplayItems;
-    jet::Recordset rows;
-    fillTrap([&] { rows.Open(sql, library.Conn, jet::Trust::User); });
+    database::Recordset rows;
+    fillTrap([&] { rows.Open(sql, library.Conn, database::Trust::User); });
     grid.Redraw = false;
     fillTrap([&] { grid.setCols(int(items.size())); });
     fillTrap([&] { grid.setRows(int(rows.RecordCount()) + 1); });

@@ -1,4 +1,4 @@
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
 #include "workbench/Selection.h"
@@ -41,7 +41,7 @@ void Selection::Command1_Click()
     if (answer == Answer::Cancel)
         return;
     const runtime::Trap trap{" - Private Sub Command1_Click/FormKaoShi"};
-    jet::Recordset rows;
+    database::Recordset rows;
     for (int i = 0; i < ListKSMC.count(); ++i) {
         // The name lacks its opening apostrophe: the engine refuses, and no number is written.
         const QString where = QString::number(i + 1) + u" where 考试名称="_s

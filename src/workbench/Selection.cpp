@@ -1,6 +1,6 @@
 #include "workbench/Selection.h"
 
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 #include "workbench/Prompts.h"
@@ -15,9 +15,10 @@ namespace {
 const Trap initTrap{" - Sub init/FormKaoShi"};
 
 /// Runs `body` for each row of the statement; a failing step is shown and the next one runs.
-template <class Body> void forEachRow(const QString& sql, jet::Connection& connection, Body&& body)
+template <class Body>
+void forEachRow(const QString& sql, database::Connection& connection, Body&& body)
 {
-    jet::Recordset rows;
+    database::Recordset rows;
     initTrap([&] { rows.Open(sql, connection); });
     qint64 count = 0;
     initTrap([&] { count = rows.RecordCount(); });
@@ -81,7 +82,7 @@ void Selection::fillSortColumns()
 {
     for (DropDown& key : Combo1)
         key.reset(SortPrompt);
-    jet::Recordset rows;
+    database::Recordset rows;
     initTrap([&] { rows.Open(u"select *  from 成绩表"_s, m_library.Conn); });
     initTrap([&] {
         for (int field = 3; field < rows.fieldCount(); ++field) {
@@ -96,7 +97,7 @@ void Selection::fillStatistics()
     Combo3.reset(StatisticsPrompt);
     Combo3.items.append(u"高分段、低分段"_s);
     forEachRow(u"select *  from 设置表 where Id>4 order by ID"_s, m_library.Conn,
-               [&](jet::Recordset& rows) {
+               [&](database::Recordset& rows) {
                    const QString name = rows.Fields(1).Value().text();
                    if (name != u"进行对比分析的考试")
                        Combo3.items.append(name);
@@ -121,9 +122,10 @@ void Selection::fillClasses()
 void Selection::fillCategories()
 {
     ListLB.clear();
-    forEachRow(
-        u"select distinct 类别代码 from 信息表"_s, m_library.Conn,
-        [&](jet::Recordset& rows) { ListLB.add(rows.Fields(0).Value().text(), Selected::Yes); });
+    forEachRow(u"select distinct 类别代码 from 信息表"_s, m_library.Conn,
+               [&](database::Recordset& rows) {
+                   ListLB.add(rows.Fields(0).Value().text(), Selected::Yes);
+               });
 }
 
 void Selection::OptionButton1_Click(int index)

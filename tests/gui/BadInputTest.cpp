@@ -17,9 +17,9 @@
 
 #include "gui/DroppedFile.h"
 #include "gui/ModalBoxes.h"
+#include "platform/database/DatabaseFile.h"
 #include "platform/excel/Workbook.h"
 #include "platform/grid/ui/FlexGridView.h"
-#include "platform/jet/JetFile.h"
 #include "shell/ui/AFormMain.h"
 #include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
@@ -209,7 +209,7 @@ TEST_F(BadInput, AFolderIsNoLibrary)
 
 TEST_F(BadInput, ALibraryThatAnotherProgramHoldsIsToldAndTakenUpAgain)
 {
-    jet::OtherProgram other(path);
+    database::OtherProgram other(path);
     other.run("begin exclusive");
     const QString locked =
         u"成绩库正被别的程序使用，请关闭那个程序后再试。（database is locked）"_s;

@@ -1,6 +1,6 @@
 """Includes go down the layers only, are written from src/, and leave the screens alone.
 
-A file may include its own layer and lower ones. Layers of one height (jet, grid and excel; the six
+A file may include its own layer and lower ones. Layers of one height (database, grid and excel; the six
 subsystems; shell and cli) do not know each other. Headers of a ui/ folder are for other ui/ folders,
 the shell, main and the tests.
 """
@@ -10,7 +10,7 @@ from pathlib import Path
 
 import tree
 
-HEIGHTS = (("runtime",), ("jet", "grid", "excel"), ("library",), ("scoring",), ("statistics",),
+HEIGHTS = (("runtime",), ("database", "grid", "excel"), ("library",), ("scoring",), ("statistics",),
            tree.SIX, ("shell", "cli"), ("main",))
 HEIGHT = {layer: height for height, layers in enumerate(HEIGHTS) for layer in layers}
 

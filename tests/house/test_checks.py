@@ -44,7 +44,7 @@ class Layers(MadeUpTree):
 
     def test_down_and_level_in_the_own_folder_is_allowed(self):
         self.assertEqual(self.including("src/scoring/Ranks.cpp", "scoring/Ranks.h",
-                                        "library/Catalogue.h", "platform/jet/Sql.h",
+                                        "library/Catalogue.h", "platform/database/Sql.h",
                                         "platform/runtime/Text.h"), [])
 
     def test_up_is_refused(self):
@@ -52,7 +52,7 @@ class Layers(MadeUpTree):
                                 "src/library/Settings.h:1", "goes up from library to scoring")
 
     def test_every_layer_refuses_the_one_above(self):
-        order = ["platform/runtime", "platform/jet", "library", "scoring", "statistics", "import",
+        order = ["platform/runtime", "platform/database", "library", "scoring", "statistics", "import",
                  "shell", "main"]
         for lower, upper in zip(order, order[1:]):
             with self.subTest(lower):
@@ -62,8 +62,8 @@ class Layers(MadeUpTree):
 
     def test_subsystems_of_one_height_do_not_know_each_other(self):
         for file, name in (("import/A.cpp", "export/B.h"), ("maintenance/A.cpp", "workbench/B.h"),
-                           ("platform/jet/A.cpp", "platform/excel/B.h"),
-                           ("platform/grid/A.cpp", "platform/jet/B.h"),
+                           ("platform/database/A.cpp", "platform/excel/B.h"),
+                           ("platform/grid/A.cpp", "platform/database/B.h"),
                            ("cli/A.cpp", "shell/B.h")):
             with self.subTest(file):
                 self.assertOneComplaint(self.including("src/" + file, name), "sideways")

@@ -19,7 +19,7 @@ def code_files(root, *folders):
 
 
 def layer_of(path):
-    """The layer of a path that is relative to src/: "platform/jet/Sql.h" is of the layer jet."""
+    """The layer of a path that is relative to src/: "platform/database/Sql.h" is of the layer database."""
     parts = Path(path).parts
     if parts[0] == "platform" and len(parts) > 2:
         return parts[1]

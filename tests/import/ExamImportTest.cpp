@@ -20,7 +20,7 @@ protected:
     {
         Rows rows{heads({u"语文"_s})};
         int number = 0;
-        jet::WriteBatch batch(library.scores.Conn);
+        database::WriteBatch batch(library.scores.Conn);
         for (const runtime::Value& score : scores) {
             library.addStudent(5, ++number, u"学生"_s, u"文"_s);
             rows.push_back({5, number, u"学生"_s, score});

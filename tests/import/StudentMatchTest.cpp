@@ -116,9 +116,9 @@ TEST_F(StudentMatchTest, WhatWasTakenInIsOnDiskBeforeAQuestion)
 
         Answer message(const QString&, const QString&, runtime::Buttons, runtime::Icon) override
         {
-            jet::Connection other;
+            database::Connection other;
             other.Open(m_path);
-            jet::Recordset rows;
+            database::Recordset rows;
             rows.Open(u"select * from 信息表"_s, other);
             seen = rows.RecordCount();
             other.Execute(u"update 信息表 set 备注='改'"_s);
@@ -158,7 +158,7 @@ TEST_F(StudentMatchTest, WhatOthersWriteWhileAQuestionWaitsCounts)
 
         Answer message(const QString&, const QString&, runtime::Buttons, runtime::Icon) override
         {
-            jet::Connection other;
+            database::Connection other;
             other.Open(m_path);
             other.Execute(u"update 信息表 set 姓名='李刚' where 班级=2"_s);
             return Answer::Cancel;

@@ -20,7 +20,7 @@ void leaveCrashedLibrary(const QString& path)
         old.addStudent(1, number, QString(40, u'甲'), u"理"_s);
     // A small cache makes the engine write pages before the end of the batch.
     old.execute(u"PRAGMA cache_size=5"_s);
-    jet::WriteBatch batch(old.scores.Conn);
+    database::WriteBatch batch(old.scores.Conn);
     old.execute(u"with recursive n(i) as (select 1 union all select i+1 from n where i<3000) "
                 "insert into 信息表(班级,学号,姓名,科类) select 2,i,'乙','理' from n"_s);
     const QString file = old.scores.Conn.path();

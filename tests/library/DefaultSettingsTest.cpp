@@ -62,7 +62,7 @@ TEST(DefaultSettings, HaveTheFieldsInTheirOrder)
 {
     support::TestLibrary test{{u"语文"_s}};
     QStringList names;
-    for (const jet::Column& column : test.scores.Conn.columns(u"设置表"_s))
+    for (const database::Column& column : test.scores.Conn.columns(u"设置表"_s))
         names.append(column.name);
     EXPECT_EQ(names.join(u' '), u"ID 名称 设置 加入综合分析 各科条件 选项 自定义"_s);
 }

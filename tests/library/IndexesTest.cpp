@@ -37,7 +37,7 @@ TEST_F(Indexes, OfTheTemplateAreThoseThatAnOlderFileIsGiven)
     EXPECT_EQ(ofTemplate.count(u" / "_s) + 1, library::libraryShape().indexes.size());
     EXPECT_EQ(names(), u""_s);
     test.scores.OpenDB();
-    jet::WriteBatch batch(test.scores.Conn);
+    database::WriteBatch batch(test.scores.Conn);
     batch.commit();
     EXPECT_EQ(names(), ofTemplate);
 }

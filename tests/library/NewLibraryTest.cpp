@@ -37,7 +37,7 @@ protected:
     QStringList columns(const QString& table)
     {
         QStringList names;
-        for (const jet::Column& column : scores.Conn.columns(table))
+        for (const database::Column& column : scores.Conn.columns(table))
             names.append(column.name);
         return names;
     }
@@ -75,16 +75,16 @@ TEST_F(NewLibraryRun, ColumnsFollowTheOrderGiven)
 TEST_F(NewLibraryRun, ATotalIsATextOfFiftyCharactersAndASubjectASingle)
 {
     create({u"语文"_s, u"总分"_s});
-    const jet::TableColumns& exam = scores.Conn.columns(u"考试名称表"_s);
-    EXPECT_EQ(exam.at(exam.find(u"语文"_s)).type.kind, jet::ColumnType::Kind::Single);
-    EXPECT_EQ(exam.at(exam.find(u"总分"_s)).type.kind, jet::ColumnType::Kind::Text);
+    const database::TableColumns& exam = scores.Conn.columns(u"考试名称表"_s);
+    EXPECT_EQ(exam.at(exam.find(u"语文"_s)).type.kind, database::ColumnType::Kind::Single);
+    EXPECT_EQ(exam.at(exam.find(u"总分"_s)).type.kind, database::ColumnType::Kind::Text);
     EXPECT_EQ(exam.at(exam.find(u"总分"_s)).type.length, 50);
 }
 
 TEST_F(NewLibraryRun, AFormulaOfMoreThanFiftyCharactersDoesNotFit)
 {
     create({u"语文"_s, u"总分"_s});
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(u"select * from 考试名称表"_s, scores.Conn);
     rows.AddNew();
     rows.Fields(u"总分"_s).setValue(QString(50, u'文'));
@@ -180,9 +180,9 @@ TEST_F(NewLibraryRun, ALibraryThatAnotherProgramWritesCannotBeOverwritten)
     ASSERT_TRUE(create({u"语文"_s}));
     scores.Conn.Close();
     {
-        jet::Connection other;
+        database::Connection other;
         other.Open(path);
-        jet::WriteBatch batch(other);
+        database::WriteBatch batch(other);
         other.Execute(u"insert into 考试名称表(考试名称,科类,考试编号) values('期中','理',1)"_s);
         const QByteArray before = content();
         dialogs.expect(u"文件已存在"_s, Answer::Ok);

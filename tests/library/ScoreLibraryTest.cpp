@@ -104,7 +104,7 @@ protected:
     qint64 student(const QString& pictureName, const QByteArray& bytes)
     {
         const qint64 id = test.addStudent(1, 1, u"甲"_s, u"理"_s);
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select * from 信息表 where ID=%1"_s.arg(id), test.scores.Conn);
         rows.Fields(u"照片名"_s).setValue(pictureName);
         if (!bytes.isEmpty()) {
@@ -166,7 +166,7 @@ TEST_F(Pictures, AFullDiskIsToldWithItsTag)
 {
     for (const qsizetype size : {10, 300'000}) {
         const qint64 id = student(u"甲.jpg"_s, QByteArray(size, 'x'));
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select * from 信息表 where ID=%1"_s.arg(id), test.scores.Conn);
         test.dialogs.failures.clear();
         test.scores.GetBin(rows.Fields(u"照片"_s), u"/dev/full"_s);
@@ -178,7 +178,7 @@ TEST_F(Pictures, AFullDiskIsToldWithItsTag)
 
 TEST_F(Pictures, AMissingFileIsToldWithItsTag)
 {
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(u"select * from 信息表"_s, test.scores.Conn);
     rows.AddNew();
     test.scores.SaveBin(test.file(u"没有.jpg"_s), rows.Fields(u"照片"_s));

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/jet/Error.h"
+#include "platform/database/Error.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -15,7 +15,7 @@ protected:
     QString columns(const QString& table)
     {
         QStringList names;
-        for (const jet::Column& column : test.scores.Conn.columns(table))
+        for (const database::Column& column : test.scores.Conn.columns(table))
             names.append(column.name);
         return names.join(u' ');
     }
@@ -52,8 +52,9 @@ TEST_F(Template, HasTheFixedColumns)
 TEST_F(Template, NumbersExamsInSixteenBits)
 {
     for (const QString& table : {u"考试名称表"_s, u"成绩表"_s}) {
-        const jet::TableColumns& fields = test.scores.Conn.columns(table);
-        EXPECT_EQ(fields.at(fields.find(u"考试编号"_s)).type.kind, jet::ColumnType::Kind::Integer)
+        const database::TableColumns& fields = test.scores.Conn.columns(table);
+        EXPECT_EQ(fields.at(fields.find(u"考试编号"_s)).type.kind,
+                  database::ColumnType::Kind::Integer)
             << table.toStdString();
     }
 }
@@ -67,8 +68,8 @@ TEST_F(Template, KeepsOneFormulaOfATotalAndOneSelectionOfAName)
         try {
             test.execute(u"insert into %1(%2) values('t分全')"_s.arg(table, key));
             ADD_FAILURE() << table.toStdString();
-        } catch (const jet::Error& error) {
-            EXPECT_EQ(error.failure(), jet::Failure::Value) << table.toStdString();
+        } catch (const database::Error& error) {
+            EXPECT_EQ(error.failure(), database::Failure::Value) << table.toStdString();
         }
         EXPECT_EQ(test.rows(u"select count(*) from %1 where %2='T分全'"_s.arg(table, key)), u"1"_s);
     }

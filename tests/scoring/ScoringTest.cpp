@@ -22,7 +22,7 @@ const QString exam = u"期末"_s;
 /// Two streams of three classes, with ties, absent students and scores never entered.
 void fill(TestLibrary& test, unsigned seed)
 {
-    jet::WriteBatch batch(test.scores.Conn);
+    database::WriteBatch batch(test.scores.Conn);
     std::mt19937 random(seed);
     const auto below = [&](unsigned limit) { return int(random() % limit); };
     for (const QString& stream : {u"文"_s, u"理"_s})
@@ -59,7 +59,7 @@ public:
 
     void run()
     {
-        jet::WriteBatch batch(m_conn);
+        database::WriteBatch batch(m_conn);
         for (const QString& stream : {u"文"_s, u"理"_s}) {
             for (const QString& subject : subjects)
                 standardScores(subject, stream);
@@ -68,7 +68,7 @@ public:
             totalScores(stream);
         for (const QString& stream : {u"文"_s, u"理"_s}) {
             ranks(stream, u""_s, u"年名"_s);
-            jet::Recordset classes;
+            database::Recordset classes;
             classes.Open(u"select distinct 班级 from 信息表 where 科类='"_s + stream + u"'"_s,
                          m_conn);
             for (; !classes.Eof(); classes.MoveNext())
@@ -85,7 +85,7 @@ private:
 
     double aggregate(const QString& function, const QString& subject, const QString& stream)
     {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select "_s + function + u'(' + subject + u')' + where(stream) + u" and "_s
                       + subject + u">=0"_s,
                   m_conn);
@@ -96,7 +96,7 @@ private:
     {
         const double mean = aggregate(u"avg"_s, subject, stream);
         const double deviation = aggregate(u"stdev"_s, subject, stream);
-        jet::Recordset rows;
+        database::Recordset rows;
         for (rows.Open(u"select *"_s + where(stream), m_conn); !rows.Eof(); rows.MoveNext()) {
             const Value score = rows.Fields(subject).Value();
             Value z;
@@ -113,7 +113,7 @@ private:
     {
         const QHash<QString, double> weights{
             {u"语文"_s, 1.5}, {u"数学"_s, 1.5}, {u"物理"_s, 1.0}, {u"历史"_s, 1.0}};
-        jet::Recordset rows;
+        database::Recordset rows;
         for (rows.Open(u"select *"_s + where(stream), m_conn); !rows.Eof(); rows.MoveNext()) {
             double z = 0;
             double t = 0;
@@ -150,7 +150,7 @@ private:
     void rankBy(const QString& column, const QString& rankColumn, const QString& stream,
                 const QString& filter)
     {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(u"select *"_s + where(stream) + filter + u" order by "_s + column + u" desc"_s,
                   m_conn);
         double last = rows.Fields(column).Value().toDouble();
@@ -170,7 +170,7 @@ private:
         }
     }
 
-    jet::Connection& m_conn;
+    database::Connection& m_conn;
 };
 
 QString everything(TestLibrary& test)

@@ -11,7 +11,7 @@ namespace support {
 
 namespace {
 
-void setFields(jet::Recordset& rows, NamedValues columns)
+void setFields(database::Recordset& rows, NamedValues columns)
 {
     for (const auto& [name, value] : columns)
         rows.Fields(name).setValue(value);
@@ -31,7 +31,7 @@ TestLibrary::TestLibrary(const QStringList& subjects)
 qint64 TestLibrary::addStudent(double classNumber, double number, const QString& name,
                                const QString& stream, double category)
 {
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(QStringLiteral("select * from 信息表"), scores.Conn);
     rows.AddNew();
     setFields(rows, {{QStringLiteral("班级"), classNumber},
@@ -46,7 +46,7 @@ qint64 TestLibrary::addStudent(double classNumber, double number, const QString&
 void TestLibrary::addExam(const QString& exam, const QString& stream, int number,
                           NamedValues columns)
 {
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(QStringLiteral("select * from 考试名称表"), scores.Conn);
     rows.AddNew();
     setFields(rows, {{QStringLiteral("考试名称"), exam},
@@ -59,12 +59,12 @@ void TestLibrary::addExam(const QString& exam, const QString& stream, int number
 void TestLibrary::addScores(const QString& exam, double classNumber, double number,
                             NamedValues columns)
 {
-    jet::Recordset student;
+    database::Recordset student;
     student.Open(QStringLiteral("select * from 信息表 where 班级=%1 and 学号=%2")
                      .arg(classNumber)
                      .arg(number),
                  scores.Conn);
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(QStringLiteral("select * from 成绩表"), scores.Conn);
     rows.AddNew();
     setFields(rows, {{QStringLiteral("班级"), classNumber},
@@ -88,7 +88,7 @@ void TestLibrary::execute(const QString& sql)
 
 QString TestLibrary::rows(const QString& sql)
 {
-    jet::Recordset rows;
+    database::Recordset rows;
     rows.Open(sql, scores.Conn);
     QStringList lines;
     for (; !rows.Eof(); rows.MoveNext()) {

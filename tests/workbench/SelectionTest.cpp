@@ -1,7 +1,7 @@
 #include "workbench/Selection.h"
 
 #include "WorkbenchFixture.h"
-#include "platform/jet/Recordset.h"
+#include "platform/database/Recordset.h"
 
 using namespace Qt::StringLiterals;
 using workbench::Selection;
@@ -13,7 +13,7 @@ class SelectionTest : public WorkbenchTest
 protected:
     QStringList fieldNames(const QString& sql)
     {
-        jet::Recordset rows;
+        database::Recordset rows;
         rows.Open(sql, library.scores.Conn);
         QStringList names;
         for (int i = 0; i < rows.fieldCount(); ++i)

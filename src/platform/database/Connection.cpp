@@ -1,0 +1,199 @@
+#include "platform/database/Connection.h"
+
+#include "platform/database/ConnectionPrivate.h"
+#include "platform/database/EngineErrors.h"
+#include "platform/database/Sql.h"
+
+namespace database {
+
+using namespace Qt::StringLiterals;
+
+void TableColumns::append(const Column& column)
+{
+    m_exact.insert(column.name, count());
+    m_folded.insert(column.name.toCaseFolded(), count());
+    m_columns.push_back(column);
+}
+
+int TableColumns::find(const QString& name) const
+{
+    // Folding costs more than the look-up; nearly all names come as the table has them.
+    const auto exact = m_exact.constFind(name);
+    return exact != m_exact.constEnd() ? *exact : m_folded.value(name.toCaseFolded(), -1);
+}
+
+Connection::Connection() : d(std::make_unique<Private>()) {}
+
+Connection::~Connection()
+{
+    Close();
+}
+
+void Connection::Open(const QString& path, const FileShape& shape)
+{
+    Handle handle = openedFile(path, shape);
+    Close();
+    d->handle = std::move(handle);
+    d->path = path;
+    d->shape = shape;
+    d->identity = FileIdentity::of(path);
+}
+
+void Connection::Close()
+{
+    // Recordsets that are still open would keep an open batch, and its lock, alive.
+    if (d->handle && !sqlite3_get_autocommit(d->handle.get()))
+        sqlite3_exec(d->handle.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    d->statements.clear();
+    const UserLimits limits = d->userLimits;
+    d = std::make_unique<Private>();
+    d->userLimits = limits;
+}
+
+bool Connection::isOpen() const
+{
+    return d->handle != nullptr;
+}
+
+const QString& Connection::path() const
+{
+    return d->path;
+}
+
+sqlite3* Connection::handle() const
+{
+    return d->handle.get();
+}
+
+sqlite3* Connection::openHandle() const
+{
+    if (!d->handle)
+        throw Error(Failure::Missing, u"没有打开成绩库。"_s);
+    return d->handle.get();
+}
+
+void Connection::Execute(const QString& sql, Trust trust)
+{
+    openHandle();
+    runStatement(translatedWithoutOrder(sql), trust);
+}
+
+void Connection::runStatement(const QString& sql, Trust trust)
+{
+    const bool newSchema = changesSchema(sql);
+    // A statement left standing on a row would keep the table from being changed.
+    if (newSchema)
+        finishStatements();
+    Statement(*this, sql, trust).run();
+    if (newSchema)
+        schemaChanged();
+}
+
+const TableColumns& Connection::columns(const QString& table)
+{
+    const QString key = table.toCaseFolded();
+    const auto known = d->tables.constFind(key);
+    if (known != d->tables.constEnd())
+        return **known;
+    const auto columns = std::make_shared<TableColumns>();
+    Statement info(*this, u"select name, type, pk from pragma_table_info(?) where exists "
+                          "(select 1 from sqlite_master where type='table' and name=? "
+                          "collate nocase)"_s);
+    info.bind({table, table});
+    while (info.step()) {
+        ColumnType type = ColumnType::fromDeclaration(info.text(1));
+        // The engine wants the key of an AutoNumber declared as a bare INTEGER.
+        if (info.integer(2) == 1 && type.kind == ColumnType::Kind::Integer)
+            type.kind = ColumnType::Kind::Long;
+        columns->append({info.text(0), type});
+    }
+    return **d->tables.insert(key, columns);
+}
+
+Statement& Connection::prepared(const QString& sql)
+{
+    return *sharedStatement(sql);
+}
+
+std::shared_ptr<Statement> Connection::sharedStatement(const QString& sql)
+{
+    openHandle();
+    std::shared_ptr<Statement>& statement = d->statements[sql];
+    if (!statement) {
+        try {
+            statement = std::make_shared<Statement>(*this, sql);
+        } catch (...) {
+            d->statements.remove(sql);
+            throw;
+        }
+    }
+    return statement;
+}
+
+bool Connection::batchBroken() const
+{
+    return d->batchDepth > 0 && d->handle
+           && (d->batchFailed || sqlite3_get_autocommit(d->handle.get()));
+}
+
+void Connection::checkWritable()
+{
+    // The engine writes each statement by itself once it has given up the batch.
+    if (batchBroken())
+        throw Error(Failure::DiskFull, u"前面的写入已经失败，这一步没有写入。"_s);
+    // A batch looks at the file when it begins and when it commits.
+    if (d->batchDepth == 0)
+        checkFileStands();
+}
+
+void Connection::checkFileStands()
+{
+    if (FileIdentity::of(d->path) != d->identity)
+        throw Error(Failure::Missing,
+                    u"成绩库文件 %1 已被移走、删除或替换，没有写入。"_s.arg(d->path));
+}
+
+void Connection::ensureIndexes()
+{
+    if (d->indexesChecked)
+        return;
+    sqlite3* handle = d->handle.get();
+    const auto run = [handle](const QByteArray& sql) {
+        return sqlite3_exec(handle, sql.constData(), nullptr, nullptr, nullptr) & 0xff;
+    };
+    // As long as no index is missing this takes no lock and writes nothing.
+    int code = run("SAVEPOINT indexes");
+    // An old library works without them, only slower; the first real write reports what is wrong.
+    for (const QString& index : std::as_const(d->shape.indexes)) {
+        if (code != SQLITE_BUSY)
+            code = run(index.toUtf8());
+    }
+    const int written = run("RELEASE indexes");
+    if (written != SQLITE_OK && !sqlite3_get_autocommit(handle))
+        run("ROLLBACK");
+    d->indexesChecked = code != SQLITE_BUSY && written != SQLITE_BUSY;
+}
+
+void Connection::schemaChanged()
+{
+    d->formerTables.insert(d->formerTables.end(), d->tables.cbegin(), d->tables.cend());
+    d->tables.clear();
+}
+
+void Connection::setUserLimits(const UserLimits& limits)
+{
+    d->userLimits = limits;
+}
+
+const UserLimits& Connection::userLimits() const
+{
+    return d->userLimits;
+}
+
+void Connection::finishStatements()
+{
+    for (const std::shared_ptr<Statement>& statement : std::as_const(d->statements))
+        statement->finish();
+}
+
+} // namespace database

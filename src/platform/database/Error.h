@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/runtime/Error.h"
+
+namespace database {
+
+/// What went wrong with the library file, for callers that have to tell cases apart.
+enum class Failure {
+    Sql,       ///< the statement is wrong: syntax, an unknown table or column
+    Value,     ///< a value does not fit its column
+    Missing,   ///< no such file, or it vanished while it was open
+    NoLibrary, ///< the file is something else
+    Damaged,
+    Locked,
+    ReadOnly,
+    DiskFull,
+    Refused, ///< a statement that has no business in a library
+    Other
+};
+
+/// An error of the database: a Chinese description that a teacher can read, and behind it in
+/// brackets the engine's own words where there are any.
+class Error : public runtime::Error
+{
+public:
+    Error(Failure failure, const QString& description, const QString& engineWords = {});
+
+    Failure failure() const { return m_failure; }
+
+private:
+    Failure m_failure;
+};
+
+} // namespace database

@@ -1,0 +1,187 @@
+#include "platform/database/Recordset.h"
+
+#include <limits>
+
+#include <QScopeGuard>
+
+#include "platform/database/ConnectionPrivate.h"
+#include "platform/database/Error.h"
+#include "platform/database/RowSource.h"
+
+namespace database {
+
+using namespace Qt::StringLiterals;
+
+struct Recordset::Private
+{
+    std::unique_ptr<RowSource> rows;
+    FieldValues pending;
+    bool adding = false;
+};
+
+namespace {
+
+/// The statement in the promised order, or without it where the engine refuses the order (an
+/// aggregate without a table, a view).
+std::unique_ptr<Statement> orderedStatement(Connection& connection, const QString& sql, Trust trust)
+{
+    const QString ordered = translated(sql);
+    const QString plain = translatedWithoutOrder(sql);
+    if (ordered != plain) {
+        try {
+            return std::make_unique<Statement>(connection, ordered, trust);
+        } catch (const Error&) {
+            // The plain text tells whether it is the order or the statement that is wrong.
+        }
+    }
+    return std::make_unique<Statement>(connection, plain, trust);
+}
+
+} // namespace
+
+Recordset::Recordset() : d(std::make_unique<Private>()) {}
+
+Recordset::~Recordset() = default;
+
+void Recordset::Open(const QString& sql, Connection& connection, Trust trust)
+{
+    Close();
+    const std::optional<TableQuery> query = tableQuery(translatedWithoutOrder(sql));
+    if (query && connection.isOpen() && connection.columns(query->table).count() > 0) {
+        d->rows = std::make_unique<Keyset>(connection, *query, trust);
+        return;
+    }
+    const std::unique_ptr<Statement> statement = orderedStatement(connection, sql, trust);
+    if (statement->columnCount() > 0) {
+        const qint64 maxCells = trust == Trust::User ? connection.userLimits().cells
+                                                     : std::numeric_limits<qint64>::max();
+        d->rows = std::make_unique<Snapshot>(*statement, maxCells);
+        return;
+    }
+    connection.runStatement(translatedWithoutOrder(sql), trust);
+}
+
+Recordset::Private& Recordset::open() const
+{
+    if (!d->rows)
+        throw Error(Failure::Sql, u"记录集没有打开。"_s);
+    return *d;
+}
+
+bool Recordset::isOpen() const
+{
+    return d->rows != nullptr;
+}
+
+qint64 Recordset::RecordCount() const
+{
+    return open().rows->count();
+}
+
+bool Recordset::Eof() const
+{
+    return open().rows->atEnd();
+}
+
+void Recordset::MoveNext()
+{
+    Private& state = open();
+    state.pending.clear();
+    state.adding = false;
+    state.rows->moveNext();
+}
+
+int Recordset::fieldCount() const
+{
+    return open().rows->columns().count();
+}
+
+int Recordset::position(const QString& name) const
+{
+    return open().rows->columns().find(name);
+}
+
+Field Recordset::Fields(const QString& name)
+{
+    const int found = position(name);
+    if (found < 0)
+        throw Error(Failure::Sql, u"没有名为“%1”的列。"_s.arg(name));
+    return Field(*this, found);
+}
+
+Field Recordset::Fields(int position)
+{
+    if (position < 0 || position >= fieldCount())
+        throw Error(Failure::Sql, u"没有第 %1 列。"_s.arg(position + 1));
+    return Field(*this, position);
+}
+
+void Recordset::AddNew()
+{
+    Private& state = open();
+    state.pending.clear();
+    state.adding = true;
+}
+
+void Recordset::Update()
+{
+    Private& state = open();
+    const bool adding = std::exchange(state.adding, false);
+    const auto dropPending = qScopeGuard([&state] { state.pending.clear(); });
+    if (adding)
+        state.rows->insert(state.pending);
+    else if (!state.pending.empty())
+        state.rows->update(state.pending);
+}
+
+void Recordset::Close()
+{
+    d = std::make_unique<Private>();
+}
+
+qint64 Recordset::lastInsertId() const
+{
+    return open().rows->lastInsertId();
+}
+
+runtime::Value Field::Value() const
+{
+    Recordset::Private& state = m_rows->open();
+    if (const runtime::Value* pending = state.pending.find(m_position))
+        return *pending;
+    return state.adding ? runtime::Value() : state.rows->value(m_position);
+}
+
+void Field::setValue(const runtime::Value& value)
+{
+    Recordset::Private& state = m_rows->open();
+    if (!state.adding && state.rows->atEnd())
+        throw Error(Failure::Sql, u"没有当前记录。"_s);
+    const Column& column = state.rows->columns().at(m_position);
+    state.pending.assign(m_position, column.type.converted(value, column.name));
+}
+
+QString Field::Name() const
+{
+    return m_rows->open().rows->columns().at(m_position).name;
+}
+
+qint64 Field::ActualSize() const
+{
+    const runtime::Value value = Value();
+    return value.kind() == runtime::Value::Kind::Binary ? value.toBytes().size()
+                                                        : value.text().toUtf8().size();
+}
+
+QByteArray Field::GetChunk(qint64 length) const
+{
+    return Value().toBytes().left(length);
+}
+
+void Field::AppendChunk(const QByteArray& bytes)
+{
+    const runtime::Value* pending = m_rows->open().pending.find(m_position);
+    setValue(pending ? pending->toBytes() + bytes : bytes);
+}
+
+} // namespace database

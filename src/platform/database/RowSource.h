@@ -1,0 +1,96 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "platform/database/Connection.h"
+#include "platform/database/FieldValues.h"
+#include "platform/database/Sql.h"
+
+namespace database {
+
+/// What stands behind a recordset: named, typed fields, and rows to step through.
+class RowSource
+{
+public:
+    virtual ~RowSource() = default;
+
+    const TableColumns& columns() const { return m_columns; }
+    virtual qint64 count() = 0;
+    virtual bool atEnd() = 0;
+    virtual void moveNext() = 0;
+    /// The value of a field of the current row. Throws Error if there is no row.
+    virtual runtime::Value value(int column) = 0;
+
+    /// Writing; a snapshot throws Error.
+    virtual void insert(const FieldValues& values);
+    virtual void update(const FieldValues& values);
+    virtual qint64 lastInsertId() const { return 0; }
+
+protected:
+    [[noreturn]] static void noRow();
+
+    TableColumns m_columns;
+};
+
+/// All rows of a statement, read at once.
+class Snapshot : public RowSource
+{
+public:
+    /// Throws Error if it fails, or if there are more than `maxCells` values.
+    Snapshot(Statement& statement, qint64 maxCells);
+
+    qint64 count() override { return qint64(m_rows.size()); }
+    bool atEnd() override { return m_at >= m_rows.size(); }
+    void moveNext() override;
+    runtime::Value value(int column) override;
+
+private:
+    std::vector<std::vector<runtime::Value>> m_rows;
+    size_t m_at = 0;
+};
+
+/// The rows of one table by their row ids.
+class Keyset : public RowSource
+{
+public:
+    /// Throws Error if the conditions or the order are wrong.
+    Keyset(Connection& connection, const TableQuery& query, Trust trust);
+
+    qint64 count() override;
+    bool atEnd() override;
+    void moveNext() override;
+    runtime::Value value(int column) override;
+    void insert(const FieldValues& values) override;
+    void update(const FieldValues& values) override;
+    qint64 lastInsertId() const override { return m_lastInsertId; }
+
+private:
+    enum class Write { Insert, Update };
+
+    void takeKeys();
+    qint64 currentKey();
+    void fetch();
+    Statement& writer(const FieldValues& values, Write write);
+    QString writerText(const std::vector<int>& columns, Write write) const;
+
+    Connection& m_connection;
+    QString m_table;
+    /// Delivers the row ids; gone once they are taken.
+    std::unique_ptr<Statement> m_keyStatement;
+    std::vector<qint64> m_keys;
+    size_t m_at = 0;
+    /// The row just added, which is the current one until the next move.
+    std::optional<qint64> m_added;
+    /// The same for all recordsets over the table; each takes its row and is done with it.
+    std::shared_ptr<Statement> m_rowStatement;
+    std::vector<int> m_rowColumns;
+    std::vector<runtime::Value> m_row;
+    std::optional<qint64> m_fetched;
+    std::unique_ptr<Statement> m_writer;
+    std::vector<int> m_writerColumns;
+    Write m_write = Write::Insert;
+    qint64 m_lastInsertId = 0;
+};
+
+} // namespace database

@@ -1,0 +1,377 @@
+#include "platform/database/Sql.h"
+
+#include <algorithm>
+
+#include <sqlite3.h>
+
+#include "platform/database/Error.h"
+
+namespace database {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using Kind = SqlToken::Kind;
+using Tokens = std::vector<SqlToken>;
+
+bool isWordStart(QChar c)
+{
+    return c.isLetter() || c == u'_' || c.unicode() >= 0x80;
+}
+
+bool isWordPart(QChar c)
+{
+    return isWordStart(c) || c.isDigit() || c == u'$';
+}
+
+/// Reads the tokens of one text from left to right.
+class Lexer
+{
+public:
+    explicit Lexer(const QString& sql) : m_sql(sql) {}
+
+    /// False if a quote or bracket stays open.
+    bool run(Tokens& tokens)
+    {
+        while (skipBlanks()) {
+            const QChar c = m_sql[m_at];
+            if (c == u'\'' || c == u'"') {
+                if (!quoted(tokens, c, Kind::Text))
+                    return false;
+            } else if (c == u'[' || c == u'`') {
+                if (!quoted(tokens, c == u'[' ? u']' : u'`', Kind::Bracketed))
+                    return false;
+            } else if (isWordStart(c)) {
+                take(tokens, Kind::Word, isWordPart);
+            } else if (c.isDigit()) {
+                take(tokens, Kind::Number,
+                     [](QChar d) { return d.isLetterOrNumber() || d == u'.'; });
+            } else {
+                tokens.push_back({Kind::Sign, QString(c), m_at, m_at + 1});
+                ++m_at;
+            }
+        }
+        return true;
+    }
+
+private:
+    /// Steps over white space and comments; false at the end.
+    bool skipBlanks()
+    {
+        while (m_at < m_sql.size()) {
+            const QStringView rest = QStringView(m_sql).mid(m_at);
+            if (rest.front().isSpace()) {
+                ++m_at;
+            } else if (rest.startsWith("--"_L1)) {
+                const qsizetype end = m_sql.indexOf(u'\n', m_at);
+                m_at = end < 0 ? m_sql.size() : end;
+            } else if (rest.startsWith("/*"_L1)) {
+                const qsizetype end = m_sql.indexOf("*/"_L1, m_at + 2);
+                m_at = end < 0 ? m_sql.size() : end + 2;
+            } else {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    bool quoted(Tokens& tokens, QChar close, Kind kind)
+    {
+        QString text;
+        for (qsizetype i = m_at + 1; i < m_sql.size(); ++i) {
+            if (m_sql[i] != close) {
+                text += m_sql[i];
+            } else if (close != u']' && i + 1 < m_sql.size() && m_sql[i + 1] == close) {
+                text += close;
+                ++i;
+            } else {
+                tokens.push_back({kind, text, m_at, i + 1});
+                m_at = i + 1;
+                return true;
+            }
+        }
+        return false;
+    }
+
+    template <class Accept> void take(Tokens& tokens, Kind kind, Accept accept)
+    {
+        qsizetype end = m_at + 1;
+        while (end < m_sql.size() && accept(m_sql[end]))
+            ++end;
+        tokens.push_back({kind, m_sql.mid(m_at, end - m_at), m_at, end});
+        m_at = end;
+    }
+
+    const QString& m_sql;
+    qsizetype m_at = 0;
+};
+
+bool startsWithOneOf(const QString& sql, std::initializer_list<QStringView> words)
+{
+    const std::optional<Tokens> tokens = sqlTokens(sql);
+    return tokens && !tokens->empty()
+           && std::any_of(words.begin(), words.end(),
+                          [&](QStringView word) { return tokens->front().is(word); });
+}
+
+/// Position of a word outside all round brackets, from `from` on; -1 if there is none.
+int topLevel(const Tokens& tokens, QStringView word, int from = 0)
+{
+    int depth = 0;
+    for (int i = 0; i < int(tokens.size()); ++i) {
+        if (tokens[i].isSign(u'('))
+            ++depth;
+        else if (tokens[i].isSign(u')'))
+            --depth;
+        else if (i >= from && depth == 0 && tokens[i].is(word))
+            return i;
+    }
+    return -1;
+}
+
+QString between(const QString& sql, const Tokens& tokens, int first, int last)
+{
+    if (first >= last)
+        return {};
+    const qsizetype begin = tokens[first].begin;
+    return sql.mid(begin, tokens[last - 1].end - begin);
+}
+
+bool hasAnyTopLevel(const Tokens& tokens, std::initializer_list<QStringView> words)
+{
+    for (const QStringView word : words) {
+        if (topLevel(tokens, word) >= 0)
+            return true;
+    }
+    return false;
+}
+
+/// Drops a semicolon at the end.
+void dropEnd(Tokens& tokens)
+{
+    while (!tokens.empty() && tokens.back().isSign(u';'))
+        tokens.pop_back();
+}
+
+QString bracketed(const QString& name)
+{
+    return u'[' + name + u']';
+}
+
+/// The engine's declaration for a type as our statements write it; empty for an unknown one.
+QString declaration(const Tokens& tokens, int first)
+{
+    const int count = int(tokens.size()) - first;
+    const QString word = count > 0 ? tokens[first].text.toLower() : QString();
+    if (count == 4 && word == "text"_L1 && tokens[first + 1].isSign(u'(')
+        && tokens[first + 3].isSign(u')')) {
+        const int length = tokens[first + 2].text.toInt();
+        return length >= 1 && length <= 255 ? u"text(%1) COLLATE NOCASE"_s.arg(length) : QString();
+    }
+    if (count != 1 || tokens[first].kind != Kind::Word)
+        return {};
+    static const std::pair<QString, QString> types[] = {
+        {u"single"_s, u"Single REAL"_s},
+        {u"double"_s, u"Double REAL"_s},
+        {u"number"_s, u"Double REAL"_s},
+        {u"long"_s, u"Long INTEGER"_s},
+        {u"integer"_s, u"Integer INTEGER"_s},
+        {u"short"_s, u"Integer INTEGER"_s},
+        {u"text"_s, u"text(255) COLLATE NOCASE"_s},
+        {u"memo"_s, u"Memo TEXT COLLATE NOCASE"_s},
+        {u"yesno"_s, u"Boolean INTEGER"_s},
+        {u"longbinary"_s, u"LongBinary BLOB"_s},
+    };
+    for (const auto& [name, declared] : types) {
+        if (word == name)
+            return declared;
+    }
+    return {};
+}
+
+/// True for a bare word that the engine keeps for itself. A column of that name could be reached by
+/// no statement that does not bracket it.
+bool isKeyword(const SqlToken& token)
+{
+    const QByteArray word = token.text.toUtf8();
+    return token.kind == Kind::Word && sqlite3_keyword_check(word.constData(), int(word.size()));
+}
+
+/// `ALTER TABLE T add [COLUMN] name type`.
+std::optional<QString> addColumn(const Tokens& tokens)
+{
+    if (tokens.size() < 4 || !tokens[0].is(u"alter") || !tokens[1].is(u"table")
+        || !tokens[3].is(u"add"))
+        return std::nullopt;
+    const int name = tokens.size() > 4 && tokens[4].is(u"column") ? 5 : 4;
+    const bool named = int(tokens.size()) > name && tokens[name].isName()
+                       && !tokens[name].text.trimmed().isEmpty()
+                       && !tokens[name].text.contains(u']');
+    const QString declared = named ? declaration(tokens, name + 1) : QString();
+    if (declared.isEmpty())
+        throw Error(Failure::Sql, u"添加列的语句不正确：需要一个列名和一个已知的类型。"_s);
+    if (isKeyword(tokens[name]))
+        throw Error(Failure::Sql, u"“%1”是数据库的保留字，不能作列名。"_s.arg(tokens[name].text));
+    return u"ALTER TABLE %1 ADD COLUMN %2 %3"_s.arg(bracketed(tokens[2].text),
+                                                    bracketed(tokens[name].text), declared);
+}
+
+/// The text with `delete *` made `delete`, and texts in double quotes put in single ones.
+QString inEngineWords(const QString& sql, const Tokens& tokens)
+{
+    QString out;
+    qsizetype copied = 0;
+    for (size_t i = 0; i < tokens.size(); ++i) {
+        const SqlToken& token = tokens[i];
+        const bool star = i == 1 && tokens[0].is(u"delete") && token.isSign(u'*');
+        const bool doubleQuoted = token.kind == Kind::Text && sql[token.begin] == u'"';
+        if (!star && !doubleQuoted)
+            continue;
+        out += QStringView(sql).mid(copied, token.begin - copied);
+        if (doubleQuoted)
+            out += u'\'' + QString(token.text).replace(u"'"_s, u"''"_s) + u'\'';
+        copied = token.end;
+    }
+    const qsizetype end = tokens.empty() ? sql.size() : tokens.back().end;
+    return out + QStringView(sql).mid(copied, end - copied);
+}
+
+bool isAggregate(const Tokens& tokens, int until)
+{
+    for (int i = 0; i + 1 < until; ++i) {
+        if (!tokens[i + 1].isSign(u'('))
+            continue;
+        for (const QStringView name :
+             {u"avg", u"stdev", u"max", u"min", u"count", u"sum", u"total"}) {
+            if (tokens[i].is(name))
+                return true;
+        }
+    }
+    return false;
+}
+
+/// ` order by 1,2,…` for as many columns as stand ahead of `from`.
+QString orderOfColumns(const Tokens& tokens, int from)
+{
+    int depth = 0;
+    int columns = 1;
+    QString order = u" order by 1"_s;
+    for (int i = 0; i < from; ++i) {
+        if (tokens[i].isSign(u'('))
+            ++depth;
+        else if (tokens[i].isSign(u')'))
+            --depth;
+        else if (depth == 0 && tokens[i].isSign(u','))
+            order += u',' + QString::number(++columns);
+    }
+    return order;
+}
+
+/// What the contract adds behind a select: the row id as last key, or the values of a distinct.
+QString orderTail(const Tokens& tokens)
+{
+    const int from = topLevel(tokens, u"from");
+    if (tokens.empty() || !tokens[0].is(u"select") || from < 0
+        || hasAnyTopLevel(tokens, {u"union", u"except", u"intersect", u"limit", u"group", u"join"}))
+        return {};
+    const bool ordered = topLevel(tokens, u"order") >= 0;
+    if (tokens.size() > 1 && tokens[1].is(u"distinct"))
+        return ordered ? QString() : orderOfColumns(tokens, from);
+    const bool oneTable = from + 1 < int(tokens.size()) && tokens[from + 1].isName()
+                          && (from + 2 == int(tokens.size()) || !tokens[from + 2].isSign(u','));
+    if (!oneTable || isAggregate(tokens, from))
+        return {};
+    return ordered ? u", rowid"_s : u" order by rowid"_s;
+}
+
+QString withTail(const QString& sql, bool order)
+{
+    std::optional<Tokens> tokens = sqlTokens(sql);
+    if (!tokens)
+        return sql;
+    // A semicolon inside means a second statement: the engine's door refuses it.
+    dropEnd(*tokens);
+    if (const std::optional<QString> alter = addColumn(*tokens))
+        return *alter;
+    return inEngineWords(sql, *tokens) + (order ? orderTail(*tokens) : QString());
+}
+
+} // namespace
+
+bool SqlToken::is(QStringView word) const
+{
+    return kind == Kind::Word && QStringView(text).compare(word, Qt::CaseInsensitive) == 0;
+}
+
+bool SqlToken::isSign(char16_t sign) const
+{
+    return kind == Kind::Sign && text == QChar(sign);
+}
+
+std::optional<std::vector<SqlToken>> sqlTokens(const QString& sql)
+{
+    Tokens tokens;
+    if (!Lexer(sql).run(tokens))
+        return std::nullopt;
+    return tokens;
+}
+
+std::optional<TableQuery> tableQuery(const QString& sql)
+{
+    std::optional<Tokens> found = sqlTokens(sql);
+    if (!found)
+        return std::nullopt;
+    Tokens& tokens = *found;
+    dropEnd(tokens);
+    const int size = int(tokens.size());
+    if (size < 4 || !tokens[0].is(u"select") || !tokens[1].isSign(u'*') || !tokens[2].is(u"from")
+        || !tokens[3].isName()
+        || hasAnyTopLevel(tokens,
+                          {u"union", u"except", u"intersect", u"limit", u"group", u"having"}))
+        return std::nullopt;
+    for (const SqlToken& token : tokens) {
+        if (token.isSign(u';'))
+            return std::nullopt;
+    }
+    const int where = topLevel(tokens, u"where", 4);
+    const int order = topLevel(tokens, u"order", 4);
+    const int tableEnd = where >= 0 ? where : order >= 0 ? order : size;
+    const bool ordered = order >= 0 && order + 1 < size && tokens[order + 1].is(u"by");
+    if (tableEnd != 4 || (order >= 0 && (!ordered || order < where)))
+        return std::nullopt;
+    TableQuery query;
+    query.table = tokens[3].text;
+    const int whereEnd = order >= 0 ? order : size;
+    if (where >= 0 && where + 1 < whereEnd)
+        query.where = between(sql, tokens, where + 1, whereEnd);
+    else if (where >= 0)
+        return std::nullopt;
+    if (ordered)
+        query.orderBy = between(sql, tokens, order + 2, size);
+    if (ordered && query.orderBy.isEmpty())
+        return std::nullopt;
+    return query;
+}
+
+bool isUserStatement(const QString& sql)
+{
+    return startsWithOneOf(sql, {u"select", u"with", u"values", u"insert", u"replace", u"update",
+                                 u"delete", u"create", u"alter", u"drop"});
+}
+
+bool changesSchema(const QString& sql)
+{
+    return startsWithOneOf(sql, {u"create", u"alter", u"drop"});
+}
+
+QString translated(const QString& sql)
+{
+    return withTail(sql, true);
+}
+
+QString translatedWithoutOrder(const QString& sql)
+{
+    return withTail(sql, false);
+}
+
+} // namespace database

@@ -1,0 +1,348 @@
+#include <algorithm>
+
+#include <QElapsedTimer>
+
+#include "platform/database/ConnectionPrivate.h"
+#include "platform/database/EngineErrors.h"
+#include "platform/database/Sql.h"
+
+namespace database {
+
+using namespace Qt::StringLiterals;
+using runtime::Value;
+
+namespace {
+
+constexpr int instructionsBetweenLooks = 20000;
+
+/// How long a typed statement has been running, all its rows together.
+struct Watch
+{
+    QElapsedTimer timer;
+    qint64 limitMs = 0;
+};
+
+int tooLong(void* context)
+{
+    const auto* watch = static_cast<const Watch*>(context);
+    return watch->timer.hasExpired(watch->limitMs);
+}
+
+/// Stops the engine when the watch has run down, as long as it lives.
+class WatchedStep
+{
+public:
+    WatchedStep(sqlite3* handle, Watch* watch) : m_handle(watch ? handle : nullptr)
+    {
+        if (m_handle)
+            sqlite3_progress_handler(m_handle, instructionsBetweenLooks, tooLong, watch);
+    }
+    ~WatchedStep()
+    {
+        if (m_handle)
+            sqlite3_progress_handler(m_handle, 0, nullptr, nullptr);
+    }
+    WatchedStep(const WatchedStep&) = delete;
+    WatchedStep& operator=(const WatchedStep&) = delete;
+
+private:
+    sqlite3* m_handle;
+};
+
+/// Errors after which what a batch has written so far cannot be trusted to be whole, or nothing of
+/// it can be written (no journal may stand in the folder).
+bool endsBatch(sqlite3* handle)
+{
+    switch (sqlite3_errcode(handle) & 0xff) {
+    case SQLITE_FULL:
+    case SQLITE_IOERR:
+    case SQLITE_CORRUPT:
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
+    case SQLITE_NOMEM:
+        return true;
+    default:
+        return false;
+    }
+}
+
+struct Finalize
+{
+    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+
+/// The text in one place of a statement. The engine uses these bytes as they lie here.
+struct BoundText
+{
+    QString text;
+    QByteArray bytes;
+    bool isBound = false;
+};
+
+} // namespace
+
+struct Statement::Private
+{
+    enum class State { Fresh, Running, Finished };
+
+    Connection& connection;
+    std::unique_ptr<sqlite3_stmt, Finalize> statement;
+    Trust trust;
+    bool readOnly = true;
+    State state = State::Fresh;
+    Watch watch;
+    std::vector<BoundText> texts; // by place
+
+    sqlite3* db() const { return sqlite3_db_handle(statement.get()); }
+    /// To be called ahead of every new value.
+    void bound(int place)
+    {
+        if (state == State::Finished)
+            state = State::Fresh;
+        if (size_t(place) < texts.size())
+            texts[size_t(place)].isBound = false;
+    }
+    void bindText(int place, const QString& text);
+};
+
+/// Many rows repeat a text (an exam's name, a stream), which then stays where it is.
+void Statement::Private::bindText(int place, const QString& text)
+{
+    if (size_t(place) >= texts.size())
+        texts.resize(size_t(place) + 1);
+    BoundText& kept = texts[size_t(place)];
+    const bool same = kept.isBound && kept.text == text;
+    bound(place);
+    if (!same) {
+        kept.text = text;
+        kept.bytes = text.toUtf8();
+        sqlite3_bind_text(statement.get(), place, kept.bytes.constData(), int(kept.bytes.size()),
+                          SQLITE_STATIC);
+    }
+    kept.isBound = true;
+}
+
+Statement::Statement(Connection& connection, const QString& sql, Trust trust)
+    : d(new Private{connection, {}, trust, true, Private::State::Fresh, {}, {}})
+{
+    sqlite3* handle = connection.openHandle();
+    const UserGuard guard(handle, trust);
+    const QByteArray text = sql.toUtf8();
+    sqlite3_stmt* statement = nullptr;
+    const char* tail = nullptr;
+    if (sqlite3_prepare_v2(handle, text.constData(), int(text.size()), &statement, &tail)
+        != SQLITE_OK)
+        throw engineError(handle);
+    d->statement.reset(statement);
+    const std::optional<std::vector<SqlToken>> rest = sqlTokens(QString::fromUtf8(tail));
+    if (!rest || std::any_of(rest->begin(), rest->end(), [](const SqlToken& token) {
+            return !token.isSign(u';');
+        }))
+        throw Error(Failure::Refused, u"一次只能执行一条语句。"_s);
+    if (!statement)
+        throw Error(Failure::Sql, u"没有可以执行的语句。"_s);
+    // VACUUM INTO, ANALYZE and their like do their work where the guard of the text does not see
+    // it.
+    if (trust == Trust::User && !isUserStatement(sql))
+        throw Error(Failure::Refused, u"成绩库里不允许执行这样的语句。"_s);
+    d->readOnly = sqlite3_stmt_readonly(statement) != 0;
+}
+
+Statement::~Statement() = default;
+
+void Statement::bind(const std::vector<Value>& values)
+{
+    reset();
+    for (size_t i = 0; i < values.size(); ++i)
+        bindValue(int(i) + 1, values[i]);
+}
+
+void Statement::reset()
+{
+    if (d->state == Private::State::Running)
+        sqlite3_reset(d->statement.get());
+    d->state = Private::State::Fresh;
+}
+
+void Statement::finish()
+{
+    reset();
+    d->state = Private::State::Finished;
+}
+
+void Statement::bindValue(int place, const Value& value)
+{
+    switch (value.kind()) {
+    case Value::Kind::Null:
+        return bindNull(place);
+    case Value::Kind::Integer:
+        return bindInteger(place, qint64(value.toDouble()));
+    case Value::Kind::Boolean:
+        return bindInteger(place, value.toDouble() != 0);
+    case Value::Kind::Single:
+    case Value::Kind::Double:
+        return bindDouble(place, value.toDouble());
+    case Value::Kind::Binary: {
+        d->bound(place);
+        const QByteArray bytes = value.toBytes();
+        sqlite3_bind_blob64(d->statement.get(), place, bytes.constData(),
+                            sqlite3_uint64(bytes.size()), SQLITE_TRANSIENT);
+        return;
+    }
+    case Value::Kind::Text:
+    case Value::Kind::Date:
+    case Value::Kind::Error:
+        break;
+    }
+    d->bindText(place, value.text());
+}
+
+void Statement::bindNull(int place)
+{
+    d->bound(place);
+    sqlite3_bind_null(d->statement.get(), place);
+}
+
+void Statement::bindInteger(int place, qint64 number)
+{
+    d->bound(place);
+    sqlite3_bind_int64(d->statement.get(), place, number);
+}
+
+void Statement::bindDouble(int place, double number)
+{
+    d->bound(place);
+    sqlite3_bind_double(d->statement.get(), place, number);
+}
+
+bool Statement::step()
+{
+    if (d->state == Private::State::Finished)
+        return false;
+    if (d->state == Private::State::Fresh)
+        begin();
+    sqlite3* handle = d->db();
+    const WatchedStep watched(handle, d->trust == Trust::User ? &d->watch : nullptr);
+    const int code = sqlite3_step(d->statement.get());
+    if (code == SQLITE_ROW)
+        return true;
+    if (code != SQLITE_DONE)
+        fail();
+    reset();
+    return false;
+}
+
+void Statement::begin()
+{
+    if (d->connection.handle() != d->db())
+        throw Error(Failure::Missing, u"成绩库已经关闭。"_s);
+    if (!d->readOnly) {
+        d->connection.checkWritable();
+        d->connection.ensureIndexes();
+    }
+    if (d->trust == Trust::User) {
+        d->watch.limitMs = d->connection.userLimits().milliseconds;
+        d->watch.timer.start();
+    }
+    d->state = Private::State::Running;
+}
+
+void Statement::fail()
+{
+    const Error error = engineError(d->db());
+    if (!d->readOnly && d->connection.d->batchDepth > 0 && endsBatch(d->db()))
+        d->connection.d->batchFailed = true;
+    reset();
+    throw error;
+}
+
+int Statement::run()
+{
+    while (step()) {
+    }
+    return sqlite3_changes(d->db());
+}
+
+bool Statement::isReadOnly() const
+{
+    return d->readOnly;
+}
+
+int Statement::columnCount() const
+{
+    return sqlite3_column_count(d->statement.get());
+}
+
+QString Statement::columnName(int column) const
+{
+    return QString::fromUtf8(sqlite3_column_name(d->statement.get(), column));
+}
+
+QString Statement::columnDeclaration(int column) const
+{
+    return QString::fromUtf8(sqlite3_column_decltype(d->statement.get(), column));
+}
+
+bool Statement::isNull(int column) const
+{
+    return sqlite3_column_type(d->statement.get(), column) == SQLITE_NULL;
+}
+
+double Statement::number(int column) const
+{
+    return sqlite3_column_double(d->statement.get(), column);
+}
+
+qint64 Statement::integer(int column) const
+{
+    return sqlite3_column_int64(d->statement.get(), column);
+}
+
+QString Statement::text(int column) const
+{
+    sqlite3_stmt* statement = d->statement.get();
+    const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+    return QString::fromUtf8(bytes, sqlite3_column_bytes(statement, column));
+}
+
+Value Statement::value(int column) const
+{
+    sqlite3_stmt* statement = d->statement.get();
+    switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_INTEGER:
+        return Value(integer(column));
+    case SQLITE_FLOAT:
+        return Value(number(column));
+    case SQLITE_TEXT:
+        return Value(text(column));
+    case SQLITE_BLOB: {
+        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+        return Value(QByteArray(bytes, sqlite3_column_bytes(statement, column)));
+    }
+    default:
+        return {};
+    }
+}
+
+Value Statement::value(int column, const ColumnType& type) const
+{
+    const int stored = sqlite3_column_type(d->statement.get(), column);
+    if (stored == SQLITE_NULL)
+        return {};
+    if (type.isText() && stored != SQLITE_BLOB)
+        return Value(text(column));
+    if (stored != SQLITE_INTEGER && stored != SQLITE_FLOAT)
+        return value(column);
+    switch (type.kind) {
+    case ColumnType::Kind::Single:
+        return Value(float(number(column)));
+    case ColumnType::Kind::Double:
+        return Value(number(column));
+    case ColumnType::Kind::Boolean:
+        return Value(integer(column) != 0);
+    default:
+        return value(column);
+    }
+}
+
+} // namespace database

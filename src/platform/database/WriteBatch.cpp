@@ -1,0 +1,74 @@
+#include "platform/database/ConnectionPrivate.h"
+#include "platform/database/EngineErrors.h"
+
+namespace database {
+
+namespace {
+
+void run(sqlite3* handle, const char* sql)
+{
+    if (sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw engineError(handle);
+}
+
+} // namespace
+
+WriteBatch::WriteBatch(Connection& connection)
+    : m_connection(connection), m_outermost(connection.d->batchDepth == 0)
+{
+    sqlite3* handle = connection.openHandle();
+    connection.checkWritable();
+    // The engine begins on a read-only file too, and then refuses row after row.
+    if (sqlite3_db_readonly(handle, "main") == 1)
+        throw Error(Failure::ReadOnly, QStringLiteral("成绩库是只读的，不能写入。"));
+    run(handle, m_outermost ? "BEGIN IMMEDIATE" : "SAVEPOINT inner_batch");
+    if (m_outermost) {
+        connection.ensureIndexes();
+        // No room for an index: the engine gave up the transaction with it.
+        if (sqlite3_get_autocommit(handle))
+            run(handle, "BEGIN IMMEDIATE");
+    }
+    ++connection.d->batchDepth;
+}
+
+WriteBatch::~WriteBatch()
+{
+    if (m_open)
+        takeBack();
+}
+
+void WriteBatch::takeBack()
+{
+    if (m_outermost)
+        m_connection.finishStatements();
+    sqlite3* handle = m_connection.handle();
+    // After a failure of the engine there may be nothing left to take back.
+    if (handle && !sqlite3_get_autocommit(handle))
+        sqlite3_exec(handle,
+                     m_outermost ? "ROLLBACK" : "ROLLBACK TO inner_batch; RELEASE inner_batch",
+                     nullptr, nullptr, nullptr);
+    m_connection.schemaChanged();
+    m_connection.d->indexesChecked = false;
+    end();
+}
+
+void WriteBatch::commit()
+{
+    if (m_connection.batchBroken())
+        throw Error(Failure::DiskFull, QStringLiteral("写入没有完成，成绩库保持原样。"));
+    if (m_outermost)
+        m_connection.checkFileStands();
+    run(m_connection.openHandle(), m_outermost ? "COMMIT" : "RELEASE inner_batch");
+    end();
+}
+
+void WriteBatch::end()
+{
+    m_open = false;
+    Connection::Private& state = *m_connection.d;
+    state.batchDepth = std::max(0, state.batchDepth - 1);
+    if (m_outermost)
+        state.batchFailed = false;
+}
+
+} // namespace database

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include "platform/database/Connection.h"
+#include "platform/database/Error.h"
+#include "platform/database/Recordset.h"
+#include "support/PrintQString.h"
+
+namespace database {
+
+/// A second program that has the file open: the engine itself, without our layer.
+class OtherProgram
+{
+public:
+    explicit OtherProgram(const QString& path)
+    {
+        EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_handle), SQLITE_OK);
+        run("pragma synchronous=off");
+    }
+    ~OtherProgram() { sqlite3_close(m_handle); }
+    OtherProgram(const OtherProgram&) = delete;
+    OtherProgram& operator=(const OtherProgram&) = delete;
+
+    void run(const char* sql)
+    {
+        EXPECT_EQ(sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(m_handle);
+    }
+
+private:
+    sqlite3* m_handle = nullptr;
+};
+
+/// A database file in a folder of its own.
+class DatabaseFile
+{
+public:
+    explicit DatabaseFile(const char* sql) { OtherProgram(path()).run(sql); }
+
+    QString path() const { return folder.filePath(QStringLiteral("库.CJK")); }
+
+    QByteArray bytes() const
+    {
+        QFile file(path());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    void replaceBytes(const QByteArray& bytes) const
+    {
+        QFile file(path());
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+
+    /// Names of the files in the folder.
+    QStringList files() const { return QDir(folder.path()).entryList(QDir::Files); }
+
+    QTemporaryDir folder;
+};
+
+/// The rows of a statement as text: values joined by "|", rows by " / "; NULL is "NULL".
+inline QString rowsOf(Recordset& rows)
+{
+    QStringList lines;
+    for (; !rows.Eof(); rows.MoveNext()) {
+        QStringList cells;
+        for (int i = 0; i < rows.fieldCount(); ++i) {
+            const runtime::Value value = rows.Fields(i).Value();
+            cells.append(value.isNull() ? QStringLiteral("NULL") : value.text());
+        }
+        lines.append(cells.join(u'|'));
+    }
+    return lines.join(QStringLiteral(" / "));
+}
+
+inline QString rowsOf(Connection& connection, const QString& sql, Trust trust = Trust::Program)
+{
+    Recordset rows;
+    rows.Open(sql, connection, trust);
+    return rowsOf(rows);
+}
+
+/// The error that a call throws; fails the test if it throws none.
+template <class Call> Error errorOf(Call call)
+{
+    try {
+        call();
+    } catch (const Error& error) {
+        return error;
+    }
+    ADD_FAILURE() << "no error";
+    return Error(Failure::Other, QString());
+}
+
+/// The statements that the engine runs while it lives.
+class Traced
+{
+public:
+    explicit Traced(Connection& connection) : m_handle(connection.handle())
+    {
+        sqlite3_trace_v2(m_handle, SQLITE_TRACE_STMT, note, this);
+    }
+    ~Traced() { sqlite3_trace_v2(m_handle, 0, nullptr, nullptr); }
+    Traced(const Traced&) = delete;
+    Traced& operator=(const Traced&) = delete;
+
+    QStringList statements;
+
+private:
+    static int note(unsigned, void* self, void*, void* sql)
+    {
+        static_cast<Traced*>(self)->statements.append(
+            QString::fromUtf8(static_cast<const char*>(sql)));
+        return 0;
+    }
+
+    sqlite3* m_handle;
+};
+
+} // namespace database
