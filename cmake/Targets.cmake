@@ -19,6 +19,16 @@ function(yunshan_engine name)
   endif()
 endfunction()
 
+# yunshan_widgets(DEPENDS <targets>...): the static library yunshan_widgets, which all screens stand on.
+function(yunshan_widgets)
+  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  add_library(yunshan_widgets STATIC ${sources})
+  target_link_libraries(yunshan_widgets PUBLIC Qt6::Widgets ${ARG_DEPENDS})
+  target_precompile_headers(yunshan_widgets PRIVATE
+                            ${PROJECT_SOURCE_DIR}/cmake/PrecompiledScreens.h)
+endfunction()
+
 # yunshan_screens(<name> DEPENDS <targets>...): the static library yunshan_<name>_ui of the screens of a
 # folder, which adds QtWidgets to its engine.
 function(yunshan_screens name)
@@ -26,13 +36,8 @@ function(yunshan_screens name)
   file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
   add_library(yunshan_${name}_ui STATIC ${sources})
   set_property(GLOBAL APPEND PROPERTY YUNSHAN_SCREENS yunshan_${name}_ui)
-  target_link_libraries(yunshan_${name}_ui PUBLIC yunshan_${name} Qt6::Widgets ${ARG_DEPENDS})
-  if(name STREQUAL "runtime")
-    target_precompile_headers(yunshan_runtime_ui PRIVATE
-                              ${PROJECT_SOURCE_DIR}/cmake/PrecompiledScreens.h)
-  else()
-    target_precompile_headers(yunshan_${name}_ui REUSE_FROM yunshan_runtime_ui)
-  endif()
+  target_link_libraries(yunshan_${name}_ui PUBLIC yunshan_${name} yunshan_widgets ${ARG_DEPENDS})
+  target_precompile_headers(yunshan_${name}_ui REUSE_FROM yunshan_widgets)
 endfunction()
 
 # yunshan_test(<name> DEPENDS <targets>...): the test program test_<name> of all *Test.cpp of the

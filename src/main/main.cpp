@@ -7,7 +7,7 @@
 #include <QTranslator>
 
 #include "platform/runtime/Error.h"
-#include "platform/runtime/ui/ProgramStyle.h"
+#include "platform/widgets/ProgramStyle.h"
 #include "shell/ui/AFormMain.h"
 
 namespace {
@@ -60,7 +60,7 @@ void checkGlyphs()
                         runtime::Buttons::Ok, runtime::Icon::Warning);
 }
 
-int runDesktop(runtime::ScreenDialogs& dialogs)
+int runDesktop(widgets::ScreenDialogs& dialogs)
 {
     library::ScoreLibrary scores(runtime::AppPaths::locate(QApplication::applicationDirPath()));
     shell::AFormMain window(scores, dialogs);
@@ -79,12 +79,12 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(YUNSHAN_VERSION));
     QTranslator translator;
     speakChinese(translator);
-    QApplication::setStyle(new runtime::ProgramStyle);
+    QApplication::setStyle(new widgets::ProgramStyle);
     QApplication::setFont(chineseFont());
     QApplication::setWindowIcon(programIcon());
     makePromptsReadable();
 
-    runtime::ScreenDialogs dialogs;
+    widgets::ScreenDialogs dialogs;
     checkGlyphs();
     try {
         return runDesktop(dialogs);

@@ -158,7 +158,7 @@ protected:
         EXPECT_TRUE(drop(book));
     }
 
-    runtime::ScreenDialogs screenDialogs;
+    widgets::ScreenDialogs screenDialogs;
     TestLibrary test{{u"语文"_s, u"总分"_s}};
     const QString path = test.scores.LibPath;
     QString before;

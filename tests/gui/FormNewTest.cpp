@@ -54,7 +54,7 @@ protected:
     }
 
     QTemporaryDir folder;
-    runtime::ScreenDialogs screenDialogs;
+    widgets::ScreenDialogs screenDialogs;
     support::ScriptedDialogs dialogs;
     runtime::AppPaths paths = TestLibrary::makeAppFolder(folder.path());
     library::ScoreLibrary scores{paths};

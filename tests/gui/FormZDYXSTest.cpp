@@ -68,7 +68,7 @@ protected:
 
     QString stored() { return test.rows(u"select * from 自定义显示表"_s); }
 
-    runtime::ScreenDialogs screenDialogs;
+    widgets::ScreenDialogs screenDialogs;
     TestLibrary test{{u"语文"_s}};
     std::unique_ptr<configuration::FormZDYXS> form;
     grid::FlexGridView* view = nullptr;

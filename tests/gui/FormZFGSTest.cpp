@@ -66,7 +66,7 @@ protected:
 
     QString stored() { return test.rows(u"select 总分 from 考试名称表"_s); }
 
-    runtime::ScreenDialogs screenDialogs;
+    widgets::ScreenDialogs screenDialogs;
     TestLibrary test{{u"语文"_s, u"数学"_s, u"总分"_s}};
     std::unique_ptr<scoring::FormZFGS> form;
 };

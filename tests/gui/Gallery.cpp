@@ -198,7 +198,7 @@ QWidget* Gallery::about()
 QWidget* Gallery::progress()
 {
     QWidget* owner = keep(std::make_unique<QWidget>());
-    m_progress = std::make_unique<runtime::ScreenProgress>(owner, std::chrono::milliseconds(0));
+    m_progress = std::make_unique<widgets::ScreenProgress>(owner, std::chrono::milliseconds(0));
     m_progress->report(u"导入数据..."_s, 1, 10);
     return owner->findChild<QDialog*>(u"ProgressWindow"_s);
 }

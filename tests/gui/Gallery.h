@@ -9,8 +9,8 @@
 
 #include "import/ImportState.h"
 #include "platform/excel/OpenExcel.h"
-#include "platform/runtime/ui/ScreenDialogs.h"
-#include "platform/runtime/ui/ScreenProgress.h"
+#include "platform/widgets/ScreenDialogs.h"
+#include "platform/widgets/ScreenProgress.h"
 #include "support/TestLibrary.h"
 
 namespace shell {
@@ -38,7 +38,7 @@ protected:
 
 private:
     // The real dialogs lie below the scripted ones, so that boxes reach the script.
-    runtime::ScreenDialogs m_screenDialogs;
+    widgets::ScreenDialogs m_screenDialogs;
 
 protected:
     TestLibrary library{{QStringLiteral("语文"), QStringLiteral("数学"), QStringLiteral("总分")}};
@@ -81,7 +81,7 @@ private:
     excel::Applications m_applications;
     excel::Application m_spreadsheet;
     importing::ImportState m_state;
-    std::unique_ptr<runtime::ScreenProgress> m_progress;
+    std::unique_ptr<widgets::ScreenProgress> m_progress;
     std::unique_ptr<QWidget> m_window;
 };
 

@@ -107,7 +107,7 @@ protected:
 
     /// Stands for the main window.
     QWidget owner;
-    runtime::ScreenDialogs screenDialogs;
+    widgets::ScreenDialogs screenDialogs;
     TestLibrary library{{u"语文"_s, u"数学"_s, u"总分"_s}};
     ScriptedDialogs& dialogs = library.dialogs;
     importing::Applications applications;

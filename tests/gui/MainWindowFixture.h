@@ -101,7 +101,7 @@ protected:
 
     bool menuEnabled(const QString& name) { return window->findChild<QMenu*>(name)->isEnabled(); }
 
-    runtime::ScreenDialogs screenDialogs;
+    widgets::ScreenDialogs screenDialogs;
     TestLibrary test{{u"语文"_s}};
     QString path;
     std::unique_ptr<shell::AFormMain> window;

@@ -1,4 +1,4 @@
-#include "platform/runtime/ui/ProgramStyle.h"
+#include "platform/widgets/ProgramStyle.h"
 
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -8,7 +8,7 @@
 
 namespace {
 
-using runtime::ProgramStyle;
+using widgets::ProgramStyle;
 
 /// Of a desktop whose windows are dark.
 QPalette darkPalette()

@@ -1,4 +1,4 @@
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/ScreenDialogs.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -52,7 +52,7 @@ protected:
     }
 
     support::ModalBoxes boxes;
-    runtime::ScreenDialogs dialogs;
+    widgets::ScreenDialogs dialogs;
 };
 
 TEST_F(ScreenDialogs, ABoxHasItsButtonsInChineseAndTheSafeOneAsDefault)
@@ -152,7 +152,7 @@ TEST_F(ScreenDialogs, AFailureOutsideACommandOffersNoSilence)
 TEST_F(ScreenDialogs, AQuietCommandTellsAtItsEndHowManyFailuresItPassedOver)
 {
     {
-        const runtime::CommandScope command(dialogs);
+        const widgets::CommandScope command(dialogs);
         passOver(false);
         dialogs.failure(u"一"_s);
         passOver(true);
@@ -160,7 +160,7 @@ TEST_F(ScreenDialogs, AQuietCommandTellsAtItsEndHowManyFailuresItPassedOver)
         for (int i = 0; i < 1000; ++i)
             dialogs.failure(u"三"_s);
         {
-            const runtime::CommandScope inner(dialogs);
+            const widgets::CommandScope inner(dialogs);
             dialogs.failure(u"四"_s);
         }
         EXPECT_EQ(boxes.count, 2);
@@ -170,7 +170,7 @@ TEST_F(ScreenDialogs, AQuietCommandTellsAtItsEndHowManyFailuresItPassedOver)
         });
     }
     EXPECT_EQ(boxes.count, 3);
-    const runtime::CommandScope next(dialogs);
+    const widgets::CommandScope next(dialogs);
     passOver(false);
     dialogs.failure(u"五"_s);
     EXPECT_EQ(boxes.count, 4);
@@ -179,7 +179,7 @@ TEST_F(ScreenDialogs, AQuietCommandTellsAtItsEndHowManyFailuresItPassedOver)
 TEST_F(ScreenDialogs, ACommandWithoutSilenceEndsWithoutACount)
 {
     {
-        const runtime::CommandScope command(dialogs);
+        const widgets::CommandScope command(dialogs);
         passOver(false);
         dialogs.failure(u"一"_s);
         passOver(true);
@@ -190,7 +190,7 @@ TEST_F(ScreenDialogs, ACommandWithoutSilenceEndsWithoutACount)
 
 TEST_F(ScreenDialogs, QuestionsAreAskedInAQuietCommandToo)
 {
-    const runtime::CommandScope command(dialogs);
+    const widgets::CommandScope command(dialogs);
     passOver(true);
     dialogs.failure(u"一"_s);
     press(QMessageBox::Yes);

@@ -1,4 +1,4 @@
-#include "platform/runtime/ui/ScreenProgress.h"
+#include "platform/widgets/ScreenProgress.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -16,7 +16,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-using runtime::ScreenProgress;
+using widgets::ScreenProgress;
 
 class ProgressWindow : public testing::Test
 {

@@ -1,4 +1,4 @@
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/Screen.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -18,17 +18,17 @@ using namespace Qt::StringLiterals;
 
 TEST(Screen, CarriesItsNameAndCaption)
 {
-    const runtime::Screen screen(u"FormNew"_s, u"新建成绩库"_s, nullptr);
+    const widgets::Screen screen(u"FormNew"_s, u"新建成绩库"_s, nullptr);
     EXPECT_EQ(screen.objectName(), u"FormNew"_s);
     EXPECT_EQ(screen.windowTitle(), u"新建成绩库"_s);
 }
 
 TEST(Screen, EscClosesNothingAndEnterPressesNoButton)
 {
-    runtime::Screen screen(u"FormNew"_s, u"新建"_s, nullptr);
+    widgets::Screen screen(u"FormNew"_s, u"新建"_s, nullptr);
     auto* layout = new QVBoxLayout(&screen);
     auto* text = new QLineEdit;
-    auto* made = runtime::button(u"Command1"_s, u"确定(&O)"_s, &screen);
+    auto* made = widgets::button(u"Command1"_s, u"确定(&O)"_s, &screen);
     layout->addWidget(text);
     layout->addWidget(made);
     const QSignalSpy clicked(made, &QPushButton::clicked);
@@ -49,8 +49,8 @@ TEST(Screen, AWidgetIsReadWithoutItsAccessKey)
 {
     QWidget window;
     auto* box = new QLineEdit(&window);
-    const auto* made = runtime::button(u"Command1"_s, u"导入(&I)"_s, &window);
-    const auto* label = runtime::label(u"Label1"_s, u"班级(&B)"_s, box, &window);
+    const auto* made = widgets::button(u"Command1"_s, u"导入(&I)"_s, &window);
+    const auto* label = widgets::label(u"Label1"_s, u"班级(&B)"_s, box, &window);
     EXPECT_EQ(made->objectName(), u"Command1"_s);
     EXPECT_EQ(made->accessibleName(), u"导入"_s);
     EXPECT_EQ(made->text(), u"导入(&I)"_s);
@@ -61,14 +61,14 @@ TEST(Screen, AWidgetIsReadWithoutItsAccessKey)
 TEST(Screen, ALabelLeavesTheNameThatItsBuddyHas)
 {
     QWidget window;
-    auto* box = runtime::named(new QLineEdit(&window), u"TextBJ"_s, u"班级号"_s);
-    runtime::label(u"Label1"_s, u"班级"_s, box, &window);
+    auto* box = widgets::named(new QLineEdit(&window), u"TextBJ"_s, u"班级号"_s);
+    widgets::label(u"Label1"_s, u"班级"_s, box, &window);
     EXPECT_EQ(box->accessibleName(), u"班级号"_s);
 }
 
 TEST(Screen, BeginsNoLargerThanTheDisplayAndCanBeMadeLarger)
 {
-    runtime::Screen screen(u"FormNew"_s, u"新建"_s, nullptr);
+    widgets::Screen screen(u"FormNew"_s, u"新建"_s, nullptr);
     const QSize available = screen.screen()->availableSize();
     screen.resize(available + QSize(100, 200));
     screen.show();

@@ -257,7 +257,7 @@ protected:
     }
 
     support::ModalBoxes boxes;
-    runtime::ScreenDialogs dialogs;
+    widgets::ScreenDialogs dialogs;
 };
 
 TEST_F(MessageBoxes, TabComesToEveryButton)
@@ -274,7 +274,7 @@ TEST_F(MessageBoxes, TabComesToEveryButton)
 
 TEST_F(MessageBoxes, AFailureHasItsTickInTheChain)
 {
-    const runtime::CommandScope command(dialogs);
+    const widgets::CommandScope command(dialogs);
     boxes.expect([](QDialog& window) {
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));

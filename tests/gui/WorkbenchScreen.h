@@ -87,7 +87,7 @@ protected:
     QString sql() { return find<QPlainTextEdit>(u"Text1"_s)->toPlainText(); }
 
     // The real dialogs lie below the scripted ones, so that boxes reach the script.
-    runtime::ScreenDialogs screenDialogs;
+    widgets::ScreenDialogs screenDialogs;
     TestLibrary test{{u"语文"_s, u"总分"_s}};
     excel::Applications applications;
     grid::FlexGrid grid;

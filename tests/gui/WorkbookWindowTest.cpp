@@ -7,7 +7,7 @@
 
 #include "gui/ModalBoxes.h"
 #include "gui/WorkbookFixture.h"
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/ScreenDialogs.h"
 
 namespace {
 
@@ -128,7 +128,7 @@ TEST_F(WorkbookWindowTest, YesSavesAndCloses)
 
 TEST_F(WorkbookWindowTest, TheRealQuestionHasCancelAsItsSafeAnswer)
 {
-    const runtime::ScreenDialogs real;
+    const widgets::ScreenDialogs real;
     support::ModalBoxes boxes;
     boxes.expect([](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); });
     EXPECT_FALSE(window().close());

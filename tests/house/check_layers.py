@@ -1,7 +1,7 @@
 """Includes go down the layers only, are written from src/, and leave the screens alone.
 
-A file may include its own layer and lower ones. Layers of one height (database, grid and excel; the six
-subsystems; shell and cli) do not know each other. Headers of a ui/ folder are for other ui/ folders,
+A file may include its own layer and lower ones. Layers of one height (database and widgets; grid and chart; library and
+oldlibraries; the six subsystems; shell and cli) do not know each other. Headers of a ui/ folder are for other ui/ folders,
 the shell, main and the tests.
 """
 
@@ -10,8 +10,9 @@ from pathlib import Path
 
 import tree
 
-HEIGHTS = (("runtime",), ("database", "grid", "excel"), ("library",), ("scoring",), ("statistics",),
-           tree.SIX, ("shell", "cli"), ("main",))
+HEIGHTS = (("runtime",), ("database", "widgets"), ("grid", "chart"), ("workbooks",),
+           ("library", "oldlibraries"), ("scoring",), ("statistics",), tree.SIX, ("shell", "cli"),
+           ("main",))
 HEIGHT = {layer: height for height, layers in enumerate(HEIGHTS) for layer in layers}
 
 
@@ -20,7 +21,7 @@ def complaint_about(file, name):
     layer, wanted = tree.layer_of(file), tree.layer_of(name)
     if wanted not in HEIGHT:
         return "is not written from src/"
-    if "ui" in Path(name).parts[:-1] and not tree.is_screen(file):
+    if tree.is_screen(name) and not tree.is_screen(file):
         return "is a screen, and this file is none"
     if wanted == layer or HEIGHT[wanted] < HEIGHT[layer]:
         return None

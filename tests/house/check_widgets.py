@@ -9,7 +9,7 @@ from pathlib import Path
 
 import tree
 
-GUI = re.compile(r"\bQt6::(?!Core\b)\w+|\byunshan_\w+_ui\b")
+GUI = re.compile(r"\bQt6::(?!Core\b)\w+|\byunshan_(widgets|\w+_ui)\b")
 COMMAND = re.compile(r"(\w+)\s*\(([^()]*)\)")
 
 
@@ -28,7 +28,7 @@ def forbidden_include(name, core):
 
 def may_link_gui(command, arguments):
     target = arguments.split()[0]
-    return command == "yunshan_screens" or target.endswith("_ui")
+    return command in ("yunshan_screens", "yunshan_widgets") or target.endswith("_ui")
 
 
 def check_links(root):

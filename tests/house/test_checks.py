@@ -52,7 +52,7 @@ class Layers(MadeUpTree):
                                 "src/library/Settings.h:1", "goes up from library to scoring")
 
     def test_every_layer_refuses_the_one_above(self):
-        order = ["platform/runtime", "platform/database", "library", "scoring", "statistics", "import",
+        order = ["platform/runtime", "platform/database", "platform/grid", "workbooks", "library", "scoring", "statistics", "import",
                  "shell", "main"]
         for lower, upper in zip(order, order[1:]):
             with self.subTest(lower):
@@ -62,8 +62,9 @@ class Layers(MadeUpTree):
 
     def test_subsystems_of_one_height_do_not_know_each_other(self):
         for file, name in (("import/A.cpp", "export/B.h"), ("maintenance/A.cpp", "workbench/B.h"),
-                           ("platform/database/A.cpp", "platform/excel/B.h"),
-                           ("platform/grid/A.cpp", "platform/database/B.h"),
+                           ("platform/database/A.cpp", "platform/widgets/B.h"),
+                           ("platform/grid/A.cpp", "platform/chart/B.h"),
+                           ("library/A.cpp", "oldlibraries/B.h"),
                            ("cli/A.cpp", "shell/B.h")):
             with self.subTest(file):
                 self.assertOneComplaint(self.including("src/" + file, name), "sideways")
@@ -122,7 +123,7 @@ class Widgets(MadeUpTree):
         self.assertOneComplaint(self.found(), "cmake/Precompiled.h:1")
 
     def test_screens_may_know_widgets(self):
-        for folder in ("workbench/ui", "platform/grid/ui", "shell", "main"):
+        for folder in ("workbench/ui", "platform/grid/ui", "platform/widgets", "shell", "main"):
             self.write(f"src/{folder}/A.cpp", "#include <QWidget>\n")
         self.assertEqual(self.found(), [])
 
@@ -133,7 +134,8 @@ class Widgets(MadeUpTree):
     def test_linking_widgets_to_an_engine_is_refused(self):
         for line in ("yunshan_engine(grid DEPENDS Qt6::Widgets)",
                      "target_link_libraries(yunshan_grid PUBLIC\n  Qt6::Gui)",
-                     "target_link_libraries(yunshan_grid PUBLIC yunshan_excel_ui)"):
+                     "target_link_libraries(yunshan_grid PUBLIC yunshan_workbooks_ui)",
+                     "target_link_libraries(yunshan_grid PUBLIC yunshan_widgets)"):
             with self.subTest(line):
                 self.write("src/platform/grid/CMakeLists.txt", line)
                 self.assertOneComplaint(self.found(), "src/platform/grid/CMakeLists.txt")

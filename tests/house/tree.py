@@ -7,7 +7,7 @@ from pathlib import Path
 
 CODE = {".cpp", ".h"}
 SIX = ("import", "export", "individual", "workbench", "maintenance", "configuration")
-SCREENS = ("shell", "main")
+SCREENS = ("widgets", "shell", "main")
 
 
 def code_files(root, *folders):

@@ -13,12 +13,12 @@
 namespace configuration {
 
 using namespace Qt::StringLiterals;
-using runtime::button;
-using runtime::CommandScope;
-using runtime::label;
-using runtime::named;
+using widgets::button;
+using widgets::CommandScope;
+using widgets::label;
+using widgets::named;
 
-FormZDYXS::FormZDYXS(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+FormZDYXS::FormZDYXS(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                      QWidget* parent)
     : Screen(u"FormZDYXS"_s, u"自定义显示"_s, parent), m_display(scoreLibrary), m_dialogs(dialogs)
 {

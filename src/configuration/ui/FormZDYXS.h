@@ -1,8 +1,8 @@
 #pragma once
 
 #include "configuration/CustomDisplay.h"
-#include "platform/runtime/ui/Screen.h"
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/ScreenDialogs.h"
 
 class QComboBox;
 class QPushButton;
@@ -14,12 +14,12 @@ class FlexGridView;
 namespace configuration {
 
 /// "自定义显示": which columns a browse shows, and in which order.
-class FormZDYXS : public runtime::Screen
+class FormZDYXS : public widgets::Screen
 {
     Q_OBJECT
 
 public:
-    FormZDYXS(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+    FormZDYXS(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
               QWidget* parent);
 
     /// What the workbench shows: the item's text, and the stream word for ComboKL. To be called
@@ -44,7 +44,7 @@ private:
     void moveBlock(void (CustomDisplay::*handler)());
 
     CustomDisplay m_display;
-    runtime::ScreenDialogs& m_dialogs;
+    widgets::ScreenDialogs& m_dialogs;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     QComboBox* ComboKL = nullptr;
     QPushButton* CommandUP = nullptr;

@@ -13,10 +13,10 @@
 namespace importing {
 
 using namespace Qt::StringLiterals;
-using runtime::label;
-using runtime::named;
+using widgets::label;
+using widgets::named;
 
-FormDaoRu::FormDaoRu(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+FormDaoRu::FormDaoRu(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                      Applications& applications, ImportState& state, QWidget* parent)
     : IntakeScreen(u"FormDaoRu"_s, u"导入考试成绩"_s, examSheet, scoreLibrary, dialogs,
                    applications, parent),
@@ -106,7 +106,7 @@ void FormDaoRu::Form_Load()
 
 void FormDaoRu::Command3_Click()
 {
-    const runtime::CommandScope command(m_dialogs);
+    const widgets::CommandScope command(m_dialogs);
     choose(u"EXCEL文件|*.xls;*.xlsx|"_s);
 }
 
@@ -138,7 +138,7 @@ ExamImportRequest FormDaoRu::request() const
 
 void FormDaoRu::Command1_Click()
 {
-    const runtime::CommandScope command(m_dialogs);
+    const widgets::CommandScope command(m_dialogs);
     LabelProgress progress(this, *Label4);
     ScreenImportScreens screens(m_library.paths(), *this, progress);
     ExamImport(m_library, m_intake, m_state, screens, progress).run(request());
@@ -146,7 +146,7 @@ void FormDaoRu::Command1_Click()
 
 void FormDaoRu::Command2_Click()
 {
-    const runtime::CommandScope command(m_dialogs);
+    const widgets::CommandScope command(m_dialogs);
     m_intake.quitApplication();
     close();
 }

@@ -13,7 +13,7 @@ class FormDaoRu : public IntakeScreen
     Q_OBJECT
 
 public:
-    FormDaoRu(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+    FormDaoRu(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
               Applications& applications, ImportState& state, QWidget* parent);
 
     void browse(const QString& path) override;

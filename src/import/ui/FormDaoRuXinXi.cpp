@@ -13,9 +13,9 @@
 namespace importing {
 
 using namespace Qt::StringLiterals;
-using runtime::label;
+using widgets::label;
 
-FormDaoRuXinXi::FormDaoRuXinXi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+FormDaoRuXinXi::FormDaoRuXinXi(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                                Applications& applications, QWidget* parent)
     : IntakeScreen(u"FormDaoRuXinXi"_s, u"导入学生信息"_s, studentSheet, scoreLibrary, dialogs,
                    applications, parent)
@@ -59,14 +59,14 @@ void FormDaoRuXinXi::Form_Load()
 
 void FormDaoRuXinXi::Command3_Click()
 {
-    const runtime::CommandScope command(m_dialogs);
+    const widgets::CommandScope command(m_dialogs);
     m_dialogs.startIn(m_library.paths().AppPath());
     choose(u"EXCEL文件(*.xls)|*.xls|"_s);
 }
 
 void FormDaoRuXinXi::Command1_Click()
 {
-    const runtime::CommandScope command(m_dialogs);
+    const widgets::CommandScope command(m_dialogs);
     LabelProgress progress(this, *Label4);
     StudentImport(m_library, m_intake, progress).run(Combo1->currentText(), backup());
 }

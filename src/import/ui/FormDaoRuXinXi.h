@@ -10,7 +10,7 @@ class FormDaoRuXinXi : public IntakeScreen
     Q_OBJECT
 
 public:
-    FormDaoRuXinXi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+    FormDaoRuXinXi(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                    Applications& applications, QWidget* parent);
 
 private:

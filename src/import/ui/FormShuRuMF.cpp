@@ -13,8 +13,8 @@
 namespace importing {
 
 using namespace Qt::StringLiterals;
-using runtime::button;
-using runtime::named;
+using widgets::button;
+using widgets::named;
 
 namespace {
 

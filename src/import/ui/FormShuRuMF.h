@@ -1,7 +1,7 @@
 #pragma once
 
 #include "import/FullMarks.h"
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/Screen.h"
 
 namespace grid {
 class CellTextEditor;
@@ -11,7 +11,7 @@ class FlexGridView;
 namespace importing {
 
 /// "输入各科满分": the full marks of the subjects that an import found.
-class FormShuRuMF : public runtime::Screen
+class FormShuRuMF : public widgets::Screen
 {
     Q_OBJECT
 

@@ -14,8 +14,8 @@
 namespace importing {
 
 using namespace Qt::StringLiterals;
-using runtime::button;
-using runtime::named;
+using widgets::button;
+using widgets::named;
 
 namespace {
 
@@ -39,9 +39,9 @@ void Formgf::makeWidgets(ImportState& state)
         named(new grid::FlexGridView(state.errors, this), u"MSFlexGrid1"_s, u"有问题的成绩"_s);
     // The reason is wider than a column.
     MSFlexGrid1->horizontalHeader()->setStretchLastSection(true);
-    QLabel* Label1 = runtime::label(u"Label1"_s, m_list.countText(), MSFlexGrid1, this);
+    QLabel* Label1 = widgets::label(u"Label1"_s, m_list.countText(), MSFlexGrid1, this);
     QLabel* Label2 =
-        runtime::label(u"Label2"_s, u"点击相应成绩输入新成绩,回车确认"_s, nullptr, this);
+        widgets::label(u"Label2"_s, u"点击相应成绩输入新成绩,回车确认"_s, nullptr, this);
     Text1 = named(new grid::CellTextEditor(MSFlexGrid1), u"Text1"_s, u"新成绩"_s);
     Text1->hide();
     QPushButton* Command2 = button(u"Command2"_s, u"修改完毕(&O)"_s, this);

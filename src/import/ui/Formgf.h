@@ -1,7 +1,7 @@
 #pragma once
 
 #include "import/ErrorList.h"
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/Screen.h"
 
 namespace grid {
 class CellTextEditor;
@@ -11,7 +11,7 @@ class FlexGridView;
 namespace importing {
 
 /// "修改错误成绩": the bad scores of an import, each to be answered by a new value.
-class Formgf : public runtime::Screen
+class Formgf : public widgets::Screen
 {
     Q_OBJECT
 

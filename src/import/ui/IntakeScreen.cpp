@@ -13,11 +13,11 @@
 namespace importing {
 
 using namespace Qt::StringLiterals;
-using runtime::button;
-using runtime::named;
+using widgets::button;
+using widgets::named;
 
 IntakeScreen::IntakeScreen(const QString& name, const QString& caption, const SheetRules& rules,
-                           library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+                           library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                            Applications& applications, QWidget* parent)
     : Screen(name, caption, parent),
       m_library(scoreLibrary),
@@ -51,7 +51,7 @@ void IntakeScreen::build()
                         u"导入前备份成绩库"_s);
     CheckBackup->setToolTip(u"在成绩库旁边留一份副本，只保留最近的5份。"_s);
     CheckBackup->setChecked(true);
-    Label4 = runtime::namedText(new QLabel(this), u"Label4"_s);
+    Label4 = widgets::namedText(new QLabel(this), u"Label4"_s);
     Command1 = button(u"Command1"_s, u"导入(&I)"_s, this);
     Command2 = button(u"Command2"_s, u"退出(&X)"_s, this);
 }

@@ -6,8 +6,8 @@
 #include "import/ImportOptions.h"
 #include "import/WorkbookIntake.h"
 #include "library/ScoreLibrary.h"
-#include "platform/runtime/ui/Screen.h"
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/ScreenDialogs.h"
 
 class QCheckBox;
 class QComboBox;
@@ -17,7 +17,7 @@ namespace importing {
 
 /// What the import screens share: a workbook is chosen, and one of its sheets. Closing the screen
 /// by its frame leaves the workbook in view.
-class IntakeScreen : public runtime::Screen
+class IntakeScreen : public widgets::Screen
 {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ Q_SIGNALS:
 protected:
     /// `name` and `caption` are those of the screen.
     IntakeScreen(const QString& name, const QString& caption, const SheetRules& rules,
-                 library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+                 library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                  Applications& applications, QWidget* parent);
 
     /// Asks for a workbook and opens it.
@@ -45,7 +45,7 @@ protected:
     Backup backup() const;
 
     library::ScoreLibrary& m_library;
-    runtime::ScreenDialogs& m_dialogs;
+    widgets::ScreenDialogs& m_dialogs;
     WorkbookIntake m_intake;
     QLineEdit* Text1 = nullptr;
     QPushButton* Command3 = nullptr;

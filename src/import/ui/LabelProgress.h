@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/runtime/ui/ScreenProgress.h"
+#include "platform/widgets/ScreenProgress.h"
 
 class QLabel;
 
@@ -8,7 +8,7 @@ namespace importing {
 
 /// Progress whose text also stands in a label of the screen. An empty text takes the window away,
 /// and the label is empty once the work is over.
-class LabelProgress : public runtime::ScreenProgress
+class LabelProgress : public widgets::ScreenProgress
 {
 public:
     LabelProgress(QWidget* screen, QLabel& text);

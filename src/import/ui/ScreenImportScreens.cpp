@@ -6,7 +6,7 @@
 namespace importing {
 
 ScreenImportScreens::ScreenImportScreens(const runtime::AppPaths& paths, QWidget& screen,
-                                         runtime::ScreenProgress& progress)
+                                         widgets::ScreenProgress& progress)
     : m_paths(paths), m_screen(screen), m_progress(progress)
 {
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "import/ExamImport.h"
-#include "platform/runtime/ui/ScreenProgress.h"
+#include "platform/widgets/ScreenProgress.h"
 
 class QDialog;
 class QWidget;
@@ -13,7 +13,7 @@ class ScreenImportScreens : public ImportScreens
 {
 public:
     ScreenImportScreens(const runtime::AppPaths& paths, QWidget& screen,
-                        runtime::ScreenProgress& progress);
+                        widgets::ScreenProgress& progress);
 
     void showFullMarks(ImportState& state, const QString& label) override;
     /// The import screen is hidden meanwhile.
@@ -24,7 +24,7 @@ private:
 
     const runtime::AppPaths& m_paths;
     QWidget& m_screen;
-    runtime::ScreenProgress& m_progress;
+    widgets::ScreenProgress& m_progress;
 };
 
 } // namespace importing

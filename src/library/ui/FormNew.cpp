@@ -11,12 +11,12 @@
 namespace library {
 
 using namespace Qt::StringLiterals;
-using runtime::button;
-using runtime::CommandScope;
-using runtime::label;
-using runtime::named;
+using widgets::button;
+using widgets::CommandScope;
+using widgets::label;
+using widgets::named;
 
-FormNew::FormNew(ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs, QWidget* parent)
+FormNew::FormNew(ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs, QWidget* parent)
     : Screen(u"FormNew"_s, u"新建成绩库"_s, parent),
       m_newLibrary(scoreLibrary),
       m_library(scoreLibrary),

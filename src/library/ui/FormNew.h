@@ -1,8 +1,8 @@
 #pragma once
 
 #include "library/NewLibrary.h"
-#include "platform/runtime/ui/Screen.h"
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/ScreenDialogs.h"
 
 class QGridLayout;
 class QLineEdit;
@@ -12,12 +12,12 @@ class QPushButton;
 namespace library {
 
 /// "新建成绩库": a new library from the subjects that are selected.
-class FormNew : public runtime::Screen
+class FormNew : public widgets::Screen
 {
     Q_OBJECT
 
 public:
-    FormNew(ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs, QWidget* parent);
+    FormNew(ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs, QWidget* parent);
 
 Q_SIGNALS:
     /// A library was made; its students come next.
@@ -35,7 +35,7 @@ private:
 
     NewLibrary m_newLibrary;
     ScoreLibrary& m_library;
-    runtime::ScreenDialogs& m_dialogs;
+    widgets::ScreenDialogs& m_dialogs;
     QListWidget* List1 = nullptr;
     QListWidget* List2 = nullptr;
     QListWidget* List3 = nullptr;

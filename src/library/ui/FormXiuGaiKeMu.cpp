@@ -14,8 +14,8 @@
 namespace library {
 
 using namespace Qt::StringLiterals;
-using runtime::button;
-using runtime::named;
+using widgets::button;
+using widgets::named;
 
 FormXiuGaiKeMu::FormXiuGaiKeMu(const runtime::AppPaths& paths, QWidget* parent)
     : Screen(u"FormXiuGaiKeMu"_s, u"修改科目"_s, parent), m_paths(paths)
@@ -27,7 +27,7 @@ FormXiuGaiKeMu::FormXiuGaiKeMu(const runtime::AppPaths& paths, QWidget* parent)
     List1 = named(new QListWidget(this), u"List1"_s, u"原有科目"_s);
     auto* lists = new QGridLayout;
     lists->addWidget(frame, 0, 0, 2, 1);
-    lists->addWidget(runtime::label(u"LabelList1"_s, u"原有科目(&K)"_s, List1, this), 0, 1);
+    lists->addWidget(widgets::label(u"LabelList1"_s, u"原有科目(&K)"_s, List1, this), 0, 1);
     lists->addWidget(List1, 1, 1);
     lists->setColumnStretch(0, 2);
     lists->setColumnStretch(1, 1);

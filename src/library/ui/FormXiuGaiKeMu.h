@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/runtime/AppPaths.h"
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/Screen.h"
 
 class QListWidget;
 class QPlainTextEdit;
@@ -9,7 +9,7 @@ class QPlainTextEdit;
 namespace library {
 
 /// "修改科目": the list of subjects that a new library is offered, one a line.
-class FormXiuGaiKeMu : public runtime::Screen
+class FormXiuGaiKeMu : public widgets::Screen
 {
     Q_OBJECT
 

@@ -9,10 +9,10 @@
 namespace scoring {
 
 using namespace Qt::StringLiterals;
-using runtime::button;
-using runtime::CommandScope;
-using runtime::label;
-using runtime::named;
+using widgets::button;
+using widgets::CommandScope;
+using widgets::label;
+using widgets::named;
 
 namespace {
 
@@ -46,7 +46,7 @@ QListWidget* addList(QGridLayout* layout, int column, const QString& name, const
 
 } // namespace
 
-FormZFGS::FormZFGS(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+FormZFGS::FormZFGS(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                    QWidget* parent)
     : Screen(u"FormZFGS"_s, u"总分公式"_s, parent), m_formulas(scoreLibrary), m_dialogs(dialogs)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/runtime/ui/Screen.h"
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/ScreenDialogs.h"
 #include "scoring/TotalFormulas.h"
 
 class QLineEdit;
@@ -10,12 +10,12 @@ class QListWidget;
 namespace scoring {
 
 /// "总分公式": of what subjects the totals of the exams are the sum.
-class FormZFGS : public runtime::Screen
+class FormZFGS : public widgets::Screen
 {
     Q_OBJECT
 
 public:
-    FormZFGS(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs, QWidget* parent);
+    FormZFGS(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs, QWidget* parent);
 
 private:
     void makeWidgets();
@@ -26,7 +26,7 @@ private:
     void Command1_Click();
 
     TotalFormulas m_formulas;
-    runtime::ScreenDialogs& m_dialogs;
+    widgets::ScreenDialogs& m_dialogs;
     QListWidget* List1 = nullptr;
     QListWidget* List2 = nullptr;
     QListWidget* List3 = nullptr;

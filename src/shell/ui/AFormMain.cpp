@@ -17,7 +17,7 @@
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
-#include "platform/runtime/ui/Backdrop.h"
+#include "platform/widgets/Backdrop.h"
 #include "shell/GridExport.h"
 #include "shell/LibraryFile.h"
 #include "shell/ui/ColumnWidths.h"
@@ -25,8 +25,8 @@
 namespace shell {
 
 using namespace Qt::StringLiterals;
-using runtime::CommandScope;
 using runtime::MsgBox;
+using widgets::CommandScope;
 
 namespace {
 
@@ -61,7 +61,7 @@ QString droppedFile(const QMimeData* data)
 
 } // namespace
 
-AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs)
+AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs)
     : m_library(scoreLibrary),
       m_dialogs(dialogs),
       m_screens(scoreLibrary, dialogs, *this),
@@ -112,7 +112,7 @@ void AFormMain::buildGrid()
             [this](const QPoint& place) { mTC->popup(place); });
     connect(MSFlexGrid1, &grid::FlexGridView::columnDragged, this,
             [this](int col) { keepWidth(m_grid, col); });
-    auto* background = new runtime::Backdrop(this);
+    auto* background = new widgets::Backdrop(this);
     const runtime::Trap trap{" - Private Sub Form_Load/FormMain"};
     trap([&] { background->LoadPicture(m_library.paths().dataFile(u"bj.jpg"_s)); });
     auto* layout = new QVBoxLayout(background);

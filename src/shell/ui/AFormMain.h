@@ -4,7 +4,7 @@
 #include <QTimer>
 
 #include "platform/grid/FlexGrid.h"
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/ScreenDialogs.h"
 #include "shell/RecentFiles.h"
 #include "shell/ui/MainMenu.h"
 #include "shell/ui/MenuScreens.h"
@@ -25,7 +25,7 @@ class AFormMain : public QMainWindow
     Q_OBJECT
 
 public:
-    AFormMain(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs);
+    AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs);
     ~AFormMain() override;
 
     /// Opens the library named on the command line ("" for none) and fills the recent list.
@@ -71,7 +71,7 @@ private:
     void mMfgToXls_Click();
 
     library::ScoreLibrary& m_library;
-    runtime::ScreenDialogs& m_dialogs;
+    widgets::ScreenDialogs& m_dialogs;
     MenuScreens m_screens;
     RecentFiles m_recent;
     MainMenu m_menu;

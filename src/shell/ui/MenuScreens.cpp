@@ -12,13 +12,13 @@ namespace shell {
 
 using namespace Qt::StringLiterals;
 
-MenuScreens::MenuScreens(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+MenuScreens::MenuScreens(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                          QWidget& mainWindow)
     : m_library(scoreLibrary), m_dialogs(dialogs), m_mainWindow(mainWindow)
 {
 }
 
-void MenuScreens::show(runtime::Screen& screen)
+void MenuScreens::show(widgets::Screen& screen)
 {
     screen.setWindowModality(Qt::WindowModal);
     screen.exec();

@@ -4,8 +4,8 @@
 #include "library/ScoreLibrary.h"
 #include "platform/excel/OpenExcel.h"
 #include "platform/excel/ui/WorkbookWindows.h"
-#include "platform/runtime/ui/Screen.h"
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/ScreenDialogs.h"
 
 namespace shell {
 
@@ -15,7 +15,7 @@ namespace shell {
 class MenuScreens
 {
 public:
-    MenuScreens(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+    MenuScreens(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                 QWidget& mainWindow);
 
     excel::Applications& applications() { return m_applications; }
@@ -37,14 +37,14 @@ public:
     void showAbout();
 
 private:
-    void show(runtime::Screen& screen);
+    void show(widgets::Screen& screen);
     void showFormDaoRuXinXi(QWidget& over);
     /// The workbook's window follows the sheet that is chosen on the screen, and the screen that
     /// of the window.
     template <class IntakeScreen> void follow(IntakeScreen& screen);
 
     library::ScoreLibrary& m_library;
-    runtime::ScreenDialogs& m_dialogs;
+    widgets::ScreenDialogs& m_dialogs;
     QWidget& m_mainWindow;
     excel::Applications m_applications;
     excel::WorkbookWindows m_windows;

@@ -9,9 +9,9 @@
 namespace shell {
 
 using namespace Qt::StringLiterals;
-using runtime::button;
-using runtime::label;
-using runtime::named;
+using widgets::button;
+using widgets::label;
+using widgets::named;
 
 namespace {
 

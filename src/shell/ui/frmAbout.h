@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/Screen.h"
 
 namespace shell {
 
 /// "关于软件": the program's picture, title, version and what it is for.
-class frmAbout : public runtime::Screen
+class frmAbout : public widgets::Screen
 {
     Q_OBJECT
 

@@ -11,8 +11,8 @@
 #include <QRadioButton>
 
 #include "platform/runtime/Trap.h"
-#include "platform/runtime/ui/Screen.h"
-#include "platform/runtime/ui/ScreenProgress.h"
+#include "platform/widgets/Screen.h"
+#include "platform/widgets/ScreenProgress.h"
 #include "workbench/Browse.h"
 #include "workbench/Prompts.h"
 #include "workbench/StatisticsRun.h"
@@ -21,9 +21,9 @@
 namespace workbench {
 
 using namespace Qt::StringLiterals;
-using runtime::button;
-using runtime::label;
-using runtime::named;
+using widgets::button;
+using widgets::label;
+using widgets::named;
 
 namespace {
 
@@ -70,7 +70,7 @@ void showAsList(QComboBox* box)
 }
 
 /// Progress whose text also stands on the workbench; an empty text ends it there.
-class PanelProgress : public runtime::ScreenProgress
+class PanelProgress : public widgets::ScreenProgress
 {
 public:
     PanelProgress(QWidget* parent, QWidget& panel, QLabel& text)
@@ -93,7 +93,7 @@ private:
 
 } // namespace
 
-FormKaoShi::FormKaoShi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+FormKaoShi::FormKaoShi(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                        excel::Applications& applications, grid::FlexGrid& mainGrid, QWidget* parent)
     : Backdrop(parent),
       m_selection(scoreLibrary),
@@ -208,7 +208,7 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     showAsList(Combo3);
     CheckMin = named(new QCheckBox(u"查询后最小化(&M)"_s, this), u"CheckMin"_s, u"查询后最小化"_s);
     Picture1 = named(new QWidget(this), u"Picture1"_s, u"进度"_s);
-    LabelXX = runtime::namedText(new QLabel(Picture1), u"LabelXX"_s);
+    LabelXX = widgets::namedText(new QLabel(Picture1), u"LabelXX"_s);
     // A long name of an exam does not push the panel wider.
     LabelXX->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     (new QHBoxLayout(Picture1))->addWidget(LabelXX);
@@ -268,7 +268,7 @@ void FormKaoShi::connectCommands()
 {
     const auto onClick = [this](QPushButton* pressed, auto handler) {
         connect(pressed, &QPushButton::clicked, this, [this, handler] {
-            const runtime::CommandScope command(m_dialogs);
+            const widgets::CommandScope command(m_dialogs);
             (this->*handler)();
         });
     };
@@ -282,7 +282,7 @@ void FormKaoShi::connectCommands()
     connect(CommandUP, &QPushButton::clicked, this, [this] { moveExam(Direction::Up); });
     connect(CommandDown, &QPushButton::clicked, this, [this] { moveExam(Direction::Down); });
     connect(Command1, &QPushButton::clicked, this, [this] {
-        const runtime::CommandScope command(m_dialogs);
+        const widgets::CommandScope command(m_dialogs);
         m_selection.Command1_Click();
     });
 }
@@ -389,7 +389,7 @@ void FormKaoShi::runStatistics()
 
 void FormKaoShi::analyze()
 {
-    runtime::ScreenProgress progress(window());
+    widgets::ScreenProgress progress(window());
     Command2_Click(
         m_selection, m_reports, [this]() -> auto& { return excel::OpenExcel(m_applications); },
         progress);
@@ -398,7 +398,7 @@ void FormKaoShi::analyze()
 void FormKaoShi::chooseDisplay()
 {
     {
-        const runtime::CommandScope command(m_dialogs);
+        const widgets::CommandScope command(m_dialogs);
         Browse(m_selection).MKzdyxs();
     }
     Q_EMIT customDisplayRequested(m_selection.ListXM.text(), m_selection.streamWord());

@@ -4,8 +4,8 @@
 
 #include "platform/excel/OpenExcel.h"
 #include "platform/grid/FlexGrid.h"
-#include "platform/runtime/ui/Backdrop.h"
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/Backdrop.h"
+#include "platform/widgets/ScreenDialogs.h"
 #include "scoring/Scoring.h"
 #include "statistics/ReportContext.h"
 #include "workbench/Selection.h"
@@ -23,12 +23,12 @@ namespace workbench {
 
 /// The exam workbench: what is chosen in its lists, and the commands for the chosen exams. Results
 /// go to the main window's grid.
-class FormKaoShi : public runtime::Backdrop
+class FormKaoShi : public widgets::Backdrop
 {
     Q_OBJECT
 
 public:
-    FormKaoShi(library::ScoreLibrary& scoreLibrary, runtime::ScreenDialogs& dialogs,
+    FormKaoShi(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                excel::Applications& applications, grid::FlexGrid& mainGrid,
                QWidget* parent = nullptr);
 
@@ -76,7 +76,7 @@ private:
     scoring::Scoring m_scoring;
     statistics::ReportContext m_reports;
     excel::Applications& m_applications;
-    runtime::ScreenDialogs& m_dialogs;
+    widgets::ScreenDialogs& m_dialogs;
     grid::FlexGrid& m_grid;
     /// True while the program itself changes the widgets.
     bool m_showing = false;

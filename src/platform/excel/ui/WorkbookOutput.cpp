@@ -15,7 +15,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
-#include "platform/runtime/ui/ScreenProgress.h"
+#include "platform/widgets/ScreenProgress.h"
 
 namespace excel {
 
@@ -68,7 +68,7 @@ Printed paintPages(const SheetPages& pages, Device& device, int first, int last,
     QPainter painter;
     if (!painter.begin(&device))
         return Printed::Failed;
-    runtime::ScreenProgress progress(owner);
+    widgets::ScreenProgress progress(owner);
     const double scale = device.logicalDpiX() / pointsPerInch;
     for (int page = first; page <= last; ++page) {
         progress.report(u"正在生成页面..."_s, page - first, last - first + 1);

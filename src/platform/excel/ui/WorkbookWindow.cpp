@@ -16,7 +16,7 @@
 #include "platform/excel/ui/CellDisplay.h"
 #include "platform/excel/ui/WorksheetView.h"
 #include "platform/runtime/Dialogs.h"
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/Screen.h"
 
 namespace excel {
 
@@ -62,7 +62,7 @@ void WorkbookWindow::buildSheets()
 {
     auto* page = new QWidget(this);
     m_view = new WorksheetView(page);
-    SheetTabs = runtime::named(new QTabBar(page), u"SheetTabs"_s, u"工作表"_s);
+    SheetTabs = widgets::named(new QTabBar(page), u"SheetTabs"_s, u"工作表"_s);
     SheetTabs->setShape(QTabBar::RoundedSouth);
     SheetTabs->setExpanding(false);
     SheetTabs->setDrawBase(false);
@@ -73,7 +73,7 @@ void WorkbookWindow::buildSheets()
     layout->addWidget(m_view);
     layout->addWidget(SheetTabs);
     setCentralWidget(page);
-    CellText = runtime::namedText(new QLabel, u"CellText"_s);
+    CellText = widgets::namedText(new QLabel, u"CellText"_s);
     CellText->setIndent(fontMetrics().averageCharWidth());
     statusBar()->addWidget(CellText, 1);
     connect(SheetTabs, &QTabBar::currentChanged, this, &WorkbookWindow::tabChosen);
@@ -94,7 +94,7 @@ QAction* WorkbookWindow::action(const QString& name, const QString& caption,
 
 void WorkbookWindow::buildActions()
 {
-    auto* bar = runtime::named(new QToolBar(u"工具栏"_s, this), u"ToolBar"_s, u"工具栏"_s);
+    auto* bar = widgets::named(new QToolBar(u"工具栏"_s, this), u"ToolBar"_s, u"工具栏"_s);
     bar->setMovable(false);
     bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);

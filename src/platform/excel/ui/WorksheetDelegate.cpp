@@ -8,7 +8,7 @@
 #include "platform/excel/ui/CellDisplay.h"
 #include "platform/excel/ui/SheetLayout.h"
 #include "platform/excel/ui/WorksheetView.h"
-#include "platform/runtime/ui/MixedColor.h"
+#include "platform/widgets/MixedColor.h"
 
 namespace excel {
 
@@ -89,7 +89,7 @@ void WorksheetDelegate::drawGround(QPainter* painter, const QStyleOptionViewItem
     const QPalette& palette = m_view->palette();
     const bool current = index == m_view->currentIndex();
     const bool tinted = (option.state & QStyle::State_Selected) && !current;
-    painter->fillRect(option.rect, runtime::mixedColor(palette.color(QPalette::Base),
+    painter->fillRect(option.rect, widgets::mixedColor(palette.color(QPalette::Base),
                                                        palette.color(QPalette::Highlight),
                                                        tinted ? selectionShare : 0));
 }
@@ -134,7 +134,7 @@ void WorksheetDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     const bool runsOn =
         text.end > cell.right() + 1 && textRunningInto(row, column + 1).column == text.column;
     const QPalette& palette = m_view->palette();
-    const QPen grid(runtime::gridLineColor(palette));
+    const QPen grid(widgets::gridLineColor(palette));
 
     painter->save();
     drawGround(painter, option, index);

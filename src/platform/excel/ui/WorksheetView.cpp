@@ -11,9 +11,9 @@
 #include "platform/excel/ui/CellDisplay.h"
 #include "platform/excel/ui/SheetLayout.h"
 #include "platform/excel/ui/WorksheetDelegate.h"
-#include "platform/runtime/ui/CellClip.h"
-#include "platform/runtime/ui/FindBar.h"
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/CellClip.h"
+#include "platform/widgets/FindBar.h"
+#include "platform/widgets/Screen.h"
 
 namespace excel {
 
@@ -48,11 +48,11 @@ void applyLines(QHeaderView* header, const std::vector<double>& points, double s
 WorksheetView::WorksheetView(QWidget* parent)
     : QTableView(parent),
       m_model(new WorksheetModel(this)),
-      m_findBar(new runtime::FindBar(this, [this](const QString& text, Qt::SortOrder direction) {
+      m_findBar(new widgets::FindBar(this, [this](const QString& text, Qt::SortOrder direction) {
           return findText(text, direction);
       }))
 {
-    runtime::named(this, u"SheetView"_s, u"工作表内容"_s);
+    widgets::named(this, u"SheetView"_s, u"工作表内容"_s);
     setModel(m_model);
     setItemDelegate(new WorksheetDelegate(this));
     for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
@@ -177,7 +177,7 @@ QMimeData* WorksheetView::selectedCells() const
         }
         rows.push_back(cells);
     }
-    return runtime::cellsForClipboard(rows);
+    return widgets::cellsForClipboard(rows);
 }
 
 void WorksheetView::copy() const

@@ -9,7 +9,7 @@
 
 class QMimeData;
 
-namespace runtime {
+namespace widgets {
 class FindBar;
 }
 
@@ -67,7 +67,7 @@ private:
     int matchIn(int row, int low, int high, const QString& text, Qt::SortOrder direction) const;
 
     WorksheetModel* m_model;
-    runtime::FindBar* m_findBar;
+    widgets::FindBar* m_findBar;
     std::vector<ShownPicture> m_pictures;
 };
 

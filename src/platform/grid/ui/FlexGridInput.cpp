@@ -9,7 +9,7 @@
 #include <QWheelEvent>
 
 #include "platform/grid/ui/FlexGridView.h"
-#include "platform/runtime/ui/FindBar.h"
+#include "platform/widgets/FindBar.h"
 
 // What keys, mouse and wheel do in a FlexGridView.
 

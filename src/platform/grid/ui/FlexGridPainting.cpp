@@ -3,7 +3,7 @@
 #include <QPainter>
 
 #include "platform/grid/ui/FlexGridView.h"
-#include "platform/runtime/ui/MixedColor.h"
+#include "platform/widgets/MixedColor.h"
 
 // How a FlexGridView draws its fixed cells over the scrolled ones.
 
@@ -76,7 +76,7 @@ void FlexGridView::paintFixedCell(QPainter& painter, const QModelIndex& index)
         return;
     if (selectionModel()->isSelected(index))
         option.state |= QStyle::State_Selected;
-    painter.fillRect(option.rect.adjusted(0, 0, 1, 1), runtime::gridLineColor(palette()));
+    painter.fillRect(option.rect.adjusted(0, 0, 1, 1), widgets::gridLineColor(palette()));
     itemDelegate()->paint(&painter, option, index);
 }
 

@@ -8,8 +8,8 @@
 #include <QScrollBar>
 
 #include "platform/grid/ui/GridCellDelegate.h"
-#include "platform/runtime/ui/CellClip.h"
-#include "platform/runtime/ui/FindBar.h"
+#include "platform/widgets/CellClip.h"
+#include "platform/widgets/FindBar.h"
 
 namespace grid {
 
@@ -33,7 +33,7 @@ FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
     : QTableView(parent),
       m_grid(grid),
       m_model(new FlexGridModel(grid, this)),
-      m_findBar(new runtime::FindBar(this, [this](const QString& text, Qt::SortOrder direction) {
+      m_findBar(new widgets::FindBar(this, [this](const QString& text, Qt::SortOrder direction) {
           return findText(text, direction);
       }))
 {
@@ -271,7 +271,7 @@ QMimeData* FlexGridView::selectedCells() const
         }
         rows.push_back(cells);
     }
-    return runtime::cellsForClipboard(rows);
+    return widgets::cellsForClipboard(rows);
 }
 
 bool FlexGridView::findText(const QString& text, Qt::SortOrder direction)

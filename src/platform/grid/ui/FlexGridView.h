@@ -10,7 +10,7 @@
 
 class QMimeData;
 
-namespace runtime {
+namespace widgets {
 class FindBar;
 }
 
@@ -114,7 +114,7 @@ private:
 
     FlexGrid& m_grid;
     FlexGridModel* m_model;
-    runtime::FindBar* m_findBar;
+    widgets::FindBar* m_findBar;
     std::vector<GridSpan> m_fixedSpans;
     bool m_shown = true;
     bool m_keeping = false;

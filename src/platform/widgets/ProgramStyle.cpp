@@ -1,12 +1,12 @@
-#include "platform/runtime/ui/ProgramStyle.h"
+#include "platform/widgets/ProgramStyle.h"
 
 #include <QPainter>
 #include <QStyleOption>
 #include <QWidget>
 
-#include "platform/runtime/ui/MixedColor.h"
+#include "platform/widgets/MixedColor.h"
 
-namespace runtime {
+namespace widgets {
 
 namespace {
 
@@ -46,4 +46,4 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     painter->restore();
 }
 
-} // namespace runtime
+} // namespace widgets

@@ -6,7 +6,7 @@
 
 class QMimeData;
 
-namespace runtime {
+namespace widgets {
 
 /// Cells for a spreadsheet, row by row: separated by tabs, each row ended by CRLF; a cell with a
 /// break, a tab or a quotation mark stands in quotation marks.
@@ -19,4 +19,4 @@ QString htmlTable(const std::vector<QStringList>& rows);
 /// Both forms for the clipboard; the caller owns them.
 QMimeData* cellsForClipboard(const std::vector<QStringList>& rows);
 
-} // namespace runtime
+} // namespace widgets

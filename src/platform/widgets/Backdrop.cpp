@@ -1,10 +1,10 @@
-#include "platform/runtime/ui/Backdrop.h"
+#include "platform/widgets/Backdrop.h"
 
 #include <QPainter>
 
 #include "platform/runtime/Error.h"
 
-namespace runtime {
+namespace widgets {
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +23,7 @@ void Backdrop::LoadPicture(const QString& path)
 {
     QPixmap picture;
     if (!picture.load(path))
-        throw Error(u"找不到图片文件“%1”，或者它已损坏。"_s.arg(path));
+        throw runtime::Error(u"找不到图片文件“%1”，或者它已损坏。"_s.arg(path));
     m_picture = picture;
     update();
 }
@@ -43,4 +43,4 @@ void Backdrop::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), background);
 }
 
-} // namespace runtime
+} // namespace widgets

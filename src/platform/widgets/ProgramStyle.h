@@ -2,7 +2,7 @@
 
 #include <QProxyStyle>
 
-namespace runtime {
+namespace widgets {
 
 /// The desktop's style, with lines between cells, empty boxes and option buttons that can be seen
 /// in a dark palette too.
@@ -15,4 +15,4 @@ public:
                        const QWidget* widget) const override;
 };
 
-} // namespace runtime
+} // namespace widgets

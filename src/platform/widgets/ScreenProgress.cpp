@@ -1,4 +1,4 @@
-#include "platform/runtime/ui/ScreenProgress.h"
+#include "platform/widgets/ScreenProgress.h"
 
 #include <QCoreApplication>
 #include <QDialog>
@@ -7,9 +7,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/Screen.h"
 
-namespace runtime {
+namespace widgets {
 
 using namespace Qt::StringLiterals;
 
@@ -79,4 +79,4 @@ void ScreenProgress::paint()
     QCoreApplication::processEvents();
 }
 
-} // namespace runtime
+} // namespace widgets

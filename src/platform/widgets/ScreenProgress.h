@@ -13,12 +13,12 @@ class QProgressBar;
 class QPushButton;
 class QWidget;
 
-namespace runtime {
+namespace widgets {
 
-/// Progress in a small window with counts, a bar and 取消. It blocks all other input; the work
-/// stays on the one thread, and the windows are painted between its steps. The window appears only
-/// when the work takes longer than a moment.
-class ScreenProgress : public Progress
+/// runtime::Progress in a small window with counts, a bar and 取消. It blocks all other input; the
+/// work stays on the one thread, and the windows are painted between its steps. The window appears
+/// only when the work takes longer than a moment.
+class ScreenProgress : public runtime::Progress
 {
 public:
     explicit ScreenProgress(QWidget* parent,
@@ -47,4 +47,4 @@ private:
     bool m_cancelled = false;
 };
 
-} // namespace runtime
+} // namespace widgets

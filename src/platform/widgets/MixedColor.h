@@ -2,7 +2,7 @@
 
 #include <QPalette>
 
-namespace runtime {
+namespace widgets {
 
 /// A colour between two, so that it suits light and dark palettes; `share` 0 is all `one`, 1 all
 /// `other`.
@@ -19,4 +19,4 @@ inline QColor gridLineColor(const QPalette& palette)
     return mixedColor(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.18);
 }
 
-} // namespace runtime
+} // namespace widgets

@@ -3,7 +3,7 @@
 #include <QPixmap>
 #include <QWidget>
 
-namespace runtime {
+namespace widgets {
 
 /// A widget with a picture behind its children. The picture covers it whole, paled towards the
 /// palette's own background so that texts stay readable in light and in dark.
@@ -14,7 +14,7 @@ class Backdrop : public QWidget
 public:
     using QWidget::QWidget;
 
-    /// Throws Error if there is no such picture; the plain background stays then.
+    /// Throws runtime::Error if there is no such picture; the plain background stays then.
     void LoadPicture(const QString& path);
 
 protected:
@@ -24,4 +24,4 @@ private:
     QPixmap m_picture;
 };
 
-} // namespace runtime
+} // namespace widgets

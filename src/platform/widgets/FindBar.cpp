@@ -1,4 +1,4 @@
-#include "platform/runtime/ui/FindBar.h"
+#include "platform/widgets/FindBar.h"
 
 #include <QAbstractScrollArea>
 #include <QHBoxLayout>
@@ -7,9 +7,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/Screen.h"
 
-namespace runtime {
+namespace widgets {
 
 using namespace Qt::StringLiterals;
 
@@ -81,4 +81,4 @@ void FindBar::closeBar()
     m_area->setFocus(Qt::OtherFocusReason);
 }
 
-} // namespace runtime
+} // namespace widgets

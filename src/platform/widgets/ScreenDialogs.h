@@ -4,19 +4,20 @@
 
 class QWidget;
 
-namespace runtime {
+namespace widgets {
 
 /// The dialogs as windows. A trapped failure offers to show no more of them until the running
 /// command ends; only after that choice their number is told then.
-class ScreenDialogs : public Dialogs
+class ScreenDialogs : public runtime::Dialogs
 {
 public:
     ScreenDialogs() : m_installed(*this) {}
 
-    Answer message(const QString& text, const QString& title, Buttons buttons, Icon icon) override;
+    runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
+                            runtime::Icon icon) override;
     void failure(const QString& text) override;
     std::optional<QString> chooseFile(const QString& title, const QString& filter,
-                                      FileMode mode) override;
+                                      runtime::FileMode mode) override;
     std::optional<int> chooseColor(const QString& title, int start) override;
 
     /// The folder that the next file dialog begins with.
@@ -32,7 +33,7 @@ private:
     bool m_quiet = false;
     int m_passedOver = 0;
     QString m_startFolder;
-    InstalledDialogs m_installed;
+    runtime::InstalledDialogs m_installed;
 };
 
 /// One command of the user, from a click to the end of what it does.
@@ -48,4 +49,4 @@ private:
     ScreenDialogs& m_dialogs;
 };
 
-} // namespace runtime
+} // namespace widgets

@@ -8,7 +8,7 @@ class QAbstractScrollArea;
 class QLabel;
 class QLineEdit;
 
-namespace runtime {
+namespace widgets {
 
 /// The small bar in the lower right corner of a grid or a sheet that finds texts. Enter goes to the
 /// next one, Shift+Enter to the former, Esc closes it.
@@ -40,4 +40,4 @@ private:
     QLabel* FindResult = nullptr;
 };
 
-} // namespace runtime
+} // namespace widgets

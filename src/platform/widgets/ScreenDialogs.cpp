@@ -1,4 +1,4 @@
-#include "platform/runtime/ui/ScreenDialogs.h"
+#include "platform/widgets/ScreenDialogs.h"
 
 #include <utility>
 
@@ -8,9 +8,13 @@
 #include <QFileDialog>
 #include <QMessageBox>
 
-namespace runtime {
+namespace widgets {
 
 using namespace Qt::StringLiterals;
+using runtime::Answer;
+using runtime::Buttons;
+using runtime::FileMode;
+using runtime::Icon;
 
 namespace {
 
@@ -156,4 +160,4 @@ void ScreenDialogs::endCommand()
         message(u"另有 %1 条消息没有显示。"_s.arg(passedOver), {}, Buttons::Ok, Icon::Warning);
 }
 
-} // namespace runtime
+} // namespace widgets

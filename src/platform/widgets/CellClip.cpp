@@ -1,10 +1,10 @@
-#include "platform/runtime/ui/CellClip.h"
+#include "platform/widgets/CellClip.h"
 
 #include <algorithm>
 
 #include <QMimeData>
 
-namespace runtime {
+namespace widgets {
 
 using namespace Qt::StringLiterals;
 
@@ -75,4 +75,4 @@ QMimeData* cellsForClipboard(const std::vector<QStringList>& rows)
     return cells;
 }
 
-} // namespace runtime
+} // namespace widgets

@@ -1,4 +1,4 @@
-#include "platform/runtime/ui/Screen.h"
+#include "platform/widgets/Screen.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -6,7 +6,7 @@
 #include <QScreen>
 #include <QShowEvent>
 
-namespace runtime {
+namespace widgets {
 
 namespace {
 
@@ -67,4 +67,4 @@ QLabel* label(const QString& objectName, const QString& caption, QWidget* buddy,
     return named(made, objectName, spoken(caption));
 }
 
-} // namespace runtime
+} // namespace widgets

@@ -7,7 +7,7 @@ class QCloseEvent;
 class QLabel;
 class QPushButton;
 
-namespace runtime {
+namespace widgets {
 
 /// A window of the program. It carries its design name, closes only by its own buttons and by its
 /// close box: Esc closes nothing, and Enter presses no button.
@@ -48,4 +48,4 @@ QPushButton* button(const QString& objectName, const QString& caption, QWidget* 
 /// A label with its design name that leads to `buddy` by its access key.
 QLabel* label(const QString& objectName, const QString& caption, QWidget* buddy, QWidget* parent);
 
-} // namespace runtime
+} // namespace widgets
