@@ -7,7 +7,7 @@
 #include <QElapsedTimer>
 
 #include "benchmarks/Support.h"
-#include "platform/excel/Application.h"
+#include "workbooks/model/Application.h"
 
 using namespace Qt::StringLiterals;
 using excel::Worksheet;

@@ -40,11 +40,16 @@ function(yunshan_screens name)
   target_precompile_headers(yunshan_${name}_ui REUSE_FROM yunshan_widgets)
 endfunction()
 
-# yunshan_test(<name> DEPENDS <targets>...): the test program test_<name> of all *Test.cpp of the
-# folder that calls it; every test case is a test of its own in ctest.
+# yunshan_test(<name> FOLDERS <dir>... DEPENDS <targets>...): the test program test_<name> of all sources
+# of the folder that calls it (and of the given sub-folders); every test case is a test of its own in
+# ctest.
 function(yunshan_test name)
-  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  cmake_parse_arguments(ARG "" "" "FOLDERS;DEPENDS" ${ARGN})
+  set(globs *.cpp *.h)
+  foreach(folder IN LISTS ARG_FOLDERS)
+    list(APPEND globs ${folder}/*.cpp ${folder}/*.h)
+  endforeach()
+  file(GLOB sources CONFIGURE_DEPENDS ${globs})
   add_executable(test_${name} ${sources})
   target_link_libraries(test_${name} PRIVATE yunshan_test_support ${ARG_DEPENDS})
   target_precompile_headers(test_${name} REUSE_FROM yunshan_runtime)

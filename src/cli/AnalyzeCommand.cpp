@@ -5,8 +5,8 @@
 
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
-#include "platform/excel/BookJson.h"
 #include "statistics/ComprehensiveAnalysis.h"
+#include "workbooks/model/BookJson.h"
 
 namespace cli {
 

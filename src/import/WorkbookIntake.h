@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "platform/excel/OpenExcel.h"
+#include "workbooks/model/OpenExcel.h"
 
 namespace importing {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/excel/Application.h"
 #include "platform/grid/FlexGrid.h"
+#include "workbooks/model/Application.h"
 
 namespace shell {
 

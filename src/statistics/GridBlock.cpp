@@ -1,7 +1,7 @@
 #include "statistics/GridBlock.h"
 
-#include "platform/excel/Workbook.h"
 #include "platform/runtime/Trap.h"
+#include "workbooks/model/Workbook.h"
 
 namespace statistics {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/excel/Workbook.h"
 #include "platform/grid/FlexGrid.h"
+#include "workbooks/model/Workbook.h"
 
 namespace statistics {
 

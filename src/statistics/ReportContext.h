@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "library/ScoreLibrary.h"
-#include "platform/excel/Application.h"
 #include "statistics/ExamRows.h"
+#include "workbooks/model/Application.h"
 
 namespace statistics {
 

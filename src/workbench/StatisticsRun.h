@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/excel/Application.h"
 #include "platform/grid/FlexGrid.h"
 #include "platform/runtime/Progress.h"
 #include "statistics/ReportContext.h"
 #include "workbench/Selection.h"
+#include "workbooks/model/Application.h"
 
 namespace workbench {
 

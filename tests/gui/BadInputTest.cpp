@@ -18,12 +18,12 @@
 #include "gui/DroppedFile.h"
 #include "gui/ModalBoxes.h"
 #include "platform/database/DatabaseFile.h"
-#include "platform/excel/Workbook.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "shell/ui/AFormMain.h"
 #include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
+#include "workbooks/model/Workbook.h"
 
 namespace {
 

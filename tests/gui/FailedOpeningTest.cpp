@@ -1,7 +1,7 @@
 #include "gui/DroppedFile.h"
 #include "gui/MainWindowFixture.h"
-#include "platform/excel/Workbook.h"
 #include "platform/runtime/Text.h"
+#include "workbooks/model/Workbook.h"
 
 namespace {
 

@@ -15,10 +15,10 @@
 #include "import/ui/Formgf.h"
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
-#include "platform/excel/ui/WorkbookWindow.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
 #include "shell/ui/frmAbout.h"
+#include "workbooks/ui/WorkbookWindow.h"
 
 namespace support {
 

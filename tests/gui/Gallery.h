@@ -8,10 +8,10 @@
 #include <gtest/gtest.h>
 
 #include "import/ImportState.h"
-#include "platform/excel/OpenExcel.h"
 #include "platform/widgets/ScreenDialogs.h"
 #include "platform/widgets/ScreenProgress.h"
 #include "support/TestLibrary.h"
+#include "workbooks/model/OpenExcel.h"
 
 namespace shell {
 class AFormMain;

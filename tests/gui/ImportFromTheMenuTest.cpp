@@ -4,8 +4,8 @@
 
 #include "gui/MainWindowFixture.h"
 #include "gui/ModalBoxes.h"
-#include "platform/excel/Workbook.h"
 #include "platform/grid/ui/CellTextEditor.h"
+#include "workbooks/model/Workbook.h"
 
 namespace {
 

@@ -16,11 +16,11 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/excel/ui/WorkbookWindow.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "shell/ui/AFormMain.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
+#include "workbooks/ui/WorkbookWindow.h"
 
 namespace support {
 

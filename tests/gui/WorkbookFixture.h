@@ -9,11 +9,11 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/excel/Application.h"
-#include "platform/excel/ui/WorkbookWindow.h"
-#include "platform/excel/ui/WorksheetView.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
+#include "workbooks/model/Application.h"
+#include "workbooks/ui/WorkbookWindow.h"
+#include "workbooks/ui/WorksheetView.h"
 
 namespace support {
 

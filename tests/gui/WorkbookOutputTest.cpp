@@ -1,4 +1,4 @@
-#include "platform/excel/ui/WorkbookOutput.h"
+#include "workbooks/ui/WorkbookOutput.h"
 
 #include <QFile>
 #include <QPrinter>
@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "gui/WorkbookFixture.h"
-#include "platform/excel/ui/SheetPages.h"
+#include "workbooks/ui/SheetPages.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/excel/ui/WorkbookWindow.h"
+#include "workbooks/ui/WorkbookWindow.h"
 
 #include <QFile>
 #include <QLineEdit>

@@ -1,4 +1,4 @@
-#include "platform/excel/ui/WorkbookWindows.h"
+#include "workbooks/ui/WorkbookWindows.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/excel/ui/WorksheetView.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
+#include "workbooks/ui/WorksheetView.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/excel/ui/WorksheetView.h"
+#include "workbooks/ui/WorksheetView.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -13,7 +13,7 @@
 #include <gtest/gtest.h>
 
 #include "gui/WorkbookFixture.h"
-#include "platform/excel/ui/CellDisplay.h"
+#include "workbooks/ui/CellDisplay.h"
 
 namespace {
 

@@ -21,7 +21,7 @@ def complaint_about(file, name):
     layer, wanted = tree.layer_of(file), tree.layer_of(name)
     if wanted not in HEIGHT:
         return "is not written from src/"
-    if tree.is_screen(name) and not tree.is_screen(file):
+    if tree.holds_widgets(name) and not tree.is_screen(file):
         return "is a screen, and this file is none"
     if wanted == layer or HEIGHT[wanted] < HEIGHT[layer]:
         return None

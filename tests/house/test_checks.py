@@ -62,7 +62,7 @@ class Layers(MadeUpTree):
 
     def test_subsystems_of_one_height_do_not_know_each_other(self):
         for file, name in (("import/A.cpp", "export/B.h"), ("maintenance/A.cpp", "workbench/B.h"),
-                           ("platform/database/A.cpp", "platform/widgets/B.h"),
+                           ("platform/widgets/A.cpp", "platform/database/B.h"),
                            ("platform/grid/A.cpp", "platform/chart/B.h"),
                            ("library/A.cpp", "oldlibraries/B.h"),
                            ("cli/A.cpp", "shell/B.h")):
@@ -143,7 +143,7 @@ class Widgets(MadeUpTree):
     def test_linking_widgets_to_screens_is_allowed(self):
         self.write("src/platform/grid/CMakeLists.txt",
                    "# Qt6::Widgets\nyunshan_engine(grid DEPENDS Qt6::Core)\n"
-                   "target_link_libraries(yunshan_grid_ui PUBLIC Qt6::Widgets yunshan_excel_ui)\n"
+                   "target_link_libraries(yunshan_grid_ui PUBLIC Qt6::Widgets yunshan_workbooks_ui)\n"
                    "yunshan_screens(grid DEPENDS Qt6::PrintSupport)\n")
         self.assertEqual(self.found(), [])
 

@@ -31,6 +31,11 @@ def is_screen(path):
     return "ui" in Path(path).parts[:-1] or layer_of(path) in SCREENS
 
 
+def holds_widgets(path):
+    """Whether a header, relative to src/, is one that engines may not include."""
+    return "ui" in Path(path).parts[:-1] or layer_of(path) == "widgets"
+
+
 def includes(path):
     """(line number, name, True for the quoted form) of every include of a file."""
     pattern = re.compile(r'\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')

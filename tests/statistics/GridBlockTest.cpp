@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/excel/Application.h"
 #include "support/PrintQString.h"
+#include "workbooks/model/Application.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 
 #include "import/ImportState.h"
 #include "library/ScoreLibrary.h"
-#include "platform/excel/OpenExcel.h"
-#include "platform/excel/ui/WorkbookWindows.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenDialogs.h"
+#include "workbooks/model/OpenExcel.h"
+#include "workbooks/ui/WorkbookWindows.h"
 
 namespace shell {
 

@@ -2,13 +2,13 @@
 
 #include <array>
 
-#include "platform/excel/OpenExcel.h"
 #include "platform/grid/FlexGrid.h"
 #include "platform/widgets/Backdrop.h"
 #include "platform/widgets/ScreenDialogs.h"
 #include "scoring/Scoring.h"
 #include "statistics/ReportContext.h"
 #include "workbench/Selection.h"
+#include "workbooks/model/OpenExcel.h"
 
 class QCheckBox;
 class QComboBox;

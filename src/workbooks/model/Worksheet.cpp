@@ -1,0 +1,291 @@
+#include "workbooks/model/Worksheet.h"
+
+#include <algorithm>
+
+#include "platform/runtime/Error.h"
+#include "workbooks/model/CellText.h"
+#include "workbooks/model/Workbook.h"
+
+namespace excel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double tallestRow = 409.5;
+
+void checkName(const QString& name)
+{
+    const auto refuse = [&name](const QString& reason) {
+        throw runtime::Error(u"不能把工作表命名为“"_s + name + u"”："_s + reason);
+    };
+    if (name.isEmpty())
+        refuse(u"名称不能为空。"_s);
+    if (name.size() > Worksheet::longestName)
+        refuse(u"名称最多 31 个字符。"_s);
+    if (std::any_of(name.begin(), name.end(),
+                    [](QChar letter) { return u":\\/?*[]"_s.contains(letter); }))
+        refuse(u"名称不能含有 : \\ / ? * [ ] 中的字符。"_s);
+    if (name.startsWith(u'\'') || name.endsWith(u'\''))
+        refuse(u"名称不能以单引号开头或结尾。"_s);
+}
+
+} // namespace
+
+void Worksheet::refuseClosed()
+{
+    throw runtime::Error(u"工作簿已经关闭。"_s);
+}
+
+void Worksheet::refuseGone() const
+{
+    if (m_deleted)
+        throw runtime::Error(u"工作表已经删除。"_s);
+    refuseClosed();
+}
+
+void Worksheet::checkBlock(const CellRange& block) const
+{
+    check(block.firstRow, block.firstColumn);
+    check(block.lastRow, block.lastColumn);
+}
+
+void Worksheet::changed()
+{
+    m_book->changed();
+}
+
+void Worksheet::refusePlace(int row, int column)
+{
+    throw runtime::Error(u"工作表中没有第 %1 行第 %2 列的单元格。"_s.arg(row).arg(column));
+}
+
+void Worksheet::close()
+{
+    m_book = nullptr;
+    m_cells.clear();
+    m_merged = {};
+    m_columns = {};
+    m_pictures = {};
+}
+
+const QString& Worksheet::Name() const
+{
+    check();
+    return m_name;
+}
+
+void Worksheet::setName(const QString& name)
+{
+    check();
+    checkName(name);
+    const bool isOwn = name.compare(m_name, Qt::CaseInsensitive) == 0;
+    if (!isOwn && m_book->hasSheet(name))
+        throw runtime::Error(u"不能把工作表命名为“%1”：已有同名的工作表。"_s.arg(name));
+    m_name = name;
+    changed();
+}
+
+void Worksheet::Delete()
+{
+    check();
+    m_book->remove(*this);
+    m_deleted = true;
+    close();
+}
+
+void Worksheet::setCell(int row, int column, runtime::Value value)
+{
+    check(row, column);
+    m_cells.set(row, column, std::move(value));
+    changed();
+}
+
+void Worksheet::setCellText(int row, int column, const QString& text)
+{
+    setCell(row, column, cellFromText(text));
+    if (text.contains(u'\n'))
+        Range(row, column, row, column).setWrapText(true);
+}
+
+SheetRange Worksheet::Range(int row, int column, int otherRow, int otherColumn)
+{
+    return Range({std::min(row, otherRow), std::min(column, otherColumn), std::max(row, otherRow),
+                  std::max(column, otherColumn)});
+}
+
+SheetRange Worksheet::Range(const CellRange& block)
+{
+    checkBlock(block);
+    return {*this, block};
+}
+
+const CellFormat& Worksheet::format(int row, int column) const
+{
+    check(row, column);
+    return m_formats.format(m_cells.format(row, column));
+}
+
+PageLayout& Worksheet::PageSetup()
+{
+    check();
+    changed();
+    return m_page;
+}
+
+const PageLayout& Worksheet::PageSetup() const
+{
+    check();
+    return m_page;
+}
+
+void Worksheet::addPageBreak(int row)
+{
+    check(row, 1);
+    const auto place = std::lower_bound(m_pageBreaks.begin(), m_pageBreaks.end(), row);
+    if (row == 1 || (place != m_pageBreaks.end() && *place == row))
+        return;
+    m_pageBreaks.insert(place, row);
+    changed();
+}
+
+const std::vector<int>& Worksheet::pageBreaks() const
+{
+    check();
+    return m_pageBreaks;
+}
+
+Picture& Worksheet::insertPicture(const QString& path)
+{
+    check();
+    m_pictures.push_back(readPicture(path));
+    changed();
+    return m_pictures.back();
+}
+
+const std::deque<Picture>& Worksheet::pictures() const
+{
+    check();
+    return m_pictures;
+}
+
+bool Worksheet::AutoFilterMode() const
+{
+    check();
+    return m_autoFilter.has_value();
+}
+
+std::optional<CellRange> Worksheet::autoFilter() const
+{
+    check();
+    return m_autoFilter;
+}
+
+void Worksheet::AutoFilter()
+{
+    check();
+    if (!m_autoFilter)
+        return;
+    const int end = std::min(m_autoFilter->lastRow, lastGridRow);
+    for (int row = m_autoFilter->firstRow + 1; row <= end; ++row) {
+        if (m_cells.lacksPageFor(row))
+            row += CellTable::rowsPerPage - 1 - (row - 1) % CellTable::rowsPerPage;
+        else
+            m_cells.makeRow(row).hidden = false;
+    }
+    m_autoFilter.reset();
+}
+
+void Worksheet::setAutoFilter(const CellRange& range)
+{
+    check(range.firstRow, range.firstColumn);
+    m_autoFilter = range;
+}
+
+void Worksheet::Activate()
+{
+    check();
+    m_book->setActiveSheet(*this);
+}
+
+int Worksheet::lastUsedRow() const
+{
+    check();
+    return std::max(1, m_cells.lastRow());
+}
+
+int Worksheet::lastUsedColumn() const
+{
+    check();
+    return std::max(1, m_cells.lastColumn());
+}
+
+const std::vector<CellRange>& Worksheet::mergedRanges() const
+{
+    check();
+    return m_merged;
+}
+
+void Worksheet::merge(const CellRange& range)
+{
+    checkBlock(range);
+    m_merged.push_back(range);
+}
+
+bool Worksheet::isRowHidden(int row) const
+{
+    check(row, 1);
+    const Row* found = m_cells.row(row);
+    return found != nullptr && found->hidden;
+}
+
+void Worksheet::setRowState(int row, RowState state)
+{
+    check(row, 1);
+    m_cells.makeRow(row).hidden = state == RowState::Hidden;
+    changed();
+}
+
+double Worksheet::rowHeight(int row) const
+{
+    check(row, 1);
+    const Row* found = m_cells.row(row);
+    return double(found != nullptr ? found->height : Row::defaultHeight);
+}
+
+void Worksheet::setRowHeight(int row, double points)
+{
+    check(row, 1);
+    if (!(points >= 0 && points <= tallestRow))
+        throw runtime::Error(u"行高应在 0 到 409 磅之间，不能是 %1。"_s.arg(points));
+    m_cells.makeRow(row).height = float(points);
+    changed();
+}
+
+const std::vector<ColumnRange>& Worksheet::columns() const
+{
+    check();
+    return m_columns;
+}
+
+void Worksheet::addColumns(const ColumnRange& columns)
+{
+    check(1, columns.first);
+    check(1, columns.last);
+    m_columns.push_back(columns);
+}
+
+Visibility Worksheet::visibility() const
+{
+    check();
+    return m_visibility;
+}
+
+void Worksheet::setVisibility(Visibility visibility)
+{
+    check();
+    m_visibility = visibility;
+    changed();
+}
+
+} // namespace excel

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include <QByteArray>
+
+#include "workbooks/readers/Budget.h"
+
+namespace excel {
+
+/// Numbers of the records that are read.
+namespace record {
+constexpr int formula = 0x06;
+constexpr int eof = 0x0A;
+constexpr int name = 0x18;
+constexpr int dateMode = 0x22;
+constexpr int filePass = 0x2F;
+constexpr int continued = 0x3C;
+constexpr int codePage = 0x42;
+constexpr int columnInfo = 0x7D;
+constexpr int boundSheet = 0x85;
+constexpr int filterMode = 0x9B;
+constexpr int autoFilterInfo = 0x9D;
+constexpr int multipleRk = 0xBD;
+constexpr int richText = 0xD6;
+constexpr int cellStyle = 0xE0;
+constexpr int mergedCells = 0xE5;
+constexpr int sharedTexts = 0xFC;
+constexpr int sharedText = 0xFD;
+constexpr int number = 0x203;
+constexpr int label = 0x204;
+constexpr int booleanOrError = 0x205;
+constexpr int formulaText = 0x207;
+constexpr int row = 0x208;
+constexpr int rk = 0x27E;
+constexpr int format = 0x41E;
+constexpr int bof = 0x809;
+} // namespace record
+
+/// The bytes of a record, read from the front. Throws ReadFailure behind the end.
+class XlsBytes
+{
+public:
+    explicit XlsBytes(std::string_view bytes) : m_bytes(bytes) {}
+
+    qsizetype left() const { return qsizetype(m_bytes.size() - m_at); }
+    void skip(qsizetype count);
+    int u8();
+    int u16();
+    quint32 u32();
+    double real();
+    std::string_view take(qsizetype count);
+
+private:
+    std::string_view m_bytes;
+    size_t m_at = 0;
+};
+
+/// One record, with the pieces that CONTINUE records add to it.
+struct XlsRecord
+{
+    int type = 0;
+    std::string_view bytes;
+    std::vector<std::string_view> pieces; // of texts that can be continued; the first is `bytes`
+
+    XlsBytes read() const { return XlsBytes(bytes); }
+};
+
+/// Walks over the records of a stream.
+class XlsStream
+{
+public:
+    XlsStream(const QByteArray& bytes, Budget& budget) : m_bytes(bytes), m_budget(budget) {}
+
+    /// False at the end of the stream. A record that is cut off throws ReadFailure.
+    bool next(XlsRecord& into);
+    void seek(qint64 place);
+
+private:
+    int peekType() const;
+    std::string_view takeRecord();
+
+    const QByteArray& m_bytes;
+    Budget& m_budget;
+    qint64 m_at = 0;
+};
+
+} // namespace excel

@@ -1,0 +1,96 @@
+#include "workbooks/ui/SheetLayout.h"
+
+#include <algorithm>
+#include <map>
+
+namespace excel {
+
+std::vector<double> columnPoints(const Worksheet& sheet, int count)
+{
+    std::vector<double> points;
+    std::map<double, double> known{{0, 0}}; // by characters
+    for (int column = 1; column <= count; ++column) {
+        const double characters = sheet.shownColumnWidth(column);
+        if (!known.contains(characters)) {
+            const int before = std::min(column, lastGridColumn - 1);
+            known[characters] = sheet.columnLeft(before + 1) - sheet.columnLeft(before);
+        }
+        points.push_back(known[characters]);
+    }
+    return points;
+}
+
+std::vector<double> rowPoints(const Worksheet& sheet, int count)
+{
+    std::vector<double> points(size_t(count), Worksheet::standardRowHeight);
+    for (int row = 1; row <= count; ++row) {
+        if (sheet.table().lacksPageFor(row))
+            row += CellTable::rowsPerPage - 1 - (row - 1) % CellTable::rowsPerPage;
+        else
+            points[size_t(row - 1)] = sheet.shownRowHeight(row);
+    }
+    return points;
+}
+
+CellRange usedBlock(const Worksheet& sheet)
+{
+    CellRange used{1, 1, sheet.lastUsedRow(), sheet.lastUsedColumn()};
+    for (const CellRange& merge : sheet.settledMerges()) {
+        used.lastRow = std::max(used.lastRow, merge.lastRow);
+        used.lastColumn = std::max(used.lastColumn, merge.lastColumn);
+    }
+    return used;
+}
+
+const CellFormat& formatOf(const Worksheet& sheet, int row, int column)
+{
+    return sheet.formats().format(sheet.table().format(row, column));
+}
+
+namespace {
+
+/// The stronger one of the lines that two neighbours draw at their common edge.
+LineStyle joined(LineStyle one, LineStyle other)
+{
+    if (one == LineStyle::Continuous || other == LineStyle::None)
+        return one;
+    return other;
+}
+
+} // namespace
+
+LineStyle lineRight(const Worksheet& sheet, int row, int column)
+{
+    const LineStyle own = formatOf(sheet, row, column).borders.right;
+    return column == lastGridColumn ? own
+                                    : joined(own, formatOf(sheet, row, column + 1).borders.left);
+}
+
+LineStyle lineBelow(const Worksheet& sheet, int row, int column)
+{
+    const LineStyle own = formatOf(sheet, row, column).borders.bottom;
+    return row == lastGridRow ? own : joined(own, formatOf(sheet, row + 1, column).borders.top);
+}
+
+CellBorders bordersOf(const Worksheet& sheet, const CellRange& block)
+{
+    CellBorders lines;
+    lines.left = block.firstColumn > 1 ? lineRight(sheet, block.firstRow, block.firstColumn - 1)
+                                       : formatOf(sheet, block.firstRow, 1).borders.left;
+    lines.top = block.firstRow > 1 ? lineBelow(sheet, block.firstRow - 1, block.firstColumn)
+                                   : formatOf(sheet, 1, block.firstColumn).borders.top;
+    lines.right = lineRight(sheet, block.firstRow, block.lastColumn);
+    lines.bottom = lineBelow(sheet, block.lastRow, block.firstColumn);
+    return lines;
+}
+
+bool hasBorders(const Worksheet& sheet)
+{
+    for (int number = 0; number < sheet.formats().count(); ++number) {
+        if (sheet.formats().format(number).borders != CellBorders())
+            return true;
+    }
+    return false;
+}
+
+} // namespace excel

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <vector>
+
+#include "workbooks/model/Worksheet.h"
+
+// Sizes and edges of a sheet as its window and its printed pages need them.
+
+namespace excel {
+
+/// Widths in points of the columns 1 to `count`; 0 for a hidden one.
+std::vector<double> columnPoints(const Worksheet& sheet, int count);
+
+/// Heights in points of the rows 1 to `count`; 0 for a hidden one.
+std::vector<double> rowPoints(const Worksheet& sheet, int count);
+
+/// The smallest block from A1 on that holds all cells and merges.
+CellRange usedBlock(const Worksheet& sheet);
+
+/// How the cells of a sheet look; answers also once its workbook was closed.
+const CellFormat& formatOf(const Worksheet& sheet, int row, int column);
+
+/// The line between a cell and its right or lower neighbour, whichever of the two has it.
+LineStyle lineRight(const Worksheet& sheet, int row, int column);
+LineStyle lineBelow(const Worksheet& sheet, int row, int column);
+
+/// The line along a side of a block, as its first cell there says.
+CellBorders bordersOf(const Worksheet& sheet, const CellRange& block);
+
+/// True if any cell has a line.
+bool hasBorders(const Worksheet& sheet);
+
+} // namespace excel

@@ -1,0 +1,86 @@
+#include "workbooks/ui/WorksheetModel.h"
+
+#include "workbooks/ui/CellDisplay.h"
+#include "workbooks/ui/SheetLayout.h"
+
+namespace excel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Empty cells that are shown beside the used ones, and the least that is shown.
+constexpr int moreRows = 20;
+constexpr int leastRows = 60;
+constexpr int moreColumns = 3;
+constexpr int leastColumns = 26;
+
+constexpr int letters = 26;
+
+} // namespace
+
+QString columnName(int column)
+{
+    QString name;
+    for (int rest = column; rest > 0; rest = (rest - 1) / letters)
+        name.prepend(QChar(u'A' + (rest - 1) % letters));
+    return name;
+}
+
+void WorksheetModel::show(const Worksheet* sheet)
+{
+    beginResetModel();
+    m_sheet = sheet;
+    m_used = sheet ? usedBlock(*sheet) : CellRange();
+    m_rows = sheet ? std::min(std::max(m_used.lastRow + moreRows, leastRows), lastGridRow) : 0;
+    m_columns =
+        sheet ? std::min(std::max(m_used.lastColumn + moreColumns, leastColumns), lastGridColumn)
+              : 0;
+    endResetModel();
+}
+
+int WorksheetModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_rows;
+}
+
+int WorksheetModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_columns;
+}
+
+// The table itself never fails, also when the workbook was closed behind the window's back.
+const runtime::Value& WorksheetModel::value(int row, int column) const
+{
+    return m_sheet->table().value(row, column);
+}
+
+const CellFormat& WorksheetModel::format(int row, int column) const
+{
+    return formatOf(*m_sheet, row, column);
+}
+
+QVariant WorksheetModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || m_sheet == nullptr)
+        return {};
+    const int row = index.row() + 1;
+    const int column = index.column() + 1;
+    switch (role) {
+    case Qt::DisplayRole:
+        return displayText(value(row, column));
+    case Qt::TextAlignmentRole:
+        return int(displayAlignment(format(row, column), value(row, column)));
+    default:
+        return {};
+    }
+}
+
+QVariant WorksheetModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role != Qt::DisplayRole)
+        return {};
+    return orientation == Qt::Horizontal ? columnName(section + 1) : QString::number(section + 1);
+}
+
+} // namespace excel

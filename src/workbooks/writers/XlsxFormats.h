@@ -1,0 +1,58 @@
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include <xlsxwriter.h>
+
+#include "workbooks/model/CellFormat.h"
+
+namespace excel {
+
+/// How a number is shown.
+enum class NumberKind { General, Day, Moment, Time };
+
+/// The formats of a file in the making, each written once.
+class XlsxFormats
+{
+public:
+    explicit XlsxFormats(lxw_workbook* book);
+
+    /// The file's format; null for that of a plain cell.
+    lxw_format* of(const CellFormat& format, NumberKind kind);
+
+private:
+    lxw_format* make(const CellFormat& format, NumberKind kind);
+
+    struct Entry
+    {
+        CellFormat format;
+        NumberKind kind{};
+        lxw_format* made = nullptr;
+    };
+
+    lxw_workbook* m_book;
+    std::vector<Entry> m_entries;
+};
+
+/// The formats of one sheet by their numbers there.
+class SheetFormats
+{
+public:
+    SheetFormats(XlsxFormats& formats, const FormatTable& table);
+
+    lxw_format* of(int number, NumberKind kind = NumberKind::General);
+
+private:
+    struct Slot
+    {
+        lxw_format* made = nullptr;
+        bool isKnown = false;
+    };
+
+    XlsxFormats& m_formats;
+    const FormatTable& m_table;
+    std::vector<std::array<Slot, 4>> m_slots;
+};
+
+} // namespace excel

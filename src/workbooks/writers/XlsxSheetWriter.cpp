@@ -1,0 +1,287 @@
+#include "workbooks/writers/XlsxSheetWriter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "workbooks/writers/WriterText.h"
+
+namespace excel {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using runtime::Value;
+
+constexpr double pointsPerInch = 72;
+constexpr double pointsPerPixel = 0.75;
+constexpr double secondsPerDay = 86400;
+// The library walks through every cell of a merge.
+constexpr qint64 mostMergedCells = 20'000'000;
+constexpr size_t mostPageBreaks = LXW_BREAKS_MAX;
+
+lxw_row_t rowIndex(int row)
+{
+    return lxw_row_t(row - 1);
+}
+
+lxw_col_t columnIndex(int column)
+{
+    return lxw_col_t(column - 1);
+}
+
+struct ColumnLook
+{
+    double width = Worksheet::standardColumnWidth;
+    bool isSet = false;
+    bool hidden = false;
+
+    friend bool operator==(const ColumnLook&, const ColumnLook&) = default;
+};
+
+/// What each column looks like after all settings, from column 1 to the last one that was set.
+std::vector<ColumnLook> columnLooks(const Worksheet& sheet)
+{
+    std::vector<ColumnLook> looks;
+    for (const ColumnRange& range : sheet.columns()) {
+        if (looks.size() < size_t(range.last))
+            looks.resize(size_t(range.last));
+        const double width = range.width > 0 ? range.width : Worksheet::standardColumnWidth;
+        for (int column = range.first; column <= range.last; ++column)
+            looks[size_t(column - 1)] = {width, true, range.hidden};
+    }
+    return looks;
+}
+
+/// The row that a place in points from the top lies in.
+int rowAt(const Worksheet& sheet, double place)
+{
+    int row = 1;
+    for (double bottom = sheet.shownRowHeight(1); bottom <= place && row < lastGridRow;
+         bottom += sheet.shownRowHeight(row))
+        ++row;
+    return row;
+}
+
+int columnAt(const Worksheet& sheet, double place)
+{
+    int column = 1;
+    while (column < lastGridColumn && sheet.columnLeft(column + 1) <= place)
+        ++column;
+    return column;
+}
+
+int32_t pixelsOf(double points)
+{
+    return int32_t(std::max(0L, std::lround(points / pointsPerPixel)));
+}
+
+} // namespace
+
+XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
+                                 XlsxFormats& formats)
+    : m_sheet(sheet),
+      m_target(target),
+      m_formats(formats, sheet.formats()),
+      m_merges(sheet.settledMerges())
+{
+}
+
+void XlsxSheetWriter::write()
+{
+    worksheet_set_default_row(m_target, Worksheet::standardRowHeight, LXW_FALSE);
+    writeColumns();
+    writePage();
+    writeMerges();
+    writeRows();
+    writePictures();
+    if (const std::optional<CellRange> filter = m_sheet.autoFilter())
+        worksheet_autofilter(m_target, rowIndex(filter->firstRow), columnIndex(filter->firstColumn),
+                             rowIndex(filter->lastRow), columnIndex(filter->lastColumn));
+}
+
+void XlsxSheetWriter::writeColumns()
+{
+    lxw_format* format = m_formats.of(0);
+    std::vector<ColumnLook> looks = columnLooks(m_sheet);
+    const lxw_col_t firstUsed = m_target->dim_colmin;
+    const lxw_col_t lastUsed = m_target->dim_colmax;
+    if (format != nullptr)
+        looks.resize(lastGridColumn);
+    for (size_t first = 0; first < looks.size();) {
+        size_t end = first + 1;
+        while (end < looks.size() && looks[end] == looks[first])
+            ++end;
+        lxw_row_col_options options = {};
+        options.hidden = looks[first].hidden;
+        if (looks[first].isSet || format != nullptr)
+            worksheet_set_column_opt(m_target, lxw_col_t(first), lxw_col_t(end - 1),
+                                     looks[first].width, format, &options);
+        first = end;
+    }
+    // A format alone makes no column a used one.
+    m_target->dim_colmin = firstUsed;
+    m_target->dim_colmax = lastUsed;
+}
+
+void XlsxSheetWriter::writePage()
+{
+    const PageLayout& page = m_sheet.PageSetup();
+    worksheet_set_paper(m_target, uint8_t(page.PaperSize));
+    if (page.Orientation == Orientation::Landscape)
+        worksheet_set_landscape(m_target);
+    worksheet_set_margins(m_target, page.LeftMargin / pointsPerInch,
+                          page.RightMargin / pointsPerInch, page.TopMargin / pointsPerInch,
+                          page.BottomMargin / pointsPerInch);
+    std::vector<lxw_row_t> breaks;
+    for (const int row : m_sheet.pageBreaks())
+        breaks.push_back(rowIndex(row));
+    if (breaks.size() > mostPageBreaks)
+        breaks.resize(mostPageBreaks);
+    breaks.push_back(0);
+    if (breaks.size() > 1)
+        worksheet_set_h_pagebreaks(m_target, breaks.data());
+}
+
+void XlsxSheetWriter::writeMerges()
+{
+    qint64 cells = 0;
+    for (const CellRange& merge : m_merges) {
+        cells +=
+            qint64(merge.lastRow - merge.firstRow + 1) * (merge.lastColumn - merge.firstColumn + 1);
+        if (cells > mostMergedCells)
+            return;
+        worksheet_merge_range(m_target, rowIndex(merge.firstRow), columnIndex(merge.firstColumn),
+                              rowIndex(merge.lastRow), columnIndex(merge.lastColumn), "", nullptr);
+    }
+}
+
+void XlsxSheetWriter::writeRows()
+{
+    const CellTable& table = m_sheet.table();
+    for (int row = 1; row <= table.rowLimit(); ++row) {
+        const Row* content = table.row(row);
+        if (content == nullptr) {
+            row += CellTable::rowsPerPage - 1;
+            continue;
+        }
+        writeRowSize(row, *content);
+        openMergesOf(row);
+        for (const Cell& cell : content->cells)
+            writeCell(row, cell);
+    }
+}
+
+void XlsxSheetWriter::writeRowSize(int row, const Row& content)
+{
+    if (content.hidden) {
+        lxw_row_col_options options = {};
+        options.hidden = LXW_TRUE;
+        const double height = double(content.height);
+        worksheet_set_row_opt(m_target, rowIndex(row),
+                              height > 0 ? height : Worksheet::standardRowHeight, nullptr,
+                              &options);
+        return;
+    }
+    const double height = m_sheet.shownRowHeight(row);
+    if (height != Worksheet::standardRowHeight)
+        worksheet_set_row(m_target, rowIndex(row), height, nullptr);
+}
+
+void XlsxSheetWriter::openMergesOf(int row)
+{
+    std::erase_if(m_openMerges, [row](const CellRange& merge) { return merge.lastRow < row; });
+    while (m_nextMerge < m_merges.size() && m_merges[m_nextMerge].firstRow <= row) {
+        const CellRange& merge = m_merges[m_nextMerge++];
+        if (merge.lastRow >= row)
+            m_openMerges.push_back(merge);
+    }
+}
+
+bool XlsxSheetWriter::isCovered(int row, int column) const
+{
+    return std::any_of(m_openMerges.begin(), m_openMerges.end(), [&](const CellRange& merge) {
+        const bool isCorner = row == merge.firstRow && column == merge.firstColumn;
+        return !isCorner && merge.contains(row, column);
+    });
+}
+
+void XlsxSheetWriter::writeCell(int row, const Cell& cell)
+{
+    const bool covered = !m_openMerges.empty() && isCovered(row, cell.column);
+    switch (covered ? Value::Kind::Null : cell.value.kind()) {
+    case Value::Kind::Null:
+    case Value::Kind::Binary:
+        worksheet_write_blank(m_target, rowIndex(row), columnIndex(cell.column),
+                              m_formats.of(cell.format));
+        break;
+    case Value::Kind::Integer:
+    case Value::Kind::Single:
+    case Value::Kind::Double:
+        writeNumber(row, cell, cell.value.toDouble());
+        break;
+    case Value::Kind::Boolean:
+        worksheet_write_boolean(m_target, rowIndex(row), columnIndex(cell.column),
+                                cell.value.toDouble() != 0, m_formats.of(cell.format));
+        break;
+    case Value::Kind::Date:
+        writeDate(row, cell);
+        break;
+    case Value::Kind::Text:
+    case Value::Kind::Error:
+        writeText(row, cell, cell.value.text());
+        break;
+    }
+}
+
+void XlsxSheetWriter::writeNumber(int row, const Cell& cell, double number)
+{
+    if (std::isfinite(number))
+        worksheet_write_number(m_target, rowIndex(row), columnIndex(cell.column), number,
+                               m_formats.of(cell.format));
+    else
+        writeText(row, cell, u"#NUM!"_s);
+}
+
+void XlsxSheetWriter::writeDate(int row, const Cell& cell)
+{
+    const QDateTime moment = cell.value.toDateTime();
+    const QDateTime epoch(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);
+    const double days = double(epoch.secsTo(moment)) / secondsPerDay;
+    if (days < 0 || !moment.isValid()) {
+        writeText(row, cell, cell.value.text());
+        return;
+    }
+    NumberKind kind = days < 1 ? NumberKind::Time : NumberKind::Moment;
+    if (kind == NumberKind::Moment && days == std::floor(days))
+        kind = NumberKind::Day;
+    worksheet_write_number(m_target, rowIndex(row), columnIndex(cell.column), days,
+                           m_formats.of(cell.format, kind));
+}
+
+void XlsxSheetWriter::writeText(int row, const Cell& cell, const QString& text)
+{
+    worksheet_write_string(m_target, rowIndex(row), columnIndex(cell.column),
+                           fileText(text).constData(), m_formats.of(cell.format));
+}
+
+void XlsxSheetWriter::writePictures()
+{
+    for (const Picture& picture : m_sheet.pictures()) {
+        const QSize pixels = pictureSize(picture.bytes);
+        if (pixels.isEmpty())
+            continue;
+        const int row = rowAt(m_sheet, picture.Top);
+        const int column = columnAt(m_sheet, picture.Left);
+        lxw_image_options options = {};
+        options.x_offset = pixelsOf(picture.Left - m_sheet.columnLeft(column));
+        options.y_offset = pixelsOf(picture.Top - m_sheet.rowTop(row));
+        options.x_scale = picture.Width / pointsPerPixel / pixels.width();
+        options.y_scale = picture.Height / pointsPerPixel / pixels.height();
+        worksheet_insert_image_buffer_opt(
+            m_target, rowIndex(row), columnIndex(column),
+            reinterpret_cast<const unsigned char*>(picture.bytes.constData()),
+            size_t(picture.bytes.size()), &options);
+    }
+}
+
+} // namespace excel

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "workbooks/model/Workbook.h"
+
+/// A small workbook with everything that a written file can hold: a report of bordered blocks, a
+/// page for print, a hidden sheet, a picture.
+void fillSampleBook(excel::Workbook& book);
+
+/// A picture file of 2 x 1 pixels.
+QByteArray samplePng();

@@ -1,0 +1,319 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <limits>
+
+#include <QDir>
+
+#include <sys/resource.h>
+
+#include "support/PrintQString.h"
+#include "workbooks/BookFiles.h"
+#include "workbooks/writers/SampleBook.h"
+#include "workbooks/writers/WriterText.h"
+#include "workbooks/writers/XlsxWriter.h"
+
+using namespace Qt::StringLiterals;
+using excel::Visibility;
+using excel::Workbook;
+using excel::Worksheet;
+using runtime::Value;
+
+namespace {
+
+QString errorOf(const Workbook& book, const QString& path)
+{
+    try {
+        excel::writeXlsx(book, path);
+    } catch (const runtime::Error& error) {
+        return error.description();
+    }
+    return {};
+}
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll();
+}
+
+/// No file of this process grows beyond a size, as if the disk were full.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t size)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{size, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int) = nullptr;
+};
+
+class WriterTest : public testing::Test
+{
+protected:
+    QString path(const QString& name = u"a.xlsx"_s) const { return m_folder.filePath(name); }
+    QStringList files() const
+    {
+        return QDir(m_folder.path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+    std::unique_ptr<Workbook> writtenAndRead()
+    {
+        excel::writeXlsx(book, path());
+        return excel::readWorkbook(path());
+    }
+
+    Workbook book;
+    Worksheet& sheet = book.addSheet(u"成绩"_s);
+
+private:
+    QTemporaryDir m_folder;
+};
+
+} // namespace
+
+TEST_F(WriterTest, CellsKeepTheirKinds)
+{
+    sheet.setCell(1, 1, 85.5);
+    sheet.setCell(1, 2, qint64{-1});
+    sheet.setCell(1, 3, 0.1f);
+    sheet.setCell(1, 4, u"0805"_s);
+    sheet.setCell(1, 5, u"5/1/6"_s);
+    sheet.setCell(1, 6, u"=1+1"_s);
+    sheet.setCell(2, 1, true);
+    sheet.setCell(2, 2, QDateTime(QDate(2009, 7, 31), QTime(0, 0), Qt::UTC));
+    sheet.setCell(2, 3, QDateTime(QDate(2009, 7, 31), QTime(8, 30, 15), Qt::UTC));
+    sheet.setCell(2, 4, QDateTime(QDate(1899, 12, 30), QTime(8, 30), Qt::UTC));
+    sheet.setCell(2, 5, QDateTime(QDate(1850, 1, 2), QTime(0, 0), Qt::UTC));
+    sheet.setCell(3, 1, Value::error(u"#N/A"_s));
+    sheet.setCell(3, 2, std::numeric_limits<double>::infinity());
+    sheet.setCell(3, 3, std::numeric_limits<double>::quiet_NaN());
+    sheet.setCell(1048576, 16384, 20240101002.0);
+    EXPECT_EQ(
+        cellsOf(writtenAndRead()->Worksheets().Item(1)),
+        u"1,1 Double 85.5\n1,2 Double -1\n1,3 Double 0.100000001490116\n1,4 Text 0805\n"
+        "1,5 Text 5/1/6\n1,6 Text =1+1\n2,1 Boolean True\n2,2 Date 2009-07-31\n"
+        "2,3 Date 2009-07-31 08:30:15\n2,4 Date 1899-12-30 08:30:00\n2,5 Text 1850-01-02\n"
+        "3,1 Text #N/A\n3,2 Text #NUM!\n3,3 Text #NUM!\n1048576,16384 Double 20240101002\n"_s);
+}
+
+TEST_F(WriterTest, TextsComeBackToTheLetter)
+{
+    const QString texts[] = {u"<&\"'>"_s,
+                             u" 前后空格 "_s,
+                             u"行1\n行2"_s,
+                             u"行1\r\n行2"_s,
+                             u"制表\t符"_s,
+                             u"_x0041_"_s,
+                             u"_x004"_s,
+                             u"__x6C49__x5F_"_s,
+                             QString(QChar(1)) + u"控制"_s + QChar(0x1F) + QChar(0),
+                             QString(QChar(0xFFFF)) + QChar(0xFFFE),
+                             u"𠮷野家"_s};
+    int row = 0;
+    for (const QString& text : texts)
+        sheet.setCell(++row, 1, text);
+    const auto read = writtenAndRead();
+    for (int i = 1; i <= row; ++i)
+        EXPECT_EQ(read->Worksheets().Item(1).Cells(i, 1).text(), texts[i - 1]) << i;
+}
+
+TEST_F(WriterTest, HalfALetterDoesNotBreakTheFile)
+{
+    sheet.setCell(1, 1, QString(u"a"_s + QChar(0xD842) + u"b"_s));
+    EXPECT_EQ(writtenAndRead()->Worksheets().Item(1).Cells(1, 1).text(), u"a?b"_s);
+}
+
+TEST_F(WriterTest, LongTextsAreCutAsACellCutsThem)
+{
+    sheet.setCell(1, 1, QString(40000, u'长'));
+    sheet.setCell(2, 1, QString(QString(32766, u'a') + u"𠮷"_s));
+    sheet.setCell(3, 1, QString(32767, QChar(1)));
+    const auto read = writtenAndRead();
+    Worksheet& page = read->Worksheets().Item(1);
+    EXPECT_EQ(page.Cells(1, 1).text(), QString(32767, u'长'));
+    EXPECT_EQ(page.Cells(2, 1).text(), QString(32766, u'a'));
+    EXPECT_EQ(page.Cells(3, 1).text(), QString(32767 / 7, QChar(1)));
+}
+
+TEST_F(WriterTest, SizesHiddenPartsAndTheSheetInFrontAreKept)
+{
+    book.addSheet(u"隐藏"_s).setVisibility(Visibility::VeryHidden);
+    book.addSheet(u"第三"_s).Activate();
+    sheet.setCellText(1, 1, u"两\n行"_s);
+    sheet.setRowHeight(2, 30);
+    sheet.setRowState(700, excel::RowState::Hidden);
+    sheet.setColumnWidth(1, 35, 4);
+    sheet.setColumnWidth(2, 2, 0);
+    sheet.setColumnWidth(4, 4, 5.75);
+    const auto read = writtenAndRead();
+    EXPECT_EQ(read->activeSheet().Name(), u"第三"_s);
+    EXPECT_EQ(read->Worksheets().Item(2).visibility(), Visibility::Hidden);
+    const Worksheet& page = read->Worksheets().Item(1);
+    EXPECT_EQ(page.rowHeight(1), 27);
+    EXPECT_EQ(page.rowHeight(2), 30);
+    EXPECT_TRUE(page.isRowHidden(700));
+    EXPECT_EQ(page.shownColumnWidth(2), 0);
+    EXPECT_NEAR(page.shownColumnWidth(1), 4.71, 0.01);
+    EXPECT_NEAR(page.shownColumnWidth(4), 6.43, 0.05);
+    EXPECT_EQ(page.columns().size(), 5u);
+}
+
+TEST_F(WriterTest, AHiddenSheetIsNeverInFront)
+{
+    book.addSheet(u"可见"_s);
+    sheet.setVisibility(Visibility::Hidden);
+    EXPECT_EQ(writtenAndRead()->activeSheet().Name(), u"可见"_s);
+    book.Worksheets().Item(2).setVisibility(Visibility::Hidden);
+    EXPECT_EQ(writtenAndRead()->activeSheet().visibility(), Visibility::Visible);
+}
+
+TEST_F(WriterTest, WhatAMergeCoversIsNotWritten)
+{
+    sheet.Range(1, 1, 2, 3).setMergeCells(true);
+    for (int column = 1; column <= 4; ++column)
+        sheet.setCell(1, column, u"标题"_s);
+    const auto read = writtenAndRead();
+    EXPECT_EQ(read->Worksheets().Item(1).mergedRanges(),
+              std::vector<excel::CellRange>{(excel::CellRange{1, 1, 2, 3})});
+    EXPECT_EQ(cellsOf(read->Worksheets().Item(1)), u"1,1 Text 标题\n1,4 Text 标题\n"_s);
+}
+
+TEST_F(WriterTest, MergesInEachOthersWayAreSettled)
+{
+    sheet.merge({1, 1, 3, 1});
+    sheet.merge({3, 1, 3, 5});
+    sheet.merge({1, 1, excel::lastGridRow, excel::lastGridColumn});
+    sheet.setCell(2, 1, 1);
+    sheet.setCell(3, 2, 2);
+    const auto read = writtenAndRead();
+    EXPECT_EQ(read->Worksheets().Item(1).mergedRanges(),
+              std::vector<excel::CellRange>{(excel::CellRange{1, 1, 3, 1})});
+    EXPECT_EQ(cellsOf(read->Worksheets().Item(1)), u"3,2 Double 2\n"_s);
+}
+
+TEST_F(WriterTest, AMergeOfTheWholeGridIsLeftOut)
+{
+    sheet.merge(excel::wholeGrid);
+    EXPECT_TRUE(writtenAndRead()->Worksheets().Item(1).mergedRanges().empty());
+}
+
+TEST_F(WriterTest, AFilterStaysSwitchedOn)
+{
+    sheet.setAutoFilter({1, 1, 20, 3});
+    EXPECT_EQ(writtenAndRead()->Worksheets().Item(1).autoFilter(), (excel::CellRange{1, 1, 20, 3}));
+}
+
+TEST_F(WriterTest, AWorkbookWithoutSheetsGivesAFileThatOpens)
+{
+    Workbook empty;
+    excel::writeXlsx(empty, path());
+    EXPECT_EQ(excel::readWorkbook(path())->Worksheets().Count(), 1);
+}
+
+TEST(WriterNames, AreMadeLegal)
+{
+    const QString longName(40, u'长');
+    const struct
+    {
+        QStringList names;
+        QStringList legal;
+    } rows[] = {
+        {{u"期中T分(理)"_s, u"Sheet2"_s}, {u"期中T分(理)"_s, u"Sheet2"_s}},
+        {{u"a:b\\c/d?e*f[g]"_s}, {u"a_b_c_d_e_f_g_"_s}},
+        {{u"'引'"_s, u"it's"_s}, {u"_引_"_s, u"it's"_s}},
+        {{QString(), u"Sheet"_s}, {u"Sheet"_s, u"Sheet_2"_s}},
+        {{u"一"_s, u"一"_s, u"一_2"_s}, {u"一"_s, u"一_2"_s, u"一_2_2"_s}},
+        {{u"Abc"_s, u"aBC"_s}, {u"Abc"_s, u"aBC_2"_s}},
+        {{u"Été"_s, u"éTÉ"_s}, {u"Été"_s, u"éTÉ_2"_s}},
+        {{longName, longName}, {QString(31, u'长'), QString(29, u'长') + u"_2"_s}},
+        {{QString(30, u'a') + u"𠮷"_s}, {QString(30, u'a')}},
+        {{u"History"_s}, {u"History_"_s}},
+        {{QString(QChar(1)) + u"x\n"_s}, {u"_x_"_s}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(excel::legalSheetNames(row.names), row.legal);
+}
+
+TEST_F(WriterTest, SheetsWithImpossibleNamesGiveAFileThatOpens)
+{
+    for (const QString& name : {u"成绩"_s, u"a/b"_s, QString(), u"'"_s, QString(40, u'名')})
+        book.addSheet(name);
+    const auto read = writtenAndRead();
+    QStringList names;
+    for (int i = 1; i <= read->Worksheets().Count(); ++i)
+        names.append(read->Worksheets().Item(i).Name());
+    EXPECT_EQ(names, (QStringList{u"成绩"_s, u"成绩_2"_s, u"a_b"_s, u"Sheet"_s, u"_"_s,
+                                  QString(31, u'名')}));
+}
+
+TEST_F(WriterTest, AnOlderFileIsReplacedAndNothingElseIsLeft)
+{
+    QFile old(path());
+    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+    old.write("older");
+    old.close();
+    old.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    sheet.setCell(1, 1, 7);
+    EXPECT_EQ(writtenAndRead()->Worksheets().Item(1).Cells(1, 1), Value(7.0));
+    EXPECT_EQ(files(), QStringList{u"a.xlsx"_s});
+    EXPECT_FALSE(QFile::permissions(path()) & QFile::ReadOther);
+    excel::writeXlsx(book, path(u"b.xlsx"_s));
+    EXPECT_TRUE(QFile::permissions(path(u"b.xlsx"_s)) & QFile::ReadGroup);
+}
+
+TEST_F(WriterTest, ALinkStaysALink)
+{
+    excel::writeXlsx(book, path());
+    ASSERT_TRUE(QFile::link(path(), path(u"link.xlsx"_s)));
+    sheet.setCell(1, 1, 7);
+    excel::writeXlsx(book, path(u"link.xlsx"_s));
+    EXPECT_TRUE(QFileInfo(path(u"link.xlsx"_s)).isSymLink());
+    EXPECT_EQ(excel::readWorkbook(path())->Worksheets().Item(1).Cells(1, 1), Value(7.0));
+}
+
+TEST_F(WriterTest, PlacesThatTakeNoFileAreTold)
+{
+    ASSERT_TRUE(QDir().mkdir(path(u"夹"_s)));
+    EXPECT_EQ(errorOf(book, path(u"夹"_s)),
+              u"无法保存 "_s + path(u"夹"_s) + u"：这是一个文件夹。"_s);
+    EXPECT_EQ(errorOf(book, path(u"没有/a.xlsx"_s)),
+              u"无法保存 "_s + path(u"没有/a.xlsx"_s) + u"：文件夹不存在。"_s);
+    EXPECT_EQ(errorOf(book, u"/proc/a.xlsx"_s),
+              u"无法保存 /proc/a.xlsx：不能在这个文件夹中写文件，请检查权限和磁盘空间。"_s);
+    EXPECT_EQ(files(), QStringList{u"夹"_s});
+}
+
+TEST_F(WriterTest, AFullDiskIsToldAndTheOlderFileStays)
+{
+    for (int row = 1; row <= 3000; ++row) {
+        sheet.setCell(row, 1, u"学生%1"_s.arg(row));
+        sheet.setCell(row, 2, row * 0.37);
+    }
+    excel::writeXlsx(book, path());
+    const QByteArray before = bytesOf(path());
+    // From the first bytes on, in the scratch files of the parts, and at the very end.
+    for (const rlim_t size : {1, 1000, 20000, 60000, 100000, int(before.size()) - 1}) {
+        QString error;
+        {
+            const FullDisk disk(size);
+            error = errorOf(book, path());
+        }
+        EXPECT_EQ(error, u"无法保存 "_s + path() + u"：写文件时出错，磁盘可能已满或已断开。"_s)
+            << size;
+        EXPECT_EQ(bytesOf(path()), before);
+        EXPECT_EQ(files(), QStringList{u"a.xlsx"_s});
+    }
+}
