@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include "library/ColumnNames.h"
 #include "platform/database/FileUse.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
@@ -129,17 +130,17 @@ void NewLibrary::addColumns(const QStringList& subjects)
     const QString scores = u"成绩表"_s;
     for (const QString& subject : subjects) {
         execute(scores, subject, u" Single"_s);
-        execute(scores, subject + u"年名"_s, u" long"_s);
-        execute(scores, subject + u"班名"_s, u" long"_s);
-        execute(scores, subject + u"Z分"_s, u" Double"_s);
-        execute(scores, subject + u"T分"_s, u" Double"_s);
-        const bool total = Catalogue::isTotal(subject);
+        execute(scores, gradeRankColumn(subject), u" long"_s);
+        execute(scores, classRankColumn(subject), u" long"_s);
+        execute(scores, zScoreColumn(subject), u" Double"_s);
+        execute(scores, tScoreColumn(subject), u" Double"_s);
+        const bool total = isTotal(subject);
         execute(u"考试名称表"_s, subject, total ? u" text(50)"_s : u" Single"_s);
         execute(u"教师表"_s, subject, u" text(50)"_s);
     }
     for (const QString& subject : subjects) {
-        if (Catalogue::isTotal(subject))
-            execute(scores, subject + u"T分年名"_s, u" long"_s);
+        if (isTotal(subject))
+            execute(scores, tRankColumn(subject), u" long"_s);
     }
     execute(scores, u"备注"_s, u" memo"_s);
 }
