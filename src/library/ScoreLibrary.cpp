@@ -26,7 +26,7 @@ qsizetype lastSeparator(const QString& path)
 } // namespace
 
 ScoreLibrary::ScoreLibrary(const runtime::AppPaths& paths)
-    : catalogue(Conn), settings(Conn), m_paths(paths)
+    : catalogue(Conn), students(Conn), teachers(Conn), settings(Conn), m_paths(paths)
 {
 }
 

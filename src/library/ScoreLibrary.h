@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QDateTime>
 #include <QObject>
 #include <QString>
 
 #include "library/Catalogue.h"
 #include "library/Settings.h"
+#include "library/Students.h"
+#include "library/Teachers.h"
 #include "platform/database/Connection.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/AppPaths.h"
@@ -31,6 +32,8 @@ public:
     /// The connection to the open library.
     database::Connection Conn;
     Catalogue catalogue;
+    Students students;
+    Teachers teachers;
     Settings settings;
 
     /// Opens the file that LibPath names and loads its structure; tells by opened(). A file that
@@ -62,9 +65,5 @@ Q_SIGNALS:
 private:
     runtime::AppPaths m_paths;
 };
-
-/// Copies the library to LIB_YYYY-MM-DD_HHMM.bak beside it and removes all but the newest five such
-/// copies. Throws runtime::Error if the copy cannot be written; nothing is harmed then.
-QString backUpLibrary(const QString& libraryPath, const QDateTime& now);
 
 } // namespace library

@@ -2,6 +2,7 @@
 
 #include <numeric>
 
+#include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
 #include "platform/grid/FlexGrid.h"
 #include "platform/runtime/Numbers.h"
@@ -128,13 +129,14 @@ void rankClasses(ExamTable& table, const TableColumn& scores, const std::vector<
 /// Grade ranks of a total by its T score; here every row has a rank, absent or not.
 void rankByT(ExamTable& table, const QString& total)
 {
-    const QString name = total + u"T分"_s;
+    const QString name = library::tScoreColumn(total);
     const TableColumn* scores = table.column(name);
     if (!scores)
         return trap.fail(u"没有名为“%1”的列。"_s.arg(name));
-    TableColumn* ranks = table.column(name + u"年名"_s);
+    const QString rankName = library::tRankColumn(total);
+    TableColumn* ranks = table.column(rankName);
     if (!ranks)
-        return failEachRow(name + u"年名"_s, table.rowCount());
+        return failEachRow(rankName, table.rowCount());
     RankRule rule;
     for (const size_t row : descending(*scores, table.rowCount()))
         ranks->set(row, double(rule.next(*scores, row)));
@@ -147,15 +149,15 @@ void rankByScore(ExamTable& table, const QString& name, const Groups& groups)
         return trap.fail(u"没有名为“%1”的列。"_s.arg(name));
     const std::vector<size_t> order = descending(*scores, table.rowCount());
     if (groups.grade == Grade::Ranked)
-        rankGrade(table, *scores, order, name + u"年名"_s);
+        rankGrade(table, *scores, order, library::gradeRankColumn(name));
     if (groups.classCount > 0)
-        rankClasses(table, *scores, order, groups, name + u"班名"_s);
+        rankClasses(table, *scores, order, groups, library::classRankColumn(name));
 }
 
 void rankColumn(ExamTable& table, const QString& name, const Groups& groups)
 {
     rankByScore(table, name, groups);
-    if (groups.grade == Grade::Ranked && library::Catalogue::isTotal(name))
+    if (groups.grade == Grade::Ranked && library::isTotal(name))
         rankByT(table, name);
 }
 
@@ -164,13 +166,13 @@ bool rankStream(Scoring& scoring, ExamTables& tables, const QString& stream, Gra
                 const std::vector<double>& classes)
 {
     return trap([&] {
-        library::Catalogue& catalogue = scoring.library().catalogue;
-        catalogue.GetKSKMZF(tables.exam(), stream);
+        const QStringList columns =
+            scoring.library().catalogue.GetKSKMZF(tables.exam(), stream).names;
         ExamTable& table = tables.of(stream);
         if (table.rowCount() == 0)
             return;
         const Groups groups = groupsOf(table, grade, classes);
-        for (const QString& name : std::as_const(catalogue.ExamColumns.names))
+        for (const QString& name : columns)
             rankColumn(table, name, groups);
     });
 }

@@ -2,10 +2,10 @@
 
 #include <optional>
 
+#include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
-#include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
 #include "workbench/Prompts.h"
 
@@ -13,7 +13,6 @@ namespace workbench {
 
 using namespace Qt::StringLiterals;
 using grid::FlexGrid;
-using library::Catalogue;
 using runtime::Trap;
 
 namespace {
@@ -32,7 +31,7 @@ int columnWidth(const QString& item, const QString& heading, double unit)
     double units = 2;
     if (item == u"姓名" || item == u"考试名称")
         units = 4;
-    else if (Catalogue::isTotal(heading))
+    else if (library::isTotal(heading))
         units = 3;
     return int(runtime::Round(unit * units));
 }
@@ -81,7 +80,7 @@ void writeRows(FlexGrid& grid, const QStringList& items, database::Recordset& ro
 QString browseHeading(const QString& item)
 {
     // The first character alone keeps the column narrow, even where two subjects begin alike.
-    return runtime::Right(item, 2) == u"年名" ? item.left(1) + u"名"_s : item;
+    return library::isGradeRankColumn(item) ? item.left(1) + u"名"_s : item;
 }
 
 QStringList Browse::defaultItems() const
@@ -89,17 +88,17 @@ QStringList Browse::defaultItems() const
     QStringList items{u"班级"_s, u"学号"_s, u"姓名"_s, u"考试名称"_s};
     const QString family = m_selection.ListXM.text();
     for (const QString& column : m_selection.library().catalogue.AllColumns) {
-        const bool total = Catalogue::isTotal(column);
+        const bool total = library::isTotal(column);
         if (family == u"原始分和名次") {
-            items << column << column + u"年名"_s;
+            items << column << library::gradeRankColumn(column);
             if (total)
-                items << column + u"班名"_s;
+                items << library::classRankColumn(column);
         } else if (family == u"Z分") {
-            items << column + u"Z分"_s;
+            items << library::zScoreColumn(column);
         } else if (family == u"T分") {
-            items << column + u"T分"_s;
+            items << library::tScoreColumn(column);
             if (total)
-                items << column + u"T分年名"_s;
+                items << library::tRankColumn(column);
         }
     }
     return items;
@@ -109,7 +108,10 @@ void Browse::MKzdyxs()
 {
     const Trap trap{" - Sub MKzdyxs/FormKaoShi"};
     library::Settings& settings = m_selection.library().settings;
-    trap([&] { settings.GetZDYXS(m_selection.ListXM.text() + m_selection.streamWord()); });
+    trap([&] {
+        settings.DisplayItems =
+            settings.GetZDYXS(m_selection.ListXM.text() + m_selection.streamWord());
+    });
     if (settings.DisplayItems.isEmpty())
         settings.DisplayItems = defaultItems();
 }

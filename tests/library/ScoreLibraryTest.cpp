@@ -1,4 +1,5 @@
 #include "library/ScoreLibrary.h"
+#include "library/LibraryBackup.h"
 
 #include <QFile>
 
