@@ -4,7 +4,7 @@
 #include "platform/runtime/Trap.h"
 #include "statistics/ComprehensiveAnalysis.h"
 #include "statistics/NamedReports.h"
-#include "workbench/Prompts.h"
+#include "workbench/RowChoice.h"
 
 namespace workbench {
 
@@ -16,7 +16,7 @@ namespace {
 
 struct ButtonItem
 {
-    /// As it stands in Combo3.
+    /// As it stands in the list of statistics.
     QString text;
     /// The report that it runs.
     QString report;
@@ -55,23 +55,23 @@ void refuse(const QString& text)
 
 } // namespace
 
-bool CommandZXTJ_Click(const Selection& selection, statistics::ReportContext& context,
-                       grid::FlexGrid& grid)
+const QString StatisticsPrompt = u"请选择要统计的项目"_s;
+
+bool runReport(const ReportRequest& request, statistics::ReportContext& context,
+               grid::FlexGrid& grid)
 {
     const Trap trap{" - Private Sub CommandZXTJ_Click/FormKaoShi"};
-    if (selection.ListKSMC.selectedCount() == 0) {
-        refuse(NoExamMessage);
+    if (!checkExamChosen(request.exams))
         return false;
-    }
-    if (selection.Combo3.text == StatisticsPrompt) {
+    if (request.item == StatisticsPrompt) {
         refuse(u"没有选择统计项目，请选择统计项目 后继续。"_s);
         return false;
     }
     context.forgetRows();
     for (const ButtonItem& item : buttonItems()) {
-        if (item.text != selection.Combo3.text)
+        if (item.text != request.item)
             continue;
-        QString exams = selection.ListKSMC.selectedTexts().join(u',');
+        QString exams = request.exams.join(u',');
         trap([&] {
             statistics::namedReport(item.report)(context, exams, grid,
                                                  statistics::Transfer::GridOnly);
@@ -81,16 +81,13 @@ bool CommandZXTJ_Click(const Selection& selection, statistics::ReportContext& co
     return true;
 }
 
-void Command2_Click(const Selection& selection, statistics::ReportContext& context,
-                    const std::function<excel::Application&()>& openExcel,
-                    runtime::Progress& progress)
+void runAnalysis(const AnalysisRequest& request, statistics::ReportContext& context,
+                 const std::function<excel::Application&()>& openExcel, runtime::Progress& progress)
 {
     const Trap trap{" - Private Sub Command2_Click/FormKaoShi"};
-    if (selection.ListKSMC.selectedCount() > 1)
+    if (request.selectedExams.size() > 1)
         return refuse(u"当前操作只针对一次考试，请选择  一次考试后  进行  综合分析。"_s);
-    trap([&] {
-        statistics::ZHFX(context, selection.ListKSMC.currentText(), openExcel(), progress);
-    });
+    trap([&] { statistics::ZHFX(context, request.currentExam, openExcel(), progress); });
 }
 
 } // namespace workbench
