@@ -74,7 +74,7 @@ bool NewLibrary::createAsked(const QStringList& subjects, const QString& path)
     if (path.isEmpty())
         return false;
     create(subjects);
-    if (!m_library.Conn.isOpen() || m_library.LibPath.isEmpty())
+    if (!m_library.Conn.isOpen())
         return false;
     MsgBox(u"新建数据库成功，现在将设置学生信息。"_s);
     return true;

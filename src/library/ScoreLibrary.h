@@ -23,13 +23,13 @@ public:
     explicit ScoreLibrary(const runtime::AppPaths& paths);
     ~ScoreLibrary() override;
 
-    /// Full path of the open library; "" when none is open. Callers set it, then call OpenDB. It is
-    /// a text of its own and can name a file that is not open.
+    /// The library that was last asked for: callers set it, then call OpenDB. Whether one is open,
+    /// and which, the connection says.
     QString LibPath;
     /// LibPath up to, and not including, its last slash.
     QString LibFolder;
 
-    /// The connection to the open library.
+    /// The connection to the open library, which knows its path.
     database::Connection Conn;
     Catalogue catalogue;
     Students students;
@@ -37,8 +37,8 @@ public:
     Settings settings;
 
     /// Opens the file that LibPath names and loads its structure; tells by opened(). A file that
-    /// does not exist, or cannot be opened, is shown in a message and clears LibPath; a library
-    /// open before stays open.
+    /// does not exist, or cannot be opened, is shown in a message, and a library open before stays
+    /// open; LibPath is empty after a file that does not exist.
     void OpenDB();
 
     /// Tells the screens that exams, students or settings changed.
