@@ -22,8 +22,8 @@ struct ButtonItem
     QString report;
 };
 
-/// The items that the button knows. The rates are meant as they stand, and so is the blank behind
-/// 历次考试进入年级前x名人数.
+/// The items that the button knows: each rate is the table of 优秀率 here, and only the analysis
+/// tells them apart. The blank behind 历次考试进入年级前x名人数 is the list's.
 const std::vector<ButtonItem>& buttonItems()
 {
     static const std::vector<ButtonItem> items{
