@@ -14,7 +14,7 @@ using runtime::Trap;
 
 namespace {
 
-struct ButtonItem
+struct StatisticsItem
 {
     /// As it stands in the list of statistics.
     QString text;
@@ -22,11 +22,11 @@ struct ButtonItem
     QString report;
 };
 
-/// The items that the button knows: each rate is the table of 优秀率 here, and only the analysis
-/// tells them apart. The blank behind 历次考试进入年级前x名人数 is the list's.
-const std::vector<ButtonItem>& buttonItems()
+/// Each rate is the table of 优秀率 here, and only the analysis tells them apart. The blank behind
+/// 历次考试进入年级前x名人数 is the list's.
+const std::vector<StatisticsItem>& knownItems()
 {
-    static const std::vector<ButtonItem> items{
+    static const std::vector<StatisticsItem> items{
         {u"高分段、低分段"_s, u"高分段、低分段"_s},
         {u"各科优秀率"_s, u"各科优秀率"_s},
         {u"各科良好率"_s, u"各科优秀率"_s},
@@ -68,7 +68,7 @@ bool runReport(const ReportRequest& request, statistics::ReportContext& context,
         return false;
     }
     context.forgetRows();
-    for (const ButtonItem& item : buttonItems()) {
+    for (const StatisticsItem& item : knownItems()) {
         if (item.text != request.item)
             continue;
         QString exams = request.exams.join(u',');

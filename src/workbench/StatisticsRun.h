@@ -19,7 +19,7 @@ struct ReportRequest
 };
 
 /// "执行统计": fills the grid with the report of the item. All four rates run as 各科优秀率, and an
-/// item that is none of the button's does nothing. False after a message if exams or the item are
+/// item that is unknown here does nothing. False after a message if exams or the item are
 /// missing.
 bool runReport(const ReportRequest& request, statistics::ReportContext& context,
                grid::FlexGrid& grid);
