@@ -1,4 +1,6 @@
 #include "cli/ChosenRows.h"
+#include "cli/Command.h"
+#include "cli/GridOutput.h"
 #include "workbench/Browse.h"
 #include "workbench/Offers.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/Command.h"
+#include "cli/Session.h"
 #include "workbench/RowChoice.h"
 
 namespace cli {

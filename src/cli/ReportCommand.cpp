@@ -1,5 +1,6 @@
-#include "cli/Command.h"
 #include "cli/ChosenRows.h"
+#include "cli/Command.h"
+#include "cli/GridOutput.h"
 #include "statistics/NamedReports.h"
 #include "workbench/StatisticsRun.h"
 
