@@ -118,10 +118,15 @@ void ExamTable::sortByRowId()
     }
 }
 
-TableColumn* ExamTable::column(const QString& name)
+const TableColumn* ExamTable::column(const QString& name) const
 {
     const int position = m_positions.value(name.toCaseFolded(), -1);
     return position < 0 ? nullptr : &m_columns[size_t(position)];
+}
+
+TableColumn* ExamTable::column(const QString& name)
+{
+    return const_cast<TableColumn*>(std::as_const(*this).column(name));
 }
 
 database::Statement& ExamTable::writer(const std::vector<const TableColumn*>& columns)

@@ -70,6 +70,7 @@ public:
     const std::vector<double>& classes() const { return m_classes; }
     /// nullptr if 成绩表 has no such numeric column; names ignore case.
     TableColumn* column(const QString& name);
+    const TableColumn* column(const QString& name) const;
 
     /// Writes what was changed, each changed row once. Throws database::Error.
     void write();

@@ -30,16 +30,17 @@ public:
 
         struct Test
         {
-            const scoring::TableColumn* column = nullptr;
+            const double* values = nullptr;
             Comparison comparison;
         };
 
         explicit ClassFigure(ExamFigures& figures, Condition condition);
         /// Looks up what the condition needs; false if the rows cannot answer it.
         bool findTests();
-        bool passes(size_t row) const;
-        double countRows(double classNumber) const;
-        std::optional<double> aggregateRows(double classNumber) const;
+        /// For each row of a class whether the condition holds.
+        std::vector<char> passing(ExamRows::Place place) const;
+        double countRows(ExamRows::Place place) const;
+        std::optional<double> aggregateRows(ExamRows::Place place) const;
         std::optional<double> ask(double classNumber) const;
 
         ExamFigures& m_figures;
@@ -48,7 +49,7 @@ public:
         /// Nothing where rows are counted.
         std::optional<Aggregate> m_aggregate;
         QString m_column;
-        const scoring::TableColumn* m_values = nullptr;
+        const double* m_values = nullptr;
         bool m_onRows = false;
     };
 
@@ -69,7 +70,7 @@ public:
     const QString& exam() const { return m_exam; }
 
 private:
-    ExamRows* rows();
+    const ExamRows* rows();
     std::optional<double> ask(const QString& sql);
     /// The condition on exam and stream of an aggregate's statement.
     QString placeSql() const;
@@ -80,7 +81,7 @@ private:
     QString m_exam;
     QString m_stream;
     const runtime::Trap& m_trap;
-    ExamRows* m_rows = nullptr;
+    const ExamRows* m_rows = nullptr;
 };
 
 /// A number as a cell shows it: two decimals, a value half way to the even neighbour.
