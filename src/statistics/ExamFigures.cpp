@@ -149,21 +149,25 @@ bool ExamFigures::ClassFigure::findTests()
         const double* values = m_figures.m_rows->column(comparison.column);
         if (!values)
             return false;
-        m_tests.push_back({values, comparison});
+        narrow(values, comparison);
     }
     return true;
 }
 
-std::vector<char> ExamFigures::ClassFigure::passing(ExamRows::Place place) const
+/// The two comparisons of an interval make one test.
+void ExamFigures::ClassFigure::narrow(const double* values, const Comparison& comparison)
 {
-    std::vector<char> passes(place.count, 1);
-    for (const Test& test : m_tests) {
-        // NULL is NaN, which no comparison holds for.
-        const double* values = test.values + place.first;
-        for (size_t i = 0; i < place.count; ++i)
-            passes[i] &= char(test.comparison.holds(values[i]));
-    }
-    return passes;
+    if (m_tests.empty() || m_tests.back().values != values)
+        m_tests.push_back({values, comparison.lowest(), comparison.highest()});
+    Test& test = m_tests.back();
+    test.low = std::max(test.low, comparison.lowest());
+    test.high = std::min(test.high, comparison.highest());
+}
+
+bool ExamFigures::ClassFigure::passes(size_t row) const
+{
+    return std::all_of(m_tests.begin(), m_tests.end(),
+                       [row](const Test& test) { return test.holds(row); });
 }
 
 std::optional<double> ExamFigures::ClassFigure::operator()(double classNumber) const
@@ -176,18 +180,29 @@ std::optional<double> ExamFigures::ClassFigure::operator()(double classNumber) c
 
 double ExamFigures::ClassFigure::countRows(ExamRows::Place place) const
 {
-    const std::vector<char> passes = passing(place);
-    return double(std::count(passes.begin(), passes.end(), 1));
+    const size_t end = place.first + place.count;
+    qint64 count = 0;
+    if (m_tests.size() == 1) {
+        const Test test = m_tests.front();
+        for (size_t row = place.first; row < end; ++row)
+            count += qint64(test.values[row] >= test.low) & qint64(test.values[row] <= test.high);
+    } else {
+        for (size_t row = place.first; row < end; ++row)
+            count += passes(row);
+    }
+    return double(count);
 }
 
 std::optional<double> ExamFigures::ClassFigure::aggregateRows(ExamRows::Place place) const
 {
+    // What passes a test on the column itself is no NULL.
+    if (m_aggregate == Aggregate::Count && m_tests.size() == 1
+        && m_tests.front().values == m_values)
+        return countRows(place);
     Collector collector(*m_aggregate);
-    const std::vector<char> passes = passing(place);
-    for (size_t i = 0; i < place.count; ++i) {
-        const double value = m_values[place.first + i];
-        if (passes[i] && !std::isnan(value))
-            collector.add(value);
+    for (size_t row = place.first; row < place.first + place.count; ++row) {
+        if (!std::isnan(m_values[row]) && passes(row))
+            collector.add(m_values[row]);
     }
     return collector.result();
 }

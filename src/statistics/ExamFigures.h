@@ -28,17 +28,22 @@ public:
     private:
         friend class ExamFigures;
 
+        /// Values between two numbers, both included, in one column.
         struct Test
         {
             const double* values = nullptr;
-            Comparison comparison;
+            double low = 0;
+            double high = 0;
+
+            /// NULL is NaN, which lies between no numbers.
+            bool holds(size_t row) const { return values[row] >= low && values[row] <= high; }
         };
 
         explicit ClassFigure(ExamFigures& figures, Condition condition);
         /// Looks up what the condition needs; false if the rows cannot answer it.
         bool findTests();
-        /// For each row of a class whether the condition holds.
-        std::vector<char> passing(ExamRows::Place place) const;
+        void narrow(const double* values, const Comparison& comparison);
+        bool passes(size_t row) const;
         double countRows(ExamRows::Place place) const;
         std::optional<double> aggregateRows(ExamRows::Place place) const;
         std::optional<double> ask(double classNumber) const;
