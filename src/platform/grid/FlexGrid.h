@@ -100,13 +100,6 @@ private:
     std::set<int> m_mergeCols;
 };
 
-enum class SortKind { Generic = 1, Numeric = 2, Text = 3 };
-enum class SortOrder { Ascending = 1, Descending = 2 };
-
-/// Sets the grid's `Col` and sorts by it. A failure is shown in a message; a column outside the
-/// grid leaves `Col`, and the sort goes by the former one.
-void MFGSort(FlexGrid& grid, int column, SortKind kind, SortOrder order);
-
 /// Moves the texts of the block of rows by `offset` rows, upward if it is positive; both bounds
 /// come back as the block's new ones. Does nothing for row 1 upward and for the last row downward.
 /// A row whose number, or whose new place, is outside the grid is a failure shown in a message.
