@@ -100,11 +100,6 @@ private:
     std::set<int> m_mergeCols;
 };
 
-/// Moves the texts of the block of rows by `offset` rows, upward if it is positive; both bounds
-/// come back as the block's new ones. Does nothing for row 1 upward and for the last row downward.
-/// A row whose number, or whose new place, is outside the grid is a failure shown in a message.
-void MoveMFGData(FlexGrid& grid, int& firstRow, int& lastRow, int offset);
-
 /// The grid as text, cells separated by tabs, each row ended by a line break; within a cell a line
 /// break shows as "⏎" and a tab as a blank. For tests and for the command line.
 QString gridText(const FlexGrid& grid);
