@@ -100,8 +100,4 @@ private:
     std::set<int> m_mergeCols;
 };
 
-/// The grid as text, cells separated by tabs, each row ended by a line break; within a cell a line
-/// break shows as "⏎" and a tab as a blank. For tests and for the command line.
-QString gridText(const FlexGrid& grid);
-
 } // namespace grid
