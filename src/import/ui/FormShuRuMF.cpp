@@ -6,7 +6,6 @@
 #include <QVBoxLayout>
 
 #include "platform/grid/ui/CellEditors.h"
-#include "platform/grid/ui/CellOpeningKeys.h"
 #include "platform/grid/ui/CellTextEditor.h"
 #include "platform/grid/ui/FlexGridView.h"
 
