@@ -33,6 +33,7 @@ FormDaoRu::FormDaoRu(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
 
 void FormDaoRu::build()
 {
+    // Filled by the browse and read by nothing on purpose: an exam is stored under its name alone.
     Text2 = named(new QLineEdit(this), u"Text2"_s, u"考试的短名称"_s);
     Combo2 = named(new QComboBox(this), u"Combo2"_s, u"考试的名称"_s);
     Combo2->setEditable(true);

@@ -43,6 +43,8 @@ void Formgf::makeWidgets(ImportState& state)
         widgets::label(u"Label2"_s, u"点击相应成绩输入新成绩,回车确认"_s, nullptr, this);
     Text1 = named(new grid::CellTextEditor(MSFlexGrid1), u"Text1"_s, u"新成绩"_s);
     QPushButton* Command2 = button(u"Command2"_s, u"修改完毕(&O)"_s, this);
+    // Without a handler on purpose: the screen is left when every score is answered, or by its
+    // close box.
     QPushButton* Command1 = button(u"Command1"_s, u"取消(&C)"_s, this);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(Label2, 1);

@@ -42,6 +42,7 @@ void FormZFGS::makeWidgets()
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(button(u"Command1"_s, u"确定(&O)"_s, this));
+    // Without a handler on purpose: totals are computed anew from the workbench.
     buttons->addWidget(button(u"Command3"_s, u"重算总分(&R)"_s, this));
     buttons->addWidget(button(u"Command2"_s, u"退出(&X)"_s, this));
     layout->addLayout(buttons, 4, 0, 1, 3);
