@@ -8,13 +8,15 @@
 
 namespace widgets {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// "导入(&I)" is read as "导入".
 QString spoken(const QString& caption)
 {
     QString text = caption;
-    const qsizetype key = text.indexOf(QStringLiteral("(&"));
+    const qsizetype key = text.indexOf(u"(&"_s);
     if (key >= 0)
         text.remove(key, 4);
     return text.remove(u'&');
