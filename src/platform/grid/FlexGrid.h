@@ -9,6 +9,15 @@
 
 namespace grid {
 
+/// A cell by its row and column.
+struct CellPlace
+{
+    int row;
+    int col;
+
+    friend bool operator==(const CellPlace&, const CellPlace&) = default;
+};
+
 /// A table of texts with fixed headings, as plain data. Rows and columns count from 0, sizes are in
 /// twips (1/1440 inch).
 class FlexGrid

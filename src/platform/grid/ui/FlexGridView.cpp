@@ -7,6 +7,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include "platform/grid/GridFind.h"
 #include "platform/grid/ui/GridCellDelegate.h"
 #include "platform/widgets/CellClip.h"
 #include "platform/widgets/FindBar.h"
@@ -276,24 +277,14 @@ QMimeData* FlexGridView::selectedCells() const
 
 bool FlexGridView::findText(const QString& text, Qt::SortOrder direction)
 {
-    const qsizetype cols = m_grid.Cols();
-    const qsizetype cells = m_grid.Rows() * cols;
-    if (text.isEmpty() || cells == 0)
-        return false;
-    const qsizetype step = direction == Qt::AscendingOrder ? 1 : cells - 1;
-    qsizetype at = currentIndex().isValid() ? currentIndex().row() * cols + currentIndex().column()
-                                            : cells - 1;
-    for (qsizetype i = 0; i < cells; ++i) {
-        at = (at + step) % cells;
-        const int row = int(at / cols);
-        const int col = int(at % cols);
-        if (!isColumnHidden(col)
-            && m_grid.TextMatrix(row, col).contains(text, Qt::CaseInsensitive)) {
-            select(row, col, row, col);
-            return true;
-        }
-    }
-    return false;
+    const QModelIndex current = currentIndex();
+    std::optional<CellPlace> from;
+    if (current.isValid())
+        from = {current.row(), current.column()};
+    const std::optional<CellPlace> found = findCell(m_grid, from, text, direction);
+    if (found)
+        select(found->row, found->col, found->row, found->col);
+    return found.has_value();
 }
 
 void FlexGridView::resizeEvent(QResizeEvent* event)
