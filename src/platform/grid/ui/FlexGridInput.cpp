@@ -38,15 +38,6 @@ void FlexGridView::keyPressEvent(QKeyEvent* event)
         event->ignore();
 }
 
-/// The next line in the direction that is not hidden; the line itself at the end.
-int FlexGridView::stepped(const QHeaderView* header, int line, int step, int first) const
-{
-    int next = line + step;
-    while (next >= first && next < header->count() && header->isSectionHidden(next))
-        next += step;
-    return next < first || next >= header->count() ? line : next;
-}
-
 /// The row one page up (-1) or down (1) from the current one.
 int FlexGridView::pageRow(int direction) const
 {
@@ -62,14 +53,14 @@ bool FlexGridView::moveByKey(QKeyEvent* event)
 {
     const bool far = event->modifiers() & Qt::ControlModifier;
     const int lastRow = m_model->rowCount() - 1;
-    const int lastCol = stepped(horizontalHeader(), m_model->columnCount(), -1, 0);
+    const int lastCol = nextShown(horizontalHeader(), m_model->columnCount(), -1, 0);
     int row = m_grid.RowSel;
     int col = m_grid.ColSel;
     const auto rowStep = [&](int step) {
-        return stepped(verticalHeader(), row, step, m_grid.FixedRows);
+        return nextShown(verticalHeader(), row, step, m_grid.FixedRows);
     };
     const auto colStep = [&](int step) {
-        return stepped(horizontalHeader(), col, step, m_grid.FixedCols);
+        return nextShown(horizontalHeader(), col, step, m_grid.FixedCols);
     };
     switch (event->key()) {
     case Qt::Key_Up:
@@ -169,9 +160,9 @@ void FlexGridView::dragTo(QPoint place)
     int row = seen.isValid() ? seen.row() : m_grid.RowSel;
     int col = seen.isValid() ? seen.column() : m_grid.ColSel;
     if (place.y() != within.y())
-        row = stepped(verticalHeader(), row, place.y() < within.y() ? -1 : 1, m_grid.FixedRows);
+        row = nextShown(verticalHeader(), row, place.y() < within.y() ? -1 : 1, m_grid.FixedRows);
     if (place.x() != within.x())
-        col = stepped(horizontalHeader(), col, place.x() < within.x() ? -1 : 1, m_grid.FixedCols);
+        col = nextShown(horizontalHeader(), col, place.x() < within.x() ? -1 : 1, m_grid.FixedCols);
     if (row != m_grid.RowSel || col != m_grid.ColSel)
         select(m_grid.Row, m_grid.Col, row, col);
 }
@@ -215,11 +206,10 @@ int FlexGridView::columnEdgeAt(const QPoint& place) const
         return -1;
     for (const int reach : {-EdgeReach, EdgeReach}) {
         const QPoint side(place.x() + reach, place.y());
-        const int col = columnAt(unscrolled(side).x());
+        const int col = columnAt(m_geometry.unscrolled(side).x());
         if (col < 0)
             continue;
-        const int offset = col < m_grid.FixedCols ? 0 : horizontalOffset();
-        const int end = horizontalHeader()->sectionPosition(col) - offset + columnWidth(col);
+        const int end = m_geometry.columnStart(col) + columnWidth(col);
         if (std::abs(end - place.x()) <= EdgeReach)
             return col;
     }
@@ -228,10 +218,8 @@ int FlexGridView::columnEdgeAt(const QPoint& place) const
 
 void FlexGridView::dragEdge(int x)
 {
-    const int offset = m_draggedCol < m_grid.FixedCols ? 0 : horizontalOffset();
-    const int start = horizontalHeader()->sectionPosition(m_draggedCol) - offset;
     const int least = fontMetrics().height() + EdgeReach;
-    const int width = std::max(x - start, least);
+    const int width = std::max(x - m_geometry.columnStart(m_draggedCol), least);
     setColumnWidth(m_draggedCol, width);
     m_grid.setColWidth(m_draggedCol, twips(width - fontMetrics().height()));
     viewport()->update();
@@ -251,7 +239,7 @@ void FlexGridView::wheelEvent(QWheelEvent* event)
         return;
     int row = verticalHeader()->logicalIndexAt(fixedSize().height());
     for (int i = 0; i < std::abs(notches); ++i)
-        row = stepped(verticalHeader(), row, notches > 0 ? -1 : 1, first);
+        row = nextShown(verticalHeader(), row, notches > 0 ? -1 : 1, first);
     verticalScrollBar()->setValue(verticalHeader()->sectionPosition(row)
                                   - verticalHeader()->sectionPosition(first));
 }

@@ -3,11 +3,13 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMimeData>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include "platform/grid/GridFind.h"
+#include "platform/grid/ui/FixedCellsPainter.h"
 #include "platform/grid/ui/GridCellDelegate.h"
 #include "platform/widgets/CellClip.h"
 #include "platform/widgets/FindBar.h"
@@ -33,6 +35,7 @@ QRect selectedBlock(const QItemSelection& selection)
 FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
     : QTableView(parent),
       m_grid(grid),
+      m_geometry(*this, grid),
       m_model(new FlexGridModel(grid, this)),
       m_findBar(new widgets::FindBar(this, [this](const QString& text, Qt::SortOrder direction) {
           return findText(text, direction);
@@ -123,54 +126,15 @@ void FlexGridView::applySpans()
     }
 }
 
-QSize FlexGridView::fixedSize() const
-{
-    const int cols = std::clamp(m_grid.FixedCols, 0, m_model->columnCount());
-    const int rows = std::clamp(m_grid.FixedRows, 0, m_model->rowCount());
-    const auto end = [](const QHeaderView* header, int count) {
-        int size = 0;
-        for (int line = 0; line < count; ++line)
-            size += header->sectionSize(line);
-        return size;
-    };
-    return {end(horizontalHeader(), cols), end(verticalHeader(), rows)};
-}
-
-QRect FlexGridView::shownPart(int row, int col) const
-{
-    const QSize fixed = fixedSize();
-    QRect part = viewport()->rect();
-    if (row < m_grid.FixedRows)
-        part.setHeight(fixed.height());
-    else
-        part.setTop(fixed.height());
-    if (col < m_grid.FixedCols)
-        part.setWidth(fixed.width());
-    else
-        part.setLeft(fixed.width());
-    return part;
-}
-
-/// The place at which the table would show the same cell if the fixed ones scrolled with it.
-QPoint FlexGridView::unscrolled(const QPoint& place) const
-{
-    const QSize fixed = fixedSize();
-    return {place.x() < fixed.width() ? place.x() - horizontalOffset() : place.x(),
-            place.y() < fixed.height() ? place.y() - verticalOffset() : place.y()};
-}
-
 QModelIndex FlexGridView::indexAt(const QPoint& place) const
 {
-    return QTableView::indexAt(unscrolled(place));
+    return QTableView::indexAt(m_geometry.unscrolled(place));
 }
 
 QRect FlexGridView::visualRect(const QModelIndex& index) const
 {
     const QRect rect = QTableView::visualRect(index);
-    if (!index.isValid())
-        return rect;
-    return rect.translated(index.column() < m_grid.FixedCols ? horizontalOffset() : 0,
-                           index.row() < m_grid.FixedRows ? verticalOffset() : 0);
+    return index.isValid() ? rect.translated(m_geometry.stay(index)) : rect;
 }
 
 /// The cell must not hide under the fixed part.
@@ -291,6 +255,16 @@ void FlexGridView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
     m_findBar->place();
+}
+
+void FlexGridView::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    QPainter painter(viewport());
+    painter.setClipRegion(event->region());
+    FixedCellsPainter(*this, m_fixedSpans, option).paint(painter);
 }
 
 void FlexGridView::changeEvent(QEvent* event)

@@ -7,6 +7,7 @@
 
 #include "platform/grid/GridSpans.h"
 #include "platform/grid/ui/FlexGridModel.h"
+#include "platform/grid/ui/GridGeometry.h"
 
 class QMimeData;
 
@@ -57,9 +58,9 @@ public:
     }
     bool isCurrentCell(const QModelIndex& index) const;
     /// The part of the viewport in which a cell of this row and column can be seen.
-    QRect shownPart(int row, int col) const;
+    QRect shownPart(int row, int col) const { return m_geometry.shownPart(row, col); }
     /// The size of the fixed rows and columns.
-    QSize fixedSize() const;
+    QSize fixedSize() const { return m_geometry.fixedSize(); }
 
     /// A place in the viewport to the cell seen there, and back.
     QModelIndex indexAt(const QPoint& place) const override;
@@ -96,23 +97,18 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
-    struct Lines;
-
     void applySizes();
     void applySpans();
     void keepBlock(int row, int col, int rowSel, int colSel);
     bool moveByKey(QKeyEvent* event);
-    int stepped(const QHeaderView* header, int line, int step, int first) const;
     int pageRow(int direction) const;
     void pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
     void dragTo(QPoint place);
     int columnEdgeAt(const QPoint& place) const;
     void dragEdge(int x);
-    QPoint unscrolled(const QPoint& place) const;
-    void paintFixed(QPainter& painter, const Lines& lines);
-    void paintFixedCell(QPainter& painter, const QModelIndex& index);
 
     FlexGrid& m_grid;
+    GridGeometry m_geometry;
     FlexGridModel* m_model;
     widgets::FindBar* m_findBar;
     std::vector<GridSpan> m_fixedSpans;
