@@ -8,6 +8,7 @@
 #include <QTimerEvent>
 #include <QWheelEvent>
 
+#include "platform/grid/ui/CursorKeys.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/widgets/FindBar.h"
 
@@ -34,68 +35,17 @@ void FlexGridView::keyPressEvent(QKeyEvent* event)
         m_findBar->find(Qt::AscendingOrder);
     else if (event->matches(QKeySequence::FindPrevious))
         m_findBar->find(Qt::DescendingOrder);
-    else if (!moveByKey(event))
+    else if (!moveByKey(*event))
         event->ignore();
 }
 
-/// The row one page up (-1) or down (1) from the current one.
-int FlexGridView::pageRow(int direction) const
+bool FlexGridView::moveByKey(const QKeyEvent& key)
 {
-    const int page = viewport()->height() - fixedSize().height();
-    const QRect cell = visualRect(currentIndex());
-    const int row = verticalHeader()->logicalIndexAt(cell.top() + direction * page);
-    if (row >= 0)
-        return std::max(row, m_grid.FixedRows);
-    return direction < 0 ? m_grid.FixedRows : m_model->rowCount() - 1;
-}
-
-bool FlexGridView::moveByKey(QKeyEvent* event)
-{
-    const bool far = event->modifiers() & Qt::ControlModifier;
-    const int lastRow = m_model->rowCount() - 1;
-    const int lastCol = nextShown(horizontalHeader(), m_model->columnCount(), -1, 0);
-    int row = m_grid.RowSel;
-    int col = m_grid.ColSel;
-    const auto rowStep = [&](int step) {
-        return nextShown(verticalHeader(), row, step, m_grid.FixedRows);
-    };
-    const auto colStep = [&](int step) {
-        return nextShown(horizontalHeader(), col, step, m_grid.FixedCols);
-    };
-    switch (event->key()) {
-    case Qt::Key_Up:
-        row = far ? m_grid.FixedRows : rowStep(-1);
-        break;
-    case Qt::Key_Down:
-        row = far ? lastRow : rowStep(1);
-        break;
-    case Qt::Key_Left:
-        col = far ? m_grid.FixedCols : colStep(-1);
-        break;
-    case Qt::Key_Right:
-        col = far ? lastCol : colStep(1);
-        break;
-    case Qt::Key_PageUp:
-        row = pageRow(-1);
-        break;
-    case Qt::Key_PageDown:
-        row = pageRow(1);
-        break;
-    case Qt::Key_Home:
-        col = m_grid.FixedCols;
-        row = far ? m_grid.FixedRows : row;
-        break;
-    case Qt::Key_End:
-        col = lastCol;
-        row = far ? lastRow : row;
-        break;
-    default:
+    const std::optional<CellPlace> to = CursorKeys(*this).target(key);
+    if (!to)
         return false;
-    }
-    if (event->modifiers() & Qt::ShiftModifier)
-        select(m_grid.Row, m_grid.Col, row, col);
-    else
-        select(row, col, row, col);
+    const bool extend = key.modifiers() & Qt::ShiftModifier;
+    select(extend ? m_grid.Row : to->row, extend ? m_grid.Col : to->col, to->row, to->col);
     return true;
 }
 

@@ -100,8 +100,7 @@ private:
     void applySizes();
     void applySpans();
     void keepBlock(int row, int col, int rowSel, int colSel);
-    bool moveByKey(QKeyEvent* event);
-    int pageRow(int direction) const;
+    bool moveByKey(const QKeyEvent& key);
     void pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
     void dragTo(QPoint place);
     int columnEdgeAt(const QPoint& place) const;
