@@ -18,7 +18,6 @@ namespace grid {
 
 namespace {
 
-constexpr int EdgeReach = 3;
 constexpr int ScrollEveryMs = 50;
 
 } // namespace
@@ -53,8 +52,7 @@ void FlexGridView::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    m_draggedCol = columnEdgeAt(event->pos());
-    m_pressed = m_draggedCol < 0 ? indexAt(event->pos()) : QModelIndex();
+    m_pressed = m_columnDrag.start(event->pos()) ? QModelIndex() : indexAt(event->pos());
     if (m_pressed.isValid())
         pressCell(m_pressed, event->modifiers());
 }
@@ -85,10 +83,11 @@ void FlexGridView::pressCell(const QModelIndex& index, Qt::KeyboardModifiers mod
 
 void FlexGridView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (m_draggedCol >= 0)
-        return dragEdge(event->pos().x());
+    if (m_columnDrag.isActive())
+        return m_columnDrag.moveTo(event->pos().x());
     if (!(event->buttons() & Qt::LeftButton)) {
-        viewport()->setCursor(columnEdgeAt(event->pos()) >= 0 ? Qt::SplitHCursor : Qt::ArrowCursor);
+        viewport()->setCursor(m_columnDrag.edgeAt(event->pos()) >= 0 ? Qt::SplitHCursor
+                                                                     : Qt::ArrowCursor);
         return;
     }
     if (!m_dragging)
@@ -131,7 +130,7 @@ void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
         return;
     m_scrollTimer.stop();
     m_dragging = false;
-    const int dragged = std::exchange(m_draggedCol, -1);
+    const int dragged = m_columnDrag.finish();
     if (dragged >= 0) {
         Q_EMIT columnDragged(dragged);
         return;
@@ -147,32 +146,6 @@ void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
         Q_EMIT cellClicked(row, col);
     if (alive)
         Q_EMIT cellReleased(row, col);
-}
-
-/// The column whose right edge is under the mouse in the fixed rows; -1 for none.
-int FlexGridView::columnEdgeAt(const QPoint& place) const
-{
-    if (place.y() >= fixedSize().height() || place.y() < 0)
-        return -1;
-    for (const int reach : {-EdgeReach, EdgeReach}) {
-        const QPoint side(place.x() + reach, place.y());
-        const int col = columnAt(m_geometry.unscrolled(side).x());
-        if (col < 0)
-            continue;
-        const int end = m_geometry.columnStart(col) + columnWidth(col);
-        if (std::abs(end - place.x()) <= EdgeReach)
-            return col;
-    }
-    return -1;
-}
-
-void FlexGridView::dragEdge(int x)
-{
-    const int least = fontMetrics().height() + EdgeReach;
-    const int width = std::max(x - m_geometry.columnStart(m_draggedCol), least);
-    setColumnWidth(m_draggedCol, width);
-    m_grid.setColWidth(m_draggedCol, twips(width - fontMetrics().height()));
-    viewport()->update();
 }
 
 /// One row a notch.

@@ -36,6 +36,7 @@ FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
     : QTableView(parent),
       m_grid(grid),
       m_geometry(*this, grid),
+      m_columnDrag(*this, m_geometry),
       m_model(new FlexGridModel(grid, this)),
       m_findBar(new widgets::FindBar(this, [this](const QString& text, Qt::SortOrder direction) {
           return findText(text, direction);

@@ -6,6 +6,7 @@
 #include <QTableView>
 
 #include "platform/grid/GridSpans.h"
+#include "platform/grid/ui/ColumnDrag.h"
 #include "platform/grid/ui/FlexGridModel.h"
 #include "platform/grid/ui/GridGeometry.h"
 
@@ -103,11 +104,10 @@ private:
     bool moveByKey(const QKeyEvent& key);
     void pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
     void dragTo(QPoint place);
-    int columnEdgeAt(const QPoint& place) const;
-    void dragEdge(int x);
 
     FlexGrid& m_grid;
     GridGeometry m_geometry;
+    ColumnDrag m_columnDrag;
     FlexGridModel* m_model;
     widgets::FindBar* m_findBar;
     std::vector<GridSpan> m_fixedSpans;
@@ -115,7 +115,6 @@ private:
     bool m_keeping = false;
     bool m_dragging = false;
     QModelIndex m_pressed;
-    int m_draggedCol = -1;
     int m_wheelRest = 0;
     QBasicTimer m_scrollTimer;
 };
