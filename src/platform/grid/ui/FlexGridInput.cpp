@@ -5,7 +5,6 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QScrollBar>
-#include <QTimerEvent>
 #include <QWheelEvent>
 
 #include "platform/grid/ui/CursorKeys.h"
@@ -15,12 +14,6 @@
 // What keys, mouse and wheel do in a FlexGridView.
 
 namespace grid {
-
-namespace {
-
-constexpr int ScrollEveryMs = 50;
-
-} // namespace
 
 void FlexGridView::keyPressEvent(QKeyEvent* event)
 {
@@ -68,16 +61,18 @@ void FlexGridView::pressCell(const QModelIndex& index, Qt::KeyboardModifiers mod
     const bool headingRow = index.row() < m_grid.FixedRows;
     const bool headingCol = index.column() < m_grid.FixedCols;
     const bool extend = modifiers & Qt::ShiftModifier;
-    m_dragging = !headingRow && !headingCol;
+    m_blockDrag.finish();
     if (headingRow && headingCol)
         selectAll();
     else if (headingRow)
         keepBlock(m_model->rowCount() - 1, index.column(), 0, index.column());
     else if (headingCol)
         keepBlock(index.row(), m_model->columnCount() - 1, index.row(), 0);
-    else
+    else {
+        m_blockDrag.start();
         select(extend ? m_grid.Row : index.row(), extend ? m_grid.Col : index.column(), index.row(),
                index.column());
+    }
     viewport()->update();
 }
 
@@ -90,46 +85,15 @@ void FlexGridView::mouseMoveEvent(QMouseEvent* event)
                                                                      : Qt::ArrowCursor);
         return;
     }
-    if (!m_dragging)
-        return;
-    dragTo(event->pos());
-    if (shownPart(m_grid.FixedRows, m_grid.FixedCols).contains(event->pos()))
-        m_scrollTimer.stop();
-    else if (!m_scrollTimer.isActive())
-        m_scrollTimer.start(ScrollEveryMs, this);
-}
-
-/// Extends the block to the cell under the mouse; outside, one cell further.
-void FlexGridView::dragTo(QPoint place)
-{
-    const QRect part = shownPart(m_grid.FixedRows, m_grid.FixedCols);
-    const QPoint within(std::clamp(place.x(), part.left(), std::max(part.right(), part.left())),
-                        std::clamp(place.y(), part.top(), std::max(part.bottom(), part.top())));
-    const QModelIndex seen = indexAt(within);
-    int row = seen.isValid() ? seen.row() : m_grid.RowSel;
-    int col = seen.isValid() ? seen.column() : m_grid.ColSel;
-    if (place.y() != within.y())
-        row = nextShown(verticalHeader(), row, place.y() < within.y() ? -1 : 1, m_grid.FixedRows);
-    if (place.x() != within.x())
-        col = nextShown(horizontalHeader(), col, place.x() < within.x() ? -1 : 1, m_grid.FixedCols);
-    if (row != m_grid.RowSel || col != m_grid.ColSel)
-        select(m_grid.Row, m_grid.Col, row, col);
-}
-
-void FlexGridView::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() == m_scrollTimer.timerId())
-        dragTo(viewport()->mapFromGlobal(QCursor::pos()));
-    else
-        QTableView::timerEvent(event);
+    if (m_blockDrag.isActive())
+        m_blockDrag.moveTo(event->pos());
 }
 
 void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    m_scrollTimer.stop();
-    m_dragging = false;
+    m_blockDrag.finish();
     const int dragged = m_columnDrag.finish();
     if (dragged >= 0) {
         Q_EMIT columnDragged(dragged);

@@ -37,6 +37,7 @@ FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
       m_grid(grid),
       m_geometry(*this, grid),
       m_columnDrag(*this, m_geometry),
+      m_blockDrag(*this),
       m_model(new FlexGridModel(grid, this)),
       m_findBar(new widgets::FindBar(this, [this](const QString& text, Qt::SortOrder direction) {
           return findText(text, direction);

@@ -2,10 +2,10 @@
 
 #include <vector>
 
-#include <QBasicTimer>
 #include <QTableView>
 
 #include "platform/grid/GridSpans.h"
+#include "platform/grid/ui/BlockDrag.h"
 #include "platform/grid/ui/ColumnDrag.h"
 #include "platform/grid/ui/FlexGridModel.h"
 #include "platform/grid/ui/GridGeometry.h"
@@ -92,7 +92,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -103,20 +102,18 @@ private:
     void keepBlock(int row, int col, int rowSel, int colSel);
     bool moveByKey(const QKeyEvent& key);
     void pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
-    void dragTo(QPoint place);
 
     FlexGrid& m_grid;
     GridGeometry m_geometry;
     ColumnDrag m_columnDrag;
+    BlockDrag m_blockDrag;
     FlexGridModel* m_model;
     widgets::FindBar* m_findBar;
     std::vector<GridSpan> m_fixedSpans;
     bool m_shown = true;
     bool m_keeping = false;
-    bool m_dragging = false;
     QModelIndex m_pressed;
     int m_wheelRest = 0;
-    QBasicTimer m_scrollTimer;
 };
 
 } // namespace grid
