@@ -9,6 +9,7 @@
 #include "platform/grid/ui/ColumnDrag.h"
 #include "platform/grid/ui/FlexGridModel.h"
 #include "platform/grid/ui/GridGeometry.h"
+#include "platform/grid/ui/RowWheel.h"
 
 class QMimeData;
 
@@ -107,13 +108,13 @@ private:
     GridGeometry m_geometry;
     ColumnDrag m_columnDrag;
     BlockDrag m_blockDrag;
+    RowWheel m_wheel;
     FlexGridModel* m_model;
     widgets::FindBar* m_findBar;
     std::vector<GridSpan> m_fixedSpans;
     bool m_shown = true;
     bool m_keeping = false;
     QModelIndex m_pressed;
-    int m_wheelRest = 0;
 };
 
 } // namespace grid
