@@ -52,10 +52,7 @@ FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
 {
     setModel(m_model);
     setItemDelegate(new GridCellDelegate(this));
-    horizontalHeader()->hide();
-    verticalHeader()->hide();
-    verticalHeader()->setMinimumSectionSize(1);
-    horizontalHeader()->setMinimumSectionSize(0);
+    hideHeaders();
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollMode(ScrollPerPixel);
     setEditTriggers(NoEditTriggers);
@@ -64,6 +61,15 @@ FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
     setAutoScroll(false);
     viewport()->setMouseTracking(true);
     refresh();
+}
+
+/// The headings are cells of the grid.
+void FlexGridView::hideHeaders()
+{
+    horizontalHeader()->hide();
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setMinimumSectionSize(0);
 }
 
 int FlexGridView::pixels(int twips) const

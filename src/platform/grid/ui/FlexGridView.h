@@ -98,6 +98,7 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
+    void hideHeaders();
     void applySizes();
     void applySpans();
     void keepBlock(int row, int col, int rowSel, int colSel);
