@@ -10,20 +10,6 @@ namespace widgets {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// "导入(&I)" is read as "导入".
-QString spoken(const QString& caption)
-{
-    QString text = caption;
-    const qsizetype key = text.indexOf(u"(&"_s);
-    if (key >= 0)
-        text.remove(key, 4);
-    return text.remove(u'&');
-}
-
-} // namespace
-
 Screen::Screen(const QString& name, const QString& caption, QWidget* parent) : QDialog(parent)
 {
     setObjectName(name);
@@ -52,12 +38,22 @@ void Screen::showEvent(QShowEvent* event)
     QDialog::showEvent(event);
 }
 
+QString withoutAccessKey(const QString& caption)
+{
+    constexpr int keyLength = 4;
+    QString text = caption;
+    const qsizetype key = text.indexOf(u"(&"_s);
+    if (key >= 0)
+        text.remove(key, keyLength);
+    return text.remove(u'&');
+}
+
 QPushButton* button(const QString& objectName, const QString& caption, QWidget* parent)
 {
     auto* made = new QPushButton(caption, parent);
     // A button that is not "auto default" leaves Enter alone.
     made->setAutoDefault(false);
-    return named(made, objectName, spoken(caption));
+    return named(made, objectName, withoutAccessKey(caption));
 }
 
 QLabel* label(const QString& objectName, const QString& caption, QWidget* buddy, QWidget* parent)
@@ -65,8 +61,8 @@ QLabel* label(const QString& objectName, const QString& caption, QWidget* buddy,
     auto* made = new QLabel(caption, parent);
     made->setBuddy(buddy);
     if (buddy && buddy->accessibleName().isEmpty())
-        buddy->setAccessibleName(spoken(caption));
-    return named(made, objectName, spoken(caption));
+        buddy->setAccessibleName(withoutAccessKey(caption));
+    return named(made, objectName, withoutAccessKey(caption));
 }
 
 } // namespace widgets

@@ -28,14 +28,6 @@ namespace {
 constexpr int startWidth = 120; // in characters
 constexpr int startHeight = 36; // in lines
 
-/// A caption as buttons of a tool bar show it, without its access key "(&S)".
-QString withoutKey(QString caption)
-{
-    constexpr int keyLength = 4;
-    const qsizetype key = caption.indexOf(u"(&"_s);
-    return key < 0 ? caption : caption.remove(key, keyLength);
-}
-
 } // namespace
 
 WorkbookWindow::WorkbookWindow(Workbook& book, const QString& name, Desktop desktop,
@@ -85,7 +77,7 @@ QAction* WorkbookWindow::action(const QString& name, const QString& caption,
 {
     auto* made = new QAction(caption, this);
     made->setObjectName(name);
-    made->setIconText(withoutKey(caption));
+    made->setIconText(widgets::withoutAccessKey(caption));
     made->setShortcut(keys);
     connect(made, &QAction::triggered, this, handler);
     addAction(made);
