@@ -79,4 +79,11 @@ TEST(Screen, BeginsNoLargerThanTheDisplayAndCanBeMadeLarger)
     EXPECT_EQ(screen.size(), QSize(300, 200));
 }
 
+TEST(Screen, ACaptionIsReadWithoutItsAccessKey)
+{
+    EXPECT_EQ(widgets::withoutAccessKey(u"另存为(&S)…"_s), u"另存为…"_s);
+    EXPECT_EQ(widgets::withoutAccessKey(u"&OK"_s), u"OK"_s);
+    EXPECT_EQ(widgets::withoutAccessKey(u"班级(人)"_s), u"班级(人)"_s);
+}
+
 } // namespace
