@@ -6,6 +6,7 @@
 
 #include "import/ExamWriter.h"
 #include "import/SheetPass.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Trap.h"
 #include "scoring/Scoring.h"
 

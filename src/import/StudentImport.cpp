@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "import/CellDate.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"

@@ -3,7 +3,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include "platform/database/FileUse.h"
+#include "platform/database/OpenFile.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"

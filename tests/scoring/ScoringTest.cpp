@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Numbers.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"

@@ -4,9 +4,9 @@
 
 #include <QScopeGuard>
 
-#include "platform/database/ConnectionPrivate.h"
 #include "platform/database/Error.h"
 #include "platform/database/RowSource.h"
+#include "platform/database/Statement.h"
 
 namespace database {
 

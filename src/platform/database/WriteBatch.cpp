@@ -1,5 +1,9 @@
+#include "platform/database/WriteBatch.h"
+
+#include <sqlite3.h>
+
 #include "platform/database/ConnectionPrivate.h"
-#include "platform/database/EngineErrors.h"
+#include "platform/database/Error.h"
 
 namespace database {
 

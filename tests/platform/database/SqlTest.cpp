@@ -3,6 +3,7 @@
 #include <random>
 
 #include "DatabaseFile.h"
+#include "platform/database/WriteBatch.h"
 
 namespace database {
 namespace {
