@@ -10,6 +10,7 @@
 
 namespace database {
 
+class SqlText;
 class Statement;
 
 /// The connection to one library file. All reading and writing goes through it, on one thread.
@@ -68,8 +69,8 @@ private:
     void checkFileStands();
     /// Adds the indexes that the file lacks, once; failing to is no error.
     void ensureIndexes();
-    /// Runs a statement without rows, in the words of the engine.
-    void runStatement(const QString& sql, Trust trust);
+    /// Runs a statement without rows.
+    void runStatement(const SqlText& sql, Trust trust);
     /// Forgets what is known of the tables.
     void schemaChanged();
     void finishStatements();

@@ -25,11 +25,16 @@ public:
     const Column& at(int position) const { return m_columns.at(size_t(position)); }
     /// Position from 0, or -1.
     int find(const QString& name) const;
+    /// The rows are known by numbers of the engine, as they are in nearly every table; false where
+    /// there is no table.
+    bool hasRowIds() const { return m_hasRowIds; }
+    void setHasRowIds(bool has) { m_hasRowIds = has; }
     auto begin() const { return m_columns.begin(); }
     auto end() const { return m_columns.end(); }
 
 private:
     std::vector<Column> m_columns;
+    bool m_hasRowIds = false;
     QHash<QString, int> m_exact;
     QHash<QString, int> m_folded;
 };
