@@ -5,44 +5,12 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 
-#include <iconv.h>
-
+#include "platform/runtime/CodePage.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Trap.h"
 
 namespace runtime {
-
-namespace {
-
-/// Qt's own decoders do not cover GB18030 on every platform; iconv does.
-QString fromGb18030(const QByteArray& bytes)
-{
-    const iconv_t converter = iconv_open("UTF-16LE", "GB18030");
-    if (converter == iconv_t(-1))
-        return QString::fromLatin1(bytes);
-    QByteArray copy = bytes;
-    QString text(bytes.size(), Qt::Uninitialized);
-    char* in = copy.data();
-    size_t inLeft = size_t(copy.size());
-    char* out = reinterpret_cast<char*>(text.data());
-    size_t outLeft = size_t(text.size()) * sizeof(QChar);
-    while (inLeft > 0 && iconv(converter, &in, &inLeft, &out, &outLeft) == size_t(-1)) {
-        // A byte that is no character becomes a replacement mark; the rest of the file still reads.
-        if (outLeft < sizeof(QChar))
-            break;
-        *reinterpret_cast<QChar*>(out) = QChar(QChar::ReplacementCharacter);
-        out += sizeof(QChar);
-        outLeft -= sizeof(QChar);
-        ++in;
-        --inLeft;
-    }
-    iconv_close(converter);
-    text.chop(qsizetype(outLeft / sizeof(QChar)));
-    return text;
-}
-
-} // namespace
 
 QString Trim(const QString& text)
 {
@@ -75,7 +43,9 @@ QString decodeText(const QByteArray& bytes)
     // Stateless, so that a character cut off at the end counts as an error.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decoder(bytes);
-    return decoder.hasError() ? fromGb18030(bytes) : text;
+    if (!decoder.hasError())
+        return text;
+    return CodePage(CodePage::chinese).decode({bytes.constData(), size_t(bytes.size())});
 }
 
 void readLines(const QString& file, QStringList& list)

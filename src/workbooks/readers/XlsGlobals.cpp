@@ -47,7 +47,7 @@ void XlsGlobals::take(const XlsRecord& record)
     case record::filePass:
         throw ReadFailure{Fault::Password};
     case record::codePage:
-        m_page = std::make_unique<CodePage>(record.read().u16());
+        m_page = std::make_unique<runtime::CodePage>(record.read().u16());
         break;
     case record::dateMode:
         m_dates = record.read().u16() == 1 ? DateSystem::From1904 : DateSystem::From1900;
