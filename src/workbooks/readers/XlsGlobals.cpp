@@ -2,6 +2,8 @@
 
 namespace excel {
 
+using runtime::ByteCursor;
+
 namespace {
 
 constexpr int biff8 = 0x0600;
@@ -59,7 +61,7 @@ void XlsGlobals::take(const XlsRecord& record)
         takeFormat(record);
         break;
     case record::cellStyle: {
-        XlsBytes bytes = record.read();
+        ByteCursor bytes = record.read();
         bytes.skip(2);
         m_formats.addStyle(bytes.u16());
         break;
@@ -139,7 +141,7 @@ void XlsGlobals::takeName(const XlsRecord& record)
     constexpr qsizetype smallestName = 14 + 1 + 11;
     if (m_version != XlsVersion::Biff8 || qsizetype(record.bytes.size()) < smallestName)
         return;
-    XlsBytes bytes = record.read();
+    ByteCursor bytes = record.read();
     const int flags = bytes.u16();
     bytes.skip(1);
     const int nameLength = bytes.u8();
