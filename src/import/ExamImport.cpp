@@ -43,6 +43,7 @@ public:
     {
         m_import.report(m_text, done, total);
     }
+    void finish() override {}
     bool cancelled() const override { return m_import.cancelled(); }
 
 private:
@@ -214,7 +215,7 @@ void ExamImport::finish(Afterwards afterwards)
     m_library.catalogue.GetKeLei();
     m_library.catalogue.GetKSXX();
     m_library.notifyChanged();
-    m_progress.report({}, 0, 0);
+    m_progress.finish();
     MsgBox(u"导入完成！"_s);
 }
 

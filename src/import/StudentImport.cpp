@@ -44,7 +44,7 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
         return ImportResult::Stopped;
     if (!writeRows())
         return ImportResult::Stopped;
-    m_progress.report({}, 0, 0);
+    m_progress.finish();
     m_sheet = nullptr;
     m_intake.quitApplication();
     m_library.catalogue.GetKeLei();

@@ -21,6 +21,7 @@ public:
     ExamProgress(Progress& run, int exam, int exams) : m_run(run), m_exam(exam), m_exams(exams) {}
 
     void report(const QString& text, int, int) override { m_run.report(text, m_exam, m_exams); }
+    void finish() override {}
     bool cancelled() const override { return m_run.cancelled(); }
 
 private:
@@ -46,7 +47,7 @@ void CommandZF_Click(const Selection& selection, Scoring& scoring, Progress& pro
         share.report(u"计算总分："_s + exams[i] + u"..."_s, 0, 1);
         trap([&] { scoring.score(exams[i], share); });
     }
-    progress.report({}, 0, 0);
+    progress.finish();
     if (!progress.cancelled())
         runtime::MsgBox(u"计算总分 完成！"_s + begin + u"\n"_s + timeOfDay());
 }
@@ -60,7 +61,7 @@ void Command_Click(const Selection& selection, Scoring& scoring, Progress& progr
         progress.report(exam, i, exams.count());
         trap([&] { scoring.PanNJBjMC(exam); });
     }
-    progress.report({}, 0, 0);
+    progress.finish();
 }
 
 } // namespace workbench

@@ -235,6 +235,7 @@ public:
         texts.append(text);
         --m_left;
     }
+    void finish() override {}
     bool cancelled() const override { return m_left <= 0; }
 
     QStringList texts;

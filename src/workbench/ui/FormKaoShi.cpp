@@ -11,6 +11,7 @@
 #include <QRadioButton>
 
 #include "platform/runtime/Trap.h"
+#include "platform/widgets/LabelProgress.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenProgress.h"
 #include "workbench/Browse.h"
@@ -68,28 +69,6 @@ void showAsList(QComboBox* box)
 {
     box->setStyleSheet(u"QComboBox { combobox-popup: 0; }"_s);
 }
-
-/// Progress whose text also stands on the workbench; an empty text ends it there.
-class PanelProgress : public widgets::ScreenProgress
-{
-public:
-    PanelProgress(QWidget* parent, QWidget& panel, QLabel& text)
-        : ScreenProgress(parent), m_panel(panel), m_text(text)
-    {
-    }
-
-    void report(const QString& text, int done, int total) override
-    {
-        m_text.setText(text);
-        m_panel.setVisible(!text.isEmpty());
-        m_panel.repaint();
-        ScreenProgress::report(text, done, total);
-    }
-
-private:
-    QWidget& m_panel;
-    QLabel& m_text;
-};
 
 } // namespace
 
@@ -377,7 +356,7 @@ void FormKaoShi::browse()
 
 void FormKaoShi::computeTotals()
 {
-    PanelProgress progress(window(), *Picture1, *LabelXX);
+    widgets::LabelProgress progress(window(), *LabelXX, Picture1);
     CommandZF_Click(m_selection, m_scoring, progress);
 }
 
