@@ -1,5 +1,6 @@
 #include "cli/Command.h"
 #include "cli/SelectionOptions.h"
+#include "platform/database/Error.h"
 #include "workbench/Browse.h"
 #include "workbench/Selection.h"
 
@@ -31,7 +32,7 @@ void setSortKey(const database::TableColumns& columns, workbench::DropDown& colu
         throw UsageError(u"排序方式只能是 asc 或 desc：%1"_s.arg(text));
     column.text = colon < 0 ? text : text.left(colon);
     if (columns.find(column.text) < 0)
-        throw UsageError(u"没有名为“%1”的列。"_s.arg(column.text));
+        throw UsageError(database::noSuchColumn(column.text));
     direction.ListIndex = word == "desc"_L1 ? 1 : 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include <numeric>
 
+#include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
 #include "platform/grid/FlexGrid.h"
 #include "platform/runtime/Numbers.h"
@@ -69,7 +70,7 @@ void storeRank(TableColumn& ranks, const TableColumn& scores, size_t row, RankRu
 void failEachRow(const QString& name, size_t rows)
 {
     for (size_t row = 0; row < rows; ++row)
-        trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        trap.fail(database::noSuchColumn(name));
 }
 
 /// Whether the grade is ranked beside the classes.
@@ -131,7 +132,7 @@ void rankByT(ExamTable& table, const QString& total)
     const QString name = total + u"T分"_s;
     const TableColumn* scores = table.column(name);
     if (!scores)
-        return trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        return trap.fail(database::noSuchColumn(name));
     TableColumn* ranks = table.column(name + u"年名"_s);
     if (!ranks)
         return failEachRow(name + u"年名"_s, table.rowCount());
@@ -144,7 +145,7 @@ void rankByScore(ExamTable& table, const QString& name, const Groups& groups)
 {
     const TableColumn* scores = table.column(name);
     if (!scores)
-        return trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        return trap.fail(database::noSuchColumn(name));
     const std::vector<size_t> order = descending(*scores, table.rowCount());
     if (groups.grade == Grade::Ranked)
         rankGrade(table, *scores, order, name + u"年名"_s);

@@ -1,5 +1,6 @@
 #include "scoring/StandardScores.h"
 
+#include "platform/database/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -78,7 +79,7 @@ void takeZ(LastZ& z, const TableColumn& scores, size_t row, const Distribution& 
 void storeZ(TableColumn* column, const QString& name, size_t row, const LastZ& z)
 {
     if (!column)
-        trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        trap.fail(database::noSuchColumn(name));
     else if (z.kind == LastZ::Kind::Number)
         column->set(row, z.number);
     else
@@ -89,7 +90,7 @@ void storeT(TableColumn* column, const QString& name, size_t row, const LastZ& z
             const library::Settings& settings)
 {
     if (!column)
-        trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        trap.fail(database::noSuchColumn(name));
     else if (z.kind == LastZ::Kind::Null)
         column->setNull(row);
     else

@@ -15,6 +15,8 @@ QString withEngineWords(const QString& description, const QString& engineWords)
     return engineWords.isEmpty() ? description : description + u"（%1）"_s.arg(engineWords);
 }
 
+constexpr const char16_t* noColumn = u"没有名为“%1”的列。";
+
 struct Wording
 {
     const char* pattern;
@@ -23,7 +25,7 @@ struct Wording
 
 /// Words of the engine for a wrong statement; %1 is what the pattern catches.
 constexpr Wording sqlWordings[] = {
-    {"^no such column: (.*)$", u"没有名为“%1”的列。"},
+    {"^no such column: (.*)$", noColumn},
     {"^no such table: (.*)$", u"没有名为“%1”的表。"},
     {"^no such function: (.*)$", u"没有名为“%1”的函数。"},
     {"^near \"(.*)\": syntax error$", u"语句有语法错误，在“%1”附近。"},
@@ -78,6 +80,11 @@ constexpr Condition conditions[] = {
 Error::Error(Failure failure, const QString& description, const QString& engineWords)
     : runtime::Error(withEngineWords(description, engineWords)), m_failure(failure)
 {
+}
+
+QString noSuchColumn(const QString& name)
+{
+    return QString::fromUtf16(noColumn).arg(name);
 }
 
 Error engineError(sqlite3* handle)

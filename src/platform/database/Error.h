@@ -33,6 +33,9 @@ private:
     Failure m_failure;
 };
 
+/// The description for a name that no column has.
+QString noSuchColumn(const QString& name);
+
 /// The engine's last error on this handle, in words that a teacher can read.
 Error engineError(sqlite3* handle);
 

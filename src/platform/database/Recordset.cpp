@@ -103,7 +103,7 @@ Field Recordset::Fields(const QString& name)
 {
     const int found = position(name);
     if (found < 0)
-        throw Error(Failure::Sql, u"没有名为“%1”的列。"_s.arg(name));
+        throw Error(Failure::Sql, noSuchColumn(name));
     return Field(*this, found);
 }
 
