@@ -6,21 +6,9 @@
 #include <QScreen>
 #include <QShowEvent>
 
+#include "platform/widgets/Captions.h"
+
 namespace widgets {
-
-namespace {
-
-/// "导入(&I)" is read as "导入".
-QString spoken(const QString& caption)
-{
-    QString text = caption;
-    const qsizetype key = text.indexOf(QStringLiteral("(&"));
-    if (key >= 0)
-        text.remove(key, 4);
-    return text.remove(u'&');
-}
-
-} // namespace
 
 Screen::Screen(const QString& name, const QString& caption, QWidget* parent) : QDialog(parent)
 {
@@ -55,7 +43,7 @@ QPushButton* button(const QString& objectName, const QString& caption, QWidget* 
     auto* made = new QPushButton(caption, parent);
     // A button that is not "auto default" leaves Enter alone.
     made->setAutoDefault(false);
-    return named(made, objectName, spoken(caption));
+    return named(made, objectName, withoutAccessKey(caption));
 }
 
 QLabel* label(const QString& objectName, const QString& caption, QWidget* buddy, QWidget* parent)
@@ -63,8 +51,8 @@ QLabel* label(const QString& objectName, const QString& caption, QWidget* buddy,
     auto* made = new QLabel(caption, parent);
     made->setBuddy(buddy);
     if (buddy && buddy->accessibleName().isEmpty())
-        buddy->setAccessibleName(spoken(caption));
-    return named(made, objectName, spoken(caption));
+        buddy->setAccessibleName(withoutAccessKey(caption));
+    return named(made, objectName, withoutAccessKey(caption));
 }
 
 } // namespace widgets

@@ -11,6 +11,7 @@
 #include <QRadioButton>
 
 #include "platform/runtime/Trap.h"
+#include "platform/widgets/Captions.h"
 #include "platform/widgets/LabelProgress.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenProgress.h"
@@ -301,8 +302,7 @@ void FormKaoShi::showState()
     ListXM->addItems(m_selection.ListXM.items);
     ListXM->setCurrentRow(m_selection.ListXM.ListIndex);
     for (size_t i = 0; i < OptionButton1.size(); ++i) {
-        OptionButton1[i]->setText(
-            QString(m_selection.OptionButton1[i].caption).replace(u'&', u"&&"_s));
+        OptionButton1[i]->setText(widgets::literalCaption(m_selection.OptionButton1[i].caption));
         OptionButton1[i]->setAccessibleName(u"科类 "_s + m_selection.OptionButton1[i].caption);
         OptionButton1[i]->setVisible(i == 0 || m_selection.OptionButton1[i].visible);
         OptionButton1[i]->setChecked(m_selection.option == int(i));

@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "platform/runtime/Dialogs.h"
+#include "platform/widgets/Captions.h"
 #include "platform/widgets/Screen.h"
 #include "workbooks/ui/CellDisplay.h"
 #include "workbooks/ui/WorksheetView.h"
@@ -27,14 +28,6 @@ namespace {
 
 constexpr int startWidth = 120; // in characters
 constexpr int startHeight = 36; // in lines
-
-/// A caption as buttons of a tool bar show it, without its access key "(&S)".
-QString withoutKey(QString caption)
-{
-    constexpr int keyLength = 4;
-    const qsizetype key = caption.indexOf(u"(&"_s);
-    return key < 0 ? caption : caption.remove(key, keyLength);
-}
 
 } // namespace
 
@@ -85,7 +78,7 @@ QAction* WorkbookWindow::action(const QString& name, const QString& caption,
 {
     auto* made = new QAction(caption, this);
     made->setObjectName(name);
-    made->setIconText(withoutKey(caption));
+    made->setIconText(widgets::withoutAccessKey(caption));
     made->setShortcut(keys);
     connect(made, &QAction::triggered, this, handler);
     addAction(made);
@@ -166,7 +159,7 @@ void WorkbookWindow::showTabs()
         if (tab == SheetTabs->count())
             SheetTabs->addTab(QString());
         // An ampersand would pass for an access key.
-        SheetTabs->setTabText(tab, QString(sheet.Name()).replace(u'&', u"&&"_s));
+        SheetTabs->setTabText(tab, widgets::literalCaption(sheet.Name()));
         m_tabs.push_back(&sheet);
     }
     while (SheetTabs->count() > int(m_tabs.size()))
