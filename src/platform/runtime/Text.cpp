@@ -12,6 +12,8 @@
 
 namespace runtime {
 
+using namespace Qt::StringLiterals;
+
 QString Trim(const QString& text)
 {
     qsizetype begin = 0;
@@ -27,7 +29,7 @@ QString DelLast(const QString& text, int count)
 {
     const Trap trap{" - Function DelLast/MdlSYS"};
     if (count > text.size()) {
-        trap.fail(QStringLiteral("要去掉的字符比文本还长。"));
+        trap.fail(u"要去掉的字符比文本还长。"_s);
         return {};
     }
     return text.left(text.size() - count);
@@ -54,7 +56,7 @@ void readLines(const QString& file, QStringList& list)
         return;
     QFile in(file);
     if (!in.open(QIODevice::ReadOnly))
-        throw Error(QStringLiteral("无法读取文件 %1（%2）").arg(file, fileErrorText(in.error())));
+        throw Error(u"无法读取文件 %1（%2）"_s.arg(file, fileErrorText(in.error())));
     list.clear();
     const QString text = decodeText(in.readAll());
     for (QStringView line : QStringView(text).split(u'\n')) {
@@ -75,7 +77,7 @@ void writeTextFile(const QString& file, const QString& text)
 {
     QSaveFile out(file);
     if (!out.open(QIODevice::WriteOnly) || out.write(text.toUtf8()) < 0 || !out.commit())
-        throw Error(QStringLiteral("无法写入文件 %1（%2）").arg(file, fileErrorText(out.error())));
+        throw Error(u"无法写入文件 %1（%2）"_s.arg(file, fileErrorText(out.error())));
 }
 
 } // namespace runtime

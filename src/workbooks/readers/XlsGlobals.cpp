@@ -2,6 +2,8 @@
 
 namespace excel {
 
+using namespace Qt::StringLiterals;
+
 using runtime::ByteCursor;
 
 namespace {
@@ -164,7 +166,7 @@ void XlsGlobals::takeName(const XlsRecord& record)
 runtime::Value XlsGlobals::number(double number, int style) const
 {
     if (!std::isfinite(number))
-        return runtime::Value::error(QStringLiteral("#NUM!"));
+        return runtime::Value::error(u"#NUM!"_s);
     return m_formats.isDateStyle(size_t(style)) ? dateValue(number, m_dates)
                                                 : runtime::Value(number);
 }
