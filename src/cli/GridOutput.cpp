@@ -1,8 +1,9 @@
+#include "cli/GridOutput.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "cli/Command.h"
 #include "platform/grid/GridJson.h"
 
 namespace cli {

@@ -1,5 +1,6 @@
+#include "cli/ChosenRows.h"
 #include "cli/Command.h"
-#include "cli/SelectionOptions.h"
+#include "cli/GridOutput.h"
 #include "statistics/NamedReports.h"
 #include "workbench/StatisticsRun.h"
 
@@ -10,22 +11,20 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// True if the grid holds a result, false after a refusal or 取消.
-bool fill(Session& session, workbench::Selection& selection, grid::FlexGrid& grid)
+bool fill(Session& session, const QStringList& exams, grid::FlexGrid& grid)
 {
     const Arguments& arguments = session.arguments;
     statistics::ReportContext context(session.scores);
-    if (arguments.has(u"button"_s)) {
-        selection.Combo3.text = arguments.value(u"button"_s);
-        return workbench::CommandZXTJ_Click(selection, context, grid)
+    if (arguments.has(u"button"_s))
+        return workbench::runReport({exams, arguments.value(u"button"_s)}, context, grid)
                && !session.dialogs.cancelled();
-    }
     const QString item = arguments.value(u"item"_s);
     const statistics::Report report = statistics::namedReport(item);
     if (!report)
         throw UsageError(u"没有名为“%1”的报表。"_s.arg(item));
     // In the order given, which is that of the rows and says which one is the last.
-    QString exams = arguments.list(u"exam"_s).join(u',');
-    report(context, exams, grid, statistics::Transfer::GridOnly);
+    QString list = arguments.list(u"exam"_s).join(u',');
+    report(context, list, grid, statistics::Transfer::GridOnly);
     return !session.dialogs.cancelled();
 }
 
@@ -43,12 +42,11 @@ Exit runReport(Session& session)
         throw UsageError(u"缺少选项 --exam。"_s);
     if (!session.openLibrary())
         return Exit::Error;
-    workbench::Selection selection(session.scores);
-    selection.Form_Load();
-    chooseExamsAndCategories(selection, session);
-    selection.scTJ();
+    const QStringList exams = chosenExams(session);
+    session.scores.settings.CategoryFilter =
+        workbench::categoryCondition(chosenCategories(session));
     grid::FlexGrid grid;
-    if (fill(session, selection, grid) || format == "json"_L1)
+    if (fill(session, exams, grid) || format == "json"_L1)
         printGrid(session, grid, {}, format);
     return session.dialogs.cancelled() ? Exit::Error : session.result();
 }

@@ -1,4 +1,4 @@
-#include "cli/Command.h"
+#include "cli/Session.h"
 
 #include "platform/database/Statement.h"
 

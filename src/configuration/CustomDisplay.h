@@ -5,47 +5,44 @@
 
 namespace configuration {
 
+/// Rows of a grid, both ends included.
+struct RowBlock
+{
+    int first = 1;
+    int last = 1;
+
+    friend bool operator==(const RowBlock&, const RowBlock&) = default;
+};
+
 /// Which columns of 成绩表 are shown, and in which order, for one item of the workbench and one
-/// stream. The rows of the grid are the columns; those with "√" are saved in grid order.
+/// stream.
 class CustomDisplay
 {
 public:
-    explicit CustomDisplay(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary) {}
+    explicit CustomDisplay(library::ScoreLibrary& scoreLibrary);
 
-    /// The item's text, as in "原始分和名次"; to be set before init.
-    QString XMName;
-    /// First and last row of the block that CommandUP and CommandDown move.
-    int SelTop = 1;
-    int SelBottom = 1;
-    grid::FlexGrid MSFlexGrid1;
+    /// A row for each column, with "√" behind those that are shown; they are saved in grid order.
+    grid::FlexGrid columns;
 
-    /// Writes the headings.
-    void Form_Load();
-
-    /// What ComboKL offers: "全", then the streams.
+    /// "全", then the streams.
     QStringList streamChoices() const;
 
-    /// The window's title.
-    QString caption() const;
-
     /// Fills the grid with the columns of 成绩表 from the fourth on, in the table's order, and
-    /// ticks those that are in DisplayItems. An order saved before is not shown.
-    void init();
+    /// ticks those that the latest browse showed (DisplayItems). An order saved before is not
+    /// shown.
+    void load();
 
-    /// The mouse was released over a cell: flips the tick in column 1 and takes the selected rows.
-    void MSFlexGrid1_MouseUp(int MouseRow, int MouseCol);
-    /// Takes the rows that are selected in the grid as the block to move.
-    void takeSelection();
+    /// Ticks the column of a row, or takes the tick away; a heading row has none.
+    void flip(int row);
 
-    /// Moves the block by one row; its bounds go with it.
-    void CommandUP_Click();
-    void CommandDown_Click();
+    /// Moves a block by one row; gives its new place.
+    RowBlock moveUp(RowBlock block);
+    RowBlock moveDown(RowBlock block);
 
-    /// Saves the ticked columns for the item and `stream`, which is the text of ComboKL.
-    void Command1_Click(const QString& stream);
+    /// Saves the ticked columns for an item such as 原始分和名次 and a stream.
+    void save(const QString& item, const QString& stream);
 
 private:
-    void flip(int row);
     QString tickedColumns() const;
 
     library::ScoreLibrary& m_library;

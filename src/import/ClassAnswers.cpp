@@ -29,7 +29,7 @@ runtime::Value ClassAnswers::GetLeiBie(double classNumber)
     const auto known = m_categories.find(classNumber);
     if (known != m_categories.end())
         return known->second;
-    runtime::Value category = m_library.catalogue.GetLeiBie(classNumber);
+    runtime::Value category = m_library.students.GetLeiBie(classNumber);
     if (hasStudents(classNumber))
         m_categories.emplace(classNumber, category);
     return category;
@@ -40,7 +40,7 @@ runtime::Value ClassAnswers::GetBJKL(double classNumber)
     const auto known = m_streams.find(classNumber);
     if (known != m_streams.end())
         return known->second;
-    runtime::Value stream = m_library.catalogue.GetBJKL(classNumber);
+    runtime::Value stream = m_library.students.GetBJKL(classNumber);
     if (hasStudents(classNumber))
         m_streams.emplace(classNumber, stream);
     return stream;

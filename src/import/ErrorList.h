@@ -4,7 +4,7 @@
 
 namespace importing {
 
-/// The rules of the screen "修改错误成绩": every bad score of the import gets an answer.
+/// "修改错误成绩": every bad score of the import gets an answer.
 class ErrorList
 {
 public:
@@ -17,12 +17,12 @@ public:
 
     QString countText() const;
 
-    /// Takes the editor's text for CurRow. An empty text is ignored, a number below 0 or above the
-    /// subject's full mark refused with a message. An accepted one empties the row's mark and goes
-    /// to the staging cell behind the last subject, not to the bad cell.
+    /// Takes a text as the answer to CurRow. An empty text is ignored, a number below 0 or above
+    /// the subject's full mark refused with a message. An accepted one empties the row's mark and
+    /// goes to the staging cell behind the last subject, not to the bad cell.
     Entry enter(const QString& text);
 
-    /// "修改完毕": true if every row was answered; otherwise a message, and CurRow is the first
+    /// True if every row was answered; otherwise a message, and CurRow is the first
     /// open row.
     bool finish();
 

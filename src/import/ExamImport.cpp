@@ -6,6 +6,7 @@
 
 #include "import/ExamWriter.h"
 #include "import/SheetPass.h"
+#include "library/LibraryBackup.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Trap.h"
 #include "scoring/Scoring.h"
@@ -98,7 +99,7 @@ bool ExamImport::prepare(const ExamImportRequest& request)
         return false;
     }
     // The class of the first row stands for the whole sheet.
-    trap([&] { m_stream = m_library.catalogue.GetBJKL(m_sheet->Cells(2, 1)).text(); });
+    trap([&] { m_stream = m_library.students.GetBJKL(m_sheet->Cells(2, 1)).text(); });
     m_screens.showFullMarks(m_state, m_stream + u"科："_s + m_state.ExamName);
     return trap([&] { sizeGrids(); });
 }

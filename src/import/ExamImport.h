@@ -1,7 +1,6 @@
 #pragma once
 
 #include "import/ClassAnswers.h"
-#include "import/ImportOptions.h"
 #include "import/ImportState.h"
 #include "import/StudentMatch.h"
 #include "import/WorkbookIntake.h"
@@ -16,7 +15,7 @@ enum class ExamChoice { PickedFromList, Typed };
 /// "导入后计算总分".
 enum class Afterwards { Score, LeaveUnscored };
 
-/// What the user set on the screen "导入考试成绩".
+/// What is to be imported, and how.
 struct ExamImportRequest
 {
     QString workbookPath;
@@ -28,15 +27,15 @@ struct ExamImportRequest
     Backup backup = Backup::Make;
 };
 
-/// The screens that the exam import shows on its way; each returns when it was closed.
+/// What the exam import asks on its way; each call returns with the answers in the state.
 class ImportScreens
 {
 public:
     virtual ~ImportScreens() = default;
 
-    /// FormShuRuMF: fills KMFull of the subjects. `label` names stream and exam.
+    /// Asks for the full marks: fills KMFull of the subjects. `label` names stream and exam.
     virtual void showFullMarks(ImportState& state, const QString& label) = 0;
-    /// Formgf: every bad score gets an answer.
+    /// Asks for an answer to every bad score.
     virtual void showErrorList(ImportState& state) = 0;
 };
 

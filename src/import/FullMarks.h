@@ -5,8 +5,7 @@
 
 namespace importing {
 
-/// What the screen "输入各科满分" knows and does: the full marks of an import's subjects, with the
-/// defaults of 满分.txt.
+/// "输入各科满分": the full marks of an import's subjects, with the defaults of 满分.txt.
 class FullMarks
 {
 public:
@@ -21,19 +20,17 @@ public:
     /// marks empty.
     void load();
 
-    /// Takes the editor's text for CurRow.
+    /// Takes a text as the mark of CurRow.
     void setText(const QString& text);
 
-    /// "确定": stores the marks that are above 0, tells of each other one in a message and makes it
-    /// CurRow. So it is with a mark too large for a single-precision number. True if all are
-    /// accepted and the screen may close.
+    /// Stores the marks that are above 0, tells of each other one in a message and makes it CurRow.
+    /// So it is with a mark too large for a single-precision number. True if all are accepted.
     bool accept();
 
-    /// Enter in the editor: goes down one row, and behind the last one accepts. True if the screen
-    /// may close.
+    /// Goes down one row, and behind the last one accepts; true if that was done.
     bool enter();
 
-    /// "设为默认": the file then holds the subjects of this import and no others.
+    /// The file of defaults then holds the subjects of this import and no others.
     void saveDefaults();
 
 private:

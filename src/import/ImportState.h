@@ -19,8 +19,8 @@ struct ImportSubject
     short KMColumn = 0;
 };
 
-/// What the exam import shares with the screens that it shows; it stays after the import, so that
-/// the list of errors can be shown again.
+/// What the exam import shares with whoever answers its questions; it stays after the import, so
+/// that the list of errors can be shown again.
 struct ImportState
 {
     QString ExamName;

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "import/CellDate.h"
+#include "library/LibraryBackup.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"

@@ -3,7 +3,6 @@
 #include <optional>
 #include <vector>
 
-#include "import/ImportOptions.h"
 #include "import/WorkbookIntake.h"
 #include "library/ScoreLibrary.h"
 #include "platform/database/Recordset.h"

@@ -14,7 +14,13 @@ namespace importing {
 /// screen by its frame leaves its workbook in view.
 using excel::Applications;
 
-/// What an import screen demands of its sheet.
+/// Whether a dated copy of the library is made before the first write.
+enum class Backup { Make, SwitchedOff };
+
+/// Stopped: refused, cancelled or not writable; the user was told.
+enum class ImportResult { Finished, Stopped };
+
+/// What an import demands of its sheet.
 struct SheetRules
 {
     enum class Activation { BringForward, LeaveInPlace };
@@ -35,7 +41,7 @@ extern const SheetRules classChangeSheet;
 /// True for a cell without a content and for an empty text.
 bool isEmptyCell(const runtime::Value& cell);
 
-/// The workbook that an import screen reads from: choosing it, and opening one of its sheets.
+/// The workbook that an import reads from: choosing it, and opening one of its sheets.
 class WorkbookIntake
 {
 public:

@@ -1,9 +1,10 @@
+#include "library/LibraryBackup.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
-#include "library/ScoreLibrary.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
 

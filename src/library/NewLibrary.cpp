@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include "library/ColumnNames.h"
 #include "platform/database/OpenFile.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
@@ -74,7 +75,7 @@ bool NewLibrary::createAsked(const QStringList& subjects, const QString& path)
     if (path.isEmpty())
         return false;
     create(subjects);
-    if (!m_library.Conn.isOpen() || m_library.LibPath.isEmpty())
+    if (!m_library.Conn.isOpen())
         return false;
     MsgBox(u"新建数据库成功，现在将设置学生信息。"_s);
     return true;
@@ -130,17 +131,17 @@ void NewLibrary::addColumns(const QStringList& subjects)
     const QString scores = u"成绩表"_s;
     for (const QString& subject : subjects) {
         execute(scores, subject, u" Single"_s);
-        execute(scores, subject + u"年名"_s, u" long"_s);
-        execute(scores, subject + u"班名"_s, u" long"_s);
-        execute(scores, subject + u"Z分"_s, u" Double"_s);
-        execute(scores, subject + u"T分"_s, u" Double"_s);
-        const bool total = Catalogue::isTotal(subject);
+        execute(scores, gradeRankColumn(subject), u" long"_s);
+        execute(scores, classRankColumn(subject), u" long"_s);
+        execute(scores, zScoreColumn(subject), u" Double"_s);
+        execute(scores, tScoreColumn(subject), u" Double"_s);
+        const bool total = isTotal(subject);
         execute(u"考试名称表"_s, subject, total ? u" text(50)"_s : u" Single"_s);
         execute(u"教师表"_s, subject, u" text(50)"_s);
     }
     for (const QString& subject : subjects) {
-        if (Catalogue::isTotal(subject))
-            execute(scores, subject + u"T分年名"_s, u" long"_s);
+        if (isTotal(subject))
+            execute(scores, tRankColumn(subject), u" long"_s);
     }
     execute(scores, u"备注"_s, u" memo"_s);
 }

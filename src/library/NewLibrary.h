@@ -15,7 +15,7 @@ struct NewLibraryLists
     QStringList formulas;
 };
 
-/// What the screen "新建成绩库" knows and does, without its window.
+/// "新建成绩库": makes libraries of the subjects that a user chooses.
 class NewLibrary
 {
 public:

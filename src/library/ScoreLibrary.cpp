@@ -26,7 +26,7 @@ qsizetype lastSeparator(const QString& path)
 } // namespace
 
 ScoreLibrary::ScoreLibrary(const runtime::AppPaths& paths)
-    : catalogue(Conn), settings(Conn), m_paths(paths)
+    : catalogue(Conn), students(Conn), teachers(Conn), settings(Conn), m_paths(paths)
 {
 }
 
@@ -45,10 +45,8 @@ void ScoreLibrary::OpenDB()
     if (separator < 0)
         return;
     LibFolder = LibPath.left(separator);
-    if (!trap([&] { Conn.Open(LibPath, libraryShape()); })) {
-        LibPath = Conn.isOpen() ? Conn.path() : QString();
+    if (!trap([&] { Conn.Open(LibPath, libraryShape()); }))
         return;
-    }
     catalogue.GetKeLei();
     catalogue.GetKSXX();
     Q_EMIT opened();

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QDateTime>
 #include <QObject>
 #include <QString>
 
 #include "library/Catalogue.h"
 #include "library/Settings.h"
+#include "library/Students.h"
+#include "library/Teachers.h"
 #include "platform/database/Connection.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/AppPaths.h"
@@ -22,20 +23,22 @@ public:
     explicit ScoreLibrary(const runtime::AppPaths& paths);
     ~ScoreLibrary() override;
 
-    /// Full path of the open library; "" when none is open. Callers set it, then call OpenDB. It is
-    /// a text of its own and can name a file that is not open.
+    /// The library that was last asked for: callers set it, then call OpenDB. Whether one is open,
+    /// and which, the connection says.
     QString LibPath;
     /// LibPath up to, and not including, its last slash.
     QString LibFolder;
 
-    /// The connection to the open library.
+    /// The connection to the open library, which knows its path.
     database::Connection Conn;
     Catalogue catalogue;
+    Students students;
+    Teachers teachers;
     Settings settings;
 
     /// Opens the file that LibPath names and loads its structure; tells by opened(). A file that
-    /// does not exist, or cannot be opened, is shown in a message and clears LibPath; a library
-    /// open before stays open.
+    /// does not exist, or cannot be opened, is shown in a message, and a library open before stays
+    /// open; LibPath is empty after a file that does not exist.
     void OpenDB();
 
     /// Tells the screens that exams, students or settings changed.
@@ -62,9 +65,5 @@ Q_SIGNALS:
 private:
     runtime::AppPaths m_paths;
 };
-
-/// Copies the library to LIB_YYYY-MM-DD_HHMM.bak beside it and removes all but the newest five such
-/// copies. Throws runtime::Error if the copy cannot be written; nothing is harmed then.
-QString backUpLibrary(const QString& libraryPath, const QDateTime& now);
 
 } // namespace library

@@ -89,11 +89,11 @@ QString Settings::GetSouSuoChuan(const QString& text, const QString& separator,
     return condition;
 }
 
-void Settings::GetZDYXS(const QString& name)
+QStringList Settings::GetZDYXS(const QString& name)
 {
     const Trap trap{" - Sub GetZDYXS/Mdl_MDB"};
+    QStringList items;
     trap([&] {
-        DisplayItems.clear();
         database::Recordset rows;
         rows.Open(u"select * from 自定义显示表 where 项目名称='"_s + name + u"'"_s, m_conn);
         if (rows.RecordCount() == 0)
@@ -105,9 +105,10 @@ void Settings::GetZDYXS(const QString& name)
                 std::any_of(fields.begin(), fields.end(),
                             [&](const database::Column& c) { return c.name == token; });
             if (known)
-                DisplayItems.append(token);
+                items.append(token);
         }
     });
+    return items;
 }
 
 } // namespace library

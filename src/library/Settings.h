@@ -19,7 +19,7 @@ public:
     /// Condition on 类别代码 with " and (" in front, or empty; set by GetTJLB and by the workbench,
     /// appended to the WHERE clause of every statistic.
     QString CategoryFilter;
-    /// Columns that browsing and export show, in order; filled by GetZDYXS and the workbench.
+    /// Columns that the latest browse showed, in order.
     QStringList DisplayItems;
     /// T = TFactor · z + TOffset, as the last readable setting "T分" said when an exam was scored;
     /// another library that is opened finds them as they are.
@@ -37,8 +37,9 @@ public:
     /// `field`=token for each token of `text`, joined.
     QString GetSouSuoChuan(const QString& text, const QString& separator, const QString& field,
                            Joiner joiner, Quote quote);
-    /// Fills DisplayItems from the stored selection of that name; columns that are gone drop out.
-    void GetZDYXS(const QString& name);
+    /// The columns of the stored selection of that name, in its order; columns that are gone drop
+    /// out. None without such a selection.
+    QStringList GetZDYXS(const QString& name);
 
 private:
     database::Connection& m_conn;

@@ -2,9 +2,9 @@
 
 #include <numeric>
 
+#include "library/ColumnNames.h"
 #include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
-#include "platform/grid/FlexGrid.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -30,31 +30,40 @@ std::vector<size_t> descending(const TableColumn& column, size_t rows)
     return order;
 }
 
-/// Competition ranks (1, 2, 2, 4) of one group whose rows come in descending order. A NULL passes
-/// every test and takes the rank in force.
+/// Competition ranks (1, 2, 2, 4) of one group whose values come in descending order.
 class RankRule
 {
 public:
-    qint64 next(const TableColumn& column, size_t row)
+    qint64 next(double value)
     {
         ++m_position;
-        const bool null = column.isNull(row);
-        const double value = column.value(row);
         if (m_position == 1) {
             m_last = value;
-            m_lastNull = null;
-        } else if (!null && !m_lastNull && value < m_last) {
+        } else if (!m_beganWithNull && value < m_last) {
             m_rank = m_position;
             m_last = value;
         }
         return m_rank;
     }
 
+    /// A NULL passes every test and takes the rank in force.
+    qint64 nextNull()
+    {
+        ++m_position;
+        m_beganWithNull = m_beganWithNull || m_position == 1;
+        return m_rank;
+    }
+
+    qint64 next(const TableColumn& column, size_t row)
+    {
+        return column.isNull(row) ? nextNull() : next(column.value(row));
+    }
+
 private:
     qint64 m_position = 0;
     qint64 m_rank = 1;
     double m_last = 0;
-    bool m_lastNull = false;
+    bool m_beganWithNull = false;
 };
 
 /// A negative score is an absence: it stands in the rank column itself. The order puts it behind
@@ -129,13 +138,14 @@ void rankClasses(ExamTable& table, const TableColumn& scores, const std::vector<
 /// Grade ranks of a total by its T score; here every row has a rank, absent or not.
 void rankByT(ExamTable& table, const QString& total)
 {
-    const QString name = total + u"T分"_s;
+    const QString name = library::tScoreColumn(total);
     const TableColumn* scores = table.column(name);
     if (!scores)
         return trap.fail(database::noSuchColumn(name));
-    TableColumn* ranks = table.column(name + u"年名"_s);
+    const QString rankName = library::tRankColumn(total);
+    TableColumn* ranks = table.column(rankName);
     if (!ranks)
-        return failEachRow(name + u"年名"_s, table.rowCount());
+        return failEachRow(rankName, table.rowCount());
     RankRule rule;
     for (const size_t row : descending(*scores, table.rowCount()))
         ranks->set(row, double(rule.next(*scores, row)));
@@ -148,15 +158,15 @@ void rankByScore(ExamTable& table, const QString& name, const Groups& groups)
         return trap.fail(database::noSuchColumn(name));
     const std::vector<size_t> order = descending(*scores, table.rowCount());
     if (groups.grade == Grade::Ranked)
-        rankGrade(table, *scores, order, name + u"年名"_s);
+        rankGrade(table, *scores, order, library::gradeRankColumn(name));
     if (groups.classCount > 0)
-        rankClasses(table, *scores, order, groups, name + u"班名"_s);
+        rankClasses(table, *scores, order, groups, library::classRankColumn(name));
 }
 
 void rankColumn(ExamTable& table, const QString& name, const Groups& groups)
 {
     rankByScore(table, name, groups);
-    if (groups.grade == Grade::Ranked && library::Catalogue::isTotal(name))
+    if (groups.grade == Grade::Ranked && library::isTotal(name))
         rankByT(table, name);
 }
 
@@ -165,13 +175,13 @@ bool rankStream(Scoring& scoring, ExamTables& tables, const QString& stream, Gra
                 const std::vector<double>& classes)
 {
     return trap([&] {
-        library::Catalogue& catalogue = scoring.library().catalogue;
-        catalogue.GetKSKMZF(tables.exam(), stream);
+        const QStringList columns =
+            scoring.library().catalogue.GetKSKMZF(tables.exam(), stream).names;
         ExamTable& table = tables.of(stream);
         if (table.rowCount() == 0)
             return;
         const Groups groups = groupsOf(table, grade, classes);
-        for (const QString& name : std::as_const(catalogue.ExamColumns.names))
+        for (const QString& name : columns)
             rankColumn(table, name, groups);
     });
 }
@@ -218,35 +228,21 @@ void computeGroupRanks(Scoring& scoring, ExamTables& tables, const QString& stre
 
 void MyPaiXU(QStringList& values)
 {
-    const Trap sorting{" - Sub MyPaiXU/Mdl_MDB"};
-    sorting([&] {
-        const int count = int(values.size());
-        grid::FlexGrid MFGPaiXu;
-        MFGPaiXu.FixedRows = 0;
-        MFGPaiXu.FixedCols = 0;
-        MFGPaiXu.setRows(count);
-        MFGPaiXu.setCols(3);
-        for (int i = 0; i < count; ++i) {
-            MFGPaiXu.setTextMatrix(i, 0, QString::number(i));
-            MFGPaiXu.setTextMatrix(i, 1, values[i]);
-        }
-        grid::MFGSort(MFGPaiXu, 1, grid::SortKind::Numeric, grid::SortOrder::Descending);
-        double last = 0;
-        int rank = 1;
-        for (int i = 0; i < count; ++i) {
-            const double value = runtime::Val(MFGPaiXu.TextMatrix(i, 1));
-            if (i == 0 || value < last) {
-                rank = i + 1;
-                last = value;
-            }
-            MFGPaiXu.setTextMatrix(i, 2, QString::number(rank));
-        }
-        grid::MFGSort(MFGPaiXu, 0, grid::SortKind::Numeric, grid::SortOrder::Ascending);
-        for (int i = 0; i < count; ++i) {
-            if (!values[i].isEmpty())
-                values[i] = MFGPaiXu.TextMatrix(i, 2);
-        }
-    });
+    std::vector<double> numbers;
+    for (const QString& value : std::as_const(values))
+        numbers.push_back(runtime::Val(value));
+    std::vector<qsizetype> order(numbers.size());
+    std::iota(order.begin(), order.end(), qsizetype(0));
+    const auto isAhead = [&](qsizetype a, qsizetype b) {
+        return numbers[size_t(a)] > numbers[size_t(b)];
+    };
+    std::sort(order.begin(), order.end(), isAhead);
+    RankRule rule;
+    for (const qsizetype place : order) {
+        const qint64 rank = rule.next(numbers[size_t(place)]);
+        if (!values[place].isEmpty())
+            values[place] = QString::number(rank);
+    }
 }
 
 } // namespace scoring

@@ -1,5 +1,6 @@
 #include "scoring/StandardScores.h"
 
+#include "library/ColumnNames.h"
 #include "platform/database/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
@@ -103,8 +104,8 @@ void computeSubject(Scoring& scoring, ExamTable& table, const QString& subject, 
     const Distribution distribution = distributionOf(scores, table.rowCount());
     if (!(distribution.mean > 0))
         return;
-    const QString zName = subject + u"z分"_s;
-    const QString tName = subject + u"T分"_s;
+    const QString zName = library::zScoreColumn(subject);
+    const QString tName = library::tScoreColumn(subject);
     TableColumn* zColumn = table.column(zName);
     TableColumn* tColumn = table.column(tName);
     const library::Settings& settings = scoring.library().settings;
@@ -117,10 +118,9 @@ void computeSubject(Scoring& scoring, ExamTable& table, const QString& subject, 
 
 void computeStream(Scoring& scoring, ExamTables& tables, const QString& stream, LastZ& z)
 {
-    library::Catalogue& catalogue = scoring.library().catalogue;
-    catalogue.GetKSKM(tables.exam(), stream);
+    const QStringList subjects = scoring.library().catalogue.GetKSKM(tables.exam(), stream).names;
     ExamTable& table = tables.of(stream);
-    for (const QString& subject : std::as_const(catalogue.ExamSubjects.names)) {
+    for (const QString& subject : subjects) {
         if (table.column(subject)) {
             computeSubject(scoring, table, subject, z);
         } else {

@@ -1,5 +1,6 @@
 #include "scoring/TotalFormulas.h"
 
+#include "library/ColumnNames.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
 
@@ -34,7 +35,7 @@ void TotalFormulas::load()
             exams.append(rows.Fields(u"考试名称"_s).Value().text());
     });
     for (const QString& column : std::as_const(m_library.catalogue.AllColumns))
-        (library::Catalogue::isTotal(column) ? totals : subjects).append(column);
+        (library::isTotal(column) ? totals : subjects).append(column);
 }
 
 std::optional<QString> TotalFormulas::ShowGS(const QString& exam, const QString& total) const

@@ -6,7 +6,7 @@
 
 namespace scoring {
 
-/// What the screen "总分公式" knows and does: the formulas of the totals, exam by exam. A formula
+/// "总分公式": the formulas of the totals, exam by exam. A formula
 /// is names of columns joined by "+"; saving one computes nothing.
 class TotalFormulas
 {

@@ -1,5 +1,6 @@
 #include "scoring/Totals.h"
 
+#include "library/ColumnNames.h"
 #include "platform/database/Error.h"
 #include "platform/runtime/Trap.h"
 
@@ -57,7 +58,8 @@ public:
     {
     }
 
-    std::vector<Total> totals()
+    /// `formulas` are parallel to the totals of the library.
+    std::vector<Total> totals(const QStringList& formulas)
     {
         const library::Catalogue& catalogue = m_scoring.library().catalogue;
         std::vector<Total> found;
@@ -65,9 +67,9 @@ public:
             const QString& name = catalogue.TotalColumns[i];
             Total& total = found.emplace_back();
             total.score = named(name);
-            total.z = named(name + u"Z分"_s);
-            total.t = named(name + u"T分"_s);
-            const QString formula = catalogue.TotalFormulas.value(i);
+            total.z = named(library::zScoreColumn(name));
+            total.t = named(library::tScoreColumn(name));
+            const QString formula = formulas.value(i);
             // A total without a formula has no terms.
             const QStringList terms = formula.isEmpty() ? QStringList() : formula.split(u'+');
             for (const QString& term : terms)
@@ -86,7 +88,8 @@ private:
     Term makeTerm(const QString& name)
     {
         const float full = m_scoring.library().catalogue.getKMMF(m_exam, m_stream, name);
-        return {named(name), named(name + u"Z分"_s), named(name + u"T分"_s), double(full) / 100};
+        return {named(name), named(library::zScoreColumn(name)), named(library::tScoreColumn(name)),
+                double(full) / 100};
     }
 
     Scoring& m_scoring;
@@ -141,9 +144,10 @@ void computeTotal(const Total& total, size_t row, RowSums& sums)
 
 void computeStream(Scoring& scoring, ExamTables& tables, const QString& stream)
 {
-    scoring.library().catalogue.GetZFKMGS(tables.exam(), stream);
+    const QStringList formulas = scoring.library().catalogue.GetZFKMGS(tables.exam(), stream);
     ExamTable& table = tables.of(stream);
-    const std::vector<Total> totals = Formulas(scoring, table, tables.exam(), stream).totals();
+    const std::vector<Total> totals =
+        Formulas(scoring, table, tables.exam(), stream).totals(formulas);
     for (size_t row = 0; row < table.rowCount(); ++row) {
         RowSums sums;
         for (const Total& total : totals)

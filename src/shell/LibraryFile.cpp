@@ -15,7 +15,8 @@ using namespace Qt::StringLiterals;
 void compactLibrary(library::ScoreLibrary& scoreLibrary, const QString& date)
 {
     const runtime::Trap trap{" - Private Sub mfSaveAs_Click/FormMain"};
-    const QString library = scoreLibrary.LibPath;
+    const database::Connection& open = scoreLibrary.Conn;
+    const QString library = open.isOpen() ? open.path() : scoreLibrary.LibPath;
     const QString backup = library + u'_' + date + u"_.bak"_s;
     trap([&] { scoreLibrary.Conn.Close(); });
     if (QFile::exists(backup))
@@ -30,6 +31,7 @@ void compactLibrary(library::ScoreLibrary& scoreLibrary, const QString& date)
                 library, backup, runtime::fileErrorText(file.error())));
     });
     trap([&] { database::compactDatabase(backup, library); });
+    scoreLibrary.LibPath = library;
     scoreLibrary.OpenDB();
     runtime::MsgBox(u"压缩完毕!"_s);
 }

@@ -31,8 +31,7 @@ void TJKSRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
     grid.FixedRows = 0;
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
-        context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
-        const QStringList items = context.library.catalogue.ExamColumns.names;
+        const QStringList items = context.library.catalogue.GetKSKMZF(exams, frame.stream(i)).names;
         Block block(
             grid, frame.classes(i),
             {.title = frame.streamTitle(i, u"科"_s, u"考试人数"_s), .items = int(items.size())});

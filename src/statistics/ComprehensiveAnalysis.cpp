@@ -1,5 +1,6 @@
 #include "statistics/ComprehensiveAnalysis.h"
 
+#include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
@@ -59,8 +60,8 @@ private:
     void beginSheet(int number, const QString& name);
     void fillStudents(const StudentSheet& sheet);
     void writeStudents(const StudentSheet& sheet, const QStringList& columns);
-    StudentSheet scores();
-    StudentSheet standardScores();
+    static StudentSheet scores(const QStringList& examColumns);
+    StudentSheet standardScores(const QStringList& examColumns);
     void runReports(const QStringList& names, const QString& exams);
     QString comparedExams();
     /// Tells where the work stands; true if it is to go on.
@@ -96,13 +97,14 @@ AnalysisResult Analysis::run()
 
 void Analysis::runStream()
 {
+    // A report whose own question fails takes this answer.
     catalogue().GetKSKM(m_exam, streamName());
-    catalogue().GetKSKMZF(m_exam, streamName());
+    const QStringList columns = catalogue().GetKSKMZF(m_exam, streamName()).names;
     addBook();
     beginSheet(1, m_exam + u"原始分和名次("_s + streamName() + u")"_s);
-    fillStudents(scores());
+    fillStudents(scores(columns));
     beginSheet(2, m_exam + u"T分("_s + streamName() + u")"_s);
-    fillStudents(standardScores());
+    fillStudents(standardScores(columns));
     beginSheet(3, u"考试分析"_s);
     runReports(examReports, m_exam);
     beginSheet(4, u"对比分析"_s);
@@ -129,24 +131,23 @@ void Analysis::beginSheet(int number, const QString& name)
     trap([&] { slot().ReportSheet->setName(name); });
 }
 
-StudentSheet Analysis::scores()
+StudentSheet Analysis::scores(const QStringList& examColumns)
 {
     StudentSheet sheet{u"原始分和名次"_s, {u"班级"_s, u"学号"_s, u"姓名"_s}, Absence::InWords};
-    const QStringList columns = catalogue().ExamColumns.names;
-    sheet.defaultColumns += columns;
-    for (const QString& column : columns)
-        sheet.defaultColumns += column + u"年名"_s;
+    sheet.defaultColumns += examColumns;
+    for (const QString& column : examColumns)
+        sheet.defaultColumns += library::gradeRankColumn(column);
     return sheet;
 }
 
-StudentSheet Analysis::standardScores()
+StudentSheet Analysis::standardScores(const QStringList& examColumns)
 {
     StudentSheet sheet{u"T分"_s, {u"班级"_s, u"学号"_s, u"姓名"_s}, Absence::AsNumber};
-    for (const QString& column : std::as_const(catalogue().ExamColumns.names))
-        sheet.defaultColumns += column + u"T分"_s;
+    for (const QString& column : examColumns)
+        sheet.defaultColumns += library::tScoreColumn(column);
     // All totals of the library, not only those of the exam.
     for (const QString& total : std::as_const(catalogue().TotalColumns))
-        sheet.defaultColumns += total + u"T分年名"_s;
+        sheet.defaultColumns += library::tRankColumn(total);
     return sheet;
 }
 
@@ -155,10 +156,9 @@ void Analysis::fillStudents(const StudentSheet& sheet)
     if (!advance(sheet.family))
         return;
     library::Settings& settings = m_context.library.settings;
-    trap([&] { settings.GetZDYXS(sheet.family + streamName()); });
-    if (settings.DisplayItems.isEmpty())
-        settings.DisplayItems = sheet.defaultColumns;
-    const QStringList columns = settings.DisplayItems;
+    QStringList columns = settings.GetZDYXS(sheet.family + streamName());
+    if (columns.isEmpty())
+        columns = sheet.defaultColumns;
     for (int col = 0; col < columns.size(); ++col)
         trap([&] { slot().ReportSheet->setCellText(1, col + 1, columns[col]); });
     trap([&] { writeStudents(sheet, columns); });

@@ -1,5 +1,5 @@
 #include "platform/runtime/Numbers.h"
-#include "statistics/Bands.h"
+#include "statistics/BandSetting.h"
 #include "statistics/ExamFigures.h"
 #include "statistics/Reports.h"
 
@@ -12,12 +12,12 @@ namespace {
 const runtime::Trap trap{" - Sub TJGDFD/Mdl_MDB"};
 const QStringList groups{u"高分段"_s, u"低分段"_s};
 
-void fillGroup(ReportContext& context, Block& block, const QString& stream, const QString& exam,
-               int line, int group)
+void fillGroup(ReportContext& context, Block& block, const QString& stream,
+               const library::ColumnMarks& subjects, const QString& exam, int line, int group)
 {
     ExamFigures figures(context, exam, stream, trap);
-    BandSetting band(context, groups[group], stream, trap);
-    for (int k = 0; k < context.library.catalogue.ExamSubjects.count(); ++k) {
+    BandSetting band(context, groups[group], stream, subjects, trap);
+    for (int k = 0; k < subjects.count(); ++k) {
         const ExamFigures::ClassFigure students = figures.rowCount(band.of(k));
         block.eachClass(line, exam, [&](int j, double classNumber) {
             if (const auto count = students(classNumber))
@@ -34,15 +34,14 @@ void TJGDFD(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QString& stream = frame.stream(i);
-        context.library.catalogue.GetKSKM(exams, stream);
-        const QStringList subjects = context.library.catalogue.ExamSubjects.names;
+        const library::ColumnMarks subjects = context.library.catalogue.GetKSKM(exams, stream);
         // The stream stands in front even where the library has only one.
-        Block block = frame.examBlock(i, stream + u"科 高、低分段"_s, 2, 2, int(subjects.size()));
+        Block block = frame.examBlock(i, stream + u"科 高、低分段"_s, 2, 2, subjects.count());
         frame.fixHeading(2);
-        block.headItems(subjects, groups);
+        block.headItems(subjects.names, groups);
         for (int e = 0; e < frame.examCount(); ++e) {
-            fillGroup(context, block, stream, frame.exams()[e], e, 0);
-            fillGroup(context, block, stream, frame.exams()[e], e, 1);
+            for (int group = 0; group < groups.size(); ++group)
+                fillGroup(context, block, stream, subjects, frame.exams()[e], e, group);
         }
         frame.finish(i, block);
     }

@@ -37,13 +37,13 @@ void TJGKGMCDJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tr
     if (!useLastExam(exams))
         return;
     ReportFrame frame(context, grid, exams, transfer, trap);
-    FenLiNumTJ(context, title, context.library.settings.GetSZ(title));
+    const LineTable lines =
+        FenLiNumTJ(context.library.catalogue.Streams, title, context.library.settings.GetSZ(title));
     frame.clear();
     grid.FixedRows = 0;
     for (int i = 0; i < frame.streamCount(); ++i) {
-        context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
-        const QStringList items = context.library.catalogue.ExamColumns.names;
-        const QStringList& bands = context.LineTable[size_t(i)];
+        const QStringList items = context.library.catalogue.GetKSKMZF(exams, frame.stream(i)).names;
+        const QStringList& bands = lines[size_t(i)];
         Block block(grid, frame.classes(i),
                     {.title = frame.streamTitle(i, u"科  "_s, title),
                      .headingRows = 2,

@@ -1,5 +1,6 @@
 #include "statistics/RankBands.h"
 
+#include "library/ColumnNames.h"
 #include "platform/runtime/Numbers.h"
 #include "statistics/Reports.h"
 #include "statistics/SettingForms.h"
@@ -19,7 +20,7 @@ QString RankBand::name() const
 
 Condition RankBand::condition(const QString& item, ExamFigures& figures) const
 {
-    const QString rank = item + u"年名"_s;
+    const QString rank = library::gradeRankColumn(item);
     if (m_number > 0)
         return Condition(rank + u"<="_s + m_entry + u" and "_s + rank + u">0"_s);
     const double last = figures.highest(rank).value_or(0);
@@ -44,8 +45,8 @@ void fillExam(Block& block, ExamFigures& figures, int line, const QString& item,
     std::vector<ExamFigures::ClassFigure> students;
     students.reserve(bands.size());
     for (const RankBand& band : bands)
-        students.push_back(
-            figures.figure(Aggregate::Count, item + u"年名"_s, band.condition(item, figures)));
+        students.push_back(figures.figure(Aggregate::Count, library::gradeRankColumn(item),
+                                          band.condition(item, figures)));
     block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
         for (size_t b = 0; b < bands.size(); ++b) {
             if (const auto count = students[b](classNumber))
@@ -54,11 +55,9 @@ void fillExam(Block& block, ExamFigures& figures, int line, const QString& item,
     });
 }
 
-void fillStream(ReportContext& context, ReportFrame& frame, int stream, const RankReport& report)
+void fillStream(ReportContext& context, ReportFrame& frame, int stream, const QStringList& items,
+                const std::vector<RankBand>& bands, const RankReport& report)
 {
-    const QStringList items = context.library.catalogue.ExamColumns.names;
-    const QStringList& entries = context.LineTable[size_t(stream)];
-    const std::vector<RankBand> bands(entries.begin(), entries.end());
     for (const QString& item : items) {
         Block block =
             frame.examBlock(stream, frame.streamTitle(stream, u"科  "_s, item + report.title), 1, 1,
@@ -79,10 +78,12 @@ void runRankReport(ReportContext& context, const QString& exams, grid::FlexGrid&
 {
     ReportFrame frame(context, grid, exams, transfer, report.trap);
     frame.clear(1);
-    FenLiNumTJ(context, report.setting, context.library.settings.GetSZ(report.setting));
+    const LineTable lines = FenLiNumTJ(context.library.catalogue.Streams, report.setting,
+                                       context.library.settings.GetSZ(report.setting));
     for (int i = 0; i < frame.streamCount(); ++i) {
-        context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
-        fillStream(context, frame, i, report);
+        const QStringList items = context.library.catalogue.GetKSKMZF(exams, frame.stream(i)).names;
+        const QStringList& entries = lines[size_t(i)];
+        fillStream(context, frame, i, items, {entries.begin(), entries.end()}, report);
     }
     frame.setWidths({.all = 900});
 }

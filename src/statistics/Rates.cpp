@@ -1,5 +1,5 @@
 #include "platform/runtime/Numbers.h"
-#include "statistics/Bands.h"
+#include "statistics/BandSetting.h"
 #include "statistics/ExamFigures.h"
 #include "statistics/Reports.h"
 
@@ -13,11 +13,11 @@ const runtime::Trap trap{" - Sub TJGK4l/Mdl_MDB"};
 
 /// Fills the cells of one exam: how many are in the band, and their share of the class.
 void fillExam(ReportContext& context, Block& block, const QString& title, const QString& stream,
-              const QString& exam, int line)
+              const library::ColumnMarks& subjects, const QString& exam, int line)
 {
     ExamFigures figures(context, exam, stream, trap);
-    BandSetting band(context, title, stream, trap);
-    for (int k = 0; k < context.library.catalogue.ExamSubjects.count(); ++k) {
+    BandSetting band(context, title, stream, subjects, trap);
+    for (int k = 0; k < subjects.count(); ++k) {
         const ExamFigures::ClassFigure students = figures.rowCount(band.of(k));
         block.eachClass(line, exam, [&](int j, double classNumber) {
             const auto count = students(classNumber);
@@ -41,14 +41,13 @@ void TJGK4l(ReportContext& context, QString& exams, const QString& title, grid::
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QString& stream = frame.stream(i);
-        context.library.catalogue.GetKSKM(exams, stream);
-        const QStringList subjects = context.library.catalogue.ExamSubjects.names;
+        const library::ColumnMarks subjects = context.library.catalogue.GetKSKM(exams, stream);
         Block block =
-            frame.examBlock(i, frame.streamTitle(i, u"科"_s, title), 2, 2, int(subjects.size()));
+            frame.examBlock(i, frame.streamTitle(i, u"科"_s, title), 2, 2, subjects.count());
         frame.fixHeading(1);
-        block.headItems(subjects, {u"人数"_s, u"比例%"_s});
+        block.headItems(subjects.names, {u"人数"_s, u"比例%"_s});
         for (int e = 0; e < frame.examCount(); ++e)
-            fillExam(context, block, title, stream, frame.exams()[e], e);
+            fillExam(context, block, title, stream, subjects, frame.exams()[e], e);
         frame.finish(i, block);
     }
     frame.setWidths({.all = 750, .classes = 1100, .exams = frame.examsWidth()});

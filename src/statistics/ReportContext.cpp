@@ -1,8 +1,8 @@
 #include "statistics/ReportContext.h"
 
-namespace statistics {
+#include "library/ColumnNames.h"
 
-using namespace Qt::StringLiterals;
+namespace statistics {
 
 ExamRows& ReportContext::rows(const QString& exam, const QString& stream)
 {
@@ -11,7 +11,7 @@ ExamRows& ReportContext::rows(const QString& exam, const QString& stream)
     if (!known) {
         scoring::TableScope scope{filter, {}};
         for (const QString& column : std::as_const(library.catalogue.AllColumns))
-            scope.columns << column << column + u"年名"_s;
+            scope.columns << column << library::gradeRankColumn(column);
         known = std::make_unique<ExamRows>(library.Conn, exam, stream, scope);
     }
     return *known;

@@ -34,8 +34,6 @@ public:
     /// SQL conditions parallel to the subjects that MakeCXTJ last saw. A band that it cannot read
     /// leaves them as they were.
     QStringList BandConditions;
-    /// The numbers of FenLiNumTJ by stream, in the order of Catalogue::Streams.
-    std::array<QStringList, MaxStreams> LineTable;
     std::array<StreamSlot, MaxStreams> streamSlots;
 
     /// The exam's rows under the category filter in force, read when they are first asked for and

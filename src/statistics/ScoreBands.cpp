@@ -1,3 +1,4 @@
+#include "library/ColumnNames.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -112,12 +113,12 @@ void TJGFSDRS(ReportContext& context, QString& exams, const QString& title, grid
     if (!readWidths(context, title, widths))
         return;
     for (int i = 0; i < frame.streamCount(); ++i) {
-        context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
-        const library::ColumnMarks items = context.library.catalogue.ExamColumns;
+        const library::ColumnMarks items =
+            context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
         ExamFigures figures(context, exams, frame.stream(i), trap);
         for (int k = 0; k < items.count(); ++k) {
             const QString& item = items.names[k];
-            const double width = library::Catalogue::isTotal(item) ? widths.total : widths.subject;
+            const double width = library::isTotal(item) ? widths.total : widths.subject;
             trap([&] {
                 const ScoreBands bands(items.marks[size_t(k)], width);
                 Block block(grid, frame.classes(i),

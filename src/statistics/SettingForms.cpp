@@ -30,12 +30,11 @@ Interval Interval::parse(const QString& text)
     return interval;
 }
 
-void MakeCXTJ(ReportContext& context, const QString& band)
+void MakeCXTJ(ReportContext& context, const library::ColumnMarks& subjects, const QString& band)
 {
     const Trap trap{" - Function MakeCXTJ/Mdl_MDB"};
     trap([&] {
         const Interval interval = Interval::parse(band);
-        const library::ColumnMarks& subjects = context.library.catalogue.ExamSubjects;
         context.BandConditions.clear();
         for (int k = 0; k < subjects.count(); ++k) {
             const double marks = subjects.marks[size_t(k)];
@@ -51,30 +50,29 @@ namespace {
 
 /// The entries of a part such as "文=500,450" go to the stream that it names, if there is one.
 /// Throws runtime::Error for an empty part and for a stream's name alone.
-void takeStreamPart(ReportContext& context, const QString& part)
+void takeStreamPart(LineTable& table, const QStringList& streams, const QString& part)
 {
     const QStringList sides = part.split(u'=');
-    const qsizetype stream = context.library.catalogue.Streams.indexOf(sides[0]);
+    const qsizetype stream = streams.indexOf(sides[0]);
     const bool isKnown = stream >= 0 && stream < MaxStreams;
     if (part.isEmpty() || (isKnown && sides.size() < 2))
         throw runtime::Error(u"“"_s + part + u"”缺少等号。"_s);
     if (isKnown)
-        context.LineTable[size_t(stream)] =
-            sides[1].isEmpty() ? QStringList() : sides[1].split(u',');
+        table[size_t(stream)] = sides[1].isEmpty() ? QStringList() : sides[1].split(u',');
 }
 
 } // namespace
 
-void FenLiNumTJ(ReportContext& context, const QString& title, const QString& value)
+LineTable FenLiNumTJ(const QStringList& streams, const QString& title, const QString& value)
 {
     const Trap trap{" - Function FenLiNumTJ/Mdl_MDB"};
     const QString text = QString(value).remove(u' ');
-    context.LineTable = {};
+    LineTable table;
     const int marks =
         int(text.contains(u"文="_s)) + int(text.contains(u"理="_s)) + int(text.contains(u"||"_s));
     if (marks == 3) {
         for (const QString& part : text.split(u"||"_s))
-            trap([&] { takeStreamPart(context, part); });
+            trap([&] { takeStreamPart(table, streams, part); });
     } else if (marks > 0) {
         runtime::MsgBox(title + u"   条件设置不正确！缺少分隔符  ||  \n"_s + text, {},
                         runtime::Buttons::Ok, runtime::Icon::Warning);
@@ -82,8 +80,9 @@ void FenLiNumTJ(ReportContext& context, const QString& title, const QString& val
         QStringList numbers;
         for (const QString& entry : text.split(u','))
             numbers.append(doubleText(Val(entry)));
-        context.LineTable.fill(numbers);
+        table.fill(numbers);
     }
+    return table;
 }
 
 } // namespace statistics

@@ -20,13 +20,16 @@ struct Interval
     static Interval parse(const QString& text);
 };
 
-/// Fills BandConditions from an interval, one condition for each of ExamSubjects. A text that is
+/// Fills BandConditions from an interval, one condition for each of the subjects. A text that is
 /// none is shown, and BandConditions stays as it was.
-void MakeCXTJ(ReportContext& context, const QString& band);
+void MakeCXTJ(ReportContext& context, const library::ColumnMarks& subjects, const QString& band);
 
-/// Fills LineTable from a list of numbers: plain ("500,450", the same for all streams, kept as
+/// The numbers of a setting by stream, in the order of Catalogue::Streams.
+using LineTable = std::array<QStringList, MaxStreams>;
+
+/// Reads a list of numbers: plain ("500,450", the same for all streams, kept as
 /// numbers) or by stream ("文=500||理=520", kept as typed). Where only some of the three marks
-/// stand the text is refused with a message that begins with `title`, and LineTable is left empty.
-void FenLiNumTJ(ReportContext& context, const QString& title, const QString& value);
+/// stand the text is refused with a message that begins with `title`, and there are no numbers.
+LineTable FenLiNumTJ(const QStringList& streams, const QString& title, const QString& value);
 
 } // namespace statistics

@@ -10,7 +10,7 @@ namespace {
 
 enum class Absentees { Counted, LeftOut };
 
-/// What one of the four tables has of its own. They differ in small ways, all of them meant.
+/// What one of the four tables has of its own.
 struct AggregateTable
 {
     QString title;
@@ -51,7 +51,7 @@ void nameTeachers(ReportContext& context, Block& block, const QString& exam, int
         return;
     block.eachClass(line, exam, [&](int j, double classNumber) {
         const QStringList teachers =
-            context.library.catalogue.teachers(exam, classNumber, subjects);
+            context.library.teachers.ofSubjects(exam, classNumber, subjects);
         for (int k = 0; k < subjects.size(); ++k)
             block.set(j, line, k, 2, teachers[k]);
     });
@@ -72,8 +72,8 @@ void runTable(ReportContext& context, const QString& exams, grid::FlexGrid& grid
     frame.clear();
     const int columns = teachersListed(context) ? table.columnsWithTeachers : table.columns;
     for (int i = 0; i < frame.streamCount(); ++i) {
-        context.library.catalogue.GetKSKM(exams, frame.stream(i));
-        const QStringList subjects = context.library.catalogue.ExamSubjects.names;
+        const QStringList subjects =
+            context.library.catalogue.GetKSKM(exams, frame.stream(i)).names;
         Block block = frame.examBlock(i, frame.streamTitle(i, table.joiner, table.title),
                                       table.headingRows, columns, int(subjects.size()));
         frame.fixHeading(1);
@@ -132,32 +132,60 @@ void TJGKPJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Trans
 {
     const Trap trap{" - Sub TJGKPJF/Mdl_MDB"};
     runTable(context, exams, grid, transfer,
-             {u"各科平均分"_s, u"科"_s, Aggregate::Average, Absentees::Counted, trap, 2, 3, 2,
-              headAverages});
+             {.title = u"各科平均分"_s,
+              .joiner = u"科"_s,
+              .aggregate = Aggregate::Average,
+              .absentees = Absentees::Counted,
+              .trap = trap,
+              .columns = 2,
+              .columnsWithTeachers = 3,
+              .headingRows = 2,
+              .head = headAverages});
 }
 
 void TJGKZGF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
     const Trap trap{" - Sub TJGKZGF/Mdl_MDB"};
     runTable(context, exams, grid, transfer,
-             {u"各科最高分"_s, u"科"_s, Aggregate::Maximum, Absentees::Counted, trap, 1, 3, 1,
-              headInTitle});
+             {.title = u"各科最高分"_s,
+              .joiner = u"科"_s,
+              .aggregate = Aggregate::Maximum,
+              .absentees = Absentees::Counted,
+              .trap = trap,
+              .columns = 1,
+              .columnsWithTeachers = 3,
+              .headingRows = 1,
+              .head = headInTitle});
 }
 
 void TJGKZDF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
     const Trap trap{" - Sub TJGKZDF/Mdl_MDB"};
     runTable(context, exams, grid, transfer,
-             {u"各科最低分"_s, u"科"_s, Aggregate::Minimum, Absentees::LeftOut, trap, 1, 3, 1,
-              headBelowTitle});
+             {.title = u"各科最低分"_s,
+              .joiner = u"科"_s,
+              .aggregate = Aggregate::Minimum,
+              .absentees = Absentees::LeftOut,
+              .trap = trap,
+              .columns = 1,
+              .columnsWithTeachers = 3,
+              .headingRows = 1,
+              .head = headBelowTitle});
 }
 
 void TJGKBZC(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
     const Trap trap{" - Sub TJGKBZC/Mdl_MDB"};
     runTable(context, exams, grid, transfer,
-             {u"各科标准差"_s, u"科 "_s, Aggregate::Deviation, Absentees::LeftOut, trap, 1, 1, 1,
-              headBelowTitle});
+             {.title = u"各科标准差"_s,
+              .joiner = u"科 "_s,
+              .aggregate = Aggregate::Deviation,
+              .absentees = Absentees::LeftOut,
+              .trap = trap,
+              .columns = 1,
+              .columnsWithTeachers = 1,
+              .headingRows = 1,
+              .head = headBelowTitle});
 }
 
 } // namespace statistics

@@ -1,3 +1,4 @@
+#include "library/ColumnNames.h"
 #include "statistics/ExamFigures.h"
 #include "statistics/Reports.h"
 #include "statistics/SettingForms.h"
@@ -10,15 +11,14 @@ namespace {
 
 const runtime::Trap trap{" - Sub TJZFSXRS/Mdl_MDB"};
 const QString title = u"总分上线人数"_s;
-/// The column itself, not the totals of the library.
-const QString total = u"总分"_s;
 
 void fillExam(Block& block, ExamFigures& figures, int line, const QStringList& scoreLines)
 {
     block.eachClass(line, figures.exam(), [](int, double) {});
     for (int t = 0; t < scoreLines.size(); ++t) {
         const ExamFigures::ClassFigure students =
-            figures.figure(Aggregate::Count, total, Condition(total + u">="_s + scoreLines[t]));
+            figures.figure(Aggregate::Count, library::GrandTotal,
+                           Condition(library::GrandTotal + u">="_s + scoreLines[t]));
         block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
             if (const auto count = students(classNumber))
                 block.set(j, line, t, 0, figureText(*count));
@@ -33,9 +33,10 @@ void TJZFSXRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tran
     ReportFrame frame(context, grid, exams, transfer, trap);
     grid.FixedRows = 0;
     frame.clear();
-    FenLiNumTJ(context, title, context.library.settings.GetSZ(title));
+    const LineTable lines =
+        FenLiNumTJ(context.library.catalogue.Streams, title, context.library.settings.GetSZ(title));
     for (int i = 0; i < frame.streamCount(); ++i) {
-        const QStringList& scoreLines = context.LineTable[size_t(i)];
+        const QStringList& scoreLines = lines[size_t(i)];
         // Without lines the first data column is there all the same.
         Block block = frame.examBlock(i, frame.streamTitle(i, u"科"_s, title), 1, 1,
                                       std::max(1, int(scoreLines.size())));

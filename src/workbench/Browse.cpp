@@ -2,18 +2,16 @@
 
 #include <optional>
 
+#include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
-#include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
-#include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
-#include "workbench/Prompts.h"
+#include "workbench/RowChoice.h"
 
 namespace workbench {
 
 using namespace Qt::StringLiterals;
 using grid::FlexGrid;
-using library::Catalogue;
 using runtime::Trap;
 
 namespace {
@@ -32,7 +30,7 @@ int columnWidth(const QString& item, const QString& heading, double unit)
     double units = 2;
     if (item == u"姓名" || item == u"考试名称")
         units = 4;
-    else if (Catalogue::isTotal(heading))
+    else if (library::isTotal(heading))
         units = 3;
     return int(runtime::Round(unit * units));
 }
@@ -81,45 +79,49 @@ void writeRows(FlexGrid& grid, const QStringList& items, database::Recordset& ro
 QString browseHeading(const QString& item)
 {
     // The first character alone keeps the column narrow, even where two subjects begin alike.
-    return runtime::Right(item, 2) == u"年名" ? item.left(1) + u"名"_s : item;
+    return library::isGradeRankColumn(item) ? item.left(1) + u"名"_s : item;
 }
 
-QStringList Browse::defaultItems() const
+namespace {
+
+QStringList defaultItems(const library::Catalogue& catalogue, const QString& family)
 {
     QStringList items{u"班级"_s, u"学号"_s, u"姓名"_s, u"考试名称"_s};
-    const QString family = m_selection.ListXM.text();
-    for (const QString& column : m_selection.library().catalogue.AllColumns) {
-        const bool total = Catalogue::isTotal(column);
+    for (const QString& column : catalogue.AllColumns) {
+        const bool total = library::isTotal(column);
         if (family == u"原始分和名次") {
-            items << column << column + u"年名"_s;
+            items << column << library::gradeRankColumn(column);
             if (total)
-                items << column + u"班名"_s;
+                items << library::classRankColumn(column);
         } else if (family == u"Z分") {
-            items << column + u"Z分"_s;
+            items << library::zScoreColumn(column);
         } else if (family == u"T分") {
-            items << column + u"T分"_s;
+            items << library::tScoreColumn(column);
             if (total)
-                items << column + u"T分年名"_s;
+                items << library::tRankColumn(column);
         }
     }
     return items;
 }
 
-void Browse::MKzdyxs()
+} // namespace
+
+QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
+                    const QString& stream)
 {
     const Trap trap{" - Sub MKzdyxs/FormKaoShi"};
-    library::Settings& settings = m_selection.library().settings;
-    trap([&] { settings.GetZDYXS(m_selection.ListXM.text() + m_selection.streamWord()); });
-    if (settings.DisplayItems.isEmpty())
-        settings.DisplayItems = defaultItems();
+    QStringList& items = scoreLibrary.settings.DisplayItems;
+    trap([&] { items = scoreLibrary.settings.GetZDYXS(family + stream); });
+    if (items.isEmpty())
+        items = defaultItems(scoreLibrary.catalogue, family);
+    return items;
 }
 
-void Browse::ShowKSCJmain(const QString& sql, FlexGrid& grid)
+void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql,
+                  const QStringList& items, FlexGrid& grid)
 {
-    library::ScoreLibrary& library = m_selection.library();
-    const QStringList& items = library.settings.DisplayItems;
     database::Recordset rows;
-    fillTrap([&] { rows.Open(sql, library.Conn, database::Trust::User); });
+    fillTrap([&] { rows.Open(sql, scoreLibrary.Conn, database::Trust::User); });
     grid.Redraw = false;
     fillTrap([&] { grid.setCols(int(items.size())); });
     fillTrap([&] { grid.setRows(int(rows.RecordCount()) + 1); });
@@ -128,15 +130,14 @@ void Browse::ShowKSCJmain(const QString& sql, FlexGrid& grid)
     grid.Redraw = true;
 }
 
-bool Browse::CommandLLCJ_Click(FlexGrid& grid)
+bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request, FlexGrid& grid)
 {
     const Trap trap{" - Private Sub Command19_Click/FormKaoShi"};
-    if (m_selection.ListKSMC.selectedCount() == 0) {
-        runtime::MsgBox(NoExamMessage, {}, runtime::Buttons::Ok, runtime::Icon::Warning);
+    if (!checkExamChosen(request.exams))
         return false;
-    }
-    trap([&] { MKzdyxs(); });
-    trap([&] { ShowKSCJmain(m_selection.Text1, grid); });
+    QStringList items;
+    trap([&] { items = MKzdyxs(scoreLibrary, request.family, request.stream); });
+    trap([&] { ShowKSCJmain(scoreLibrary, request.sql, items, grid); });
     grid.Visible = true;
     return true;
 }

@@ -4,7 +4,7 @@
 #include "platform/runtime/Trap.h"
 #include "statistics/ComprehensiveAnalysis.h"
 #include "statistics/NamedReports.h"
-#include "workbench/Prompts.h"
+#include "workbench/RowChoice.h"
 
 namespace workbench {
 
@@ -14,19 +14,19 @@ using runtime::Trap;
 
 namespace {
 
-struct ButtonItem
+struct StatisticsItem
 {
-    /// As it stands in Combo3.
+    /// As it stands in the list of statistics.
     QString text;
     /// The report that it runs.
     QString report;
 };
 
-/// The items that the button knows. The rates are meant as they stand, and so is the blank behind
-/// 历次考试进入年级前x名人数.
-const std::vector<ButtonItem>& buttonItems()
+/// Each rate is the table of 优秀率 here, and only the analysis tells them apart. The blank behind
+/// 历次考试进入年级前x名人数 is the list's.
+const std::vector<StatisticsItem>& knownItems()
 {
-    static const std::vector<ButtonItem> items{
+    static const std::vector<StatisticsItem> items{
         {u"高分段、低分段"_s, u"高分段、低分段"_s},
         {u"各科优秀率"_s, u"各科优秀率"_s},
         {u"各科良好率"_s, u"各科优秀率"_s},
@@ -55,23 +55,23 @@ void refuse(const QString& text)
 
 } // namespace
 
-bool CommandZXTJ_Click(const Selection& selection, statistics::ReportContext& context,
-                       grid::FlexGrid& grid)
+const QString StatisticsPrompt = u"请选择要统计的项目"_s;
+
+bool runReport(const ReportRequest& request, statistics::ReportContext& context,
+               grid::FlexGrid& grid)
 {
     const Trap trap{" - Private Sub CommandZXTJ_Click/FormKaoShi"};
-    if (selection.ListKSMC.selectedCount() == 0) {
-        refuse(NoExamMessage);
+    if (!checkExamChosen(request.exams))
         return false;
-    }
-    if (selection.Combo3.text == StatisticsPrompt) {
+    if (request.item == StatisticsPrompt) {
         refuse(u"没有选择统计项目，请选择统计项目 后继续。"_s);
         return false;
     }
     context.forgetRows();
-    for (const ButtonItem& item : buttonItems()) {
-        if (item.text != selection.Combo3.text)
+    for (const StatisticsItem& item : knownItems()) {
+        if (item.text != request.item)
             continue;
-        QString exams = selection.ListKSMC.selectedTexts().join(u',');
+        QString exams = request.exams.join(u',');
         trap([&] {
             statistics::namedReport(item.report)(context, exams, grid,
                                                  statistics::Transfer::GridOnly);
@@ -81,16 +81,13 @@ bool CommandZXTJ_Click(const Selection& selection, statistics::ReportContext& co
     return true;
 }
 
-void Command2_Click(const Selection& selection, statistics::ReportContext& context,
-                    const std::function<excel::Application&()>& openExcel,
-                    runtime::Progress& progress)
+void runAnalysis(const AnalysisRequest& request, statistics::ReportContext& context,
+                 const std::function<excel::Application&()>& openExcel, runtime::Progress& progress)
 {
     const Trap trap{" - Private Sub Command2_Click/FormKaoShi"};
-    if (selection.ListKSMC.selectedCount() > 1)
+    if (request.selectedExams.size() > 1)
         return refuse(u"当前操作只针对一次考试，请选择  一次考试后  进行  综合分析。"_s);
-    trap([&] {
-        statistics::ZHFX(context, selection.ListKSMC.currentText(), openExcel(), progress);
-    });
+    trap([&] { statistics::ZHFX(context, request.currentExam, openExcel(), progress); });
 }
 
 } // namespace workbench

@@ -37,11 +37,10 @@ QString timeOfDay()
 
 } // namespace
 
-void CommandZF_Click(const Selection& selection, Scoring& scoring, Progress& progress)
+void computeTotals(const QStringList& exams, Scoring& scoring, Progress& progress)
 {
     const Trap trap{" - Private Sub CommandZF_Click/FormKaoShi"};
     const QString begin = timeOfDay();
-    const QStringList exams = selection.ListKSMC.selectedTexts();
     for (int i = 0; i < exams.size() && !progress.cancelled(); ++i) {
         ExamProgress share(progress, i, int(exams.size()));
         share.report(u"计算总分："_s + exams[i] + u"..."_s, 0, 1);
@@ -52,14 +51,12 @@ void CommandZF_Click(const Selection& selection, Scoring& scoring, Progress& pro
         runtime::MsgBox(u"计算总分 完成！"_s + begin + u"\n"_s + timeOfDay());
 }
 
-void Command_Click(const Selection& selection, Scoring& scoring, Progress& progress)
+void rankExams(const QStringList& exams, Scoring& scoring, Progress& progress)
 {
     const Trap trap{" - Sub Command_Click/FormKaoShi"};
-    const ChoiceList& exams = selection.ListKSMC;
-    for (int i = 0; i < exams.count() && !progress.cancelled(); ++i) {
-        const QString& exam = exams.items[size_t(i)].text;
-        progress.report(exam, i, exams.count());
-        trap([&] { scoring.PanNJBjMC(exam); });
+    for (int i = 0; i < exams.size() && !progress.cancelled(); ++i) {
+        progress.report(exams[i], i, int(exams.size()));
+        trap([&] { scoring.PanNJBjMC(exams[i]); });
     }
     progress.finish();
 }

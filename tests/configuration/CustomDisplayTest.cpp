@@ -6,6 +6,7 @@
 #include "support/TestLibrary.h"
 
 using namespace Qt::StringLiterals;
+using configuration::RowBlock;
 using grid::gridText;
 
 namespace {
@@ -18,39 +19,31 @@ protected:
         test.addStudent(1, 1, u"甲"_s, u"文"_s);
         test.addStudent(2, 1, u"乙"_s, u"理"_s);
         test.reload();
-        display.XMName = u"原始分和名次"_s;
-        display.Form_Load();
     }
 
     void open(const QStringList& shown)
     {
         test.scores.settings.DisplayItems = shown;
-        display.init();
+        display.load();
     }
 
     int rowOf(const QString& column) const
     {
-        for (int row = 1; row < display.MSFlexGrid1.Rows(); ++row) {
-            if (display.MSFlexGrid1.TextMatrix(row, 0) == column)
+        for (int row = 1; row < display.columns.Rows(); ++row) {
+            if (display.columns.TextMatrix(row, 0) == column)
                 return row;
         }
         ADD_FAILURE() << column.toStdString();
         return -1;
     }
 
-    /// Selects the rows of the grid as the screen does, and releases the mouse over the last one.
-    void selectRows(int first, int last)
-    {
-        display.MSFlexGrid1.Row = first;
-        display.MSFlexGrid1.RowSel = last;
-        display.MSFlexGrid1_MouseUp(last, 0);
-    }
+    void save(const QString& stream) { display.save(u"原始分和名次"_s, stream); }
 
     QStringList columns() const
     {
         QStringList names;
-        for (int row = 1; row < display.MSFlexGrid1.Rows(); ++row)
-            names.append(display.MSFlexGrid1.TextMatrix(row, 0));
+        for (int row = 1; row < display.columns.Rows(); ++row)
+            names.append(display.columns.TextMatrix(row, 0));
         return names;
     }
 
@@ -63,18 +56,18 @@ protected:
 TEST_F(CustomDisplayTest, OffersTheColumnsFromTheFourthFieldOnAndTicksWhatIsShown)
 {
     open({u"班级"_s, u"学号"_s, u"姓名"_s, u"语文年名"_s, u"语文"_s, u"没有了"_s});
-    EXPECT_EQ(gridText(display.MSFlexGrid1), u"项目名称\t显示\n"
-                                             "姓名\t√\n"
-                                             "类别代码\t\n"
-                                             "科类\t\n"
-                                             "考试名称\t\n"
-                                             "考试编号\t\n"
-                                             "语文\t√\n"
-                                             "语文年名\t√\n"
-                                             "语文班名\t\n"
-                                             "语文Z分\t\n"
-                                             "语文T分\t\n"
-                                             "备注\t\n"_s);
+    EXPECT_EQ(gridText(display.columns), u"项目名称\t显示\n"
+                                         "姓名\t√\n"
+                                         "类别代码\t\n"
+                                         "科类\t\n"
+                                         "考试名称\t\n"
+                                         "考试编号\t\n"
+                                         "语文\t√\n"
+                                         "语文年名\t√\n"
+                                         "语文班名\t\n"
+                                         "语文Z分\t\n"
+                                         "语文T分\t\n"
+                                         "备注\t\n"_s);
     EXPECT_EQ(test.dialogs.shown, QStringList());
 }
 
@@ -83,7 +76,7 @@ TEST_F(CustomDisplayTest, WhichColumnsAreOfferedIsAMatterOfTheirPlacesNotOfTheir
     test.execute(u"drop table 成绩表"_s);
     test.execute(u"create table 成绩表 (语文, 数学, 英语, 班级, 学号)"_s);
     open({u"语文"_s, u"学号"_s});
-    EXPECT_EQ(gridText(display.MSFlexGrid1), u"项目名称\t显示\n班级\t\n学号\t√\n"_s);
+    EXPECT_EQ(gridText(display.columns), u"项目名称\t显示\n班级\t\n学号\t√\n"_s);
 }
 
 TEST_F(CustomDisplayTest, ATableOfThreeColumnsOffersNone)
@@ -91,7 +84,7 @@ TEST_F(CustomDisplayTest, ATableOfThreeColumnsOffersNone)
     test.execute(u"drop table 成绩表"_s);
     test.execute(u"create table 成绩表 (id, 班级, 学号)"_s);
     open({u"班级"_s});
-    EXPECT_EQ(gridText(display.MSFlexGrid1), u"项目名称\t显示\n"_s);
+    EXPECT_EQ(gridText(display.columns), u"项目名称\t显示\n"_s);
     EXPECT_EQ(test.dialogs.shown, QStringList());
 }
 
@@ -99,13 +92,8 @@ TEST_F(CustomDisplayTest, ATickGoesWhenTheScreenIsFilledAnew)
 {
     open({u"姓名"_s});
     open({u"语文"_s});
-    EXPECT_EQ(display.MSFlexGrid1.TextMatrix(rowOf(u"姓名"_s), 1), u""_s);
-    EXPECT_EQ(display.MSFlexGrid1.TextMatrix(rowOf(u"语文"_s), 1), u"√"_s);
-}
-
-TEST_F(CustomDisplayTest, TheTitleNamesTheItemBehindTwoBlanks)
-{
-    EXPECT_EQ(display.caption(), u"自定义显示  原始分和名次"_s);
+    EXPECT_EQ(display.columns.TextMatrix(rowOf(u"姓名"_s), 1), u""_s);
+    EXPECT_EQ(display.columns.TextMatrix(rowOf(u"语文"_s), 1), u"√"_s);
 }
 
 TEST_F(CustomDisplayTest, TheChoicesAreAllAndTheStreams)
@@ -113,66 +101,50 @@ TEST_F(CustomDisplayTest, TheChoicesAreAllAndTheStreams)
     EXPECT_EQ(display.streamChoices(), (QStringList{u"全"_s, u"文"_s, u"理"_s}));
 }
 
-TEST_F(CustomDisplayTest, AClickInTheSecondColumnFlipsTheTick)
+TEST_F(CustomDisplayTest, FlippingARowTicksItOrTakesTheTickAway)
 {
     open({u"姓名"_s});
-    display.MSFlexGrid1_MouseUp(1, 1);
-    display.MSFlexGrid1_MouseUp(2, 1);
-    display.MSFlexGrid1_MouseUp(3, 0);
-    EXPECT_EQ(display.MSFlexGrid1.TextMatrix(1, 1), u""_s);
-    EXPECT_EQ(display.MSFlexGrid1.TextMatrix(2, 1), u"√"_s);
-    EXPECT_EQ(display.MSFlexGrid1.TextMatrix(3, 0), u"科类"_s);
-    EXPECT_EQ(display.MSFlexGrid1.TextMatrix(3, 1), u""_s);
+    display.flip(1);
+    display.flip(2);
+    EXPECT_EQ(display.columns.TextMatrix(1, 1), u""_s);
+    EXPECT_EQ(display.columns.TextMatrix(2, 1), u"√"_s);
+    EXPECT_EQ(display.columns.TextMatrix(3, 1), u""_s);
 }
 
-TEST_F(CustomDisplayTest, AClickOnTheHeadingLeavesIt)
+TEST_F(CustomDisplayTest, FlippingTheHeadingLeavesIt)
 {
     open({});
-    display.MSFlexGrid1_MouseUp(0, 1);
-    EXPECT_EQ(display.MSFlexGrid1.TextMatrix(0, 1), u"显示"_s);
+    display.flip(0);
+    EXPECT_EQ(display.columns.TextMatrix(0, 1), u"显示"_s);
     EXPECT_EQ(test.dialogs.shown, QStringList());
 }
 
-TEST_F(CustomDisplayTest, TheBlockIsTheSelectionFromWhicheverEndItWasMade)
-{
-    open({});
-    selectRows(2, 5);
-    EXPECT_EQ(std::pair(display.SelTop, display.SelBottom), std::pair(2, 5));
-    selectRows(6, 4);
-    EXPECT_EQ(std::pair(display.SelTop, display.SelBottom), std::pair(4, 6));
-}
-
-TEST_F(CustomDisplayTest, RepeatedClicksGoOnMovingTheBlockUpToTheTop)
+TEST_F(CustomDisplayTest, ABlockMovesUpToTheTopAndNoFurther)
 {
     open({u"考试名称"_s});
-    selectRows(3, 4);
-    display.CommandUP_Click();
-    EXPECT_EQ(std::pair(display.SelTop, display.SelBottom), std::pair(2, 3));
-    display.CommandUP_Click();
-    display.CommandUP_Click();
-    EXPECT_EQ(std::pair(display.SelTop, display.SelBottom), std::pair(1, 2));
+    RowBlock block = display.moveUp({3, 4});
+    EXPECT_EQ(block, (RowBlock{2, 3}));
+    block = display.moveUp(display.moveUp(block));
+    EXPECT_EQ(block, (RowBlock{1, 2}));
     EXPECT_EQ(columns().mid(0, 5),
               (QStringList{u"科类"_s, u"考试名称"_s, u"姓名"_s, u"类别代码"_s, u"考试编号"_s}));
-    EXPECT_EQ(display.MSFlexGrid1.TextMatrix(2, 1), u"√"_s);
+    EXPECT_EQ(display.columns.TextMatrix(2, 1), u"√"_s);
 }
 
-TEST_F(CustomDisplayTest, RepeatedClicksGoOnMovingTheBlockDownToTheEnd)
+TEST_F(CustomDisplayTest, ABlockMovesDownToTheEndAndNoFurther)
 {
     open({});
-    selectRows(9, 9);
-    display.CommandDown_Click();
-    display.CommandDown_Click();
-    display.CommandDown_Click();
+    const RowBlock block = display.moveDown(display.moveDown(display.moveDown({9, 9})));
     EXPECT_EQ(columns().mid(8), (QStringList{u"语文T分"_s, u"备注"_s, u"语文Z分"_s}));
-    EXPECT_EQ(std::pair(display.SelTop, display.SelBottom), std::pair(11, 11));
+    EXPECT_EQ(block, (RowBlock{11, 11}));
 }
 
-TEST_F(CustomDisplayTest, BeforeAnyClickTheFirstRowIsTheBlock)
+TEST_F(CustomDisplayTest, TheFirstRowIsTheBlockToBeginWith)
 {
     open({});
-    display.CommandUP_Click();
+    const RowBlock first = display.moveUp({});
     EXPECT_EQ(columns().first(), u"姓名"_s);
-    display.CommandDown_Click();
+    display.moveDown(first);
     EXPECT_EQ(columns().mid(0, 2), (QStringList{u"类别代码"_s, u"姓名"_s}));
     EXPECT_EQ(test.dialogs.shown, QStringList());
 }
@@ -180,24 +152,24 @@ TEST_F(CustomDisplayTest, BeforeAnyClickTheFirstRowIsTheBlock)
 TEST_F(CustomDisplayTest, SavesTheTickedColumnsInGridOrderUnderItemAndStream)
 {
     open({u"姓名"_s, u"语文"_s});
-    selectRows(rowOf(u"语文"_s), rowOf(u"语文"_s));
+    RowBlock block{rowOf(u"语文"_s), rowOf(u"语文"_s)};
     for (int i = 0; i < 5; ++i)
-        display.CommandUP_Click();
-    display.Command1_Click(u"全"_s);
+        block = display.moveUp(block);
+    save(u"全"_s);
     EXPECT_EQ(stored(), u"原始分和名次全|语文,姓名"_s);
     EXPECT_EQ(test.dialogs.shown, QStringList{u"成功保存 自定义显示项目 原始分和名次全"_s});
-    test.scores.settings.GetZDYXS(u"原始分和名次全"_s);
-    EXPECT_EQ(test.scores.settings.DisplayItems, (QStringList{u"语文"_s, u"姓名"_s}));
+    EXPECT_EQ(test.scores.settings.GetZDYXS(u"原始分和名次全"_s),
+              (QStringList{u"语文"_s, u"姓名"_s}));
 }
 
 TEST_F(CustomDisplayTest, ASecondSaveReplacesTheFirstAndAnotherStreamGetsItsOwnRow)
 {
     open({u"姓名"_s, u"语文"_s});
-    display.Command1_Click(u"文"_s);
-    display.MSFlexGrid1_MouseUp(1, 1);
-    display.Command1_Click(u"理"_s);
-    display.MSFlexGrid1_MouseUp(2, 1);
-    display.Command1_Click(u"文"_s);
+    save(u"文"_s);
+    display.flip(1);
+    save(u"理"_s);
+    display.flip(2);
+    save(u"文"_s);
     EXPECT_EQ(stored(), u"原始分和名次文|类别代码,语文 / 原始分和名次理|语文"_s);
     EXPECT_EQ(test.dialogs.shown, (QStringList{u"成功保存 自定义显示项目 原始分和名次文"_s,
                                                u"成功保存 自定义显示项目 原始分和名次理"_s,
@@ -207,18 +179,16 @@ TEST_F(CustomDisplayTest, ASecondSaveReplacesTheFirstAndAnotherStreamGetsItsOwnR
 TEST_F(CustomDisplayTest, WithNothingTickedAnEmptyListIsStoredAndCountsAsNone)
 {
     open({});
-    display.Command1_Click(u"全"_s);
+    save(u"全"_s);
     EXPECT_EQ(stored(), u"原始分和名次全|"_s);
     EXPECT_EQ(test.dialogs.shown, QStringList{u"成功保存 自定义显示项目 原始分和名次全"_s});
-    test.scores.settings.DisplayItems = {u"姓名"_s};
-    test.scores.settings.GetZDYXS(u"原始分和名次全"_s);
-    EXPECT_EQ(test.scores.settings.DisplayItems, QStringList());
+    EXPECT_EQ(test.scores.settings.GetZDYXS(u"原始分和名次全"_s), QStringList());
 }
 
 TEST_F(CustomDisplayTest, TheFirstThreeFieldsAreNotKeptByASave)
 {
     open({u"班级"_s, u"学号"_s, u"姓名"_s});
-    display.Command1_Click(u"全"_s);
+    save(u"全"_s);
     EXPECT_EQ(stored(), u"原始分和名次全|姓名"_s);
 }
 
@@ -226,7 +196,7 @@ TEST_F(CustomDisplayTest, ASavedOrderIsInForceButIsNotShownBack)
 {
     open({u"语文"_s, u"姓名"_s});
     EXPECT_LT(rowOf(u"姓名"_s), rowOf(u"语文"_s));
-    display.Command1_Click(u"全"_s);
+    save(u"全"_s);
     EXPECT_EQ(stored(), u"原始分和名次全|姓名,语文"_s);
 }
 
@@ -234,7 +204,7 @@ TEST_F(CustomDisplayTest, AFailingStatementIsShownWithItsTagAndTheNextOneRuns)
 {
     open({u"姓名"_s});
     test.execute(u"drop table 自定义显示表"_s);
-    display.Command1_Click(u"全"_s);
+    save(u"全"_s);
     ASSERT_FALSE(test.dialogs.failures.isEmpty());
     for (const QString& failure : test.dialogs.failures)
         EXPECT_TRUE(failure.endsWith(u" - Private Sub Command1_Click/FormZDYXS"_s))

@@ -75,7 +75,7 @@ TEST_F(Workbench, MovingTheExamChangesTheListAlone)
 
 TEST_F(Workbench, WithoutALibraryTheCommandsAreOff)
 {
-    test.scores.LibPath.clear();
+    test.scores.Conn.Close();
     form->init();
     for (const QString& name :
          {u"CommandLLCJ"_s, u"CommandJSZF"_s, u"CommandDRKS"_s, u"Command1"_s, u"CommandUP"_s,

@@ -188,8 +188,7 @@ TEST_F(CustomDisplayScreen, WithNothingTickedAnEmptyListIsStored)
     clickCell(10, 1);
     press(u"Command1"_s);
     EXPECT_EQ(stored(), u"T分文|"_s);
-    test.scores.settings.GetZDYXS(u"T分文"_s);
-    EXPECT_EQ(test.scores.settings.DisplayItems, QStringList());
+    EXPECT_EQ(test.scores.settings.GetZDYXS(u"T分文"_s), QStringList());
 }
 
 TEST_F(CustomDisplayScreen, ASavedOrderIsNotShownBack)
@@ -198,7 +197,7 @@ TEST_F(CustomDisplayScreen, ASavedOrderIsNotShownBack)
     press(u"CommandUP"_s);
     EXPECT_EQ(cell(9, 0), u"语文T分"_s);
     press(u"Command1"_s);
-    test.scores.settings.GetZDYXS(u"T分文"_s);
+    test.scores.settings.DisplayItems = test.scores.settings.GetZDYXS(u"T分文"_s);
     form->init();
     EXPECT_EQ(cell(10, 0), u"语文T分"_s);
     EXPECT_EQ(cell(10, 1), u"√"_s);

@@ -1,3 +1,4 @@
+#include "library/LibraryBackup.h"
 #include "library/ScoreLibrary.h"
 
 #include <QDir>

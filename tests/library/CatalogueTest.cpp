@@ -138,7 +138,7 @@ TEST_F(CatalogueLists, AStudentWithoutAClassIsToldAndGivesAClassOfNobody)
     EXPECT_EQ(classes[0].students, 0) << "no row is equal to an empty class";
     EXPECT_EQ(classes[1].number, 2);
     EXPECT_EQ(classes[1].students, 1);
-    EXPECT_EQ(catalogue().GetZRS(u"理"_s, 0), 2) << "the whole stream counts everyone";
+    EXPECT_EQ(test.scores.students.GetZRS(u"理"_s, 0), 2) << "the whole stream counts everyone";
     EXPECT_EQ(test.dialogs.failures, QStringList{u"有学生没有班级。 - Sub GetBJXX/Mdl_MDB"_s});
 }
 
@@ -160,22 +160,19 @@ TEST_F(CatalogueLists, AnExamOfOneStreamLendsItsColumnsAsymmetrically)
 {
     test.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
     test.reload();
-    catalogue().GetKSKMZF(u"期中"_s, u"理"_s);
     // The total's full marks look for the other stream only from 文.
-    EXPECT_EQ(catalogue().ExamColumns.names, QStringList{u"语文"_s});
-    catalogue().GetKSKM(u"期中"_s, u"理"_s);
-    EXPECT_EQ(catalogue().ExamSubjects.names, QStringList());
+    EXPECT_EQ(catalogue().GetKSKMZF(u"期中"_s, u"理"_s).names, QStringList{u"语文"_s});
+    EXPECT_EQ(catalogue().GetKSKM(u"期中"_s, u"理"_s).names, QStringList());
 }
 
 TEST_F(CatalogueLists, A文RequestTakesThe理Row)
 {
     test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
     test.reload();
-    catalogue().GetKSKM(u"期中"_s, u"文"_s);
-    EXPECT_EQ(catalogue().ExamSubjects.names, QStringList{u"语文"_s});
-    catalogue().GetKSKMZF(u"期中"_s, u"文"_s);
-    EXPECT_EQ(catalogue().ExamColumns.names, (QStringList{u"语文"_s, u"总分"_s}));
-    EXPECT_EQ(catalogue().ExamColumns.marks, (std::vector<double>{150, 150}));
+    EXPECT_EQ(catalogue().GetKSKM(u"期中"_s, u"文"_s).names, QStringList{u"语文"_s});
+    const library::ColumnMarks columns = catalogue().GetKSKMZF(u"期中"_s, u"文"_s);
+    EXPECT_EQ(columns.names, (QStringList{u"语文"_s, u"总分"_s}));
+    EXPECT_EQ(columns.marks, (std::vector<double>{150, 150}));
 }
 
 TEST_F(CatalogueLists, FullMarksOfSeveralExamsAreSummed)
@@ -183,23 +180,34 @@ TEST_F(CatalogueLists, FullMarksOfSeveralExamsAreSummed)
     test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100.5}, {u"数学"_s, 0}});
     test.addExam(u"期末"_s, u"理"_s, 2, {{u"语文"_s, 120}, {u"总分"_s, u"语文+数学"_s}});
     test.reload();
-    catalogue().GetKSKM(u"期中,期末"_s, u"理"_s);
-    EXPECT_EQ(catalogue().ExamSubjects.names, QStringList{u"语文"_s});
-    EXPECT_EQ(catalogue().ExamSubjects.marks, std::vector<double>{220.5});
-    catalogue().GetKSKMZF(u"期中,期末"_s, u"理"_s);
-    EXPECT_EQ(catalogue().ExamColumns.names, (QStringList{u"语文"_s, u"总分"_s}));
-    EXPECT_EQ(catalogue().ExamColumns.marks, (std::vector<double>{220.5, 120}));
+    const library::ColumnMarks subjects = catalogue().GetKSKM(u"期中,期末"_s, u"理"_s);
+    EXPECT_EQ(subjects.names, QStringList{u"语文"_s});
+    EXPECT_EQ(subjects.marks, std::vector<double>{220.5});
+    const library::ColumnMarks columns = catalogue().GetKSKMZF(u"期中,期末"_s, u"理"_s);
+    EXPECT_EQ(columns.names, (QStringList{u"语文"_s, u"总分"_s}));
+    EXPECT_EQ(columns.marks, (std::vector<double>{220.5, 120}));
 }
 
 TEST_F(CatalogueLists, FormulasFallBackOnTheOtherStream)
 {
     test.addExam(u"期中"_s, u"文"_s, 1, {{u"总分"_s, u"语文+数学"_s}});
     test.reload();
+    EXPECT_EQ(catalogue().GetZFKMGS(u"期中"_s, u"理"_s), QStringList{u"语文+数学"_s});
+}
+
+TEST_F(CatalogueLists, AnAnswerThatFailsIsTheOneGivenLast)
+{
+    test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文+数学"_s}});
+    test.reload();
+    catalogue().GetKSKM(u"期中"_s, u"理"_s);
+    catalogue().GetKSKMZF(u"期中"_s, u"理"_s);
     catalogue().GetZFKMGS(u"期中"_s, u"理"_s);
-    EXPECT_EQ(catalogue().TotalFormulas, QStringList{u"语文+数学"_s});
-    catalogue().GetZFKMGS(u"没有"_s, u"理"_s);
-    EXPECT_EQ(test.dialogs.failures, QStringList{u"没有当前记录。 - Function GetZFKMGS/Mdl_MDB"_s});
-    EXPECT_EQ(catalogue().TotalFormulas, QStringList{u"语文+数学"_s});
+    EXPECT_EQ(catalogue().GetKSKM(u"期'中"_s, u"理"_s).names, QStringList{u"语文"_s});
+    EXPECT_EQ(catalogue().GetKSKMZF(u"期'中"_s, u"理"_s).names,
+              (QStringList{u"语文"_s, u"总分"_s}));
+    EXPECT_EQ(test.dialogs.failures.size(), 2);
+    EXPECT_EQ(catalogue().GetZFKMGS(u"没有"_s, u"理"_s), QStringList{u"语文+数学"_s});
+    EXPECT_EQ(test.dialogs.failures.last(), u"没有当前记录。 - Function GetZFKMGS/Mdl_MDB"_s);
 }
 
 TEST_F(CatalogueLists, FullMarksOfOneSubjectAndOfATotal)
@@ -240,62 +248,6 @@ TEST_F(CatalogueLists, ExamNumbersEndAtSixteenBits)
     EXPECT_EQ(catalogue().GetKSBH(u"期末"_s), 0);
     ASSERT_EQ(test.dialogs.failures.size(), 1);
     EXPECT_TRUE(test.dialogs.failures.first().endsWith(u" - Function GetKSBH/Mdl_MDB"_s));
-}
-
-TEST_F(CatalogueLists, StreamAndCategoryOfAClassAreThoseOfItsFirstStudent)
-{
-    test.addStudent(3, 1, u"甲"_s, u"文"_s, 2);
-    test.addStudent(3, 2, u"乙"_s, u"理"_s, 1);
-    EXPECT_EQ(catalogue().GetBJKL(3).text(), u"文"_s);
-    EXPECT_EQ(catalogue().GetLeiBie(3).text(), u"2"_s);
-}
-
-TEST_F(CatalogueLists, AClassWithoutStudentsCostsAMessageAndAnswersOne)
-{
-    EXPECT_EQ(catalogue().GetBJKL(3).text(), u"1"_s);
-    EXPECT_EQ(catalogue().GetLeiBie(3).text(), u"1"_s);
-    EXPECT_EQ(test.dialogs.failures,
-              (QStringList{u"没有当前记录。 - Function GetBJKL/Mdl_MDB"_s,
-                           u"没有当前记录。 - Function GetLeiBie/Mdl_MDB"_s}));
-}
-
-TEST_F(CatalogueLists, StudentsAreCountedByStreamAndByClass)
-{
-    test.addStudent(1, 1, u"甲"_s, u"理"_s);
-    test.addStudent(1, 2, u"乙"_s, u"理"_s);
-    test.addStudent(2, 1, u"丙"_s, u"理"_s);
-    EXPECT_EQ(catalogue().GetZRS(u"理"_s, 0), 3);
-    EXPECT_EQ(catalogue().GetZRS(u"理"_s, 1), 2);
-    EXPECT_EQ(catalogue().GetZRS(u"文"_s, 1), 0);
-}
-
-TEST_F(CatalogueLists, AStudentsLineLeavesOutWhatIsEmpty)
-{
-    const qint64 id = test.addStudent(3, 12, u"王五"_s, u"理"_s);
-    EXPECT_EQ(catalogue().GetGRXX(id), u"王五 3 班 12 号 ，理"_s);
-    test.execute(u"update 信息表 set 类别='体育'"_s);
-    EXPECT_EQ(catalogue().GetGRXX(id), u"王五 3 班 12 号 ，体育，理"_s);
-}
-
-TEST_F(CatalogueLists, ARankIsTextAndEmptyWhereThereIsNone)
-{
-    const qint64 id = test.addStudent(1, 1, u"甲"_s, u"理"_s);
-    test.addScores(u"期中"_s, 1, 1, {{u"语文年名"_s, 5}});
-    EXPECT_EQ(catalogue().GetMC(u"期中"_s, u"语文年名"_s, id), u"5"_s);
-    EXPECT_EQ(catalogue().GetMC(u"期中"_s, u"数学年名"_s, id), u""_s);
-    EXPECT_EQ(catalogue().GetMC(u""_s, u"语文年名"_s, id), u""_s);
-    EXPECT_EQ(catalogue().GetMC(u"期中"_s, u""_s, id), u""_s);
-    EXPECT_TRUE(test.dialogs.shown.isEmpty());
-    EXPECT_EQ(catalogue().GetMC(u"期末"_s, u"语文年名"_s, id), u""_s);
-    EXPECT_EQ(test.dialogs.failures, QStringList{u"没有当前记录。 - Function GetMC/Mdl_MDB"_s});
-}
-
-TEST_F(CatalogueLists, TheTeacherOfAClassAndSubject)
-{
-    test.execute(u"insert into 教师表(考试名称,班级,语文) values('期中',3,'安老师')"_s);
-    EXPECT_EQ(catalogue().GetJSMD(u"期中"_s, 3, u"语文"_s), u"安老师"_s);
-    EXPECT_EQ(catalogue().GetJSMD(u"期中"_s, 3, u"数学"_s), u""_s);
-    EXPECT_EQ(catalogue().GetJSMD(u"期中"_s, 4, u"语文"_s), u""_s);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "library/ScoreLibrary.h"
+#include "library/LibraryBackup.h"
 
 #include <QFile>
 
@@ -72,7 +73,7 @@ TEST_F(OpeningALibrary, AFileThatIsNoneIsToldOnceAndStaysAsItWas)
     ASSERT_EQ(test.dialogs.failures.size(), 1);
     EXPECT_TRUE(test.dialogs.failures.first().contains(u"不是成绩库"_s));
     EXPECT_TRUE(test.dialogs.failures.first().endsWith(u" - Public Sub OpenDB/Mdl_MDB"_s));
-    EXPECT_EQ(test.scores.LibPath, test.file(u"测试.CJK"_s));
+    EXPECT_EQ(test.scores.LibPath, path) << "what was asked for";
     EXPECT_EQ(test.scores.Conn.path(), test.file(u"测试.CJK"_s));
     EXPECT_EQ(readFile(path), "hello");
 }

@@ -82,10 +82,8 @@ TEST_F(SettingsStore, ASearchTextIsJoinedAndQuotedAsAsked)
 TEST_F(SettingsStore, AStoredSelectionKeepsItsOrderAndDropsColumnsThatAreGone)
 {
     test.execute(u"insert into 自定义显示表 values('T分全','语文T分,体育,班级')"_s);
-    settings().GetZDYXS(u"T分全"_s);
-    EXPECT_EQ(settings().DisplayItems, (QStringList{u"语文T分"_s, u"班级"_s}));
-    settings().GetZDYXS(u"T分理"_s);
-    EXPECT_EQ(settings().DisplayItems, QStringList());
+    EXPECT_EQ(settings().GetZDYXS(u"T分全"_s), (QStringList{u"语文T分"_s, u"班级"_s}));
+    EXPECT_EQ(settings().GetZDYXS(u"T分理"_s), QStringList());
 }
 
 TEST_F(SettingsStore, ASelectionIsReadFromAnOlderTableWithoutAKeyToo)
@@ -96,8 +94,7 @@ TEST_F(SettingsStore, ASelectionIsReadFromAnOlderTableWithoutAKeyToo)
     test.execute(u"insert into 自定义显示表 values('T分全','语文T分')"_s);
     test.execute(u"insert into 自定义显示表 values('T分全','班级')"_s);
     test.scores.OpenDB();
-    settings().GetZDYXS(u"T分全"_s);
-    EXPECT_EQ(settings().DisplayItems, QStringList{u"语文T分"_s});
+    EXPECT_EQ(settings().GetZDYXS(u"T分全"_s), QStringList{u"语文T分"_s});
     EXPECT_TRUE(test.dialogs.shown.isEmpty());
 }
 

@@ -28,6 +28,8 @@ protected:
 
     TestLibrary test{{u"语文"_s, u"总分"_s}};
     Catalogue& catalogue = test.scores.catalogue;
+    library::Students& students = test.scores.students;
+    library::Teachers& teachers = test.scores.teachers;
     Settings& settings = test.scores.settings;
 };
 
@@ -44,12 +46,12 @@ TEST_F(TrapTags, OfTheCatalogueNameTheirRoutine)
         {u" - Function getKMMF/Mdl_MDB"_s, [&] { catalogue.getKMMF(exam, stream, u"语文"_s); }},
         {u" - Function GetZFMF/Mdl_MDB"_s, [&] { catalogue.GetZFMF(exam, stream, u"总分"_s); }},
         {u" - Function GetKSBH/Mdl_MDB"_s, [&] { catalogue.GetKSBH(exam); }},
-        {u" - Function GetLeiBie/Mdl_MDB"_s, [&] { catalogue.GetLeiBie(1); }},
-        {u" - Function GetBJKL/Mdl_MDB"_s, [&] { catalogue.GetBJKL(1); }},
-        {u" - Function GetZRS/Mdl_MDB"_s, [&] { catalogue.GetZRS(stream, 1); }},
-        {u" - Function GetGRXX/Mdl_MDB"_s, [&] { catalogue.GetGRXX(1); }},
-        {u" - Function GetMC/Mdl_MDB"_s, [&] { catalogue.GetMC(exam, u"语文年名"_s, 1); }},
-        {u" - Function GetJSMD/Mdl_MDB"_s, [&] { catalogue.GetJSMD(exam, 1, u"语文"_s); }},
+        {u" - Function GetLeiBie/Mdl_MDB"_s, [&] { students.GetLeiBie(1); }},
+        {u" - Function GetBJKL/Mdl_MDB"_s, [&] { students.GetBJKL(1); }},
+        {u" - Function GetZRS/Mdl_MDB"_s, [&] { students.GetZRS(stream, 1); }},
+        {u" - Function GetGRXX/Mdl_MDB"_s, [&] { students.GetGRXX(1); }},
+        {u" - Function GetMC/Mdl_MDB"_s, [&] { students.GetMC(exam, u"语文年名"_s, 1); }},
+        {u" - Function GetJSMD/Mdl_MDB"_s, [&] { teachers.GetJSMD(exam, 1, u"语文"_s); }},
         {u" - Sub GetBJXX/Mdl_MDB"_s,
          [&] {
              catalogue.Streams = QStringList{stream};

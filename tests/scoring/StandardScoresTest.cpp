@@ -232,7 +232,7 @@ TEST_F(StandardScores, AMissingZColumnCostsAMessageForEachRowAndTStands)
     test.execute(u"ALTER TABLE 成绩表 DROP COLUMN 语文Z分"_s);
     run();
     EXPECT_EQ(test.rows(u"select 语文T分 from 成绩表"_s), u"43 / 57"_s);
-    EXPECT_EQ(test.dialogs.failures, QStringList(2, u"没有名为“语文z分”的列。"_s + tag));
+    EXPECT_EQ(test.dialogs.failures, QStringList(2, u"没有名为“语文Z分”的列。"_s + tag));
 }
 
 TEST_F(StandardScores, AMissingScoreColumnFailsInMeanAndDeviationAndLeavesTheRestAlone)

@@ -148,6 +148,18 @@ TEST_F(Compaction, ALibraryThatIsNamedAndNotOpenIsCompactedToo)
     EXPECT_TRUE(QFile::exists(backup));
 }
 
+TEST_F(Compaction, TheOpenLibraryIsCompactedWhateverFileWasAskedForLast)
+{
+    const QString foreign = test.file(u"别的.CJK"_s);
+    write(foreign, "not to be touched");
+    test.scores.LibPath = foreign;
+    compact();
+    EXPECT_EQ(test.dialogs.shown, QStringList{finished});
+    EXPECT_EQ(bytes(foreign), "not to be touched");
+    EXPECT_EQ(test.scores.Conn.path(), path);
+    EXPECT_EQ(libraryFiles(), (QStringList{u"测试.CJK"_s, u"测试.CJK_2024-05-06_.bak"_s}));
+}
+
 TEST_F(Compaction, ABackupThatCannotBeRemovedKeepsTheLibraryWhereItIs)
 {
     ASSERT_TRUE(QDir().mkpath(backup + u"/voll"_s));

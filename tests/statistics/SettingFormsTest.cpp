@@ -11,11 +11,14 @@ using statistics::MakeCXTJ;
 class BandConditions : public ReportTest
 {
 protected:
-    BandConditions() { library.scores.catalogue.GetKSKM(exams, u"理"_s); }
+    void make(const QString& band)
+    {
+        MakeCXTJ(context, library.scores.catalogue.GetKSKM(exams, u"理"_s), band);
+    }
 
     QString first(const QString& band)
     {
-        MakeCXTJ(context, band);
+        make(band);
         return context.BandConditions.value(0);
     }
 };
@@ -41,15 +44,14 @@ TEST_F(BandConditions, MissingOrZeroUpperEdgeIsTheFullMarks)
 TEST_F(BandConditions, WriteProductsInTheirPlainForm)
 {
     library.execute(u"update 考试名称表 set 语文=90"_s);
-    library.scores.catalogue.GetKSKM(exams, u"理"_s);
     EXPECT_EQ(first(u"[0.7,1]"_s), u"语文>=63 and 语文<=90"_s);
 }
 
 TEST_F(BandConditions, StayAsTheyWereForABandWithoutComma)
 {
-    MakeCXTJ(context, u"[0.85,1]"_s);
+    make(u"[0.85,1]"_s);
     for (const QString& bad : {u"0.6"_s, u"(使用自定义数据)"_s, u""_s, u"["_s, u"[]"_s})
-        MakeCXTJ(context, bad);
+        make(bad);
     EXPECT_EQ(context.BandConditions.value(0), u"语文>=85 and 语文<=100"_s);
     ASSERT_EQ(library.dialogs.failures.size(), 5);
     EXPECT_TRUE(library.dialogs.failures[0].endsWith(u" - Function MakeCXTJ/Mdl_MDB"_s));
@@ -58,17 +60,13 @@ TEST_F(BandConditions, StayAsTheyWereForABandWithoutComma)
 class NumberLists : public ReportTest
 {
 protected:
-    NumberLists()
-    {
-        library.scores.catalogue.Streams = {u"文"_s, u"理"_s};
-        context.LineTable = {QStringList{u"旧"_s}, QStringList{u"旧"_s}};
-    }
-
     QString lines(const QString& value)
     {
-        FenLiNumTJ(context, u"总分上线人数"_s, value);
-        return context.LineTable[0].join(u',') + u" / "_s + context.LineTable[1].join(u',');
+        const statistics::LineTable table = FenLiNumTJ(streams, u"总分上线人数"_s, value);
+        return table[0].join(u',') + u" / "_s + table[1].join(u',');
     }
+
+    QStringList streams{u"文"_s, u"理"_s};
 };
 
 TEST_F(NumberLists, PlainListServesBothStreamsAsNumbers)
@@ -102,7 +100,7 @@ TEST_F(NumberLists, MissingMarkIsRefusedAndLeavesNoNumbers)
 
 TEST_F(NumberLists, MarkOfAStreamThatTheLibraryLacksFindsNoRow)
 {
-    library.scores.catalogue.Streams = {u"理"_s};
+    streams = {u"理"_s};
     EXPECT_EQ(lines(u"文=500||理=520"_s), u"520 / "_s);
     EXPECT_EQ(library.dialogs.shown, QStringList());
 }

@@ -1,6 +1,8 @@
 #include "workbench/Browse.h"
 
 #include "WorkbenchFixture.h"
+#include "workbench/Offers.h"
+#include "workbench/RowChoice.h"
 
 using namespace Qt::StringLiterals;
 using grid::FlexGrid;
@@ -19,8 +21,7 @@ protected:
 
     void show(const QStringList& items, const QString& sql)
     {
-        library.scores.settings.DisplayItems = items;
-        browse.ShowKSCJmain(sql, grid);
+        workbench::ShowKSCJmain(library.scores, sql, items, grid);
     }
 
     void storeDisplay(const QString& name, const QString& items)
@@ -29,7 +30,20 @@ protected:
             name, items));
     }
 
-    QStringList& items() { return library.scores.settings.DisplayItems; }
+    QStringList itemsOf(const QString& family, const QString& stream = workbench::AllStreams)
+    {
+        const QStringList items = workbench::MKzdyxs(library.scores, family, stream);
+        EXPECT_EQ(library.scores.settings.DisplayItems, items);
+        return items;
+    }
+
+    /// All rows of the first exam, as the workbench begins.
+    workbench::BrowseRequest request() const
+    {
+        const QStringList exams{u"期中"_s};
+        return {exams, raw, workbench::AllStreams,
+                workbench::rowsSql({exams, {u"1"_s, u"2"_s, u"3"_s}, {u"1"_s, u"2"_s}, {}})};
+    }
 
     void expectFailures(int count, const QString& ending)
     {
@@ -39,33 +53,28 @@ protected:
             EXPECT_TRUE(failure.endsWith(ending)) << failure.toStdString();
     }
 
-    workbench::Browse browse{selection};
     FlexGrid grid;
     const QString tag = u" - Sub ShowKSCJmain/FormKaoShi"_s;
+    const QString raw = u"原始分和名次"_s;
     const QString all = u"select * from 成绩表"_s;
     const QStringList head{u"班级"_s, u"学号"_s, u"姓名"_s, u"考试名称"_s};
 };
 
 TEST_F(BrowseTest, RawScoresComeWithGradeRanksAndTotalsAlsoWithClassRanks)
 {
-    browse.MKzdyxs();
-    EXPECT_EQ(items(), head
-                           + QStringList({u"语文"_s, u"语文年名"_s, u"数学"_s, u"数学年名"_s,
-                                          u"总分"_s, u"总分年名"_s, u"总分班名"_s}));
+    EXPECT_EQ(itemsOf(raw), head
+                                + QStringList({u"语文"_s, u"语文年名"_s, u"数学"_s, u"数学年名"_s,
+                                               u"总分"_s, u"总分年名"_s, u"总分班名"_s}));
 }
 
 TEST_F(BrowseTest, ZScoresComeWithoutRanks)
 {
-    selection.ListXM.ListIndex = 1;
-    browse.MKzdyxs();
-    EXPECT_EQ(items(), head + QStringList({u"语文Z分"_s, u"数学Z分"_s, u"总分Z分"_s}));
+    EXPECT_EQ(itemsOf(u"Z分"_s), head + QStringList({u"语文Z分"_s, u"数学Z分"_s, u"总分Z分"_s}));
 }
 
 TEST_F(BrowseTest, TScoresComeWithTheRankOfTotals)
 {
-    selection.ListXM.ListIndex = 2;
-    browse.MKzdyxs();
-    EXPECT_EQ(items(),
+    EXPECT_EQ(itemsOf(u"T分"_s),
               head + QStringList({u"语文T分"_s, u"数学T分"_s, u"总分T分"_s, u"总分T分年名"_s}));
 }
 
@@ -73,21 +82,16 @@ TEST_F(BrowseTest, AStoredListOfTheFamilyAndStreamWins)
 {
     storeDisplay(u"原始分和名次全"_s, u"姓名,总分"_s);
     storeDisplay(u"T分文"_s, u"语文T分,没有了,姓名"_s);
-    browse.MKzdyxs();
-    EXPECT_EQ(items(), (QStringList{u"姓名"_s, u"总分"_s}));
-    selection.ListXM.ListIndex = 2;
-    selection.OptionButton1_Click(1);
-    browse.MKzdyxs();
-    EXPECT_EQ(items(), (QStringList{u"语文T分"_s, u"姓名"_s}));
+    EXPECT_EQ(itemsOf(raw), (QStringList{u"姓名"_s, u"总分"_s}));
+    EXPECT_EQ(itemsOf(u"T分"_s, u"文"_s), (QStringList{u"语文T分"_s, u"姓名"_s}));
 }
 
 TEST_F(BrowseTest, AStoredListOfWhichNoNameExistsCountsAsNone)
 {
     storeDisplay(u"Z分全"_s, u"物理,化学"_s);
-    selection.ListXM.ListIndex = 1;
-    browse.MKzdyxs();
-    EXPECT_EQ(items().first(), u"班级"_s);
-    EXPECT_EQ(items().size(), 7);
+    const QStringList items = itemsOf(u"Z分"_s);
+    EXPECT_EQ(items.first(), u"班级"_s);
+    EXPECT_EQ(items.size(), 7);
 }
 
 TEST_F(BrowseTest, RowsShowTheFieldsAsTheyAre)
@@ -193,20 +197,21 @@ TEST_F(BrowseTest, AnEmptyTextFailsLikeAnyOther)
     EXPECT_TRUE(grid.Redraw);
 }
 
-TEST_F(BrowseTest, TheCommandNeedsASelectedExam)
+TEST_F(BrowseTest, AnExamMustBeChosen)
 {
-    select(selection.ListKSMC, {});
+    workbench::BrowseRequest nothing = request();
+    nothing.exams.clear();
     grid.Visible = false;
-    EXPECT_FALSE(browse.CommandLLCJ_Click(grid));
+    EXPECT_FALSE(workbench::browse(library.scores, nothing, grid));
     EXPECT_EQ(library.dialogs.shown, QStringList{u"没有选择考试，请选择考试继续。"_s});
     EXPECT_FALSE(grid.Visible);
     EXPECT_EQ(grid.Cols(), 2);
 }
 
-TEST_F(BrowseTest, TheCommandFillsAndShowsTheGrid)
+TEST_F(BrowseTest, FillsAndShowsTheGrid)
 {
     grid.Visible = false;
-    EXPECT_TRUE(browse.CommandLLCJ_Click(grid));
+    EXPECT_TRUE(workbench::browse(library.scores, request(), grid));
     EXPECT_TRUE(grid.Visible);
     EXPECT_EQ(grid.Cols(), 11);
     EXPECT_EQ(grid.Rows(), 3);
@@ -216,16 +221,17 @@ TEST_F(BrowseTest, TheCommandFillsAndShowsTheGrid)
 
 TEST_F(BrowseTest, ThePromptForAClassIsRunAsAStatementAndFails)
 {
-    select(selection.ListFW, {});
-    selection.scTJ();
-    EXPECT_TRUE(browse.CommandLLCJ_Click(grid));
+    workbench::BrowseRequest prompted = request();
+    prompted.sql = workbench::rowsSql({prompted.exams, {}, {}, {}});
+    EXPECT_TRUE(workbench::browse(library.scores, prompted, grid));
     expectFailures(3, tag);
 }
 
 TEST_F(BrowseTest, AnOvertypedStatementIsShownUnderTheSameColumns)
 {
-    selection.Text1 = u"select * from 成绩表 where 语文>0"_s;
-    EXPECT_TRUE(browse.CommandLLCJ_Click(grid));
+    workbench::BrowseRequest typed = request();
+    typed.sql = u"select * from 成绩表 where 语文>0"_s;
+    EXPECT_TRUE(workbench::browse(library.scores, typed, grid));
     EXPECT_EQ(grid.Rows(), 2);
     EXPECT_EQ(grid.TextMatrix(0, 5), u"语名"_s);
     EXPECT_EQ(grid.TextMatrix(1, 4), u"100.5"_s);

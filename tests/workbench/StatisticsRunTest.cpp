@@ -2,27 +2,30 @@
 
 #include "WorkbenchFixture.h"
 #include "platform/runtime/Error.h"
+#include "workbench/Offers.h"
+#include "workbench/RowChoice.h"
 
 namespace {
 
 using namespace Qt::StringLiterals;
-using workbench::Command2_Click;
-using workbench::CommandZXTJ_Click;
 
 class StatisticsRun : public WorkbenchTest
 {
 protected:
-    bool run(const QString& item)
+    bool run(const QString& item) { return workbench::runReport({exams, item}, context, grid); }
+
+    void analyze(const QStringList& selected, const QString& current)
     {
-        selection.Combo3.text = item;
-        return CommandZXTJ_Click(selection, context, grid);
+        workbench::runAnalysis(
+            {selected, current}, context, [this]() -> auto& { return application; }, progress);
     }
 
-    void analyze()
+    void countOnly(const QStringList& categories)
     {
-        Command2_Click(
-            selection, context, [this]() -> auto& { return application; }, progress);
+        library.scores.settings.CategoryFilter = workbench::categoryCondition(categories);
     }
+
+    QStringList exams{u"期中"_s};
 
     statistics::ReportContext context{library.scores};
     grid::FlexGrid grid;
@@ -32,9 +35,9 @@ protected:
 
 TEST_F(StatisticsRun, AsksForAnExamThenForAnItem)
 {
-    select(selection.ListKSMC, {});
+    exams.clear();
     EXPECT_FALSE(run(u"考试人数"_s));
-    select(selection.ListKSMC, {u"期中"_s});
+    exams = {u"期中"_s};
     EXPECT_FALSE(run(u"请选择要统计的项目"_s));
     EXPECT_EQ(library.dialogs.shown, (QStringList{u"没有选择考试，请选择考试继续。"_s,
                                                   u"没有选择统计项目，请选择统计项目 后继续。"_s}));
@@ -42,7 +45,6 @@ TEST_F(StatisticsRun, AsksForAnExamThenForAnItem)
 
 TEST_F(StatisticsRun, EveryItemOfTheMenuGivesItsReport)
 {
-    select(selection.ListKSMC, {u"期中"_s});
     const std::map<QString, QString> titles{
         {u"高分段、低分段"_s, u"文科 高、低分段"_s},
         {u"各科优秀率"_s, u"文科各科优秀率"_s},
@@ -62,36 +64,33 @@ TEST_F(StatisticsRun, EveryItemOfTheMenuGivesItsReport)
         {u"历次考试进入年级前x名人数 "_s, u"文科  语文  1次考试进入年级前50,100,200名人数"_s},
         {u"历次总分上线人数"_s, u"文科总分上线人数"_s},
     };
-    for (const QString& item : std::as_const(selection.Combo3.items)) {
+    const QStringList items = workbench::statisticsItems(library.scores);
+    for (const QString& item : items) {
         ASSERT_TRUE(titles.contains(item)) << item.toStdString();
         EXPECT_TRUE(run(item));
         EXPECT_EQ(grid.TextMatrix(0, 1), titles.at(item)) << item.toStdString();
     }
-    EXPECT_EQ(selection.Combo3.items.size(), qsizetype(titles.size()));
+    EXPECT_EQ(items.size(), qsizetype(titles.size()));
     EXPECT_EQ(library.dialogs.shown, QStringList());
 }
 
 TEST_F(StatisticsRun, ItemThatIsNoneOfTheButtonsDoesNothing)
 {
-    select(selection.ListKSMC, {u"期中"_s});
     grid.setTextMatrix(0, 0, u"早先"_s);
     for (const QString& item : {u"历次考试进入年级前x名人数"_s, u"高分段"_s, u"别的"_s})
         EXPECT_TRUE(run(item));
     EXPECT_EQ(grid.TextMatrix(0, 0), u"早先"_s);
 }
 
-TEST_F(StatisticsRun, ClassSelectionPlaysNoPartAndCategoriesDo)
+TEST_F(StatisticsRun, CoversAllClassesOfTheChosenCategories)
 {
-    select(selection.ListKSMC, {u"期中"_s});
-    select(selection.ListFW, {u"2"_s});
     library.addScores(u"期中"_s, 3, 1, {{u"语文"_s, 60}});
     library.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 60}});
-    selection.scTJ();
+    countOnly({u"1"_s, u"2"_s});
     run(u"考试人数"_s);
     EXPECT_EQ(grid.TextMatrix(5, 1), u"1/0/1"_s);
     EXPECT_EQ(grid.TextMatrix(6, 1), u"1/0/1"_s);
-    select(selection.ListLB, {u"2"_s});
-    selection.scTJ();
+    countOnly({u"2"_s});
     run(u"考试人数"_s);
     EXPECT_EQ(grid.TextMatrix(5, 1), u"0/0/0"_s);
     EXPECT_EQ(grid.TextMatrix(6, 1), u"1/0/1"_s);
@@ -100,7 +99,6 @@ TEST_F(StatisticsRun, ClassSelectionPlaysNoPartAndCategoriesDo)
 TEST_F(StatisticsRun, EveryRateReadsTheSettingOfTheExcellentOne)
 {
     library.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 0}});
-    select(selection.ListKSMC, {u"期中"_s});
     run(u"各科优秀率"_s);
     const QString excellent = grid::gridText(grid);
     for (const QString& item : {u"各科良好率"_s, u"各科及格率"_s, u"各科差生率"_s}) {
@@ -111,7 +109,7 @@ TEST_F(StatisticsRun, EveryRateReadsTheSettingOfTheExcellentOne)
 
 TEST_F(StatisticsRun, ExamsGoToTheReportInTheOrderOfTheList)
 {
-    select(selection.ListKSMC, {u"期末"_s, u"期中"_s});
+    exams = {u"期中"_s, u"期末"_s};
     run(u"历次总分上线人数"_s);
     EXPECT_EQ(grid.TextMatrix(2, 1), u"期中"_s);
     EXPECT_EQ(grid.TextMatrix(3, 1), u"期末"_s);
@@ -121,7 +119,6 @@ TEST_F(StatisticsRun, ExamsGoToTheReportInTheOrderOfTheList)
 
 TEST_F(StatisticsRun, GridIsShownWhateverTheItemWas)
 {
-    select(selection.ListKSMC, {u"期中"_s});
     for (const QString& item : {u"考试人数"_s, u"别的"_s}) {
         grid.Visible = false;
         run(item);
@@ -134,7 +131,6 @@ TEST_F(StatisticsRun, GridIsShownWhateverTheItemWas)
 
 TEST_F(StatisticsRun, FiguresAreThoseOfTheMomentOfEachRun)
 {
-    select(selection.ListKSMC, {u"期中"_s});
     run(u"考试人数"_s);
     EXPECT_EQ(grid.TextMatrix(6, 1), u"0/0/0"_s);
     library.addScores(u"期中"_s, 3, 1, {{u"语文"_s, 60}});
@@ -144,8 +140,7 @@ TEST_F(StatisticsRun, FiguresAreThoseOfTheMomentOfEachRun)
 
 TEST_F(StatisticsRun, AnalysisRefusesSeveralExams)
 {
-    select(selection.ListKSMC, {u"期中"_s, u"期末"_s});
-    analyze();
+    analyze({u"期中"_s, u"期末"_s}, u"期中"_s);
     EXPECT_EQ(library.dialogs.shown,
               QStringList{u"当前操作只针对一次考试，请选择  一次考试后  进行  综合分析。"_s});
     EXPECT_EQ(application.Workbooks().Count(), 0);
@@ -153,9 +148,7 @@ TEST_F(StatisticsRun, AnalysisRefusesSeveralExams)
 
 TEST_F(StatisticsRun, AnalysisTakesTheCurrentExamSelectedOrNot)
 {
-    select(selection.ListKSMC, {});
-    selection.ListKSMC.ListIndex = 1;
-    analyze();
+    analyze({}, u"期末"_s);
     EXPECT_EQ(application.Workbooks().Item(1).Worksheets().Item(1).Name(),
               u"期末原始分和名次(文)"_s);
     EXPECT_EQ(library.dialogs.shown, QStringList{u"综合分析完毕！"_s});
@@ -163,9 +156,8 @@ TEST_F(StatisticsRun, AnalysisTakesTheCurrentExamSelectedOrNot)
 
 TEST_F(StatisticsRun, AnAnalysisWithoutASpreadsheetIsTold)
 {
-    select(selection.ListKSMC, {u"期中"_s});
-    Command2_Click(
-        selection, context,
+    workbench::runAnalysis(
+        {exams, u"期中"_s}, context,
         []() -> excel::Application& { throw runtime::Error(u"没有电子表格。"_s); }, progress);
     EXPECT_EQ(library.dialogs.failures,
               QStringList{u"没有电子表格。 - Private Sub Command2_Click/FormKaoShi"_s});

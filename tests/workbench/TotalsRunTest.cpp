@@ -50,13 +50,14 @@ protected:
             u"select 语文年名, 总分, 总分年名 from 成绩表 where 考试名称='%1'"_s.arg(exam));
     }
 
+    const QStringList both{u"期中"_s, u"期末"_s};
     scoring::Scoring scoring{library.scores};
     NotedProgress progress;
 };
 
-TEST_F(TotalsRun, ScoresTheSelectedExamsAndTellsWhenItBeganAndEnded)
+TEST_F(TotalsRun, ScoresTheExamsAndTellsWhenItBeganAndEnded)
 {
-    CommandZF_Click(selection, scoring, progress);
+    workbench::computeTotals({u"期中"_s}, scoring, progress);
     EXPECT_EQ(ranks(u"期中"_s), u"1|190|2 / 2|200|1"_s);
     EXPECT_EQ(ranks(u"期末"_s), u"NULL|NULL|NULL / NULL|NULL|NULL"_s);
     ASSERT_FALSE(progress.texts.isEmpty());
@@ -67,10 +68,9 @@ TEST_F(TotalsRun, ScoresTheSelectedExamsAndTellsWhenItBeganAndEnded)
                 testing::MatchesRegex("计算总分 完成！[0-9]+:[0-9]+:[0-9]+\n[0-9]+:[0-9]+:[0-9]+"));
 }
 
-TEST_F(TotalsRun, TakesTheExamsInListOrder)
+TEST_F(TotalsRun, TakesTheExamsInTheirOrder)
 {
-    select(selection.ListKSMC, {u"期中"_s, u"期末"_s});
-    CommandZF_Click(selection, scoring, progress);
+    workbench::computeTotals(both, scoring, progress);
     EXPECT_EQ(progress.texts.filter(u"计算总分："_s),
               (QStringList{u"计算总分：期中..."_s, u"计算总分：期末..."_s}));
     EXPECT_TRUE(ranks(u"期末"_s).startsWith(u"2|"_s));
@@ -78,8 +78,7 @@ TEST_F(TotalsRun, TakesTheExamsInListOrder)
 
 TEST_F(TotalsRun, WithoutAnExamTellsThatItIsDone)
 {
-    select(selection.ListKSMC, {});
-    CommandZF_Click(selection, scoring, progress);
+    workbench::computeTotals({}, scoring, progress);
     EXPECT_EQ(progress.texts, QStringList{QString()});
     ASSERT_EQ(library.dialogs.shown.size(), 1);
     EXPECT_TRUE(library.dialogs.shown.first().startsWith(u"计算总分 完成！"_s));
@@ -87,18 +86,17 @@ TEST_F(TotalsRun, WithoutAnExamTellsThatItIsDone)
 
 TEST_F(TotalsRun, CancellingLeavesTheExamsBeforeScored)
 {
-    select(selection.ListKSMC, {u"期中"_s, u"期末"_s});
     progress.cancelAt = u"期末"_s;
-    CommandZF_Click(selection, scoring, progress);
+    workbench::computeTotals(both, scoring, progress);
     EXPECT_EQ(ranks(u"期中"_s), u"1|190|2 / 2|200|1"_s);
     EXPECT_EQ(ranks(u"期末"_s), u"NULL|NULL|NULL / NULL|NULL|NULL"_s);
     EXPECT_EQ(library.dialogs.shown, QStringList());
     EXPECT_EQ(progress.texts.last(), QString()) << "the line is empty, cancelled or not";
 }
 
-TEST_F(TotalsRun, CommandClickRanksAllExamsInTheListAndNamesEach)
+TEST_F(TotalsRun, RanksTheExamsAndNamesEach)
 {
-    Command_Click(selection, scoring, progress);
+    workbench::rankExams(both, scoring, progress);
     EXPECT_EQ(progress.texts, (QStringList{u"期中"_s, u"期末"_s, QString()}));
     EXPECT_TRUE(ranks(u"期中"_s).startsWith(u"1|NULL|"_s)) << ranks(u"期中"_s).toStdString();
     EXPECT_TRUE(ranks(u"期末"_s).startsWith(u"2|"_s)) << ranks(u"期末"_s).toStdString();
@@ -108,7 +106,7 @@ TEST_F(TotalsRun, CommandClickRanksAllExamsInTheListAndNamesEach)
 TEST_F(TotalsRun, CancellingTheRanksOfAllExamsClearsTheLineToo)
 {
     progress.cancelAt = u"期中"_s;
-    Command_Click(selection, scoring, progress);
+    workbench::rankExams(both, scoring, progress);
     EXPECT_EQ(progress.texts, (QStringList{u"期中"_s, QString()}));
     EXPECT_TRUE(ranks(u"期末"_s).startsWith(u"NULL|"_s)) << ranks(u"期末"_s).toStdString();
 }

@@ -4,9 +4,8 @@
 
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
-#include "workbench/Selection.h"
 
-/// A library of two streams, three classes and two exams, with the workbench over it.
+/// A library of two streams, three classes and two exams.
 class WorkbenchTest : public testing::Test
 {
 protected:
@@ -22,24 +21,8 @@ protected:
                         {{u"语文"_s, 150}, {u"数学"_s, 150}, {u"总分"_s, u"语文+数学"_s}});
         library.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 150}});
         library.reload();
-        selection.Form_Load();
-    }
-
-    static QStringList texts(const workbench::ChoiceList& list)
-    {
-        QStringList all;
-        for (const workbench::ChoiceList::Item& item : list.items)
-            all.append(item.text);
-        return all;
-    }
-
-    static void select(workbench::ChoiceList& list, const QStringList& selected)
-    {
-        for (workbench::ChoiceList::Item& item : list.items)
-            item.selected = selected.contains(item.text);
     }
 
     support::TestLibrary library{
         {QStringLiteral("语文"), QStringLiteral("数学"), QStringLiteral("总分")}};
-    workbench::Selection selection{library.scores};
 };

@@ -18,11 +18,16 @@ using widgets::CommandScope;
 using widgets::label;
 using widgets::named;
 
+namespace {
+
+constexpr int tickColumn = 1;
+
+} // namespace
+
 FormZDYXS::FormZDYXS(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                      QWidget* parent)
     : Screen(u"FormZDYXS"_s, u"自定义显示"_s, parent), m_display(scoreLibrary), m_dialogs(dialogs)
 {
-    m_display.Form_Load();
     build();
     connectControls();
     Form_Load();
@@ -31,7 +36,7 @@ FormZDYXS::FormZDYXS(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
 void FormZDYXS::build()
 {
     MSFlexGrid1 =
-        named(new grid::FlexGridView(m_display.MSFlexGrid1, this), u"MSFlexGrid1"_s, u"显示项目"_s);
+        named(new grid::FlexGridView(m_display.columns, this), u"MSFlexGrid1"_s, u"显示项目"_s);
     MSFlexGrid1->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(MSFlexGrid1, 1);
@@ -61,15 +66,10 @@ QWidget* FormZDYXS::makeStrip()
 
 void FormZDYXS::connectControls()
 {
-    connect(MSFlexGrid1, &grid::FlexGridView::cellReleased, this, &FormZDYXS::clickCell);
-    connect(CommandUP, &QPushButton::clicked, this,
-            [this] { moveBlock(&CustomDisplay::CommandUP_Click); });
-    connect(CommandDown, &QPushButton::clicked, this,
-            [this] { moveBlock(&CustomDisplay::CommandDown_Click); });
-    connect(Command1, &QPushButton::clicked, this, [this] {
-        const CommandScope command(m_dialogs);
-        m_display.Command1_Click(ComboKL->currentText());
-    });
+    connect(MSFlexGrid1, &grid::FlexGridView::cellReleased, this, &FormZDYXS::MSFlexGrid1_MouseUp);
+    connect(CommandUP, &QPushButton::clicked, this, &FormZDYXS::CommandUP_Click);
+    connect(CommandDown, &QPushButton::clicked, this, &FormZDYXS::CommandDown_Click);
+    connect(Command1, &QPushButton::clicked, this, &FormZDYXS::Command1_Click);
 }
 
 void FormZDYXS::Form_Load()
@@ -79,17 +79,17 @@ void FormZDYXS::Form_Load()
     resize(fontMetrics().averageCharWidth() * 70, height);
 }
 
-void FormZDYXS::setItem(const QString& XMName, const QString& streamWord)
+void FormZDYXS::setItem(const QString& item, const QString& streamWord)
 {
-    m_display.XMName = XMName;
+    XMName = item;
     ComboKL->setCurrentText(streamWord);
 }
 
 void FormZDYXS::init()
 {
     const CommandScope command(m_dialogs);
-    setWindowTitle(m_display.caption());
-    m_display.init();
+    setWindowTitle(u"自定义显示"_s + u"  "_s + XMName);
+    m_display.load();
     Form_Resize();
 }
 
@@ -108,7 +108,7 @@ void FormZDYXS::showEvent(QShowEvent* event)
 
 void FormZDYXS::Form_Resize()
 {
-    grid::FlexGrid& cells = m_display.MSFlexGrid1;
+    grid::FlexGrid& cells = m_display.columns;
     cells.setColAlignment(-1, 0);
     cells.setRowHeight(-1, 300);
     // The view widens each column by the height of a line.
@@ -120,28 +120,53 @@ void FormZDYXS::Form_Resize()
     MSFlexGrid1->refresh();
 }
 
-void FormZDYXS::clickCell(int row, int col)
+void FormZDYXS::MSFlexGrid1_MouseUp(int MouseRow, int MouseCol)
 {
-    m_display.MSFlexGrid1_MouseUp(row, col);
-    MSFlexGrid1->refreshCell(row, col);
+    if (MouseCol == tickColumn)
+        m_display.flip(MouseRow);
+    takeSelection();
+    MSFlexGrid1->refreshCell(MouseRow, MouseCol);
 }
 
-void FormZDYXS::moveBlock(void (CustomDisplay::*handler)())
+void FormZDYXS::takeSelection()
+{
+    SelTop = std::min(m_display.columns.Row, m_display.columns.RowSel);
+    SelBottom = std::max(m_display.columns.Row, m_display.columns.RowSel);
+}
+
+void FormZDYXS::CommandUP_Click()
+{
+    moveBlock(&CustomDisplay::moveUp);
+}
+
+void FormZDYXS::CommandDown_Click()
+{
+    moveBlock(&CustomDisplay::moveDown);
+}
+
+void FormZDYXS::moveBlock(RowBlock (CustomDisplay::*step)(RowBlock))
 {
     const CommandScope command(m_dialogs);
     // Rows can be selected by keys as well, or by a drag that ended outside.
-    m_display.takeSelection();
-    (m_display.*handler)();
+    takeSelection();
+    const RowBlock block = (m_display.*step)({SelTop, SelBottom});
+    SelTop = block.first;
+    SelBottom = block.last;
     MSFlexGrid1->refresh();
-    const int col = m_display.MSFlexGrid1.Col;
-    MSFlexGrid1->select(m_display.SelTop, col, m_display.SelBottom, m_display.MSFlexGrid1.ColSel);
+    MSFlexGrid1->select(SelTop, m_display.columns.Col, SelBottom, m_display.columns.ColSel);
+}
+
+void FormZDYXS::Command1_Click()
+{
+    const CommandScope command(m_dialogs);
+    m_display.save(XMName, ComboKL->currentText());
 }
 
 void FormZDYXS::keyPressEvent(QKeyEvent* event)
 {
     // The space bar ticks, for those who work without a mouse.
     if (event->key() == Qt::Key_Space && focusWidget() == MSFlexGrid1)
-        clickCell(m_display.MSFlexGrid1.RowSel, 1);
+        MSFlexGrid1_MouseUp(m_display.columns.RowSel, tickColumn);
     else
         Screen::keyPressEvent(event);
 }

@@ -24,7 +24,7 @@ public:
 
     /// What the workbench shows: the item's text, and the stream word for ComboKL. To be called
     /// before init.
-    void setItem(const QString& XMName, const QString& streamWord);
+    void setItem(const QString& item, const QString& streamWord);
 
     /// Fills the grid from the library's DisplayItems.
     void init();
@@ -40,10 +40,19 @@ private:
     QWidget* makeStrip();
     void Form_Load();
     void Form_Resize();
-    void clickCell(int row, int col);
-    void moveBlock(void (CustomDisplay::*handler)());
+    void MSFlexGrid1_MouseUp(int MouseRow, int MouseCol);
+    void takeSelection();
+    void CommandUP_Click();
+    void CommandDown_Click();
+    void moveBlock(RowBlock (CustomDisplay::*step)(RowBlock));
+    void Command1_Click();
 
     CustomDisplay m_display;
+    /// The item's text, as in "原始分和名次".
+    QString XMName;
+    /// First and last row of the block that CommandUP and CommandDown move.
+    int SelTop = 1;
+    int SelBottom = 1;
     widgets::ScreenDialogs& m_dialogs;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     QComboBox* ComboKL = nullptr;

@@ -3,7 +3,6 @@
 #include <QDateTime>
 #include <QFileSystemWatcher>
 
-#include "import/ImportOptions.h"
 #include "import/WorkbookIntake.h"
 #include "library/ScoreLibrary.h"
 #include "platform/widgets/Screen.h"

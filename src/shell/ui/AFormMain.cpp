@@ -203,14 +203,19 @@ void AFormMain::start(const QString& commandLine)
     // Without a library the menu items that bring the panel up are off.
     if (!m_library.Conn.isOpen())
         m_panel->show();
-    showRecent(m_library.LibPath);
+    showRecent(openPath());
+}
+
+QString AFormMain::openPath() const
+{
+    return m_library.Conn.path();
 }
 
 void AFormMain::showRecent(const QString& path)
 {
     const QString first =
         m_recent.MKRecent(m_library.paths().dataFile(u"recent.dat"_s), path, RecentCount);
-    // Deliberate: commands that look at LibPath alone then address the file opened last.
+    // Kept as the library to be asked for; nothing is opened by it.
     if (!first.isEmpty())
         m_library.LibPath = first;
     for (int i = 0; i < RecentCount; ++i) {
@@ -223,16 +228,15 @@ void AFormMain::showRecent(const QString& path)
 
 void AFormMain::ShowInfo()
 {
-    setWindowTitle(m_library.LibPath.isEmpty() ? ProductTitle
-                                               : ProductTitle + u" - "_s + m_library.LibPath);
+    setWindowTitle(m_library.Conn.isOpen() ? ProductTitle + u" - "_s + openPath() : ProductTitle);
 }
 
 void AFormMain::takeLibrary()
 {
     // What is shown stems from the library before.
-    if (m_library.LibPath != m_shownLibrary)
+    if (openPath() != m_shownLibrary)
         MSFlexGrid1->hide();
-    m_shownLibrary = m_library.LibPath;
+    m_shownLibrary = openPath();
     m_workbench->init();
     ShowInfo();
 }
@@ -241,11 +245,8 @@ void AFormMain::openLibrary(const QString& path)
 {
     m_library.LibPath = path;
     m_library.OpenDB();
-    // A library that was opened has been taken, and one that stays open is as it was.
-    if (m_library.LibPath.isEmpty())
-        m_workbench->init();
     ShowInfo();
-    showRecent(m_library.LibPath);
+    showRecent(openPath());
 }
 
 void AFormMain::mfNew_Click()
@@ -381,8 +382,7 @@ void AFormMain::dragEnterEvent(QDragEnterEvent* event)
 {
     // A drop on a window that a screen is open over would work behind that screen's back.
     const QString file = droppedFile(event->mimeData());
-    const bool taken =
-        isLibrary(file) || (isWorkbook(file) && m_workbench->selection().commandsAvailable);
+    const bool taken = isLibrary(file) || (isWorkbook(file) && m_library.Conn.isOpen());
     if (taken && !QApplication::activeModalWidget())
         event->acceptProposedAction();
 }

@@ -51,6 +51,8 @@ private:
     void connectScreen(const QString& name, void (MenuScreens::*open)());
     void connectRecent();
 
+    /// "" when no library is open.
+    QString openPath() const;
     void takeLibrary();
     void openLibrary(const QString& path);
     void takeDropped(const QString& file);

@@ -15,9 +15,7 @@
 #include "platform/widgets/LabelProgress.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenProgress.h"
-#include "workbench/Browse.h"
-#include "workbench/Prompts.h"
-#include "workbench/StatisticsRun.h"
+#include "workbench/ExamOrder.h"
 #include "workbench/TotalsRun.h"
 
 namespace workbench {
@@ -76,6 +74,7 @@ void showAsList(QComboBox* box)
 FormKaoShi::FormKaoShi(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                        excel::Applications& applications, grid::FlexGrid& mainGrid, QWidget* parent)
     : Backdrop(parent),
+      m_library(scoreLibrary),
       m_selection(scoreLibrary),
       m_scoring(scoreLibrary),
       m_reports(scoreLibrary),
@@ -252,19 +251,16 @@ void FormKaoShi::connectCommands()
             (this->*handler)();
         });
     };
-    onClick(CommandLLCJ, &FormKaoShi::browse);
-    onClick(CommandJSZF, &FormKaoShi::computeTotals);
-    onClick(CommandZXTJ, &FormKaoShi::runStatistics);
-    onClick(CommandZHFX, &FormKaoShi::analyze);
+    onClick(CommandLLCJ, &FormKaoShi::CommandLLCJ_Click);
+    onClick(CommandJSZF, &FormKaoShi::CommandZF_Click);
+    onClick(CommandZXTJ, &FormKaoShi::CommandZXTJ_Click);
+    onClick(CommandZHFX, &FormKaoShi::Command2_Click);
+    onClick(Command1, &FormKaoShi::Command1_Click);
     // What opens a screen is no command of its own: the screen's buttons are.
     connect(CommandDRKS, &QPushButton::clicked, this, &FormKaoShi::importRequested);
-    connect(CommandZDYXS, &QPushButton::clicked, this, &FormKaoShi::chooseDisplay);
+    connect(CommandZDYXS, &QPushButton::clicked, this, &FormKaoShi::CommandZDYXS_Click);
     connect(CommandUP, &QPushButton::clicked, this, [this] { moveExam(Direction::Up); });
     connect(CommandDown, &QPushButton::clicked, this, [this] { moveExam(Direction::Down); });
-    connect(Command1, &QPushButton::clicked, this, [this] {
-        const widgets::CommandScope command(m_dialogs);
-        m_selection.Command1_Click();
-    });
 }
 
 bool FormKaoShi::eventFilter(QObject* watched, QEvent* event)
@@ -348,37 +344,42 @@ void FormKaoShi::moveExam(Direction direction)
     showState();
 }
 
-void FormKaoShi::browse()
+void FormKaoShi::Command1_Click()
 {
-    if (Browse(m_selection).CommandLLCJ_Click(m_grid))
+    saveExamOrder(m_library, m_selection.ListKSMC.texts());
+}
+
+void FormKaoShi::CommandLLCJ_Click()
+{
+    if (browse(m_library, m_selection.browseRequest(), m_grid))
         Q_EMIT gridFilled(m_selection.CheckMin);
 }
 
-void FormKaoShi::computeTotals()
+void FormKaoShi::CommandZF_Click()
 {
     widgets::LabelProgress progress(window(), *LabelXX, Picture1);
-    CommandZF_Click(m_selection, m_scoring, progress);
+    computeTotals(m_selection.ListKSMC.selectedTexts(), m_scoring, progress);
 }
 
-void FormKaoShi::runStatistics()
+void FormKaoShi::CommandZXTJ_Click()
 {
-    if (CommandZXTJ_Click(m_selection, m_reports, m_grid))
+    if (runReport(m_selection.reportRequest(), m_reports, m_grid))
         Q_EMIT gridFilled(m_selection.CheckMin);
 }
 
-void FormKaoShi::analyze()
+void FormKaoShi::Command2_Click()
 {
     widgets::ScreenProgress progress(window());
-    Command2_Click(
-        m_selection, m_reports, [this]() -> auto& { return excel::OpenExcel(m_applications); },
+    runAnalysis(
+        m_selection.analysisRequest(), m_reports, [this]() -> auto& { return excel::OpenExcel(m_applications); },
         progress);
 }
 
-void FormKaoShi::chooseDisplay()
+void FormKaoShi::CommandZDYXS_Click()
 {
     {
         const widgets::CommandScope command(m_dialogs);
-        Browse(m_selection).MKzdyxs();
+        MKzdyxs(m_library, m_selection.ListXM.text(), m_selection.streamWord());
     }
     Q_EMIT customDisplayRequested(m_selection.ListXM.text(), m_selection.streamWord());
 }

@@ -7,7 +7,7 @@
 #include "platform/widgets/ScreenDialogs.h"
 #include "scoring/Scoring.h"
 #include "statistics/ReportContext.h"
-#include "workbench/Selection.h"
+#include "workbench/ui/Selection.h"
 #include "workbooks/model/OpenExcel.h"
 
 class QCheckBox;
@@ -34,8 +34,6 @@ public:
 
     /// Fills all lists from the open library.
     void init();
-
-    const Selection& selection() const { return m_selection; }
 
 Q_SIGNALS:
     /// The main grid was filled; `minimise` says whether the workbench steps aside.
@@ -66,12 +64,14 @@ private:
     /// Takes what the widgets show into the selection, and rebuilds the SQL text.
     void takeState();
     void moveExam(Direction direction);
-    void browse();
-    void computeTotals();
-    void runStatistics();
-    void analyze();
-    void chooseDisplay();
+    void Command1_Click();
+    void CommandLLCJ_Click();
+    void CommandZF_Click();
+    void CommandZXTJ_Click();
+    void Command2_Click();
+    void CommandZDYXS_Click();
 
+    library::ScoreLibrary& m_library;
     Selection m_selection;
     scoring::Scoring m_scoring;
     statistics::ReportContext m_reports;

@@ -1,10 +1,9 @@
-// The lists of the catalogue; the questions about single exams and classes are in
-// CatalogueLookups.cpp.
 #include "library/Catalogue.h"
 
-#include "library/CatalogueSql.h"
+#include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -14,6 +13,33 @@ using namespace Qt::StringLiterals;
 using runtime::Icon;
 using runtime::MsgBox;
 using runtime::Trap;
+using runtime::Value;
+
+namespace {
+
+/// Fields of 考试名称表 ahead of the columns of the subjects.
+constexpr int fixedExamFields = 5;
+
+/// The rows of one exam and stream, as they were entered.
+QString examRowSql(const QString& exam, const QString& stream)
+{
+    return u"select * from 考试名称表 WHERE  考试名称='"_s + exam + u"' and 科类='"_s + stream
+           + u"'"_s;
+}
+
+/// The rows of one exam and stream by 考试编号.
+QString orderedExamRowSql(const QString& exam, const QString& stream)
+{
+    return examRowSql(exam, stream) + u" order by 考试编号"_s;
+}
+
+/// The stream that lends its columns: 理 to 文, and 文 to any other.
+QString otherStream(const QString& stream)
+{
+    return stream == u"文"_s ? u"理"_s : u"文"_s;
+}
+
+} // namespace
 
 void Catalogue::GetKeLei()
 {
@@ -60,7 +86,7 @@ void Catalogue::GetKSXX()
         SubjectColumns.clear();
         TotalColumns.clear();
         const database::TableColumns& fields = m_conn.columns(u"考试名称表"_s);
-        for (int i = FixedExamFields; i < fields.count(); ++i) {
+        for (int i = fixedExamFields; i < fields.count(); ++i) {
             const QString& name = fields.at(i).name;
             AllColumns.append(name);
             (isTotal(name) ? TotalColumns : SubjectColumns).append(name);
@@ -138,7 +164,7 @@ QStringList examNames(const QString& exams)
 
 } // namespace
 
-void Catalogue::GetKSKM(const QString& exams, const QString& stream)
+ColumnMarks Catalogue::GetKSKM(const QString& exams, const QString& stream)
 {
     const Trap trap{" - Function GetKSKM/Mdl_MDB"};
     trap([&] {
@@ -155,9 +181,10 @@ void Catalogue::GetKSKM(const QString& exams, const QString& stream)
         }
         ExamSubjects = sums.examined();
     });
+    return ExamSubjects;
 }
 
-void Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
+ColumnMarks Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
 {
     const Trap trap{" - Function GetKSKMZF/Mdl_MDB"};
     trap([&] {
@@ -177,9 +204,10 @@ void Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
         }
         ExamColumns = sums.examined();
     });
+    return ExamColumns;
 }
 
-void Catalogue::GetZFKMGS(const QString& exam, const QString& stream)
+QStringList Catalogue::GetZFKMGS(const QString& exam, const QString& stream)
 {
     const Trap trap{" - Function GetZFKMGS/Mdl_MDB"};
     trap([&] {
@@ -190,11 +218,89 @@ void Catalogue::GetZFKMGS(const QString& exam, const QString& stream)
         for (qsizetype i = 0; i < TotalColumns.size(); ++i)
             trap([&] { TotalFormulas[i] = rows.Fields(TotalColumns[i]).Value().text(); });
     });
+    return TotalFormulas;
 }
 
-bool Catalogue::isTotal(const QString& column)
+namespace {
+
+/// A field of an exam row as a Single; a text that is no number is the engine's error.
+float singleField(database::Recordset& rows, const QString& column)
 {
-    return column.endsWith(u"总分"_s);
+    const Value value = rows.Fields(column).Value();
+    const database::ColumnType single{database::ColumnType::Kind::Single};
+    return value.isNull() ? 0 : float(single.converted(value, column).toDouble());
+}
+
+} // namespace
+
+float Catalogue::getKMMF(const QString& exam, const QString& stream, const QString& subject)
+{
+    const Trap trap{" - Function getKMMF/Mdl_MDB"};
+    float marks = 0;
+    trap([&] {
+        database::Recordset rows;
+        rows.Open(examRowSql(exam, stream), m_conn);
+        if (rows.RecordCount() == 0)
+            rows.Open(examRowSql(exam, otherStream(stream)), m_conn);
+        if (rows.RecordCount() > 0)
+            marks = singleField(rows, subject);
+    });
+    return marks;
+}
+
+float Catalogue::GetZFMF(const QString& exam, const QString& stream, const QString& total)
+{
+    const Trap trap{" - Function GetZFMF/Mdl_MDB"};
+    float marks = 0;
+    trap([&] {
+        database::Recordset rows;
+        rows.Open(examRowSql(exam, stream), m_conn);
+        if (rows.RecordCount() == 0 && stream == u"文"_s)
+            rows.Open(examRowSql(exam, u"理"_s), m_conn);
+        if (rows.RecordCount() == 0)
+            return;
+        const QString formula = rows.Fields(total).Value().text();
+        const QStringList terms = formula.isEmpty() ? QStringList() : formula.split(u'+');
+        for (const QString& term : terms)
+            trap([&] { marks += singleField(rows, term); });
+    });
+    return marks;
+}
+
+namespace {
+
+/// An exam number, which has 16 bits. Throws Error for NULL and for one that does not fit.
+int examNumber(const Value& number)
+{
+    if (number.isNull())
+        throw runtime::Error(u"考试没有考试编号。"_s);
+    const database::ColumnType integer{database::ColumnType::Kind::Integer};
+    return int(integer.converted(number, u"考试编号"_s).toDouble());
+}
+
+} // namespace
+
+int Catalogue::GetKSBH(const QString& exam)
+{
+    const Trap trap{" - Function GetKSBH/Mdl_MDB"};
+    int number = 0;
+    trap([&] {
+        database::Recordset rows;
+        rows.Open(u"select *  from 考试名称表 order by 考试编号"_s, m_conn);
+        for (; !rows.Eof(); rows.MoveNext()) {
+            if (rows.Fields(u"考试名称"_s).Value().text() == exam)
+                trap([&] { number = examNumber(rows.Fields(u"考试编号"_s).Value()); });
+        }
+    });
+    if (number != 0)
+        return number;
+    trap([&] {
+        database::Recordset rows;
+        rows.Open(u"select max(考试编号)  from 考试名称表"_s, m_conn);
+        const Value highest = rows.Fields(0).Value();
+        number = highest.isNull() ? 1 : examNumber(highest.toDouble() + 1);
+    });
+    return number;
 }
 
 bool Catalogue::isKeMu(const QString& name) const

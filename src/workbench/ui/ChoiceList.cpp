@@ -1,4 +1,4 @@
-#include "workbench/ChoiceList.h"
+#include "workbench/ui/ChoiceList.h"
 
 #include <algorithm>
 
@@ -35,6 +35,14 @@ QStringList ChoiceList::selectedTexts() const
             texts.append(item.text);
     }
     return texts;
+}
+
+QStringList ChoiceList::texts() const
+{
+    QStringList all;
+    for (const Item& item : items)
+        all.append(item.text);
+    return all;
 }
 
 QString ChoiceList::currentText() const

@@ -1,4 +1,4 @@
-#include "statistics/Bands.h"
+#include "statistics/BandSetting.h"
 
 #include "platform/runtime/Error.h"
 #include "statistics/SettingForms.h"
@@ -8,20 +8,20 @@ namespace statistics {
 using namespace Qt::StringLiterals;
 
 BandSetting::BandSetting(ReportContext& context, const QString& name, const QString& stream,
-                         const runtime::Trap& trap)
-    : m_context(context), m_name(name), m_stream(stream), m_trap(trap)
+                         const library::ColumnMarks& subjects, const runtime::Trap& trap)
+    : m_context(context), m_name(name), m_stream(stream), m_subjects(subjects), m_trap(trap)
 {
     const QString value = context.library.settings.GetSZ(name);
     m_bySubject = value == CustomData;
     if (!m_bySubject)
-        MakeCXTJ(context, value);
+        MakeCXTJ(context, subjects, value);
 }
 
 const Condition& BandSetting::of(int subject)
 {
     m_trap([&] {
         if (m_bySubject) {
-            const QString& name = m_context.library.catalogue.ExamSubjects.names.at(subject);
+            const QString& name = m_subjects.names.at(subject);
             m_condition = Condition(m_context.library.settings.GetXXSZ(m_name, m_stream, name));
             return;
         }

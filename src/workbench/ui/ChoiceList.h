@@ -31,6 +31,8 @@ struct ChoiceList
     QStringList selectedTexts() const;
     /// The text of the current item, or "".
     QString currentText() const;
+    /// All, in list order.
+    QStringList texts() const;
 };
 
 /// The state of a list from which one item is chosen.

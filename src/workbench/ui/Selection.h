@@ -3,7 +3,10 @@
 #include <array>
 
 #include "library/ScoreLibrary.h"
-#include "workbench/ChoiceList.h"
+#include "workbench/Browse.h"
+#include "workbench/RowChoice.h"
+#include "workbench/StatisticsRun.h"
+#include "workbench/ui/ChoiceList.h"
 
 namespace workbench {
 
@@ -12,6 +15,9 @@ enum class Available { No, Yes };
 /// Which way an exam moves in the list.
 enum class Direction { Up = 1, Down = -1 };
 
+/// What a sort key shows while no column is chosen.
+extern const QString SortPrompt;
+
 /// An option button that stands for all streams, or for one.
 struct StreamOption
 {
@@ -19,8 +25,9 @@ struct StreamOption
     bool visible = false;
 };
 
-/// What is chosen on the workbench: exams, classes, categories, columns and order, and the SQL text
-/// that follows from it. A screen shows this state and calls the handlers.
+/// The lists of the workbench and what they do among themselves, without their widgets: exams,
+/// classes, categories, columns and order, and the SQL text that follows from them. The form shows
+/// this state and takes its requests from it.
 class Selection
 {
 public:
@@ -40,10 +47,6 @@ public:
     bool CheckMin = false;            ///< minimise the workbench after a query
     bool commandsAvailable = false;   ///< false while no library is open
 
-    /// Conditions on exams and on classes as scTJ last made them.
-    QString examCondition;
-    QString classCondition;
-
     /// Fills the fixed lists, then runs init.
     void Form_Load();
     /// Fills all lists from the open library. Without one the lists keep their contents, and the
@@ -58,16 +61,15 @@ public:
     void OptionButton1_Click(int index);
     /// Rebuilds Text1 and the shared CategoryFilter. To be called after every change of a list.
     void scTJ();
-
     /// Swaps the one selected exam with its neighbour.
     void MoveList(ChoiceList& list, Direction direction);
-    /// Asks, then writes the list's order as exam numbers.
-    void Command1_Click();
 
     /// The caption of the option that is set.
     QString streamWord() const;
-
-    library::ScoreLibrary& library() const { return m_library; }
+    RowChoice rowChoice() const;
+    BrowseRequest browseRequest() const;
+    ReportRequest reportRequest() const;
+    AnalysisRequest analysisRequest() const;
 
 private:
     void fillSortColumns();

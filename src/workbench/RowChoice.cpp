@@ -1,0 +1,57 @@
+#include "workbench/RowChoice.h"
+
+#include "platform/runtime/Dialogs.h"
+
+namespace workbench {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// One condition that a row meets if it has any of the values; `joiner` in front. "" without values.
+QString anyOf(const QStringList& values, const QString& head, const QString& tail,
+              const QString& joiner)
+{
+    QStringList conditions;
+    for (const QString& value : values)
+        conditions.append(head + value + tail);
+    return conditions.isEmpty() ? QString()
+                                : joiner + u" ("_s + conditions.join(u" or "_s) + u')';
+}
+
+QString orderClause(const std::vector<SortKey>& order)
+{
+    QStringList keys;
+    for (const SortKey& key : order)
+        keys.append(key.column
+                    + (key.direction == SortDirection::Descending ? u" DESC"_s : u" ASC"_s));
+    return keys.isEmpty() ? QString() : u" order by "_s + keys.join(u',');
+}
+
+} // namespace
+
+QString categoryCondition(const QStringList& categories)
+{
+    return anyOf(categories, u"类别代码="_s, {}, u" and"_s);
+}
+
+QString rowsSql(const RowChoice& choice)
+{
+    if (choice.exams.isEmpty())
+        return u"请选择 考试名称！"_s;
+    if (choice.classes.isEmpty())
+        return u"请选择 要导出成绩的 班级！\""_s;
+    return u"select * from 成绩表 where "_s + anyOf(choice.exams, u" 考试名称='"_s, u"'"_s, {})
+           + anyOf(choice.classes, u" 班级="_s, {}, u" and"_s)
+           + categoryCondition(choice.categories) + orderClause(choice.order);
+}
+
+bool checkExamChosen(const QStringList& exams)
+{
+    if (exams.isEmpty())
+        runtime::MsgBox(u"没有选择考试，请选择考试继续。"_s, {}, runtime::Buttons::Ok,
+                        runtime::Icon::Warning);
+    return !exams.isEmpty();
+}
+
+} // namespace workbench

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <vector>
+
+#include <QString>
+#include <QStringList>
+
+namespace workbench {
+
+enum class SortDirection { Ascending, Descending };
+
+struct SortKey
+{
+    QString column;
+    SortDirection direction = SortDirection::Ascending;
+};
+
+/// Which score rows are wanted, and in which order.
+struct RowChoice
+{
+    QStringList exams;
+    /// Class numbers as texts.
+    QStringList classes;
+    /// Values of 类别代码 as texts; none stands for all.
+    QStringList categories;
+    std::vector<SortKey> order;
+};
+
+/// The condition on the category, with " and" in front; "" for all categories. It is also what
+/// narrows the statistics (Settings::CategoryFilter).
+QString categoryCondition(const QStringList& categories);
+
+/// The statement that gives the rows. Without an exam, or without a class, it is the sentence that
+/// asks for one.
+QString rowsSql(const RowChoice& choice);
+
+/// True if an exam is chosen; otherwise the message that asks for one.
+bool checkExamChosen(const QStringList& exams);
+
+} // namespace workbench

@@ -1,0 +1,29 @@
+#include "library/Teachers.h"
+
+#include <gtest/gtest.h>
+
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using support::TestLibrary;
+
+class TeacherLists : public testing::Test
+{
+protected:
+    library::Teachers& teachers() { return test.scores.teachers; }
+
+    TestLibrary test{{u"语文"_s, u"数学"_s, u"总分"_s}};
+};
+
+TEST_F(TeacherLists, TheTeacherOfAClassAndSubject)
+{
+    test.execute(u"insert into 教师表(考试名称,班级,语文) values('期中',3,'安老师')"_s);
+    EXPECT_EQ(teachers().GetJSMD(u"期中"_s, 3, u"语文"_s), u"安老师"_s);
+    EXPECT_EQ(teachers().GetJSMD(u"期中"_s, 3, u"数学"_s), u""_s);
+    EXPECT_EQ(teachers().GetJSMD(u"期中"_s, 4, u"语文"_s), u""_s);
+}
+
+} // namespace
