@@ -9,6 +9,8 @@
 #include "benchmarks/Support.h"
 #include "library/NewLibrary.h"
 #include "platform/database/Recordset.h"
+#include "platform/database/Statement.h"
+#include "platform/database/WriteBatch.h"
 #include "workbench/Browse.h"
 #include "workbench/Offers.h"
 #include "workbench/RowChoice.h"

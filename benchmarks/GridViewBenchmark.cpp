@@ -11,6 +11,8 @@
 
 #include "benchmarks/Support.h"
 #include "library/NewLibrary.h"
+#include "platform/database/Statement.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "statistics/NamedReports.h"
 

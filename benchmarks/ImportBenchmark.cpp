@@ -12,6 +12,8 @@
 #include "benchmarks/Support.h"
 #include "import/ExamImport.h"
 #include "library/NewLibrary.h"
+#include "platform/database/Statement.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;

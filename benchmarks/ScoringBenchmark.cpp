@@ -14,6 +14,8 @@
 
 #include "benchmarks/Support.h"
 #include "library/NewLibrary.h"
+#include "platform/database/Statement.h"
+#include "platform/database/WriteBatch.h"
 #include "scoring/Scoring.h"
 
 namespace {

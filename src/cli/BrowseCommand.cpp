@@ -1,6 +1,7 @@
 #include "cli/ChosenRows.h"
 #include "cli/Command.h"
 #include "cli/GridOutput.h"
+#include "platform/database/Error.h"
 #include "workbench/Browse.h"
 #include "workbench/Offers.h"
 
@@ -38,7 +39,7 @@ SortKey sortKey(const database::TableColumns& columns, const QString& text)
         throw UsageError(u"排序方式只能是 asc 或 desc：%1"_s.arg(text));
     const QString column = colon < 0 ? text : text.left(colon);
     if (columns.find(column) < 0)
-        throw UsageError(u"没有名为“%1”的列。"_s.arg(column));
+        throw UsageError(database::noSuchColumn(column));
     return {column, word == "desc"_L1 ? workbench::SortDirection::Descending
                                       : workbench::SortDirection::Ascending};
 }

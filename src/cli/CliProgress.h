@@ -12,6 +12,7 @@ public:
     ~CliProgress() override;
 
     void report(const QString& text, int done, int total) override;
+    void finish() override;
     bool cancelled() const override { return false; }
 
 private:

@@ -1,5 +1,7 @@
 #include "cli/Session.h"
 
+#include "platform/database/Statement.h"
+
 namespace cli {
 
 using namespace Qt::StringLiterals;

@@ -4,6 +4,8 @@
 
 #include <QRegularExpression>
 
+#include "platform/runtime/Numbers.h"
+
 namespace importing {
 
 using namespace Qt::StringLiterals;
@@ -24,7 +26,7 @@ std::optional<QDateTime> momentOfNumber(double number)
     constexpr double dayNumbers = 2958466; // up to 9999-12-31
     constexpr double secondsOfDay = 86400;
     if (number >= 0 && number < dayNumbers)
-        return QDateTime(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC)
+        return QDateTime(runtime::dayZero(), QTime(0, 0), Qt::UTC)
             .addSecs(std::llround(number * secondsOfDay));
     if (std::floor(number) == number && number >= 10000101 && number <= 99991231) {
         const int digits = int(number);

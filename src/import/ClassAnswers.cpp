@@ -1,5 +1,7 @@
 #include "import/ClassAnswers.h"
 
+#include "platform/database/Statement.h"
+
 namespace importing {
 
 using namespace Qt::StringLiterals;

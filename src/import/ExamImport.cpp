@@ -7,6 +7,7 @@
 #include "import/ExamWriter.h"
 #include "import/SheetPass.h"
 #include "library/LibraryBackup.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Trap.h"
 #include "scoring/Scoring.h"
 
@@ -43,6 +44,7 @@ public:
     {
         m_import.report(m_text, done, total);
     }
+    void finish() override {}
     bool cancelled() const override { return m_import.cancelled(); }
 
 private:
@@ -214,7 +216,7 @@ void ExamImport::finish(Afterwards afterwards)
     m_library.catalogue.GetKeLei();
     m_library.catalogue.GetKSXX();
     m_library.notifyChanged();
-    m_progress.report({}, 0, 0);
+    m_progress.finish();
     MsgBox(u"导入完成！"_s);
 }
 

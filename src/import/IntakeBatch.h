@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "platform/database/Connection.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 
 namespace importing {

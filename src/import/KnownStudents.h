@@ -6,6 +6,7 @@
 #include <QHash>
 
 #include "platform/database/Connection.h"
+#include "platform/database/Statement.h"
 
 namespace importing {
 

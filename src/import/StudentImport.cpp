@@ -4,6 +4,7 @@
 
 #include "import/CellDate.h"
 #include "library/LibraryBackup.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -44,7 +45,7 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
         return ImportResult::Stopped;
     if (!writeRows())
         return ImportResult::Stopped;
-    m_progress.report({}, 0, 0);
+    m_progress.finish();
     m_sheet = nullptr;
     m_intake.quitApplication();
     m_library.catalogue.GetKeLei();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/database/Connection.h"
+#include "platform/database/OpenFile.h"
 
 namespace library {
 

@@ -4,7 +4,8 @@
 #include <QSaveFile>
 
 #include "library/ColumnNames.h"
-#include "platform/database/FileUse.h"
+#include "platform/database/OpenFile.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"

@@ -2,6 +2,7 @@
 
 #include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
+#include "platform/database/Statement.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 

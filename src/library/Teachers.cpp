@@ -1,6 +1,7 @@
 #include "library/Teachers.h"
 
 #include "platform/database/Error.h"
+#include "platform/database/Statement.h"
 #include "platform/runtime/Trap.h"
 
 namespace library {
@@ -15,7 +16,7 @@ int columnOf(const database::TableColumns& columns, const QString& subject)
 {
     const int column = columns.find(subject);
     if (column < 0)
-        throw database::Error(database::Failure::Sql, u"没有名为“%1”的列。"_s.arg(subject));
+        throw database::Error(database::Failure::Sql, database::noSuchColumn(subject));
     return column;
 }
 

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include "platform/database/Connection.h"
+#include "platform/database/Statement.h"
 
 namespace scoring {
 

@@ -1,5 +1,7 @@
 #include "scoring/ExamTables.h"
 
+#include "platform/database/WriteBatch.h"
+
 namespace scoring {
 
 ExamTable& ExamTables::of(const QString& stream)

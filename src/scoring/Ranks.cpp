@@ -3,6 +3,7 @@
 #include <numeric>
 
 #include "library/ColumnNames.h"
+#include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
@@ -78,7 +79,7 @@ void storeRank(TableColumn& ranks, const TableColumn& scores, size_t row, RankRu
 void failEachRow(const QString& name, size_t rows)
 {
     for (size_t row = 0; row < rows; ++row)
-        trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        trap.fail(database::noSuchColumn(name));
 }
 
 /// Whether the grade is ranked beside the classes.
@@ -140,7 +141,7 @@ void rankByT(ExamTable& table, const QString& total)
     const QString name = library::tScoreColumn(total);
     const TableColumn* scores = table.column(name);
     if (!scores)
-        return trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        return trap.fail(database::noSuchColumn(name));
     const QString rankName = library::tRankColumn(total);
     TableColumn* ranks = table.column(rankName);
     if (!ranks)
@@ -154,7 +155,7 @@ void rankByScore(ExamTable& table, const QString& name, const Groups& groups)
 {
     const TableColumn* scores = table.column(name);
     if (!scores)
-        return trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        return trap.fail(database::noSuchColumn(name));
     const std::vector<size_t> order = descending(*scores, table.rowCount());
     if (groups.grade == Grade::Ranked)
         rankGrade(table, *scores, order, library::gradeRankColumn(name));

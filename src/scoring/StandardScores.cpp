@@ -1,6 +1,7 @@
 #include "scoring/StandardScores.h"
 
 #include "library/ColumnNames.h"
+#include "platform/database/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -79,7 +80,7 @@ void takeZ(LastZ& z, const TableColumn& scores, size_t row, const Distribution& 
 void storeZ(TableColumn* column, const QString& name, size_t row, const LastZ& z)
 {
     if (!column)
-        trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        trap.fail(database::noSuchColumn(name));
     else if (z.kind == LastZ::Kind::Number)
         column->set(row, z.number);
     else
@@ -90,7 +91,7 @@ void storeT(TableColumn* column, const QString& name, size_t row, const LastZ& z
             const library::Settings& settings)
 {
     if (!column)
-        trap.fail(u"没有名为“%1”的列。"_s.arg(name));
+        trap.fail(database::noSuchColumn(name));
     else if (z.kind == LastZ::Kind::Null)
         column->setNull(row);
     else

@@ -1,6 +1,7 @@
 #include "scoring/Totals.h"
 
 #include "library/ColumnNames.h"
+#include "platform/database/Error.h"
 #include "platform/runtime/Trap.h"
 
 namespace scoring {
@@ -26,7 +27,7 @@ struct NamedColumn
         if (column)
             return true;
         trap.fail(text ? u"列“%1”是文字，不能当作分数。"_s.arg(name)
-                       : u"没有名为“%1”的列。"_s.arg(name));
+                       : database::noSuchColumn(name));
         return false;
     }
 };

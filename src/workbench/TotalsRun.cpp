@@ -21,6 +21,7 @@ public:
     ExamProgress(Progress& run, int exam, int exams) : m_run(run), m_exam(exam), m_exams(exams) {}
 
     void report(const QString& text, int, int) override { m_run.report(text, m_exam, m_exams); }
+    void finish() override {}
     bool cancelled() const override { return m_run.cancelled(); }
 
 private:
@@ -45,7 +46,7 @@ void computeTotals(const QStringList& exams, Scoring& scoring, Progress& progres
         share.report(u"计算总分："_s + exams[i] + u"..."_s, 0, 1);
         trap([&] { scoring.score(exams[i], share); });
     }
-    progress.report({}, 0, 0);
+    progress.finish();
     if (!progress.cancelled())
         runtime::MsgBox(u"计算总分 完成！"_s + begin + u"\n"_s + timeOfDay());
 }
@@ -57,7 +58,7 @@ void rankExams(const QStringList& exams, Scoring& scoring, Progress& progress)
         progress.report(exams[i], i, int(exams.size()));
         trap([&] { scoring.PanNJBjMC(exams[i]); });
     }
-    progress.report({}, 0, 0);
+    progress.finish();
 }
 
 } // namespace workbench

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/widgets/Captions.h"
+
 #include "support/PrintQString.h"
 
 namespace {

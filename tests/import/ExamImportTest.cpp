@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "ExamImportFixture.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/grid/GridText.h"
 #include "platform/runtime/Numbers.h"
 

@@ -11,8 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// Progress that notes the texts that it was given, repetitions left out, and is cancelled once it
-/// was told more than so many times.
+/// Progress that notes the texts that it was given, repetitions left out and an empty one at the
+/// end, and is cancelled once it was told more than so many times.
 class NotedProgress : public runtime::Progress
 {
 public:
@@ -25,6 +25,7 @@ public:
         if (texts.isEmpty() || texts.last() != text)
             texts.append(text);
     }
+    void finish() override { texts.append(QString()); }
 
     bool cancelled() const override { return cancelAfter >= 0 && m_reports > cancelAfter; }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/database/WriteBatch.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 

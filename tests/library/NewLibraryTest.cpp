@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Text.h"
 #include "support/OrdinaryUser.h"

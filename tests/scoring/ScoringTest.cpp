@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Numbers.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
@@ -234,6 +235,7 @@ public:
         texts.append(text);
         --m_left;
     }
+    void finish() override {}
     bool cancelled() const override { return m_left <= 0; }
 
     QStringList texts;

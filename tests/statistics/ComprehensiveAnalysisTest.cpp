@@ -22,6 +22,7 @@ public:
         texts.append(u"%1 %2/%3"_s.arg(text).arg(part).arg(total));
         --m_left;
     }
+    void finish() override { texts.append(u"end"_s); }
     bool cancelled() const override { return m_left < 0; }
 
     QStringList texts;
@@ -335,11 +336,7 @@ TEST_F(ComprehensiveAnalysis, ProgressEndsAheadOfTheClosingMessage)
     {
     public:
         explicit EndNoted(const QStringList& shown) : m_shown(shown) {}
-        void report(const QString& text, int, int) override
-        {
-            if (text.isEmpty())
-                messagesAtEnd = int(m_shown.size());
-        }
+        void finish() override { messagesAtEnd = int(m_shown.size()); }
         int messagesAtEnd = -1;
 
     private:

@@ -7,8 +7,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "import/ui/LabelProgress.h"
 #include "import/ui/ScreenImportScreens.h"
+#include "platform/widgets/LabelProgress.h"
 
 namespace importing {
 
@@ -137,7 +137,7 @@ ExamImportRequest FormDaoRu::request() const
 void FormDaoRu::Command1_Click()
 {
     const widgets::CommandScope command(m_dialogs);
-    LabelProgress progress(this, *Label4);
+    widgets::LabelProgress progress(this, *Label4);
     ScreenImportScreens screens(m_library.paths(), *this, progress);
     ExamImport(m_library, m_intake, m_state, screens, progress).run(request());
 }

@@ -7,7 +7,7 @@
 #include <QPushButton>
 
 #include "import/StudentImport.h"
-#include "import/ui/LabelProgress.h"
+#include "platform/widgets/LabelProgress.h"
 
 namespace importing {
 
@@ -57,7 +57,7 @@ void FormDaoRuXinXi::Command3_Click()
 void FormDaoRuXinXi::Command1_Click()
 {
     const widgets::CommandScope command(m_dialogs);
-    LabelProgress progress(this, *Label4);
+    widgets::LabelProgress progress(this, *Label4);
     StudentImport(m_library, m_intake, progress).run(Combo1->currentText(), backup());
 }
 

@@ -1,24 +1,33 @@
 // Makes the empty score library from its SQL texts: make_template OUT SQL...
-// It runs while the program is built, so it needs nothing of ours.
+// It runs while the program is built, so it needs nothing of ours but the list of indexes.
 #include <sqlite3.h>
 
 #include <cstdio>
 #include <fstream>
 #include <sstream>
 
+#include "library/template/Indexes.h"
+
 namespace {
+
+bool run(sqlite3* db, const char* from, const char* sql)
+{
+    char* message = nullptr;
+    if (sqlite3_exec(db, sql, nullptr, nullptr, &message) == SQLITE_OK)
+        return true;
+    std::fprintf(stderr, "%s: %s\n", from, message);
+    sqlite3_free(message);
+    return false;
+}
 
 bool runFile(sqlite3* db, const char* path)
 {
     const std::ifstream in(path);
     std::ostringstream text;
     text << in.rdbuf();
-    char* message = nullptr;
-    if (in && sqlite3_exec(db, text.str().c_str(), nullptr, nullptr, &message) == SQLITE_OK)
-        return true;
-    std::fprintf(stderr, "%s: %s\n", path, message ? message : "cannot be read");
-    sqlite3_free(message);
-    return false;
+    if (!in)
+        std::fprintf(stderr, "%s: cannot be read\n", path);
+    return in && run(db, path, text.str().c_str());
 }
 
 } // namespace
@@ -34,6 +43,8 @@ int main(int argc, char** argv)
     bool good = sqlite3_open(argv[1], &db) == SQLITE_OK;
     for (int i = 2; good && i < argc; ++i)
         good = runFile(db, argv[i]);
+    for (const char* index : library::indexes)
+        good = good && run(db, "index", index);
     good = sqlite3_close(db) == SQLITE_OK && good;
     if (!good)
         std::remove(argv[1]);

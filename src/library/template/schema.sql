@@ -105,10 +105,3 @@ create table [特值表] (
     [txt] text(50) COLLATE NOCASE,
     [z]   Double REAL
 );
-
-create index if not exists [成绩表_考试] on [成绩表]([考试名称], [科类], [班级]);
-create index if not exists [成绩表_学生] on [成绩表]([id]);
-create index if not exists [成绩表_班级学号] on [成绩表]([班级], [学号]);
-create index if not exists [信息表_班级学号] on [信息表]([班级], [学号]);
-create index if not exists [信息表_科类班级] on [信息表]([科类], [班级]);
-create index if not exists [教师表_考试] on [教师表]([考试名称], [班级]);

@@ -1,4 +1,6 @@
-#include "platform/database/ConnectionPrivate.h"
+#include "platform/database/Aggregates.h"
+
+#include <sqlite3.h>
 
 #include "platform/runtime/Deviation.h"
 

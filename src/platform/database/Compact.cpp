@@ -4,8 +4,8 @@
 
 #include <QFile>
 
-#include "platform/database/ConnectionPrivate.h"
-#include "platform/database/EngineErrors.h"
+#include "platform/database/Error.h"
+#include "platform/database/OpenFile.h"
 
 namespace database {
 

@@ -1,26 +1,15 @@
 #include "platform/database/Connection.h"
 
+#include <sqlite3.h>
+
 #include "platform/database/ConnectionPrivate.h"
-#include "platform/database/EngineErrors.h"
+#include "platform/database/Error.h"
 #include "platform/database/Sql.h"
+#include "platform/database/Statement.h"
 
 namespace database {
 
 using namespace Qt::StringLiterals;
-
-void TableColumns::append(const Column& column)
-{
-    m_exact.insert(column.name, count());
-    m_folded.insert(column.name.toCaseFolded(), count());
-    m_columns.push_back(column);
-}
-
-int TableColumns::find(const QString& name) const
-{
-    // Folding costs more than the look-up; nearly all names come as the table has them.
-    const auto exact = m_exact.constFind(name);
-    return exact != m_exact.constEnd() ? *exact : m_folded.value(name.toCaseFolded(), -1);
-}
 
 Connection::Connection() : d(std::make_unique<Private>()) {}
 
@@ -75,16 +64,16 @@ sqlite3* Connection::openHandle() const
 void Connection::Execute(const QString& sql, Trust trust)
 {
     openHandle();
-    runStatement(translatedWithoutOrder(sql), trust);
+    runStatement(SqlText(sql), trust);
 }
 
-void Connection::runStatement(const QString& sql, Trust trust)
+void Connection::runStatement(const SqlText& sql, Trust trust)
 {
-    const bool newSchema = changesSchema(sql);
+    const bool newSchema = sql.changesSchema();
     // A statement left standing on a row would keep the table from being changed.
     if (newSchema)
         finishStatements();
-    Statement(*this, sql, trust).run();
+    Statement(*this, sql.engineText(), trust).run();
     if (newSchema)
         schemaChanged();
 }
@@ -96,11 +85,14 @@ const TableColumns& Connection::columns(const QString& table)
     if (known != d->tables.constEnd())
         return **known;
     const auto columns = std::make_shared<TableColumns>();
-    Statement info(*this, u"select name, type, pk from pragma_table_info(?) where exists "
-                          "(select 1 from sqlite_master where type='table' and name=? "
+    Statement info(*this, u"select name, type, pk, "
+                          "(select wr=0 from pragma_table_list(?1) where schema='main') "
+                          "from pragma_table_info(?1) where exists "
+                          "(select 1 from sqlite_master where type='table' and name=?1 "
                           "collate nocase)"_s);
-    info.bind({table, table});
+    info.bind({table});
     while (info.step()) {
+        columns->setHasRowIds(info.integer(3) != 0);
         ColumnType type = ColumnType::fromDeclaration(info.text(1));
         // The engine wants the key of an AutoNumber declared as a bare INTEGER.
         if (info.integer(2) == 1 && type.kind == ColumnType::Kind::Integer)

@@ -1,66 +1,17 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
-#include <QHash>
 #include <QString>
-#include <QStringList>
 
-#include "platform/database/ColumnType.h"
-
-struct sqlite3;
+#include "platform/database/OpenFile.h"
+#include "platform/database/TableColumns.h"
+#include "platform/database/UserGuard.h"
 
 namespace database {
 
+class SqlText;
 class Statement;
-
-/// How much of SQL a text may use.
-enum class Trust {
-    Program, ///< statements that this program wrote
-    User     ///< typed by the user: nothing that leaves the library or ends its transaction
-};
-
-/// What makes a file one of ours: the tables that it must have, and statements for the indexes that
-/// are added at the first write ("create index if not exists …").
-struct FileShape
-{
-    QStringList tables;
-    QStringList indexes;
-};
-
-/// What ends a typed query that would run away; none that makes sense on a library comes near.
-struct UserLimits
-{
-    int milliseconds = 20'000;
-    /// Values of a result that is read at once.
-    qint64 cells = 20'000'000;
-};
-
-/// A column of a table, in the table's order.
-struct Column
-{
-    QString name;
-    ColumnType type;
-};
-
-/// The columns of a table, found by name without regard to case.
-class TableColumns
-{
-public:
-    void append(const Column& column);
-    int count() const { return int(m_columns.size()); }
-    const Column& at(int position) const { return m_columns.at(size_t(position)); }
-    /// Position from 0, or -1.
-    int find(const QString& name) const;
-    auto begin() const { return m_columns.begin(); }
-    auto end() const { return m_columns.end(); }
-
-private:
-    std::vector<Column> m_columns;
-    QHash<QString, int> m_exact;
-    QHash<QString, int> m_folded;
-};
 
 /// The connection to one library file. All reading and writing goes through it, on one thread.
 class Connection
@@ -118,8 +69,8 @@ private:
     void checkFileStands();
     /// Adds the indexes that the file lacks, once; failing to is no error.
     void ensureIndexes();
-    /// Runs a statement without rows, in the words of the engine.
-    void runStatement(const QString& sql, Trust trust);
+    /// Runs a statement without rows.
+    void runStatement(const SqlText& sql, Trust trust);
     /// Forgets what is known of the tables.
     void schemaChanged();
     void finishStatements();
@@ -128,88 +79,6 @@ private:
 
     struct Private;
     std::unique_ptr<Private> d;
-};
-
-/// A prepared statement with values in the places of its question marks.
-///
-///     Statement& s = conn.prepared("select ID from 信息表 where 班级=? and 学号=?");
-///     s.bind({班级, 学号});
-///     while (s.step()) s.value(0);
-class Statement
-{
-public:
-    /// For statements that are not kept by the connection. Throws Error.
-    Statement(Connection& connection, const QString& sql, Trust trust = Trust::Program);
-    ~Statement();
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
-
-    /// Starts the statement anew with these values.
-    void bind(const std::vector<runtime::Value>& values);
-
-    /// Starts anew; values follow by the calls below, places counted from 1, and stay until
-    /// replaced.
-    void reset();
-    void bindValue(int place, const runtime::Value& value);
-    void bindNull(int place);
-    void bindInteger(int place, qint64 number);
-    void bindDouble(int place, double number);
-
-    /// True if it stands on a row, false at the end. Throws Error. A writing statement is refused
-    /// when the connection cannot be written.
-    bool step();
-    /// Runs a writing statement to its end and gives the number of rows that it changed.
-    int run();
-
-    bool isReadOnly() const;
-    /// Ends the use of the rows, so that no lock is held; step() gives false until values are bound
-    /// or the statement is started anew.
-    void finish();
-
-    int columnCount() const;
-    QString columnName(int column) const;
-    /// The declaration of the column in its table; "" for a computed one.
-    QString columnDeclaration(int column) const;
-    bool isNull(int column) const;
-    double number(int column) const;
-    qint64 integer(int column) const;
-    QString text(int column) const;
-    /// The value with the type that the engine stores.
-    runtime::Value value(int column) const;
-    /// The value with the type that the column declares; one of another sort comes as it is stored.
-    runtime::Value value(int column, const ColumnType& type) const;
-
-private:
-    /// The checks ahead of the first row.
-    void begin();
-    [[noreturn]] void fail();
-
-    struct Private;
-    std::unique_ptr<Private> d;
-};
-
-/// Everything written while it lives reaches the disk together at commit(), or not at all. A batch
-/// that ends without commit() leaves the file as it was. One inside another reaches the disk with
-/// the outer one; without commit() its own part is taken back.
-class WriteBatch
-{
-public:
-    /// Throws Error if the file cannot be written.
-    explicit WriteBatch(Connection& connection);
-    ~WriteBatch();
-    WriteBatch(const WriteBatch&) = delete;
-    WriteBatch& operator=(const WriteBatch&) = delete;
-
-    /// Throws Error if the engine could not write it all; the file is as before the batch then.
-    void commit();
-
-private:
-    void takeBack();
-    void end();
-
-    Connection& m_connection;
-    bool m_outermost;
-    bool m_open = true;
 };
 
 } // namespace database

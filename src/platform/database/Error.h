@@ -2,6 +2,8 @@
 
 #include "platform/runtime/Error.h"
 
+struct sqlite3;
+
 namespace database {
 
 /// What went wrong with the library file, for callers that have to tell cases apart.
@@ -30,5 +32,11 @@ public:
 private:
     Failure m_failure;
 };
+
+/// The description for a name that no column has.
+QString noSuchColumn(const QString& name);
+
+/// The engine's last error on this handle, in words that a teacher can read.
+Error engineError(sqlite3* handle);
 
 } // namespace database

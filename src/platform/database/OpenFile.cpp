@@ -1,12 +1,15 @@
-#include "platform/database/ConnectionPrivate.h"
+#include "platform/database/OpenFile.h"
 
 #include <sys/stat.h>
+
+#include <sqlite3.h>
 
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
 
-#include "platform/database/EngineErrors.h"
+#include "platform/database/Aggregates.h"
+#include "platform/database/Error.h"
 #include "platform/runtime/FileErrors.h"
 
 namespace database {
@@ -98,6 +101,11 @@ void checkTables(sqlite3* handle, const QString& path, const FileShape& shape)
 
 } // namespace
 
+void CloseHandle::operator()(sqlite3* handle) const
+{
+    sqlite3_close_v2(handle);
+}
+
 FileIdentity FileIdentity::of(const QString& path)
 {
     struct stat info = {};
@@ -122,6 +130,21 @@ Handle openedFile(const QString& path, const FileShape& shape)
     // ours: what is no library stays as it is.
     run(raw, "PRAGMA journal_mode=DELETE");
     return handle;
+}
+
+bool isInUse(const QString& path)
+{
+    if (!QFileInfo(path).isFile())
+        return false;
+    try {
+        const Handle handle = openedFile(path, {});
+        // Closing the connection takes the transaction back.
+        const int code =
+            sqlite3_exec(handle.get(), "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) & 0xff;
+        return code == SQLITE_BUSY;
+    } catch (const Error& error) {
+        return error.failure() == Failure::Locked;
+    }
 }
 
 } // namespace database

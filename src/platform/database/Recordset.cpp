@@ -4,9 +4,10 @@
 
 #include <QScopeGuard>
 
-#include "platform/database/ConnectionPrivate.h"
 #include "platform/database/Error.h"
 #include "platform/database/RowSource.h"
+#include "platform/database/Sql.h"
+#include "platform/database/Statement.h"
 
 namespace database {
 
@@ -21,20 +22,16 @@ struct Recordset::Private
 
 namespace {
 
-/// The statement in the promised order, or without it where the engine refuses the order (an
-/// aggregate without a table, a view).
-std::unique_ptr<Statement> orderedStatement(Connection& connection, const QString& sql, Trust trust)
+/// The statement in the promised order. What is wrong with a text is told about the text as it was
+/// given, before anything is added to it.
+std::unique_ptr<Statement> orderedStatement(Connection& connection, const SqlText& sql, Trust trust)
 {
-    const QString ordered = translated(sql);
-    const QString plain = translatedWithoutOrder(sql);
-    if (ordered != plain) {
-        try {
-            return std::make_unique<Statement>(connection, ordered, trust);
-        } catch (const Error&) {
-            // The plain text tells whether it is the order or the statement that is wrong.
-        }
-    }
-    return std::make_unique<Statement>(connection, plain, trust);
+    auto given = std::make_unique<Statement>(connection, sql.engineText(), trust);
+    const PromisedOrder order = sql.promisedOrder();
+    const bool known = order.table.isEmpty() || connection.columns(order.table).hasRowIds();
+    if (order.tail.isEmpty() || !known)
+        return given;
+    return std::make_unique<Statement>(connection, sql.engineText() + order.tail, trust);
 }
 
 } // namespace
@@ -46,19 +43,20 @@ Recordset::~Recordset() = default;
 void Recordset::Open(const QString& sql, Connection& connection, Trust trust)
 {
     Close();
-    const std::optional<TableQuery> query = tableQuery(translatedWithoutOrder(sql));
-    if (query && connection.isOpen() && connection.columns(query->table).count() > 0) {
+    const SqlText text(sql);
+    const std::optional<TableQuery> query = text.tableQuery();
+    if (query && connection.isOpen() && connection.columns(query->table).hasRowIds()) {
         d->rows = std::make_unique<Keyset>(connection, *query, trust);
         return;
     }
-    const std::unique_ptr<Statement> statement = orderedStatement(connection, sql, trust);
+    const std::unique_ptr<Statement> statement = orderedStatement(connection, text, trust);
     if (statement->columnCount() > 0) {
         const qint64 maxCells = trust == Trust::User ? connection.userLimits().cells
                                                      : std::numeric_limits<qint64>::max();
         d->rows = std::make_unique<Snapshot>(*statement, maxCells);
         return;
     }
-    connection.runStatement(translatedWithoutOrder(sql), trust);
+    connection.runStatement(text, trust);
 }
 
 Recordset::Private& Recordset::open() const
@@ -105,7 +103,7 @@ Field Recordset::Fields(const QString& name)
 {
     const int found = position(name);
     if (found < 0)
-        throw Error(Failure::Sql, u"没有名为“%1”的列。"_s.arg(name));
+        throw Error(Failure::Sql, noSuchColumn(name));
     return Field(*this, found);
 }
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/database/ConnectionPrivate.h"
+#include <sqlite3.h>
+
+#include "platform/database/Connection.h"
 #include "platform/database/Error.h"
 
 namespace database {

@@ -3,9 +3,10 @@
 #include <optional>
 #include <vector>
 
-#include "platform/database/Connection.h"
 #include "platform/database/FieldValues.h"
 #include "platform/database/Sql.h"
+#include "platform/database/Statement.h"
+#include "platform/database/TableColumns.h"
 
 namespace database {
 

@@ -106,12 +106,11 @@ private:
     qsizetype m_at = 0;
 };
 
-bool startsWithOneOf(const QString& sql, std::initializer_list<QStringView> words)
+bool startsWithOneOf(const Tokens& tokens, std::initializer_list<QStringView> words)
 {
-    const std::optional<Tokens> tokens = sqlTokens(sql);
-    return tokens && !tokens->empty()
-           && std::any_of(words.begin(), words.end(),
-                          [&](QStringView word) { return tokens->front().is(word); });
+    return !tokens.empty() && std::any_of(words.begin(), words.end(), [&](QStringView word) {
+        return tokens.front().is(word);
+    });
 }
 
 /// Position of a word outside all round brackets, from `from` on; -1 if there is none.
@@ -127,14 +126,6 @@ int topLevel(const Tokens& tokens, QStringView word, int from = 0)
             return i;
     }
     return -1;
-}
-
-QString between(const QString& sql, const Tokens& tokens, int first, int last)
-{
-    if (first >= last)
-        return {};
-    const qsizetype begin = tokens[first].begin;
-    return sql.mid(begin, tokens[last - 1].end - begin);
 }
 
 bool hasAnyTopLevel(const Tokens& tokens, std::initializer_list<QStringView> words)
@@ -216,26 +207,6 @@ std::optional<QString> addColumn(const Tokens& tokens)
                                                     bracketed(tokens[name].text), declared);
 }
 
-/// The text with `delete *` made `delete`, and texts in double quotes put in single ones.
-QString inEngineWords(const QString& sql, const Tokens& tokens)
-{
-    QString out;
-    qsizetype copied = 0;
-    for (size_t i = 0; i < tokens.size(); ++i) {
-        const SqlToken& token = tokens[i];
-        const bool star = i == 1 && tokens[0].is(u"delete") && token.isSign(u'*');
-        const bool doubleQuoted = token.kind == Kind::Text && sql[token.begin] == u'"';
-        if (!star && !doubleQuoted)
-            continue;
-        out += QStringView(sql).mid(copied, token.begin - copied);
-        if (doubleQuoted)
-            out += u'\'' + QString(token.text).replace(u"'"_s, u"''"_s) + u'\'';
-        copied = token.end;
-    }
-    const qsizetype end = tokens.empty() ? sql.size() : tokens.back().end;
-    return out + QStringView(sql).mid(copied, end - copied);
-}
-
 bool isAggregate(const Tokens& tokens, int until)
 {
     for (int i = 0; i + 1 < until; ++i) {
@@ -267,33 +238,10 @@ QString orderOfColumns(const Tokens& tokens, int from)
     return order;
 }
 
-/// What the contract adds behind a select: the row id as last key, or the values of a distinct.
-QString orderTail(const Tokens& tokens)
+/// The part that names the tables ends ahead of this word.
+bool endsTables(const SqlToken& token)
 {
-    const int from = topLevel(tokens, u"from");
-    if (tokens.empty() || !tokens[0].is(u"select") || from < 0
-        || hasAnyTopLevel(tokens, {u"union", u"except", u"intersect", u"limit", u"group", u"join"}))
-        return {};
-    const bool ordered = topLevel(tokens, u"order") >= 0;
-    if (tokens.size() > 1 && tokens[1].is(u"distinct"))
-        return ordered ? QString() : orderOfColumns(tokens, from);
-    const bool oneTable = from + 1 < int(tokens.size()) && tokens[from + 1].isName()
-                          && (from + 2 == int(tokens.size()) || !tokens[from + 2].isSign(u','));
-    if (!oneTable || isAggregate(tokens, from))
-        return {};
-    return ordered ? u", rowid"_s : u" order by rowid"_s;
-}
-
-QString withTail(const QString& sql, bool order)
-{
-    std::optional<Tokens> tokens = sqlTokens(sql);
-    if (!tokens)
-        return sql;
-    // A semicolon inside means a second statement: the engine's door refuses it.
-    dropEnd(*tokens);
-    if (const std::optional<QString> alter = addColumn(*tokens))
-        return *alter;
-    return inEngineWords(sql, *tokens) + (order ? orderTail(*tokens) : QString());
+    return token.is(u"where") || token.is(u"order") || token.is(u"having") || token.is(u"window");
 }
 
 } // namespace
@@ -316,13 +264,46 @@ std::optional<std::vector<SqlToken>> sqlTokens(const QString& sql)
     return tokens;
 }
 
-std::optional<TableQuery> tableQuery(const QString& sql)
+SqlText::SqlText(const QString& sql) : m_sql(sql)
 {
-    std::optional<Tokens> found = sqlTokens(sql);
-    if (!found)
-        return std::nullopt;
-    Tokens& tokens = *found;
-    dropEnd(tokens);
+    std::optional<Tokens> tokens = sqlTokens(sql);
+    if (!tokens) {
+        m_engineText = sql;
+        return;
+    }
+    m_tokens = std::move(*tokens);
+    // A semicolon inside means a second statement: the engine's door refuses it.
+    dropEnd(m_tokens);
+    if (const std::optional<QString> alter = addColumn(m_tokens))
+        m_engineText = *alter;
+    else
+        m_engineText = engineWords(0, int(m_tokens.size()));
+}
+
+/// The text with `delete *` made `delete`, and texts in double quotes put in single ones.
+QString SqlText::engineWords(int first, int last) const
+{
+    if (first >= last)
+        return {};
+    QString out;
+    qsizetype copied = m_tokens[size_t(first)].begin;
+    for (int i = first; i < last; ++i) {
+        const SqlToken& token = m_tokens[size_t(i)];
+        const bool star = i == 1 && m_tokens[0].is(u"delete") && token.isSign(u'*');
+        const bool doubleQuoted = token.kind == Kind::Text && m_sql[token.begin] == u'"';
+        if (!star && !doubleQuoted)
+            continue;
+        out += QStringView(m_sql).mid(copied, token.begin - copied);
+        if (doubleQuoted)
+            out += u'\'' + QString(token.text).replace(u"'"_s, u"''"_s) + u'\'';
+        copied = token.end;
+    }
+    return out + QStringView(m_sql).mid(copied, m_tokens[size_t(last) - 1].end - copied);
+}
+
+std::optional<TableQuery> SqlText::tableQuery() const
+{
+    const Tokens& tokens = m_tokens;
     const int size = int(tokens.size());
     if (size < 4 || !tokens[0].is(u"select") || !tokens[1].isSign(u'*') || !tokens[2].is(u"from")
         || !tokens[3].isName()
@@ -343,35 +324,62 @@ std::optional<TableQuery> tableQuery(const QString& sql)
     query.table = tokens[3].text;
     const int whereEnd = order >= 0 ? order : size;
     if (where >= 0 && where + 1 < whereEnd)
-        query.where = between(sql, tokens, where + 1, whereEnd);
+        query.where = engineWords(where + 1, whereEnd);
     else if (where >= 0)
         return std::nullopt;
     if (ordered)
-        query.orderBy = between(sql, tokens, order + 2, size);
+        query.orderBy = engineWords(order + 2, size);
     if (ordered && query.orderBy.isEmpty())
         return std::nullopt;
     return query;
 }
 
+/// The table that stands alone behind `from`, with or without the name of its file and a short name
+/// of its own; empty where there is more.
+QString SqlText::onlyTable(int from) const
+{
+    const int size = int(m_tokens.size());
+    int name = from + 1;
+    if (name + 2 < size && m_tokens[size_t(name)].isName()
+        && m_tokens[size_t(name) + 1].isSign(u'.'))
+        name += 2;
+    if (name >= size || !m_tokens[size_t(name)].isName())
+        return {};
+    // Behind the name: another table, the arguments of a function.
+    for (int i = name + 1; i < size && !endsTables(m_tokens[size_t(i)]); ++i) {
+        if (m_tokens[size_t(i)].isSign(u',') || m_tokens[size_t(i)].isSign(u'('))
+            return {};
+    }
+    return m_tokens[size_t(name)].text;
+}
+
+PromisedOrder SqlText::promisedOrder() const
+{
+    const int from = topLevel(m_tokens, u"from");
+    if (m_tokens.empty() || !m_tokens[0].is(u"select") || from < 0
+        || hasAnyTopLevel(m_tokens,
+                          {u"union", u"except", u"intersect", u"limit", u"group", u"join"}))
+        return {};
+    const bool ordered = topLevel(m_tokens, u"order") >= 0;
+    if (m_tokens.size() > 1 && m_tokens[1].is(u"distinct"))
+        return {ordered ? QString() : orderOfColumns(m_tokens, from), {}};
+    const QString table = isAggregate(m_tokens, from) ? QString() : onlyTable(from);
+    if (table.isEmpty())
+        return {};
+    return {ordered ? u", rowid"_s : u" order by rowid"_s, table};
+}
+
+bool SqlText::changesSchema() const
+{
+    return startsWithOneOf(m_tokens, {u"create", u"alter", u"drop"});
+}
+
 bool isUserStatement(const QString& sql)
 {
-    return startsWithOneOf(sql, {u"select", u"with", u"values", u"insert", u"replace", u"update",
-                                 u"delete", u"create", u"alter", u"drop"});
-}
-
-bool changesSchema(const QString& sql)
-{
-    return startsWithOneOf(sql, {u"create", u"alter", u"drop"});
-}
-
-QString translated(const QString& sql)
-{
-    return withTail(sql, true);
-}
-
-QString translatedWithoutOrder(const QString& sql)
-{
-    return withTail(sql, false);
+    const std::optional<Tokens> tokens = sqlTokens(sql);
+    return tokens
+           && startsWithOneOf(*tokens, {u"select", u"with", u"values", u"insert", u"replace",
+                                        u"update", u"delete", u"create", u"alter", u"drop"});
 }
 
 } // namespace database

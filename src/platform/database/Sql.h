@@ -36,25 +36,51 @@ struct TableQuery
     QString orderBy;
 };
 
-/// The parts, if the text is of that form and nothing else (no join, group, limit).
-std::optional<TableQuery> tableQuery(const QString& sql);
+/// The order that a select is promised and does not say itself.
+struct PromisedOrder
+{
+    /// To be set behind the statement; empty where nothing is added.
+    QString tail;
+    /// The table by whose row ids the rows come. The tail is none for one without row ids. Empty
+    /// where the tail names the selected values.
+    QString table;
+};
 
-/// The text in the engine's own words: `delete * from`, `ALTER TABLE … add COLUMN` with our types,
-/// texts in double quotes, and the order that Recordset promises. A text that cannot be taken apart
-/// comes back as it is, for the engine to refuse. Throws Error for an add-column that is not one
-/// name and one known type.
-QString translated(const QString& sql);
+/// A statement as our routines and users write it, taken apart once.
+class SqlText
+{
+public:
+    /// Throws Error for an add-column that is not one name and one known type.
+    explicit SqlText(const QString& sql);
+
+    /// The text in the engine's own words: `delete * from`, `ALTER TABLE … add COLUMN` with our
+    /// types, texts in double quotes. A text that cannot be taken apart is as it was, for the
+    /// engine to refuse.
+    const QString& engineText() const { return m_engineText; }
+
+    /// The parts, if the text is of that form and nothing else (no join, group, limit).
+    std::optional<TableQuery> tableQuery() const;
+
+    /// What Recordset adds behind the engine's text of a select.
+    PromisedOrder promisedOrder() const;
+
+    /// The statement changes tables, not rows.
+    bool changesSchema() const;
+
+private:
+    /// The tokens from `first` up to `last`, which is not one of them, in the engine's words.
+    QString engineWords(int first, int last) const;
+    QString onlyTable(int from) const;
+
+    QString m_sql;
+    /// Without semicolons at the end; none if the text cannot be taken apart.
+    std::vector<SqlToken> m_tokens;
+    QString m_engineText;
+};
 
 /// The first word is one that a user may type: the statement reads or changes tables of the
 /// library. False for a text that cannot be taken apart. What it may reach is for the engine's
 /// guard to say.
 bool isUserStatement(const QString& sql);
-
-/// The statement changes tables, not rows.
-bool changesSchema(const QString& sql);
-
-/// The same text without the order that was added to it, for statements that the engine refuses
-/// with it.
-QString translatedWithoutOrder(const QString& sql);
 
 } // namespace database

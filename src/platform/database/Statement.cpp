@@ -1,9 +1,13 @@
+#include "platform/database/Statement.h"
+
 #include <algorithm>
+
+#include <sqlite3.h>
 
 #include <QElapsedTimer>
 
 #include "platform/database/ConnectionPrivate.h"
-#include "platform/database/EngineErrors.h"
+#include "platform/database/Error.h"
 #include "platform/database/Sql.h"
 
 namespace database {

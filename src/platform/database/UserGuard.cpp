@@ -1,4 +1,6 @@
-#include "platform/database/ConnectionPrivate.h"
+#include "platform/database/UserGuard.h"
+
+#include <sqlite3.h>
 
 namespace database {
 

@@ -1,7 +1,13 @@
+#include "platform/database/WriteBatch.h"
+
+#include <sqlite3.h>
+
 #include "platform/database/ConnectionPrivate.h"
-#include "platform/database/EngineErrors.h"
+#include "platform/database/Error.h"
 
 namespace database {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -20,7 +26,7 @@ WriteBatch::WriteBatch(Connection& connection)
     connection.checkWritable();
     // The engine begins on a read-only file too, and then refuses row after row.
     if (sqlite3_db_readonly(handle, "main") == 1)
-        throw Error(Failure::ReadOnly, QStringLiteral("成绩库是只读的，不能写入。"));
+        throw Error(Failure::ReadOnly, u"成绩库是只读的，不能写入。"_s);
     run(handle, m_outermost ? "BEGIN IMMEDIATE" : "SAVEPOINT inner_batch");
     if (m_outermost) {
         connection.ensureIndexes();
@@ -55,7 +61,7 @@ void WriteBatch::takeBack()
 void WriteBatch::commit()
 {
     if (m_connection.batchBroken())
-        throw Error(Failure::DiskFull, QStringLiteral("写入没有完成，成绩库保持原样。"));
+        throw Error(Failure::DiskFull, u"写入没有完成，成绩库保持原样。"_s);
     if (m_outermost)
         m_connection.checkFileStands();
     run(m_connection.openHandle(), m_outermost ? "COMMIT" : "RELEASE inner_batch");

@@ -8,6 +8,8 @@
 
 namespace runtime {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString withSlash(const QString& folder)
@@ -19,9 +21,8 @@ QString withSlash(const QString& folder)
 /// in bin/, their files in share/yunshan/ beside it.
 QString shippedFolder(const QString& programFolder)
 {
-    QString installed = QDir::cleanPath(programFolder + QStringLiteral("/../share/yunshan"));
-    if (!QFileInfo::exists(programFolder + QStringLiteral("/data"))
-        && QFileInfo::exists(installed + QStringLiteral("/data")))
+    QString installed = QDir::cleanPath(programFolder + u"/../share/yunshan"_s);
+    if (!QFileInfo::exists(programFolder + u"/data"_s) && QFileInfo::exists(installed + u"/data"_s))
         return installed;
     return programFolder;
 }
@@ -29,7 +30,7 @@ QString shippedFolder(const QString& programFolder)
 void copyMissingFiles(const QString& from, const QString& to)
 {
     if (!QDir().mkpath(to))
-        throw Error(QStringLiteral("无法建立数据文件夹 %1").arg(to));
+        throw Error(u"无法建立数据文件夹 %1"_s.arg(to));
     const auto files = QDir(from).entryInfoList(QDir::Files);
     for (const QFileInfo& file : files) {
         const QString target = to + u'/' + file.fileName();
@@ -37,7 +38,7 @@ void copyMissingFiles(const QString& from, const QString& to)
             continue;
         // A second program that starts at the same moment may have been faster.
         if (!QFile::copy(file.filePath(), target) && !QFileInfo::exists(target))
-            throw Error(QStringLiteral("无法写入文件 %1").arg(target));
+            throw Error(u"无法写入文件 %1"_s.arg(target));
         QFile::setPermissions(target, QFile::permissions(target) | QFile::WriteOwner);
     }
 }
@@ -46,7 +47,7 @@ void copyMissingFiles(const QString& from, const QString& to)
 /// Without the link the user lacks no more than the help, so a failure is none.
 void linkDocuments(const QString& from, const QString& to)
 {
-    const auto documents = QDir(from).entryInfoList({QStringLiteral("*.doc")}, QDir::Files);
+    const auto documents = QDir(from).entryInfoList({u"*.doc"_s}, QDir::Files);
     for (const QFileInfo& document : documents) {
         const QFileInfo link(to + u'/' + document.fileName());
         if (link.isSymLink() && link.symLinkTarget() != document.filePath())
@@ -60,12 +61,12 @@ void linkDocuments(const QString& from, const QString& to)
 AppPaths AppPaths::locate(const QString& programFolder)
 {
     const QString shipped = shippedFolder(programFolder);
-    const QFileInfo besideProgram(programFolder + QStringLiteral("/data"));
+    const QFileInfo besideProgram(programFolder + u"/data"_s);
     if (besideProgram.isDir() && besideProgram.isWritable())
         return AppPaths(programFolder, shipped);
-    const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-                        + QStringLiteral("/yunshan");
-    copyMissingFiles(shipped + QStringLiteral("/data"), own + QStringLiteral("/data"));
+    const QString own =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/yunshan"_s;
+    copyMissingFiles(shipped + u"/data"_s, own + u"/data"_s);
     linkDocuments(shipped, own);
     return AppPaths(own, shipped);
 }
@@ -79,12 +80,12 @@ AppPaths::AppPaths(const QString& appPath, const QString& shippedFolder)
 
 QString AppPaths::dataFile(const QString& name) const
 {
-    return m_appPath + QStringLiteral("data/") + name;
+    return m_appPath + u"data/"_s + name;
 }
 
 QString AppPaths::templateFile() const
 {
-    return m_shippedFolder + QStringLiteral("MFC.dll");
+    return m_shippedFolder + u"MFC.dll"_s;
 }
 
 } // namespace runtime

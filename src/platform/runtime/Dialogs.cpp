@@ -8,6 +8,8 @@
 
 namespace runtime {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 Dialogs*& installed()
@@ -50,24 +52,33 @@ Answer MsgBox(const QString& text, const QString& title, Buttons buttons, Icon i
     return Dialogs::current().message(text, title, buttons, icon);
 }
 
+bool mayOverwrite()
+{
+    return MsgBox(u"同名文件已存在，是否覆盖原文件？"_s, u"是否覆盖"_s, Buttons::OkCancel,
+                  Icon::Question)
+           != Answer::Cancel;
+}
+
 QString ShowFileDialog(const QString& filter, FileMode mode)
 {
-    const QString title =
-        mode == FileMode::Save ? QStringLiteral("保存文件") : QStringLiteral("打开文件");
+    const QString title = mode == FileMode::Save ? u"保存文件"_s : u"打开文件"_s;
     QString file;
     Trap::silent()(
         [&] { file = Dialogs::current().chooseFile(title, filter, mode).value_or(QString()); });
     if (mode == FileMode::Open || !QFileInfo::exists(file))
         return file;
-    const Answer answer = MsgBox(QStringLiteral("同名文件已存在，是否覆盖原文件？"),
-                                 QStringLiteral("是否覆盖"), Buttons::OkCancel, Icon::Question);
-    return answer == Answer::Cancel ? QString() : file;
+    return mayOverwrite() ? file : QString();
+}
+
+QString GetColor(int start)
+{
+    return GetColor(start, u"选择颜色"_s);
 }
 
 QString GetColor(int start, const QString& title)
 {
     const Trap trap{" - Function GetColor/MDLCommonDialog"};
-    QString color = QStringLiteral("err");
+    QString color = u"err"_s;
     trap([&] {
         if (const std::optional<int> chosen = Dialogs::current().chooseColor(title, start))
             color = QString::number(*chosen);

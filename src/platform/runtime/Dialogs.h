@@ -58,11 +58,15 @@ private:
 Answer MsgBox(const QString& text, const QString& title = {}, Buttons buttons = Buttons::Ok,
               Icon icon = Icon::None);
 
+/// Asks whether an existing file may be overwritten; true for yes.
+bool mayOverwrite();
+
 /// Asks for a file. Saving under the name of an existing one is asked about once more. "" when
 /// cancelled or refused, and, without a message, when the dialog failed.
 QString ShowFileDialog(const QString& filter, FileMode mode);
 
 /// Asks for a colour: its number as text, or "err" when cancelled.
-QString GetColor(int start, const QString& title = QStringLiteral("选择颜色"));
+QString GetColor(int start);
+QString GetColor(int start, const QString& title);
 
 } // namespace runtime

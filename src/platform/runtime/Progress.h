@@ -11,9 +11,11 @@ public:
     virtual ~Progress() = default;
 
     /// `text` names the work ("计算总分：期中..."), `done` of `total` units are finished. A total
-    /// of 0 means that the amount is not known. An empty text ends the work: nothing is shown any
-    /// more.
+    /// of 0 means that the amount is not known.
     virtual void report(const QString& text, int done, int total) = 0;
+
+    /// The work is over, done or cancelled: nothing is shown any more.
+    virtual void finish() = 0;
 
     /// True once the user pressed 取消.
     virtual bool cancelled() const = 0;
@@ -24,6 +26,7 @@ class NoProgress : public Progress
 {
 public:
     void report(const QString&, int, int) override {}
+    void finish() override {}
     bool cancelled() const override { return false; }
 };
 

@@ -5,44 +5,14 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 
-#include <iconv.h>
-
+#include "platform/runtime/CodePage.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Trap.h"
 
 namespace runtime {
 
-namespace {
-
-/// Qt's own decoders do not cover GB18030 on every platform; iconv does.
-QString fromGb18030(const QByteArray& bytes)
-{
-    const iconv_t converter = iconv_open("UTF-16LE", "GB18030");
-    if (converter == iconv_t(-1))
-        return QString::fromLatin1(bytes);
-    QByteArray copy = bytes;
-    QString text(bytes.size(), Qt::Uninitialized);
-    char* in = copy.data();
-    size_t inLeft = size_t(copy.size());
-    char* out = reinterpret_cast<char*>(text.data());
-    size_t outLeft = size_t(text.size()) * sizeof(QChar);
-    while (inLeft > 0 && iconv(converter, &in, &inLeft, &out, &outLeft) == size_t(-1)) {
-        // A byte that is no character becomes a replacement mark; the rest of the file still reads.
-        if (outLeft < sizeof(QChar))
-            break;
-        *reinterpret_cast<QChar*>(out) = QChar(QChar::ReplacementCharacter);
-        out += sizeof(QChar);
-        outLeft -= sizeof(QChar);
-        ++in;
-        --inLeft;
-    }
-    iconv_close(converter);
-    text.chop(qsizetype(outLeft / sizeof(QChar)));
-    return text;
-}
-
-} // namespace
+using namespace Qt::StringLiterals;
 
 QString Trim(const QString& text)
 {
@@ -59,7 +29,7 @@ QString DelLast(const QString& text, int count)
 {
     const Trap trap{" - Function DelLast/MdlSYS"};
     if (count > text.size()) {
-        trap.fail(QStringLiteral("要去掉的字符比文本还长。"));
+        trap.fail(u"要去掉的字符比文本还长。"_s);
         return {};
     }
     return text.left(text.size() - count);
@@ -75,7 +45,9 @@ QString decodeText(const QByteArray& bytes)
     // Stateless, so that a character cut off at the end counts as an error.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString text = decoder(bytes);
-    return decoder.hasError() ? fromGb18030(bytes) : text;
+    if (!decoder.hasError())
+        return text;
+    return CodePage(CodePage::chinese).decode({bytes.constData(), size_t(bytes.size())});
 }
 
 void readLines(const QString& file, QStringList& list)
@@ -84,7 +56,7 @@ void readLines(const QString& file, QStringList& list)
         return;
     QFile in(file);
     if (!in.open(QIODevice::ReadOnly))
-        throw Error(QStringLiteral("无法读取文件 %1（%2）").arg(file, fileErrorText(in.error())));
+        throw Error(u"无法读取文件 %1（%2）"_s.arg(file, fileErrorText(in.error())));
     list.clear();
     const QString text = decodeText(in.readAll());
     for (QStringView line : QStringView(text).split(u'\n')) {
@@ -105,7 +77,7 @@ void writeTextFile(const QString& file, const QString& text)
 {
     QSaveFile out(file);
     if (!out.open(QIODevice::WriteOnly) || out.write(text.toUtf8()) < 0 || !out.commit())
-        throw Error(QStringLiteral("无法写入文件 %1（%2）").arg(file, fileErrorText(out.error())));
+        throw Error(u"无法写入文件 %1（%2）"_s.arg(file, fileErrorText(out.error())));
 }
 
 } // namespace runtime

@@ -9,6 +9,8 @@
 
 namespace runtime {
 
+using namespace Qt::StringLiterals;
+
 void Trap::fail(const QString& description) const
 {
     if (m_tag)
@@ -25,7 +27,7 @@ void Trap::report() const
         // A mistake of ours is not the user's to read away.
         throw;
     } catch (const std::bad_alloc&) {
-        fail(QStringLiteral("内存不足。"));
+        fail(u"内存不足。"_s);
     } catch (const std::exception& error) {
         fail(QString::fromUtf8(error.what()));
     }

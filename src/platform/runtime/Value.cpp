@@ -4,6 +4,8 @@
 
 namespace runtime {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString dateText(const QDateTime& moment)
@@ -62,7 +64,7 @@ QString Value::text() const
     case Kind::Double:
         return doubleText(std::get<double>(m_data));
     case Kind::Boolean:
-        return std::get<bool>(m_data) ? QStringLiteral("True") : QStringLiteral("False");
+        return std::get<bool>(m_data) ? u"True"_s : u"False"_s;
     case Kind::Date:
         return dateText(std::get<QDateTime>(m_data));
     case Kind::Text:

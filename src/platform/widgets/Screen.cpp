@@ -6,9 +6,10 @@
 #include <QScreen>
 #include <QShowEvent>
 
-namespace widgets {
+#include "platform/widgets/Captions.h"
 
-using namespace Qt::StringLiterals;
+
+namespace widgets {
 
 Screen::Screen(const QString& name, const QString& caption, QWidget* parent) : QDialog(parent)
 {
@@ -36,16 +37,6 @@ void Screen::showEvent(QShowEvent* event)
     if (!event->spontaneous())
         resize(size().boundedTo(screen()->availableSize()));
     QDialog::showEvent(event);
-}
-
-QString withoutAccessKey(const QString& caption)
-{
-    constexpr int keyLength = 4;
-    QString text = caption;
-    const qsizetype key = text.indexOf(u"(&"_s);
-    if (key >= 0)
-        text.remove(key, keyLength);
-    return text.remove(u'&');
 }
 
 QPushButton* button(const QString& objectName, const QString& caption, QWidget* parent)

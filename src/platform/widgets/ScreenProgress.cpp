@@ -44,8 +44,6 @@ ScreenProgress::~ScreenProgress() = default;
 
 void ScreenProgress::report(const QString& text, int done, int total)
 {
-    if (text.isEmpty())
-        return stepAside();
     if (!m_window->isVisible() && m_started.elapsed() < m_appearAfter.count())
         return;
     const bool last = total > 0 && done >= total;

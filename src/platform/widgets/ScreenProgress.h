@@ -26,6 +26,7 @@ public:
     ~ScreenProgress() override;
 
     void report(const QString& text, int done, int total) override;
+    void finish() override { stepAside(); }
     bool cancelled() const override { return m_cancelled; }
 
     /// Takes the window away until the next report, so that it does not stand beside a screen that

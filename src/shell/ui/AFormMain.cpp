@@ -18,6 +18,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
 #include "platform/widgets/Backdrop.h"
+#include "platform/widgets/Captions.h"
 #include "shell/GridExport.h"
 #include "shell/LibraryFile.h"
 #include "shell/ui/ColumnWidths.h"
@@ -221,7 +222,7 @@ void AFormMain::showRecent(const QString& path)
         QAction* entry = m_menu.item(u"mfREC%1"_s.arg(i));
         entry->setVisible(i == 0 || i < m_recent.mfREC().size());
         if (i < m_recent.mfREC().size())
-            entry->setText(QString(m_recent.mfREC()[i]).replace(u"&"_s, u"&&"_s));
+            entry->setText(widgets::literalCaption(m_recent.mfREC()[i]));
     }
 }
 

@@ -11,6 +11,8 @@
 #include <QRadioButton>
 
 #include "platform/runtime/Trap.h"
+#include "platform/widgets/LabelProgress.h"
+#include "platform/widgets/Captions.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenProgress.h"
 #include "workbench/ExamOrder.h"
@@ -66,28 +68,6 @@ void showAsList(QComboBox* box)
 {
     box->setStyleSheet(u"QComboBox { combobox-popup: 0; }"_s);
 }
-
-/// Progress whose text also stands on the workbench; an empty text ends it there.
-class PanelProgress : public widgets::ScreenProgress
-{
-public:
-    PanelProgress(QWidget* parent, QWidget& panel, QLabel& text)
-        : ScreenProgress(parent), m_panel(panel), m_text(text)
-    {
-    }
-
-    void report(const QString& text, int done, int total) override
-    {
-        m_text.setText(text);
-        m_panel.setVisible(!text.isEmpty());
-        m_panel.repaint();
-        ScreenProgress::report(text, done, total);
-    }
-
-private:
-    QWidget& m_panel;
-    QLabel& m_text;
-};
 
 } // namespace
 
@@ -318,8 +298,7 @@ void FormKaoShi::showState()
     ListXM->addItems(m_selection.ListXM.items);
     ListXM->setCurrentRow(m_selection.ListXM.ListIndex);
     for (size_t i = 0; i < OptionButton1.size(); ++i) {
-        OptionButton1[i]->setText(
-            QString(m_selection.OptionButton1[i].caption).replace(u'&', u"&&"_s));
+        OptionButton1[i]->setText(widgets::literalCaption(m_selection.OptionButton1[i].caption));
         OptionButton1[i]->setAccessibleName(u"科类 "_s + m_selection.OptionButton1[i].caption);
         OptionButton1[i]->setVisible(i == 0 || m_selection.OptionButton1[i].visible);
         OptionButton1[i]->setChecked(m_selection.option == int(i));
@@ -378,7 +357,7 @@ void FormKaoShi::CommandLLCJ_Click()
 
 void FormKaoShi::CommandZF_Click()
 {
-    PanelProgress progress(window(), *Picture1, *LabelXX);
+    widgets::LabelProgress progress(window(), *LabelXX, Picture1);
     computeTotals(m_selection.ListKSMC.selectedTexts(), m_scoring, progress);
 }
 

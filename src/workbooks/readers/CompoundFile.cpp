@@ -8,6 +8,8 @@
 
 namespace excel {
 
+using runtime::ByteCursor;
+
 namespace {
 
 constexpr qint64 headerSize = 512;
@@ -36,8 +38,9 @@ CompoundFile::CompoundFile(const QByteArray& bytes) : m_bytes(bytes)
 {
     if (bytes.size() < headerSize)
         refuseCutOff();
-    const int shift = qFromLittleEndian<quint16>(bytes.constData() + 30);
-    const int miniShift = qFromLittleEndian<quint16>(bytes.constData() + 32);
+    ByteCursor header = at(30);
+    const int shift = header.u16();
+    const int miniShift = header.u16();
     if (shift < 7 || shift > 16 || miniShift < 4 || miniShift >= shift)
         refuseCutOff();
     m_sectorSize = qint64{1} << shift;
@@ -46,13 +49,6 @@ CompoundFile::CompoundFile(const QByteArray& bytes) : m_bytes(bytes)
     m_sectorCount = (bytes.size() + m_sectorSize - 1) / m_sectorSize - 1;
     readTable();
     readDirectory();
-}
-
-quint32 CompoundFile::word(qint64 at) const
-{
-    if (at < 0 || at + 4 > m_bytes.size())
-        refuseCutOff();
-    return qFromLittleEndian<quint32>(m_bytes.constData() + at);
 }
 
 qint64 CompoundFile::placeOf(quint32 sector) const
@@ -65,17 +61,19 @@ qint64 CompoundFile::placeOf(quint32 sector) const
 /// The sectors that hold the sector table: 109 in the header, the others in a chain of their own.
 std::vector<quint32> CompoundFile::tableSectors() const
 {
-    const qint64 count = std::min<qint64>(word(44), m_sectorCount);
+    const qint64 count = std::min<qint64>(at(44).u32(), m_sectorCount);
     std::vector<quint32> sectors;
+    ByteCursor header = at(76);
     for (qint64 i = 0; i < std::min(count, headerTableSectors); ++i)
-        sectors.push_back(word(76 + 4 * i));
-    quint32 next = word(68);
+        sectors.push_back(header.u32());
+    quint32 next = at(68).u32();
     const qint64 perSector = m_sectorSize / 4 - 1;
     while (qint64(sectors.size()) < count) {
         const qint64 place = placeOf(next);
+        ByteCursor words = at(place);
         for (qint64 i = 0; i < perSector && qint64(sectors.size()) < count; ++i)
-            sectors.push_back(word(place + 4 * i));
-        next = word(place + 4 * perSector);
+            sectors.push_back(words.u32());
+        next = at(place + 4 * perSector).u32();
     }
     return sectors;
 }
@@ -84,9 +82,9 @@ void CompoundFile::readTable()
 {
     for (const quint32 sector : tableSectors()) {
         const qint64 place = placeOf(sector);
-        const qint64 words = std::min(m_sectorSize, m_bytes.size() - place) / 4;
-        for (qint64 i = 0; i < words; ++i)
-            m_table.push_back(word(place + 4 * i));
+        ByteCursor words = at(place);
+        for (qint64 left = std::min(m_sectorSize, qint64(words.left())) / 4; left > 0; --left)
+            m_table.push_back(words.u32());
     }
 }
 
@@ -135,28 +133,36 @@ std::vector<quint32> CompoundFile::wordsOf(const QByteArray& bytes) const
     return words;
 }
 
+CompoundFile::Entry CompoundFile::entryAt(std::string_view raw)
+{
+    const ByteCursor bytes(raw);
+    const int nameBytes = std::clamp(bytes.at(64).u16(), 2, 64);
+    Entry entry;
+    ByteCursor name = bytes;
+    for (int i = 0; i + 2 < nameBytes; i += 2)
+        entry.name += QChar(name.u16());
+    entry.type = bytes.at(66).u8();
+    ByteCursor relatives = bytes.at(68);
+    entry.left = relatives.u32();
+    entry.right = relatives.u32();
+    entry.child = relatives.u32();
+    ByteCursor contents = bytes.at(116);
+    entry.start = contents.u32();
+    entry.size = contents.u32();
+    return entry;
+}
+
 void CompoundFile::readDirectory()
 {
-    const QByteArray directory = chain(word(48), untilEnd);
-    for (qsizetype at = 0; at + entrySize <= directory.size(); at += entrySize) {
-        const char* raw = directory.constData() + at;
-        Entry entry;
-        const int nameBytes = std::clamp<int>(qFromLittleEndian<quint16>(raw + 64), 2, 64);
-        for (int i = 0; i + 2 < nameBytes; i += 2)
-            entry.name += QChar(qFromLittleEndian<quint16>(raw + i));
-        entry.type = uchar(raw[66]);
-        entry.left = qFromLittleEndian<quint32>(raw + 68);
-        entry.right = qFromLittleEndian<quint32>(raw + 72);
-        entry.child = qFromLittleEndian<quint32>(raw + 76);
-        entry.start = qFromLittleEndian<quint32>(raw + 116);
-        entry.size = qFromLittleEndian<quint32>(raw + 120);
-        m_entries.push_back(entry);
-    }
+    const QByteArray directory = chain(at(48).u32(), untilEnd);
+    for (ByteCursor bytes{directory}; bytes.left() >= entrySize;)
+        m_entries.push_back(entryAt(bytes.take(entrySize)));
     if (m_entries.empty() || m_entries[0].type != rootType)
         refuseCutOff();
-    if (word(64) == 0 || word(60) >= largestSector)
+    const quint32 miniTable = at(60).u32();
+    if (at(64).u32() == 0 || miniTable >= largestSector)
         return;
-    m_miniTable = wordsOf(chain(word(60), untilEnd));
+    m_miniTable = wordsOf(chain(miniTable, untilEnd));
     m_miniStream = chain(m_entries[0].start, untilEnd);
 }
 

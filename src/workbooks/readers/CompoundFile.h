@@ -5,10 +5,12 @@
 #include <QByteArray>
 #include <QString>
 
+#include "platform/runtime/ByteCursor.h"
+
 namespace excel {
 
-/// The container of an .xls file: streams in chains of sectors. Throws ReadFailure when a chain
-/// leads out of the file or runs in circles.
+/// The container of an .xls file: streams in chains of sectors. Throws ReadFailure or
+/// runtime::BytesCutOff when a chain leads out of the file or runs in circles.
 class CompoundFile
 {
 public:
@@ -33,7 +35,8 @@ private:
         qint64 size = 0;
     };
 
-    quint32 word(qint64 at) const;
+    runtime::ByteCursor at(qint64 place) const { return runtime::ByteCursor(m_bytes).at(place); }
+    static Entry entryAt(std::string_view raw);
     std::vector<quint32> tableSectors() const;
     void readTable();
     void readDirectory();

@@ -121,6 +121,8 @@ std::unique_ptr<Workbook> readWorkbook(const QString& path)
         return book;
     } catch (const ReadFailure& failure) {
         throw ReadError(failure.fault, path);
+    } catch (const runtime::BytesCutOff&) {
+        throw ReadError(Fault::CutOffXls, path);
     } catch (const std::bad_alloc&) {
         throw ReadError(Fault::TooLarge, path);
     }

@@ -2,6 +2,10 @@
 
 namespace excel {
 
+using namespace Qt::StringLiterals;
+
+using runtime::ByteCursor;
+
 namespace {
 
 constexpr int biff8 = 0x0600;
@@ -47,7 +51,7 @@ void XlsGlobals::take(const XlsRecord& record)
     case record::filePass:
         throw ReadFailure{Fault::Password};
     case record::codePage:
-        m_page = std::make_unique<CodePage>(record.read().u16());
+        m_page = std::make_unique<runtime::CodePage>(record.read().u16());
         break;
     case record::dateMode:
         m_dates = record.read().u16() == 1 ? DateSystem::From1904 : DateSystem::From1900;
@@ -59,7 +63,7 @@ void XlsGlobals::take(const XlsRecord& record)
         takeFormat(record);
         break;
     case record::cellStyle: {
-        XlsBytes bytes = record.read();
+        ByteCursor bytes = record.read();
         bytes.skip(2);
         m_formats.addStyle(bytes.u16());
         break;
@@ -139,7 +143,7 @@ void XlsGlobals::takeName(const XlsRecord& record)
     constexpr qsizetype smallestName = 14 + 1 + 11;
     if (m_version != XlsVersion::Biff8 || qsizetype(record.bytes.size()) < smallestName)
         return;
-    XlsBytes bytes = record.read();
+    ByteCursor bytes = record.read();
     const int flags = bytes.u16();
     bytes.skip(1);
     const int nameLength = bytes.u8();
@@ -162,7 +166,7 @@ void XlsGlobals::takeName(const XlsRecord& record)
 runtime::Value XlsGlobals::number(double number, int style) const
 {
     if (!std::isfinite(number))
-        return runtime::Value::error(QStringLiteral("#NUM!"));
+        return runtime::Value::error(u"#NUM!"_s);
     return m_formats.isDateStyle(size_t(style)) ? dateValue(number, m_dates)
                                                 : runtime::Value(number);
 }

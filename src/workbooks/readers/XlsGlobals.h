@@ -54,7 +54,8 @@ private:
 
     Budget& m_budget;
     XlsVersion m_version = XlsVersion::Biff8;
-    std::unique_ptr<CodePage> m_page = std::make_unique<CodePage>(936);
+    std::unique_ptr<runtime::CodePage> m_page =
+        std::make_unique<runtime::CodePage>(runtime::CodePage::chinese);
     DateSystem m_dates = DateSystem::From1900;
     NumberFormats m_formats;
     std::vector<QString> m_texts;

@@ -7,6 +7,8 @@
 
 namespace excel {
 
+using runtime::ByteCursor;
+
 namespace {
 
 constexpr int globalsType = 0x05;
@@ -14,7 +16,7 @@ constexpr int worksheetType = 0x10;
 
 int typeOf(const XlsRecord& bof)
 {
-    XlsBytes bytes = bof.read();
+    ByteCursor bytes = bof.read();
     bytes.skip(2);
     return bytes.u16();
 }

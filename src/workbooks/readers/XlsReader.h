@@ -9,7 +9,8 @@
 
 namespace excel {
 
-/// Reads the record stream of an .xls file (versions 5 to 8). Throws ReadFailure.
+/// Reads the record stream of an .xls file (versions 5 to 8). Throws ReadFailure, or
+/// runtime::BytesCutOff where it ends too early.
 std::unique_ptr<Workbook> readXls(const QString& path, const QByteArray& bytes, Budget& budget);
 
 } // namespace excel

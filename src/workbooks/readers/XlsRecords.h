@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 
+#include "platform/runtime/ByteCursor.h"
 #include "workbooks/readers/Budget.h"
 
 namespace excel {
@@ -38,25 +39,6 @@ constexpr int format = 0x41E;
 constexpr int bof = 0x809;
 } // namespace record
 
-/// The bytes of a record, read from the front. Throws ReadFailure behind the end.
-class XlsBytes
-{
-public:
-    explicit XlsBytes(std::string_view bytes) : m_bytes(bytes) {}
-
-    qsizetype left() const { return qsizetype(m_bytes.size() - m_at); }
-    void skip(qsizetype count);
-    int u8();
-    int u16();
-    quint32 u32();
-    double real();
-    std::string_view take(qsizetype count);
-
-private:
-    std::string_view m_bytes;
-    size_t m_at = 0;
-};
-
 /// One record, with the pieces that CONTINUE records add to it.
 struct XlsRecord
 {
@@ -64,26 +46,26 @@ struct XlsRecord
     std::string_view bytes;
     std::vector<std::string_view> pieces; // of texts that can be continued; the first is `bytes`
 
-    XlsBytes read() const { return XlsBytes(bytes); }
+    runtime::ByteCursor read() const { return runtime::ByteCursor(bytes); }
 };
 
 /// Walks over the records of a stream.
 class XlsStream
 {
 public:
-    XlsStream(const QByteArray& bytes, Budget& budget) : m_bytes(bytes), m_budget(budget) {}
+    /// `bytes` must stay as long as this object does.
+    XlsStream(const QByteArray& bytes, Budget& budget) : m_cursor(bytes), m_budget(budget) {}
 
-    /// False at the end of the stream. A record that is cut off throws ReadFailure.
+    /// False at the end of the stream. A record that is cut off throws runtime::BytesCutOff.
     bool next(XlsRecord& into);
-    void seek(qint64 place);
+    void seek(qint64 place) { m_cursor.seek(place); }
 
 private:
     int peekType() const;
     std::string_view takeRecord();
 
-    const QByteArray& m_bytes;
+    runtime::ByteCursor m_cursor;
     Budget& m_budget;
-    qint64 m_at = 0;
 };
 
 } // namespace excel

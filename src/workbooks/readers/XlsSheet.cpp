@@ -4,6 +4,8 @@
 
 namespace excel {
 
+using runtime::ByteCursor;
+
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -106,7 +108,7 @@ void XlsSheetReader::take(const XlsRecord& record)
 
 void XlsSheetReader::takeCell(const XlsRecord& record)
 {
-    XlsBytes bytes = record.read();
+    ByteCursor bytes = record.read();
     const int row = bytes.u16();
     const int column = bytes.u16();
     const int style = bytes.u16();
@@ -137,12 +139,12 @@ void XlsSheetReader::takeCell(const XlsRecord& record)
 
 void XlsSheetReader::takeFormula(const XlsRecord& record)
 {
-    XlsBytes bytes = record.read();
+    ByteCursor bytes = record.read();
     const int row = bytes.u16();
     const int column = bytes.u16();
     const int style = bytes.u16();
-    XlsBytes result(bytes.take(8));
-    XlsBytes parts = result;
+    ByteCursor result(bytes.take(8));
+    ByteCursor parts = result;
     const int kind = parts.u8();
     parts.skip(1);
     const int content = parts.u8();
@@ -166,7 +168,7 @@ void XlsSheetReader::takeFormula(const XlsRecord& record)
 
 void XlsSheetReader::takeMultipleRk(const XlsRecord& record)
 {
-    XlsBytes bytes = record.read();
+    ByteCursor bytes = record.read();
     const int row = bytes.u16();
     int column = bytes.u16();
     while (bytes.left() >= 6 + 2) {
@@ -180,7 +182,7 @@ void XlsSheetReader::takeRow(const XlsRecord& record)
     constexpr int hiddenFlag = 0x20;
     constexpr int ownHeightFlag = 0x40;
     constexpr float twipsPerPoint = 20;
-    XlsBytes bytes = record.read();
+    ByteCursor bytes = record.read();
     const int number = bytes.u16() + 1;
     bytes.skip(4);
     const int height = bytes.u16() & 0x7FFF;
@@ -199,7 +201,7 @@ void XlsSheetReader::takeRow(const XlsRecord& record)
 void XlsSheetReader::takeColumns(const XlsRecord& record)
 {
     m_budget.takeCells(1);
-    XlsBytes bytes = record.read();
+    ByteCursor bytes = record.read();
     ColumnRange columns;
     columns.first = bytes.u16() + 1;
     columns.last = std::min(bytes.u16() + 1, lastGridColumn);
@@ -212,7 +214,7 @@ void XlsSheetReader::takeColumns(const XlsRecord& record)
 
 void XlsSheetReader::takeMerged(const XlsRecord& record)
 {
-    XlsBytes bytes = record.read();
+    ByteCursor bytes = record.read();
     for (int left = bytes.u16(); left > 0; --left) {
         m_budget.takeCells(1);
         CellRange range;

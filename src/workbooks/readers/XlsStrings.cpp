@@ -4,8 +4,6 @@
 
 #include <QtEndian>
 
-#include <iconv.h>
-
 namespace excel {
 
 namespace {
@@ -14,76 +12,7 @@ constexpr int wideFlag = 0x01;
 constexpr int phoneticFlag = 0x04;
 constexpr int richFlag = 0x08;
 
-const iconv_t noConverter = reinterpret_cast<iconv_t>(-1);
-
-QByteArray encodingOf(int codePage)
-{
-    switch (codePage) {
-    case 936:
-    case 10008:
-        return "GB18030";
-    case 367:
-        return "ASCII";
-    case 1200:
-        return "UTF-16LE";
-    case 10000:
-    case 32768:
-        return "MACINTOSH";
-    case 32769:
-        return "CP1252";
-    case 65001:
-        return "UTF-8";
-    default:
-        return "CP" + QByteArray::number(codePage);
-    }
-}
-
-bool isAscii(std::string_view bytes)
-{
-    return std::all_of(bytes.begin(), bytes.end(),
-                       [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-}
-
 } // namespace
-
-CodePage::~CodePage()
-{
-    if (m_converter != nullptr && m_converter != noConverter)
-        iconv_close(m_converter);
-}
-
-void* CodePage::converter() const
-{
-    if (m_converter == nullptr)
-        m_converter = iconv_open("UTF-16LE", encodingOf(m_number).constData());
-    if (m_converter == noConverter)
-        m_converter = iconv_open("UTF-16LE", "GB18030");
-    return m_converter;
-}
-
-QString CodePage::decode(std::string_view bytes) const
-{
-    if (isAscii(bytes))
-        return QString::fromLatin1(bytes.data(), qsizetype(bytes.size()));
-    std::vector<char16_t> units(bytes.size() * 2 + 2);
-    // iconv only reads what it takes as char**.
-    char* in = const_cast<char*>(bytes.data()); // NOLINT(cppcoreguidelines-pro-type-const-cast)
-    size_t inLeft = bytes.size();
-    char* out = reinterpret_cast<char*>(units.data());
-    size_t outLeft = units.size() * sizeof(char16_t);
-    iconv(converter(), nullptr, nullptr, nullptr, nullptr);
-    while (inLeft > 0 && iconv(converter(), &in, &inLeft, &out, &outLeft) == size_t(-1)
-           && outLeft >= 2) {
-        if (inLeft == 0)
-            break;
-        ++in;
-        --inLeft;
-        qToLittleEndian<quint16>(0xFFFD, out);
-        out += 2;
-        outLeft -= 2;
-    }
-    return QString::fromUtf16(units.data(), qsizetype(units.size() - outLeft / sizeof(char16_t)));
-}
 
 /// Moves to the next piece where one ends; false behind the last.
 bool XlsTextReader::atEnd()
@@ -162,7 +91,7 @@ QString XlsTextReader::unicodeText(int length)
     return text;
 }
 
-QString XlsTextReader::byteText(int length, const CodePage& page)
+QString XlsTextReader::byteText(int length, const runtime::CodePage& page)
 {
     std::string bytes;
     while (length > 0) {

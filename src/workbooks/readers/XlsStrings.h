@@ -5,29 +5,11 @@
 
 #include <QString>
 
+#include "platform/runtime/CodePage.h"
 #include "workbooks/readers/Budget.h"
 #include "workbooks/readers/XlsRecords.h"
 
 namespace excel {
-
-/// Turns bytes in the code page of an old workbook into text. Unknown pages read as GB18030.
-class CodePage
-{
-public:
-    explicit CodePage(int number) : m_number(number) {}
-    ~CodePage();
-    CodePage(const CodePage&) = delete;
-    CodePage& operator=(const CodePage&) = delete;
-
-    /// Bytes that are no text become U+FFFD.
-    QString decode(std::string_view bytes) const;
-
-private:
-    void* converter() const;
-
-    int m_number;
-    mutable void* m_converter = nullptr; // opened at the first use, which is costly
-};
 
 enum class TextLayout { Unicode, Bytes };
 
@@ -46,7 +28,7 @@ public:
     /// passed over. Where a text goes on in the next piece, a new flag byte stands.
     QString unicodeText(int length);
     /// `length` bytes.
-    QString byteText(int length, const CodePage& page);
+    QString byteText(int length, const runtime::CodePage& page);
 
 private:
     bool atEnd();

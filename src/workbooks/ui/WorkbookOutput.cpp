@@ -54,9 +54,7 @@ QString chooseTarget(const QString& filter, const QString& ending, const QString
     QString file = withEnding(chosen, ending, formerEnding);
     if (file == chosen || !QFileInfo::exists(file))
         return file;
-    const Answer answer = runtime::MsgBox(u"同名文件已存在，是否覆盖原文件？"_s, u"是否覆盖"_s,
-                                          Buttons::OkCancel, Icon::Question);
-    return answer == Answer::Cancel ? QString() : file;
+    return runtime::mayOverwrite() ? file : QString();
 }
 
 enum class Printed { Done, Failed, Cancelled };

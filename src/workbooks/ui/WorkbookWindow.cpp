@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "platform/runtime/Dialogs.h"
+#include "platform/widgets/Captions.h"
 #include "platform/widgets/Screen.h"
 #include "workbooks/ui/CellDisplay.h"
 #include "workbooks/ui/WorksheetView.h"
@@ -158,7 +159,7 @@ void WorkbookWindow::showTabs()
         if (tab == SheetTabs->count())
             SheetTabs->addTab(QString());
         // An ampersand would pass for an access key.
-        SheetTabs->setTabText(tab, QString(sheet.Name()).replace(u'&', u"&&"_s));
+        SheetTabs->setTabText(tab, widgets::literalCaption(sheet.Name()));
         m_tabs.push_back(&sheet);
     }
     while (SheetTabs->count() > int(m_tabs.size()))

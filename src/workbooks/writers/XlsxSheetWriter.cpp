@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/runtime/Numbers.h"
 #include "workbooks/writers/WriterText.h"
 
 namespace excel {
@@ -245,7 +246,7 @@ void XlsxSheetWriter::writeNumber(int row, const Cell& cell, double number)
 void XlsxSheetWriter::writeDate(int row, const Cell& cell)
 {
     const QDateTime moment = cell.value.toDateTime();
-    const QDateTime epoch(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);
+    const QDateTime epoch(runtime::dayZero(), QTime(0, 0), Qt::UTC);
     const double days = double(epoch.secsTo(moment)) / secondsPerDay;
     if (days < 0 || !moment.isValid()) {
         writeText(row, cell, cell.value.text());

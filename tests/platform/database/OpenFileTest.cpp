@@ -3,7 +3,8 @@
 #include <random>
 
 #include "DatabaseFile.h"
-#include "platform/database/FileUse.h"
+#include "platform/database/OpenFile.h"
+#include "platform/database/WriteBatch.h"
 #include "support/OrdinaryUser.h"
 
 namespace database {

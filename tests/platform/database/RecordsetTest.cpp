@@ -1,5 +1,7 @@
 #include "DatabaseFile.h"
 
+#include "platform/database/WriteBatch.h"
+
 namespace database {
 namespace {
 
@@ -126,6 +128,50 @@ TEST_F(Rows, StatementsThatTakeNoRowIdStillWork)
     EXPECT_EQ(rows(u"select a.ID from 信息表 as a, 信息表 as b where a.ID=b.ID and b.ID<3"_s),
               u"1 / 2"_s);
     EXPECT_EQ(rows(u"select 1+1"_s), u"2"_s);
+}
+
+TEST_F(Rows, WhatIsNoTableOfItsOwnComesInTheOrderOfTheEngine)
+{
+    connection.Execute(u"create view 文科 as select ID,班级 from 信息表 where 科类='文'"_s);
+    EXPECT_EQ(rows(u"select * from 文科"_s), u"2|1 / 3|1"_s);
+    EXPECT_EQ(rows(u"select ID from 文科 order by 班级,ID desc"_s), u"3 / 2"_s);
+    EXPECT_EQ(rows(u"select distinct 班级 from 文科"_s), u"1"_s);
+    EXPECT_EQ(rows(u"select ID from (select ID from 信息表 where ID>2 order by ID desc)"_s),
+              u"4 / 3"_s);
+    EXPECT_EQ(rows(u"select a.ID from 信息表 a, (select 3 as n) b where a.ID=n"_s), u"3"_s);
+    EXPECT_EQ(rows(u"select a.ID from 信息表 a cross join 文科 b on a.ID=b.ID order by a.ID"_s),
+              u"2 / 3"_s);
+    EXPECT_EQ(rows(u"select value from json_each('[7,5]')"_s), u"7 / 5"_s);
+    EXPECT_EQ(rows(u"select group_concat(ID) from 信息表 where ID<3"_s), u"1,2"_s);
+    EXPECT_EQ(rows(u"select count(*) from sqlite_master where type='view'"_s), u"1"_s);
+    EXPECT_EQ(rows(u"select name from sqlite_master where type='view'"_s), u"文科"_s);
+}
+
+TEST_F(Rows, ATableMayHaveAShortNameAndTheNameOfItsFile)
+{
+    connection.Execute(u"create index 班 on 信息表(班级)"_s);
+    EXPECT_EQ(rows(u"select x.ID from 信息表 as x where x.班级>0"_s), u"1 / 2 / 3"_s);
+    EXPECT_EQ(rows(u"select ID from main.信息表 where 班级>0"_s), u"1 / 2 / 3"_s);
+    EXPECT_EQ(rows(u"select ID from 信息表 indexed by 班 where 班级>0"_s), u"1 / 2 / 3"_s);
+}
+
+TEST_F(Rows, ATableWithoutRowIdsComesByItsKey)
+{
+    connection.Execute(u"create table 甲(a text primary key, b) without rowid"_s);
+    connection.Execute(u"insert into 甲 values('乙', 1), ('丙', 2)"_s);
+    EXPECT_EQ(rows(u"select b from 甲"_s), u"2 / 1"_s);
+    EXPECT_EQ(rows(u"select * from 甲"_s), u"丙|2 / 乙|1"_s);
+}
+
+TEST_F(Rows, AMistakeIsToldAboutTheTextAsItWasGiven)
+{
+    const std::pair<QString, QString> cases[] = {
+        {u"select ID from 信息表 where"_s, u"语句不完整。（incomplete input）"_s},
+        {u"select ID from 信息表 order by"_s, u"语句不完整。（incomplete input）"_s},
+        {u"select distinct ID from 信息表 where ID in ("_s, u"语句不完整。（incomplete input）"_s},
+    };
+    for (const auto& [sql, message] : cases)
+        EXPECT_EQ(errorOf([&] { set.Open(sql, connection); }).description(), message);
 }
 
 TEST_F(Rows, NamesIgnoreCaseAndPositionsCountFromZero)

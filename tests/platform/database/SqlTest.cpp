@@ -3,6 +3,7 @@
 #include <random>
 
 #include "DatabaseFile.h"
+#include "platform/database/WriteBatch.h"
 
 namespace database {
 namespace {
@@ -12,7 +13,7 @@ using namespace Qt::StringLiterals;
 /// "table;where;order" of a query over one table, "-" for any other.
 QString parts(const QString& sql)
 {
-    const std::optional<TableQuery> query = tableQuery(sql);
+    const std::optional<TableQuery> query = SqlText(sql).tableQuery();
     return query ? query->table + u';' + query->where + u';' + query->orderBy : u"-"_s;
 }
 
@@ -58,6 +59,13 @@ TEST(TableQuery, AnythingElseIsNone)
         EXPECT_EQ(parts(sql), u"-"_s) << sql.toStdString();
 }
 
+/// As the engine is given it, if every table has row ids.
+QString translated(const QString& sql)
+{
+    const SqlText text(sql);
+    return text.engineText() + text.promisedOrder().tail;
+}
+
 TEST(Translated, SpeaksTheEnginesWords)
 {
     const std::pair<QString, QString> cases[] = {
@@ -72,7 +80,7 @@ TEST(Translated, SpeaksTheEnginesWords)
         {u"select * from T where n=N'"_s, u"select * from T where n=N'"_s},
     };
     for (const auto& [sql, expected] : cases)
-        EXPECT_EQ(translatedWithoutOrder(sql).simplified(), expected);
+        EXPECT_EQ(SqlText(sql).engineText().simplified(), expected);
 }
 
 TEST(Translated, GivesASelectItsOrder)
@@ -88,9 +96,25 @@ TEST(Translated, GivesASelectItsOrder)
         {u"select avg(a) from T"_s, u"select avg(a) from T"_s},
         {u"select a from T group by a"_s, u"select a from T group by a"_s},
         {u"select 1"_s, u"select 1"_s},
+        {u"select a from T as x where a=1"_s, u"select a from T as x where a=1 order by rowid"_s},
+        {u"select a from main.T"_s, u"select a from main.T order by rowid"_s},
+        {u"select a from [T U] where b in (1,2)"_s,
+         u"select a from [T U] where b in (1,2) order by rowid"_s},
+        {u"select a from T x, U y"_s, u"select a from T x, U y"_s},
+        {u"select a from T, U"_s, u"select a from T, U"_s},
+        {u"select a from T cross join U"_s, u"select a from T cross join U"_s},
+        {u"select a from (select a from T)"_s, u"select a from (select a from T)"_s},
+        {u"select a from T x, (select 1) y"_s, u"select a from T x, (select 1) y"_s},
+        {u"select a from json_each(1)"_s, u"select a from json_each(1)"_s},
     };
     for (const auto& [sql, expected] : cases)
         EXPECT_EQ(translated(sql), expected);
+}
+
+TEST(Translated, NamesTheTableWhoseRowIdsOrderIt)
+{
+    EXPECT_EQ(SqlText(u"select a from main.[T U] x order by a"_s).promisedOrder().table, u"T U"_s);
+    EXPECT_EQ(SqlText(u"select distinct a from T"_s).promisedOrder().table, QString());
 }
 
 TEST(AddColumn, RefusesWhatIsNotOneNameAndOneKnownType)

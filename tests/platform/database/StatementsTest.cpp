@@ -1,5 +1,8 @@
 #include "DatabaseFile.h"
 
+#include "platform/database/Statement.h"
+#include "platform/database/WriteBatch.h"
+
 namespace database {
 namespace {
 

@@ -1,5 +1,7 @@
 #include "DatabaseFile.h"
 
+#include "platform/database/WriteBatch.h"
+
 namespace database {
 namespace {
 

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <QString>
+
+#include "platform/database/ColumnType.h"
+#include "platform/database/UserGuard.h"
+
+namespace database {
+
+class Connection;
+
+/// A prepared statement with values in the places of its question marks.
+///
+///     Statement& s = conn.prepared("select ID from 信息表 where 班级=? and 学号=?");
+///     s.bind({班级, 学号});
+///     while (s.step()) s.value(0);
+class Statement
+{
+public:
+    /// For statements that are not kept by the connection. Throws Error.
+    Statement(Connection& connection, const QString& sql, Trust trust = Trust::Program);
+    ~Statement();
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+
+    /// Starts the statement anew with these values.
+    void bind(const std::vector<runtime::Value>& values);
+
+    /// Starts anew; values follow by the calls below, places counted from 1, and stay until
+    /// replaced.
+    void reset();
+    void bindValue(int place, const runtime::Value& value);
+    void bindNull(int place);
+    void bindInteger(int place, qint64 number);
+    void bindDouble(int place, double number);
+
+    /// True if it stands on a row, false at the end. Throws Error. A writing statement is refused
+    /// when the connection cannot be written.
+    bool step();
+    /// Runs a writing statement to its end and gives the number of rows that it changed.
+    int run();
+
+    bool isReadOnly() const;
+    /// Ends the use of the rows, so that no lock is held; step() gives false until values are bound
+    /// or the statement is started anew.
+    void finish();
+
+    int columnCount() const;
+    QString columnName(int column) const;
+    /// The declaration of the column in its table; "" for a computed one.
+    QString columnDeclaration(int column) const;
+    bool isNull(int column) const;
+    double number(int column) const;
+    qint64 integer(int column) const;
+    QString text(int column) const;
+    /// The value with the type that the engine stores.
+    runtime::Value value(int column) const;
+    /// The value with the type that the column declares; one of another sort comes as it is stored.
+    runtime::Value value(int column, const ColumnType& type) const;
+
+private:
+    /// The checks ahead of the first row.
+    void begin();
+    [[noreturn]] void fail();
+
+    struct Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace database
