@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/widgets/Captions.h"
-
 #include "support/PrintQString.h"
 
 namespace {
