@@ -1,4 +1,4 @@
-#include "statistics/GridBlock.h"
+#include "workbooks/model/GridBlock.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-using statistics::GridBlockToSheet;
+using excel::GridBlockToSheet;
 
 class GridBlock : public testing::Test
 {
