@@ -3,7 +3,6 @@
 #include "support/PrintQString.h"
 #include "workbooks/BookFiles.h"
 #include "workbooks/model/Application.h"
-#include "workbooks/model/OpenExcel.h"
 #include "workbooks/writers/SampleBook.h"
 
 using namespace Qt::StringLiterals;
