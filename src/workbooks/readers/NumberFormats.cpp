@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "workbooks/model/DayNumber.h"
+
 namespace excel {
 
 namespace {
@@ -68,7 +70,7 @@ runtime::Value dateValue(double number, DateSystem system)
     if (day >= 1 && day < dayThatNeverWas)
         ++day;
     const QTime time = QTime::fromMSecsSinceStartOfDay(int(all % millisecondsOfDay));
-    return QDateTime(QDate(1899, 12, 30).addDays(day), time, Qt::UTC);
+    return QDateTime(dayZero().addDays(day), time, Qt::UTC);
 }
 
 } // namespace excel
