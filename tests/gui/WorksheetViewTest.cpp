@@ -73,7 +73,7 @@ TEST_F(SheetView, ShowsMergesSizesAndWhatIsHidden)
 {
     sheet(1).Range(5, 1, 6, 3).setMergeCells(true);
     sheet(1).setColumnWidth(2, 2, 20);
-    sheet(1).addColumns({4, 4, 8, true});
+    sheet(1).geometry().addColumns({4, 4, 8, true});
     sheet(1).setRowHeight(2, 36);
     sheet(1).setRowState(3, excel::RowState::Hidden);
     window().refresh();
@@ -84,7 +84,7 @@ TEST_F(SheetView, ShowsMergesSizesAndWhatIsHidden)
     EXPECT_TRUE(view().isRowHidden(2));
     EXPECT_TRUE(view().isColumnHidden(3));
     sheet(1).setRowState(3, excel::RowState::Shown);
-    sheet(1).setRowHeight(2, Worksheet::standardRowHeight);
+    sheet(1).setRowHeight(2, excel::SheetGeometry::standardRowHeight);
     window().refresh();
     EXPECT_FALSE(view().isRowHidden(2));
     EXPECT_EQ(view().rowHeight(1), view().rowHeight(0));
@@ -196,8 +196,8 @@ TEST_F(SheetView, PicturesLieOverTheCellsAndMoveWithThem)
     red.fill(Qt::red);
     ASSERT_TRUE(red.save(file(u"red.png"_s)));
     excel::Picture& picture = sheet(1).insertPicture(file(u"red.png"_s));
-    picture.Left = 60;
-    picture.Top = 30;
+    picture.setLeft(60);
+    picture.setTop(30);
     sheet(1).setCell(1, 1, u"x"_s);
     window().refresh();
     const QRect cell = view().visualRect(view().model()->index(2, 1));

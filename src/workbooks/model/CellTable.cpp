@@ -74,6 +74,16 @@ bool CellTable::lacksPageFor(int row) const
     return this->row(row) == nullptr;
 }
 
+int CellTable::nextRow(int row) const
+{
+    size_t page = size_t(row - 1) / rowsPerPage;
+    if (page < m_pages.size() && m_pages[page] != nullptr)
+        return row;
+    while (page < m_pages.size() && m_pages[page] == nullptr)
+        ++page;
+    return page < m_pages.size() ? int(page) * rowsPerPage + 1 : rowLimit() + 1;
+}
+
 Row& CellTable::makeRow(int number)
 {
     const size_t page = size_t(number - 1) / rowsPerPage;

@@ -6,36 +6,9 @@
 #include <vector>
 
 #include "platform/runtime/Value.h"
+#include "workbooks/model/CellRange.h"
 
 namespace excel {
-
-/// Size of a sheet's grid; rows and columns count from 1.
-constexpr int lastGridRow = 1048576;
-constexpr int lastGridColumn = 16384;
-
-/// A block of cells, both corners included.
-struct CellRange
-{
-    int firstRow = 1;
-    int firstColumn = 1;
-    int lastRow = 1;
-    int lastColumn = 1;
-
-    bool contains(int row, int column) const
-    {
-        return row >= firstRow && row <= lastRow && column >= firstColumn && column <= lastColumn;
-    }
-    bool touches(const CellRange& other) const
-    {
-        return firstRow <= other.lastRow && other.firstRow <= lastRow
-               && firstColumn <= other.lastColumn && other.firstColumn <= lastColumn;
-    }
-
-    friend bool operator==(const CellRange&, const CellRange&) = default;
-};
-
-/// The whole grid.
-constexpr CellRange wholeGrid{1, 1, lastGridRow, lastGridColumn};
 
 struct Cell
 {
@@ -59,8 +32,6 @@ struct Row
 class CellTable
 {
 public:
-    static constexpr int rowsPerPage = 256;
-
     /// The cell's content, Null if it is empty.
     const runtime::Value& value(int row, int column) const;
 
@@ -93,6 +64,9 @@ public:
     int lastRow() const { return m_lastRow; }
     int lastColumn() const { return m_lastColumn; }
 
+    /// This row or the first one behind it that may hold something, `rowLimit() + 1` if none does.
+    int nextRow(int row) const;
+
     /// No row behind this one exists.
     int rowLimit() const { return int(m_pages.size()) * rowsPerPage; }
 
@@ -102,6 +76,7 @@ private:
     const Cell* find(int row, int column) const;
     void clearValue(int row, int column);
 
+    static constexpr int rowsPerPage = 256;
     using Page = std::array<Row, rowsPerPage>;
 
     std::vector<std::unique_ptr<Page>> m_pages;

@@ -39,7 +39,7 @@ std::vector<double> edges(const std::vector<double>& sizes)
 
 bool isEmpty(const Worksheet& sheet)
 {
-    return sheet.table().lastRow() == 0 && sheet.mergedRanges().empty() && sheet.pictures().empty();
+    return sheet.table().lastRow() == 0 && sheet.merges().isEmpty() && sheet.pictures().empty();
 }
 
 /// The used block, and what lies under the pictures.
@@ -48,10 +48,11 @@ CellRange printedBlock(const Worksheet& sheet)
     CellRange block = usedBlock(sheet);
     for (const Picture& picture : sheet.pictures()) {
         while (block.lastColumn < lastGridColumn
-               && sheet.columnLeft(block.lastColumn + 1) < picture.Left + picture.Width)
+               && sheet.geometry().columnLeft(block.lastColumn + 1)
+                      < picture.Left() + picture.Width())
             ++block.lastColumn;
         while (block.lastRow < lastGridRow
-               && sheet.rowTop(block.lastRow + 1) < picture.Top + picture.Height)
+               && sheet.geometry().rowTop(block.lastRow + 1) < picture.Top() + picture.Height())
             ++block.lastRow;
     }
     return block;
@@ -83,13 +84,13 @@ QPageLayout pageLayoutOf(const Worksheet& sheet)
 }
 
 SheetPages::SheetPages(const Worksheet& sheet, const QSizeF& area)
-    : m_sheet(sheet), m_merges(sheet.settledMerges()), m_hasBorders(hasBorders(sheet))
+    : m_sheet(sheet), m_merges(sheet.merges().settled()), m_hasBorders(hasBorders(sheet))
 {
     if (isEmpty(sheet))
         return;
     const CellRange used = printedBlock(sheet);
-    const std::vector<double> widths = columnPoints(sheet, used.lastColumn);
-    const std::vector<double> heights = rowPoints(sheet, used.lastRow);
+    const std::vector<double> widths = sheet.geometry().columnPoints(used.lastColumn);
+    const std::vector<double> heights = sheet.geometry().shownRowHeights(used.lastRow);
     m_columnEdges = edges(widths);
     m_rowEdges = edges(heights);
     m_columns = bands(widths, area.width(), {});
@@ -211,9 +212,9 @@ void SheetPages::paintPictures(QPainter& painter, const CellRange& page, double 
     const QPointF corner(m_columnEdges[size_t(page.firstColumn - 1)],
                          m_rowEdges[size_t(page.firstRow - 1)]);
     for (const Picture& picture : m_sheet.pictures()) {
-        const QPointF start = QPointF(picture.Left, picture.Top) - corner;
-        painter.drawImage(QRectF(start * scale, QSizeF(picture.Width, picture.Height) * scale),
-                          QImage::fromData(picture.bytes));
+        const QPointF start = QPointF(picture.Left(), picture.Top()) - corner;
+        painter.drawImage(QRectF(start * scale, QSizeF(picture.Width(), picture.Height()) * scale),
+                          QImage::fromData(picture.bytes()));
     }
 }
 

@@ -14,6 +14,7 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
 #include "platform/widgets/ScreenProgress.h"
+#include "workbooks/model/Points.h"
 #include "workbooks/ui/SheetPages.h"
 #include "workbooks/writers/XlsxWriter.h"
 
@@ -27,7 +28,6 @@ using runtime::Icon;
 
 namespace {
 
-constexpr double pointsPerInch = 72;
 constexpr int pdfDotsPerInch = 600;
 
 const QString errorTitle = u"错误"_s;

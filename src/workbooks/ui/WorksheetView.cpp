@@ -11,6 +11,7 @@
 #include "platform/widgets/CellClip.h"
 #include "platform/widgets/FindBar.h"
 #include "platform/widgets/Screen.h"
+#include "workbooks/model/Points.h"
 #include "workbooks/ui/CellDisplay.h"
 #include "workbooks/ui/SheetLayout.h"
 #include "workbooks/ui/WorksheetDelegate.h"
@@ -20,8 +21,6 @@ namespace excel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr double pointsPerInch = 72;
 
 int pixels(double points, int dotsPerInch)
 {
@@ -115,9 +114,9 @@ void WorksheetView::applySizes()
     const Worksheet* sheet = m_model->sheet();
     if (sheet == nullptr)
         return;
-    applyLines(verticalHeader(), rowPoints(*sheet, m_model->rowCount()),
-               Worksheet::standardRowHeight, logicalDpiY());
-    const std::vector<double> widths = columnPoints(*sheet, m_model->columnCount());
+    applyLines(verticalHeader(), sheet->geometry().shownRowHeights(m_model->rowCount()),
+               SheetGeometry::standardRowHeight, logicalDpiY());
+    const std::vector<double> widths = sheet->geometry().columnPoints(m_model->columnCount());
     applyLines(horizontalHeader(), widths, widths.back(), logicalDpiX());
 }
 
@@ -126,7 +125,7 @@ void WorksheetView::applySpans()
     clearSpans();
     if (m_model->sheet() == nullptr)
         return;
-    for (const CellRange& merge : m_model->sheet()->settledMerges())
+    for (const CellRange& merge : m_model->sheet()->merges().settled())
         setSpan(merge.firstRow - 1, merge.firstColumn - 1, merge.lastRow - merge.firstRow + 1,
                 merge.lastColumn - merge.firstColumn + 1);
 }
@@ -137,11 +136,11 @@ void WorksheetView::loadPictures()
     if (m_model->sheet() == nullptr)
         return;
     for (const Picture& picture : m_model->sheet()->pictures()) {
-        const QRect place(pixels(picture.Left, logicalDpiX()), pixels(picture.Top, logicalDpiY()),
-                          pixels(picture.Width, logicalDpiX()),
-                          pixels(picture.Height, logicalDpiY()));
+        const QRect place(
+            pixels(picture.Left(), logicalDpiX()), pixels(picture.Top(), logicalDpiY()),
+            pixels(picture.Width(), logicalDpiX()), pixels(picture.Height(), logicalDpiY()));
         QPixmap pixmap;
-        if (pixmap.loadFromData(picture.bytes))
+        if (pixmap.loadFromData(picture.bytes()))
             m_pictures.push_back({place, pixmap});
     }
 }

@@ -5,7 +5,7 @@
 
 #include <xlsxwriter.h>
 
-#include "workbooks/model/CellFormat.h"
+#include "workbooks/model/FormatTable.h"
 
 namespace excel {
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "workbooks/model/DayNumber.h"
+#include "workbooks/model/Points.h"
 #include "workbooks/writers/WriterText.h"
 
 namespace excel {
@@ -12,9 +14,6 @@ namespace {
 using namespace Qt::StringLiterals;
 using runtime::Value;
 
-constexpr double pointsPerInch = 72;
-constexpr double pointsPerPixel = 0.75;
-constexpr double secondsPerDay = 86400;
 // The library walks through every cell of a merge.
 constexpr qint64 mostMergedCells = 20'000'000;
 constexpr size_t mostPageBreaks = LXW_BREAKS_MAX;
@@ -31,7 +30,7 @@ lxw_col_t columnIndex(int column)
 
 struct ColumnLook
 {
-    double width = Worksheet::standardColumnWidth;
+    double width = SheetGeometry::standardColumnWidth;
     bool isSet = false;
     bool hidden = false;
 
@@ -42,32 +41,14 @@ struct ColumnLook
 std::vector<ColumnLook> columnLooks(const Worksheet& sheet)
 {
     std::vector<ColumnLook> looks;
-    for (const ColumnRange& range : sheet.columns()) {
+    for (const ColumnRange& range : sheet.geometry().columns()) {
         if (looks.size() < size_t(range.last))
             looks.resize(size_t(range.last));
-        const double width = range.width > 0 ? range.width : Worksheet::standardColumnWidth;
+        const double width = range.width > 0 ? range.width : SheetGeometry::standardColumnWidth;
         for (int column = range.first; column <= range.last; ++column)
             looks[size_t(column - 1)] = {width, true, range.hidden};
     }
     return looks;
-}
-
-/// The row that a place in points from the top lies in.
-int rowAt(const Worksheet& sheet, double place)
-{
-    int row = 1;
-    for (double bottom = sheet.shownRowHeight(1); bottom <= place && row < lastGridRow;
-         bottom += sheet.shownRowHeight(row))
-        ++row;
-    return row;
-}
-
-int columnAt(const Worksheet& sheet, double place)
-{
-    int column = 1;
-    while (column < lastGridColumn && sheet.columnLeft(column + 1) <= place)
-        ++column;
-    return column;
 }
 
 int32_t pixelsOf(double points)
@@ -82,13 +63,13 @@ XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
     : m_sheet(sheet),
       m_target(target),
       m_formats(formats, sheet.formats()),
-      m_merges(sheet.settledMerges())
+      m_merges(sheet.merges().settled())
 {
 }
 
 void XlsxSheetWriter::write()
 {
-    worksheet_set_default_row(m_target, Worksheet::standardRowHeight, LXW_FALSE);
+    worksheet_set_default_row(m_target, SheetGeometry::standardRowHeight, LXW_FALSE);
     writeColumns();
     writePage();
     writeMerges();
@@ -158,15 +139,10 @@ void XlsxSheetWriter::writeMerges()
 void XlsxSheetWriter::writeRows()
 {
     const CellTable& table = m_sheet.table();
-    for (int row = 1; row <= table.rowLimit(); ++row) {
-        const Row* content = table.row(row);
-        if (content == nullptr) {
-            row += CellTable::rowsPerPage - 1;
-            continue;
-        }
-        writeRowSize(row, *content);
+    for (int row = table.nextRow(1); row <= table.rowLimit(); row = table.nextRow(row + 1)) {
+        writeRowSize(row, *table.row(row));
         openMergesOf(row);
-        for (const Cell& cell : content->cells)
+        for (const Cell& cell : table.row(row)->cells)
             writeCell(row, cell);
     }
 }
@@ -178,12 +154,12 @@ void XlsxSheetWriter::writeRowSize(int row, const Row& content)
         options.hidden = LXW_TRUE;
         const double height = double(content.height);
         worksheet_set_row_opt(m_target, rowIndex(row),
-                              height > 0 ? height : Worksheet::standardRowHeight, nullptr,
+                              height > 0 ? height : SheetGeometry::standardRowHeight, nullptr,
                               &options);
         return;
     }
-    const double height = m_sheet.shownRowHeight(row);
-    if (height != Worksheet::standardRowHeight)
+    const double height = m_sheet.geometry().shownRowHeight(row);
+    if (height != SheetGeometry::standardRowHeight)
         worksheet_set_row(m_target, rowIndex(row), height, nullptr);
 }
 
@@ -245,7 +221,7 @@ void XlsxSheetWriter::writeNumber(int row, const Cell& cell, double number)
 void XlsxSheetWriter::writeDate(int row, const Cell& cell)
 {
     const QDateTime moment = cell.value.toDateTime();
-    const QDateTime epoch(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);
+    const QDateTime epoch(dayZero(), QTime(0, 0), Qt::UTC);
     const double days = double(epoch.secsTo(moment)) / secondsPerDay;
     if (days < 0 || !moment.isValid()) {
         writeText(row, cell, cell.value.text());
@@ -266,21 +242,22 @@ void XlsxSheetWriter::writeText(int row, const Cell& cell, const QString& text)
 
 void XlsxSheetWriter::writePictures()
 {
+    const SheetGeometry& geometry = m_sheet.geometry();
     for (const Picture& picture : m_sheet.pictures()) {
-        const QSize pixels = pictureSize(picture.bytes);
+        const QSize pixels = pictureSize(picture.bytes());
         if (pixels.isEmpty())
             continue;
-        const int row = rowAt(m_sheet, picture.Top);
-        const int column = columnAt(m_sheet, picture.Left);
+        const int row = geometry.rowAt(picture.Top());
+        const int column = geometry.columnAt(picture.Left());
         lxw_image_options options = {};
-        options.x_offset = pixelsOf(picture.Left - m_sheet.columnLeft(column));
-        options.y_offset = pixelsOf(picture.Top - m_sheet.rowTop(row));
-        options.x_scale = picture.Width / pointsPerPixel / pixels.width();
-        options.y_scale = picture.Height / pointsPerPixel / pixels.height();
+        options.x_offset = pixelsOf(picture.Left() - geometry.columnLeft(column));
+        options.y_offset = pixelsOf(picture.Top() - geometry.rowTop(row));
+        options.x_scale = picture.Width() / pointsPerPixel / pixels.width();
+        options.y_scale = picture.Height() / pointsPerPixel / pixels.height();
         worksheet_insert_image_buffer_opt(
             m_target, rowIndex(row), columnIndex(column),
-            reinterpret_cast<const unsigned char*>(picture.bytes.constData()),
-            size_t(picture.bytes.size()), &options);
+            reinterpret_cast<const unsigned char*>(picture.bytes().constData()),
+            size_t(picture.bytes().size()), &options);
     }
 }
 

@@ -163,11 +163,11 @@ TEST_F(WorkbookTest, TheLatestWidthOfAColumnStands)
     sheet.setColumnWidth(1, 35, 4);
     sheet.setColumnWidth(4, 4, 5.75);
     sheet.setColumnWidth(7, 7, 0);
-    EXPECT_EQ(sheet.shownColumnWidth(1), 4);
-    EXPECT_EQ(sheet.shownColumnWidth(4), 5.75);
-    EXPECT_EQ(sheet.shownColumnWidth(7), 0);
-    EXPECT_EQ(sheet.shownColumnWidth(36), excel::Worksheet::standardColumnWidth);
-    EXPECT_EQ(sheet.columnLeft(3), 2 * 37 * 0.75);
+    EXPECT_EQ(sheet.geometry().shownColumnWidth(1), 4);
+    EXPECT_EQ(sheet.geometry().shownColumnWidth(4), 5.75);
+    EXPECT_EQ(sheet.geometry().shownColumnWidth(7), 0);
+    EXPECT_EQ(sheet.geometry().shownColumnWidth(36), excel::SheetGeometry::standardColumnWidth);
+    EXPECT_EQ(sheet.geometry().columnLeft(3), 2 * 37 * 0.75);
 }
 
 TEST_F(WorkbookTest, ARowIsAsHighAsItsTextsNeed)
@@ -182,8 +182,8 @@ TEST_F(WorkbookTest, ARowIsAsHighAsItsTextsNeed)
     const double heights[] = {13.5, 40.5, 27, 0, 40, 13.5};
     double top = 0;
     for (int row = 1; row <= 6; ++row) {
-        EXPECT_EQ(sheet.shownRowHeight(row), heights[row - 1]) << row;
-        EXPECT_EQ(sheet.rowTop(row), top) << row;
+        EXPECT_EQ(sheet.geometry().shownRowHeight(row), heights[row - 1]) << row;
+        EXPECT_EQ(sheet.geometry().rowTop(row), top) << row;
         top += heights[row - 1];
     }
 }
@@ -201,9 +201,9 @@ TEST_F(WorkbookTest, APictureKeepsACopyOfItsFile)
     const QString path = folder.write(u"a.png"_s, samplePng());
     excel::Picture& picture = sheet.insertPicture(path);
     QFile::remove(path);
-    EXPECT_EQ(picture.bytes, samplePng());
-    EXPECT_EQ(picture.Width, 1.5);
-    EXPECT_EQ(picture.Height, 0.75);
+    EXPECT_EQ(picture.bytes(), samplePng());
+    EXPECT_EQ(picture.Width(), 1.5);
+    EXPECT_EQ(picture.Height(), 0.75);
     EXPECT_EQ(errorOf([&] { sheet.insertPicture(path); }), u"无法读取图片文件 "_s + path + u"。"_s);
     const QString text = folder.write(u"a.bmp"_s, "BM and no more");
     EXPECT_EQ(errorOf([&] { sheet.insertPicture(text); }),
