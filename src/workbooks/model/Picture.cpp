@@ -87,21 +87,25 @@ Picture::Picture(QByteArray bytes, Changes& changes)
 void Picture::setLeft(double points)
 {
     m_place.moveLeft(points);
+    m_changes.note();
 }
 
 void Picture::setTop(double points)
 {
     m_place.moveTop(points);
+    m_changes.note();
 }
 
 void Picture::setWidth(double points)
 {
     m_place.setWidth(points);
+    m_changes.note();
 }
 
 void Picture::setHeight(double points)
 {
     m_place.setHeight(points);
+    m_changes.note();
 }
 
 } // namespace excel

@@ -103,6 +103,9 @@ TEST_F(WorkbookTest, NamesThatNoSheetCanHaveAreRefusedAndTheOldOneStays)
 
 TEST_F(WorkbookTest, EveryChangeLeavesItUnsaved)
 {
+    const BookFolder folder;
+    excel::Picture& picture = sheet.insertPicture(folder.write(u"a.png"_s, samplePng()));
+    book.setSaved(true);
     const std::function<void()> changes[] = {
         [&] { sheet.setCell(1, 1, 1); },
         [&] { sheet.setCellText(1, 1, u"文"_s); },
@@ -115,6 +118,10 @@ TEST_F(WorkbookTest, EveryChangeLeavesItUnsaved)
         [&] { sheet.setRowState(1, excel::RowState::Hidden); },
         [&] { sheet.PageSetup().PaperSize = excel::paper::b5; },
         [&] { sheet.addPageBreak(5); },
+        [&] { picture.setLeft(10); },
+        [&] { picture.setTop(20); },
+        [&] { picture.setWidth(30); },
+        [&] { picture.setHeight(40); },
         [&] { book.Sheets().Add(Beside::After, sheet); },
         [&] { book.Sheets().Item(2).Delete(); },
     };
