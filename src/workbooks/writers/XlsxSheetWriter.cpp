@@ -5,7 +5,6 @@
 
 #include "workbooks/model/DayNumber.h"
 #include "workbooks/model/Points.h"
-#include "workbooks/writers/WriterText.h"
 
 namespace excel {
 
@@ -59,10 +58,11 @@ int32_t pixelsOf(double points)
 } // namespace
 
 XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
-                                 XlsxFormats& formats)
+                                 XlsxFormats& formats, XlsxRows& rows)
     : m_sheet(sheet),
       m_target(target),
       m_formats(formats, sheet.formats()),
+      m_rows(rows),
       m_merges(sheet.merges().settled())
 {
 }
@@ -82,7 +82,7 @@ void XlsxSheetWriter::write()
 
 void XlsxSheetWriter::writeColumns()
 {
-    lxw_format* format = m_formats.of(0);
+    lxw_format* format = m_formats.ofColumns();
     std::vector<ColumnLook> looks = columnLooks(m_sheet);
     const lxw_col_t firstUsed = m_target->dim_colmin;
     const lxw_col_t lastUsed = m_target->dim_colmax;
@@ -99,6 +99,8 @@ void XlsxSheetWriter::writeColumns()
                                      looks[first].width, format, &options);
         first = end;
     }
+    if (format != nullptr)
+        m_formats.styleOf(0); // the file uses it here for the first time
     // A format alone makes no column a used one.
     m_target->dim_colmin = firstUsed;
     m_target->dim_colmax = lastUsed;
@@ -140,27 +142,29 @@ void XlsxSheetWriter::writeRows()
 {
     const CellTable& table = m_sheet.table();
     for (int row = table.nextRow(1); row <= table.rowLimit(); row = table.nextRow(row + 1)) {
-        writeRowSize(row, *table.row(row));
+        beginRow(row, *table.row(row));
         openMergesOf(row);
-        for (const Cell& cell : table.row(row)->cells)
-            writeCell(row, cell);
+        for (const Cell& cell : table.row(row)->cells) {
+            if (!m_openMerges.empty() && isCovered(row, cell.column))
+                writeBlank(cell);
+            else
+                writeCell(cell);
+        }
     }
+    m_rows.handOver();
 }
 
-void XlsxSheetWriter::writeRowSize(int row, const Row& content)
+void XlsxSheetWriter::beginRow(int row, const Row& content)
 {
-    if (content.hidden) {
-        lxw_row_col_options options = {};
-        options.hidden = LXW_TRUE;
-        const double height = double(content.height);
-        worksheet_set_row_opt(m_target, rowIndex(row),
-                              height > 0 ? height : SheetGeometry::standardRowHeight, nullptr,
-                              &options);
-        return;
-    }
     const double height = m_sheet.geometry().shownRowHeight(row);
-    if (height != SheetGeometry::standardRowHeight)
-        worksheet_set_row(m_target, rowIndex(row), height, nullptr);
+    if (height > 0 && height == SheetGeometry::standardRowHeight)
+        m_rows.beginRow(row);
+    else if (height > 0)
+        m_rows.beginRow(row, height, RowState::Shown);
+    else
+        m_rows.beginRow(
+            row, content.height > 0 ? double(content.height) : SheetGeometry::standardRowHeight,
+            RowState::Hidden);
 }
 
 void XlsxSheetWriter::openMergesOf(int row)
@@ -181,63 +185,66 @@ bool XlsxSheetWriter::isCovered(int row, int column) const
     });
 }
 
-void XlsxSheetWriter::writeCell(int row, const Cell& cell)
+void XlsxSheetWriter::writeCell(const Cell& cell)
 {
-    const bool covered = !m_openMerges.empty() && isCovered(row, cell.column);
-    switch (covered ? Value::Kind::Null : cell.value.kind()) {
+    switch (cell.value.kind()) {
     case Value::Kind::Null:
     case Value::Kind::Binary:
-        worksheet_write_blank(m_target, rowIndex(row), columnIndex(cell.column),
-                              m_formats.of(cell.format));
+        writeBlank(cell);
         break;
     case Value::Kind::Integer:
     case Value::Kind::Single:
     case Value::Kind::Double:
-        writeNumber(row, cell, cell.value.toDouble());
+        writeNumber(cell, cell.value.toDouble());
         break;
     case Value::Kind::Boolean:
-        worksheet_write_boolean(m_target, rowIndex(row), columnIndex(cell.column),
-                                cell.value.toDouble() != 0, m_formats.of(cell.format));
+        m_rows.addTruth(cell.column, m_formats.styleOf(cell.format), cell.value.toDouble() != 0);
         break;
     case Value::Kind::Date:
-        writeDate(row, cell);
+        writeDate(cell);
         break;
     case Value::Kind::Text:
     case Value::Kind::Error:
-        writeText(row, cell, cell.value.text());
+        writeText(cell, cell.value.text());
         break;
     }
 }
 
-void XlsxSheetWriter::writeNumber(int row, const Cell& cell, double number)
+void XlsxSheetWriter::writeBlank(const Cell& cell)
 {
-    if (std::isfinite(number))
-        worksheet_write_number(m_target, rowIndex(row), columnIndex(cell.column), number,
-                               m_formats.of(cell.format));
-    else
-        writeText(row, cell, u"#NUM!"_s);
+    if (!m_formats.isPlain(cell.format))
+        m_rows.addBlank(cell.column, m_formats.styleOf(cell.format));
 }
 
-void XlsxSheetWriter::writeDate(int row, const Cell& cell)
+void XlsxSheetWriter::writeNumber(const Cell& cell, double number)
+{
+    if (std::isfinite(number))
+        m_rows.addNumber(cell.column, m_formats.styleOf(cell.format), number);
+    else
+        writeText(cell, u"#NUM!"_s);
+}
+
+void XlsxSheetWriter::writeDate(const Cell& cell)
 {
     const QDateTime moment = cell.value.toDateTime();
     const QDateTime epoch(dayZero(), QTime(0, 0), Qt::UTC);
     const double days = double(epoch.secsTo(moment)) / secondsPerDay;
     if (days < 0 || !moment.isValid()) {
-        writeText(row, cell, cell.value.text());
+        writeText(cell, cell.value.text());
         return;
     }
     NumberKind kind = days < 1 ? NumberKind::Time : NumberKind::Moment;
     if (kind == NumberKind::Moment && days == std::floor(days))
         kind = NumberKind::Day;
-    worksheet_write_number(m_target, rowIndex(row), columnIndex(cell.column), days,
-                           m_formats.of(cell.format, kind));
+    m_rows.addNumber(cell.column, m_formats.styleOf(cell.format, kind), days);
 }
 
-void XlsxSheetWriter::writeText(int row, const Cell& cell, const QString& text)
+void XlsxSheetWriter::writeText(const Cell& cell, const QString& text)
 {
-    worksheet_write_string(m_target, rowIndex(row), columnIndex(cell.column),
-                           fileText(text).constData(), m_formats.of(cell.format));
+    if (text.isEmpty())
+        writeBlank(cell);
+    else
+        m_rows.addText(cell.column, m_formats.styleOf(cell.format), text);
 }
 
 void XlsxSheetWriter::writePictures()

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <deque>
 #include <memory>
 
 #include <sys/stat.h>
@@ -44,17 +45,20 @@ const Worksheet* frontSheet(const Workbook& book, const std::vector<const Worksh
     return isSeen(active) || seen == sheets.end() ? active : *seen;
 }
 
-void writeSheets(const Workbook& book, lxw_workbook* target)
+/// Gives the rows of the sheets, which must stay until the file is written.
+std::deque<XlsxRows> writeSheets(const Workbook& book, lxw_workbook* target)
 {
     const std::vector<const Worksheet*> sheets = book.sheets();
+    std::deque<XlsxRows> rows;
     if (sheets.empty())
-        return;
+        return rows;
     QStringList names;
     for (const Worksheet* sheet : sheets)
         names.append(sheet->Name());
     names = legalSheetNames(names);
     const Worksheet* front = frontSheet(book, sheets);
     XlsxFormats formats(target);
+    SharedTexts texts(target);
     for (size_t i = 0; i < sheets.size(); ++i) {
         lxw_worksheet* page =
             workbook_add_worksheet(target, names[qsizetype(i)].toUtf8().constData());
@@ -64,8 +68,10 @@ void writeSheets(const Workbook& book, lxw_workbook* target)
             worksheet_activate(page);
         else if (sheets[i]->visibility() != Visibility::Visible)
             worksheet_hide(page);
-        XlsxSheetWriter(*sheets[i], page, formats).write();
+        rows.emplace_back(page, texts);
+        XlsxSheetWriter(*sheets[i], page, formats, rows.back()).write();
     }
+    return rows;
 }
 
 /// A new file beside the one that it shall replace; gone again unless it was put in place.
@@ -130,7 +136,7 @@ void writeXlsx(const Workbook& book, const QString& path)
     std::unique_ptr<lxw_workbook, FreeBook> target(workbook_new(file.name().constData()));
     if (target == nullptr)
         refuse(path, u"内存不足。"_s);
-    writeSheets(book, target.get());
+    const std::deque<XlsxRows> rows = writeSheets(book, target.get());
     if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(file.name()))
         refuse(path, u"写文件时出错，磁盘可能已满或已断开。"_s);
     file.putInPlace();

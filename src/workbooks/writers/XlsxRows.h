@@ -1,0 +1,79 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <QHash>
+#include <QString>
+
+#include <xlsxwriter.h>
+
+#include "workbooks/model/SheetGeometry.h"
+
+namespace excel {
+
+/// The texts of a file, each kept once.
+class SharedTexts
+{
+public:
+    explicit SharedTexts(lxw_workbook* book) : m_table(book->sst) {}
+
+    /// The number of a text in the file, which is used in one more cell.
+    uint32_t numberOf(const QString& text);
+
+private:
+    lxw_sst* m_table;
+    QHash<QString, uint32_t> m_numbers;
+};
+
+/// The rows of a sheet as they stand in its file. The library builds a tree of all cells and prints
+/// them one by one at the end; this prints them at once, and the library takes them over in place
+/// of rows that it has put aside itself. Rows come from top to bottom, their cells from left to
+/// right. A `style` is the number of a format in the file, 0 for none.
+class XlsxRows
+{
+public:
+    XlsxRows(lxw_worksheet* target, SharedTexts& texts);
+
+    /// Begins a row; one without cells is left out.
+    void beginRow(int row);
+    /// Begins a row that has a height of its own or is hidden.
+    void beginRow(int row, double height, RowState state);
+    void addBlank(int column, int style);
+    void addNumber(int column, int style, double number);
+    void addTruth(int column, int style, bool truth);
+    void addText(int column, int style, const QString& text);
+
+    /// Gives the rows to the library; they must stay until the file is written.
+    void handOver();
+
+private:
+    struct RowHead
+    {
+        int row;
+        double height;
+        RowState state;
+        bool isSet;
+        size_t cells; // where they begin in m_cells
+    };
+
+    void start(const RowHead& head);
+    void tellLibrary(const RowHead& head);
+    void beginCell(int column, int style, const char* rest);
+    void endBlock();
+    void addHead(const RowHead& head, const std::string& spans, bool isEmpty);
+    const std::string& letters(int column);
+
+    lxw_worksheet* m_target;
+    SharedTexts& m_texts;
+    std::vector<std::string> m_letters; // of the columns
+    std::string m_rows;
+    // Rows in hand, 16 at most: they have their first and last columns in common.
+    std::vector<RowHead> m_heads;
+    std::string m_cells;
+    std::string m_rowNumber;
+    int m_firstColumn = 0; // 0 as long as there is no cell
+    int m_lastColumn = 0;
+};
+
+} // namespace excel
