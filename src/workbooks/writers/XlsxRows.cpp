@@ -4,8 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <new>
+#include <utility>
 
 #include "workbooks/writers/WriterText.h"
 
@@ -71,28 +70,27 @@ const std::string& XlsxRows::letters(int column)
 
 void XlsxRows::beginRow(int row)
 {
-    start({row, m_target->default_row_height, RowState::Shown, false, m_cells.size()});
+    start({row, m_target->default_row_height, RowState::Shown, false, 0});
 }
 
 void XlsxRows::beginRow(int row, double height, RowState state)
 {
-    start({row, height, state, true, m_cells.size()});
-    tellLibrary(m_heads.back());
+    start({row, height, state, true, 0});
+    noteUse(row, m_target->dim_colmin == LXW_COL_MAX ? 1 : m_target->dim_colmin + 1);
 }
 
 void XlsxRows::start(const RowHead& head)
 {
-    if (!m_heads.empty() && blockOf(m_heads.back().row) != blockOf(head.row)) {
+    if (!m_heads.empty() && blockOf(m_heads.back().row) != blockOf(head.row))
         endBlock();
-        return start({head.row, head.height, head.state, head.isSet, 0});
-    }
     m_heads.push_back(head);
+    m_heads.back().cells = m_cells.size();
     m_rowNumber = std::to_string(head.row);
 }
 
-/// The library places pictures by the rows that it knows. One with cells and without a height of
-/// its own counts with the height that files have without ours.
-void XlsxRows::tellLibrary(const RowHead& head)
+/// A row with cells and without a height of its own counts for the library with the height that
+/// files have without ours.
+void XlsxRows::tellHeight(const RowHead& head)
 {
     lxw_row_col_options options = {};
     options.hidden = head.state == RowState::Hidden;
@@ -101,6 +99,15 @@ void XlsxRows::tellLibrary(const RowHead& head)
                           head.isSet ? head.height : fileRowHeight, nullptr, &options);
     if (!head.isSet)
         m_target->row_size_changed = sizesDiffer;
+}
+
+/// Counts a cell to those that the sheet uses.
+void XlsxRows::noteUse(int row, int column)
+{
+    m_target->dim_rowmin = std::min(m_target->dim_rowmin, lxw_row_t(row - 1));
+    m_target->dim_rowmax = std::max(m_target->dim_rowmax, lxw_row_t(row - 1));
+    m_target->dim_colmin = std::min(m_target->dim_colmin, lxw_col_t(column - 1));
+    m_target->dim_colmax = std::max(m_target->dim_colmax, lxw_col_t(column - 1));
 }
 
 /// Begins the element of a cell; `rest` follows its style.
@@ -116,11 +123,7 @@ void XlsxRows::beginCell(int column, int style, const char* rest)
     m_cells += rest;
     m_firstColumn = m_firstColumn == 0 ? column : std::min(m_firstColumn, column);
     m_lastColumn = std::max(m_lastColumn, column);
-    const int row = m_heads.back().row;
-    m_target->dim_rowmin = std::min(m_target->dim_rowmin, lxw_row_t(row - 1));
-    m_target->dim_rowmax = std::max(m_target->dim_rowmax, lxw_row_t(row - 1));
-    m_target->dim_colmin = std::min(m_target->dim_colmin, lxw_col_t(column - 1));
-    m_target->dim_colmax = std::max(m_target->dim_colmax, lxw_col_t(column - 1));
+    noteUse(m_heads.back().row, column);
 }
 
 void XlsxRows::addBlank(int column, int style)
@@ -171,8 +174,8 @@ void XlsxRows::endBlock()
         const size_t size = end - m_heads[i].cells;
         if (size == 0 && !m_heads[i].isSet)
             continue;
-        if (!m_heads[i].isSet)
-            tellLibrary(m_heads[i]);
+        if (m_tellsHeights)
+            tellHeight(m_heads[i]);
         addHead(m_heads[i], size == 0 ? "1:1" : spans, size == 0);
         if (size == 0)
             continue;
@@ -185,15 +188,10 @@ void XlsxRows::endBlock()
     m_lastColumn = 0;
 }
 
-void XlsxRows::handOver()
+std::string XlsxRows::take()
 {
     endBlock();
-    if (m_rows.empty())
-        return;
-    m_target->optimize_tmpfile = fmemopen(m_rows.data(), m_rows.size(), "r");
-    if (m_target->optimize_tmpfile == nullptr)
-        throw std::bad_alloc();
-    m_target->optimize = LXW_TRUE;
+    return std::move(m_rows);
 }
 
 } // namespace excel

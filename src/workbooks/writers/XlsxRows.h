@@ -26,14 +26,16 @@ private:
     QHash<QString, uint32_t> m_numbers;
 };
 
-/// The rows of a sheet as they stand in its file. The library builds a tree of all cells and prints
-/// them one by one at the end; this prints them at once, and the library takes them over in place
-/// of rows that it has put aside itself. Rows come from top to bottom, their cells from left to
-/// right. A `style` is the number of a format in the file, 0 for none.
+/// The rows of a sheet as they stand in its file. The library would build a tree of all cells and
+/// print them one by one at the end. Rows come from top to bottom, their cells from left to right.
+/// A `style` is the number of a format in the file, 0 for none.
 class XlsxRows
 {
 public:
     XlsxRows(lxw_worksheet* target, SharedTexts& texts);
+
+    /// The library gets to know the heights too, by which it places pictures. Before the first row.
+    void tellHeights() { m_tellsHeights = true; }
 
     /// Begins a row; one without cells is left out.
     void beginRow(int row);
@@ -44,8 +46,8 @@ public:
     void addTruth(int column, int style, bool truth);
     void addText(int column, int style, const QString& text);
 
-    /// Gives the rows to the library; they must stay until the file is written.
-    void handOver();
+    /// All rows; nothing can be added any more.
+    std::string take();
 
 private:
     struct RowHead
@@ -58,7 +60,8 @@ private:
     };
 
     void start(const RowHead& head);
-    void tellLibrary(const RowHead& head);
+    void tellHeight(const RowHead& head);
+    void noteUse(int row, int column);
     void beginCell(int column, int style, const char* rest);
     void endBlock();
     void addHead(const RowHead& head, const std::string& spans, bool isEmpty);
@@ -66,6 +69,7 @@ private:
 
     lxw_worksheet* m_target;
     SharedTexts& m_texts;
+    bool m_tellsHeights = false;
     std::vector<std::string> m_letters; // of the columns
     std::string m_rows;
     // Rows in hand, 16 at most: they have their first and last columns in common.

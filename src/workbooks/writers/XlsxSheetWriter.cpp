@@ -58,16 +58,16 @@ int32_t pixelsOf(double points)
 } // namespace
 
 XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
-                                 XlsxFormats& formats, XlsxRows& rows)
+                                 XlsxFormats& formats, SharedTexts& texts)
     : m_sheet(sheet),
       m_target(target),
       m_formats(formats, sheet.formats()),
-      m_rows(rows),
+      m_rows(target, texts),
       m_merges(sheet.merges().settled())
 {
 }
 
-void XlsxSheetWriter::write()
+std::string XlsxSheetWriter::write()
 {
     worksheet_set_default_row(m_target, SheetGeometry::standardRowHeight, LXW_FALSE);
     writeColumns();
@@ -78,6 +78,7 @@ void XlsxSheetWriter::write()
     if (const std::optional<CellRange> filter = m_sheet.autoFilter())
         worksheet_autofilter(m_target, rowIndex(filter->firstRow), columnIndex(filter->firstColumn),
                              rowIndex(filter->lastRow), columnIndex(filter->lastColumn));
+    return m_rows.take();
 }
 
 void XlsxSheetWriter::writeColumns()
@@ -140,6 +141,8 @@ void XlsxSheetWriter::writeMerges()
 
 void XlsxSheetWriter::writeRows()
 {
+    if (!m_sheet.pictures().empty())
+        m_rows.tellHeights();
     const CellTable& table = m_sheet.table();
     for (int row = table.nextRow(1); row <= table.rowLimit(); row = table.nextRow(row + 1)) {
         beginRow(row, *table.row(row));
@@ -151,7 +154,6 @@ void XlsxSheetWriter::writeRows()
                 writeCell(cell);
         }
     }
-    m_rows.handOver();
 }
 
 void XlsxSheetWriter::beginRow(int row, const Row& content)

@@ -12,11 +12,11 @@ namespace excel {
 class XlsxSheetWriter
 {
 public:
-    /// `rows` must stay until the file is written.
     XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target, XlsxFormats& formats,
-                    XlsxRows& rows);
+                    SharedTexts& texts);
 
-    void write();
+    /// Writes all but the rows, which it gives.
+    std::string write();
 
 private:
     void writeColumns();
@@ -36,7 +36,7 @@ private:
     const Worksheet& m_sheet;
     lxw_worksheet* m_target;
     SheetFormats m_formats;
-    XlsxRows& m_rows;
+    XlsxRows m_rows;
     std::vector<CellRange> m_merges;
     size_t m_nextMerge = 0;
     std::vector<CellRange> m_openMerges; // that reach the row in hand

@@ -16,6 +16,7 @@
 #include "platform/runtime/Error.h"
 #include "workbooks/writers/WriterText.h"
 #include "workbooks/writers/WrittenFile.h"
+#include "workbooks/writers/XlsxPackage.h"
 #include "workbooks/writers/XlsxSheetWriter.h"
 
 namespace excel {
@@ -45,11 +46,11 @@ const Worksheet* frontSheet(const Workbook& book, const std::vector<const Worksh
     return isSeen(active) || seen == sheets.end() ? active : *seen;
 }
 
-/// Gives the rows of the sheets, which must stay until the file is written.
-std::deque<XlsxRows> writeSheets(const Workbook& book, lxw_workbook* target)
+/// Gives the rows of the sheets, which the library does not know.
+std::deque<std::string> writeSheets(const Workbook& book, lxw_workbook* target)
 {
     const std::vector<const Worksheet*> sheets = book.sheets();
-    std::deque<XlsxRows> rows;
+    std::deque<std::string> rows;
     if (sheets.empty())
         return rows;
     QStringList names;
@@ -68,8 +69,7 @@ std::deque<XlsxRows> writeSheets(const Workbook& book, lxw_workbook* target)
             worksheet_activate(page);
         else if (sheets[i]->visibility() != Visibility::Visible)
             worksheet_hide(page);
-        rows.emplace_back(page, texts);
-        XlsxSheetWriter(*sheets[i], page, formats, rows.back()).write();
+        rows.push_back(XlsxSheetWriter(*sheets[i], page, formats, texts).write());
     }
     return rows;
 }
@@ -81,6 +81,9 @@ public:
     explicit NewFile(const QString& path);
 
     QByteArray name() const { return QFile::encodeName(m_file.fileName()); }
+    QByteArray read() const;
+    /// False if the file does not hold just these bytes then, or they are none.
+    bool replace(const QByteArray& content);
     void putInPlace();
 
 private:
@@ -106,6 +109,18 @@ NewFile::NewFile(const QString& path) : m_path(path), m_place(path)
     m_file.setFileTemplate(QFileInfo(m_place).absolutePath() + u"/.yunshan-XXXXXX.xlsx"_s);
     if (!m_file.open())
         refuse(path, u"不能在这个文件夹中写文件，请检查权限和磁盘空间。"_s);
+}
+
+QByteArray NewFile::read() const
+{
+    QFile file(m_file.fileName());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool NewFile::replace(const QByteArray& content)
+{
+    return !content.isEmpty() && m_file.resize(0) && m_file.seek(0)
+           && m_file.write(content) == content.size() && m_file.flush() && read() == content;
 }
 
 void NewFile::keepPermissions()
@@ -136,8 +151,9 @@ void writeXlsx(const Workbook& book, const QString& path)
     std::unique_ptr<lxw_workbook, FreeBook> target(workbook_new(file.name().constData()));
     if (target == nullptr)
         refuse(path, u"内存不足。"_s);
-    const std::deque<XlsxRows> rows = writeSheets(book, target.get());
-    if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(file.name()))
+    const std::deque<std::string> rows = writeSheets(book, target.get());
+    if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(file.name())
+        || !file.replace(withRows(file.read(), rows)))
         refuse(path, u"写文件时出错，磁盘可能已满或已断开。"_s);
     file.putInPlace();
 }

@@ -298,7 +298,7 @@ TEST_F(WriterTest, PlacesThatTakeNoFileAreTold)
 
 TEST_F(WriterTest, AFullDiskIsToldAndTheOlderFileStays)
 {
-    for (int row = 1; row <= 3000; ++row) {
+    for (int row = 1; row <= 5000; ++row) {
         sheet.setCell(row, 1, u"学生%1"_s.arg(row));
         sheet.setCell(row, 2, row * 0.37);
     }

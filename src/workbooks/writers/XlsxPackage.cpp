@@ -1,0 +1,201 @@
+#include "workbooks/writers/XlsxPackage.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string_view>
+
+#include <zip.h>
+
+namespace excel {
+
+namespace {
+
+constexpr zip_uint32_t compression = 4;
+// 1980-01-01, as the library dates its parts.
+constexpr zip_uint16_t firstDosDate = 0x21;
+
+struct DiscardZip
+{
+    void operator()(zip_t* archive) const { zip_discard(archive); }
+};
+
+struct CloseFile
+{
+    void operator()(zip_file_t* file) const { zip_fclose(file); }
+};
+
+struct FreeSource
+{
+    void operator()(zip_source_t* source) const { zip_source_free(source); }
+};
+
+using Archive = std::unique_ptr<zip_t, DiscardZip>;
+
+/// The content of a part, empty if it cannot be read.
+std::string partOf(zip_t* archive, zip_uint64_t index)
+{
+    zip_stat_t stat;
+    const std::unique_ptr<zip_file_t, CloseFile> part(zip_fopen_index(archive, index, 0));
+    if (part == nullptr || zip_stat_index(archive, index, 0, &stat) != 0)
+        return {};
+    std::string content(stat.size, '\0');
+    const zip_int64_t size = zip_fread(part.get(), content.data(), content.size());
+    return size == zip_int64_t(content.size()) ? content : std::string();
+}
+
+/// A sheet's part as the zip library asks for it, so that its rows are not copied.
+class SheetPart
+{
+public:
+    /// The rows come from place `begin` of the page on, instead of what stands up to `end`.
+    SheetPart(std::string page, size_t begin, size_t end, std::string_view rows)
+        : m_page(std::move(page)),
+          m_pieces{std::string_view(m_page).substr(0, begin), "<sheetData>", rows, "</sheetData>",
+                   std::string_view(m_page).substr(end)}
+    {
+    }
+    SheetPart(const SheetPart&) = delete;
+    SheetPart& operator=(const SheetPart&) = delete;
+
+    static zip_int64_t answer(void* part, void* data, zip_uint64_t length, zip_source_cmd_t command)
+    {
+        return static_cast<SheetPart*>(part)->answer(data, length, command);
+    }
+
+private:
+    zip_int64_t answer(void* data, zip_uint64_t length, zip_source_cmd_t command);
+    zip_int64_t read(char* data, size_t length);
+    zip_int64_t tell(zip_stat_t* stat) const;
+
+    std::string m_page;
+    std::array<std::string_view, 5> m_pieces;
+    size_t m_piece = 0;
+    size_t m_place = 0; // in that piece
+};
+
+zip_int64_t SheetPart::answer(void* data, zip_uint64_t length, zip_source_cmd_t command)
+{
+    switch (command) {
+    case ZIP_SOURCE_SUPPORTS:
+        return zip_source_make_command_bitmap(ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE,
+                                              ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE,
+                                              -1);
+    case ZIP_SOURCE_OPEN:
+        m_piece = 0;
+        m_place = 0;
+        return 0;
+    case ZIP_SOURCE_READ:
+        return read(static_cast<char*>(data), length);
+    case ZIP_SOURCE_STAT:
+        return tell(static_cast<zip_stat_t*>(data));
+    case ZIP_SOURCE_FREE:
+        delete this;
+        return 0;
+    default:
+        return 0;
+    }
+}
+
+zip_int64_t SheetPart::read(char* data, size_t length)
+{
+    size_t done = 0;
+    while (done < length && m_piece < m_pieces.size()) {
+        const size_t size = m_pieces[m_piece].copy(data + done, length - done, m_place);
+        done += size;
+        m_place += size;
+        if (m_place == m_pieces[m_piece].size()) {
+            ++m_piece;
+            m_place = 0;
+        }
+    }
+    return zip_int64_t(done);
+}
+
+zip_int64_t SheetPart::tell(zip_stat_t* stat) const
+{
+    zip_stat_init(stat);
+    for (const std::string_view piece : m_pieces)
+        stat->size += piece.size();
+    stat->valid = ZIP_STAT_SIZE;
+    return sizeof *stat;
+}
+
+/// The page with the rows in place of its own; null if it is no page.
+std::unique_ptr<SheetPart> filled(std::string page, std::string_view rows)
+{
+    constexpr std::string_view empty = "<sheetData/>";
+    constexpr std::string_view last = "</sheetData>";
+    size_t end = 0;
+    size_t begin = page.find(empty);
+    if (begin != std::string::npos) {
+        end = begin + empty.size();
+    } else {
+        begin = page.find("<sheetData>");
+        end = page.find(last);
+        if (begin == std::string::npos || end == std::string::npos)
+            return nullptr;
+        end += last.size();
+    }
+    return std::make_unique<SheetPart>(std::move(page), begin, end, rows);
+}
+
+bool putRows(zip_t* archive, size_t sheet, std::string_view rows)
+{
+    const std::string name = "xl/worksheets/sheet" + std::to_string(sheet) + ".xml";
+    const zip_int64_t found = zip_name_locate(archive, name.c_str(), 0);
+    if (found < 0)
+        return false;
+    const auto index = zip_uint64_t(found);
+    std::unique_ptr<SheetPart> part = filled(partOf(archive, index), rows);
+    if (part == nullptr)
+        return false;
+    zip_source_t* source = zip_source_function(archive, &SheetPart::answer, part.get());
+    if (source == nullptr)
+        return false;
+    part.release(); // the source frees it
+    // A new part, since one that is replaced keeps the strength of compression that it had.
+    zip_delete(archive, index);
+    const zip_int64_t added = zip_file_add(archive, name.c_str(), source, ZIP_FL_ENC_UTF_8);
+    if (added < 0) {
+        zip_source_free(source);
+        return false;
+    }
+    return zip_set_file_compression(archive, zip_uint64_t(added), ZIP_CM_DEFLATE, compression) == 0
+           && zip_file_set_dostime(archive, zip_uint64_t(added), 0, firstDosDate, 0) == 0;
+}
+
+QByteArray contentOf(zip_source_t* source)
+{
+    zip_stat_t stat;
+    if (zip_source_stat(source, &stat) != 0 || zip_source_open(source) != 0)
+        return {};
+    QByteArray content(qsizetype(stat.size), Qt::Uninitialized);
+    const zip_int64_t size = zip_source_read(source, content.data(), zip_uint64_t(content.size()));
+    zip_source_close(source);
+    return size == content.size() ? content : QByteArray();
+}
+
+} // namespace
+
+QByteArray withRows(QByteArray package, const std::deque<std::string>& rows)
+{
+    const std::unique_ptr<zip_source_t, FreeSource> bytes(
+        zip_source_buffer_create(package.data(), zip_uint64_t(package.size()), 0, nullptr));
+    if (bytes == nullptr)
+        return {};
+    Archive archive(zip_open_from_source(bytes.get(), 0, nullptr));
+    if (archive == nullptr)
+        return {};
+    zip_source_keep(bytes.get()); // the archive gives up its own hold
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (!rows[i].empty() && !putRows(archive.get(), i + 1, rows[i]))
+            return {};
+    }
+    if (zip_close(archive.get()) != 0)
+        return {};
+    archive.release();
+    return contentOf(bytes.get());
+}
+
+} // namespace excel

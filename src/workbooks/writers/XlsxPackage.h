@@ -1,0 +1,14 @@
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include <QByteArray>
+
+namespace excel {
+
+/// A package of the library with the rows put into its sheets, the first ones into the first
+/// sheet; empty if that fails. The library would compress them twice as long for a file as large.
+QByteArray withRows(QByteArray package, const std::deque<std::string>& rows);
+
+} // namespace excel
