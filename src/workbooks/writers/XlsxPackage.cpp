@@ -1,9 +1,7 @@
 #include "workbooks/writers/XlsxPackage.h"
 
-#include <algorithm>
-#include <array>
 #include <memory>
-#include <string_view>
+#include <string>
 
 #include <zip.h>
 
@@ -48,15 +46,11 @@ std::string partOf(zip_t* archive, zip_uint64_t index)
 class SheetPart
 {
 public:
-    /// The rows come from place `begin` of the page on, instead of what stands up to `end`.
-    SheetPart(std::string page, size_t begin, size_t end, std::string_view rows)
-        : m_page(std::move(page)),
-          m_pieces{std::string_view(m_page).substr(0, begin), "<sheetData>", rows, "</sheetData>",
-                   std::string_view(m_page).substr(end)}
+    /// The rows stand between the two halves of the page.
+    SheetPart(std::string head, ScratchText& rows, std::string tail)
+        : m_head(std::move(head)), m_rows(rows), m_tail(std::move(tail))
     {
     }
-    SheetPart(const SheetPart&) = delete;
-    SheetPart& operator=(const SheetPart&) = delete;
 
     static zip_int64_t answer(void* part, void* data, zip_uint64_t length, zip_source_cmd_t command)
     {
@@ -65,13 +59,15 @@ public:
 
 private:
     zip_int64_t answer(void* data, zip_uint64_t length, zip_source_cmd_t command);
+    size_t size() const { return m_head.size() + m_rows.size() + m_tail.size(); }
+    zip_int64_t open();
     zip_int64_t read(char* data, size_t length);
     zip_int64_t tell(zip_stat_t* stat) const;
 
-    std::string m_page;
-    std::array<std::string_view, 5> m_pieces;
-    size_t m_piece = 0;
-    size_t m_place = 0; // in that piece
+    std::string m_head;
+    ScratchText& m_rows;
+    std::string m_tail;
+    size_t m_place = 0; // in all of it
 };
 
 zip_int64_t SheetPart::answer(void* data, zip_uint64_t length, zip_source_cmd_t command)
@@ -82,9 +78,7 @@ zip_int64_t SheetPart::answer(void* data, zip_uint64_t length, zip_source_cmd_t 
                                               ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE,
                                               -1);
     case ZIP_SOURCE_OPEN:
-        m_piece = 0;
-        m_place = 0;
-        return 0;
+        return open();
     case ZIP_SOURCE_READ:
         return read(static_cast<char*>(data), length);
     case ZIP_SOURCE_STAT:
@@ -97,50 +91,53 @@ zip_int64_t SheetPart::answer(void* data, zip_uint64_t length, zip_source_cmd_t 
     }
 }
 
+zip_int64_t SheetPart::open()
+{
+    m_place = 0;
+    return m_rows.rewind() ? 0 : -1;
+}
+
+/// As much as follows in one piece; the zip library asks again until nothing does.
 zip_int64_t SheetPart::read(char* data, size_t length)
 {
-    size_t done = 0;
-    while (done < length && m_piece < m_pieces.size()) {
-        const size_t size = m_pieces[m_piece].copy(data + done, length - done, m_place);
-        done += size;
-        m_place += size;
-        if (m_place == m_pieces[m_piece].size()) {
-            ++m_piece;
-            m_place = 0;
-        }
-    }
-    return zip_int64_t(done);
+    size_t size = 0;
+    if (m_place < m_head.size())
+        size = m_head.copy(data, length, m_place);
+    else if (m_place < m_head.size() + m_rows.size())
+        size = m_rows.read(data, length);
+    else
+        size = m_tail.copy(data, length, m_place - m_head.size() - m_rows.size());
+    m_place += size;
+    const bool isLost = size == 0 && m_place < this->size();
+    return isLost ? -1 : zip_int64_t(size);
 }
 
 zip_int64_t SheetPart::tell(zip_stat_t* stat) const
 {
     zip_stat_init(stat);
-    for (const std::string_view piece : m_pieces)
-        stat->size += piece.size();
+    stat->size = size();
     stat->valid = ZIP_STAT_SIZE;
     return sizeof *stat;
 }
 
 /// The page with the rows in place of its own; null if it is no page.
-std::unique_ptr<SheetPart> filled(std::string page, std::string_view rows)
+std::unique_ptr<SheetPart> filled(const std::string& page, ScratchText& rows)
 {
-    constexpr std::string_view empty = "<sheetData/>";
-    constexpr std::string_view last = "</sheetData>";
-    size_t end = 0;
-    size_t begin = page.find(empty);
-    if (begin != std::string::npos) {
-        end = begin + empty.size();
-    } else {
-        begin = page.find("<sheetData>");
-        end = page.find(last);
-        if (begin == std::string::npos || end == std::string::npos)
-            return nullptr;
-        end += last.size();
-    }
-    return std::make_unique<SheetPart>(std::move(page), begin, end, rows);
+    const std::string first = "<sheetData";
+    const std::string last = "</sheetData>";
+    const std::string none = first + "/>";
+    const size_t begin = page.find(first);
+    if (begin == std::string::npos)
+        return nullptr;
+    const bool isEmpty = page.compare(begin, none.size(), none) == 0;
+    const size_t end = isEmpty ? begin : page.find(last, begin);
+    if (end == std::string::npos)
+        return nullptr;
+    return std::make_unique<SheetPart>(page.substr(0, begin) + first + '>', rows,
+                                       last + page.substr(end + (isEmpty ? none : last).size()));
 }
 
-bool putRows(zip_t* archive, size_t sheet, std::string_view rows)
+bool putRows(zip_t* archive, size_t sheet, ScratchText& rows)
 {
     const std::string name = "xl/worksheets/sheet" + std::to_string(sheet) + ".xml";
     const zip_int64_t found = zip_name_locate(archive, name.c_str(), 0);
@@ -178,7 +175,7 @@ QByteArray contentOf(zip_source_t* source)
 
 } // namespace
 
-QByteArray withRows(QByteArray package, const std::deque<std::string>& rows)
+QByteArray withRows(QByteArray package, std::deque<ScratchText>& rows)
 {
     const std::unique_ptr<zip_source_t, FreeSource> bytes(
         zip_source_buffer_create(package.data(), zip_uint64_t(package.size()), 0, nullptr));
@@ -189,7 +186,7 @@ QByteArray withRows(QByteArray package, const std::deque<std::string>& rows)
         return {};
     zip_source_keep(bytes.get()); // the archive gives up its own hold
     for (size_t i = 0; i < rows.size(); ++i) {
-        if (!rows[i].empty() && !putRows(archive.get(), i + 1, rows[i]))
+        if (rows[i].size() > 0 && !putRows(archive.get(), i + 1, rows[i]))
             return {};
     }
     if (zip_close(archive.get()) != 0)

@@ -150,37 +150,40 @@ void XlsxRows::addText(int column, int style, const QString& text)
     m_cells += "</v></c>";
 }
 
-void XlsxRows::addHead(const RowHead& head, const std::string& spans, bool isEmpty)
+/// The begin of a row's tag.
+std::string XlsxRows::rowTag(const RowHead& head, const std::string& spans)
 {
-    m_rows += "<row r=\"" + std::to_string(head.row) + "\" spans=\"" + spans + '"';
+    std::string tag = "<row r=\"" + std::to_string(head.row) + "\" spans=\"" + spans + '"';
     const bool hasHeight = head.height != fileRowHeight;
     if (hasHeight) {
-        m_rows += " ht=\"";
-        appendNumber(m_rows, head.height);
-        m_rows += '"';
+        tag += " ht=\"";
+        appendNumber(tag, head.height);
+        tag += '"';
     }
     if (head.state == RowState::Hidden)
-        m_rows += " hidden=\"1\"";
+        tag += " hidden=\"1\"";
     if (hasHeight)
-        m_rows += " customHeight=\"1\"";
-    m_rows += isEmpty ? "/>" : ">";
+        tag += " customHeight=\"1\"";
+    return tag;
 }
 
 void XlsxRows::endBlock()
 {
     const std::string spans = std::to_string(m_firstColumn) + ':' + std::to_string(m_lastColumn);
     for (size_t i = 0; i < m_heads.size(); ++i) {
+        const RowHead& head = m_heads[i];
         const size_t end = i + 1 < m_heads.size() ? m_heads[i + 1].cells : m_cells.size();
-        const size_t size = end - m_heads[i].cells;
-        if (size == 0 && !m_heads[i].isSet)
+        const bool isEmpty = end == head.cells;
+        if (isEmpty && !head.isSet)
             continue;
         if (m_tellsHeights)
-            tellHeight(m_heads[i]);
-        addHead(m_heads[i], size == 0 ? "1:1" : spans, size == 0);
-        if (size == 0)
+            tellHeight(head);
+        m_rows.append(rowTag(head, isEmpty ? "1:1" : spans));
+        m_rows.append(isEmpty ? "/>" : ">");
+        if (isEmpty)
             continue;
-        m_rows.append(m_cells, m_heads[i].cells, size);
-        m_rows += "</row>";
+        m_rows.append(std::string_view(m_cells).substr(head.cells, end - head.cells));
+        m_rows.append("</row>");
     }
     m_heads.clear();
     m_cells.clear();
@@ -188,7 +191,7 @@ void XlsxRows::endBlock()
     m_lastColumn = 0;
 }
 
-std::string XlsxRows::take()
+ScratchText XlsxRows::take()
 {
     endBlock();
     return std::move(m_rows);

@@ -9,6 +9,7 @@
 #include <xlsxwriter.h>
 
 #include "workbooks/model/SheetGeometry.h"
+#include "workbooks/writers/ScratchText.h"
 
 namespace excel {
 
@@ -47,7 +48,7 @@ public:
     void addText(int column, int style, const QString& text);
 
     /// All rows; nothing can be added any more.
-    std::string take();
+    ScratchText take();
 
 private:
     struct RowHead
@@ -64,14 +65,14 @@ private:
     void noteUse(int row, int column);
     void beginCell(int column, int style, const char* rest);
     void endBlock();
-    void addHead(const RowHead& head, const std::string& spans, bool isEmpty);
+    static std::string rowTag(const RowHead& head, const std::string& spans);
     const std::string& letters(int column);
 
     lxw_worksheet* m_target;
     SharedTexts& m_texts;
     bool m_tellsHeights = false;
     std::vector<std::string> m_letters; // of the columns
-    std::string m_rows;
+    ScratchText m_rows;
     // Rows in hand, 16 at most: they have their first and last columns in common.
     std::vector<RowHead> m_heads;
     std::string m_cells;

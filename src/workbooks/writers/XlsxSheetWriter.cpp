@@ -67,7 +67,7 @@ XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
 {
 }
 
-std::string XlsxSheetWriter::write()
+ScratchText XlsxSheetWriter::write()
 {
     worksheet_set_default_row(m_target, SheetGeometry::standardRowHeight, LXW_FALSE);
     writeColumns();

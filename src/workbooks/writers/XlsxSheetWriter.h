@@ -16,7 +16,7 @@ public:
                     SharedTexts& texts);
 
     /// Writes all but the rows, which it gives.
-    std::string write();
+    ScratchText write();
 
 private:
     void writeColumns();

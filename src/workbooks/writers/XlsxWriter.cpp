@@ -47,10 +47,10 @@ const Worksheet* frontSheet(const Workbook& book, const std::vector<const Worksh
 }
 
 /// Gives the rows of the sheets, which the library does not know.
-std::deque<std::string> writeSheets(const Workbook& book, lxw_workbook* target)
+std::deque<ScratchText> writeSheets(const Workbook& book, lxw_workbook* target)
 {
     const std::vector<const Worksheet*> sheets = book.sheets();
-    std::deque<std::string> rows;
+    std::deque<ScratchText> rows;
     if (sheets.empty())
         return rows;
     QStringList names;
@@ -151,7 +151,7 @@ void writeXlsx(const Workbook& book, const QString& path)
     std::unique_ptr<lxw_workbook, FreeBook> target(workbook_new(file.name().constData()));
     if (target == nullptr)
         refuse(path, u"内存不足。"_s);
-    const std::deque<std::string> rows = writeSheets(book, target.get());
+    std::deque<ScratchText> rows = writeSheets(book, target.get());
     if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(file.name())
         || !file.replace(withRows(file.read(), rows)))
         refuse(path, u"写文件时出错，磁盘可能已满或已断开。"_s);
