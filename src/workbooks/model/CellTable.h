@@ -5,17 +5,10 @@
 #include <memory>
 #include <vector>
 
-#include "platform/runtime/Value.h"
+#include "workbooks/model/Cell.h"
 #include "workbooks/model/CellRange.h"
 
 namespace excel {
-
-struct Cell
-{
-    int column = 0;
-    int format = 0; // in the sheet's FormatTable
-    runtime::Value value;
-};
 
 struct Row
 {
@@ -33,7 +26,7 @@ class CellTable
 {
 public:
     /// The cell's content, Null if it is empty.
-    const runtime::Value& value(int row, int column) const;
+    runtime::Value value(int row, int column) const;
 
     /// Null empties the cell; its format stays.
     void set(int row, int column, runtime::Value value);
@@ -79,6 +72,7 @@ private:
     static constexpr int rowsPerPage = 256;
     using Page = std::array<Row, rowsPerPage>;
 
+    CellStore m_store;
     std::vector<std::unique_ptr<Page>> m_pages;
     int m_lastRow = 0;
     int m_lastColumn = 0;

@@ -103,10 +103,10 @@ double SheetGeometry::neededHeight(const Row& row) const
 {
     double height = standardRowHeight;
     for (const Cell& cell : row.cells) {
-        const CellFormat& format = m_formats.format(cell.format);
-        if (!cell.value.isNull() && (format.wrapText || format.fontSize > standardSize))
+        const CellFormat& format = m_formats.format(cell.format());
+        if (!cell.isNull() && (format.wrapText || format.fontSize > standardSize))
             height =
-                std::max(height, textHeight(cell.value, format, shownColumnWidth(cell.column)));
+                std::max(height, textHeight(cell.value(), format, shownColumnWidth(cell.column())));
     }
     return height;
 }

@@ -48,7 +48,7 @@ public:
     void setVisibility(Visibility visibility);
 
     /// The content of one cell, Null if it is empty. Throws runtime::Error outside the grid.
-    const runtime::Value& Cells(int row, int column) const
+    runtime::Value Cells(int row, int column) const
     {
         check(row, column);
         return m_cells.value(row, column);

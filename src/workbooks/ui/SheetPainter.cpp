@@ -87,7 +87,7 @@ using Cells = std::vector<Cell>;
 
 bool isFilled(const Cell& cell)
 {
-    return !cell.value.isNull();
+    return !cell.isNull();
 }
 
 /// A text that stands in one row, and the last column that it runs into.
@@ -139,7 +139,7 @@ void Painting::run()
     if (m_look.grid.isValid())
         eachBlock([this](const CellRange& block) { paintGrid(block); });
     for (const ShownText& text : m_texts)
-        paintText({text.row, text.cell->column, text.row, text.cell->column}, text.lastColumn);
+        paintText({text.row, text.cell->column(), text.row, text.cell->column()}, text.lastColumn);
     for (const CellRange& merge : m_shown.merges())
         paintText(merge, merge.lastColumn);
     eachBlock([this](const CellRange& block) { paintBorders(block); });
@@ -165,10 +165,10 @@ Cells::const_iterator Painting::firstText(const Cells& cells) const
     const int first = m_shown.columns().front();
     const auto shown =
         std::lower_bound(cells.begin(), cells.end(), first,
-                         [](const Cell& cell, int column) { return cell.column < column; });
+                         [](const Cell& cell, int column) { return cell.column() < column; });
     const auto before = std::find_if(std::make_reverse_iterator(shown), cells.rend(), isFilled);
-    const bool reaches = before != cells.rend() && first - before->column <= farthest
-                         && m_places.left(before->column) >= m_places.bounds().left();
+    const bool reaches = before != cells.rend() && first - before->column() <= farthest
+                         && m_places.left(before->column()) >= m_places.bounds().left();
     return reaches ? before.base() - 1 : shown;
 }
 
@@ -181,11 +181,11 @@ void Painting::findTexts(int row)
     const Cells& cells = content->cells;
     const int last = m_shown.columns().back();
     auto cell = std::find_if(firstText(cells), cells.end(), isFilled);
-    while (cell != cells.end() && cell->column <= last) {
+    while (cell != cells.end() && cell->column() <= last) {
         const auto next = std::find_if(cell + 1, cells.end(), isFilled);
-        const int limit = next == cells.end() ? last : std::min(last, next->column - 1);
-        if (m_places.width(cell->column) > 0
-            && !m_shown.touchesMerge({row, cell->column, row, cell->column}))
+        const int limit = next == cells.end() ? last : std::min(last, next->column() - 1);
+        if (m_places.width(cell->column()) > 0
+            && !m_shown.touchesMerge({row, cell->column(), row, cell->column()}))
             m_texts.push_back({&*cell, row, endOfText(*cell, row, limit)});
         cell = next;
     }
@@ -194,15 +194,15 @@ void Painting::findTexts(int row)
 /// The last column that a text runs into over empty cells, `limit` at most.
 int Painting::endOfText(const Cell& cell, int row, int limit) const
 {
-    const CellFormat& format = m_sheet.formats().format(cell.format);
-    if (cell.value.kind() != runtime::Value::Kind::Text || format.wrapText
-        || !displayAlignment(format, cell.value).testFlag(Qt::AlignLeft))
-        return cell.column;
+    const CellFormat& format = m_sheet.formats().format(cell.format());
+    if (cell.kind() != runtime::Value::Kind::Text || format.wrapText
+        || !displayAlignment(format, cell.value()).testFlag(Qt::AlignLeft))
+        return cell.column();
     const QFontMetricsF metrics(displayFont(format), m_painter.device());
-    const double end = m_places.left(cell.column) + 2 * textMargin(metrics)
-                       + metrics.horizontalAdvance(displayText(cell.value));
-    int column = cell.column;
-    while (column < std::min(limit, cell.column + farthest)
+    const double end = m_places.left(cell.column()) + 2 * textMargin(metrics)
+                       + metrics.horizontalAdvance(displayText(cell.value()));
+    int column = cell.column();
+    while (column < std::min(limit, cell.column() + farthest)
            && end > m_places.left(column) + m_places.width(column) + m_look.lineWidth
            && !m_shown.touchesMerge({row, column + 1, row, column + 1}))
         ++column;
@@ -215,7 +215,7 @@ bool Painting::isCrossed(int row, int column) const
     const auto behind =
         std::upper_bound(m_texts.begin(), m_texts.end(), std::pair(row, column),
                          [](const std::pair<int, int>& place, const ShownText& text) {
-                             return place < std::pair(text.row, text.cell->column);
+                             return place < std::pair(text.row, text.cell->column());
                          });
     if (behind == m_texts.begin())
         return false;

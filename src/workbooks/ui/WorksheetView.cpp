@@ -284,10 +284,10 @@ int WorksheetView::matchIn(int row, int low, int high, const QString& text,
         return 0;
     int found = 0;
     for (const Cell& cell : cells->cells) {
-        if (cell.column < low || cell.column > high || isColumnHidden(cell.column - 1)
-            || !displayText(cell.value).contains(text, Qt::CaseInsensitive))
+        if (cell.column() < low || cell.column() > high || isColumnHidden(cell.column() - 1)
+            || !displayText(cell.value()).contains(text, Qt::CaseInsensitive))
             continue;
-        found = cell.column;
+        found = cell.column();
         if (direction == Qt::AscendingOrder)
             break;
     }

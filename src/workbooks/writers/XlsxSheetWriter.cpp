@@ -148,7 +148,7 @@ void XlsxSheetWriter::writeRows()
         beginRow(row, *table.row(row));
         openMergesOf(row);
         for (const Cell& cell : table.row(row)->cells) {
-            if (!m_openMerges.empty() && isCovered(row, cell.column))
+            if (!m_openMerges.empty() && isCovered(row, cell.column()))
                 writeBlank(cell);
             else
                 writeCell(cell);
@@ -189,7 +189,7 @@ bool XlsxSheetWriter::isCovered(int row, int column) const
 
 void XlsxSheetWriter::writeCell(const Cell& cell)
 {
-    switch (cell.value.kind()) {
+    switch (cell.kind()) {
     case Value::Kind::Null:
     case Value::Kind::Binary:
         writeBlank(cell);
@@ -197,48 +197,49 @@ void XlsxSheetWriter::writeCell(const Cell& cell)
     case Value::Kind::Integer:
     case Value::Kind::Single:
     case Value::Kind::Double:
-        writeNumber(cell, cell.value.toDouble());
+        writeNumber(cell, cell.value().toDouble());
         break;
     case Value::Kind::Boolean:
-        m_rows.addTruth(cell.column, m_formats.styleOf(cell.format), cell.value.toDouble() != 0);
+        m_rows.addTruth(cell.column(), m_formats.styleOf(cell.format()),
+                        cell.value().toDouble() != 0);
         break;
     case Value::Kind::Date:
         writeDate(cell);
         break;
     case Value::Kind::Text:
     case Value::Kind::Error:
-        writeText(cell, cell.value.text());
+        writeText(cell, cell.value().text());
         break;
     }
 }
 
 void XlsxSheetWriter::writeBlank(const Cell& cell)
 {
-    if (!m_formats.isPlain(cell.format))
-        m_rows.addBlank(cell.column, m_formats.styleOf(cell.format));
+    if (!m_formats.isPlain(cell.format()))
+        m_rows.addBlank(cell.column(), m_formats.styleOf(cell.format()));
 }
 
 void XlsxSheetWriter::writeNumber(const Cell& cell, double number)
 {
     if (std::isfinite(number))
-        m_rows.addNumber(cell.column, m_formats.styleOf(cell.format), number);
+        m_rows.addNumber(cell.column(), m_formats.styleOf(cell.format()), number);
     else
         writeText(cell, u"#NUM!"_s);
 }
 
 void XlsxSheetWriter::writeDate(const Cell& cell)
 {
-    const QDateTime moment = cell.value.toDateTime();
+    const QDateTime moment = cell.value().toDateTime();
     const QDateTime epoch(dayZero(), QTime(0, 0), Qt::UTC);
     const double days = double(epoch.secsTo(moment)) / secondsPerDay;
     if (days < 0 || !moment.isValid()) {
-        writeText(cell, cell.value.text());
+        writeText(cell, cell.value().text());
         return;
     }
     NumberKind kind = days < 1 ? NumberKind::Time : NumberKind::Moment;
     if (kind == NumberKind::Moment && days == std::floor(days))
         kind = NumberKind::Day;
-    m_rows.addNumber(cell.column, m_formats.styleOf(cell.format, kind), days);
+    m_rows.addNumber(cell.column(), m_formats.styleOf(cell.format(), kind), days);
 }
 
 void XlsxSheetWriter::writeText(const Cell& cell, const QString& text)
@@ -246,7 +247,7 @@ void XlsxSheetWriter::writeText(const Cell& cell, const QString& text)
     if (text.isEmpty())
         writeBlank(cell);
     else
-        m_rows.addText(cell.column, m_formats.styleOf(cell.format), text);
+        m_rows.addText(cell.column(), m_formats.styleOf(cell.format()), text);
 }
 
 void XlsxSheetWriter::writePictures()
