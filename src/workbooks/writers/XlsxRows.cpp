@@ -6,8 +6,6 @@
 #include <cmath>
 #include <utility>
 
-#include "workbooks/writers/WriterText.h"
-
 namespace excel {
 
 namespace {
@@ -41,18 +39,6 @@ void appendNumber(std::string& text, double number)
 }
 
 } // namespace
-
-uint32_t SharedTexts::numberOf(const QString& text)
-{
-    const auto known = m_numbers.constFind(text);
-    if (known != m_numbers.constEnd()) {
-        ++m_table->string_count;
-        return *known;
-    }
-    const sst_element* made = lxw_get_sst_index(m_table, fileText(text).constData(), LXW_FALSE);
-    m_numbers.insert(text, made->index);
-    return made->index;
-}
 
 XlsxRows::XlsxRows(lxw_worksheet* target, SharedTexts& texts) : m_target(target), m_texts(texts) {}
 

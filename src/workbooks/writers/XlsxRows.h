@@ -3,29 +3,15 @@
 #include <string>
 #include <vector>
 
-#include <QHash>
 #include <QString>
 
 #include <xlsxwriter.h>
 
 #include "workbooks/model/SheetGeometry.h"
 #include "workbooks/writers/ScratchText.h"
+#include "workbooks/writers/SharedTexts.h"
 
 namespace excel {
-
-/// The texts of a file, each kept once.
-class SharedTexts
-{
-public:
-    explicit SharedTexts(lxw_workbook* book) : m_table(book->sst) {}
-
-    /// The number of a text in the file, which is used in one more cell.
-    uint32_t numberOf(const QString& text);
-
-private:
-    lxw_sst* m_table;
-    QHash<QString, uint32_t> m_numbers;
-};
 
 /// The rows of a sheet as they stand in its file. The library would build a tree of all cells and
 /// print them one by one at the end. Rows come from top to bottom, their cells from left to right.
