@@ -1,7 +1,10 @@
 #include "workbooks/writers/XlsxPackage.h"
 
+#include <algorithm>
+#include <array>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include <zip.h>
 
@@ -12,6 +15,8 @@ namespace {
 constexpr zip_uint32_t compression = 4;
 // 1980-01-01, as the library dates its parts.
 constexpr zip_uint16_t firstDosDate = 0x21;
+
+constexpr size_t tailSize = 64;
 
 struct DiscardZip
 {
@@ -29,6 +34,53 @@ struct FreeSource
 };
 
 using Archive = std::unique_ptr<zip_t, DiscardZip>;
+
+/// Name of the root element, by the first bytes of a part.
+std::string rootOf(std::string_view head)
+{
+    size_t begin = head.find('<');
+    while (begin != std::string_view::npos && begin + 1 < head.size()
+           && (head[begin + 1] == '?' || head[begin + 1] == '!'))
+        begin = head.find('<', begin + 1);
+    if (begin == std::string_view::npos)
+        return {};
+    const size_t end = head.find_first_of(" \t\r\n/>", begin);
+    return std::string(head.substr(begin + 1, end - begin - 1));
+}
+
+bool endsAsXml(const std::string& root, std::string_view tail)
+{
+    while (!tail.empty() && tail.back() == '\n')
+        tail.remove_suffix(1);
+    const std::string last = "</" + root + '>';
+    const size_t place = tail.rfind('<');
+    const bool isClosed = place != std::string_view::npos && tail.substr(place) == last;
+    return !root.empty() && (isClosed || tail.ends_with("/>"));
+}
+
+bool isXml(std::string_view name)
+{
+    return name.ends_with(".xml") || name.ends_with(".rels");
+}
+
+bool isWholePart(zip_t* archive, zip_uint64_t index)
+{
+    const std::unique_ptr<zip_file_t, CloseFile> part(zip_fopen_index(archive, index, 0));
+    if (part == nullptr)
+        return false;
+    std::array<char, 65536> buffer{};
+    std::string root;
+    std::string tail;
+    zip_int64_t size = 0;
+    while ((size = zip_fread(part.get(), buffer.data(), buffer.size())) > 0) {
+        const std::string_view piece(buffer.data(), size_t(size));
+        if (tail.empty())
+            root = rootOf(piece);
+        tail += piece.substr(piece.size() - std::min(piece.size(), tailSize));
+        tail.erase(0, tail.size() - std::min(tail.size(), tailSize));
+    }
+    return size == 0 && (!isXml(zip_get_name(archive, index, 0)) || endsAsXml(root, tail));
+}
 
 /// The content of a part, empty if it cannot be read.
 std::string partOf(zip_t* archive, zip_uint64_t index)
@@ -174,6 +226,19 @@ QByteArray contentOf(zip_source_t* source)
 }
 
 } // namespace
+
+bool isWhole(const QByteArray& fileName)
+{
+    const Archive archive(zip_open(fileName.constData(), ZIP_RDONLY, nullptr));
+    if (archive == nullptr)
+        return false;
+    const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
+    for (zip_int64_t index = 0; index < count; ++index) {
+        if (!isWholePart(archive.get(), zip_uint64_t(index)))
+            return false;
+    }
+    return count > 0;
+}
 
 QByteArray withRows(QByteArray package, std::deque<ScratchText>& rows)
 {

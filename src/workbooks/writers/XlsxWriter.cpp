@@ -15,7 +15,6 @@
 
 #include "platform/runtime/Error.h"
 #include "workbooks/writers/WriterText.h"
-#include "workbooks/writers/WrittenFile.h"
 #include "workbooks/writers/XlsxPackage.h"
 #include "workbooks/writers/XlsxSheetWriter.h"
 
