@@ -82,7 +82,7 @@ bool isComplete(const QString& path)
     const Worksheet& list = sheets.Item(1);
     const int lastRow = students + 1;
     return list.lastUsedRow() == lastRow && list.Cells(lastRow, columns).isNumber()
-           && sheets.Item(2).mergedRanges().size() == tables;
+           && sheets.Item(2).merges().all().size() == tables;
 }
 
 } // namespace

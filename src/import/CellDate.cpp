@@ -4,7 +4,7 @@
 
 #include <QRegularExpression>
 
-#include "platform/runtime/Numbers.h"
+#include "workbooks/model/DayNumber.h"
 
 namespace importing {
 
@@ -24,10 +24,9 @@ std::optional<QDateTime> validMoment(const QDate& day, const QTime& time = QTime
 std::optional<QDateTime> momentOfNumber(double number)
 {
     constexpr double dayNumbers = 2958466; // up to 9999-12-31
-    constexpr double secondsOfDay = 86400;
     if (number >= 0 && number < dayNumbers)
-        return QDateTime(runtime::dayZero(), QTime(0, 0), Qt::UTC)
-            .addSecs(std::llround(number * secondsOfDay));
+        return QDateTime(excel::dayZero(), QTime(0, 0), Qt::UTC)
+            .addSecs(std::llround(number * excel::secondsPerDay));
     if (std::floor(number) == number && number >= 10000101 && number <= 99991231) {
         const int digits = int(number);
         return validMoment(QDate(digits / 10000, digits / 100 % 100, digits % 100));

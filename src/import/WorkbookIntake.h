@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "workbooks/model/OpenExcel.h"
+#include "workbooks/model/Application.h"
 
 namespace importing {
 

@@ -1,7 +1,7 @@
 #include "shell/GridExport.h"
 
 #include "platform/runtime/Trap.h"
-#include "statistics/GridBlock.h"
+#include "workbooks/model/GridBlock.h"
 
 namespace shell {
 
@@ -12,7 +12,7 @@ void copyGridToWorkbook(const grid::FlexGrid& grid, excel::Application& applicat
         excel::Worksheet& sheet = application.Workbooks().Add().Worksheets().Item(1);
         sheet.Cells().setHorizontalAlignment(excel::HorizontalAlignment::Center);
         int row = 1;
-        statistics::GridBlockToSheet(grid, &sheet, row, {0, grid.Rows() - 1, 0, grid.Cols() - 1});
+        excel::GridBlockToSheet(grid, &sheet, row, {0, grid.Rows() - 1, 0, grid.Cols() - 1});
         application.setVisible(true);
     });
 }

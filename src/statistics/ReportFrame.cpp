@@ -3,7 +3,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "scoring/Ranks.h"
-#include "statistics/GridBlock.h"
+#include "workbooks/model/GridBlock.h"
 
 namespace statistics {
 
@@ -178,8 +178,8 @@ void ReportFrame::finish(int stream, const Block& block, int gap)
     if (m_transfer == Transfer::GridOnly)
         return;
     StreamSlot& slot = m_context.streamSlots[size_t(stream)];
-    GridBlockToSheet(m_grid, slot.ReportSheet, slot.SheetRow,
-                     {block.titleRow(), block.lastRow(), 0, m_grid.Cols() - 1});
+    excel::GridBlockToSheet(m_grid, slot.ReportSheet, slot.SheetRow,
+                            {block.titleRow(), block.lastRow(), 0, m_grid.Cols() - 1});
     slot.SheetRow += gap;
 }
 

@@ -11,7 +11,7 @@
 #include "platform/widgets/ScreenDialogs.h"
 #include "platform/widgets/ScreenProgress.h"
 #include "support/TestLibrary.h"
-#include "workbooks/model/OpenExcel.h"
+#include "workbooks/model/Application.h"
 
 namespace shell {
 class AFormMain;

@@ -8,12 +8,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPainter>
 #include <QScrollBar>
 
 #include <gtest/gtest.h>
 
 #include "gui/WorkbookFixture.h"
 #include "workbooks/ui/CellDisplay.h"
+#include "workbooks/ui/SheetPages.h"
 
 namespace {
 
@@ -73,7 +75,7 @@ TEST_F(SheetView, ShowsMergesSizesAndWhatIsHidden)
 {
     sheet(1).Range(5, 1, 6, 3).setMergeCells(true);
     sheet(1).setColumnWidth(2, 2, 20);
-    sheet(1).addColumns({4, 4, 8, true});
+    sheet(1).geometry().addColumns({4, 4, 8, true});
     sheet(1).setRowHeight(2, 36);
     sheet(1).setRowState(3, excel::RowState::Hidden);
     window().refresh();
@@ -84,7 +86,7 @@ TEST_F(SheetView, ShowsMergesSizesAndWhatIsHidden)
     EXPECT_TRUE(view().isRowHidden(2));
     EXPECT_TRUE(view().isColumnHidden(3));
     sheet(1).setRowState(3, excel::RowState::Shown);
-    sheet(1).setRowHeight(2, Worksheet::standardRowHeight);
+    sheet(1).setRowHeight(2, excel::SheetGeometry::standardRowHeight);
     window().refresh();
     EXPECT_FALSE(view().isRowHidden(2));
     EXPECT_EQ(view().rowHeight(1), view().rowHeight(0));
@@ -190,14 +192,21 @@ TEST_F(SheetView, DrawsBordersOverTheGridLines)
     EXPECT_EQ(rightEdge(view(), 5, 4), line);
 }
 
+/// A picture file in one colour, `size` large.
+QString colourFile(const QString& path, const QColor& colour, const QSize& size = {20, 20})
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(colour);
+    EXPECT_TRUE(image.save(path));
+    return path;
+}
+
 TEST_F(SheetView, PicturesLieOverTheCellsAndMoveWithThem)
 {
-    QImage red(40, 20, QImage::Format_RGB32);
-    red.fill(Qt::red);
-    ASSERT_TRUE(red.save(file(u"red.png"_s)));
-    excel::Picture& picture = sheet(1).insertPicture(file(u"red.png"_s));
-    picture.Left = 60;
-    picture.Top = 30;
+    excel::Picture& picture =
+        sheet(1).insertPicture(colourFile(file(u"red.png"_s), Qt::red, {40, 20}));
+    picture.setLeft(60);
+    picture.setTop(30);
     sheet(1).setCell(1, 1, u"x"_s);
     window().refresh();
     const QRect cell = view().visualRect(view().model()->index(2, 1));
@@ -232,6 +241,75 @@ TEST_F(SheetView, LongTextsRunOverEmptyCellsButNotOverFilledOnes)
     EXPECT_GT(inkIn(view(), 6, 2), 0);
     EXPECT_EQ(inkIn(view(), 7, 2), 0);
     EXPECT_EQ(inkIn(view(), 8, 2), 0);
+}
+
+/// The inside of a block, where neither lines nor the frame of the current cell are.
+QImage insideOf(const QImage& image, const QRect& block)
+{
+    return image.copy(block.adjusted(3, 3, -3, -3)).convertToFormat(QImage::Format_RGB32);
+}
+
+/// The first page of a sheet, in the sizes and colours of a view.
+QImage printed(const Worksheet& sheet, const WorksheetView& view)
+{
+    QImage page(view.viewport()->size(), QImage::Format_RGB32);
+    page.fill(view.palette().color(QPalette::Base));
+    page.setDotsPerMeterX(qRound(view.logicalDpiX() / 0.0254));
+    page.setDotsPerMeterY(qRound(view.logicalDpiY() / 0.0254));
+    QPainter painter(&page);
+    excel::SheetPages(sheet, QSizeF(1000, 1000)).paint(painter, 0, view.logicalDpiX() / 72.0);
+    return page;
+}
+
+TEST_F(SheetView, APageIsDrawnAsTheWindowIs)
+{
+    sheet(1).setCell(6, 1, QString(9, u'长'));
+    sheet(1).setCell(7, 3, u"右"_s);
+    sheet(1).Range(7, 3, 7, 3).setHorizontalAlignment(excel::HorizontalAlignment::Right);
+    sheet(1).Range(8, 1, 9, 3).setMergeCells(true);
+    sheet(1).setCellText(8, 1, u"合并"_s);
+    sheet(1).Range(8, 1, 9, 3).setHorizontalAlignment(excel::HorizontalAlignment::Center);
+    sheet(1).Range(1, 1, 2, 3).setBorders(excel::LineStyle::Continuous);
+    sheet(1).insertPicture(colourFile(file(u"blue.png"_s), Qt::blue, {30, 10})).setTop(9.5 * 13.5);
+    window().refresh();
+    view().setCurrentIndex(view().model()->index(0, 6));
+    const QImage seen = view().viewport()->grab().toImage();
+    ASSERT_EQ(seen.devicePixelRatio(), 1);
+    ASSERT_EQ(view().palette().color(QPalette::Text), QColor(Qt::black));
+
+    const QImage page = printed(sheet(1), view());
+    for (const auto& [row, column] : {std::pair{1, 1}, {2, 2}, {3, 2}, {7, 3}, {8, 1}, {10, 1}}) {
+        const QRect cell = view().visualRect(view().model()->index(row - 1, column - 1));
+        EXPECT_EQ(insideOf(seen, cell), insideOf(page, cell)) << row << ',' << column;
+    }
+    const QRect text = view().visualRect(view().model()->index(5, 0));
+    const QRect crossed = view().visualRect(view().model()->index(5, 1));
+    EXPECT_EQ(insideOf(seen, text | crossed), insideOf(page, text | crossed));
+}
+
+TEST_F(SheetView, APictureIsDecodedOnce)
+{
+    const excel::Picture& one = sheet(1).insertPicture(colourFile(file(u"red.png"_s), Qt::red));
+    const excel::Picture& other =
+        sheet(1).insertPicture(colourFile(file(u"green.png"_s), Qt::green));
+    excel::PictureImages images;
+    const qint64 first = images.imageOf(one).cacheKey();
+    EXPECT_EQ(images.imageOf(other).pixelColor(1, 1), QColor(Qt::green));
+    EXPECT_EQ(images.imageOf(one).cacheKey(), first);
+    EXPECT_EQ(images.imageOf(one).pixelColor(1, 1), QColor(Qt::red));
+}
+
+TEST_F(SheetView, AMovedPictureIsShownAtItsNewPlace)
+{
+    excel::Picture& picture = sheet(1).insertPicture(colourFile(file(u"red.png"_s), Qt::red));
+    window().refresh();
+    picture.setLeft(150);
+    picture.setTop(75);
+    window().refresh();
+    const int x = 150 * view().logicalDpiX() / 72;
+    const int y = 75 * view().logicalDpiY() / 72;
+    EXPECT_EQ(Seen(view()).at(x + 8, y + 8), QColor(Qt::red));
+    EXPECT_NE(Seen(view()).at(10, 10), QColor(Qt::red));
 }
 
 TEST(CellDisplay, ANumberLosesDecimalsBeforeItIsCut)

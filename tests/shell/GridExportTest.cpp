@@ -34,7 +34,7 @@ protected:
     QString merges()
     {
         QStringList all;
-        for (const excel::CellRange& m : sheet().mergedRanges())
+        for (const excel::CellRange& m : sheet().merges().all())
             all.append(u"%1,%2-%3,%4"_s.arg(m.firstRow)
                            .arg(m.firstColumn)
                            .arg(m.lastRow)

@@ -268,7 +268,7 @@ TEST_F(ComprehensiveAnalysis, BlocksAreMergedAndBordered)
     join(u"各科最低分"_s);
     run();
     QStringList merges;
-    for (const excel::CellRange& m : sheet(1, 3).mergedRanges())
+    for (const excel::CellRange& m : sheet(1, 3).merges().all())
         merges.append(
             u"%1,%2-%3,%4"_s.arg(m.firstRow).arg(m.firstColumn).arg(m.lastRow).arg(m.lastColumn));
     EXPECT_EQ(merges, QStringList{u"1,1-1,3"_s});

@@ -46,8 +46,8 @@ QString cellsOf(const excel::Worksheet& sheet)
             continue;
         for (const excel::Cell& cell : row->cells)
             text += u"%1,%2 %3 %4\n"_s.arg(number)
-                        .arg(cell.column)
-                        .arg(QLatin1String(kindNames[int(cell.value.kind())]), cell.value.text());
+                        .arg(cell.column())
+                        .arg(QLatin1String(kindNames[int(cell.kind())]), cell.value().text());
     }
     return text;
 }

@@ -29,10 +29,4 @@ QString singleText(float number);
 /// A double as text: at most 15 significant digits, no trailing zeros, point as separator.
 QString doubleText(double number);
 
-/// The day from which days are counted where a date is a number, as workbooks keep it.
-inline QDate dayZero()
-{
-    return QDate(1899, 12, 30);
-}
-
 } // namespace runtime

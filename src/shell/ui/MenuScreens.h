@@ -4,7 +4,7 @@
 #include "library/ScoreLibrary.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenDialogs.h"
-#include "workbooks/model/OpenExcel.h"
+#include "workbooks/model/Application.h"
 #include "workbooks/ui/WorkbookWindows.h"
 
 namespace shell {

@@ -8,7 +8,7 @@
 #include "scoring/Scoring.h"
 #include "statistics/ReportContext.h"
 #include "workbench/ui/Selection.h"
-#include "workbooks/model/OpenExcel.h"
+#include "workbooks/model/Application.h"
 
 class QCheckBox;
 class QComboBox;

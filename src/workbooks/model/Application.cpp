@@ -1,5 +1,6 @@
 #include "workbooks/model/Application.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/runtime/Error.h"
@@ -121,6 +122,18 @@ void Application::Quit()
     if (!std::exchange(m_running, false))
         return;
     changed();
+}
+
+Application& OpenExcel(Applications& applications)
+{
+    const auto answering =
+        std::find_if(applications.rbegin(), applications.rend(),
+                     [](const auto& application) { return application->isRunning(); });
+    if (answering != applications.rend())
+        return **answering;
+    applications.push_back(std::make_unique<Application>());
+    applications.back()->setVisible(true);
+    return *applications.back();
 }
 
 } // namespace excel

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "workbooks/model/Points.h"
 #include "workbooks/model/Workbook.h"
 
 namespace excel {
@@ -41,7 +42,7 @@ public:
     static Observer observe(Observer observer);
 
     /// Points of a length in inches.
-    static double InchesToPoints(double inches) { return inches * 72; }
+    static double InchesToPoints(double inches) { return inches * pointsPerInch; }
 
     /// Throws runtime::Error after Quit.
     BookList Workbooks();
@@ -71,5 +72,11 @@ private:
     bool m_screenUpdating = true;
     bool m_running = true;
 };
+
+/// Every spreadsheet instance that was started, the latest last.
+using Applications = std::vector<std::unique_ptr<Application>>;
+
+/// The latest instance that still answers, as it is; if there is none, a new one, made visible.
+Application& OpenExcel(Applications& applications);
 
 } // namespace excel

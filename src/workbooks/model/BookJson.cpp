@@ -52,7 +52,7 @@ QJsonArray bordersJson(const Worksheet& sheet)
 QJsonObject sheetJson(const Worksheet& sheet)
 {
     QJsonArray merges;
-    for (const CellRange& merge : sheet.settledMerges())
+    for (const CellRange& merge : sheet.merges().settled())
         merges.append(blockJson(merge));
     return {
         {u"cells"_s, cellsJson(sheet)}, {u"merges"_s, merges}, {u"borders"_s, bordersJson(sheet)}};

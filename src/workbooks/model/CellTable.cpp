@@ -7,14 +7,12 @@ namespace excel {
 
 namespace {
 
-const runtime::Value emptyCell;
-
 // A row most often has as many cells as the one before; wide rows among narrow ones are rare.
 constexpr size_t mostReserved = 64;
 
 bool beforeColumn(const Cell& cell, int column)
 {
-    return cell.column < column;
+    return cell.column() < column;
 }
 
 /// Adds empty cells so that each of these columns has one.
@@ -28,10 +26,10 @@ void fillGaps(std::vector<Cell>& cells, int first, int last)
     filled.reserve(size_t(last + 1 - first));
     auto old = begin;
     for (int column = first; column <= last; ++column) {
-        if (old != end && old->column == column)
+        if (old != end && old->column() == column)
             filled.push_back(std::move(*old++));
         else
-            filled.push_back(Cell{column, 0, {}});
+            filled.emplace_back(column);
     }
     cells.insert(cells.erase(begin, end), std::make_move_iterator(filled.begin()),
                  std::make_move_iterator(filled.end()));
@@ -42,7 +40,7 @@ void keepLastOfEach(std::vector<Cell>& cells)
 {
     size_t kept = 0;
     for (size_t i = 0; i < cells.size(); ++i) {
-        if (i + 1 < cells.size() && cells[i + 1].column == cells[i].column)
+        if (i + 1 < cells.size() && cells[i + 1].column() == cells[i].column())
             continue;
         if (kept != i)
             cells[kept] = std::move(cells[i]);
@@ -53,7 +51,7 @@ void keepLastOfEach(std::vector<Cell>& cells)
 
 void settleRow(Row& row)
 {
-    const auto byColumn = [](const Cell& a, const Cell& b) { return a.column < b.column; };
+    const auto byColumn = [](const Cell& a, const Cell& b) { return a.column() < b.column(); };
     if (!std::is_sorted(row.cells.begin(), row.cells.end(), byColumn))
         std::stable_sort(row.cells.begin(), row.cells.end(), byColumn);
     keepLastOfEach(row.cells);
@@ -74,6 +72,16 @@ bool CellTable::lacksPageFor(int row) const
     return this->row(row) == nullptr;
 }
 
+int CellTable::nextRow(int row) const
+{
+    size_t page = size_t(row - 1) / rowsPerPage;
+    if (page < m_pages.size() && m_pages[page] != nullptr)
+        return row;
+    while (page < m_pages.size() && m_pages[page] == nullptr)
+        ++page;
+    return page < m_pages.size() ? int(page) * rowsPerPage + 1 : rowLimit() + 1;
+}
+
 Row& CellTable::makeRow(int number)
 {
     const size_t page = size_t(number - 1) / rowsPerPage;
@@ -92,22 +100,22 @@ const Cell* CellTable::find(int row, int column) const
     const std::vector<Cell>& cells = found->cells;
     // Most rows are filled from column 1 without gaps.
     const size_t likely = std::min(size_t(column), cells.size()) - 1;
-    if (cells[likely].column == column)
+    if (cells[likely].column() == column)
         return &cells[likely];
     const auto place = std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
-    return place != cells.end() && place->column == column ? &*place : nullptr;
+    return place != cells.end() && place->column() == column ? &*place : nullptr;
 }
 
-const runtime::Value& CellTable::value(int row, int column) const
+runtime::Value CellTable::value(int row, int column) const
 {
     const Cell* found = find(row, column);
-    return found != nullptr ? found->value : emptyCell;
+    return found != nullptr ? found->value() : runtime::Value();
 }
 
 int CellTable::format(int row, int column) const
 {
     const Cell* found = find(row, column);
-    return found != nullptr ? found->format : 0;
+    return found != nullptr ? found->format() : 0;
 }
 
 void CellTable::set(int row, int column, runtime::Value value)
@@ -119,13 +127,13 @@ void CellTable::set(int row, int column, runtime::Value value)
     std::vector<Cell>& cells = makeRow(row).cells;
     if (cells.empty())
         cells.reserve(std::min(m_lastRowSize, mostReserved));
-    const auto place = cells.empty() || cells.back().column < column
+    const auto place = cells.empty() || cells.back().column() < column
                            ? cells.end()
                            : std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
-    if (place != cells.end() && place->column == column) {
-        place->value = std::move(value);
+    if (place != cells.end() && place->column() == column) {
+        place->setValue(std::move(value), m_store);
     } else {
-        cells.insert(place, Cell{column, 0, std::move(value)});
+        cells.insert(place, Cell(column))->setValue(std::move(value), m_store);
         m_lastRowSize = cells.size();
     }
     markUsed(row, column);
@@ -137,12 +145,12 @@ void CellTable::clearValue(int row, int column)
         return;
     std::vector<Cell>& cells = makeRow(row).cells;
     const auto place = std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
-    if (place == cells.end() || place->column != column)
+    if (place == cells.end() || place->column() != column)
         return;
-    if (place->format == 0)
+    if (place->format() == 0)
         cells.erase(place);
     else
-        place->value = {};
+        place->setValue({}, m_store);
 }
 
 void CellTable::changeFormats(const CellRange& block, const std::function<int(int)>& next)
@@ -151,8 +159,8 @@ void CellTable::changeFormats(const CellRange& block, const std::function<int(in
         std::vector<Cell>& cells = makeRow(row).cells;
         fillGaps(cells, block.firstColumn, block.lastColumn);
         auto cell = std::lower_bound(cells.begin(), cells.end(), block.firstColumn, beforeColumn);
-        for (; cell != cells.end() && cell->column <= block.lastColumn; ++cell)
-            cell->format = next(cell->format);
+        for (; cell != cells.end() && cell->column() <= block.lastColumn; ++cell)
+            cell->setFormat(next(cell->format()));
     }
     markUsed(block.lastRow, block.lastColumn);
 }
@@ -162,10 +170,10 @@ void CellTable::append(int row, int column, runtime::Value value)
     std::vector<Cell>& cells = makeRow(row).cells;
     if (cells.empty())
         cells.reserve(std::min(m_lastRowSize, mostReserved));
-    else if (cells.back().column >= column)
+    else if (cells.back().column() >= column)
         m_disordered = true;
     m_lastRowSize = cells.size() + 1;
-    cells.push_back(Cell{column, 0, std::move(value)});
+    cells.emplace_back(column).setValue(std::move(value), m_store);
     markUsed(row, column);
 }
 

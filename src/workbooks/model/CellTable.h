@@ -5,44 +5,10 @@
 #include <memory>
 #include <vector>
 
-#include "platform/runtime/Value.h"
+#include "workbooks/model/Cell.h"
+#include "workbooks/model/CellRange.h"
 
 namespace excel {
-
-/// Size of a sheet's grid; rows and columns count from 1.
-constexpr int lastGridRow = 1048576;
-constexpr int lastGridColumn = 16384;
-
-/// A block of cells, both corners included.
-struct CellRange
-{
-    int firstRow = 1;
-    int firstColumn = 1;
-    int lastRow = 1;
-    int lastColumn = 1;
-
-    bool contains(int row, int column) const
-    {
-        return row >= firstRow && row <= lastRow && column >= firstColumn && column <= lastColumn;
-    }
-    bool touches(const CellRange& other) const
-    {
-        return firstRow <= other.lastRow && other.firstRow <= lastRow
-               && firstColumn <= other.lastColumn && other.firstColumn <= lastColumn;
-    }
-
-    friend bool operator==(const CellRange&, const CellRange&) = default;
-};
-
-/// The whole grid.
-constexpr CellRange wholeGrid{1, 1, lastGridRow, lastGridColumn};
-
-struct Cell
-{
-    int column = 0;
-    int format = 0; // in the sheet's FormatTable
-    runtime::Value value;
-};
 
 struct Row
 {
@@ -59,10 +25,8 @@ struct Row
 class CellTable
 {
 public:
-    static constexpr int rowsPerPage = 256;
-
     /// The cell's content, Null if it is empty.
-    const runtime::Value& value(int row, int column) const;
+    runtime::Value value(int row, int column) const;
 
     /// Null empties the cell; its format stays.
     void set(int row, int column, runtime::Value value);
@@ -93,6 +57,9 @@ public:
     int lastRow() const { return m_lastRow; }
     int lastColumn() const { return m_lastColumn; }
 
+    /// This row or the first one behind it that may hold something, `rowLimit() + 1` if none does.
+    int nextRow(int row) const;
+
     /// No row behind this one exists.
     int rowLimit() const { return int(m_pages.size()) * rowsPerPage; }
 
@@ -102,8 +69,10 @@ private:
     const Cell* find(int row, int column) const;
     void clearValue(int row, int column);
 
+    static constexpr int rowsPerPage = 256;
     using Page = std::array<Row, rowsPerPage>;
 
+    CellStore m_store;
     std::vector<std::unique_ptr<Page>> m_pages;
     int m_lastRow = 0;
     int m_lastColumn = 0;

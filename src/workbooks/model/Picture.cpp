@@ -6,14 +6,13 @@
 #include <QtEndian>
 
 #include "platform/runtime/Error.h"
+#include "workbooks/model/Points.h"
 
 namespace excel {
 
 namespace {
 
 using namespace Qt::StringLiterals;
-
-constexpr double pointsPerPixel = 0.75;
 
 template <typename Number> int bigAt(const QByteArray& bytes, qsizetype place)
 {
@@ -67,19 +66,46 @@ QSize pictureSize(const QByteArray& bytes)
     return {};
 }
 
-Picture readPicture(const QString& path)
+QByteArray readPicture(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw runtime::Error(u"无法读取图片文件 "_s + path + u"。"_s);
-    Picture picture;
-    picture.bytes = file.readAll();
-    const QSize size = pictureSize(picture.bytes);
-    if (size.isEmpty())
+    QByteArray bytes = file.readAll();
+    if (pictureSize(bytes).isEmpty())
         throw runtime::Error(path + u" 不是可以插入的图片（PNG、JPEG 或 BMP）。"_s);
-    picture.Width = size.width() * pointsPerPixel;
-    picture.Height = size.height() * pointsPerPixel;
-    return picture;
+    return bytes;
+}
+
+Picture::Picture(QByteArray bytes, Changes& changes)
+    : m_bytes(std::move(bytes)),
+      m_place(QPointF(), QSizeF(pictureSize(m_bytes)) * pointsPerPixel),
+      m_changes(changes)
+{
+}
+
+void Picture::setLeft(double points)
+{
+    m_place.moveLeft(points);
+    m_changes.note();
+}
+
+void Picture::setTop(double points)
+{
+    m_place.moveTop(points);
+    m_changes.note();
+}
+
+void Picture::setWidth(double points)
+{
+    m_place.setWidth(points);
+    m_changes.note();
+}
+
+void Picture::setHeight(double points)
+{
+    m_place.setHeight(points);
+    m_changes.note();
 }
 
 } // namespace excel

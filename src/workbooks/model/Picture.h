@@ -1,25 +1,45 @@
 #pragma once
 
 #include <QByteArray>
+#include <QRectF>
 #include <QSize>
 #include <QString>
 
+#include "workbooks/model/Changes.h"
+
 namespace excel {
 
-/// A picture that lies over the cells. Places and sizes are in points from the sheet's corner.
-struct Picture
+/// A picture that lies over the cells. Places and sizes are in points from the sheet's corner;
+/// setting one is a change of the workbook.
+class Picture
 {
+public:
+    /// At the sheet's corner in its natural size.
+    Picture(QByteArray bytes, Changes& changes);
+
     /// The file's bytes: PNG, JPEG or BMP.
-    QByteArray bytes;
-    double Left = 0;
-    double Top = 0;
-    double Width = 0;
-    double Height = 0;
+    const QByteArray& bytes() const { return m_bytes; }
+
+    double Left() const { return m_place.x(); }
+    double Top() const { return m_place.y(); }
+    double Width() const { return m_place.width(); }
+    double Height() const { return m_place.height(); }
+    QRectF place() const { return m_place; }
+
+    void setLeft(double points);
+    void setTop(double points);
+    void setWidth(double points);
+    void setHeight(double points);
+
+private:
+    QByteArray m_bytes;
+    QRectF m_place;
+    Changes& m_changes;
 };
 
-/// Reads a picture file in its natural size, a pixel being 3/4 point. Throws runtime::Error if it
-/// cannot be read or is no PNG, JPEG or BMP picture.
-Picture readPicture(const QString& path);
+/// The bytes of a picture file. Throws runtime::Error if it cannot be read or is no PNG, JPEG or
+/// BMP picture.
+QByteArray readPicture(const QString& path);
 
 /// Width and height in pixels, empty if the bytes are no such picture.
 QSize pictureSize(const QByteArray& bytes);

@@ -1,43 +1,18 @@
 #include "workbooks/model/SheetRange.h"
 
-#include <algorithm>
 #include <map>
 
 #include "workbooks/model/Worksheet.h"
 
 namespace excel {
 
-namespace {
-
-CellRange around(const CellRange& a, const CellRange& b)
-{
-    return {std::min(a.firstRow, b.firstRow), std::min(a.firstColumn, b.firstColumn),
-            std::max(a.lastRow, b.lastRow), std::max(a.lastColumn, b.lastColumn)};
-}
-
-bool isOneCell(const CellRange& block)
-{
-    return block.firstRow == block.lastRow && block.firstColumn == block.lastColumn;
-}
-
-} // namespace
-
 void SheetRange::setMergeCells(bool merged) const
 {
-    m_sheet.check();
-    std::vector<CellRange>& merges = m_sheet.m_merged;
-    CellRange block = m_area;
-    const auto touched = [&block](const CellRange& merge) { return merge.touches(block); };
-    auto found = std::find_if(merges.begin(), merges.end(), touched);
-    while (found != merges.end()) {
-        if (merged)
-            block = around(block, *found);
-        merges.erase(found);
-        found = std::find_if(merges.begin(), merges.end(), touched);
-    }
-    if (merged && !isOneCell(block))
-        merges.push_back(block);
-    m_sheet.changed();
+    if (merged)
+        m_sheet.merges().unite(m_area);
+    else
+        m_sheet.merges().split(m_area);
+    m_sheet.m_changes.note();
 }
 
 template <typename Change> void SheetRange::change(const Change& change) const
@@ -58,7 +33,8 @@ template <typename Change> void SheetRange::change(const Change& change) const
             return place->second;
         });
     }
-    m_sheet.changed();
+    m_sheet.m_geometry.rowChanged(m_area.firstRow);
+    m_sheet.m_changes.note();
 }
 
 void SheetRange::setHorizontalAlignment(HorizontalAlignment alignment) const

@@ -48,7 +48,7 @@ Worksheet& Workbook::SheetList::Add(Beside side, const Worksheet& neighbour) con
     Worksheet& added =
         **sheets.insert(place, std::make_unique<Worksheet>(m_book, m_book.freeName()));
     m_book.setActiveSheet(added);
-    m_book.changed();
+    m_book.m_changes.note();
     return added;
 }
 
@@ -76,7 +76,7 @@ Worksheet& Workbook::addSheet(const QString& name)
     m_sheets.push_back(std::make_unique<Worksheet>(*this, name));
     if (m_active == nullptr)
         m_active = m_sheets.back().get();
-    changed();
+    m_changes.note();
     return *m_sheets.back();
 }
 
@@ -119,7 +119,7 @@ void Workbook::remove(const Worksheet& sheet)
         m_active = next->get();
     m_deleted.push_back(std::move(*place));
     m_sheets.erase(place);
-    changed();
+    m_changes.note();
 }
 
 Worksheet& Workbook::activeSheet()
@@ -141,25 +141,19 @@ void Workbook::setActiveSheet(const Worksheet& sheet)
 {
     check();
     m_active = &sheet;
-    ++m_revision;
+    m_changes.noteSight();
 }
 
 bool Workbook::Saved() const
 {
     check();
-    return m_saved;
+    return m_changes.saved();
 }
 
 void Workbook::setSaved(bool saved)
 {
     check();
-    m_saved = saved;
-}
-
-void Workbook::changed()
-{
-    m_saved = false;
-    ++m_revision;
+    m_changes.setSaved(saved);
 }
 
 void Workbook::SaveAs(const QString& path)
@@ -167,7 +161,7 @@ void Workbook::SaveAs(const QString& path)
     check();
     writeXlsx(*this, path);
     m_path = path;
-    m_saved = true;
+    m_changes.setSaved(true);
 }
 
 void Workbook::Close()

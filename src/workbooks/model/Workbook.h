@@ -60,7 +60,7 @@ public:
     bool Saved() const;
     void setSaved(bool saved);
     /// Grows with every change, so that a window can tell whether to paint anew.
-    quint64 revision() const { return m_revision; }
+    quint64 revision() const { return m_changes.revision(); }
 
     /// Writes the workbook as an .xlsx file and belongs to that file from then on. Throws
     /// runtime::Error, as `writeXlsx` does.
@@ -74,16 +74,14 @@ private:
     friend class Worksheet;
 
     void check() const;
-    void changed();
     bool hasSheet(const QString& name) const;
     QString freeName() const;
     void remove(const Worksheet& sheet);
 
     QString m_path;
+    Changes m_changes;
     std::vector<std::unique_ptr<Worksheet>> m_sheets;
     std::vector<std::unique_ptr<Worksheet>> m_deleted; // screens may still hold references
-    bool m_saved = true;
-    quint64 m_revision = 0;
     const Worksheet* m_active = nullptr;
     bool m_open = true;
 };

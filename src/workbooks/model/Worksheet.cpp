@@ -12,8 +12,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double tallestRow = 409.5;
-
 void checkName(const QString& name)
 {
     const auto refuse = [&name](const QString& reason) {
@@ -32,6 +30,14 @@ void checkName(const QString& name)
 
 } // namespace
 
+Worksheet::Worksheet(Workbook& book, QString name)
+    : m_book(&book),
+      m_changes(book.m_changes),
+      m_name(std::move(name)),
+      m_geometry(m_cells, m_formats, m_changes)
+{
+}
+
 void Worksheet::refuseClosed()
 {
     throw runtime::Error(u"工作簿已经关闭。"_s);
@@ -44,29 +50,13 @@ void Worksheet::refuseGone() const
     refuseClosed();
 }
 
-void Worksheet::checkBlock(const CellRange& block) const
-{
-    check(block.firstRow, block.firstColumn);
-    check(block.lastRow, block.lastColumn);
-}
-
-void Worksheet::changed()
-{
-    m_book->changed();
-}
-
-void Worksheet::refusePlace(int row, int column)
-{
-    throw runtime::Error(u"工作表中没有第 %1 行第 %2 列的单元格。"_s.arg(row).arg(column));
-}
-
 void Worksheet::close()
 {
     m_book = nullptr;
     m_cells.clear();
-    m_merged = {};
-    m_columns = {};
-    m_pictures = {};
+    m_merges.clear();
+    m_geometry.clear();
+    m_pictures.clear();
 }
 
 const QString& Worksheet::Name() const
@@ -83,7 +73,7 @@ void Worksheet::setName(const QString& name)
     if (!isOwn && m_book->hasSheet(name))
         throw runtime::Error(u"不能把工作表命名为“%1”：已有同名的工作表。"_s.arg(name));
     m_name = name;
-    changed();
+    m_changes.note();
 }
 
 void Worksheet::Delete()
@@ -98,7 +88,8 @@ void Worksheet::setCell(int row, int column, runtime::Value value)
 {
     check(row, column);
     m_cells.set(row, column, std::move(value));
-    changed();
+    m_geometry.rowChanged(row);
+    m_changes.note();
 }
 
 void Worksheet::setCellText(int row, int column, const QString& text)
@@ -116,7 +107,8 @@ SheetRange Worksheet::Range(int row, int column, int otherRow, int otherColumn)
 
 SheetRange Worksheet::Range(const CellRange& block)
 {
-    checkBlock(block);
+    check(block.firstRow, block.firstColumn);
+    check(block.lastRow, block.lastColumn);
     return {*this, block};
 }
 
@@ -129,7 +121,7 @@ const CellFormat& Worksheet::format(int row, int column) const
 PageLayout& Worksheet::PageSetup()
 {
     check();
-    changed();
+    m_changes.note();
     return m_page;
 }
 
@@ -146,7 +138,7 @@ void Worksheet::addPageBreak(int row)
     if (row == 1 || (place != m_pageBreaks.end() && *place == row))
         return;
     m_pageBreaks.insert(place, row);
-    changed();
+    m_changes.note();
 }
 
 const std::vector<int>& Worksheet::pageBreaks() const
@@ -158,8 +150,8 @@ const std::vector<int>& Worksheet::pageBreaks() const
 Picture& Worksheet::insertPicture(const QString& path)
 {
     check();
-    m_pictures.push_back(readPicture(path));
-    changed();
+    m_pictures.emplace_back(readPicture(path), m_changes);
+    m_changes.note();
     return m_pictures.back();
 }
 
@@ -186,13 +178,11 @@ void Worksheet::AutoFilter()
     check();
     if (!m_autoFilter)
         return;
-    const int end = std::min(m_autoFilter->lastRow, lastGridRow);
-    for (int row = m_autoFilter->firstRow + 1; row <= end; ++row) {
-        if (m_cells.lacksPageFor(row))
-            row += CellTable::rowsPerPage - 1 - (row - 1) % CellTable::rowsPerPage;
-        else
-            m_cells.makeRow(row).hidden = false;
-    }
+    const int end = std::min(m_autoFilter->lastRow, m_cells.rowLimit());
+    for (int row = m_cells.nextRow(m_autoFilter->firstRow + 1); row <= end;
+         row = m_cells.nextRow(row + 1))
+        m_cells.makeRow(row).hidden = false;
+    m_geometry.rowChanged(m_autoFilter->firstRow);
     m_autoFilter.reset();
 }
 
@@ -220,59 +210,49 @@ int Worksheet::lastUsedColumn() const
     return std::max(1, m_cells.lastColumn());
 }
 
-const std::vector<CellRange>& Worksheet::mergedRanges() const
+void Worksheet::setColumnWidth(int first, int last, double width)
 {
-    check();
-    return m_merged;
-}
-
-void Worksheet::merge(const CellRange& range)
-{
-    checkBlock(range);
-    m_merged.push_back(range);
-}
-
-bool Worksheet::isRowHidden(int row) const
-{
-    check(row, 1);
-    const Row* found = m_cells.row(row);
-    return found != nullptr && found->hidden;
-}
-
-void Worksheet::setRowState(int row, RowState state)
-{
-    check(row, 1);
-    m_cells.makeRow(row).hidden = state == RowState::Hidden;
-    changed();
-}
-
-double Worksheet::rowHeight(int row) const
-{
-    check(row, 1);
-    const Row* found = m_cells.row(row);
-    return double(found != nullptr ? found->height : Row::defaultHeight);
+    geometry().setColumnWidth(first, last, width);
 }
 
 void Worksheet::setRowHeight(int row, double points)
 {
-    check(row, 1);
-    if (!(points >= 0 && points <= tallestRow))
-        throw runtime::Error(u"行高应在 0 到 409 磅之间，不能是 %1。"_s.arg(points));
-    m_cells.makeRow(row).height = float(points);
-    changed();
+    geometry().setRowHeight(row, points);
 }
 
-const std::vector<ColumnRange>& Worksheet::columns() const
+void Worksheet::setRowState(int row, RowState state)
+{
+    geometry().setRowState(row, state);
+}
+
+CellTable& Worksheet::table()
+{
+    m_geometry.rowChanged(1);
+    return m_cells;
+}
+
+const SheetMerges& Worksheet::merges() const
 {
     check();
-    return m_columns;
+    return m_merges;
 }
 
-void Worksheet::addColumns(const ColumnRange& columns)
+SheetMerges& Worksheet::merges()
 {
-    check(1, columns.first);
-    check(1, columns.last);
-    m_columns.push_back(columns);
+    check();
+    return m_merges;
+}
+
+const SheetGeometry& Worksheet::geometry() const
+{
+    check();
+    return m_geometry;
+}
+
+SheetGeometry& Worksheet::geometry()
+{
+    check();
+    return m_geometry;
 }
 
 Visibility Worksheet::visibility() const
@@ -285,7 +265,7 @@ void Worksheet::setVisibility(Visibility visibility)
 {
     check();
     m_visibility = visibility;
-    changed();
+    m_changes.note();
 }
 
 } // namespace excel

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/runtime/Numbers.h"
+#include "workbooks/model/DayNumber.h"
 
 namespace excel {
 
@@ -70,7 +70,7 @@ runtime::Value dateValue(double number, DateSystem system)
     if (day >= 1 && day < dayThatNeverWas)
         ++day;
     const QTime time = QTime::fromMSecsSinceStartOfDay(int(all % millisecondsOfDay));
-    return QDateTime(runtime::dayZero().addDays(day), time, Qt::UTC);
+    return QDateTime(dayZero().addDays(day), time, Qt::UTC);
 }
 
 } // namespace excel

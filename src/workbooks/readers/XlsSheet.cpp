@@ -209,7 +209,7 @@ void XlsSheetReader::takeColumns(const XlsRecord& record)
     bytes.skip(2);
     columns.hidden = (bytes.u16() & 1) != 0;
     if (columns.first <= columns.last)
-        m_sheet.addColumns(columns);
+        m_sheet.geometry().addColumns(columns);
 }
 
 void XlsSheetReader::takeMerged(const XlsRecord& record)
@@ -224,7 +224,7 @@ void XlsSheetReader::takeMerged(const XlsRecord& record)
         range.lastColumn = bytes.u16() + 1;
         if (range.firstRow <= range.lastRow && range.firstColumn <= range.lastColumn
             && range.lastColumn <= lastGridColumn)
-            m_sheet.merge(range);
+            m_sheet.merges().add(range);
     }
 }
 

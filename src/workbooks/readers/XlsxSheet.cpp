@@ -118,7 +118,7 @@ void XlsxSheetHandler::startOutside(std::string_view name, const XmlAttributes& 
         const char* reference = attributes.find("ref");
         m_budget.takeCells(1);
         if (const auto range = parseRange(reference == nullptr ? "" : reference))
-            m_sheet.merge(*range);
+            m_sheet.merges().add(*range);
     }
 }
 
@@ -143,7 +143,7 @@ void XlsxSheetHandler::addColumns(const XmlAttributes& attributes)
         std::from_chars(width, width + std::strlen(width), columns.width);
     columns.hidden = attributes.flag("hidden");
     if (columns.first >= 1 && columns.first <= columns.last)
-        m_sheet.addColumns(columns);
+        m_sheet.geometry().addColumns(columns);
 }
 
 void XlsxSheetHandler::payForPage(int row)

@@ -1,41 +1,13 @@
 #include "workbooks/ui/SheetLayout.h"
 
 #include <algorithm>
-#include <map>
 
 namespace excel {
-
-std::vector<double> columnPoints(const Worksheet& sheet, int count)
-{
-    std::vector<double> points;
-    std::map<double, double> known{{0, 0}}; // by characters
-    for (int column = 1; column <= count; ++column) {
-        const double characters = sheet.shownColumnWidth(column);
-        if (!known.contains(characters)) {
-            const int before = std::min(column, lastGridColumn - 1);
-            known[characters] = sheet.columnLeft(before + 1) - sheet.columnLeft(before);
-        }
-        points.push_back(known[characters]);
-    }
-    return points;
-}
-
-std::vector<double> rowPoints(const Worksheet& sheet, int count)
-{
-    std::vector<double> points(size_t(count), Worksheet::standardRowHeight);
-    for (int row = 1; row <= count; ++row) {
-        if (sheet.table().lacksPageFor(row))
-            row += CellTable::rowsPerPage - 1 - (row - 1) % CellTable::rowsPerPage;
-        else
-            points[size_t(row - 1)] = sheet.shownRowHeight(row);
-    }
-    return points;
-}
 
 CellRange usedBlock(const Worksheet& sheet)
 {
     CellRange used{1, 1, sheet.lastUsedRow(), sheet.lastUsedColumn()};
-    for (const CellRange& merge : sheet.settledMerges()) {
+    for (const CellRange& merge : sheet.merges().settled()) {
         used.lastRow = std::max(used.lastRow, merge.lastRow);
         used.lastColumn = std::max(used.lastColumn, merge.lastColumn);
     }

@@ -1,18 +1,10 @@
 #pragma once
 
-#include <vector>
-
 #include "workbooks/model/Worksheet.h"
 
-// Sizes and edges of a sheet as its window and its printed pages need them.
+// Blocks and lines of a sheet as its window and its printed pages need them.
 
 namespace excel {
-
-/// Widths in points of the columns 1 to `count`; 0 for a hidden one.
-std::vector<double> columnPoints(const Worksheet& sheet, int count);
-
-/// Heights in points of the rows 1 to `count`; 0 for a hidden one.
-std::vector<double> rowPoints(const Worksheet& sheet, int count);
 
 /// The smallest block from A1 on that holds all cells and merges.
 CellRange usedBlock(const Worksheet& sheet);

@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <limits>
 
-#include <QImage>
 #include <QPageSize>
 #include <QPainter>
 
-#include "workbooks/ui/CellDisplay.h"
 #include "workbooks/ui/SheetLayout.h"
 
 namespace excel {
@@ -28,42 +26,58 @@ constexpr Paper papers[] = {{1, QPageSize::Letter},       {5, QPageSize::Legal},
 constexpr double borderWidth = 0.75; // in points
 const QColor gridColor(0xb0, 0xb0, 0xb0);
 
-/// Where each line begins, and where the last one ends.
-std::vector<double> edges(const std::vector<double>& sizes)
-{
-    std::vector<double> edges{0};
-    for (const double size : sizes)
-        edges.push_back(edges.back() + size);
-    return edges;
-}
-
 bool isEmpty(const Worksheet& sheet)
 {
-    return sheet.table().lastRow() == 0 && sheet.mergedRanges().empty() && sheet.pictures().empty();
+    return sheet.table().lastRow() == 0 && sheet.merges().isEmpty() && sheet.pictures().empty();
 }
 
 /// The used block, and what lies under the pictures.
 CellRange printedBlock(const Worksheet& sheet)
 {
     CellRange block = usedBlock(sheet);
+    const SheetGeometry& geometry = sheet.geometry();
     for (const Picture& picture : sheet.pictures()) {
         while (block.lastColumn < lastGridColumn
-               && sheet.columnLeft(block.lastColumn + 1) < picture.Left + picture.Width)
+               && geometry.columnLeft(block.lastColumn + 1) < picture.place().right())
             ++block.lastColumn;
         while (block.lastRow < lastGridRow
-               && sheet.rowTop(block.lastRow + 1) < picture.Top + picture.Height)
+               && geometry.rowTop(block.lastRow + 1) < picture.place().bottom())
             ++block.lastRow;
     }
     return block;
 }
 
-void drawEdge(QPainter& painter, const QPen& pen, const QPointF& from, const QPointF& to)
+/// The places of a page whose first cell stands at the origin.
+class PagePlaces : public SheetPlaces
 {
-    if (pen.style() == Qt::NoPen)
-        return;
-    painter.setPen(pen);
-    painter.drawLine(from, to);
-}
+public:
+    PagePlaces(const SheetGeometry& geometry, const CellRange& page, double scale)
+        : m_geometry(geometry),
+          m_origin(geometry.columnLeft(page.firstColumn), geometry.rowTop(page.firstRow)),
+          m_page(page),
+          m_scale(scale)
+    {
+    }
+
+    double left(int column) const override
+    {
+        return (m_geometry.columnLeft(column) - m_origin.x()) * m_scale;
+    }
+    double top(int row) const override { return (m_geometry.rowTop(row) - m_origin.y()) * m_scale; }
+    double width(int column) const override { return left(column + 1) - left(column); }
+    double height(int row) const override { return top(row + 1) - top(row); }
+    QRectF pictureAt(const QRectF& points) const override
+    {
+        return QRectF((points.topLeft() - m_origin) * m_scale, points.size() * m_scale);
+    }
+    QRectF bounds() const override { return placeOf(m_page); }
+
+private:
+    const SheetGeometry& m_geometry;
+    QPointF m_origin; // in points
+    CellRange m_page;
+    double m_scale;
+};
 
 } // namespace
 
@@ -83,17 +97,13 @@ QPageLayout pageLayoutOf(const Worksheet& sheet)
 }
 
 SheetPages::SheetPages(const Worksheet& sheet, const QSizeF& area)
-    : m_sheet(sheet), m_merges(sheet.settledMerges()), m_hasBorders(hasBorders(sheet))
+    : m_geometry(sheet.geometry()), m_painter(sheet), m_hasBorders(hasBorders(sheet))
 {
     if (isEmpty(sheet))
         return;
     const CellRange used = printedBlock(sheet);
-    const std::vector<double> widths = columnPoints(sheet, used.lastColumn);
-    const std::vector<double> heights = rowPoints(sheet, used.lastRow);
-    m_columnEdges = edges(widths);
-    m_rowEdges = edges(heights);
-    m_columns = bands(widths, area.width(), {});
-    m_rows = bands(heights, area.height(), sheet.pageBreaks());
+    m_columns = bands(m_geometry.columnPoints(used.lastColumn), area.width(), {});
+    m_rows = bands(m_geometry.shownRowHeights(used.lastRow), area.height(), sheet.pageBreaks());
 }
 
 /// As many lines on each page as fit, at least one; a line of `breaks` begins a new page.
@@ -128,93 +138,21 @@ CellRange SheetPages::cells(int page) const
     return {rows.first, columns.first, rows.last, columns.last};
 }
 
-/// A block's place on the page that begins with the first cell of `page`.
-QRectF SheetPages::place(const CellRange& cells, const CellRange& page, double scale) const
-{
-    const double x = m_columnEdges[size_t(page.firstColumn - 1)];
-    const double y = m_rowEdges[size_t(page.firstRow - 1)];
-    const QPointF start(m_columnEdges[size_t(cells.firstColumn - 1)] - x,
-                        m_rowEdges[size_t(cells.firstRow - 1)] - y);
-    const QPointF end(m_columnEdges[size_t(cells.lastColumn)] - x,
-                      m_rowEdges[size_t(cells.lastRow)] - y);
-    return QRectF(start * scale, end * scale);
-}
-
-void SheetPages::paint(QPainter& painter, int page, double scale) const
+void SheetPages::paint(QPainter& painter, int page, double scale)
 {
     const CellRange shown = cells(page);
+    const PagePlaces places(m_geometry, shown, scale);
+    SheetLook look;
+    look.ink = Qt::black;
+    if (!m_hasBorders)
+        look.grid = gridColor;
+    look.lineWidth = borderWidth * scale;
     painter.save();
-    const double half = borderWidth * scale;
-    painter.setClipRect(place(shown, shown, scale).adjusted(-half, -half, half, half));
-    std::vector<CellRange> merges;
-    std::copy_if(m_merges.begin(), m_merges.end(), std::back_inserter(merges),
-                 [&](const CellRange& merge) { return merge.touches(shown); });
-    for (int row = shown.firstRow; row <= shown.lastRow; ++row) {
-        for (int column = shown.firstColumn; column <= shown.lastColumn; ++column) {
-            const bool merged = std::any_of(merges.begin(), merges.end(), [&](const auto& merge) {
-                return merge.contains(row, column);
-            });
-            if (!merged)
-                paintCell(painter, {row, column, row, column}, shown, scale);
-        }
-    }
-    for (const CellRange& merge : merges)
-        paintCell(painter, merge, shown, scale);
-    paintPictures(painter, shown, scale);
+    const double room = look.lineWidth;
+    painter.setClipRect(places.bounds().adjusted(-room, -room, room, room));
+    m_painter.paintCells(painter, places, look, shown);
+    m_painter.paintPictures(painter, places, places.bounds());
     painter.restore();
-}
-
-/// The last column of a page that a text may run on into, over empty cells.
-int SheetPages::endOfText(const CellRange& cell, const CellRange& page) const
-{
-    const CellFormat& format = formatOf(m_sheet, cell.firstRow, cell.firstColumn);
-    const runtime::Value& value = m_sheet.table().value(cell.firstRow, cell.firstColumn);
-    if (value.kind() != runtime::Value::Kind::Text || format.wrapText
-        || cell.lastColumn > cell.firstColumn
-        || !displayAlignment(format, value).testFlag(Qt::AlignLeft))
-        return cell.lastColumn;
-    int column = cell.lastColumn;
-    while (column < page.lastColumn && m_sheet.table().value(cell.firstRow, column + 1).isNull())
-        ++column;
-    return column;
-}
-
-void SheetPages::paintCell(QPainter& painter, const CellRange& cell, const CellRange& page,
-                           double scale) const
-{
-    const QRectF area = place(cell, page, scale);
-    if (area.width() <= 0 || area.height() <= 0)
-        return;
-    // A merged block that goes over several pages shows its text on each.
-    const QRectF seen = area & place(page, page, scale);
-    CellRange reach = cell;
-    reach.lastColumn = endOfText(cell, page);
-    drawCellText(painter, seen, place(reach, page, scale) & place(page, page, scale),
-                 formatOf(m_sheet, cell.firstRow, cell.firstColumn),
-                 m_sheet.table().value(cell.firstRow, cell.firstColumn), Qt::black);
-    CellBorders lines = bordersOf(m_sheet, cell);
-    QColor color = Qt::black;
-    if (!m_hasBorders) {
-        constexpr LineStyle grid = LineStyle::Continuous;
-        lines = {grid, grid, grid, grid};
-        color = gridColor;
-    }
-    const double width = borderWidth * scale;
-    drawEdge(painter, borderPen(lines.left, color, width), area.topLeft(), area.bottomLeft());
-    drawEdge(painter, borderPen(lines.top, color, width), area.topLeft(), area.topRight());
-    drawEdge(painter, borderPen(lines.right, color, width), area.topRight(), area.bottomRight());
-    drawEdge(painter, borderPen(lines.bottom, color, width), area.bottomLeft(), area.bottomRight());
-}
-
-void SheetPages::paintPictures(QPainter& painter, const CellRange& page, double scale) const
-{
-    const QPointF corner(m_columnEdges[size_t(page.firstColumn - 1)],
-                         m_rowEdges[size_t(page.firstRow - 1)]);
-    for (const Picture& picture : m_sheet.pictures()) {
-        const QPointF start = QPointF(picture.Left, picture.Top) - corner;
-        painter.drawImage(QRectF(start * scale, QSizeF(picture.Width, picture.Height) * scale),
-                          QImage::fromData(picture.bytes));
-    }
 }
 
 } // namespace excel

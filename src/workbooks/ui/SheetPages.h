@@ -4,9 +4,7 @@
 
 #include <QPageLayout>
 
-#include "workbooks/model/Worksheet.h"
-
-class QPainter;
+#include "workbooks/ui/SheetPainter.h"
 
 namespace excel {
 
@@ -30,7 +28,7 @@ public:
 
     /// Paints a page, counted from 0, at the painter's origin. The font sizes are those of the
     /// painter's device, and `scale` is its dots in a point.
-    void paint(QPainter& painter, int page, double scale) const;
+    void paint(QPainter& painter, int page, double scale);
 
 private:
     struct Band
@@ -41,19 +39,11 @@ private:
 
     static std::vector<Band> bands(const std::vector<double>& sizes, double room,
                                    const std::vector<int>& breaks);
-    QRectF place(const CellRange& cells, const CellRange& page, double scale) const;
-    int endOfText(const CellRange& cell, const CellRange& page) const;
-    void paintCell(QPainter& painter, const CellRange& cell, const CellRange& page,
-                   double scale) const;
-    void paintPictures(QPainter& painter, const CellRange& page, double scale) const;
 
-    const Worksheet& m_sheet;
-    /// Edges of columns and rows, in points; one more than there are of them.
-    std::vector<double> m_columnEdges;
-    std::vector<double> m_rowEdges;
+    const SheetGeometry& m_geometry;
+    SheetPainter m_painter;
     std::vector<Band> m_columns;
     std::vector<Band> m_rows;
-    std::vector<CellRange> m_merges;
     bool m_hasBorders;
 };
 

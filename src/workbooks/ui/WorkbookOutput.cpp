@@ -14,6 +14,7 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
 #include "platform/widgets/ScreenProgress.h"
+#include "workbooks/model/Points.h"
 #include "workbooks/ui/SheetPages.h"
 #include "workbooks/writers/XlsxWriter.h"
 
@@ -27,7 +28,6 @@ using runtime::Icon;
 
 namespace {
 
-constexpr double pointsPerInch = 72;
 constexpr int pdfDotsPerInch = 600;
 
 const QString errorTitle = u"错误"_s;
@@ -61,7 +61,7 @@ enum class Printed { Done, Failed, Cancelled };
 
 /// Paints the pages `first` to `last`, counted from 0.
 template <class Device>
-Printed paintPages(const SheetPages& pages, Device& device, int first, int last, QWidget* owner)
+Printed paintPages(SheetPages& pages, Device& device, int first, int last, QWidget* owner)
 {
     QPainter painter;
     if (!painter.begin(&device))
@@ -102,7 +102,7 @@ bool isPrintable(const SheetPages& pages)
            == Answer::Yes;
 }
 
-void writePdf(const SheetPages& pages, const QPageLayout& layout, const QString& file,
+void writePdf(SheetPages& pages, const QPageLayout& layout, const QString& file,
               const QString& title, QWidget* owner)
 {
     QSaveFile target(file);
@@ -157,7 +157,7 @@ bool saveWorkbookAs(Workbook& book, const QString& source)
 void exportPdf(const Worksheet& sheet, QWidget* owner)
 {
     const QPageLayout layout = pageLayoutOf(sheet);
-    const SheetPages pages = pagesFor(sheet, layout);
+    SheetPages pages = pagesFor(sheet, layout);
     if (!isPrintable(pages))
         return;
     const QString file = chooseTarget(u"PDF文件|*.pdf"_s, u".pdf"_s, {});
@@ -182,7 +182,7 @@ void printSheet(const Worksheet& sheet, QWidget* owner, const Desktop& desktop)
     if (!desktop.choosePrinter(printer, pagesFor(sheet, printer.pageLayout()).count(), owner))
         return;
     // Another paper may have been chosen in the dialog.
-    const SheetPages pages = pagesFor(sheet, printer.pageLayout());
+    SheetPages pages = pagesFor(sheet, printer.pageLayout());
     const bool some = printer.printRange() == QPrinter::PageRange;
     const int first = some ? std::clamp(printer.fromPage(), 1, pages.count()) - 1 : 0;
     const int last =

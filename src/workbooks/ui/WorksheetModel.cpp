@@ -50,7 +50,7 @@ int WorksheetModel::columnCount(const QModelIndex& parent) const
 }
 
 // The table itself never fails, also when the workbook was closed behind the window's back.
-const runtime::Value& WorksheetModel::value(int row, int column) const
+runtime::Value WorksheetModel::value(int row, int column) const
 {
     return m_sheet->table().value(row, column);
 }

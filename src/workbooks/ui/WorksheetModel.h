@@ -28,7 +28,7 @@ public:
     /// The block that holds all cells and merges.
     const CellRange& used() const { return m_used; }
 
-    const runtime::Value& value(int row, int column) const;
+    runtime::Value value(int row, int column) const;
     const CellFormat& format(int row, int column) const;
 
 private:

@@ -7,13 +7,14 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 #include "platform/widgets/CellClip.h"
 #include "platform/widgets/FindBar.h"
+#include "platform/widgets/MixedColor.h"
 #include "platform/widgets/Screen.h"
+#include "workbooks/model/Points.h"
 #include "workbooks/ui/CellDisplay.h"
-#include "workbooks/ui/SheetLayout.h"
-#include "workbooks/ui/WorksheetDelegate.h"
 
 namespace excel {
 
@@ -21,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double pointsPerInch = 72;
+constexpr double selectionShare = 0.25;
 
 int pixels(double points, int dotsPerInch)
 {
@@ -43,6 +44,61 @@ void applyLines(QHeaderView* header, const std::vector<double>& points, double s
     }
 }
 
+/// The places of a view's cells in its viewport, in the sizes that the user gave them.
+class ViewPlaces : public SheetPlaces
+{
+public:
+    explicit ViewPlaces(const WorksheetView& view) : m_view(view) {}
+
+    double left(int column) const override { return m_view.columnViewportPosition(column - 1); }
+    double top(int row) const override { return m_view.rowViewportPosition(row - 1); }
+    double width(int column) const override { return m_view.columnWidth(column - 1); }
+    double height(int row) const override { return m_view.rowHeight(row - 1); }
+    QRectF pictureAt(const QRectF& points) const override
+    {
+        const int across = m_view.logicalDpiX();
+        const int down = m_view.logicalDpiY();
+        return QRect(pixels(points.x(), across), pixels(points.y(), down),
+                     pixels(points.width(), across), pixels(points.height(), down))
+            .translated(corner());
+    }
+    QRectF bounds() const override
+    {
+        return QRect(corner(),
+                     QSize(m_view.horizontalHeader()->length(), m_view.verticalHeader()->length()));
+    }
+
+private:
+    QPoint corner() const
+    {
+        return {-m_view.horizontalHeader()->offset(), -m_view.verticalHeader()->offset()};
+    }
+
+    const WorksheetView& m_view;
+};
+
+/// Tells the room that a cell needs, for headers that fit their column to it.
+class CellSizes : public QStyledItemDelegate
+{
+public:
+    explicit CellSizes(WorksheetView* view) : QStyledItemDelegate(view), m_view(view) {}
+
+    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex& index) const override
+    {
+        const WorksheetModel& model = m_view->sheetModel();
+        if (model.sheet() == nullptr)
+            return {};
+        const QFontMetricsF metrics(displayFont(model.format(index.row() + 1, index.column() + 1)),
+                                    m_view->viewport());
+        const QString text = index.data(Qt::DisplayRole).toString();
+        return QSizeF(metrics.horizontalAdvance(text) + 4 * textMargin(metrics), metrics.height())
+            .toSize();
+    }
+
+private:
+    const WorksheetView* m_view;
+};
+
 } // namespace
 
 WorksheetView::WorksheetView(QWidget* parent)
@@ -54,13 +110,13 @@ WorksheetView::WorksheetView(QWidget* parent)
 {
     widgets::named(this, u"SheetView"_s, u"工作表内容"_s);
     setModel(m_model);
-    setItemDelegate(new WorksheetDelegate(this));
+    setItemDelegate(new CellSizes(this));
     for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
         header->setMinimumSectionSize(1);
         header->setSectionResizeMode(QHeaderView::Interactive);
     }
     verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
-    setShowGrid(false); // the delegate draws the lines, lest they cover the borders
+    setShowGrid(false); // the sheet's painter draws the lines, lest they cover the borders
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollMode(ScrollPerPixel);
     setEditTriggers(NoEditTriggers);
@@ -87,7 +143,10 @@ void WorksheetView::showSheet(const Worksheet* sheet)
     m_model->show(sheet);
     applySizes();
     applySpans();
-    loadPictures();
+    if (sheet == nullptr)
+        m_painter.reset();
+    else if (!same)
+        m_painter = std::make_unique<SheetPainter>(*sheet);
     executeDelayedItemsLayout();
     if (same && m_model->hasIndex(current.y(), current.x())) {
         select(block, current);
@@ -115,9 +174,9 @@ void WorksheetView::applySizes()
     const Worksheet* sheet = m_model->sheet();
     if (sheet == nullptr)
         return;
-    applyLines(verticalHeader(), rowPoints(*sheet, m_model->rowCount()),
-               Worksheet::standardRowHeight, logicalDpiY());
-    const std::vector<double> widths = columnPoints(*sheet, m_model->columnCount());
+    applyLines(verticalHeader(), sheet->geometry().shownRowHeights(m_model->rowCount()),
+               SheetGeometry::standardRowHeight, logicalDpiY());
+    const std::vector<double> widths = sheet->geometry().columnPoints(m_model->columnCount());
     applyLines(horizontalHeader(), widths, widths.back(), logicalDpiX());
 }
 
@@ -126,34 +185,64 @@ void WorksheetView::applySpans()
     clearSpans();
     if (m_model->sheet() == nullptr)
         return;
-    for (const CellRange& merge : m_model->sheet()->settledMerges())
+    for (const CellRange& merge : m_model->sheet()->merges().settled())
         setSpan(merge.firstRow - 1, merge.firstColumn - 1, merge.lastRow - merge.firstRow + 1,
                 merge.lastColumn - merge.firstColumn + 1);
 }
 
-void WorksheetView::loadPictures()
+/// The cells under a part of the viewport.
+CellRange WorksheetView::cellsIn(const QRect& area) const
 {
-    m_pictures.clear();
-    if (m_model->sheet() == nullptr)
-        return;
-    for (const Picture& picture : m_model->sheet()->pictures()) {
-        const QRect place(pixels(picture.Left, logicalDpiX()), pixels(picture.Top, logicalDpiY()),
-                          pixels(picture.Width, logicalDpiX()),
-                          pixels(picture.Height, logicalDpiY()));
-        QPixmap pixmap;
-        if (pixmap.loadFromData(picture.bytes))
-            m_pictures.push_back({place, pixmap});
+    const auto last = [](int found, int count) { return found < 0 ? count : found + 1; };
+    return {rowAt(area.top()) + 1, columnAt(area.left()) + 1,
+            last(rowAt(area.bottom()), m_model->rowCount()),
+            last(columnAt(area.right()), m_model->columnCount())};
+}
+
+/// The selection tints its cells, all but the current one.
+void WorksheetView::tintSelection(QPainter& painter, const CellRange& shown) const
+{
+    const QColor base = palette().color(QPalette::Base);
+    const QColor tint =
+        widgets::mixedColor(base, palette().color(QPalette::Highlight), selectionShare);
+    for (int row = shown.firstRow; row <= shown.lastRow; ++row) {
+        for (int column = shown.firstColumn; column <= shown.lastColumn; ++column) {
+            const QModelIndex index = m_model->index(row - 1, column - 1);
+            if (selectionModel()->isSelected(index))
+                painter.fillRect(visualRect(index), tint);
+        }
     }
+    painter.fillRect(visualRect(currentIndex()), base);
+}
+
+/// The current cell has a frame.
+void WorksheetView::drawFrame(QPainter& painter) const
+{
+    const QRectF cell = visualRect(currentIndex());
+    if (cell.isEmpty())
+        return;
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawRect(cell.adjusted(1, 1, -1, -1));
 }
 
 void WorksheetView::paintEvent(QPaintEvent* event)
 {
-    QTableView::paintEvent(event);
+    if (m_painter == nullptr)
+        return;
+    const ViewPlaces places(*this);
+    const CellRange shown = cellsIn(event->rect());
     QPainter painter(viewport());
-    painter.translate(-horizontalOffset(), -verticalOffset());
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    for (const ShownPicture& picture : m_pictures)
-        painter.drawPixmap(picture.place, picture.pixmap);
+    if (shown.firstRow > 0 && shown.firstColumn > 0) {
+        tintSelection(painter, shown);
+        SheetLook look;
+        look.ink = palette().color(QPalette::Text);
+        look.grid = widgets::gridLineColor(palette());
+        look.inset = 0.5;
+        look.lines = SheetLook::Lines::RightAndLower;
+        m_painter->paintCells(painter, places, look, shown);
+        drawFrame(painter);
+    }
+    m_painter->paintPictures(painter, places, event->rect());
 }
 
 CellRange WorksheetView::blockAt(int row, int column) const
@@ -195,10 +284,10 @@ int WorksheetView::matchIn(int row, int low, int high, const QString& text,
         return 0;
     int found = 0;
     for (const Cell& cell : cells->cells) {
-        if (cell.column < low || cell.column > high || isColumnHidden(cell.column - 1)
-            || !displayText(cell.value).contains(text, Qt::CaseInsensitive))
+        if (cell.column() < low || cell.column() > high || isColumnHidden(cell.column() - 1)
+            || !displayText(cell.value()).contains(text, Qt::CaseInsensitive))
             continue;
-        found = cell.column;
+        found = cell.column();
         if (direction == Qt::AscendingOrder)
             break;
     }

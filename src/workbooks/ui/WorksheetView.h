@@ -1,10 +1,10 @@
 #pragma once
 
-#include <vector>
+#include <memory>
 
-#include <QPixmap>
 #include <QTableView>
 
+#include "workbooks/ui/SheetPainter.h"
 #include "workbooks/ui/WorksheetModel.h"
 
 class QMimeData;
@@ -52,15 +52,11 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
-    struct ShownPicture
-    {
-        QRect place; // in pixels from the sheet's corner
-        QPixmap pixmap;
-    };
-
     void applySizes();
     void applySpans();
-    void loadPictures();
+    CellRange cellsIn(const QRect& area) const;
+    void tintSelection(QPainter& painter, const CellRange& shown) const;
+    void drawFrame(QPainter& painter) const;
     void goTo(int row, int column);
     QRect selectedBlock() const;
     void select(const QRect& block, const QPoint& current);
@@ -68,7 +64,7 @@ private:
 
     WorksheetModel* m_model;
     widgets::FindBar* m_findBar;
-    std::vector<ShownPicture> m_pictures;
+    std::unique_ptr<SheetPainter> m_painter; // of the sheet that is shown
 };
 
 } // namespace excel

@@ -116,14 +116,24 @@ SheetFormats::SheetFormats(XlsxFormats& formats, const FormatTable& table)
 {
 }
 
-lxw_format* SheetFormats::of(int number, NumberKind kind)
+SheetFormats::Slot& SheetFormats::slot(int number, NumberKind kind)
 {
     Slot& slot = m_slots[size_t(number)][size_t(kind)];
     if (!slot.isKnown) {
         slot.made = m_formats.of(m_table.format(number), kind);
         slot.isKnown = true;
     }
-    return slot.made;
+    return slot;
+}
+
+int SheetFormats::styleOf(int number, NumberKind kind)
+{
+    Slot& slot = this->slot(number, kind);
+    if (slot.style == notUsed) {
+        lxw_format* format = slot.made != nullptr ? slot.made : ofColumns();
+        slot.style = format != nullptr ? lxw_format_get_xf_index(format) : 0;
+    }
+    return slot.style;
 }
 
 } // namespace excel

@@ -5,7 +5,7 @@
 
 #include <xlsxwriter.h>
 
-#include "workbooks/model/CellFormat.h"
+#include "workbooks/model/FormatTable.h"
 
 namespace excel {
 
@@ -41,14 +41,24 @@ class SheetFormats
 public:
     SheetFormats(XlsxFormats& formats, const FormatTable& table);
 
-    lxw_format* of(int number, NumberKind kind = NumberKind::General);
+    /// The format of the sheet's columns; null for that of a plain cell.
+    lxw_format* ofColumns() { return slot(0, NumberKind::General).made; }
+    /// True if a cell with this format and without a content needs not be written.
+    bool isPlain(int number) { return slot(number, NumberKind::General).made == nullptr; }
+    /// The number of a format in the file. Files number formats in the order of their first use.
+    int styleOf(int number, NumberKind kind = NumberKind::General);
 
 private:
     struct Slot
     {
         lxw_format* made = nullptr;
         bool isKnown = false;
+        int style = notUsed;
     };
+
+    static constexpr int notUsed = -1;
+
+    Slot& slot(int number, NumberKind kind);
 
     XlsxFormats& m_formats;
     const FormatTable& m_table;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/runtime/Numbers.h"
-#include "workbooks/writers/WriterText.h"
+#include "workbooks/model/DayNumber.h"
+#include "workbooks/model/Points.h"
 
 namespace excel {
 
@@ -13,9 +13,6 @@ namespace {
 using namespace Qt::StringLiterals;
 using runtime::Value;
 
-constexpr double pointsPerInch = 72;
-constexpr double pointsPerPixel = 0.75;
-constexpr double secondsPerDay = 86400;
 // The library walks through every cell of a merge.
 constexpr qint64 mostMergedCells = 20'000'000;
 constexpr size_t mostPageBreaks = LXW_BREAKS_MAX;
@@ -32,7 +29,7 @@ lxw_col_t columnIndex(int column)
 
 struct ColumnLook
 {
-    double width = Worksheet::standardColumnWidth;
+    double width = SheetGeometry::standardColumnWidth;
     bool isSet = false;
     bool hidden = false;
 
@@ -43,32 +40,14 @@ struct ColumnLook
 std::vector<ColumnLook> columnLooks(const Worksheet& sheet)
 {
     std::vector<ColumnLook> looks;
-    for (const ColumnRange& range : sheet.columns()) {
+    for (const ColumnRange& range : sheet.geometry().columns()) {
         if (looks.size() < size_t(range.last))
             looks.resize(size_t(range.last));
-        const double width = range.width > 0 ? range.width : Worksheet::standardColumnWidth;
+        const double width = range.width > 0 ? range.width : SheetGeometry::standardColumnWidth;
         for (int column = range.first; column <= range.last; ++column)
             looks[size_t(column - 1)] = {width, true, range.hidden};
     }
     return looks;
-}
-
-/// The row that a place in points from the top lies in.
-int rowAt(const Worksheet& sheet, double place)
-{
-    int row = 1;
-    for (double bottom = sheet.shownRowHeight(1); bottom <= place && row < lastGridRow;
-         bottom += sheet.shownRowHeight(row))
-        ++row;
-    return row;
-}
-
-int columnAt(const Worksheet& sheet, double place)
-{
-    int column = 1;
-    while (column < lastGridColumn && sheet.columnLeft(column + 1) <= place)
-        ++column;
-    return column;
 }
 
 int32_t pixelsOf(double points)
@@ -79,17 +58,18 @@ int32_t pixelsOf(double points)
 } // namespace
 
 XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
-                                 XlsxFormats& formats)
+                                 XlsxFormats& formats, SharedTexts& texts)
     : m_sheet(sheet),
       m_target(target),
       m_formats(formats, sheet.formats()),
-      m_merges(sheet.settledMerges())
+      m_rows(target, texts),
+      m_merges(sheet.merges().settled())
 {
 }
 
-void XlsxSheetWriter::write()
+ScratchText XlsxSheetWriter::write()
 {
-    worksheet_set_default_row(m_target, Worksheet::standardRowHeight, LXW_FALSE);
+    worksheet_set_default_row(m_target, SheetGeometry::standardRowHeight, LXW_FALSE);
     writeColumns();
     writePage();
     writeMerges();
@@ -98,11 +78,12 @@ void XlsxSheetWriter::write()
     if (const std::optional<CellRange> filter = m_sheet.autoFilter())
         worksheet_autofilter(m_target, rowIndex(filter->firstRow), columnIndex(filter->firstColumn),
                              rowIndex(filter->lastRow), columnIndex(filter->lastColumn));
+    return m_rows.take();
 }
 
 void XlsxSheetWriter::writeColumns()
 {
-    lxw_format* format = m_formats.of(0);
+    lxw_format* format = m_formats.ofColumns();
     std::vector<ColumnLook> looks = columnLooks(m_sheet);
     const lxw_col_t firstUsed = m_target->dim_colmin;
     const lxw_col_t lastUsed = m_target->dim_colmax;
@@ -119,6 +100,8 @@ void XlsxSheetWriter::writeColumns()
                                      looks[first].width, format, &options);
         first = end;
     }
+    if (format != nullptr)
+        m_formats.styleOf(0); // the file uses it here for the first time
     // A format alone makes no column a used one.
     m_target->dim_colmin = firstUsed;
     m_target->dim_colmax = lastUsed;
@@ -158,34 +141,32 @@ void XlsxSheetWriter::writeMerges()
 
 void XlsxSheetWriter::writeRows()
 {
+    if (!m_sheet.pictures().empty())
+        m_rows.tellHeights();
     const CellTable& table = m_sheet.table();
-    for (int row = 1; row <= table.rowLimit(); ++row) {
-        const Row* content = table.row(row);
-        if (content == nullptr) {
-            row += CellTable::rowsPerPage - 1;
-            continue;
-        }
-        writeRowSize(row, *content);
+    for (int row = table.nextRow(1); row <= table.rowLimit(); row = table.nextRow(row + 1)) {
+        beginRow(row, *table.row(row));
         openMergesOf(row);
-        for (const Cell& cell : content->cells)
-            writeCell(row, cell);
+        for (const Cell& cell : table.row(row)->cells) {
+            if (!m_openMerges.empty() && isCovered(row, cell.column()))
+                writeBlank(cell);
+            else
+                writeCell(cell);
+        }
     }
 }
 
-void XlsxSheetWriter::writeRowSize(int row, const Row& content)
+void XlsxSheetWriter::beginRow(int row, const Row& content)
 {
-    if (content.hidden) {
-        lxw_row_col_options options = {};
-        options.hidden = LXW_TRUE;
-        const double height = double(content.height);
-        worksheet_set_row_opt(m_target, rowIndex(row),
-                              height > 0 ? height : Worksheet::standardRowHeight, nullptr,
-                              &options);
-        return;
-    }
-    const double height = m_sheet.shownRowHeight(row);
-    if (height != Worksheet::standardRowHeight)
-        worksheet_set_row(m_target, rowIndex(row), height, nullptr);
+    const double height = m_sheet.geometry().shownRowHeight(row);
+    if (height > 0 && height == SheetGeometry::standardRowHeight)
+        m_rows.beginRow(row);
+    else if (height > 0)
+        m_rows.beginRow(row, height, RowState::Shown);
+    else
+        m_rows.beginRow(
+            row, content.height > 0 ? double(content.height) : SheetGeometry::standardRowHeight,
+            RowState::Hidden);
 }
 
 void XlsxSheetWriter::openMergesOf(int row)
@@ -206,82 +187,87 @@ bool XlsxSheetWriter::isCovered(int row, int column) const
     });
 }
 
-void XlsxSheetWriter::writeCell(int row, const Cell& cell)
+void XlsxSheetWriter::writeCell(const Cell& cell)
 {
-    const bool covered = !m_openMerges.empty() && isCovered(row, cell.column);
-    switch (covered ? Value::Kind::Null : cell.value.kind()) {
+    switch (cell.kind()) {
     case Value::Kind::Null:
     case Value::Kind::Binary:
-        worksheet_write_blank(m_target, rowIndex(row), columnIndex(cell.column),
-                              m_formats.of(cell.format));
+        writeBlank(cell);
         break;
     case Value::Kind::Integer:
     case Value::Kind::Single:
     case Value::Kind::Double:
-        writeNumber(row, cell, cell.value.toDouble());
+        writeNumber(cell, cell.value().toDouble());
         break;
     case Value::Kind::Boolean:
-        worksheet_write_boolean(m_target, rowIndex(row), columnIndex(cell.column),
-                                cell.value.toDouble() != 0, m_formats.of(cell.format));
+        m_rows.addTruth(cell.column(), m_formats.styleOf(cell.format()),
+                        cell.value().toDouble() != 0);
         break;
     case Value::Kind::Date:
-        writeDate(row, cell);
+        writeDate(cell);
         break;
     case Value::Kind::Text:
     case Value::Kind::Error:
-        writeText(row, cell, cell.value.text());
+        writeText(cell, cell.value().text());
         break;
     }
 }
 
-void XlsxSheetWriter::writeNumber(int row, const Cell& cell, double number)
+void XlsxSheetWriter::writeBlank(const Cell& cell)
 {
-    if (std::isfinite(number))
-        worksheet_write_number(m_target, rowIndex(row), columnIndex(cell.column), number,
-                               m_formats.of(cell.format));
-    else
-        writeText(row, cell, u"#NUM!"_s);
+    if (!m_formats.isPlain(cell.format()))
+        m_rows.addBlank(cell.column(), m_formats.styleOf(cell.format()));
 }
 
-void XlsxSheetWriter::writeDate(int row, const Cell& cell)
+void XlsxSheetWriter::writeNumber(const Cell& cell, double number)
 {
-    const QDateTime moment = cell.value.toDateTime();
-    const QDateTime epoch(runtime::dayZero(), QTime(0, 0), Qt::UTC);
+    if (std::isfinite(number))
+        m_rows.addNumber(cell.column(), m_formats.styleOf(cell.format()), number);
+    else
+        writeText(cell, u"#NUM!"_s);
+}
+
+void XlsxSheetWriter::writeDate(const Cell& cell)
+{
+    const QDateTime moment = cell.value().toDateTime();
+    const QDateTime epoch(dayZero(), QTime(0, 0), Qt::UTC);
     const double days = double(epoch.secsTo(moment)) / secondsPerDay;
     if (days < 0 || !moment.isValid()) {
-        writeText(row, cell, cell.value.text());
+        writeText(cell, cell.value().text());
         return;
     }
     NumberKind kind = days < 1 ? NumberKind::Time : NumberKind::Moment;
     if (kind == NumberKind::Moment && days == std::floor(days))
         kind = NumberKind::Day;
-    worksheet_write_number(m_target, rowIndex(row), columnIndex(cell.column), days,
-                           m_formats.of(cell.format, kind));
+    m_rows.addNumber(cell.column(), m_formats.styleOf(cell.format(), kind), days);
 }
 
-void XlsxSheetWriter::writeText(int row, const Cell& cell, const QString& text)
+void XlsxSheetWriter::writeText(const Cell& cell, const QString& text)
 {
-    worksheet_write_string(m_target, rowIndex(row), columnIndex(cell.column),
-                           fileText(text).constData(), m_formats.of(cell.format));
+    if (text.isEmpty())
+        writeBlank(cell);
+    else
+        m_rows.addText(cell.column(), m_formats.styleOf(cell.format()), text);
 }
 
 void XlsxSheetWriter::writePictures()
 {
+    const SheetGeometry& geometry = m_sheet.geometry();
     for (const Picture& picture : m_sheet.pictures()) {
-        const QSize pixels = pictureSize(picture.bytes);
+        const QSize pixels = pictureSize(picture.bytes());
         if (pixels.isEmpty())
             continue;
-        const int row = rowAt(m_sheet, picture.Top);
-        const int column = columnAt(m_sheet, picture.Left);
+        const int row = geometry.rowAt(picture.Top());
+        const int column = geometry.columnAt(picture.Left());
         lxw_image_options options = {};
-        options.x_offset = pixelsOf(picture.Left - m_sheet.columnLeft(column));
-        options.y_offset = pixelsOf(picture.Top - m_sheet.rowTop(row));
-        options.x_scale = picture.Width / pointsPerPixel / pixels.width();
-        options.y_scale = picture.Height / pointsPerPixel / pixels.height();
+        options.x_offset = pixelsOf(picture.Left() - geometry.columnLeft(column));
+        options.y_offset = pixelsOf(picture.Top() - geometry.rowTop(row));
+        options.x_scale = picture.Width() / pointsPerPixel / pixels.width();
+        options.y_scale = picture.Height() / pointsPerPixel / pixels.height();
         worksheet_insert_image_buffer_opt(
             m_target, rowIndex(row), columnIndex(column),
-            reinterpret_cast<const unsigned char*>(picture.bytes.constData()),
-            size_t(picture.bytes.size()), &options);
+            reinterpret_cast<const unsigned char*>(picture.bytes().constData()),
+            size_t(picture.bytes().size()), &options);
     }
 }
 

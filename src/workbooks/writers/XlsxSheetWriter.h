@@ -4,6 +4,7 @@
 
 #include "workbooks/model/Worksheet.h"
 #include "workbooks/writers/XlsxFormats.h"
+#include "workbooks/writers/XlsxRows.h"
 
 namespace excel {
 
@@ -11,20 +12,23 @@ namespace excel {
 class XlsxSheetWriter
 {
 public:
-    XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target, XlsxFormats& formats);
+    XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target, XlsxFormats& formats,
+                    SharedTexts& texts);
 
-    void write();
+    /// Writes all but the rows, which it gives.
+    ScratchText write();
 
 private:
     void writeColumns();
     void writePage();
     void writeMerges();
     void writeRows();
-    void writeRowSize(int row, const Row& content);
-    void writeCell(int row, const Cell& cell);
-    void writeDate(int row, const Cell& cell);
-    void writeNumber(int row, const Cell& cell, double number);
-    void writeText(int row, const Cell& cell, const QString& text);
+    void beginRow(int row, const Row& content);
+    void writeCell(const Cell& cell);
+    void writeBlank(const Cell& cell);
+    void writeDate(const Cell& cell);
+    void writeNumber(const Cell& cell, double number);
+    void writeText(const Cell& cell, const QString& text);
     void writePictures();
     void openMergesOf(int row);
     bool isCovered(int row, int column) const;
@@ -32,6 +36,7 @@ private:
     const Worksheet& m_sheet;
     lxw_worksheet* m_target;
     SheetFormats m_formats;
+    XlsxRows m_rows;
     std::vector<CellRange> m_merges;
     size_t m_nextMerge = 0;
     std::vector<CellRange> m_openMerges; // that reach the row in hand

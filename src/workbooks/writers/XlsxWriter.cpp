@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <deque>
 #include <memory>
 
 #include <sys/stat.h>
@@ -14,7 +15,7 @@
 
 #include "platform/runtime/Error.h"
 #include "workbooks/writers/WriterText.h"
-#include "workbooks/writers/WrittenFile.h"
+#include "workbooks/writers/XlsxPackage.h"
 #include "workbooks/writers/XlsxSheetWriter.h"
 
 namespace excel {
@@ -44,17 +45,20 @@ const Worksheet* frontSheet(const Workbook& book, const std::vector<const Worksh
     return isSeen(active) || seen == sheets.end() ? active : *seen;
 }
 
-void writeSheets(const Workbook& book, lxw_workbook* target)
+/// Gives the rows of the sheets, which the library does not know.
+std::deque<ScratchText> writeSheets(const Workbook& book, lxw_workbook* target)
 {
     const std::vector<const Worksheet*> sheets = book.sheets();
+    std::deque<ScratchText> rows;
     if (sheets.empty())
-        return;
+        return rows;
     QStringList names;
     for (const Worksheet* sheet : sheets)
         names.append(sheet->Name());
     names = legalSheetNames(names);
     const Worksheet* front = frontSheet(book, sheets);
     XlsxFormats formats(target);
+    SharedTexts texts(target);
     for (size_t i = 0; i < sheets.size(); ++i) {
         lxw_worksheet* page =
             workbook_add_worksheet(target, names[qsizetype(i)].toUtf8().constData());
@@ -64,8 +68,9 @@ void writeSheets(const Workbook& book, lxw_workbook* target)
             worksheet_activate(page);
         else if (sheets[i]->visibility() != Visibility::Visible)
             worksheet_hide(page);
-        XlsxSheetWriter(*sheets[i], page, formats).write();
+        rows.push_back(XlsxSheetWriter(*sheets[i], page, formats, texts).write());
     }
+    return rows;
 }
 
 /// A new file beside the one that it shall replace; gone again unless it was put in place.
@@ -75,6 +80,9 @@ public:
     explicit NewFile(const QString& path);
 
     QByteArray name() const { return QFile::encodeName(m_file.fileName()); }
+    QByteArray read() const;
+    /// False if the file does not hold just these bytes then, or they are none.
+    bool replace(const QByteArray& content);
     void putInPlace();
 
 private:
@@ -100,6 +108,18 @@ NewFile::NewFile(const QString& path) : m_path(path), m_place(path)
     m_file.setFileTemplate(QFileInfo(m_place).absolutePath() + u"/.yunshan-XXXXXX.xlsx"_s);
     if (!m_file.open())
         refuse(path, u"不能在这个文件夹中写文件，请检查权限和磁盘空间。"_s);
+}
+
+QByteArray NewFile::read() const
+{
+    QFile file(m_file.fileName());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool NewFile::replace(const QByteArray& content)
+{
+    return !content.isEmpty() && m_file.resize(0) && m_file.seek(0)
+           && m_file.write(content) == content.size() && m_file.flush() && read() == content;
 }
 
 void NewFile::keepPermissions()
@@ -130,8 +150,9 @@ void writeXlsx(const Workbook& book, const QString& path)
     std::unique_ptr<lxw_workbook, FreeBook> target(workbook_new(file.name().constData()));
     if (target == nullptr)
         refuse(path, u"内存不足。"_s);
-    writeSheets(book, target.get());
-    if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(file.name()))
+    std::deque<ScratchText> rows = writeSheets(book, target.get());
+    if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(file.name())
+        || !file.replace(withRows(file.read(), rows)))
         refuse(path, u"写文件时出错，磁盘可能已满或已断开。"_s);
     file.putInPlace();
 }

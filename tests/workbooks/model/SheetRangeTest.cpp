@@ -75,7 +75,7 @@ TEST_F(SheetRangeTest, AnEmptiedCellKeepsItsFormat)
 TEST_F(SheetRangeTest, AMergeOfOneCellIsNone)
 {
     sheet.Range(3, 3, 3, 3).setMergeCells(true);
-    EXPECT_EQ(sheet.mergedRanges(), Ranges{});
+    EXPECT_EQ(sheet.merges().all(), Ranges{});
 }
 
 TEST_F(SheetRangeTest, MergesThatTouchGrowTogether)
@@ -83,9 +83,9 @@ TEST_F(SheetRangeTest, MergesThatTouchGrowTogether)
     sheet.Range(1, 1, 2, 1).setMergeCells(true);
     sheet.Range(5, 5, 6, 6).setMergeCells(true);
     sheet.Range(2, 1, 2, 3).setMergeCells(true);
-    EXPECT_EQ(sheet.mergedRanges(), (Ranges{{5, 5, 6, 6}, {1, 1, 2, 3}}));
+    EXPECT_EQ(sheet.merges().all(), (Ranges{{5, 5, 6, 6}, {1, 1, 2, 3}}));
     sheet.Range(2, 3, 5, 5).setMergeCells(true);
-    EXPECT_EQ(sheet.mergedRanges(), (Ranges{{1, 1, 6, 6}}));
+    EXPECT_EQ(sheet.merges().all(), (Ranges{{1, 1, 6, 6}}));
 }
 
 TEST_F(SheetRangeTest, MergesAreTakenApart)
@@ -93,7 +93,7 @@ TEST_F(SheetRangeTest, MergesAreTakenApart)
     sheet.Range(1, 1, 2, 2).setMergeCells(true);
     sheet.Range(4, 1, 5, 1).setMergeCells(true);
     sheet.Range(2, 2, 2, 9).setMergeCells(false);
-    EXPECT_EQ(sheet.mergedRanges(), (Ranges{{4, 1, 5, 1}}));
+    EXPECT_EQ(sheet.merges().all(), (Ranges{{4, 1, 5, 1}}));
 }
 
 TEST_F(SheetRangeTest, SettledMergesDoNotOverlap)
@@ -116,8 +116,8 @@ TEST_F(SheetRangeTest, SettledMergesDoNotOverlap)
         excel::Workbook other;
         excel::Worksheet& damaged = other.addSheet(u"S"_s);
         for (const CellRange& merge : row.merges)
-            damaged.merge(merge);
-        EXPECT_EQ(damaged.settledMerges(), row.settled);
+            damaged.merges().add(merge);
+        EXPECT_EQ(damaged.merges().settled(), row.settled);
     }
 }
 

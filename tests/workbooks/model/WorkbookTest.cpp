@@ -3,7 +3,6 @@
 #include "support/PrintQString.h"
 #include "workbooks/BookFiles.h"
 #include "workbooks/model/Application.h"
-#include "workbooks/model/OpenExcel.h"
 #include "workbooks/writers/SampleBook.h"
 
 using namespace Qt::StringLiterals;
@@ -104,6 +103,9 @@ TEST_F(WorkbookTest, NamesThatNoSheetCanHaveAreRefusedAndTheOldOneStays)
 
 TEST_F(WorkbookTest, EveryChangeLeavesItUnsaved)
 {
+    const BookFolder folder;
+    excel::Picture& picture = sheet.insertPicture(folder.write(u"a.png"_s, samplePng()));
+    book.setSaved(true);
     const std::function<void()> changes[] = {
         [&] { sheet.setCell(1, 1, 1); },
         [&] { sheet.setCellText(1, 1, u"文"_s); },
@@ -116,6 +118,10 @@ TEST_F(WorkbookTest, EveryChangeLeavesItUnsaved)
         [&] { sheet.setRowState(1, excel::RowState::Hidden); },
         [&] { sheet.PageSetup().PaperSize = excel::paper::b5; },
         [&] { sheet.addPageBreak(5); },
+        [&] { picture.setLeft(10); },
+        [&] { picture.setTop(20); },
+        [&] { picture.setWidth(30); },
+        [&] { picture.setHeight(40); },
         [&] { book.Sheets().Add(Beside::After, sheet); },
         [&] { book.Sheets().Item(2).Delete(); },
     };
@@ -164,11 +170,11 @@ TEST_F(WorkbookTest, TheLatestWidthOfAColumnStands)
     sheet.setColumnWidth(1, 35, 4);
     sheet.setColumnWidth(4, 4, 5.75);
     sheet.setColumnWidth(7, 7, 0);
-    EXPECT_EQ(sheet.shownColumnWidth(1), 4);
-    EXPECT_EQ(sheet.shownColumnWidth(4), 5.75);
-    EXPECT_EQ(sheet.shownColumnWidth(7), 0);
-    EXPECT_EQ(sheet.shownColumnWidth(36), excel::Worksheet::standardColumnWidth);
-    EXPECT_EQ(sheet.columnLeft(3), 2 * 37 * 0.75);
+    EXPECT_EQ(sheet.geometry().shownColumnWidth(1), 4);
+    EXPECT_EQ(sheet.geometry().shownColumnWidth(4), 5.75);
+    EXPECT_EQ(sheet.geometry().shownColumnWidth(7), 0);
+    EXPECT_EQ(sheet.geometry().shownColumnWidth(36), excel::SheetGeometry::standardColumnWidth);
+    EXPECT_EQ(sheet.geometry().columnLeft(3), 2 * 37 * 0.75);
 }
 
 TEST_F(WorkbookTest, ARowIsAsHighAsItsTextsNeed)
@@ -183,8 +189,8 @@ TEST_F(WorkbookTest, ARowIsAsHighAsItsTextsNeed)
     const double heights[] = {13.5, 40.5, 27, 0, 40, 13.5};
     double top = 0;
     for (int row = 1; row <= 6; ++row) {
-        EXPECT_EQ(sheet.shownRowHeight(row), heights[row - 1]) << row;
-        EXPECT_EQ(sheet.rowTop(row), top) << row;
+        EXPECT_EQ(sheet.geometry().shownRowHeight(row), heights[row - 1]) << row;
+        EXPECT_EQ(sheet.geometry().rowTop(row), top) << row;
         top += heights[row - 1];
     }
 }
@@ -202,9 +208,9 @@ TEST_F(WorkbookTest, APictureKeepsACopyOfItsFile)
     const QString path = folder.write(u"a.png"_s, samplePng());
     excel::Picture& picture = sheet.insertPicture(path);
     QFile::remove(path);
-    EXPECT_EQ(picture.bytes, samplePng());
-    EXPECT_EQ(picture.Width, 1.5);
-    EXPECT_EQ(picture.Height, 0.75);
+    EXPECT_EQ(picture.bytes(), samplePng());
+    EXPECT_EQ(picture.Width(), 1.5);
+    EXPECT_EQ(picture.Height(), 0.75);
     EXPECT_EQ(errorOf([&] { sheet.insertPicture(path); }), u"无法读取图片文件 "_s + path + u"。"_s);
     const QString text = folder.write(u"a.bmp"_s, "BM and no more");
     EXPECT_EQ(errorOf([&] { sheet.insertPicture(text); }),

@@ -100,9 +100,9 @@ TEST_F(WorksheetTest, SwitchingTheFilterOffShowsTheRowsThatItHid)
     EXPECT_TRUE(sheet.AutoFilterMode());
     sheet.AutoFilter();
     EXPECT_FALSE(sheet.AutoFilterMode());
-    EXPECT_FALSE(sheet.isRowHidden(2));
-    EXPECT_FALSE(sheet.isRowHidden(600));
-    EXPECT_TRUE(sheet.isRowHidden(601));
+    EXPECT_FALSE(sheet.geometry().isRowHidden(2));
+    EXPECT_FALSE(sheet.geometry().isRowHidden(600));
+    EXPECT_TRUE(sheet.geometry().isRowHidden(601));
 }
 
 TEST_F(WorksheetTest, WithoutAFilterNothingIsSwitched)
@@ -110,7 +110,7 @@ TEST_F(WorksheetTest, WithoutAFilterNothingIsSwitched)
     sheet.setRowState(2, excel::RowState::Hidden);
     sheet.AutoFilter();
     EXPECT_FALSE(sheet.AutoFilterMode());
-    EXPECT_TRUE(sheet.isRowHidden(2));
+    EXPECT_TRUE(sheet.geometry().isRowHidden(2));
 }
 
 TEST_F(WorksheetTest, AFilterOverTheWholeGridIsSwitchedOffAtOnce)
@@ -118,7 +118,7 @@ TEST_F(WorksheetTest, AFilterOverTheWholeGridIsSwitchedOffAtOnce)
     sheet.setAutoFilter(CellRange{1, 1, excel::lastGridRow, 1});
     sheet.setRowState(1048576, excel::RowState::Hidden);
     sheet.AutoFilter();
-    EXPECT_FALSE(sheet.isRowHidden(1048576));
+    EXPECT_FALSE(sheet.geometry().isRowHidden(1048576));
 }
 
 TEST_F(WorksheetTest, ActivateBringsASheetForward)
@@ -155,11 +155,11 @@ TEST_F(WorksheetTest, AMissingSheetIsTold)
 
 TEST_F(WorksheetTest, WidthsHeightsAndMergesAreKept)
 {
-    sheet.addColumns({2, 3, 20, false});
+    sheet.geometry().addColumns({2, 3, 20, false});
     sheet.setRowHeight(7, 30);
-    sheet.merge(CellRange{5, 1, 6, 3});
-    EXPECT_EQ(sheet.columns().size(), 1u);
-    EXPECT_EQ(sheet.rowHeight(7), 30);
-    EXPECT_EQ(sheet.rowHeight(8), excel::Row::defaultHeight);
-    EXPECT_EQ(sheet.mergedRanges().front(), (CellRange{5, 1, 6, 3}));
+    sheet.merges().add(CellRange{5, 1, 6, 3});
+    EXPECT_EQ(sheet.geometry().columns().size(), 1u);
+    EXPECT_EQ(sheet.geometry().rowHeight(7), 30);
+    EXPECT_EQ(sheet.geometry().rowHeight(8), excel::Row::defaultHeight);
+    EXPECT_EQ(sheet.merges().all().front(), (CellRange{5, 1, 6, 3}));
 }

@@ -44,15 +44,15 @@ TEST(XlsxReader, KeepsWhatAWindowShows)
 {
     const auto book = excel::readWorkbook(fixture(u"kinds-of-cells.xlsx"_s));
     const Worksheet& sheet = book->Worksheets().Item(1);
-    EXPECT_EQ(sheet.mergedRanges(), std::vector<CellRange>{(CellRange{5, 1, 6, 3})});
-    EXPECT_TRUE(sheet.isRowHidden(8));
-    EXPECT_FALSE(sheet.isRowHidden(7));
-    EXPECT_EQ(sheet.rowHeight(7), 30);
-    ASSERT_EQ(sheet.columns().size(), 2u);
-    EXPECT_EQ(sheet.columns()[0].first, 2);
-    EXPECT_EQ(sheet.columns()[0].last, 3);
-    EXPECT_NEAR(sheet.columns()[0].width, 20.7, 0.1);
-    EXPECT_TRUE(sheet.columns()[1].hidden);
+    EXPECT_EQ(sheet.merges().all(), std::vector<CellRange>{(CellRange{5, 1, 6, 3})});
+    EXPECT_TRUE(sheet.geometry().isRowHidden(8));
+    EXPECT_FALSE(sheet.geometry().isRowHidden(7));
+    EXPECT_EQ(sheet.geometry().rowHeight(7), 30);
+    ASSERT_EQ(sheet.geometry().columns().size(), 2u);
+    EXPECT_EQ(sheet.geometry().columns()[0].first, 2);
+    EXPECT_EQ(sheet.geometry().columns()[0].last, 3);
+    EXPECT_NEAR(sheet.geometry().columns()[0].width, 20.7, 0.1);
+    EXPECT_TRUE(sheet.geometry().columns()[1].hidden);
     EXPECT_EQ(sheet.visibility(), Visibility::Visible);
     EXPECT_EQ(book->Worksheets().Item(2).visibility(), Visibility::Hidden);
     EXPECT_EQ(book->activeSheet().Name(), u"空表"_s);
@@ -65,11 +65,11 @@ TEST(XlsxReader, AFilteredSheetIsReadWholeAndTheFilterCanBeSwitchedOff)
     Worksheet& sheet = book->Worksheets().Item(1);
     EXPECT_EQ(sheet.Cells(3, 1).text(), u"理"_s);
     EXPECT_TRUE(sheet.AutoFilterMode());
-    EXPECT_TRUE(sheet.isRowHidden(3));
+    EXPECT_TRUE(sheet.geometry().isRowHidden(3));
     sheet.AutoFilter();
     EXPECT_FALSE(sheet.AutoFilterMode());
-    EXPECT_FALSE(sheet.isRowHidden(3));
-    EXPECT_TRUE(sheet.isRowHidden(6));
+    EXPECT_FALSE(sheet.geometry().isRowHidden(3));
+    EXPECT_TRUE(sheet.geometry().isRowHidden(6));
 }
 
 TEST(XlsxReader, CountsDatesFrom1904IfTheWorkbookDoes)

@@ -12,14 +12,14 @@
 #include "workbooks/writers/XlsxWriter.h"
 
 // The parts of a written workbook against the ones that were reviewed, in golden/, one element a
-// line. `YUNSHAN_ACCEPT=1 build/…/bin/test_workbooks --gtest_filter='Golden*'` takes what is written
-// now for reviewed.
+// line. `YUNSHAN_ACCEPT=1 build/…/bin/test_workbooks --gtest_filter='Golden*'` takes what is
+// written now for reviewed.
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString golden = QStringLiteral(YUNSHAN_GOLDEN "/");
+const QString golden = u"" YUNSHAN_GOLDEN "/"_s;
 
 /// Part names and contents; properties with the time of writing, and pictures, are left out.
 std::map<QString, QByteArray> partsOf(const QString& path)

@@ -62,7 +62,7 @@ void addPicture(Worksheet& sheet)
         file.write(samplePng());
     file.close();
     excel::Picture& picture = sheet.insertPicture(file.fileName());
-    picture.Top = sheet.rowTop(5) + 1;
+    picture.setTop(sheet.geometry().rowTop(5) + 1);
 }
 
 } // namespace

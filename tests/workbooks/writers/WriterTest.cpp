@@ -162,13 +162,13 @@ TEST_F(WriterTest, SizesHiddenPartsAndTheSheetInFrontAreKept)
     EXPECT_EQ(read->activeSheet().Name(), u"第三"_s);
     EXPECT_EQ(read->Worksheets().Item(2).visibility(), Visibility::Hidden);
     const Worksheet& page = read->Worksheets().Item(1);
-    EXPECT_EQ(page.rowHeight(1), 27);
-    EXPECT_EQ(page.rowHeight(2), 30);
-    EXPECT_TRUE(page.isRowHidden(700));
-    EXPECT_EQ(page.shownColumnWidth(2), 0);
-    EXPECT_NEAR(page.shownColumnWidth(1), 4.71, 0.01);
-    EXPECT_NEAR(page.shownColumnWidth(4), 6.43, 0.05);
-    EXPECT_EQ(page.columns().size(), 5u);
+    EXPECT_EQ(page.geometry().rowHeight(1), 27);
+    EXPECT_EQ(page.geometry().rowHeight(2), 30);
+    EXPECT_TRUE(page.geometry().isRowHidden(700));
+    EXPECT_EQ(page.geometry().shownColumnWidth(2), 0);
+    EXPECT_NEAR(page.geometry().shownColumnWidth(1), 4.71, 0.01);
+    EXPECT_NEAR(page.geometry().shownColumnWidth(4), 6.43, 0.05);
+    EXPECT_EQ(page.geometry().columns().size(), 5u);
 }
 
 TEST_F(WriterTest, AHiddenSheetIsNeverInFront)
@@ -186,28 +186,28 @@ TEST_F(WriterTest, WhatAMergeCoversIsNotWritten)
     for (int column = 1; column <= 4; ++column)
         sheet.setCell(1, column, u"标题"_s);
     const auto read = writtenAndRead();
-    EXPECT_EQ(read->Worksheets().Item(1).mergedRanges(),
+    EXPECT_EQ(read->Worksheets().Item(1).merges().all(),
               std::vector<excel::CellRange>{(excel::CellRange{1, 1, 2, 3})});
     EXPECT_EQ(cellsOf(read->Worksheets().Item(1)), u"1,1 Text 标题\n1,4 Text 标题\n"_s);
 }
 
 TEST_F(WriterTest, MergesInEachOthersWayAreSettled)
 {
-    sheet.merge({1, 1, 3, 1});
-    sheet.merge({3, 1, 3, 5});
-    sheet.merge({1, 1, excel::lastGridRow, excel::lastGridColumn});
+    sheet.merges().add({1, 1, 3, 1});
+    sheet.merges().add({3, 1, 3, 5});
+    sheet.merges().add({1, 1, excel::lastGridRow, excel::lastGridColumn});
     sheet.setCell(2, 1, 1);
     sheet.setCell(3, 2, 2);
     const auto read = writtenAndRead();
-    EXPECT_EQ(read->Worksheets().Item(1).mergedRanges(),
+    EXPECT_EQ(read->Worksheets().Item(1).merges().all(),
               std::vector<excel::CellRange>{(excel::CellRange{1, 1, 3, 1})});
     EXPECT_EQ(cellsOf(read->Worksheets().Item(1)), u"3,2 Double 2\n"_s);
 }
 
 TEST_F(WriterTest, AMergeOfTheWholeGridIsLeftOut)
 {
-    sheet.merge(excel::wholeGrid);
-    EXPECT_TRUE(writtenAndRead()->Worksheets().Item(1).mergedRanges().empty());
+    sheet.merges().add(excel::wholeGrid);
+    EXPECT_TRUE(writtenAndRead()->Worksheets().Item(1).merges().all().empty());
 }
 
 TEST_F(WriterTest, AFilterStaysSwitchedOn)
@@ -298,7 +298,7 @@ TEST_F(WriterTest, PlacesThatTakeNoFileAreTold)
 
 TEST_F(WriterTest, AFullDiskIsToldAndTheOlderFileStays)
 {
-    for (int row = 1; row <= 3000; ++row) {
+    for (int row = 1; row <= 5000; ++row) {
         sheet.setCell(row, 1, u"学生%1"_s.arg(row));
         sheet.setCell(row, 2, row * 0.37);
     }

@@ -1,9 +1,9 @@
-#include "statistics/GridBlock.h"
+#include "workbooks/model/GridBlock.h"
 
 #include "platform/runtime/Trap.h"
-#include "workbooks/model/Workbook.h"
+#include "workbooks/model/Worksheet.h"
 
-namespace statistics {
+namespace excel {
 
 using runtime::Trap;
 
@@ -26,7 +26,7 @@ void eachRun(int first, int last, const TextAt& textAt, const Merge& merge)
 class BlockCopy
 {
 public:
-    BlockCopy(const grid::FlexGrid& grid, excel::Worksheet& sheet, int row, const GridBlock& block)
+    BlockCopy(const grid::FlexGrid& grid, Worksheet& sheet, int row, const GridBlock& block)
         : m_grid(grid), m_sheet(sheet), m_row(row), m_block(block)
     {
     }
@@ -46,7 +46,7 @@ public:
             m_sheet
                 .Range(sheetRow(m_block.firstRow), 1, sheetRow(m_block.lastRow),
                        sheetColumn(m_block.lastCol))
-                .setBorders(excel::LineStyle::Continuous);
+                .setBorders(LineStyle::Continuous);
         });
     }
 
@@ -91,7 +91,7 @@ private:
     }
 
     const grid::FlexGrid& m_grid;
-    excel::Worksheet& m_sheet;
+    Worksheet& m_sheet;
     int m_row;
     GridBlock m_block;
     Trap m_passOver = Trap::silent();
@@ -99,7 +99,7 @@ private:
 
 } // namespace
 
-void GridBlockToSheet(const grid::FlexGrid& grid, excel::Worksheet* sheet, int& row,
+void GridBlockToSheet(const grid::FlexGrid& grid, Worksheet* sheet, int& row,
                       const GridBlock& block)
 {
     if (sheet)
@@ -107,4 +107,4 @@ void GridBlockToSheet(const grid::FlexGrid& grid, excel::Worksheet* sheet, int& 
     row += block.lastRow - block.firstRow + 2;
 }
 
-} // namespace statistics
+} // namespace excel

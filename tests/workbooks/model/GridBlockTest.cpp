@@ -1,4 +1,4 @@
-#include "statistics/GridBlock.h"
+#include "workbooks/model/GridBlock.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-using statistics::GridBlockToSheet;
+using excel::GridBlockToSheet;
 
 class GridBlock : public testing::Test
 {
@@ -37,7 +37,7 @@ protected:
     QString merges() const
     {
         QStringList all;
-        for (const excel::CellRange& m : sheet.mergedRanges())
+        for (const excel::CellRange& m : sheet.merges().all())
             all.append(u"%1,%2-%3,%4"_s.arg(m.firstRow)
                            .arg(m.firstColumn)
                            .arg(m.lastRow)
@@ -97,7 +97,7 @@ TEST_F(GridBlock, OverlappingMergesGrowTogether)
 {
     fill({{u"甲"_s, u"甲"_s, u""_s}, {u"甲"_s, u"乙"_s, u"乙"_s}});
     GridBlockToSheet(grid, &sheet, row, {0, 1, 0, 2});
-    EXPECT_EQ(sheet.settledMerges().size(), sheet.mergedRanges().size());
+    EXPECT_EQ(sheet.merges().settled().size(), sheet.merges().all().size());
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "workbooks/model/CellFormat.h"
+#include "workbooks/model/FormatTable.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/grid/FlexGrid.h"
-#include "workbooks/model/Workbook.h"
+#include "workbooks/model/Worksheet.h"
 
-namespace statistics {
+namespace excel {
 
 /// A block of a grid, rows and columns counted from 0, both ends included.
 struct GridBlock
@@ -18,7 +18,7 @@ struct GridBlock
 /// the grid merges equal neighbours, texts, a continuous border. `row` becomes the first row behind
 /// the empty row that follows. Failures are passed over, so that a stream without a sheet is left
 /// out while its row counter runs on.
-void GridBlockToSheet(const grid::FlexGrid& grid, excel::Worksheet* sheet, int& row,
+void GridBlockToSheet(const grid::FlexGrid& grid, Worksheet* sheet, int& row,
                       const GridBlock& block);
 
-} // namespace statistics
+} // namespace excel

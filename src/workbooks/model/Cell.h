@@ -1,0 +1,54 @@
+#pragma once
+
+#include <deque>
+#include <unordered_set>
+
+#include "platform/runtime/Value.h"
+
+namespace excel {
+
+/// What is too large to stand in the cells of a sheet themselves. Equal texts are kept once; what
+/// no cell holds any more stays until the sheet is given up.
+class CellStore
+{
+public:
+    const QString* keep(const QString& text) { return &*m_texts.insert(text).first; }
+    const runtime::Value* keep(runtime::Value value);
+
+private:
+    std::unordered_set<QString> m_texts;
+    std::deque<runtime::Value> m_values;
+};
+
+/// One cell of a row, as small as can be: a sheet may have millions.
+class Cell
+{
+public:
+    using Kind = runtime::Value::Kind;
+
+    explicit Cell(int column) : m_column(quint16(column)) {}
+
+    int column() const { return m_column; }
+    /// Its number in the sheet's FormatTable.
+    int format() const { return m_format; }
+    void setFormat(int number) { m_format = number; }
+
+    Kind kind() const { return Kind(m_kind); }
+    bool isNull() const { return kind() == Kind::Null; }
+    runtime::Value value() const;
+    /// Fills or empties the cell; `store` must outlive it.
+    void setValue(runtime::Value value, CellStore& store);
+
+private:
+    int m_format = 0;
+    quint16 m_column;
+    quint8 m_kind = quint8(Kind::Null);
+    bool m_isStored = false; // as a value of the store
+    union {
+        double m_number = 0;
+        const QString* m_text;
+        const runtime::Value* m_value;
+    };
+};
+
+} // namespace excel

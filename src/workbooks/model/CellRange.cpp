@@ -1,0 +1,14 @@
+#include "workbooks/model/CellRange.h"
+
+#include "platform/runtime/Error.h"
+
+namespace excel {
+
+using namespace Qt::StringLiterals;
+
+void refuseCell(int row, int column)
+{
+    throw runtime::Error(u"工作表中没有第 %1 行第 %2 列的单元格。"_s.arg(row).arg(column));
+}
+
+} // namespace excel

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <vector>
+
+#include "workbooks/model/CellRange.h"
+#include "workbooks/model/CellTable.h"
+#include "workbooks/model/Changes.h"
+#include "workbooks/model/FormatTable.h"
+
+namespace excel {
+
+enum class RowState { Shown, Hidden };
+
+/// Neighbouring columns with the same properties; the width is in characters of the default font, 0
+/// for the standard one.
+struct ColumnRange
+{
+    int first = 1;
+    int last = 1;
+    double width = 0;
+    bool hidden = false;
+};
+
+/// How wide and high the columns and rows of a sheet are and where they begin. Edges are computed
+/// once and kept until something before them changes. Throws runtime::Error outside the grid.
+class SheetGeometry
+{
+public:
+    /// Height of a row without content, in points.
+    static constexpr double standardRowHeight = 13.5;
+    /// In characters of the default font.
+    static constexpr double standardColumnWidth = 8.38;
+
+    SheetGeometry(CellTable& cells, const FormatTable& formats, Changes& changes)
+        : m_cells(cells), m_formats(formats), m_changes(changes)
+    {
+    }
+
+    bool isRowHidden(int row) const;
+    void setRowState(int row, RowState state);
+    /// In points; Row::defaultHeight if it was never set.
+    double rowHeight(int row) const;
+    /// In points, 0 to 409; throws runtime::Error otherwise.
+    void setRowHeight(int row, double points);
+    /// In points: the height that was set, else what the cells of the row need, 0 for a hidden row.
+    double shownRowHeight(int row) const;
+    /// Of the rows 1 to `count`.
+    std::vector<double> shownRowHeights(int count) const;
+
+    /// Columns with a width of their own or hidden, as they were set.
+    const std::vector<ColumnRange>& columns() const { return m_columns; }
+    /// For readers: no change of the workbook.
+    void addColumns(const ColumnRange& columns);
+    /// In characters of the default font, 0 hides; throws runtime::Error outside 0 to 255.
+    void setColumnWidth(int first, int last, double width);
+    /// In characters: standardColumnWidth if it was never set, 0 for a hidden column.
+    double shownColumnWidth(int column) const;
+    /// In points, of the columns 1 to `count`.
+    std::vector<double> columnPoints(int count) const;
+
+    /// Upper edge of a row, left edge of a column, in points from the sheet's corner; behind the
+    /// last one its end.
+    double rowTop(int row) const;
+    double columnLeft(int column) const;
+    /// The row and column that a place in points from the sheet's corner lies in.
+    int rowAt(double place) const;
+    int columnAt(double place) const;
+
+    /// Heights from this row on may be others, since its content or its format changed.
+    void rowChanged(int row);
+    /// Forgets the columns.
+    void clear();
+
+private:
+    double neededHeight(const Row& row) const;
+
+    CellTable& m_cells; // which keeps the heights
+    const FormatTable& m_formats;
+    Changes& m_changes;
+    std::vector<ColumnRange> m_columns;
+    /// As many edges as were asked for yet, from that of row and column 1 on.
+    mutable std::vector<double> m_rowEdges{0};
+    mutable std::vector<double> m_columnEdges{0};
+};
+
+} // namespace excel

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include "workbooks/model/CellRange.h"
+
+namespace excel {
+
+/// The merged blocks of a sheet.
+class SheetMerges
+{
+public:
+    /// For readers: adds a block without looking for older ones. Throws runtime::Error outside the
+    /// grid.
+    void add(const CellRange& block);
+    /// Makes a block one cell; those that it touches grow together with it into the smallest block
+    /// that holds them all. A block of one cell stays as it is.
+    void unite(CellRange block);
+    /// Takes the blocks apart that this one touches.
+    void split(const CellRange& block);
+    void clear();
+
+    bool isEmpty() const { return m_blocks.empty(); }
+    /// As they were set; those of a damaged file may overlap.
+    std::vector<CellRange> all() const;
+    /// Blocks that do not overlap and have more than one cell, from top to bottom: of those in each
+    /// other's way, the upper one stays, of two in one row the left one.
+    const std::vector<CellRange>& settled() const;
+
+private:
+    struct Block
+    {
+        size_t number; // in the order of adding
+        CellRange cells;
+    };
+    using Blocks = std::multimap<int, Block>; // by first row
+
+    Blocks::iterator touched(const CellRange& block);
+    std::vector<CellRange> computeSettled() const;
+
+    Blocks m_blocks;
+    size_t m_added = 0;
+    int m_mostRows = 0; // of any block
+    mutable std::vector<CellRange> m_settled;
+    mutable bool m_isSettled = true;
+};
+
+} // namespace excel

@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include "platform/runtime/Error.h"
+#include "support/PrintQString.h"
+#include "workbooks/model/Workbook.h"
+
+using namespace Qt::StringLiterals;
+using excel::SheetGeometry;
+
+namespace {
+
+constexpr double height = SheetGeometry::standardRowHeight;
+constexpr double width = 54; // of a standard column, in points
+
+class SheetGeometryTest : public testing::Test
+{
+protected:
+    excel::Workbook book;
+    excel::Worksheet& sheet = book.addSheet(u"打印"_s);
+    SheetGeometry& geometry = sheet.geometry();
+};
+
+} // namespace
+
+TEST_F(SheetGeometryTest, EdgesMoveWithAWidthThatIsSetBeforeThem)
+{
+    EXPECT_EQ(geometry.columnLeft(5), 4 * width);
+    sheet.setColumnWidth(2, 2, 10);
+    EXPECT_EQ(geometry.columnLeft(2), width);
+    EXPECT_EQ(geometry.columnLeft(5), 3 * width + 85 * 0.75);
+    sheet.setColumnWidth(3, 4, 0);
+    EXPECT_EQ(geometry.columnLeft(5), width + 85 * 0.75);
+    EXPECT_EQ(geometry.columnPoints(3), (std::vector<double>{width, 85 * 0.75, 0}));
+}
+
+TEST_F(SheetGeometryTest, EdgesMoveWithAHeightThatIsSetBeforeThem)
+{
+    EXPECT_EQ(geometry.rowTop(600), 599 * height);
+    sheet.setRowHeight(300, 40);
+    EXPECT_EQ(geometry.rowTop(300), 299 * height);
+    EXPECT_EQ(geometry.rowTop(600), 598 * height + 40);
+    sheet.setRowState(2, excel::RowState::Hidden);
+    EXPECT_EQ(geometry.rowTop(600), 597 * height + 40);
+}
+
+TEST_F(SheetGeometryTest, EdgesMoveWithTheContentsThatMakeARowHigher)
+{
+    EXPECT_EQ(geometry.rowTop(9), 8 * height);
+    sheet.setCellText(2, 1, u"一\n二"_s);
+    EXPECT_EQ(geometry.rowTop(9), 9 * height);
+    sheet.setCellText(3, 1, u"题"_s);
+    sheet.Range(3, 1, 3, 1).setFontSize(22);
+    EXPECT_EQ(geometry.rowTop(9), 10 * height);
+    sheet.setCell(2, 1, {});
+    EXPECT_EQ(geometry.rowTop(9), 9 * height);
+}
+
+TEST_F(SheetGeometryTest, ANarrowerColumnWrapsItsTextsAnew)
+{
+    sheet.setCellText(1, 1, u"一二\n三"_s);
+    EXPECT_EQ(geometry.rowTop(2), 2 * height);
+    sheet.setColumnWidth(1, 1, 2);
+    EXPECT_EQ(geometry.rowTop(2), 3 * height);
+}
+
+TEST_F(SheetGeometryTest, SwitchingTheFilterOffMovesTheRowsDown)
+{
+    sheet.setAutoFilter({1, 1, 9, 1});
+    sheet.setRowState(4, excel::RowState::Hidden);
+    EXPECT_EQ(geometry.rowTop(9), 7 * height);
+    sheet.AutoFilter();
+    EXPECT_EQ(geometry.rowTop(9), 8 * height);
+}
+
+TEST_F(SheetGeometryTest, APlaceLiesInTheLineThatBeginsThere)
+{
+    sheet.setRowState(3, excel::RowState::Hidden);
+    EXPECT_EQ(geometry.rowAt(0), 1);
+    EXPECT_EQ(geometry.rowAt(height - 0.1), 1);
+    EXPECT_EQ(geometry.rowAt(height), 2);
+    EXPECT_EQ(geometry.rowAt(2 * height), 4);
+    EXPECT_EQ(geometry.rowAt(1e9), excel::lastGridRow);
+    EXPECT_EQ(geometry.columnAt(-5), 1);
+    EXPECT_EQ(geometry.columnAt(3 * width + 1), 4);
+    EXPECT_EQ(geometry.columnAt(1e9), excel::lastGridColumn);
+}
+
+TEST_F(SheetGeometryTest, TheGridEndsBehindItsLastLine)
+{
+    EXPECT_EQ(geometry.columnLeft(excel::lastGridColumn + 1), excel::lastGridColumn * width);
+    EXPECT_THROW(geometry.columnLeft(0), runtime::Error);
+    EXPECT_THROW(geometry.rowTop(0), runtime::Error);
+    EXPECT_THROW(geometry.shownRowHeight(excel::lastGridRow + 1), runtime::Error);
+    EXPECT_THROW(geometry.addColumns({1, excel::lastGridColumn + 1, 8, false}), runtime::Error);
+}

@@ -1,0 +1,50 @@
+#include "workbooks/model/SheetMerges.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/runtime/Error.h"
+
+using excel::CellRange;
+using Ranges = std::vector<CellRange>;
+
+TEST(SheetMerges, ABlockGrowsOverAllThatItTouchesInTurn)
+{
+    excel::SheetMerges merges;
+    merges.unite({1, 1, 1, 3});
+    merges.unite({3, 3, 9, 4});
+    merges.unite({20, 1, 21, 1});
+    merges.unite({1, 3, 3, 3});
+    EXPECT_EQ(merges.all(), (Ranges{{20, 1, 21, 1}, {1, 1, 9, 4}}));
+}
+
+TEST(SheetMerges, TallBlocksAreFoundFromTheirLastRow)
+{
+    excel::SheetMerges merges;
+    merges.add({1, 2, 1000, 2});
+    for (int row = 2; row < 900; row += 2)
+        merges.unite({row, 4, row, 5});
+    merges.split({1000, 1, 1000, 3});
+    EXPECT_EQ(merges.all().size(), 449u);
+    merges.split({1, 1, 1000, 5});
+    EXPECT_TRUE(merges.isEmpty());
+}
+
+TEST(SheetMerges, WhatIsSettledFollowsEveryChange)
+{
+    excel::SheetMerges merges;
+    merges.unite({5, 1, 6, 1});
+    EXPECT_EQ(merges.settled(), (Ranges{{5, 1, 6, 1}}));
+    merges.unite({1, 1, 2, 1});
+    EXPECT_EQ(merges.settled(), (Ranges{{1, 1, 2, 1}, {5, 1, 6, 1}}));
+    merges.split({5, 1, 5, 1});
+    EXPECT_EQ(merges.settled(), (Ranges{{1, 1, 2, 1}}));
+    merges.clear();
+    EXPECT_TRUE(merges.settled().empty());
+}
+
+TEST(SheetMerges, BlocksLieInsideTheGrid)
+{
+    excel::SheetMerges merges;
+    EXPECT_THROW(merges.add({0, 1, 1, 1}), runtime::Error);
+    EXPECT_THROW(merges.unite({1, 1, 1, excel::lastGridColumn + 1}), runtime::Error);
+}
