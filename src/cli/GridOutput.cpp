@@ -4,7 +4,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include "platform/grid/GridJson.h"
+#include "platform/grid/GridText.h"
 
 namespace cli {
 

@@ -1,6 +1,7 @@
 #include "configuration/CustomDisplay.h"
 
 #include "platform/database/Recordset.h"
+#include "platform/grid/MoveRows.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
 

@@ -1,13 +1,26 @@
 #include "library/Teachers.h"
 
-#include "platform/database/Recordset.h"
-#include "platform/runtime/Numbers.h"
+#include "platform/database/Error.h"
+#include "platform/database/Statement.h"
 #include "platform/runtime/Trap.h"
 
 namespace library {
 
 using namespace Qt::StringLiterals;
 using runtime::Trap;
+
+namespace {
+
+/// Throws database::Error for a subject that has no column.
+int columnOf(const database::TableColumns& columns, const QString& subject)
+{
+    const int column = columns.find(subject);
+    if (column < 0)
+        throw database::Error(database::Failure::Sql, database::noSuchColumn(subject));
+    return column;
+}
+
+} // namespace
 
 QString Teachers::GetJSMD(const QString& exam, double classNumber, const QString& subject)
 {
@@ -20,14 +33,18 @@ QStringList Teachers::ofSubjects(const QString& exam, double classNumber,
     const Trap trap{" - Function GetJSMD/Mdl_MDB"};
     QStringList found(subjects.size(), QString());
     trap([&] {
-        database::Recordset rows;
-        rows.Open(u"select * from 教师表 where 考试名称='"_s + exam + u"' and 班级="_s
-                      + runtime::doubleText(classNumber),
-                  m_conn);
-        if (rows.RecordCount() == 0)
-            return;
-        for (int k = 0; k < subjects.size(); ++k)
-            trap([&] { found[k] = rows.Fields(subjects[k]).Value().text(); });
+        database::Statement& row = m_conn.prepared(u"select * from 教师表 where 考试名称='"_s + exam
+                                                   + u"' and 班级=? order by rowid"_s);
+        row.bind({classNumber});
+        if (row.step()) {
+            const database::TableColumns& columns = m_conn.columns(u"教师表"_s);
+            for (int k = 0; k < subjects.size(); ++k)
+                trap([&] {
+                    const int column = columnOf(columns, subjects[k]);
+                    found[k] = row.value(column, columns.at(column).type).text();
+                });
+        }
+        row.finish();
     });
     return found;
 }

@@ -116,10 +116,15 @@ void ExamTable::sortByRowId()
     }
 }
 
+int ExamTable::position(const QString& name) const
+{
+    return m_positions.value(name.toCaseFolded(), -1);
+}
+
 TableColumn* ExamTable::resultColumn(const QString& name)
 {
-    const int position = m_positions.value(name.toCaseFolded(), -1);
-    return position < 0 ? nullptr : &m_columns[size_t(position)];
+    const int found = position(name);
+    return found < 0 ? nullptr : &m_columns[size_t(found)];
 }
 
 TableColumn* ExamTable::column(const QString& name)
@@ -135,6 +140,12 @@ TableColumn* ExamTable::column(const QString& name)
     }
     readRest(unread);
     return found;
+}
+
+const TableColumn* ExamTable::column(const QString& name) const
+{
+    const int found = position(name);
+    return found < 0 ? nullptr : &m_columns[size_t(found)];
 }
 
 void ExamTable::readRest(const std::vector<TableColumn*>& columns)

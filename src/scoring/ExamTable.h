@@ -107,11 +107,14 @@ public:
     TableColumn* column(const QString& name);
     /// As column(), but only for setting values: those in the file need not be read for it.
     TableColumn* resultColumn(const QString& name);
+    /// As column(), of a table that has read all its columns.
+    const TableColumn* column(const QString& name) const;
 
     /// Writes what was changed, each changed row once. Throws database::Error.
     void write();
 
 private:
+    int position(const QString& name) const;
     void chooseColumns(const TableScope& scope);
     void read(const QString& exam, const QString& stream, const QString& filter);
     void sortByRowId();

@@ -1,8 +1,10 @@
 #include "statistics/Condition.h"
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
 #include <optional>
 
-#include <QRegularExpression>
 #include <QStringList>
 
 namespace statistics {
@@ -11,29 +13,83 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Operator operatorOf(const QString& sign)
+struct Sign
 {
-    if (sign == u"<"_s)
-        return Operator::Less;
-    if (sign == u"<="_s)
-        return Operator::LessOrEqual;
-    if (sign == u">"_s)
-        return Operator::Greater;
-    return sign == u">="_s ? Operator::GreaterOrEqual : Operator::Equal;
+    const char16_t* text;
+    Operator op;
+};
+
+/// The longer ones stand ahead of those that they begin with.
+constexpr Sign signs[] = {{u"<=", Operator::LessOrEqual},
+                          {u">=", Operator::GreaterOrEqual},
+                          {u"<", Operator::Less},
+                          {u">", Operator::Greater},
+                          {u"=", Operator::Equal}};
+
+/// A number without an exponent, digits on both sides of its point, such as -20 or 92.5.
+std::optional<double> plainDecimal(QStringView text)
+{
+    const bool negative = text.startsWith(u'-');
+    const QStringView digits = text.mid(negative ? 1 : 0);
+    const qsizetype point = digits.indexOf(u'.');
+    const bool isDecimal = !digits.isEmpty() && point != 0 && point != digits.size() - 1
+                           && digits.indexOf(u'.', point + 1) == (point < 0 ? point : -1)
+                           && std::all_of(digits.begin(), digits.end(), [](QChar c) {
+                                  return c == u'.' || (c >= u'0' && c <= u'9');
+                              });
+    if (!isDecimal)
+        return {};
+    return text.toDouble();
 }
 
-std::optional<Comparison> comparisonOf(const QString& text)
+std::optional<Comparison> comparisonOf(QStringView text)
 {
-    static const QRegularExpression form(
-        u"^([^<>=\\s]+)\\s*(<=|>=|<|>|=)\\s*(-?\\d+(?:\\.\\d+)?)$"_s);
-    const QRegularExpressionMatch match = form.match(text.trimmed());
-    if (!match.hasMatch() || !isBareName(match.captured(1)))
-        return {};
-    return Comparison{match.captured(1), operatorOf(match.captured(2)),
-                      match.captured(3).toDouble()};
+    const QStringView piece = text.trimmed();
+    const auto begin = std::find_if(piece.begin(), piece.end(),
+                                    [](QChar c) { return c == u'<' || c == u'>' || c == u'='; });
+    const QStringView name = piece.left(begin - piece.begin()).trimmed();
+    const QStringView rest = piece.mid(begin - piece.begin());
+    for (const Sign& sign : signs) {
+        const QStringView signText(sign.text);
+        if (!rest.startsWith(signText))
+            continue;
+        const std::optional<double> number = plainDecimal(rest.mid(signText.size()).trimmed());
+        if (!number || !isBareName(name))
+            return {};
+        return Comparison{name.toString(), sign.op, *number};
+    }
+    return {};
 }
 
 } // namespace
+
+double Comparison::lowest() const
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    switch (op) {
+    case Operator::Greater:
+        return std::nextafter(number, infinity);
+    case Operator::GreaterOrEqual:
+    case Operator::Equal:
+        return number;
+    default:
+        return -infinity;
+    }
+}
+
+double Comparison::highest() const
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    switch (op) {
+    case Operator::Less:
+        return std::nextafter(number, -infinity);
+    case Operator::LessOrEqual:
+    case Operator::Equal:
+        return number;
+    default:
+        return infinity;
+    }
+}
 
 bool isBareName(QStringView name)
 {

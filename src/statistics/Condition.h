@@ -14,22 +14,10 @@ struct Comparison
     Operator op = Operator::Equal;
     double number = 0;
 
-    bool holds(double value) const
-    {
-        switch (op) {
-        case Operator::Less:
-            return value < number;
-        case Operator::LessOrEqual:
-            return value <= number;
-        case Operator::Greater:
-            return value > number;
-        case Operator::GreaterOrEqual:
-            return value >= number;
-        case Operator::Equal:
-            return value == number;
-        }
-        return false;
-    }
+    /// The smallest and the largest number that it holds for; it holds for all between them, and
+    /// for no NaN.
+    double lowest() const;
+    double highest() const;
 };
 
 /// A condition of a report, such as "语文>=102 and 语文<=120": its SQL text, and the same as

@@ -8,7 +8,6 @@ namespace statistics {
 
 using namespace Qt::StringLiterals;
 using runtime::doubleText;
-using scoring::TableColumn;
 
 namespace {
 
@@ -85,7 +84,7 @@ ExamFigures::ExamFigures(ReportContext& context, QString exam, QString stream,
 {
 }
 
-ExamRows* ExamFigures::rows()
+const ExamRows* ExamFigures::rows()
 {
     // What the rows cannot be read for, the single statements will say.
     if (!m_rows)
@@ -147,41 +146,63 @@ bool ExamFigures::ClassFigure::findTests()
     if (!m_condition.isSimple() || !m_figures.rows())
         return false;
     for (const Comparison& comparison : m_condition.comparisons()) {
-        const TableColumn* column = m_figures.m_rows->column(comparison.column);
-        if (!column)
+        const double* values = m_figures.m_rows->column(comparison.column);
+        if (!values)
             return false;
-        m_tests.push_back({column, comparison});
+        narrow(values, comparison);
     }
     return true;
 }
 
+/// The two comparisons of an interval make one test.
+void ExamFigures::ClassFigure::narrow(const double* values, const Comparison& comparison)
+{
+    if (m_tests.empty() || m_tests.back().values != values)
+        m_tests.push_back({values, comparison.lowest(), comparison.highest()});
+    Test& test = m_tests.back();
+    test.low = std::max(test.low, comparison.lowest());
+    test.high = std::min(test.high, comparison.highest());
+}
+
 bool ExamFigures::ClassFigure::passes(size_t row) const
 {
-    return std::all_of(m_tests.begin(), m_tests.end(), [row](const Test& test) {
-        return !test.column->isNull(row) && test.comparison.holds(test.column->value(row));
-    });
+    return std::all_of(m_tests.begin(), m_tests.end(),
+                       [row](const Test& test) { return test.holds(row); });
 }
 
 std::optional<double> ExamFigures::ClassFigure::operator()(double classNumber) const
 {
     if (!m_onRows)
         return ask(classNumber);
-    return m_aggregate ? aggregateRows(classNumber) : countRows(classNumber);
+    const ExamRows::Place place = m_figures.m_rows->ofClass(classNumber);
+    return m_aggregate ? aggregateRows(place) : countRows(place);
 }
 
-double ExamFigures::ClassFigure::countRows(double classNumber) const
+double ExamFigures::ClassFigure::countRows(ExamRows::Place place) const
 {
-    const std::vector<size_t>& places = m_figures.m_rows->ofClass(classNumber);
-    return double(
-        std::count_if(places.begin(), places.end(), [this](size_t row) { return passes(row); }));
+    const size_t end = place.first + place.count;
+    qint64 count = 0;
+    if (m_tests.size() == 1) {
+        const Test test = m_tests.front();
+        for (size_t row = place.first; row < end; ++row)
+            count += qint64(test.values[row] >= test.low) & qint64(test.values[row] <= test.high);
+    } else {
+        for (size_t row = place.first; row < end; ++row)
+            count += passes(row);
+    }
+    return double(count);
 }
 
-std::optional<double> ExamFigures::ClassFigure::aggregateRows(double classNumber) const
+std::optional<double> ExamFigures::ClassFigure::aggregateRows(ExamRows::Place place) const
 {
+    // What passes a test on the column itself is no NULL.
+    if (m_aggregate == Aggregate::Count && m_tests.size() == 1
+        && m_tests.front().values == m_values)
+        return countRows(place);
     Collector collector(*m_aggregate);
-    for (const size_t row : m_figures.m_rows->ofClass(classNumber)) {
-        if (!m_values->isNull(row) && passes(row))
-            collector.add(m_values->value(row));
+    for (size_t row = place.first; row < place.first + place.count; ++row) {
+        if (!std::isnan(m_values[row]) && passes(row))
+            collector.add(m_values[row]);
     }
     return collector.result();
 }
@@ -207,13 +228,13 @@ std::optional<double> ExamFigures::ClassFigure::ask(double classNumber) const
 
 std::optional<double> ExamFigures::highest(const QString& column)
 {
-    const TableColumn* values = rows() ? m_rows->column(column) : nullptr;
+    const double* values = rows() ? m_rows->column(column) : nullptr;
     if (!values)
         return ask(u"select max("_s + column + u")"_s + placeSql());
     Collector collector(Aggregate::Maximum);
     for (size_t row = 0; row < m_rows->rowCount(); ++row) {
-        if (!values->isNull(row))
-            collector.add(values->value(row));
+        if (!std::isnan(values[row]))
+            collector.add(values[row]);
     }
     return collector.result();
 }
@@ -221,11 +242,10 @@ std::optional<double> ExamFigures::highest(const QString& column)
 std::vector<double> ExamFigures::taken(const QString& column, double classNumber)
 {
     std::vector<double> found;
-    if (const TableColumn* values = rows() ? m_rows->column(column) : nullptr) {
-        for (const size_t row : m_rows->ofClass(classNumber)) {
-            if (values->taken(row))
-                found.push_back(values->value(row));
-        }
+    if (const double* values = rows() ? m_rows->column(column) : nullptr) {
+        const ExamRows::Place place = m_rows->ofClass(classNumber);
+        std::copy_if(values + place.first, values + place.first + place.count,
+                     std::back_inserter(found), [](double value) { return value >= 0; });
         return found;
     }
     m_trap([&] {

@@ -28,18 +28,24 @@ public:
     private:
         friend class ExamFigures;
 
+        /// Values between two numbers, both included, in one column.
         struct Test
         {
-            const scoring::TableColumn* column = nullptr;
-            Comparison comparison;
+            const double* values = nullptr;
+            double low = 0;
+            double high = 0;
+
+            /// NULL is NaN, which lies between no numbers.
+            bool holds(size_t row) const { return values[row] >= low && values[row] <= high; }
         };
 
         explicit ClassFigure(ExamFigures& figures, Condition condition);
         /// Looks up what the condition needs; false if the rows cannot answer it.
         bool findTests();
+        void narrow(const double* values, const Comparison& comparison);
         bool passes(size_t row) const;
-        double countRows(double classNumber) const;
-        std::optional<double> aggregateRows(double classNumber) const;
+        double countRows(ExamRows::Place place) const;
+        std::optional<double> aggregateRows(ExamRows::Place place) const;
         std::optional<double> ask(double classNumber) const;
 
         ExamFigures& m_figures;
@@ -48,7 +54,7 @@ public:
         /// Nothing where rows are counted.
         std::optional<Aggregate> m_aggregate;
         QString m_column;
-        const scoring::TableColumn* m_values = nullptr;
+        const double* m_values = nullptr;
         bool m_onRows = false;
     };
 
@@ -69,7 +75,7 @@ public:
     const QString& exam() const { return m_exam; }
 
 private:
-    ExamRows* rows();
+    const ExamRows* rows();
     std::optional<double> ask(const QString& sql);
     /// The condition on exam and stream of an aggregate's statement.
     QString placeSql() const;
@@ -80,7 +86,7 @@ private:
     QString m_exam;
     QString m_stream;
     const runtime::Trap& m_trap;
-    ExamRows* m_rows = nullptr;
+    const ExamRows* m_rows = nullptr;
 };
 
 /// A number as a cell shows it: two decimals, a value half way to the even neighbour.

@@ -4,7 +4,7 @@
 
 namespace statistics {
 
-ExamRows& ReportContext::rows(const QString& exam, const QString& stream)
+const ExamRows& ReportContext::rows(const QString& exam, const QString& stream)
 {
     const QString& filter = library.settings.CategoryFilter;
     std::unique_ptr<ExamRows>& known = m_rows[{exam, stream, filter}];

@@ -73,12 +73,17 @@ void Block::headItems(const QStringList& items, const QStringList& parts, const 
     }
 }
 
-void Block::nameRow(int classIndex, int line, const QString& second)
+void Block::nameRows(int line, const QString& second)
 {
-    const double number = m_classes[size_t(classIndex)].number;
-    m_grid.setTextMatrix(row(classIndex, line), 0, runtime::doubleText(number) + u"班"_s);
-    if (m_shape.firstColumn == 2)
-        m_grid.setTextMatrix(row(classIndex, line), 1, second);
+    if (m_namedLines.contains(line))
+        return;
+    m_namedLines.insert(line);
+    for (int j = 0; j < int(m_classes.size()); ++j) {
+        const QString name = runtime::doubleText(m_classes[size_t(j)].number) + u"班"_s;
+        m_grid.setTextMatrix(row(j, line), 0, name);
+        if (m_shape.firstColumn == 2)
+            m_grid.setTextMatrix(row(j, line), 1, second);
+    }
 }
 
 void Block::set(int classIndex, int line, int item, int part, const QString& text)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QSet>
+
 #include "platform/grid/FlexGrid.h"
 #include "platform/runtime/Trap.h"
 #include "statistics/ReportContext.h"
@@ -64,14 +66,13 @@ public:
     void headItems(const QStringList& items, const QStringList& parts,
                    const QString& second = QStringLiteral("考试名称"));
 
-    /// Calls `fill(index, class number)` for each class after naming its row of that line: the
+    /// Calls `fill(index, class number)` for each class after naming the rows of that line: the
     /// class, and `second` behind it where column 1 is no data column.
     template <class Fill> void eachClass(int line, const QString& second, Fill fill)
     {
-        for (int j = 0; j < int(m_classes.size()); ++j) {
-            nameRow(j, line, second);
+        nameRows(line, second);
+        for (int j = 0; j < int(m_classes.size()); ++j)
             fill(j, m_classes[size_t(j)].number);
-        }
     }
     /// Students of a class today, whatever their category.
     int students(int classIndex) const { return m_classes[size_t(classIndex)].students; }
@@ -83,13 +84,14 @@ public:
     void rankClasses(int line, int item, int valuePart, int rankPart);
 
 private:
-    void nameRow(int classIndex, int line, const QString& second);
+    void nameRows(int line, const QString& second);
 
     grid::FlexGrid& m_grid;
     const std::vector<library::ClassEntry>& m_classes;
     BlockShape m_shape;
     int m_titleRow;
     int m_lastRow;
+    QSet<int> m_namedLines;
 };
 
 /// Widths of a report's columns, in twips.

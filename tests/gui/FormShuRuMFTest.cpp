@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "gui/ModalBoxes.h"
+#include "platform/grid/GridText.h"
 #include "platform/grid/ui/CellTextEditor.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Text.h"

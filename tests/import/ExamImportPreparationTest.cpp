@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "ExamImportFixture.h"
+#include "platform/grid/GridText.h"
 
 namespace {
 

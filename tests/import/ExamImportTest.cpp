@@ -4,6 +4,7 @@
 
 #include "ExamImportFixture.h"
 #include "platform/database/WriteBatch.h"
+#include "platform/grid/GridText.h"
 #include "platform/runtime/Numbers.h"
 
 namespace {

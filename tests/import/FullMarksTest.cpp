@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/grid/GridText.h"
 #include "platform/runtime/Text.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"

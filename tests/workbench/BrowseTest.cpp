@@ -1,6 +1,7 @@
 #include "workbench/Browse.h"
 
 #include "WorkbenchFixture.h"
+#include "platform/grid/GridText.h"
 #include "workbench/Offers.h"
 #include "workbench/RowChoice.h"
 

@@ -1,6 +1,7 @@
 #include "workbench/StatisticsRun.h"
 
 #include "WorkbenchFixture.h"
+#include "platform/grid/GridText.h"
 #include "platform/runtime/Error.h"
 #include "workbench/Offers.h"
 #include "workbench/RowChoice.h"

@@ -33,6 +33,7 @@ FormDaoRu::FormDaoRu(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
 
 void FormDaoRu::build()
 {
+    // Filled by the browse and read by nothing on purpose: an exam is stored under its name alone.
     Text2 = named(new QLineEdit(this), u"Text2"_s, u"考试的短名称"_s);
     Combo2 = named(new QComboBox(this), u"Combo2"_s, u"考试的名称"_s);
     Combo2->setEditable(true);
@@ -56,11 +57,7 @@ void FormDaoRu::layOut()
         layout->addWidget(label(name, caption, field, this), row, 0);
         layout->addWidget(field, row, 1, 1, 2);
     };
-    layout->addWidget(label(u"Label1"_s, u"1.打开要导入考试成绩的Excel文件(&F)"_s, Text1, this), 0,
-                      0, 1, 3);
-    layout->addWidget(Text1, 1, 0, 1, 2);
-    layout->addWidget(Command3, 1, 2);
-    layout->addWidget(LabelFault, 2, 0, 1, 3);
+    layOutWorkbook(layout, u"1.打开要导入考试成绩的Excel文件(&F)"_s);
     line(u"Label2"_s, u"2.设置要导入考试成绩的数据表(&S)"_s, Combo1);
     line(u"Label3"_s, u"3.设置考试的短名称（如高一下末，最好4个字）(&T)"_s, Text2);
     line(u"Label5"_s, u"4.设置考试的名称(&N)"_s, Combo2);
@@ -69,12 +66,13 @@ void FormDaoRu::layOut()
         options->addWidget(option);
     layout->addLayout(options, layout->rowCount(), 0, 1, 3);
     layout->addWidget(Label6, layout->rowCount(), 0, 1, 3);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(Label4, 1);
-    buttons->addWidget(Command1);
-    buttons->addWidget(Command2);
-    layout->addLayout(buttons, layout->rowCount(), 0, 1, 3);
-    layout->setColumnStretch(1, 1);
+    layOutButtons(layout);
+    chainTabs();
+}
+
+/// The fields of every import screen were made before those of this one.
+void FormDaoRu::chainTabs()
+{
     QWidget* before = Combo1;
     for (QWidget* next :
          std::initializer_list<QWidget*>{Text2, Combo2, CheckAdd, CheckBox1, CheckBackup}) {

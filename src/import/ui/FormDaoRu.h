@@ -3,8 +3,6 @@
 #include "import/ExamImport.h"
 #include "import/ui/IntakeScreen.h"
 
-class QGridLayout;
-
 namespace importing {
 
 /// "导入考试成绩": the scores of an exam from a sheet.
@@ -22,6 +20,7 @@ private:
     void Form_Load();
     void build();
     void layOut();
+    void chainTabs();
     void connectExam();
     void Command1_Click();
     void Command2_Click();

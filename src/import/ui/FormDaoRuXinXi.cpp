@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 
 #include "import/StudentImport.h"
@@ -32,21 +31,12 @@ void FormDaoRuXinXi::build()
     Label3 = label(u"Label3"_s, u"数据表前3列必须为：班级、学号、姓名"_s, nullptr, this);
     Label3->setWordWrap(true);
     auto* layout = new QGridLayout(this);
-    layout->addWidget(label(u"Label1"_s, u"1.打开要导入信息的Excel文件(&F)"_s, Text1, this), 0, 0,
-                      1, 3);
-    layout->addWidget(Text1, 1, 0, 1, 2);
-    layout->addWidget(Command3, 1, 2);
-    layout->addWidget(LabelFault, 2, 0, 1, 3);
+    layOutWorkbook(layout, u"1.打开要导入信息的Excel文件(&F)"_s);
     layout->addWidget(label(u"Label2"_s, u"2.选择导入信息所在的数据表(&S)"_s, Combo1, this), 3, 0);
     layout->addWidget(Combo1, 3, 1, 1, 2);
     layout->addWidget(Label3, 4, 0, 1, 3);
     layout->addWidget(CheckBackup, 5, 0, 1, 3);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(Label4, 1);
-    buttons->addWidget(Command1);
-    buttons->addWidget(Command2);
-    layout->addLayout(buttons, 6, 0, 1, 3);
-    layout->setColumnStretch(1, 1);
+    layOutButtons(layout);
 }
 
 void FormDaoRuXinXi::Form_Load()

@@ -5,9 +5,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "platform/grid/ui/CellEditors.h"
-#include "platform/grid/ui/CellOpeningKeys.h"
 #include "platform/grid/ui/CellTextEditor.h"
+#include "platform/grid/ui/ColumnEditor.h"
 #include "platform/grid/ui/FlexGridView.h"
 
 namespace importing {
@@ -40,7 +39,6 @@ void FormShuRuMF::makeWidgets(const QString& label)
     QLabel* Label1 = named(new QLabel(label, this), u"Label1"_s, label);
     Label1->setTextFormat(Qt::PlainText);
     Text1 = named(new grid::CellTextEditor(MSFlexGrid1), u"Text1"_s, u"满分"_s);
-    Text1->hide();
     QPushButton* Command1 = button(u"Command1"_s, u"确定(&O)"_s, this);
     QPushButton* Command2 = button(u"Command2"_s, u"设为默认(&D)"_s, this);
     auto* buttons = new QHBoxLayout;
@@ -58,21 +56,12 @@ void FormShuRuMF::makeWidgets(const QString& label)
 
 void FormShuRuMF::connectEditor()
 {
-    connect(MSFlexGrid1, &grid::FlexGridView::cellReleased, this,
-            &FormShuRuMF::MSFlexGrid1_MouseUp);
+    m_editor =
+        new grid::ColumnEditor(MSFlexGrid1, Text1, CurCol, grid::ColumnEditor::OpenedBy::Release);
+    connect(m_editor, &grid::ColumnEditor::opening, this,
+            [this](int row) { m_marks.CurRow = row; });
     connect(Text1, &QLineEdit::textChanged, this, &FormShuRuMF::Text1_Change);
     connect(Text1, &grid::CellTextEditor::entered, this, &FormShuRuMF::Text1_Enter);
-    connect(Text1, &grid::CellTextEditor::moved, this, &FormShuRuMF::moveBy);
-    connect(Text1, &grid::CellTextEditor::cancelled, this, &FormShuRuMF::cancel);
-    grid::useOpeningKeys(Text1, MSFlexGrid1, [this](int row, int) { edit(row); });
-}
-
-void FormShuRuMF::MSFlexGrid1_MouseUp(int row)
-{
-    // An editor left open would write into the heading.
-    if (row < m_marks.marks.FixedRows)
-        grid::HideTS(Text1);
-    edit(row);
 }
 
 void FormShuRuMF::Text1_Change()
@@ -86,7 +75,7 @@ void FormShuRuMF::Text1_Enter()
     if (m_marks.enter())
         close();
     else
-        edit(m_marks.CurRow);
+        m_editor->open(m_marks.CurRow);
 }
 
 void FormShuRuMF::Command1_Click()
@@ -94,36 +83,12 @@ void FormShuRuMF::Command1_Click()
     if (m_marks.accept())
         close();
     else
-        edit(m_marks.CurRow);
+        m_editor->open(m_marks.CurRow);
 }
 
 void FormShuRuMF::Command2_Click()
 {
     m_marks.saveDefaults();
-}
-
-void FormShuRuMF::edit(int row)
-{
-    m_marks.CurRow = row;
-    if (row >= m_marks.marks.FixedRows && row < m_marks.marks.Rows())
-        m_before = m_marks.marks.TextMatrix(row, CurCol);
-    grid::ShowTextInMFG(Text1, MSFlexGrid1, row, CurCol);
-}
-
-/// Up and down go on editing; Tab, which moves by no row, leaves the column.
-void FormShuRuMF::moveBy(int rows)
-{
-    const int row = m_marks.CurRow + rows;
-    if (rows == 0)
-        grid::HideTS(Text1);
-    else if (row >= m_marks.marks.FixedRows && row < m_marks.marks.Rows())
-        edit(row);
-}
-
-void FormShuRuMF::cancel()
-{
-    Text1->setText(m_before);
-    grid::HideTS(Text1);
 }
 
 } // namespace importing

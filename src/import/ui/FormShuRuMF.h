@@ -5,6 +5,7 @@
 
 namespace grid {
 class CellTextEditor;
+class ColumnEditor;
 class FlexGridView;
 } // namespace grid
 
@@ -23,19 +24,13 @@ public:
 private:
     void makeWidgets(const QString& label);
     void connectEditor();
-    void MSFlexGrid1_MouseUp(int row);
     void Text1_Change();
     void Text1_Enter();
     void Command1_Click();
     void Command2_Click();
 
-    void edit(int row);
-    void moveBy(int rows);
-    void cancel();
-
     FullMarks m_marks;
-    /// What the cell under the editor held when it was opened.
-    QString m_before;
+    grid::ColumnEditor* m_editor = nullptr;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     grid::CellTextEditor* Text1 = nullptr;
 };

@@ -6,9 +6,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "platform/grid/ui/CellEditors.h"
-#include "platform/grid/ui/CellOpeningKeys.h"
 #include "platform/grid/ui/CellTextEditor.h"
+#include "platform/grid/ui/ColumnEditor.h"
 #include "platform/grid/ui/FlexGridView.h"
 
 namespace importing {
@@ -43,8 +42,9 @@ void Formgf::makeWidgets(ImportState& state)
     QLabel* Label2 =
         widgets::label(u"Label2"_s, u"点击相应成绩输入新成绩,回车确认"_s, nullptr, this);
     Text1 = named(new grid::CellTextEditor(MSFlexGrid1), u"Text1"_s, u"新成绩"_s);
-    Text1->hide();
     QPushButton* Command2 = button(u"Command2"_s, u"修改完毕(&O)"_s, this);
+    // Without a handler on purpose: the screen is left when every score is answered, or by its
+    // close box.
     QPushButton* Command1 = button(u"Command1"_s, u"取消(&C)"_s, this);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(Label2, 1);
@@ -60,19 +60,13 @@ void Formgf::makeWidgets(ImportState& state)
 
 void Formgf::connectEditor()
 {
-    connect(MSFlexGrid1, &grid::FlexGridView::cellClicked, this, &Formgf::MSFlexGrid1_Click);
+    m_editor = new grid::ColumnEditor(MSFlexGrid1, Text1, scoreColumn,
+                                      grid::ColumnEditor::OpenedBy::Click);
+    // What was typed is answered as by Enter before the row is left.
+    m_editor->askBeforeLeaving(
+        [this] { return !Text1->isModified() || answer() != ErrorList::Entry::Refused; });
+    connect(m_editor, &grid::ColumnEditor::opening, this, [this](int row) { m_list.CurRow = row; });
     connect(Text1, &grid::CellTextEditor::entered, this, &Formgf::Text1_Enter);
-    connect(Text1, &grid::CellTextEditor::moved, this, &Formgf::moveBy);
-    connect(Text1, &grid::CellTextEditor::cancelled, this, [this] { grid::HideTS(Text1); });
-    grid::useOpeningKeys(Text1, MSFlexGrid1, [this](int row, int) { edit(row); });
-}
-
-void Formgf::MSFlexGrid1_Click(int row)
-{
-    // An editor left open would answer the heading.
-    if (row < MSFlexGrid1->grid().FixedRows)
-        grid::HideTS(Text1);
-    edit(row);
 }
 
 /// The next row becomes the current one, so that a list is worked off by typing and Enter.
@@ -80,7 +74,7 @@ void Formgf::Text1_Enter()
 {
     if (answer() != ErrorList::Entry::Accepted)
         return;
-    grid::HideTS(Text1);
+    m_editor->close();
     const int next = std::min(m_list.CurRow + 1, MSFlexGrid1->grid().Rows() - 1);
     MSFlexGrid1->select(next, scoreColumn, next, scoreColumn);
 }
@@ -90,7 +84,7 @@ void Formgf::Command2_Click()
     if (m_list.finish())
         close();
     else
-        edit(m_list.CurRow);
+        m_editor->open(m_list.CurRow);
 }
 
 /// A refused answer leaves the editor open on the bad score.
@@ -100,27 +94,8 @@ ErrorList::Entry Formgf::answer()
     if (entry == ErrorList::Entry::Accepted)
         MSFlexGrid1->refreshCell(m_list.CurRow, reasonColumn);
     else if (entry == ErrorList::Entry::Refused)
-        edit(m_list.CurRow);
+        m_editor->open(m_list.CurRow);
     return entry;
-}
-
-void Formgf::edit(int row)
-{
-    m_list.CurRow = row;
-    grid::ShowTextInMFG(Text1, MSFlexGrid1, row, scoreColumn);
-}
-
-/// Up and down go on editing, Tab, which moves by no row, does not; what was typed is answered as
-/// by Enter before.
-void Formgf::moveBy(int rows)
-{
-    if (Text1->isModified() && answer() == ErrorList::Entry::Refused)
-        return;
-    const int row = m_list.CurRow + rows;
-    if (rows == 0)
-        grid::HideTS(Text1);
-    else if (row >= MSFlexGrid1->grid().FixedRows && row < MSFlexGrid1->grid().Rows())
-        edit(row);
 }
 
 } // namespace importing

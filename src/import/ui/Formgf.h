@@ -5,6 +5,7 @@
 
 namespace grid {
 class CellTextEditor;
+class ColumnEditor;
 class FlexGridView;
 } // namespace grid
 
@@ -21,15 +22,13 @@ public:
 private:
     void makeWidgets(ImportState& state);
     void connectEditor();
-    void MSFlexGrid1_Click(int row);
     void Text1_Enter();
     void Command2_Click();
 
     ErrorList::Entry answer();
-    void edit(int row);
-    void moveBy(int rows);
 
     ErrorList m_list;
+    grid::ColumnEditor* m_editor = nullptr;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     grid::CellTextEditor* Text1 = nullptr;
 };

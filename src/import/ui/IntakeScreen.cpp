@@ -5,8 +5,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QLabel>
-#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -54,6 +54,24 @@ void IntakeScreen::build()
     Label4 = widgets::namedText(new QLabel(this), u"Label4"_s);
     Command1 = button(u"Command1"_s, u"导入(&I)"_s, this);
     Command2 = button(u"Command2"_s, u"退出(&X)"_s, this);
+}
+
+void IntakeScreen::layOutWorkbook(QGridLayout* layout, const QString& caption)
+{
+    layout->addWidget(widgets::label(u"Label1"_s, caption, Text1, this), 0, 0, 1, 3);
+    layout->addWidget(Text1, 1, 0, 1, 2);
+    layout->addWidget(Command3, 1, 2);
+    layout->addWidget(LabelFault, 2, 0, 1, 3);
+}
+
+void IntakeScreen::layOutButtons(QGridLayout* layout)
+{
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(Label4, 1);
+    buttons->addWidget(Command1);
+    buttons->addWidget(Command2);
+    layout->addLayout(buttons, layout->rowCount(), 0, 1, 3);
+    layout->setColumnStretch(1, 1);
 }
 
 void IntakeScreen::choose(const QString& filter)

@@ -10,6 +10,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QGridLayout;
 class QLineEdit;
 
 namespace importing {
@@ -38,6 +39,11 @@ protected:
     IntakeScreen(const QString& name, const QString& caption, const SheetRules& rules,
                  library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                  Applications& applications, QWidget* parent);
+
+    /// Lays out the fields for the workbook in the first three rows of three columns.
+    void layOutWorkbook(QGridLayout* layout, const QString& caption);
+    /// Lays out the buttons in a row below the others.
+    void layOutButtons(QGridLayout* layout);
 
     /// Asks for a workbook and opens it.
     void choose(const QString& filter);

@@ -7,10 +7,12 @@
 #include <QPushButton>
 
 #include "library/ui/FormXiuGaiKeMu.h"
+#include "platform/widgets/CaptionedList.h"
 
 namespace library {
 
 using namespace Qt::StringLiterals;
+using widgets::addList;
 using widgets::button;
 using widgets::CommandScope;
 using widgets::label;
@@ -33,46 +35,38 @@ FormNew::FormNew(ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs, QW
 
 void FormNew::build()
 {
-    List1 = named(new QListWidget(this), u"List1"_s, u"请为新成绩库选择科目"_s);
-    List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    List1->setToolTip(u"按下Ctrl键或Shift键可多选"_s);
+    auto* layout = new QGridLayout(this);
+    makeLists(layout);
     Text1 = named(new QLineEdit(this), u"Text1"_s, u"总分公式"_s);
     // For reading only: nothing typed here would go into the library.
     Text1->setReadOnly(true);
     Command1 = button(u"Command1"_s, u"确定(&O)"_s, this);
     Command2 = button(u"Command2"_s, u"取消(&C)"_s, this);
     Command3 = button(u"Command3"_s, u"修改科目(&E)"_s, this);
-    auto* Label2 =
-        label(u"Label2"_s, u"其中末尾含[总分]表示需要设置相应公式计算生成"_s, nullptr, this);
-    Label2->setWordWrap(true);
-    auto* layout = new QGridLayout(this);
-    layout->addWidget(label(u"Label1"_s, u"请为新成绩库选择科目"_s, List1, this), 0, 0, 1, 3);
-    layout->addWidget(List1, 1, 0, 1, 3);
-    layout->addWidget(Label2, 2, 0, 1, 3);
-    List2 = addFormulaList(u"List2"_s, u"总分(&Z)"_s, layout, 0);
-    List3 = addFormulaList(u"List3"_s, u"公式(&G)"_s, layout, 1);
     layout->addWidget(label(u"LabelFormula"_s, u"总分公式(&F)"_s, Text1, this), 5, 0);
     layout->addWidget(Text1, 5, 1, 1, 2);
     layout->addWidget(Command3, 6, 0);
     layout->addWidget(Command1, 6, 1);
     layout->addWidget(Command2, 6, 2);
     layout->setRowStretch(1, 1);
-    setTabOrder(List1, List2);
-    setTabOrder(List2, List3);
-    setTabOrder(List3, Text1);
     resize(fontMetrics().averageCharWidth() * 60, fontMetrics().lineSpacing() * 32);
 }
 
-/// A low list of what the formula file holds; the formulas are wider than the totals.
-QListWidget* FormNew::addFormulaList(const QString& name, const QString& caption,
-                                     QGridLayout* layout, int column)
+/// The subjects above; below them, low, what the formula file holds. Formulas are wider than
+/// totals.
+void FormNew::makeLists(QGridLayout* layout)
 {
-    auto* list = named(new QListWidget(this), name, {});
-    list->setMaximumHeight(fontMetrics().lineSpacing() * 6);
-    const int columns = column == 0 ? 1 : 2;
-    layout->addWidget(label(u"Label"_s + name, caption, list, this), 3, column, 1, columns);
-    layout->addWidget(list, 4, column, 1, columns);
-    return list;
+    List1 = addList(layout, {.columns = 3}, u"List1"_s, u"请为新成绩库选择科目"_s, u"Label1"_s);
+    List1->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    List1->setToolTip(widgets::multiSelectHint());
+    auto* Label2 =
+        label(u"Label2"_s, u"其中末尾含[总分]表示需要设置相应公式计算生成"_s, nullptr, this);
+    Label2->setWordWrap(true);
+    layout->addWidget(Label2, 2, 0, 1, 3);
+    List2 = addList(layout, {.row = 3}, u"List2"_s, u"总分(&Z)"_s);
+    List3 = addList(layout, {.row = 3, .column = 1, .columns = 2}, u"List3"_s, u"公式(&G)"_s);
+    for (QListWidget* list : {List2, List3})
+        list->setMaximumHeight(fontMetrics().lineSpacing() * 6);
 }
 
 void FormNew::init()
@@ -94,20 +88,10 @@ void FormNew::List1_Click()
         Text1->setText(m_newLibrary.formulaLine(clicked->text()));
 }
 
-QStringList FormNew::selectedSubjects() const
-{
-    QStringList subjects;
-    for (int i = 0; i < List1->count(); ++i) {
-        if (List1->item(i)->isSelected())
-            subjects.append(List1->item(i)->text());
-    }
-    return subjects;
-}
-
 void FormNew::Command1_Click()
 {
     const CommandScope command(m_dialogs);
-    const QStringList subjects = selectedSubjects();
+    const QStringList subjects = widgets::selectedTexts(List1);
     if (!NewLibrary::checkSelected(subjects))
         return;
     const QString path = runtime::ShowFileDialog(u"成绩库|*.CJK"_s, runtime::FileMode::Save);

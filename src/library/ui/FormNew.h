@@ -25,13 +25,11 @@ Q_SIGNALS:
 
 private:
     void build();
-    QListWidget* addFormulaList(const QString& name, const QString& caption, QGridLayout* layout,
-                                int column);
+    void makeLists(QGridLayout* layout);
     void init();
     void List1_Click();
     void Command1_Click();
     void Command3_Click();
-    QStringList selectedSubjects() const;
 
     NewLibrary m_newLibrary;
     ScoreLibrary& m_library;

@@ -5,6 +5,7 @@
 
 class QListWidget;
 class QPlainTextEdit;
+class QVBoxLayout;
 
 namespace library {
 
@@ -17,6 +18,7 @@ public:
     FormXiuGaiKeMu(const runtime::AppPaths& paths, QWidget* parent);
 
 private:
+    void makeLists(QVBoxLayout* layout);
     void Form_Load();
     void Command1_Click();
 

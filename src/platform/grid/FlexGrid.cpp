@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/grid/GridSort.h"
 #include "platform/runtime/Error.h"
 
 namespace grid {
@@ -152,6 +153,19 @@ void FlexGrid::setMergeCol(int col, bool merge)
 bool FlexGrid::MergeCol(int col) const
 {
     return m_mergeCols.contains(col);
+}
+
+void FlexGrid::Sort(int code)
+{
+    if (code == 0)
+        return;
+    if (code < 0 || code > 6)
+        throw runtime::Error(u"不支持的排序方式 %1。"_s.arg(code));
+    if (Col < 0 || Col >= m_cols)
+        throw runtime::Error(u"排序的列 %1 在表格之外。"_s.arg(Col));
+    const SortKind kind = SortKind((code + 1) / 2);
+    const SortOrder order = code % 2 == 1 ? SortOrder::Ascending : SortOrder::Descending;
+    sortRows(m_cells, size_t(std::clamp(FixedRows, 0, Rows())), size_t(Col), kind, order);
 }
 
 void FlexGrid::refuseCell(int row, int col) const

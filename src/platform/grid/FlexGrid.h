@@ -9,6 +9,15 @@
 
 namespace grid {
 
+/// A cell by its row and column.
+struct CellPlace
+{
+    int row;
+    int col;
+
+    friend bool operator==(const CellPlace&, const CellPlace&) = default;
+};
+
 /// A table of texts with fixed headings, as plain data. Rows and columns count from 0, sizes are in
 /// twips (1/1440 inch).
 class FlexGrid
@@ -99,21 +108,5 @@ private:
     std::set<int> m_mergeRows;
     std::set<int> m_mergeCols;
 };
-
-enum class SortKind { Generic = 1, Numeric = 2, Text = 3 };
-enum class SortOrder { Ascending = 1, Descending = 2 };
-
-/// Sets the grid's `Col` and sorts by it. A failure is shown in a message; a column outside the
-/// grid leaves `Col`, and the sort goes by the former one.
-void MFGSort(FlexGrid& grid, int column, SortKind kind, SortOrder order);
-
-/// Moves the texts of the block of rows by `offset` rows, upward if it is positive; both bounds
-/// come back as the block's new ones. Does nothing for row 1 upward and for the last row downward.
-/// A row whose number, or whose new place, is outside the grid is a failure shown in a message.
-void MoveMFGData(FlexGrid& grid, int& firstRow, int& lastRow, int offset);
-
-/// The grid as text, cells separated by tabs, each row ended by a line break; within a cell a line
-/// break shows as "⏎" and a tab as a blank. For tests and for the command line.
-QString gridText(const FlexGrid& grid);
 
 } // namespace grid

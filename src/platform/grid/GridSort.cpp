@@ -1,8 +1,9 @@
-#include "platform/grid/FlexGrid.h"
+#include "platform/grid/GridSort.h"
 
 #include <algorithm>
 #include <functional>
 
+#include "platform/grid/FlexGrid.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
@@ -58,27 +59,19 @@ void sortTexts(Rows& rows, size_t first, SortOrder order, const std::vector<QStr
 
 } // namespace
 
-void FlexGrid::Sort(int code)
+void sortRows(std::vector<std::vector<QString>>& rows, size_t first, size_t col, SortKind kind,
+              SortOrder order)
 {
-    if (code == 0)
-        return;
-    if (code < 0 || code > 6)
-        throw runtime::Error(u"不支持的排序方式 %1。"_s.arg(code));
-    if (Col < 0 || Col >= m_cols)
-        throw runtime::Error(u"排序的列 %1 在表格之外。"_s.arg(Col));
-    const size_t first = size_t(std::clamp(FixedRows, 0, Rows()));
     std::vector<QString> cells;
-    for (size_t row = first; row < m_cells.size(); ++row)
-        cells.push_back(m_cells[row][size_t(Col)]);
-    const SortKind kind = SortKind((code + 1) / 2);
-    const SortOrder order = code % 2 == 1 ? SortOrder::Ascending : SortOrder::Descending;
+    for (size_t row = first; row < rows.size(); ++row)
+        cells.push_back(rows[row][col]);
     const bool numeric =
         kind == SortKind::Numeric
         || (kind == SortKind::Generic && std::all_of(cells.begin(), cells.end(), isNumber));
     if (numeric)
-        sortNumbers(m_cells, first, order, cells);
+        sortNumbers(rows, first, order, cells);
     else
-        sortTexts(m_cells, first, order, cells);
+        sortTexts(rows, first, order, cells);
 }
 
 void MFGSort(FlexGrid& grid, int column, SortKind kind, SortOrder order)

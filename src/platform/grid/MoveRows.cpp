@@ -1,5 +1,6 @@
-#include "platform/grid/FlexGrid.h"
+#include "platform/grid/MoveRows.h"
 
+#include "platform/grid/FlexGrid.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Trap.h"
 

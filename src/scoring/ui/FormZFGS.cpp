@@ -6,45 +6,18 @@
 #include <QListWidget>
 #include <QPushButton>
 
+#include "platform/widgets/CaptionedList.h"
+
 namespace scoring {
 
 using namespace Qt::StringLiterals;
+using widgets::addList;
+using widgets::addMultiList;
 using widgets::button;
 using widgets::CommandScope;
 using widgets::label;
 using widgets::named;
-
-namespace {
-
-/// Texts of the selected entries, in list order.
-QStringList selectedTexts(const QListWidget* list)
-{
-    QStringList texts;
-    for (int i = 0; i < list->count(); ++i) {
-        if (list->item(i)->isSelected())
-            texts.append(list->item(i)->text());
-    }
-    return texts;
-}
-
-/// A list with its caption above and, where several entries can be chosen, the hint below.
-QListWidget* addList(QGridLayout* layout, int column, const QString& name, const QString& caption,
-                     QAbstractItemView::SelectionMode mode)
-{
-    QWidget* const screen = layout->parentWidget();
-    auto* list = named(new QListWidget(screen), name, {});
-    list->setSelectionMode(mode);
-    layout->addWidget(label(u"Label"_s + name, caption, list, screen), 0, column);
-    layout->addWidget(list, 1, column);
-    if (mode == QAbstractItemView::ExtendedSelection) {
-        auto* hint = label(u"LabelHint"_s + name, u"按下Ctrl键或Shift键可多选"_s, nullptr, screen);
-        hint->setWordWrap(true);
-        layout->addWidget(hint, 2, column);
-    }
-    return list;
-}
-
-} // namespace
+using widgets::selectedTexts;
 
 FormZFGS::FormZFGS(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                    QWidget* parent)
@@ -58,9 +31,9 @@ FormZFGS::FormZFGS(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& 
 void FormZFGS::makeWidgets()
 {
     auto* layout = new QGridLayout(this);
-    List1 = addList(layout, 0, u"List1"_s, u"考试(&K)"_s, QAbstractItemView::ExtendedSelection);
-    List2 = addList(layout, 1, u"List2"_s, u"总分(&Z)"_s, QAbstractItemView::SingleSelection);
-    List3 = addList(layout, 2, u"List3"_s, u"科目(&M)"_s, QAbstractItemView::ExtendedSelection);
+    List1 = addMultiList(layout, {.column = 0}, u"List1"_s, u"考试(&K)"_s);
+    List2 = addList(layout, {.column = 1}, u"List2"_s, u"总分(&Z)"_s);
+    List3 = addMultiList(layout, {.column = 2}, u"List3"_s, u"科目(&M)"_s);
     Text1 = named(new QLineEdit(this), u"Text1"_s, u"总分公式"_s);
     auto* formula = new QHBoxLayout;
     formula->addWidget(label(u"LabelText1"_s, u"公式(&G)"_s, Text1, this));
@@ -69,6 +42,7 @@ void FormZFGS::makeWidgets()
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(button(u"Command1"_s, u"确定(&O)"_s, this));
+    // Without a handler on purpose: totals are computed anew from the workbench.
     buttons->addWidget(button(u"Command3"_s, u"重算总分(&R)"_s, this));
     buttons->addWidget(button(u"Command2"_s, u"退出(&X)"_s, this));
     layout->addLayout(buttons, 4, 0, 1, 3);

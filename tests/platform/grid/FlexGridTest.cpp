@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/grid/GridText.h"
 #include "platform/runtime/Error.h"
 #include "support/PrintQString.h"
 
@@ -139,14 +140,6 @@ TEST(FlexGrid, TheCurrentCellStaysInsideAShrinkingGrid)
     EXPECT_EQ(grid.TopRow, 2);
     EXPECT_EQ(grid.Col, 0);
     EXPECT_EQ(grid.ColSel, 0);
-}
-
-TEST(GridText, ShowsBreaksAndTabsWithinACellAsSigns)
-{
-    FlexGrid grid;
-    grid.setTextMatrix(0, 1, u"语文\r\n参试"_s);
-    grid.setTextMatrix(1, 1, u"1\n2\t3"_s);
-    EXPECT_EQ(gridText(grid), u"\t语文⏎参试\n\t1⏎2 3\n"_s);
 }
 
 } // namespace

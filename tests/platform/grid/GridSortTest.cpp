@@ -1,3 +1,5 @@
+#include "platform/grid/GridSort.h"
+
 #include <gtest/gtest.h>
 
 #include "platform/grid/FlexGrid.h"

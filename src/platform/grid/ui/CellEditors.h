@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <QString>
 
 class QLineEdit;
@@ -25,6 +27,12 @@ void ShowListInMFG(QListWidget* list, FlexGridView* view, int row, int col, int 
 
 /// Takes an in-cell editor out of sight; a focus in it goes back to the grid.
 void HideTS(QWidget* editor);
+
+/// Opens the in-cell editor by keys pressed in the grid: Enter and F2 open it on the current cell's
+/// text, any character opens it and takes the text's place. `open` lays the editor over a cell of
+/// the given row and column; where it opens none, the key does nothing.
+void useOpeningKeys(CellTextEditor* box, FlexGridView* view,
+                    const std::function<void(int row, int col)>& open);
 
 /// What the keys of a text box do where a screen says nothing else: Enter and the arrows go to the
 /// cell below or above, Tab to the right, Esc hides.

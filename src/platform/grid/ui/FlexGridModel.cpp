@@ -49,11 +49,6 @@ int FlexGridModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : m_cols;
 }
 
-bool FlexGridModel::isFixed(const QModelIndex& index) const
-{
-    return index.row() < m_grid.FixedRows || index.column() < m_grid.FixedCols;
-}
-
 QVariant FlexGridModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= m_grid.Rows() || index.column() >= m_grid.Cols())

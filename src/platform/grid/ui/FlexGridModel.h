@@ -24,8 +24,6 @@ public:
     /// One cell got another text.
     void reloadCell(int row, int col);
 
-    bool isFixed(const QModelIndex& index) const;
-
 private:
     const FlexGrid& m_grid;
     /// What the views were told; the grid itself may have changed since.

@@ -1,12 +1,21 @@
 #include "platform/grid/ui/FlexGridView.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMimeData>
+#include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QWheelEvent>
 
+#include "platform/grid/GridFind.h"
+#include "platform/grid/ui/CursorKeys.h"
+#include "platform/grid/ui/FixedCellsPainter.h"
 #include "platform/grid/ui/GridCellDelegate.h"
 #include "platform/widgets/CellClip.h"
 #include "platform/widgets/FindBar.h"
@@ -32,6 +41,10 @@ QRect selectedBlock(const QItemSelection& selection)
 FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
     : QTableView(parent),
       m_grid(grid),
+      m_geometry(*this, grid),
+      m_columnDrag(*this, m_geometry),
+      m_blockDrag(*this),
+      m_wheel(*this),
       m_model(new FlexGridModel(grid, this)),
       m_findBar(new widgets::FindBar(this, [this](const QString& text, Qt::SortOrder direction) {
           return findText(text, direction);
@@ -39,10 +52,7 @@ FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
 {
     setModel(m_model);
     setItemDelegate(new GridCellDelegate(this));
-    horizontalHeader()->hide();
-    verticalHeader()->hide();
-    verticalHeader()->setMinimumSectionSize(1);
-    horizontalHeader()->setMinimumSectionSize(0);
+    hideHeaders();
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollMode(ScrollPerPixel);
     setEditTriggers(NoEditTriggers);
@@ -51,6 +61,15 @@ FlexGridView::FlexGridView(FlexGrid& grid, QWidget* parent)
     setAutoScroll(false);
     viewport()->setMouseTracking(true);
     refresh();
+}
+
+/// The headings are cells of the grid.
+void FlexGridView::hideHeaders()
+{
+    horizontalHeader()->hide();
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setMinimumSectionSize(0);
 }
 
 int FlexGridView::pixels(int twips) const
@@ -122,54 +141,15 @@ void FlexGridView::applySpans()
     }
 }
 
-QSize FlexGridView::fixedSize() const
-{
-    const int cols = std::clamp(m_grid.FixedCols, 0, m_model->columnCount());
-    const int rows = std::clamp(m_grid.FixedRows, 0, m_model->rowCount());
-    const auto end = [](const QHeaderView* header, int count) {
-        int size = 0;
-        for (int line = 0; line < count; ++line)
-            size += header->sectionSize(line);
-        return size;
-    };
-    return {end(horizontalHeader(), cols), end(verticalHeader(), rows)};
-}
-
-QRect FlexGridView::shownPart(int row, int col) const
-{
-    const QSize fixed = fixedSize();
-    QRect part = viewport()->rect();
-    if (row < m_grid.FixedRows)
-        part.setHeight(fixed.height());
-    else
-        part.setTop(fixed.height());
-    if (col < m_grid.FixedCols)
-        part.setWidth(fixed.width());
-    else
-        part.setLeft(fixed.width());
-    return part;
-}
-
-/// The place at which the table would show the same cell if the fixed ones scrolled with it.
-QPoint FlexGridView::unscrolled(const QPoint& place) const
-{
-    const QSize fixed = fixedSize();
-    return {place.x() < fixed.width() ? place.x() - horizontalOffset() : place.x(),
-            place.y() < fixed.height() ? place.y() - verticalOffset() : place.y()};
-}
-
 QModelIndex FlexGridView::indexAt(const QPoint& place) const
 {
-    return QTableView::indexAt(unscrolled(place));
+    return QTableView::indexAt(m_geometry.unscrolled(place));
 }
 
 QRect FlexGridView::visualRect(const QModelIndex& index) const
 {
     const QRect rect = QTableView::visualRect(index);
-    if (!index.isValid())
-        return rect;
-    return rect.translated(index.column() < m_grid.FixedCols ? horizontalOffset() : 0,
-                           index.row() < m_grid.FixedRows ? verticalOffset() : 0);
+    return index.isValid() ? rect.translated(m_geometry.stay(index)) : rect;
 }
 
 /// The cell must not hide under the fixed part.
@@ -276,30 +256,135 @@ QMimeData* FlexGridView::selectedCells() const
 
 bool FlexGridView::findText(const QString& text, Qt::SortOrder direction)
 {
-    const qsizetype cols = m_grid.Cols();
-    const qsizetype cells = m_grid.Rows() * cols;
-    if (text.isEmpty() || cells == 0)
+    const QModelIndex current = currentIndex();
+    std::optional<CellPlace> from;
+    if (current.isValid())
+        from = {current.row(), current.column()};
+    const std::optional<CellPlace> found = findCell(m_grid, from, text, direction);
+    if (found)
+        select(found->row, found->col, found->row, found->col);
+    return found.has_value();
+}
+
+void FlexGridView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy))
+        QApplication::clipboard()->setMimeData(selectedCells());
+    else if (event->matches(QKeySequence::SelectAll))
+        selectAll();
+    else if (event->matches(QKeySequence::Find))
+        m_findBar->open();
+    else if (event->matches(QKeySequence::FindNext))
+        m_findBar->find(Qt::AscendingOrder);
+    else if (event->matches(QKeySequence::FindPrevious))
+        m_findBar->find(Qt::DescendingOrder);
+    else if (!moveByKey(*event))
+        event->ignore();
+}
+
+bool FlexGridView::moveByKey(const QKeyEvent& key)
+{
+    const std::optional<CellPlace> to = CursorKeys(*this).target(key);
+    if (!to)
         return false;
-    const qsizetype step = direction == Qt::AscendingOrder ? 1 : cells - 1;
-    qsizetype at = currentIndex().isValid() ? currentIndex().row() * cols + currentIndex().column()
-                                            : cells - 1;
-    for (qsizetype i = 0; i < cells; ++i) {
-        at = (at + step) % cells;
-        const int row = int(at / cols);
-        const int col = int(at % cols);
-        if (!isColumnHidden(col)
-            && m_grid.TextMatrix(row, col).contains(text, Qt::CaseInsensitive)) {
-            select(row, col, row, col);
-            return true;
-        }
+    const bool extend = key.modifiers() & Qt::ShiftModifier;
+    select(extend ? m_grid.Row : to->row, extend ? m_grid.Col : to->col, to->row, to->col);
+    return true;
+}
+
+void FlexGridView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_pressed = m_columnDrag.start(event->pos()) ? QModelIndex() : indexAt(event->pos());
+    if (m_pressed.isValid())
+        pressCell(m_pressed, event->modifiers());
+}
+
+void FlexGridView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    mousePressEvent(event);
+}
+
+/// A heading stands for its whole row or column, the corner for the grid.
+void FlexGridView::pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers)
+{
+    const bool headingRow = index.row() < m_grid.FixedRows;
+    const bool headingCol = index.column() < m_grid.FixedCols;
+    const bool extend = modifiers & Qt::ShiftModifier;
+    m_blockDrag.finish();
+    if (headingRow && headingCol)
+        selectAll();
+    else if (headingRow)
+        keepBlock(m_model->rowCount() - 1, index.column(), 0, index.column());
+    else if (headingCol)
+        keepBlock(index.row(), m_model->columnCount() - 1, index.row(), 0);
+    else {
+        m_blockDrag.start();
+        select(extend ? m_grid.Row : index.row(), extend ? m_grid.Col : index.column(), index.row(),
+               index.column());
     }
-    return false;
+    viewport()->update();
+}
+
+void FlexGridView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_columnDrag.isActive())
+        return m_columnDrag.moveTo(event->pos().x());
+    if (!(event->buttons() & Qt::LeftButton)) {
+        viewport()->setCursor(m_columnDrag.edgeAt(event->pos()) >= 0 ? Qt::SplitHCursor
+                                                                     : Qt::ArrowCursor);
+        return;
+    }
+    if (m_blockDrag.isActive())
+        m_blockDrag.moveTo(event->pos());
+}
+
+void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_blockDrag.finish();
+    const int dragged = m_columnDrag.finish();
+    if (dragged >= 0) {
+        Q_EMIT columnDragged(dragged);
+        return;
+    }
+    const QModelIndex pressed = std::exchange(m_pressed, QModelIndex());
+    const QModelIndex released = indexAt(event->pos());
+    if (!released.isValid())
+        return;
+    const int row = released.row();
+    const int col = released.column();
+    const QPointer<FlexGridView> alive(this);
+    if (pressed == released)
+        Q_EMIT cellClicked(row, col);
+    if (alive)
+        Q_EMIT cellReleased(row, col);
+}
+
+void FlexGridView::wheelEvent(QWheelEvent* event)
+{
+    if (event->modifiers() != Qt::NoModifier || event->angleDelta().y() == 0)
+        return QTableView::wheelEvent(event);
+    m_wheel.turn(event->angleDelta().y());
+    event->accept();
 }
 
 void FlexGridView::resizeEvent(QResizeEvent* event)
 {
     QTableView::resizeEvent(event);
     m_findBar->place();
+}
+
+void FlexGridView::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    QPainter painter(viewport());
+    painter.setClipRegion(event->region());
+    FixedCellsPainter(*this, m_fixedSpans, option).paint(painter);
 }
 
 void FlexGridView::changeEvent(QEvent* event)

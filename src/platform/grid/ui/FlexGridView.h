@@ -2,11 +2,14 @@
 
 #include <vector>
 
-#include <QBasicTimer>
 #include <QTableView>
 
 #include "platform/grid/GridSpans.h"
+#include "platform/grid/ui/BlockDrag.h"
+#include "platform/grid/ui/ColumnDrag.h"
 #include "platform/grid/ui/FlexGridModel.h"
+#include "platform/grid/ui/GridGeometry.h"
+#include "platform/grid/ui/RowWheel.h"
 
 class QMimeData;
 
@@ -57,9 +60,9 @@ public:
     }
     bool isCurrentCell(const QModelIndex& index) const;
     /// The part of the viewport in which a cell of this row and column can be seen.
-    QRect shownPart(int row, int col) const;
+    QRect shownPart(int row, int col) const { return m_geometry.shownPart(row, col); }
     /// The size of the fixed rows and columns.
-    QSize fixedSize() const;
+    QSize fixedSize() const { return m_geometry.fixedSize(); }
 
     /// A place in the viewport to the cell seen there, and back.
     QModelIndex indexAt(const QPoint& place) const override;
@@ -90,39 +93,29 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
-    struct Lines;
-
+    void hideHeaders();
     void applySizes();
     void applySpans();
     void keepBlock(int row, int col, int rowSel, int colSel);
-    bool moveByKey(QKeyEvent* event);
-    int stepped(const QHeaderView* header, int line, int step, int first) const;
-    int pageRow(int direction) const;
+    bool moveByKey(const QKeyEvent& key);
     void pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
-    void dragTo(QPoint place);
-    int columnEdgeAt(const QPoint& place) const;
-    void dragEdge(int x);
-    QPoint unscrolled(const QPoint& place) const;
-    void paintFixed(QPainter& painter, const Lines& lines);
-    void paintFixedCell(QPainter& painter, const QModelIndex& index);
 
     FlexGrid& m_grid;
+    GridGeometry m_geometry;
+    ColumnDrag m_columnDrag;
+    BlockDrag m_blockDrag;
+    RowWheel m_wheel;
     FlexGridModel* m_model;
     widgets::FindBar* m_findBar;
     std::vector<GridSpan> m_fixedSpans;
     bool m_shown = true;
     bool m_keeping = false;
-    bool m_dragging = false;
     QModelIndex m_pressed;
-    int m_draggedCol = -1;
-    int m_wheelRest = 0;
-    QBasicTimer m_scrollTimer;
 };
 
 } // namespace grid

@@ -1,13 +1,24 @@
-#include "platform/grid/GridJson.h"
+#include "platform/grid/GridText.h"
 
 #include <QJsonDocument>
 
 #include <gtest/gtest.h>
 
+#include "platform/grid/FlexGrid.h"
+#include "support/PrintQString.h"
+
 using grid::FlexGrid;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+TEST(GridText, ShowsBreaksAndTabsWithinACellAsSigns)
+{
+    FlexGrid grid;
+    grid.setTextMatrix(0, 1, u"语文\r\n参试"_s);
+    grid.setTextMatrix(1, 1, u"1\n2\t3"_s);
+    EXPECT_EQ(gridText(grid), u"\t语文⏎参试\n\t1⏎2 3\n"_s);
+}
 
 TEST(GridJson, HoldsSizeMergingTextsAndWidths)
 {
