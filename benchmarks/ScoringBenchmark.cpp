@@ -1,8 +1,9 @@
 // Scoring one exam until the commit returns.
 //
-//   bench_scoring make STUDENTS LIBRARY   a library of 40 scored exams and the pending one
-//   bench_scoring run LIBRARY             scores the pending exam; prints milliseconds and peak
-//   memory
+//   bench_scoring make STUDENTS LIBRARY [EXAMS]   a library of 40 (or EXAMS) scored exams and the
+//                                                 pending one
+//   bench_scoring run LIBRARY                     scores the pending exam; prints milliseconds and
+//                                                 peak memory
 //
 // A run writes to the library that it is given: pass a fresh copy.
 
@@ -22,7 +23,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int scoredExams = 40;
+constexpr int usualExams = 40;
 constexpr int studentsInClass = 60;
 const QString pendingExam = u"待算考试"_s;
 
@@ -98,7 +99,7 @@ void addScores(database::Connection& conn, const QString& exam, int number, std:
     }
 }
 
-int make(const runtime::AppPaths& paths, int students, const QString& path)
+int make(const runtime::AppPaths& paths, int students, const QString& path, int scoredExams)
 {
     library::ScoreLibrary scores(paths);
     scores.LibPath = path;
@@ -154,11 +155,12 @@ int main(int count, char* arguments[])
 {
     benchmark::PrintedDialogs dialogs;
     const runtime::AppPaths paths = benchmark::programPaths(arguments[0]);
-    if (count == 4 && std::strcmp(arguments[1], "make") == 0)
-        return make(paths, QByteArray(arguments[2]).toInt(), QString::fromLocal8Bit(arguments[3]));
+    if ((count == 4 || count == 5) && std::strcmp(arguments[1], "make") == 0)
+        return make(paths, QByteArray(arguments[2]).toInt(), QString::fromLocal8Bit(arguments[3]),
+                    count == 5 ? QByteArray(arguments[4]).toInt() : usualExams);
     if (count == 3 && std::strcmp(arguments[1], "run") == 0)
         return run(paths, QString::fromLocal8Bit(arguments[2]));
-    std::fprintf(stderr,
-                 "usage: bench_scoring make STUDENTS LIBRARY | bench_scoring run LIBRARY\n");
+    std::fprintf(
+        stderr, "usage: bench_scoring make STUDENTS LIBRARY [EXAMS] | bench_scoring run LIBRARY\n");
     return 2;
 }

@@ -20,6 +20,8 @@ from pathlib import Path
 
 # An exam that bench_scoring has scored.
 SCORED_EXAM = "第 1次考试"
+# The one that it has yet to score.
+PENDING_EXAM = "待算考试"
 SIZES = {"A": 1200, "B": 3000, "C": 12000}
 
 
@@ -127,6 +129,24 @@ def compare_reports(options, floor, folder):
         ours.unlink()
 
 
+def compare_growth(options, folder):
+    """One exam of a large library against the same exam alone: the others must cost nothing."""
+    students = SIZES["C"]
+    alone, among = folder / "alone.CJK", folder / "among.CJK"
+    run(options.programs / "bench_scoring", "make", students, alone, 0)
+    run(options.programs / "bench_scoring", "make", students, among, 59)
+    works = {"scoring": lambda path: run(options.programs / "bench_scoring", "run",
+                                         fresh(path, folder, "o.CJK")),
+             "browsing": lambda path: run(options.programs / "bench_browse", path, PENDING_EXAM)}
+    for what, work in works.items():
+        times, bounds, ratios = [], [], []
+        for _ in range(options.rounds):
+            bounds.append(figure(work(alone), "total"))
+            times.append(figure(work(among), "total"))
+            ratios.append(times[-1] / bounds[-1])
+        report(f"{what} one exam of 60 against it alone, {students}", times, bounds, ratios)
+
+
 def report(what, times, bounds, ratios, more=""):
     middle = statistics.median
     print(f"{what}: {middle(times):.1f} ms, bound {middle(bounds):.1f} ms, "
@@ -140,7 +160,7 @@ def main():
                         default=Path(__file__).resolve().parent.parent / "build/release/bin")
     parser.add_argument("--rounds", type=int, default=7)
     parser.add_argument("--journal", default="delete", choices=["delete", "wal"])
-    parser.add_argument("--only", choices=["writing", "scoring", "import", "reports"])
+    parser.add_argument("--only", choices=["writing", "scoring", "import", "reports", "growth"])
     options = parser.parse_args()
     options.bound = options.bound.resolve()
     with tempfile.TemporaryDirectory() as name:
@@ -153,7 +173,8 @@ def main():
         comparisons = {"writing": lambda: compare_writing(options, workbooks, folder),
                        "scoring": lambda: compare_scoring(options, floor, folder),
                        "import": lambda: compare_import(options, floor, workbooks, folder),
-                       "reports": lambda: compare_reports(options, floor, folder)}
+                       "reports": lambda: compare_reports(options, floor, folder),
+                       "growth": lambda: compare_growth(options, folder)}
         for what, compare in comparisons.items():
             if options.only in (None, what):
                 compare()

@@ -35,9 +35,10 @@ void KnownStudents::take(database::Statement& rows, Students& students)
         const runtime::Value number = rows.value(3);
         if (!classNumber.isNumber() || !number.isNumber())
             continue;
-        const std::pair<double, double> place{classNumber.toDouble(), number.toDouble()};
-        if (!students.contains(place))
-            students.insert(place, {rows.integer(0), rows.text(1)});
+        const qsizetype known = students.size();
+        Student& student = students[{classNumber.toDouble(), number.toDouble()}];
+        if (students.size() > known)
+            student = {rows.integer(0), rows.text(1)};
     }
 }
 

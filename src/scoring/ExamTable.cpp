@@ -1,91 +1,89 @@
 #include "scoring/ExamTable.h"
 
+#include <algorithm>
 #include <limits>
 #include <numeric>
 
 namespace scoring {
 
 using namespace Qt::StringLiterals;
-using Kind = database::ColumnType::Kind;
 
-double TableColumn::stored(double number) const
+constexpr double null = std::numeric_limits<double>::quiet_NaN();
+
+void TableColumn::append(double number)
 {
-    switch (m_column.type.kind) {
-    case Kind::Single:
-        return double(float(number));
-    case Kind::Double:
-        return number;
-    default:
-        return std::nearbyint(number);
-    }
+    const bool isNull = std::isnan(number);
+    m_values.push_back(isNull ? 0 : number);
+    m_cells.push_back(isNull ? Cell::Null : Cell::Number);
 }
 
-void TableColumn::store(size_t row, double number, bool null)
+void TableColumn::fill(size_t row, double number)
 {
-    if (m_values[row] == number && (m_nulls[row] != 0) == null)
+    if (m_cells[row] != Cell::Unread)
         return;
-    m_values[row] = number;
-    m_nulls[row] = null;
-    m_changed = true;
-    (*m_changedRows)[row] = 1;
+    const bool isNull = std::isnan(number);
+    m_values[row] = isNull ? 0 : number;
+    m_cells[row] = isNull ? Cell::Null : Cell::Number;
 }
 
-void TableColumn::set(size_t row, double number)
+bool TableColumn::hasUnread() const
 {
-    store(row, stored(number), false);
-}
-
-void TableColumn::setNull(size_t row)
-{
-    store(row, 0, true);
+    return std::find(m_cells.begin(), m_cells.end(), Cell::Unread) != m_cells.end();
 }
 
 ExamTable::ExamTable(database::Connection& connection, const QString& exam, const QString& stream,
                      const TableScope& scope)
     : m_conn(connection)
 {
-    chooseColumns(scope.columns);
+    chooseColumns(scope);
     read(exam, stream, scope.filter);
     sortByRowId();
     m_changedRows.assign(rowCount(), 0);
-    for (TableColumn& column : m_columns)
+    for (TableColumn& column : m_columns) {
         column.m_changedRows = &m_changedRows;
+        column.m_values.resize(rowCount(), 0);
+        column.m_cells.resize(rowCount(), TableColumn::Cell::Unread);
+    }
 }
 
-void ExamTable::chooseColumns(const QStringList& wanted)
+void ExamTable::chooseColumns(const TableScope& scope)
 {
+    const auto isWanted = [&scope](const database::Column& column) {
+        return scope.columns.isEmpty() || scope.columns.contains(column.name, Qt::CaseInsensitive);
+    };
+    std::vector<TableColumn> later;
     for (const database::Column& column : m_conn.columns(u"成绩表"_s)) {
         if (!column.type.isNumeric())
             continue;
-        if (!wanted.isEmpty() && !wanted.contains(column.name, Qt::CaseInsensitive))
-            continue;
-        m_positions.insert(column.name.toCaseFolded(), int(m_columns.size()));
-        m_columns.emplace_back(column);
+        if (isWanted(column))
+            m_columns.emplace_back(column);
+        else if (scope.others == TableScope::Others::ReadWhenAskedFor)
+            later.emplace_back(column);
     }
+    m_readAtOnce = m_columns.size();
+    m_columns.insert(m_columns.end(), later.begin(), later.end());
+    for (size_t i = 0; i < m_columns.size(); ++i)
+        m_positions.insert(m_columns[i].name().toCaseFolded(), int(i));
 }
 
 void ExamTable::read(const QString& exam, const QString& stream, const QString& filter)
 {
     QString sql = u"select rowid, 班级"_s;
-    for (const TableColumn& column : m_columns)
-        sql += u",["_s + column.name() + u']';
+    for (size_t i = 0; i < m_readAtOnce; ++i)
+        sql += u",["_s + m_columns[i].name() + u']';
     // The index delivers the rows class by class; sorting row ids afterwards is cheaper than
     // letting the engine sort whole rows. The names stand unescaped, as everywhere: one that the
     // catalogue's statements fail on must fail here too, or its rows would be scored by the
     // formulas of the exam before.
     sql += u" from 成绩表 where 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s + filter;
     database::Statement rows(m_conn, sql);
+    std::vector<double> numbers(1 + m_readAtOnce);
     while (rows.step()) {
         m_rowIds.push_back(rows.integer(0));
-        m_classes.push_back(rows.isNull(1) ? std::numeric_limits<double>::quiet_NaN()
-                                           : rows.number(1));
-        int place = 2;
-        for (TableColumn& column : m_columns) {
-            const bool null = rows.isNull(place);
-            column.m_nulls.push_back(null);
-            column.m_values.push_back(null ? 0 : rows.number(place));
-            ++place;
-        }
+        rows.readNumbers(1, numbers);
+        m_classes.push_back(numbers[0]);
+        for (size_t i = 0; i < m_readAtOnce; ++i)
+            m_columns[i].append(numbers[i + 1]);
     }
 }
 
@@ -112,57 +110,129 @@ void ExamTable::sortByRowId()
               [&](size_t a, size_t b) { return m_rowIds[a] < m_rowIds[b]; });
     permute(m_rowIds, order);
     permute(m_classes, order);
-    for (TableColumn& column : m_columns) {
-        permute(column.m_values, order);
-        permute(column.m_nulls, order);
+    for (size_t i = 0; i < m_readAtOnce; ++i) {
+        permute(m_columns[i].m_values, order);
+        permute(m_columns[i].m_cells, order);
     }
 }
 
-const TableColumn* ExamTable::column(const QString& name) const
+int ExamTable::position(const QString& name) const
 {
-    const int position = m_positions.value(name.toCaseFolded(), -1);
-    return position < 0 ? nullptr : &m_columns[size_t(position)];
+    return m_positions.value(name.toCaseFolded(), -1);
+}
+
+TableColumn* ExamTable::resultColumn(const QString& name)
+{
+    const int found = position(name);
+    return found < 0 ? nullptr : &m_columns[size_t(found)];
 }
 
 TableColumn* ExamTable::column(const QString& name)
 {
-    return const_cast<TableColumn*>(std::as_const(*this).column(name));
+    TableColumn* found = resultColumn(name);
+    if (!found || !found->hasUnread())
+        return found;
+    // Who asks for one of them mostly asks for the others next.
+    std::vector<TableColumn*> unread;
+    for (TableColumn& column : m_columns) {
+        if (column.hasUnread())
+            unread.push_back(&column);
+    }
+    readRest(unread);
+    return found;
 }
 
-database::Statement& ExamTable::writer(const std::vector<const TableColumn*>& columns)
+const TableColumn* ExamTable::column(const QString& name) const
 {
-    QStringList assignments;
+    const int found = position(name);
+    return found < 0 ? nullptr : &m_columns[size_t(found)];
+}
+
+void ExamTable::readRest(const std::vector<TableColumn*>& columns)
+{
+    if (columns.empty())
+        return;
+    QStringList names;
     for (const TableColumn* column : columns)
-        assignments.append(u'[' + column->name() + u"]=?"_s);
-    return m_conn.prepared(u"update 成绩表 set "_s + assignments.join(u',') + u" where rowid=?"_s);
+        names.append(u'[' + column->name() + u']');
+    database::Statement row(m_conn,
+                            u"select "_s + names.join(u',') + u" from 成绩表 where rowid=?"_s);
+    std::vector<double> numbers(columns.size());
+    for (size_t i = 0; i < rowCount(); ++i) {
+        row.reset();
+        row.bindInteger(1, m_rowIds[i]);
+        if (row.step())
+            row.readNumbers(0, numbers);
+        else
+            std::fill(numbers.begin(), numbers.end(), null);
+        for (size_t c = 0; c < columns.size(); ++c)
+            columns[c]->fill(i, numbers[c]);
+    }
+}
+
+/// The statement that writes a row. Columns that were not read are compared by the engine, which
+/// leaves a row alone that has all the values already.
+database::Statement& ExamTable::writer(const std::vector<TableColumn*>& columns)
+{
+    QStringList names;
+    QStringList assignments;
+    QStringList places;
+    for (const TableColumn* column : columns) {
+        places.append(u'?' + QString::number(places.size() + 1));
+        names.append(u'[' + column->name() + u']');
+        assignments.append(names.last() + u'=' + places.last());
+    }
+    QString sql = u"update 成绩表 set %1 where rowid=?%2"_s.arg(assignments.join(u','))
+                      .arg(columns.size() + 1);
+    if (m_readAtOnce < m_columns.size())
+        sql += u" and (%1) is not (%2)"_s.arg(names.join(u','), places.join(u','));
+    return m_conn.prepared(sql);
+}
+
+std::vector<TableColumn*> ExamTable::changedColumns()
+{
+    std::vector<TableColumn*> changed;
+    std::vector<TableColumn*> unread;
+    for (TableColumn& column : m_columns) {
+        if (!column.m_changed)
+            continue;
+        changed.push_back(&column);
+        if (column.hasUnread())
+            unread.push_back(&column);
+    }
+    readRest(unread);
+    return changed;
 }
 
 void ExamTable::write()
 {
-    std::vector<const TableColumn*> changed;
-    for (const TableColumn& column : m_columns) {
-        if (column.changed())
-            changed.push_back(&column);
-    }
-    if (changed.empty())
-        return;
-    database::Statement& statement = writer(changed);
-    for (size_t row = 0; row < rowCount(); ++row) {
-        if (!m_changedRows[row])
-            continue;
-        statement.reset();
-        int place = 0;
-        for (const TableColumn* column : changed) {
-            ++place;
-            if (column->isNull(row))
-                statement.bindNull(place);
-            else if (column->m_column.type.kind == Kind::Long)
-                statement.bindInteger(place, qint64(column->value(row)));
-            else
-                statement.bindDouble(place, column->value(row));
+    const std::vector<TableColumn*> changed = changedColumns();
+    if (!changed.empty())
+        writeRows(writer(changed), changed);
+}
+
+void ExamTable::writeRows(database::Statement& statement, const std::vector<TableColumn*>& columns)
+{
+    // The numbers lie column by column and go out row by row: turned over in blocks, they are
+    // fetched from memory once.
+    constexpr size_t blockRows = 32;
+    const size_t width = columns.size();
+    std::vector<double> block(blockRows * width);
+    for (size_t first = 0; first < rowCount(); first += blockRows) {
+        const size_t rows = std::min(blockRows, rowCount() - first);
+        for (size_t c = 0; c < width; ++c) {
+            for (size_t r = 0; r < rows; ++r)
+                block[r * width + c] =
+                    columns[c]->isNull(first + r) ? null : columns[c]->value(first + r);
         }
-        statement.bindInteger(place + 1, m_rowIds[row]);
-        statement.run();
+        for (size_t r = 0; r < rows; ++r) {
+            if (!m_changedRows[first + r])
+                continue;
+            statement.reset();
+            statement.bindNumbers(1, {&block[r * width], width});
+            statement.bindInteger(int(width) + 1, m_rowIds[first + r]);
+            statement.run();
+        }
     }
 }
 

@@ -7,8 +7,11 @@ namespace scoring {
 ExamTable& ExamTables::of(const QString& stream)
 {
     auto found = m_tables.find(stream);
-    if (found == m_tables.end())
-        found = m_tables.emplace(stream, std::make_unique<ExamTable>(m_conn, m_exam, stream)).first;
+    if (found == m_tables.end()) {
+        const TableScope scope{{}, m_scores, TableScope::Others::ReadWhenAskedFor};
+        found = m_tables.emplace(stream, std::make_unique<ExamTable>(m_conn, m_exam, stream, scope))
+                    .first;
+    }
     return *found->second;
 }
 

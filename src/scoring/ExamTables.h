@@ -11,8 +11,10 @@ namespace scoring {
 class ExamTables
 {
 public:
-    ExamTables(database::Connection& connection, const QString& exam)
-        : m_conn(connection), m_exam(exam)
+    /// `scores` names the columns that are read at once; what scoring makes of them is read when it
+    /// is asked for.
+    ExamTables(database::Connection& connection, const QString& exam, const QStringList& scores)
+        : m_conn(connection), m_exam(exam), m_scores(scores)
     {
     }
 
@@ -28,6 +30,7 @@ public:
 private:
     database::Connection& m_conn;
     QString m_exam;
+    QStringList m_scores;
     std::map<QString, std::unique_ptr<ExamTable>> m_tables;
 };
 

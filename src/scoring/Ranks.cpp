@@ -7,6 +7,7 @@
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
+#include "scoring/RowOrder.h"
 
 namespace scoring {
 
@@ -16,19 +17,6 @@ using runtime::Trap;
 namespace {
 
 const Trap trap{" - Sub PaiMC/Mdl_MDB"};
-
-/// Rows in the order of a descending sort: NULL last, equal values in row order.
-std::vector<size_t> descending(const TableColumn& column, size_t rows)
-{
-    std::vector<size_t> order(rows);
-    std::iota(order.begin(), order.end(), size_t(0));
-    std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
-        if (column.isNull(a) || column.isNull(b))
-            return !column.isNull(a) && column.isNull(b);
-        return column.value(a) > column.value(b);
-    });
-    return order;
-}
 
 /// Competition ranks (1, 2, 2, 4) of one group whose values come in descending order.
 class RankRule
@@ -113,7 +101,7 @@ size_t rowsInClasses(const Groups& groups)
 void rankGrade(ExamTable& table, const TableColumn& scores, const std::vector<size_t>& order,
                const QString& rankName)
 {
-    TableColumn* ranks = table.column(rankName);
+    TableColumn* ranks = table.resultColumn(rankName);
     if (!ranks)
         return failEachRow(rankName, table.rowCount());
     RankRule rule;
@@ -124,7 +112,7 @@ void rankGrade(ExamTable& table, const TableColumn& scores, const std::vector<si
 void rankClasses(ExamTable& table, const TableColumn& scores, const std::vector<size_t>& order,
                  const Groups& groups, const QString& rankName)
 {
-    TableColumn* ranks = table.column(rankName);
+    TableColumn* ranks = table.resultColumn(rankName);
     if (!ranks)
         return failEachRow(rankName, rowsInClasses(groups));
     std::vector<RankRule> rules(groups.classCount);
@@ -143,11 +131,11 @@ void rankByT(ExamTable& table, const QString& total)
     if (!scores)
         return trap.fail(database::noSuchColumn(name));
     const QString rankName = library::tRankColumn(total);
-    TableColumn* ranks = table.column(rankName);
+    TableColumn* ranks = table.resultColumn(rankName);
     if (!ranks)
         return failEachRow(rankName, table.rowCount());
     RankRule rule;
-    for (const size_t row : descending(*scores, table.rowCount()))
+    for (const size_t row : descendingRows(*scores, table.rowCount()))
         ranks->set(row, double(rule.next(*scores, row)));
 }
 
@@ -156,7 +144,7 @@ void rankByScore(ExamTable& table, const QString& name, const Groups& groups)
     const TableColumn* scores = table.column(name);
     if (!scores)
         return trap.fail(database::noSuchColumn(name));
-    const std::vector<size_t> order = descending(*scores, table.rowCount());
+    const std::vector<size_t> order = descendingRows(*scores, table.rowCount());
     if (groups.grade == Grade::Ranked)
         rankGrade(table, *scores, order, library::gradeRankColumn(name));
     if (groups.classCount > 0)

@@ -86,7 +86,7 @@ void Scoring::Zfen(const QString& exam)
 {
     const Trap trap{" - Sub Zfen/Mdl_MDB"};
     trap([&] {
-        ExamTables tables(m_library.Conn, exam);
+        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
         computeStandardScores(*this, tables);
         tables.write();
     });
@@ -96,7 +96,7 @@ void Scoring::JiSuanZF(const QString& exam)
 {
     const Trap trap{" - Sub JiSuanZF/Mdl_MDB"};
     trap([&] {
-        ExamTables tables(m_library.Conn, exam);
+        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
         computeTotals(*this, tables);
         tables.write();
     });
@@ -106,7 +106,7 @@ void Scoring::PanNJBjMC(const QString& exam)
 {
     const Trap trap{" - Sub PanNJBjMC/Mdl_MDB"};
     trap([&] {
-        ExamTables tables(m_library.Conn, exam);
+        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
         computeRanks(*this, tables);
         tables.write();
     });
@@ -116,7 +116,7 @@ void Scoring::PaiMC(const QString& exam, const QString& stream, double classNumb
 {
     const Trap trap{" - Sub PaiMC/Mdl_MDB"};
     trap([&] {
-        ExamTables tables(m_library.Conn, exam);
+        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
         computeGroupRanks(*this, tables, stream, classNumber);
         tables.write();
     });
@@ -126,7 +126,7 @@ bool Scoring::score(const QString& exam, runtime::Progress& progress)
 {
     constexpr int steps = 4;
     const QString text = u"计算总分："_s + exam + u"..."_s;
-    ExamTables tables(m_library.Conn, exam);
+    ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
     bool complete = true;
     const auto runStep = [&](int step, const char* tag, const std::function<bool()>& work) {
         progress.report(text, step, steps);

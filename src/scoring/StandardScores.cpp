@@ -106,8 +106,8 @@ void computeSubject(Scoring& scoring, ExamTable& table, const QString& subject, 
         return;
     const QString zName = library::zScoreColumn(subject);
     const QString tName = library::tScoreColumn(subject);
-    TableColumn* zColumn = table.column(zName);
-    TableColumn* tColumn = table.column(tName);
+    TableColumn* zColumn = table.resultColumn(zName);
+    TableColumn* tColumn = table.resultColumn(tName);
     const library::Settings& settings = scoring.library().settings;
     for (size_t row = 0; row < table.rowCount(); ++row) {
         takeZ(z, scores, row, distribution);

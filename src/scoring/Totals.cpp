@@ -67,8 +67,8 @@ public:
             const QString& name = catalogue.TotalColumns[i];
             Total& total = found.emplace_back();
             total.score = named(name);
-            total.z = named(library::zScoreColumn(name));
-            total.t = named(library::tScoreColumn(name));
+            total.z = result(library::zScoreColumn(name));
+            total.t = result(library::tScoreColumn(name));
             const QString formula = formulas.value(i);
             // A total without a formula has no terms.
             const QStringList terms = formula.isEmpty() ? QStringList() : formula.split(u'+');
@@ -79,10 +79,14 @@ public:
     }
 
 private:
-    NamedColumn named(const QString& name)
+    NamedColumn named(const QString& name) { return {name, m_table.column(name), isThere(name)}; }
+    NamedColumn result(const QString& name)
     {
-        const database::TableColumns& columns = m_scoring.library().Conn.columns(u"成绩表"_s);
-        return {name, m_table.column(name), columns.find(name) >= 0};
+        return {name, m_table.resultColumn(name), isThere(name)};
+    }
+    bool isThere(const QString& name) const
+    {
+        return m_scoring.library().Conn.columns(u"成绩表"_s).find(name) >= 0;
     }
 
     Term makeTerm(const QString& name)

@@ -10,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/widgets/Captions.h"
 #include "support/PrintQString.h"
 
 namespace {
@@ -85,6 +84,11 @@ TEST(Screen, ACaptionIsReadWithoutItsAccessKey)
     EXPECT_EQ(widgets::withoutAccessKey(u"另存为(&S)…"_s), u"另存为…"_s);
     EXPECT_EQ(widgets::withoutAccessKey(u"&OK"_s), u"OK"_s);
     EXPECT_EQ(widgets::withoutAccessKey(u"班级(人)"_s), u"班级(人)"_s);
+}
+
+TEST(Screen, ATextWithAnAmpersandIsShownAsItStands)
+{
+    EXPECT_EQ(widgets::literalCaption(u"R&B班"_s), u"R&&B班"_s);
 }
 
 } // namespace

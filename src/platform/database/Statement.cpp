@@ -1,6 +1,7 @@
 #include "platform/database/Statement.h"
 
 #include <algorithm>
+#include <limits>
 
 #include <sqlite3.h>
 
@@ -219,6 +220,21 @@ void Statement::bindDouble(int place, double number)
     sqlite3_bind_double(d->statement.get(), place, number);
 }
 
+void Statement::bindNumbers(int first, std::span<const double> numbers)
+{
+    // Whole numbers take the shorter way through the engine, which would find out itself that they
+    // are.
+    for (const double number : numbers) {
+        const bool isWhole = std::abs(number) < 1e15 && double(qint64(number)) == number;
+        d->bound(first);
+        if (isWhole)
+            sqlite3_bind_int64(d->statement.get(), first, qint64(number));
+        else
+            sqlite3_bind_double(d->statement.get(), first, number);
+        ++first;
+    }
+}
+
 bool Statement::step()
 {
     if (d->state == Private::State::Finished)
@@ -300,6 +316,18 @@ double Statement::number(int column) const
 qint64 Statement::integer(int column) const
 {
     return sqlite3_column_int64(d->statement.get(), column);
+}
+
+void Statement::readNumbers(int first, std::span<double> numbers) const
+{
+    sqlite3_stmt* statement = d->statement.get();
+    for (double& number : numbers) {
+        number = sqlite3_column_double(statement, first);
+        // A NULL reads as 0.
+        if (number == 0 && sqlite3_column_type(statement, first) == SQLITE_NULL)
+            number = std::numeric_limits<double>::quiet_NaN();
+        ++first;
+    }
 }
 
 QString Statement::text(int column) const

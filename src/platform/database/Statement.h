@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <vector>
 
 #include <QString>
@@ -36,6 +37,8 @@ public:
     void bindNull(int place);
     void bindInteger(int place, qint64 number);
     void bindDouble(int place, double number);
+    /// Numbers for the places from `first` on; NaN is NULL.
+    void bindNumbers(int first, std::span<const double> numbers);
 
     /// True if it stands on a row, false at the end. Throws Error. A writing statement is refused
     /// when the connection cannot be written.
@@ -55,6 +58,8 @@ public:
     bool isNull(int column) const;
     double number(int column) const;
     qint64 integer(int column) const;
+    /// The numbers of the columns from `first` on; NULL is NaN.
+    void readNumbers(int first, std::span<double> numbers) const;
     QString text(int column) const;
     /// The value with the type that the engine stores.
     runtime::Value value(int column) const;

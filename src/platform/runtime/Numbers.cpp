@@ -80,6 +80,13 @@ QString significant(double number, int digits)
     return QString::fromLatin1(buffer, end - buffer).replace(u'e', u'E');
 }
 
+/// The usual ones without a call of pow, which gives the same numbers.
+double powerOfTen(int digits)
+{
+    static constexpr double powers[] = {1, 10, 100, 1000, 10000};
+    return digits >= 0 && digits < int(std::size(powers)) ? powers[digits] : std::pow(10.0, digits);
+}
+
 } // namespace
 
 double Val(QStringView text)
@@ -106,7 +113,7 @@ double Round(double number, int digits)
 {
     // From here on a double has no half, and the way there and back would only change it.
     constexpr double wholeFrom = 0x1p52;
-    const double scale = std::pow(10.0, digits);
+    const double scale = powerOfTen(digits);
     const double scaled = number * scale;
     return std::abs(scaled) < wholeFrom ? std::nearbyint(scaled) / scale : number;
 }

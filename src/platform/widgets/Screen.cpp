@@ -6,10 +6,9 @@
 #include <QScreen>
 #include <QShowEvent>
 
-#include "platform/widgets/Captions.h"
-
-
 namespace widgets {
+
+using namespace Qt::StringLiterals;
 
 Screen::Screen(const QString& name, const QString& caption, QWidget* parent) : QDialog(parent)
 {
@@ -37,6 +36,21 @@ void Screen::showEvent(QShowEvent* event)
     if (!event->spontaneous())
         resize(size().boundedTo(screen()->availableSize()));
     QDialog::showEvent(event);
+}
+
+QString withoutAccessKey(const QString& caption)
+{
+    constexpr int keyLength = 4;
+    QString text = caption;
+    const qsizetype key = text.indexOf(u"(&"_s);
+    if (key >= 0)
+        text.remove(key, keyLength);
+    return text.remove(u'&');
+}
+
+QString literalCaption(const QString& text)
+{
+    return QString(text).replace(u'&', u"&&"_s);
 }
 
 QPushButton* button(const QString& objectName, const QString& caption, QWidget* parent)

@@ -42,6 +42,12 @@ template <class Label> Label* namedText(Label* label, const QString& objectName)
     return label;
 }
 
+/// "导入(&I)" as it is read: "导入".
+QString withoutAccessKey(const QString& caption);
+
+/// A text as a caption that shows it as it stands: no letter of it becomes an access key.
+QString literalCaption(const QString& text);
+
 /// A push button with its design name; `caption` can carry an access key as in "导入(&I)".
 QPushButton* button(const QString& objectName, const QString& caption, QWidget* parent);
 

@@ -18,7 +18,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
 #include "platform/widgets/Backdrop.h"
-#include "platform/widgets/Captions.h"
+#include "platform/widgets/Screen.h"
 #include "shell/GridExport.h"
 #include "shell/LibraryFile.h"
 #include "shell/ui/ColumnWidths.h"

@@ -12,7 +12,6 @@
 
 #include "platform/runtime/Trap.h"
 #include "platform/widgets/LabelProgress.h"
-#include "platform/widgets/Captions.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenProgress.h"
 #include "workbench/ExamOrder.h"
@@ -371,8 +370,8 @@ void FormKaoShi::Command2_Click()
 {
     widgets::ScreenProgress progress(window());
     runAnalysis(
-        m_selection.analysisRequest(), m_reports, [this]() -> auto& { return excel::OpenExcel(m_applications); },
-        progress);
+        m_selection.analysisRequest(),
+        m_reports, [this]() -> auto& { return excel::OpenExcel(m_applications); }, progress);
 }
 
 void FormKaoShi::CommandZDYXS_Click()

@@ -14,7 +14,6 @@
 #include <QVBoxLayout>
 
 #include "platform/runtime/Dialogs.h"
-#include "platform/widgets/Captions.h"
 #include "platform/widgets/Screen.h"
 #include "workbooks/ui/CellDisplay.h"
 #include "workbooks/ui/WorksheetView.h"

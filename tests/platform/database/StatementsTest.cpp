@@ -183,6 +183,22 @@ TEST_F(Statements, EveryKindOfValueIsBoundAndReadBack)
     }
 }
 
+TEST_F(Statements, NumbersAreBoundAndReadTogetherWithNaNForNull)
+{
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    Statement& numbers = connection.prepared(u"select ?1, ?2, ?3, ?4, ?5, typeof(?3)"_s);
+    numbers.reset();
+    numbers.bindNumbers(1, std::vector{0.0, none, 7.0, -2.5, 1e300});
+    ASSERT_TRUE(numbers.step());
+    std::vector<double> read(4);
+    numbers.readNumbers(1, read);
+    EXPECT_TRUE(std::isnan(read[0]));
+    read[0] = 0;
+    EXPECT_EQ(read, (std::vector{0.0, 7.0, -2.5, 1e300}));
+    EXPECT_FALSE(numbers.isNull(0));
+    EXPECT_EQ(numbers.text(5), u"integer"_s);
+}
+
 TEST_F(Statements, ATextStaysInItsPlaceUntilAnotherValueComes)
 {
     Statement& echo = connection.prepared(u"select ?"_s);
