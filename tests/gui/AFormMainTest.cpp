@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QListWidget>
+#include <QScopeGuard>
 
 #include "gui/MainWindowFixture.h"
 #include "gui/ModalBoxes.h"
@@ -217,6 +218,21 @@ TEST_F(MainWindow, TheCustomDisplayComesUpForTheItemAndTheStreamOfTheWorkbench)
     });
     press(u"CommandZDYXS"_s);
     EXPECT_EQ(boxes.count, 1);
+}
+
+TEST_F(MainWindow, ColumnsAreAsWideAsTheProgramsFontAsks)
+{
+    const QFont before = QApplication::font();
+    const auto restore = qScopeGuard([&before] { QApplication::setFont(before); });
+    QFont large = before;
+    large.setPointSize(20);
+    window.reset();
+    QApplication::setFont(large);
+    window = std::make_unique<shell::AFormMain>(test.scores, screenDialogs);
+    startWithExam();
+    press(u"CommandLLCJ"_s);
+    EXPECT_EQ(gridView()->grid().TextMatrix(0, 2), u"姓名"_s);
+    EXPECT_EQ(gridView()->grid().ColWidth(2), 4 * 20 * 24) << "four characters with their air";
 }
 
 } // namespace
