@@ -322,4 +322,13 @@ TEST_F(NewLibraryRun, ANewLibraryThatCannotBeMadeLeavesNoneOpenAndTheFormerAsItW
     EXPECT_EQ(content(), before);
 }
 
+TEST_F(NewLibraryRun, WhoeverListensIsToldOnceTheColumnsAreThere)
+{
+    QList<QStringList> told;
+    QObject::connect(&scores, &library::ScoreLibrary::changed,
+                     [&] { told.append(scores.catalogue.AllColumns); });
+    ASSERT_TRUE(create({u"语文"_s, u"总分"_s}));
+    EXPECT_EQ(told, QList<QStringList>({{u"语文"_s, u"总分"_s}}));
+}
+
 } // namespace
