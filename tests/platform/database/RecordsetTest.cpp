@@ -351,5 +351,14 @@ TEST_F(Rows, PicturesAreWrittenAndReadInChunks)
     EXPECT_EQ(picture.GetChunk(99), QByteArray("neu"));
 }
 
+TEST_F(Rows, AnotherProgramCanWriteBetweenTheRows)
+{
+    set.Open(u"select * from 信息表"_s, connection);
+    EXPECT_EQ(set.Fields(u"姓名"_s).Value().text(), u"丁"_s);
+    OtherProgram(file.path()).run("update 信息表 set 姓名='戊' where ID=2");
+    set.MoveNext();
+    EXPECT_EQ(set.Fields(u"姓名"_s).Value().text(), u"戊"_s);
+}
+
 } // namespace
 } // namespace database

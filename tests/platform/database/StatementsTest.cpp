@@ -244,5 +244,11 @@ TEST_F(Statements, AClosedConnectionRefuses)
     EXPECT_THROW(WriteBatch{connection}, Error);
 }
 
+TEST_F(Statements, WithoutAnOpenLibraryAFaultyStatementSaysThatNoneIsOpen)
+{
+    connection.Close();
+    EXPECT_EQ(failed(u"ALTER TABLE T add COLUMN"_s).failure(), Failure::Missing);
+}
+
 } // namespace
 } // namespace database
