@@ -360,5 +360,14 @@ TEST_F(Rows, AnotherProgramCanWriteBetweenTheRows)
     EXPECT_EQ(set.Fields(u"姓名"_s).Value().text(), u"戊"_s);
 }
 
+TEST_F(Rows, ARowIsFetchedOnceForAllItsFields)
+{
+    set.Open(u"select * from 信息表"_s, connection);
+    EXPECT_EQ(set.Fields(u"姓名"_s).Value().text(), u"丁"_s);
+    const Traced traced(connection);
+    EXPECT_EQ(set.Fields(u"科类"_s).Value().text(), u"理"_s);
+    EXPECT_EQ(traced.statements, QStringList());
+}
+
 } // namespace
 } // namespace database
