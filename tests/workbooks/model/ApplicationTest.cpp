@@ -67,6 +67,11 @@ TEST(Application, AClosedWorkbookIsNoLongerCountedAndRefusesEveryCall)
     const QString closed = u"工作簿已经关闭。"_s;
     EXPECT_EQ(errorOf([&] { book.Worksheets(); }), closed);
     EXPECT_EQ(errorOf([&] { book.path(); }), closed);
+    EXPECT_EQ(errorOf([&] { book.activeSheet(); }), closed);
+    EXPECT_EQ(errorOf([&] { book.addSheet(u"新"_s); }), closed);
+    EXPECT_EQ(errorOf([&] { book.sheets(); }), closed);
+    EXPECT_EQ(errorOf([&] { book.Saved(); }), closed);
+    EXPECT_EQ(errorOf([&] { book.setSaved(true); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.Name(); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.Cells(1, 1); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.setCell(1, 1, 1.0); }), closed);
