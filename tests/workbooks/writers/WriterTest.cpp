@@ -171,6 +171,18 @@ TEST_F(WriterTest, SizesHiddenPartsAndTheSheetInFrontAreKept)
     EXPECT_EQ(page.columns().size(), 5u);
 }
 
+TEST_F(WriterTest, AHiddenRowWithoutHeightIsOfTheUsualHeightOnceItIsShown)
+{
+    sheet.setRowHeight(3, 0);
+    sheet.setRowState(3, excel::RowState::Hidden);
+    sheet.setCell(4, 1, 1);
+    const auto read = writtenAndRead();
+    Worksheet& page = read->Worksheets().Item(1);
+    EXPECT_TRUE(page.isRowHidden(3));
+    page.setRowState(3, excel::RowState::Shown);
+    EXPECT_EQ(page.shownRowHeight(3), Worksheet::standardRowHeight);
+}
+
 TEST_F(WriterTest, AHiddenSheetIsNeverInFront)
 {
     book.addSheet(u"可见"_s);
