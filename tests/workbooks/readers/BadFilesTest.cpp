@@ -263,3 +263,19 @@ TEST(BadFiles, SheetsThatOverlapForEverAreRefused)
         records.boundSheet(0, QByteArray("\x01\x00S", 3));
     EXPECT_EQ(sentenceFor(records.eof().bytes()), tooLarge);
 }
+
+TEST(BadFiles, AnOlderSheetWhoseCellsAreScatteredIsRefusedToo)
+{
+    XlsRecords records;
+    records.bof(0x600, 5);
+    const QByteArray name("\x01\x00S", 3);
+    constexpr int sheets = 60;
+    // BOUNDSHEET takes 13 bytes, EOF 4.
+    const qsizetype place = records.bytes().size() + sheets * (4 + 6 + name.size()) + 4;
+    for (int i = 0; i < sheets; ++i)
+        records.boundSheet(place, name);
+    records.eof().bof(0x600, 0x10);
+    for (int row = 0; row < 65536; row += 256)
+        records.add(0x203, u16(row) + u16(0) + u16(0) + real(1));
+    EXPECT_EQ(sentenceFor(records.eof().bytes()), tooLarge);
+}
