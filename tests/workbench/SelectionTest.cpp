@@ -167,4 +167,14 @@ TEST_F(SelectionTest, AFailingStatementOfInitIsShownAndTheOtherListsAreFilled)
     EXPECT_EQ(selection.ListFW.count(), 3);
 }
 
+TEST_F(SelectionTest, AStreamOutsideTheClassTableHasItsOptionAndNoClasses)
+{
+    library.scores.catalogue.ClassTable.resize(1);
+    selection.init();
+    EXPECT_TRUE(selection.OptionButton1[2].visible);
+    EXPECT_EQ(texts(selection.ListFW), QStringList{u"1"_s});
+    selection.OptionButton1_Click(2);
+    EXPECT_EQ(selection.ListFW.selectedCount(), 0);
+}
+
 } // namespace
