@@ -59,6 +59,9 @@ class Result:
         return json.dumps({**dataclasses.asdict(self.mutation), "outcome": self.outcome,
                            "by": self.by}, ensure_ascii=False)
 
+    def line(self):
+        return f"{self.outcome:14} {self.mutation.file}:{self.mutation.line} {self.by}"
+
     @staticmethod
     def read(text):
         values = json.loads(text)
@@ -226,7 +229,7 @@ def search(tree, record, folder, count, seed):
         if result is None:
             result = tree.judge(mutation)
             record.add(result)
-            print(f"{result.outcome:14} {mutation.file}:{mutation.line} {result.by}", flush=True)
+            print(result.line(), flush=True)
         built += result.outcome != "did not build"
 
 
@@ -235,9 +238,12 @@ def again(tree, record):
     survivors = [known.mutation for known in record.results if known.outcome == "survived"]
     for mutation in survivors:
         try:
-            yield tree.judge(mutation)
+            result = tree.judge(mutation)
         except LookupError as error:
             print(error)
+            continue
+        print(result.line(), flush=True)
+        yield result
 
 
 def show(results):
