@@ -279,3 +279,36 @@ TEST(BadFiles, AnOlderSheetWhoseCellsAreScatteredIsRefusedToo)
         records.add(0x203, u16(row) + u16(0) + u16(0) + real(1));
     EXPECT_EQ(sentenceFor(records.eof().bytes()), tooLarge);
 }
+
+TEST(BadFiles, PartsThatAreSmallByThemselvesMayNotAddUpToABomb)
+{
+    BookFolder::Parts parts =
+        BookFolder::partsWith("<worksheet>" + QByteArray(20'000'000, ' ') + "</worksheet>");
+    const QByteArray sheet = "<sheet name='S' r:id='r1'/>";
+    const BookFolder folder;
+    EXPECT_EQ(sentenceOf(folder.writeZip(u"once.xlsx"_s, parts)), QString());
+    parts["xl/workbook.xml"] =
+        "<workbook xmlns:r='r'><sheets>" + sheet.repeated(9) + "</sheets></workbook>";
+    EXPECT_EQ(sentenceOf(folder.writeZip(u"often.xlsx"_s, parts)), tooLarge);
+}
+
+TEST(BadFiles, MoreEntriesThanTheShortRecordCountsAreRefused)
+{
+    const BookFolder folder;
+    QFile file(folder.writeZip(u"a.xlsx"_s, BookFolder::partsWith("<worksheet/>")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray zip = file.readAll();
+    // The records of long archives go into the comment at the end, whose size stands in front.
+    constexpr int record = 56;
+    constexpr int locator = 20;
+    zip.replace(zip.size() - 2, 2, u16(record + locator));
+    for (const auto& [entries, sentence] :
+         {std::pair{65535u, QString()}, std::pair{65536u, tooLarge}}) {
+        const QByteArray claim = QByteArray(32, '\0') + u32(entries) + QByteArray(20, '\0');
+        const QByteArray mark("PK\x06\x07", 4);
+        EXPECT_EQ(
+            sentenceFor(zip + claim + mark + u32(0) + u32(quint32(zip.size())) + u32(0) + u32(1)),
+            sentence)
+            << entries;
+    }
+}
