@@ -59,6 +59,43 @@ QByteArray withShortStream(const QByteArray& stream)
            + chain(u32(end), 1, content.size() / smallSector) + container;
 }
 
+/// A container of sectors so small that its tables do not fit into the list in the header; three of
+/// the sectors lie in the header itself.
+QByteArray withManyTables(const QByteArray& stream)
+{
+    constexpr int small = 128;
+    constexpr int words = small / 4;
+    constexpr qsizetype inHeader = 109;
+    constexpr quint32 firstTable = 3;
+    const qsizetype contents = (stream.size() + small - 1) / small;
+    const qsizetype tables = (contents + 256) / words;
+    const qsizetype lists = (tables - inHeader + words - 2) / (words - 1);
+    const quint32 firstList = firstTable + quint32(tables);
+    const quint32 directory = firstList + quint32(lists);
+    const quint32 start = directory + 2;
+
+    QByteArray table = QByteArray(qsizetype(directory) * 4, '\xFF') + u32(directory + 1) + u32(end);
+    for (qsizetype i = 1; i < contents; ++i)
+        table += u32(start + quint32(i));
+    table += u32(end);
+
+    QByteArray head = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1" + QByteArray(16, '\0') + u16(0x3E) + u16(3)
+                      + u16(0xFFFE) + u16(7) + u16(6) + QByteArray(10, '\0') + u32(quint32(tables))
+                      + u32(directory) + u32(0) + u32(4096) + u32(end) + u32(0) + u32(firstList)
+                      + u32(quint32(lists));
+    QByteArray list;
+    for (qsizetype i = 0; i < tables; ++i) {
+        QByteArray& place = i < inHeader ? head : list;
+        // The last word of a list leads to the next one.
+        if (list.size() % small == small - 4)
+            list += u32(firstList + quint32(list.size() / small) + 1);
+        place += u32(firstTable + quint32(i));
+    }
+    return head + table.leftJustified(tables * small, '\xFF')
+           + list.leftJustified(lists * small, '\xFF') + entry("Root Entry", 5, 1, end, 0)
+           + entry("Workbook", 2, nowhere, start, stream.size()) + padded(stream, small);
+}
+
 } // namespace
 
 TEST(CompoundFile, AShortStreamIsPutTogetherFromSmallSectors)
@@ -87,4 +124,18 @@ TEST(CompoundFile, WithoutSmallSectorsTheirTableMayBeginNowhere)
     bytes.replace(60, 4, u32(nowhere));
     EXPECT_EQ(cellsOf(excel::readWorkbook(folder.write(u"b.xls"_s, bytes))->Worksheets().Item(1)),
               before);
+}
+
+TEST(CompoundFile, TablesThatTheHeaderCannotListAreFoundBehindIt)
+{
+    constexpr int rows = 32000;
+    XlsRecords cells;
+    for (int row = 0; row < rows; ++row)
+        cells.add(0x203, u16(row) + u16(0) + u16(0) + real(row));
+    const QByteArray file = withManyTables(XlsRecords::book(0x600, {}, cells));
+    const BookFolder folder;
+    const auto book = excel::readWorkbook(folder.write(u"长.xls"_s, file));
+    const excel::Worksheet& sheet = book->Worksheets().Item(1);
+    EXPECT_EQ(sheet.lastUsedRow(), rows);
+    EXPECT_EQ(sheet.Cells(rows, 1).text(), QString::number(rows - 1));
 }
