@@ -150,6 +150,16 @@ TEST_F(Rows, BehindTheLastRowThereIsNothingToReadOrChange)
     EXPECT_THROW(set.Fields(1).setValue(1), Error);
 }
 
+TEST_F(Rows, BehindTheLastOneOfAQueryThereIsNothingToReadEither)
+{
+    set.Open(u"select distinct 科类 from 信息表 where ID=4"_s, connection);
+    EXPECT_EQ(set.Fields(0).Value().text(), u"理"_s);
+    set.MoveNext();
+    EXPECT_TRUE(set.Eof());
+    EXPECT_THROW(set.MoveNext(), Error);
+    EXPECT_THROW(set.Fields(0).Value(), Error);
+}
+
 TEST_F(Rows, AClosedRecordsetRefusesAndClosingTwiceIsHarmless)
 {
     EXPECT_FALSE(set.isOpen());

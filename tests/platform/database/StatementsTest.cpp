@@ -183,7 +183,9 @@ TEST_F(Statements, EveryKindOfValueIsBoundAndReadBack)
 TEST_F(Statements, ATextStaysInItsPlaceUntilAnotherValueComes)
 {
     Statement& echo = connection.prepared(u"select ?"_s);
-    const Value values[] = {u"甲"_s, u"甲"_s, 1.5, u"甲"_s, Value(), u"甲"_s, u"乙"_s};
+    const Value values[] = {u"甲"_s, u"甲"_s, 1.5,     u"甲"_s,
+                            Value(), u"甲"_s, u"乙"_s, QByteArray("\x01\x02", 2),
+                            u"乙"_s};
     for (const Value& value : values) {
         echo.bind({value});
         ASSERT_TRUE(echo.step());
