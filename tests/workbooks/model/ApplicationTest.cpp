@@ -72,6 +72,7 @@ TEST(Application, AClosedWorkbookIsNoLongerCountedAndRefusesEveryCall)
     EXPECT_EQ(errorOf([&] { book.sheets(); }), closed);
     EXPECT_EQ(errorOf([&] { book.Saved(); }), closed);
     EXPECT_EQ(errorOf([&] { book.setSaved(true); }), closed);
+    EXPECT_EQ(errorOf([&] { book.SaveAs(u"没有的文件夹/a.xlsx"_s); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.Name(); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.Cells(1, 1); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.setCell(1, 1, 1.0); }), closed);
