@@ -264,20 +264,26 @@ TEST(BadFiles, SheetsThatOverlapForEverAreRefused)
     EXPECT_EQ(sentenceFor(records.eof().bytes()), tooLarge);
 }
 
-TEST(BadFiles, AnOlderSheetWhoseCellsAreScatteredIsRefusedToo)
+TEST(BadFiles, AnOlderSheetThatIsScatteredIsRefusedToo)
 {
-    XlsRecords records;
-    records.bof(0x600, 5);
     const QByteArray name("\x01\x00S", 3);
     constexpr int sheets = 60;
-    // BOUNDSHEET takes 13 bytes, EOF 4.
-    const qsizetype place = records.bytes().size() + sheets * (4 + 6 + name.size()) + 4;
-    for (int i = 0; i < sheets; ++i)
-        records.boundSheet(place, name);
-    records.eof().bof(0x600, 0x10);
-    for (int row = 0; row < 65536; row += 256)
-        records.add(0x203, u16(row) + u16(0) + u16(0) + real(1));
-    EXPECT_EQ(sentenceFor(records.eof().bytes()), tooLarge);
+    const auto cell = [](int row) -> QByteArray { return u16(row) + u16(0) + u16(0) + real(1); };
+    const auto hiddenRow = [](int row) -> QByteArray {
+        return u16(row) + u16(0) + u16(1) + u16(300) + u32(0) + u16(0x20) + u16(0);
+    };
+    for (const int type : {0x203, 0x208}) {
+        XlsRecords records;
+        records.bof(0x600, 5);
+        // BOUNDSHEET takes 13 bytes, EOF 4.
+        const qsizetype place = records.bytes().size() + sheets * (4 + 6 + name.size()) + 4;
+        for (int i = 0; i < sheets; ++i)
+            records.boundSheet(place, name);
+        records.eof().bof(0x600, 0x10);
+        for (int row = 0; row < 65536; row += 256)
+            records.add(type, type == 0x203 ? cell(row) : hiddenRow(row));
+        EXPECT_EQ(sentenceFor(records.eof().bytes()), tooLarge) << type;
+    }
 }
 
 TEST(BadFiles, PartsThatAreSmallByThemselvesMayNotAddUpToABomb)
