@@ -12,8 +12,24 @@ class CountingHandler : public excel::XmlHandler
 public:
     int elements = 0;
 
-    void startElement(std::string_view, const excel::XmlAttributes&) override { ++elements; }
+    void startElement(std::string_view, const excel::XmlAttributes&) override
+    {
+        ++elements;
+        collecting = true;
+    }
 };
+
+/// The length of the text that is collected from an element with so many letters.
+size_t collected(size_t letters)
+{
+    excel::Budget budget;
+    CountingHandler handler;
+    excel::XmlScanner scanner(handler, budget);
+    scanner.feed("<v>");
+    scanner.feed(std::string(letters, 'x'));
+    scanner.feed("</v>");
+    return handler.characters.size();
+}
 
 } // namespace
 
@@ -29,4 +45,10 @@ TEST(XmlScanner, AttributesCountLikeElements)
     scanner.feed("<row>");
     EXPECT_THROW(for (int i = 0; i < left; ++i) scanner.feed(element), excel::ReadFailure);
     EXPECT_EQ(handler.elements, left / 5);
+}
+
+TEST(XmlScanner, AMillionBytesAreTheLongestText)
+{
+    EXPECT_EQ(collected(1'000'000), 1'000'000u);
+    EXPECT_THROW(collected(1'000'001), excel::ReadFailure);
 }
