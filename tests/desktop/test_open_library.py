@@ -23,6 +23,13 @@ class OpenLibrary(desktop.DesktopTest):
         self.copy_a_block(grid)
         self.find_a_student(grid)
 
+    def test_a_path_with_blanks_that_comes_in_pieces(self):
+        """Some desktops hand a path over without quotes."""
+        self.library = self.folder / "高一 下学期 成绩.CJK"
+        self.cli("new", self.library, "--subjects", desktop.SUBJECTS)
+        self.start(*str(self.library).split(" "))
+        self.running.window("frame", f"云杉学业册 - {self.library}")
+
     def assertCopies(self, expected):
         """Ctrl+C puts this on the clipboard."""
         self.desktop.press("ctrl+c")

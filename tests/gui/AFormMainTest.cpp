@@ -1,8 +1,11 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QListWidget>
+#include <QScopeGuard>
 
 #include "gui/MainWindowFixture.h"
+#include "gui/ModalBoxes.h"
 #include "platform/runtime/Text.h"
 
 namespace {
@@ -195,6 +198,41 @@ TEST_F(MainWindow, AfterAQueryThePanelStepsAsideIfAskedAndComesBackOnDemand)
     items->setCurrentText(u"没有的项目"_s);
     query(u"CommandZXTJ"_s);
     EXPECT_EQ(test.dialogs.shown, QStringList());
+}
+
+TEST_F(MainWindow, TheCustomDisplayComesUpForTheItemAndTheStreamOfTheWorkbench)
+{
+    startWithExam();
+    window->findChild<QListWidget*>(u"ListXM"_s)->setCurrentRow(2);
+    QTest::mouseClick(window->findChild<QWidget*>(u"OptionButton1_1"_s), Qt::LeftButton, {},
+                      QPoint(8, 8));
+    support::ModalBoxes boxes;
+    boxes.expect([](QDialog& screen) {
+        EXPECT_EQ(screen.windowTitle(), u"自定义显示  T分"_s);
+        EXPECT_EQ(screen.findChild<QComboBox*>(u"ComboKL"_s)->currentText(), u"理"_s);
+        const grid::FlexGrid& items =
+            screen.findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s)->grid();
+        EXPECT_EQ(items.TextMatrix(1, 0), u"姓名"_s);
+        EXPECT_EQ(items.TextMatrix(1, 1), u"√"_s);
+        screen.close();
+    });
+    press(u"CommandZDYXS"_s);
+    EXPECT_EQ(boxes.count, 1);
+}
+
+TEST_F(MainWindow, ColumnsAreAsWideAsTheProgramsFontAsks)
+{
+    const QFont before = QApplication::font();
+    const auto restore = qScopeGuard([&before] { QApplication::setFont(before); });
+    QFont large = before;
+    large.setPointSize(20);
+    window.reset();
+    QApplication::setFont(large);
+    window = std::make_unique<shell::AFormMain>(test.scores, screenDialogs);
+    startWithExam();
+    press(u"CommandLLCJ"_s);
+    EXPECT_EQ(gridView()->grid().TextMatrix(0, 2), u"姓名"_s);
+    EXPECT_EQ(gridView()->grid().ColWidth(2), 4 * 20 * 24) << "four characters with their air";
 }
 
 } // namespace

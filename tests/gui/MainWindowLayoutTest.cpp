@@ -161,4 +161,12 @@ TEST_F(MainWindowLayout, AnExamWithALongNameDoesNotWidenThePanel)
     EXPECT_EQ(panel()->width(), before);
 }
 
+TEST_F(MainWindowLayout, ClosingTheWindowKeepsWhatWasChangedAMomentBefore)
+{
+    window->resize(720, 510);
+    ASSERT_TRUE(window->close());
+    startAgain(path);
+    EXPECT_EQ(window->size(), QSize(720, 510));
+}
+
 } // namespace

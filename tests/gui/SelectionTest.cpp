@@ -167,6 +167,16 @@ TEST_F(SelectionTest, AFailingStatementOfInitIsShownAndTheOtherListsAreFilled)
     EXPECT_EQ(selection.ListFW.count(), 3);
 }
 
+TEST_F(SelectionTest, AStreamOutsideTheClassTableHasItsOptionAndNoClasses)
+{
+    library.scores.catalogue.ClassTable.resize(1);
+    selection.init();
+    EXPECT_TRUE(selection.OptionButton1[2].visible);
+    EXPECT_EQ(selection.ListFW.texts(), QStringList{u"1"_s});
+    selection.OptionButton1_Click(2);
+    EXPECT_EQ(selection.ListFW.selectedCount(), 0);
+}
+
 TEST_F(SelectionTest, RequestsSayWhatTheListsShow)
 {
     select(selection.ListKSMC, {u"期中"_s, u"期末"_s});

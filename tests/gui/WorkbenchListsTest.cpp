@@ -46,6 +46,28 @@ protected:
             texts.append(item->text());
         return texts;
     }
+
+    /// The captions of the stream options that can be seen.
+    QStringList shownStreams()
+    {
+        QStringList captions;
+        for (int i = 0; i < 3; ++i) {
+            const auto* option = find<QRadioButton>(u"OptionButton1_%1"_s.arg(i));
+            if (option->isVisible())
+                captions.append(option->text());
+        }
+        return captions;
+    }
+
+    QString checkedStream()
+    {
+        QStringList captions;
+        for (const QRadioButton* option : form->findChildren<QRadioButton*>()) {
+            if (option->isChecked())
+                captions.append(option->text());
+        }
+        return captions.join(u',');
+    }
 };
 
 TEST_F(WorkbenchLists, TheStatisticsItemStaysWhateverElseIsChosen)
@@ -279,6 +301,24 @@ TEST_F(WorkbenchLists, AStreamWithAnAmpersandIsShownAsItStandsAndTakesNoAccessKe
 TEST_F(WorkbenchLists, TheTextOfTheRunningWorkIsShownAsItStands)
 {
     EXPECT_EQ(find<QLabel>(u"LabelXX"_s)->textFormat(), Qt::PlainText);
+}
+
+TEST_F(WorkbenchLists, AStreamHasItsOptionAsLongAsTheLibraryHasTheStream)
+{
+    EXPECT_EQ(shownStreams(), (QStringList{u"全"_s, u"文"_s, u"理"_s}));
+    test.execute(u"delete from 信息表 where 科类='理'"_s);
+    test.reload();
+    form->init();
+    EXPECT_EQ(shownStreams(), (QStringList{u"全"_s, u"文"_s}));
+}
+
+TEST_F(WorkbenchLists, TheChosenStreamIsTheOneThatIsChecked)
+{
+    EXPECT_EQ(checkedStream(), u"全"_s);
+    chooseStream(2);
+    EXPECT_EQ(checkedStream(), u"理"_s);
+    press(u"CommandDown"_s);
+    EXPECT_EQ(checkedStream(), u"理"_s) << "the lists are shown anew";
 }
 
 } // namespace

@@ -178,6 +178,14 @@ TEST_F(ExamImportPreparation, BothGridsGetTheirHeadings)
     EXPECT_EQ(state.errors.ColWidth(6), 0);
 }
 
+TEST_F(ExamImportPreparation, ASheetWithoutStudentsLeavesTheHeadingsAlone)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}});
+    run();
+    EXPECT_EQ(state.MFGData.Rows(), 1);
+    EXPECT_EQ(scoreRows(u"*"_s), u""_s);
+}
+
 TEST_F(ExamImportPreparation, SwitchesTheFilterOff)
 {
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 1, u"王芳"_s, 90}});

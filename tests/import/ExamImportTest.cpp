@@ -299,6 +299,17 @@ TEST_F(ExamImportTest, PickedExamOverwritesTheStudentsFirstRowFromAnyExam)
     EXPECT_EQ(library.rows(u"select count(*) from 成绩表 where id is null"_s), u"0"_s);
 }
 
+TEST_F(ExamImportTest, ARowOfAPickedExamKeepsTheStudentThatItHas)
+{
+    library.addExam(u"期中"_s, u"文"_s, 1, {});
+    library.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 60}});
+    library.execute(u"update 成绩表 set id=77"_s);
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 90}});
+    pick();
+    run();
+    EXPECT_EQ(scoreRows(u"id,姓名,语文"_s), u"77|王芳|90"_s);
+}
+
 TEST_F(ExamImportTest, NameWithAnApostropheCannotBeFoundForAPickedExam)
 {
     library.addStudent(1, 3, u"O'Neil"_s, u"文"_s);

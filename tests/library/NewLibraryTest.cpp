@@ -310,4 +310,26 @@ TEST_F(NewLibraryRun, FilesThatAreGoneLeaveTheListsAsTheyWere)
     EXPECT_EQ(screen.lists.formulas, before.formulas);
 }
 
+TEST_F(NewLibraryRun, ANewLibraryThatCannotBeMadeLeavesNoneOpenAndTheFormerAsItWas)
+{
+    ASSERT_TRUE(create({u"语文"_s}));
+    const QByteArray before = content();
+    ASSERT_TRUE(QFile::remove(paths.templateFile()));
+    path = folder.filePath(u"另一个.CJK"_s);
+    EXPECT_FALSE(create({u"数学"_s}));
+    EXPECT_FALSE(scores.Conn.isOpen());
+    EXPECT_EQ(scores.LibPath, u""_s);
+    path = folder.filePath(u"新.CJK"_s);
+    EXPECT_EQ(content(), before);
+}
+
+TEST_F(NewLibraryRun, WhoeverListensIsToldOnceTheColumnsAreThere)
+{
+    QList<QStringList> told;
+    QObject::connect(&scores, &library::ScoreLibrary::changed,
+                     [&] { told.append(scores.catalogue.AllColumns); });
+    ASSERT_TRUE(create({u"语文"_s, u"总分"_s}));
+    EXPECT_EQ(told, QList<QStringList>({{u"语文"_s, u"总分"_s}}));
+}
+
 } // namespace

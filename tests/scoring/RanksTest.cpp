@@ -261,4 +261,22 @@ TEST(MyPaiXU, RanksTextsByTheirNumbers)
     }
 }
 
+TEST_F(Ranks, AScoreThatWasNeverEnteredStandsBehindAScoreOfNought)
+{
+    student(1, 1, {});
+    student(1, 2, 60);
+    student(1, 3, 0);
+    EXPECT_EQ(run(), u"2|2 / 1|1 / 2|2"_s);
+}
+
+TEST_F(Ranks, AStreamWithoutRowsCostsNoMessageForAColumnThatIsGone)
+{
+    student(1, 1, 60);
+    test.addStudent(2, 1, u"文科生"_s, u"文"_s);
+    test.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 100}});
+    test.execute(u"ALTER TABLE 成绩表 DROP COLUMN 语文"_s);
+    run();
+    EXPECT_EQ(test.dialogs.failures, QStringList{u"没有名为“语文”的列。 - Sub PaiMC/Mdl_MDB"_s});
+}
+
 } // namespace

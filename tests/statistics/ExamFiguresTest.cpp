@@ -71,6 +71,16 @@ TEST_F(ExamFiguresTest, FilterThatTheEngineRefusesCostsAMessageForEachFigure)
     EXPECT_EQ(library.dialogs.failures.size(), 2);
 }
 
+TEST_F(ExamFiguresTest, ASimpleConditionIsAnsweredByTheRowsThatWereRead)
+{
+    const Condition simple(u"语文>=0"_s);
+    EXPECT_EQ(text(figures.rowCount(simple)(1)), u"2"_s);
+    library.execute(u"update 成绩表 set 语文=100 where 姓名='甲'"_s);
+    EXPECT_EQ(text(figures.figure(Aggregate::Maximum, u"语文"_s, simple)(1)), u"90"_s);
+    EXPECT_EQ(text(figures.figure(Aggregate::Maximum, u"语文"_s, Condition(u"(语文>=0)"_s))(1)),
+              u"100"_s);
+}
+
 TEST(FigureText, RoundsHalfToEvenAtTwoDecimals)
 {
     EXPECT_EQ(statistics::figureText(100.0 / 3), u"33.33"_s);

@@ -41,6 +41,11 @@ TEST_F(BandConditions, MissingOrZeroUpperEdgeIsTheFullMarks)
     EXPECT_EQ(first(u"[0.85,0]"_s), u"语文>=85 and 语文<=100"_s);
 }
 
+TEST_F(BandConditions, MissingLowerEdgeIsNought)
+{
+    EXPECT_EQ(first(u"[,0.6)"_s), u"语文>=0 and 语文<60"_s);
+}
+
 TEST_F(BandConditions, WriteProductsInTheirPlainForm)
 {
     library.execute(u"update 考试名称表 set 语文=90"_s);

@@ -196,6 +196,16 @@ TEST_F(Rows, BehindTheLastRowThereIsNothingToReadOrChange)
     EXPECT_THROW(set.Fields(1).setValue(1), Error);
 }
 
+TEST_F(Rows, BehindTheLastOneOfAQueryThereIsNothingToReadEither)
+{
+    set.Open(u"select distinct 科类 from 信息表 where ID=4"_s, connection);
+    EXPECT_EQ(set.Fields(0).Value().text(), u"理"_s);
+    set.MoveNext();
+    EXPECT_TRUE(set.Eof());
+    EXPECT_THROW(set.MoveNext(), Error);
+    EXPECT_THROW(set.Fields(0).Value(), Error);
+}
+
 TEST_F(Rows, AClosedRecordsetRefusesAndClosingTwiceIsHarmless)
 {
     EXPECT_FALSE(set.isOpen());
@@ -395,6 +405,24 @@ TEST_F(Rows, PicturesAreWrittenAndReadInChunks)
     picture.AppendChunk(QByteArray("neu"));
     set.Update();
     EXPECT_EQ(picture.GetChunk(99), QByteArray("neu"));
+}
+
+TEST_F(Rows, AnotherProgramCanWriteBetweenTheRows)
+{
+    set.Open(u"select * from 信息表"_s, connection);
+    EXPECT_EQ(set.Fields(u"姓名"_s).Value().text(), u"丁"_s);
+    OtherProgram(file.path()).run("update 信息表 set 姓名='戊' where ID=2");
+    set.MoveNext();
+    EXPECT_EQ(set.Fields(u"姓名"_s).Value().text(), u"戊"_s);
+}
+
+TEST_F(Rows, ARowIsFetchedOnceForAllItsFields)
+{
+    set.Open(u"select * from 信息表"_s, connection);
+    EXPECT_EQ(set.Fields(u"姓名"_s).Value().text(), u"丁"_s);
+    const Traced traced(connection);
+    EXPECT_EQ(set.Fields(u"科类"_s).Value().text(), u"理"_s);
+    EXPECT_EQ(traced.statements, QStringList());
 }
 
 } // namespace

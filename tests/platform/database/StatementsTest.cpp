@@ -202,7 +202,9 @@ TEST_F(Statements, NumbersAreBoundAndReadTogetherWithNaNForNull)
 TEST_F(Statements, ATextStaysInItsPlaceUntilAnotherValueComes)
 {
     Statement& echo = connection.prepared(u"select ?"_s);
-    const Value values[] = {u"甲"_s, u"甲"_s, 1.5, u"甲"_s, Value(), u"甲"_s, u"乙"_s};
+    const Value values[] = {u"甲"_s, u"甲"_s, 1.5,     u"甲"_s,
+                            Value(), u"甲"_s, u"乙"_s, QByteArray("\x01\x02", 2),
+                            u"乙"_s};
     for (const Value& value : values) {
         echo.bind({value});
         ASSERT_TRUE(echo.step());
@@ -261,6 +263,12 @@ TEST_F(Statements, AClosedConnectionRefuses)
     EXPECT_THROW(connection.columns(u"T"_s), Error);
     EXPECT_THROW(connection.prepared(u"select 1"_s), Error);
     EXPECT_THROW(WriteBatch{connection}, Error);
+}
+
+TEST_F(Statements, WithoutAnOpenLibraryAFaultyStatementSaysThatNoneIsOpen)
+{
+    connection.Close();
+    EXPECT_EQ(failed(u"ALTER TABLE T add COLUMN"_s).failure(), Failure::Missing);
 }
 
 } // namespace

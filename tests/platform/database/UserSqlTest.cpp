@@ -154,5 +154,13 @@ TEST_F(UserSql, TheLimitHoldsForTypedStatementsAlone)
     EXPECT_EQ(rowsOf(connection, endless + u"select i from c limit 50000"_s).size() > 50000, true);
 }
 
+TEST_F(UserSql, TheLimitsHoldForTheNextLibraryToo)
+{
+    connection.setUserLimits({.cells = 3});
+    connection.Close();
+    connection.Open(file.path());
+    EXPECT_EQ(refused(u"select n from T union all select n from T"_s).failure(), Failure::Refused);
+}
+
 } // namespace
 } // namespace database

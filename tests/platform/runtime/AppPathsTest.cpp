@@ -91,6 +91,15 @@ TEST_F(AppFolders, ADefaultThatIsShippedReadOnlyCanBeWrittenByTheUser)
     EXPECT_TRUE(QFile::permissions(paths.dataFile(u"满分.txt"_s)) & QFile::WriteOwner);
 }
 
+TEST_F(AppFolders, AFileThatTheUserMadeReadOnlyStaysSo)
+{
+    ship();
+    const QString mine = AppPaths::locate(folder.filePath(u"bin"_s)).dataFile(u"满分.txt"_s);
+    QFile::setPermissions(mine, QFile::ReadOwner);
+    AppPaths::locate(folder.filePath(u"bin"_s));
+    EXPECT_FALSE(QFile::permissions(mine) & QFile::WriteOwner);
+}
+
 TEST_F(AppFolders, AProgramWithItsOwnDataFolderPassesOverAnInstalledOneBesideIt)
 {
     ship();

@@ -67,6 +67,12 @@ TEST(Application, AClosedWorkbookIsNoLongerCountedAndRefusesEveryCall)
     const QString closed = u"工作簿已经关闭。"_s;
     EXPECT_EQ(errorOf([&] { book.Worksheets(); }), closed);
     EXPECT_EQ(errorOf([&] { book.path(); }), closed);
+    EXPECT_EQ(errorOf([&] { book.activeSheet(); }), closed);
+    EXPECT_EQ(errorOf([&] { book.addSheet(u"新"_s); }), closed);
+    EXPECT_EQ(errorOf([&] { book.sheets(); }), closed);
+    EXPECT_EQ(errorOf([&] { book.Saved(); }), closed);
+    EXPECT_EQ(errorOf([&] { book.setSaved(true); }), closed);
+    EXPECT_EQ(errorOf([&] { book.SaveAs(u"没有的文件夹/a.xlsx"_s); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.Name(); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.Cells(1, 1); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.setCell(1, 1, 1.0); }), closed);
@@ -74,6 +80,11 @@ TEST(Application, AClosedWorkbookIsNoLongerCountedAndRefusesEveryCall)
     EXPECT_EQ(errorOf([&] { sheet.AutoFilter(); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.Activate(); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.lastUsedRow(); }), closed);
+    EXPECT_EQ(errorOf([&] { sheet.lastUsedColumn(); }), closed);
+    EXPECT_EQ(errorOf([&] { sheet.mergedRanges(); }), closed);
+    EXPECT_EQ(errorOf([&] { sheet.columns(); }), closed);
+    EXPECT_EQ(errorOf([&] { sheet.visibility(); }), closed);
+    EXPECT_EQ(errorOf([&] { sheet.setVisibility(excel::Visibility::Hidden); }), closed);
 }
 
 TEST(Application, QuittingClosesItsBooksAndLeavesOthersOpen)

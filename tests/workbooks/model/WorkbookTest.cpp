@@ -263,6 +263,8 @@ TEST(ApplicationObserver, HearsOfShowingOpeningAndQuitting)
         application.setVisible(true);
         application.Workbooks().Add();
         application.Workbooks().Open(fixture(u"scores.xlsx"_s));
+        application.Quit();
+        EXPECT_EQ(heard.last(), u"quit"_s);
     }
     excel::Application::observe(former);
     EXPECT_EQ(heard, (QStringList{u"0"_s, u"1"_s, u"2"_s, u"quit"_s}));

@@ -263,3 +263,58 @@ TEST(BadFiles, SheetsThatOverlapForEverAreRefused)
         records.boundSheet(0, QByteArray("\x01\x00S", 3));
     EXPECT_EQ(sentenceFor(records.eof().bytes()), tooLarge);
 }
+
+TEST(BadFiles, AnOlderSheetThatIsScatteredIsRefusedToo)
+{
+    const QByteArray name("\x01\x00S", 3);
+    constexpr int sheets = 60;
+    const auto cell = [](int row) -> QByteArray { return u16(row) + u16(0) + u16(0) + real(1); };
+    const auto hiddenRow = [](int row) -> QByteArray {
+        return u16(row) + u16(0) + u16(1) + u16(300) + u32(0) + u16(0x20) + u16(0);
+    };
+    for (const int type : {0x203, 0x208}) {
+        XlsRecords records;
+        records.bof(0x600, 5);
+        // BOUNDSHEET takes 13 bytes, EOF 4.
+        const qsizetype place = records.bytes().size() + sheets * (4 + 6 + name.size()) + 4;
+        for (int i = 0; i < sheets; ++i)
+            records.boundSheet(place, name);
+        records.eof().bof(0x600, 0x10);
+        for (int row = 0; row < 65536; row += 256)
+            records.add(type, type == 0x203 ? cell(row) : hiddenRow(row));
+        EXPECT_EQ(sentenceFor(records.eof().bytes()), tooLarge) << type;
+    }
+}
+
+TEST(BadFiles, PartsThatAreSmallByThemselvesMayNotAddUpToABomb)
+{
+    BookFolder::Parts parts =
+        BookFolder::partsWith("<worksheet>" + QByteArray(20'000'000, ' ') + "</worksheet>");
+    const QByteArray sheet = "<sheet name='S' r:id='r1'/>";
+    const BookFolder folder;
+    EXPECT_EQ(sentenceOf(folder.writeZip(u"once.xlsx"_s, parts)), QString());
+    parts["xl/workbook.xml"] =
+        "<workbook xmlns:r='r'><sheets>" + sheet.repeated(9) + "</sheets></workbook>";
+    EXPECT_EQ(sentenceOf(folder.writeZip(u"often.xlsx"_s, parts)), tooLarge);
+}
+
+TEST(BadFiles, MoreEntriesThanTheShortRecordCountsAreRefused)
+{
+    const BookFolder folder;
+    QFile file(folder.writeZip(u"a.xlsx"_s, BookFolder::partsWith("<worksheet/>")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray zip = file.readAll();
+    // The records of long archives go into the comment at the end, whose size stands in front.
+    constexpr int record = 56;
+    constexpr int locator = 20;
+    zip.replace(zip.size() - 2, 2, u16(record + locator));
+    for (const auto& [entries, sentence] :
+         {std::pair{65535u, QString()}, std::pair{65536u, tooLarge}}) {
+        const QByteArray claim = QByteArray(32, '\0') + u32(entries) + QByteArray(20, '\0');
+        const QByteArray mark("PK\x06\x07", 4);
+        EXPECT_EQ(
+            sentenceFor(zip + claim + mark + u32(0) + u32(quint32(zip.size())) + u32(0) + u32(1)),
+            sentence)
+            << entries;
+    }
+}

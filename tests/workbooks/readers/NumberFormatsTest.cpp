@@ -9,16 +9,18 @@ using excel::NumberFormats;
 
 TEST(NumberFormats, CodesOfDatesAreTold)
 {
-    for (const QString& code : {u"yyyy-mm-dd"_s, u"h:mm"_s, u"[$-804]yyyy\"年\"m\"月\""_s,
-                                u"[h]:mm"_s, u"[ss]"_s, u"mmm"_s, u"DD/MM"_s, u"[Red]s"_s})
+    for (const QString& code :
+         {u"yyyy-mm-dd"_s, u"h:mm"_s, u"[$-804]yyyy\"年\"m\"月\""_s, u"[h]:mm"_s, u"[h]"_s,
+          u"[ss]"_s, u"mmm"_s, u"DD/MM"_s, u"[Red]s"_s})
         EXPECT_TRUE(NumberFormats::isDateCode(code)) << code.toStdString();
 }
 
 TEST(NumberFormats, LettersInQuotesBracketsAndBehindBackslashesMakeNoDate)
 {
-    for (const QString& code : {u"General"_s, u"0.00"_s, u"0.0\" days\""_s, u"[Red]0"_s, u"\\d0"_s,
-                                u"0_d"_s, u"*d0"_s, u"@"_s, u"#,##0\"元\""_s, u"[hsm_x]0"_s,
-                                u"0\"unclosed d"_s, u"[unclosed d"_s, u"0.00E+00"_s, QString()})
+    for (const QString& code :
+         {u"General"_s, u"0.00"_s, u"0.0\" days\""_s, u"[Red]0"_s, u"\\d0"_s, u"0_d"_s, u"*d0"_s,
+          u"@"_s, u"#,##0\"元\""_s, u"[hsm_x]0"_s, u"[hx]0"_s, u"0\"unclosed d"_s, u"[unclosed d"_s,
+          u"0.00E+00"_s, QString()})
         EXPECT_FALSE(NumberFormats::isDateCode(code)) << code.toStdString();
 }
 

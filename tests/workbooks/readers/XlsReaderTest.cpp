@@ -232,3 +232,10 @@ TEST(XlsReader, CellsOutOfOrderFindTheirPlaces)
         .add(0x203, at(1, 0) + real(3));
     EXPECT_EQ(read(biff8, {}, cells), u"1,1 Double 2\n2,1 Double 3\n2,2 Double 1\n"_s);
 }
+
+TEST(XlsReader, ReadsTheFirstSignOfAWesternCodePage)
+{
+    EXPECT_EQ(read(biff5, XlsRecords().add(0x42, u16(1252)),
+                   XlsRecords().add(0x204, at(0, 0) + u16(2) + "\x80" + "5")),
+              u"1,1 Text €5\n"_s);
+}

@@ -150,6 +150,12 @@ TEST(XlsxReader, CellsWithoutReferencesFollowEachOther)
               u"1,1 Double 1\n1,2 Double 2\n5,3 Double 3\n5,4 Double 4\n6,1 Double 5\n"_s);
 }
 
+TEST(XlsxReader, ACellsReferenceDecidesTheRowOfThoseBehindIt)
+{
+    EXPECT_EQ(read("<row><c r='B3'><v>1</v></c><c><v>2</v></c></row><row><c><v>3</v></c></row>"),
+              u"3,2 Double 1\n3,3 Double 2\n4,1 Double 3\n"_s);
+}
+
 TEST(XlsxReader, CellsOutOfOrderFindTheirPlaces)
 {
     EXPECT_EQ(

@@ -171,6 +171,18 @@ TEST_F(WriterTest, SizesHiddenPartsAndTheSheetInFrontAreKept)
     EXPECT_EQ(page.geometry().columns().size(), 5u);
 }
 
+TEST_F(WriterTest, AHiddenRowWithoutHeightIsOfTheUsualHeightOnceItIsShown)
+{
+    sheet.setRowHeight(3, 0);
+    sheet.setRowState(3, excel::RowState::Hidden);
+    sheet.setCell(4, 1, 1);
+    const auto read = writtenAndRead();
+    Worksheet& page = read->Worksheets().Item(1);
+    EXPECT_TRUE(page.isRowHidden(3));
+    page.setRowState(3, excel::RowState::Shown);
+    EXPECT_EQ(page.shownRowHeight(3), Worksheet::standardRowHeight);
+}
+
 TEST_F(WriterTest, AHiddenSheetIsNeverInFront)
 {
     book.addSheet(u"可见"_s);
@@ -293,6 +305,9 @@ TEST_F(WriterTest, PlacesThatTakeNoFileAreTold)
               u"无法保存 "_s + path(u"没有/a.xlsx"_s) + u"：文件夹不存在。"_s);
     EXPECT_EQ(errorOf(book, u"/proc/a.xlsx"_s),
               u"无法保存 /proc/a.xlsx：不能在这个文件夹中写文件，请检查权限和磁盘空间。"_s);
+    const QString longName = path(QString(100, u'长') + u".xlsx"_s);
+    EXPECT_EQ(errorOf(book, longName),
+              u"无法保存 "_s + longName + u"：写文件时出错，磁盘可能已满或已断开。"_s);
     EXPECT_EQ(files(), QStringList{u"夹"_s});
 }
 
