@@ -1,7 +1,6 @@
 #include "workbooks/model/CellTable.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace excel {
 
@@ -27,12 +26,11 @@ void fillGaps(std::vector<Cell>& cells, int first, int last)
     auto old = begin;
     for (int column = first; column <= last; ++column) {
         if (old != end && old->column() == column)
-            filled.push_back(std::move(*old++));
+            filled.push_back(*old++);
         else
             filled.emplace_back(column);
     }
-    cells.insert(cells.erase(begin, end), std::make_move_iterator(filled.begin()),
-                 std::make_move_iterator(filled.end()));
+    cells.insert(cells.erase(begin, end), filled.begin(), filled.end());
 }
 
 /// Leaves the last one of several cells with the same column.
@@ -43,7 +41,7 @@ void keepLastOfEach(std::vector<Cell>& cells)
         if (i + 1 < cells.size() && cells[i + 1].column() == cells[i].column())
             continue;
         if (kept != i)
-            cells[kept] = std::move(cells[i]);
+            cells[kept] = cells[i];
         ++kept;
     }
     cells.erase(cells.begin() + std::ptrdiff_t(kept), cells.end());

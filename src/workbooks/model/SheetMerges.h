@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <vector>
 
@@ -31,7 +32,7 @@ public:
 private:
     struct Block
     {
-        size_t number; // in the order of adding
+        std::size_t number; // in the order of adding
         CellRange cells;
     };
     using Blocks = std::multimap<int, Block>; // by first row
@@ -40,7 +41,7 @@ private:
     std::vector<CellRange> computeSettled() const;
 
     Blocks m_blocks;
-    size_t m_added = 0;
+    std::size_t m_added = 0;
     int m_mostRows = 0; // of any block
     mutable std::vector<CellRange> m_settled;
     mutable bool m_isSettled = true;

@@ -4,7 +4,7 @@ namespace excel {
 
 namespace {
 
-constexpr qsizetype mostBytes = 64 * 1024 * 1024;
+constexpr qsizetype mostBytes = 64LL * 1024 * 1024;
 
 } // namespace
 
@@ -15,7 +15,7 @@ QImage PictureImages::imageOf(const Picture& picture)
     const char* key = picture.bytes().constData();
     if (const Decoded* known = m_decoded.object(key))
         return known->image;
-    const QImage image = QImage::fromData(picture.bytes());
+    QImage image = QImage::fromData(picture.bytes());
     m_decoded.insert(key, new Decoded{picture.bytes(), image}, image.sizeInBytes());
     return image;
 }

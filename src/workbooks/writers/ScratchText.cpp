@@ -6,7 +6,7 @@ namespace excel {
 
 namespace {
 
-constexpr size_t mostInMemory = 256 * 1024;
+constexpr size_t mostInMemory = 256UL * 1024;
 
 } // namespace
 

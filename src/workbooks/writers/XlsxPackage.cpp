@@ -202,7 +202,7 @@ bool putRows(zip_t* archive, size_t sheet, ScratchText& rows)
     zip_source_t* source = zip_source_function(archive, &SheetPart::answer, part.get());
     if (source == nullptr)
         return false;
-    part.release(); // the source frees it
+    static_cast<void>(part.release()); // the source frees it
     // A new part, since one that is replaced keeps the strength of compression that it had.
     zip_delete(archive, index);
     const zip_int64_t added = zip_file_add(archive, name.c_str(), source, ZIP_FL_ENC_UTF_8);
@@ -256,7 +256,7 @@ QByteArray withRows(QByteArray package, std::deque<ScratchText>& rows)
     }
     if (zip_close(archive.get()) != 0)
         return {};
-    archive.release();
+    static_cast<void>(archive.release()); // closed
     return contentOf(bytes.get());
 }
 

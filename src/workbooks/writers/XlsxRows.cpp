@@ -139,17 +139,17 @@ void XlsxRows::addText(int column, int style, const QString& text)
 /// The begin of a row's tag.
 std::string XlsxRows::rowTag(const RowHead& head, const std::string& spans)
 {
-    std::string tag = "<row r=\"" + std::to_string(head.row) + "\" spans=\"" + spans + '"';
+    std::string tag = R"(<row r=")" + std::to_string(head.row) + R"(" spans=")" + spans + '"';
     const bool hasHeight = head.height != fileRowHeight;
     if (hasHeight) {
-        tag += " ht=\"";
+        tag += R"( ht=")";
         appendNumber(tag, head.height);
         tag += '"';
     }
     if (head.state == RowState::Hidden)
-        tag += " hidden=\"1\"";
+        tag += R"( hidden="1")";
     if (hasHeight)
-        tag += " customHeight=\"1\"";
+        tag += R"( customHeight="1")";
     return tag;
 }
 
