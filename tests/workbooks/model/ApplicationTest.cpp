@@ -81,8 +81,8 @@ TEST(Application, AClosedWorkbookIsNoLongerCountedAndRefusesEveryCall)
     EXPECT_EQ(errorOf([&] { sheet.Activate(); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.lastUsedRow(); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.lastUsedColumn(); }), closed);
-    EXPECT_EQ(errorOf([&] { sheet.mergedRanges(); }), closed);
-    EXPECT_EQ(errorOf([&] { sheet.columns(); }), closed);
+    EXPECT_EQ(errorOf([&] { sheet.merges(); }), closed);
+    EXPECT_EQ(errorOf([&] { sheet.geometry(); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.visibility(); }), closed);
     EXPECT_EQ(errorOf([&] { sheet.setVisibility(excel::Visibility::Hidden); }), closed);
 }

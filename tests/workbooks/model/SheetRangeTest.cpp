@@ -125,6 +125,6 @@ TEST_F(SheetRangeTest, BlocksLieInsideTheGrid)
 {
     EXPECT_THROW(sheet.Range(0, 1, 1, 1), runtime::Error);
     EXPECT_THROW(sheet.Range(1, 1, 1, 16385), runtime::Error);
-    EXPECT_THROW(sheet.merge({1, 1, 1, 16385}), runtime::Error);
-    EXPECT_EQ(sheet.mergedRanges().size(), 0u);
+    EXPECT_THROW(sheet.merges().add({1, 1, 1, 16385}), runtime::Error);
+    EXPECT_EQ(sheet.merges().all().size(), 0u);
 }

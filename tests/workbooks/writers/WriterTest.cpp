@@ -178,9 +178,9 @@ TEST_F(WriterTest, AHiddenRowWithoutHeightIsOfTheUsualHeightOnceItIsShown)
     sheet.setCell(4, 1, 1);
     const auto read = writtenAndRead();
     Worksheet& page = read->Worksheets().Item(1);
-    EXPECT_TRUE(page.isRowHidden(3));
+    EXPECT_TRUE(page.geometry().isRowHidden(3));
     page.setRowState(3, excel::RowState::Shown);
-    EXPECT_EQ(page.shownRowHeight(3), Worksheet::standardRowHeight);
+    EXPECT_EQ(page.geometry().shownRowHeight(3), excel::SheetGeometry::standardRowHeight);
 }
 
 TEST_F(WriterTest, AHiddenSheetIsNeverInFront)
