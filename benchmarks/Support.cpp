@@ -9,12 +9,14 @@
 
 namespace benchmark {
 
+using namespace Qt::StringLiterals;
+
 using runtime::Answer;
 using runtime::Buttons;
 
 Answer PrintedDialogs::message(const QString& text, const QString&, Buttons buttons, runtime::Icon)
 {
-    if (text != QStringLiteral("导入完成！"))
+    if (text != u"导入完成！"_s)
         failure(text);
     return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
 }

@@ -1,5 +1,7 @@
 #include "Drawing.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const QColor deepGreen(0x1f, 0x6b, 0x45);
@@ -99,16 +101,14 @@ QImage Drawing::image(const QSize& size) const
 
 QByteArray Drawing::svg(const QString& title) const
 {
-    QString text = QStringLiteral("<svg xmlns=\"http://www.w3.org/2000/svg\" "
-                                  "viewBox=\"0 0 %1 %2\">\n<title>%3</title>\n")
-                       .arg(m_size.width())
+    QString text = u"<svg xmlns=\"http://www.w3.org/2000/svg\" "
+                   "viewBox=\"0 0 %1 %2\">\n<title>%3</title>\n"_s.arg(m_size.width())
                        .arg(m_size.height())
                        .arg(title);
     for (const Shape& shape : m_shapes) {
-        text += QStringLiteral("<path fill=\"%1\" d=\"%2\"/>\n")
-                    .arg(shape.fill.name(), pathData(shape.outline));
+        text += u"<path fill=\"%1\" d=\"%2\"/>\n"_s.arg(shape.fill.name(), pathData(shape.outline));
     }
-    return (text + QStringLiteral("</svg>\n")).toUtf8();
+    return (text + u"</svg>\n"_s).toUtf8();
 }
 
 void addSpruce(Drawing& drawing, const QPointF& foot, double height, const SpruceColors& colors)

@@ -7,6 +7,8 @@
 
 #include "Drawing.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A colour between two others; 0 gives the first, 1 the second.
@@ -138,11 +140,11 @@ QImage noPhoto(const QSize& size)
     paintPerson(painter, size, person);
     painter.setPen(QPen(person, 2));
     painter.drawRect(QRectF(picture.rect()).adjusted(1, 1, -1, -1));
-    QFont font(QStringLiteral("WenQuanYi Micro Hei"));
+    QFont font(u"WenQuanYi Micro Hei"_s);
     font.setPixelSize(size.height() / 15);
     painter.setFont(font);
     painter.setPen(QColor(0x5f, 0x7d, 0x69));
     painter.drawText(QRect(0, size.height() * 85 / 100, size.width(), size.height() / 8),
-                     Qt::AlignCenter, QStringLiteral("暂无照片"));
+                     Qt::AlignCenter, u"暂无照片"_s);
     return picture;
 }

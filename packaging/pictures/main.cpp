@@ -8,6 +8,8 @@
 #include "Files.h"
 #include "Scenery.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void write(const QString& path, const QByteArray& bytes)
@@ -27,10 +29,9 @@ void drawAll(const QString& project)
 {
     const Drawing drawing = icon();
     const auto iconImage = [&](int side) { return drawing.image(QSize(side, side)); };
-    write(project + "/packaging/yunshan.svg", drawing.svg(QStringLiteral("云杉学业册")));
+    write(project + "/packaging/yunshan.svg", drawing.svg(u"云杉学业册"_s));
     for (const int side : {48, 128, 256})
-        save(iconImage(side),
-             project + QStringLiteral("/packaging/icons/yunshan-%1.png").arg(side));
+        save(iconImage(side), project + u"/packaging/icons/yunshan-%1.png"_s.arg(side));
     write(project + "/data/CJK.ico", ico({iconImage(16), iconImage(32), iconImage(48)}));
     save(landscape(QSize(1600, 900)), project + "/data/bj.jpg", 72);
     save(paper(QSize(1000, 800)), project + "/data/bj1.jpg", 76);

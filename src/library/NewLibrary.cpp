@@ -9,7 +9,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "platform/runtime/Trap.h"
 
 namespace library {

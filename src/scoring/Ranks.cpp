@@ -159,12 +159,11 @@ void rankColumn(ExamTable& table, const QString& name, const Groups& groups)
 }
 
 /// False, after a message, if the stream's scores could not be read.
-bool rankStream(Scoring& scoring, ExamTables& tables, const QString& stream, Grade grade,
-                const std::vector<double>& classes)
+bool rankStream(library::ScoreLibrary& scoreLibrary, ExamTables& tables, const QString& stream,
+                Grade grade, const std::vector<double>& classes)
 {
     return trap([&] {
-        const QStringList columns =
-            scoring.library().catalogue.GetKSKMZF(tables.exam(), stream).names;
+        const QStringList columns = scoreLibrary.catalogue.GetKSKMZF(tables.exam(), stream).names;
         ExamTable& table = tables.of(stream);
         if (table.rowCount() == 0)
             return;
@@ -190,28 +189,28 @@ std::vector<double> classesOf(database::Connection& conn, const QString& stream)
 
 } // namespace
 
-bool computeRanks(Scoring& scoring, ExamTables& tables)
+bool computeRanks(library::ScoreLibrary& scoreLibrary, ExamTables& tables)
 {
     const Trap all{" - Sub PanNJBjMC/Mdl_MDB"};
     database::Recordset streams;
-    streams.Open(u"select distinct 科类 from 信息表"_s, scoring.library().Conn);
+    streams.Open(u"select distinct 科类 from 信息表"_s, scoreLibrary.Conn);
     bool complete = true;
     for (; !streams.Eof(); streams.MoveNext()) {
         const QString stream = streams.Fields(0).Value().text();
         std::vector<double> classes;
-        all([&] { classes = classesOf(scoring.library().Conn, stream); });
-        complete = rankStream(scoring, tables, stream, Grade::Ranked, classes) && complete;
+        all([&] { classes = classesOf(scoreLibrary.Conn, stream); });
+        complete = rankStream(scoreLibrary, tables, stream, Grade::Ranked, classes) && complete;
     }
     return complete;
 }
 
-void computeGroupRanks(Scoring& scoring, ExamTables& tables, const QString& stream,
-                       double classNumber)
+void computeGroupRanks(library::ScoreLibrary& scoreLibrary, ExamTables& tables,
+                       const QString& stream, double classNumber)
 {
     if (classNumber == 0)
-        rankStream(scoring, tables, stream, Grade::Ranked, {});
+        rankStream(scoreLibrary, tables, stream, Grade::Ranked, {});
     else
-        rankStream(scoring, tables, stream, Grade::LeftAlone, {classNumber});
+        rankStream(scoreLibrary, tables, stream, Grade::LeftAlone, {classNumber});
 }
 
 void MyPaiXU(QStringList& values)

@@ -2,8 +2,8 @@
 
 #include <QStringList>
 
+#include "library/ScoreLibrary.h"
 #include "scoring/ExamTables.h"
-#include "scoring/Scoring.h"
 
 namespace scoring {
 
@@ -14,10 +14,10 @@ void MyPaiXU(QStringList& values);
 /// Ranks the whole exam in its tables, stream by stream, grade and classes. False, after its
 /// message, if a stream could not be read; the others are ranked all the same. Throws
 /// database::Error.
-bool computeRanks(Scoring& scoring, ExamTables& tables);
+bool computeRanks(library::ScoreLibrary& scoreLibrary, ExamTables& tables);
 
 /// Ranks one group in the exam's tables: class 0 is the grade.
-void computeGroupRanks(Scoring& scoring, ExamTables& tables, const QString& stream,
-                       double classNumber);
+void computeGroupRanks(library::ScoreLibrary& scoreLibrary, ExamTables& tables,
+                       const QString& stream, double classNumber);
 
 } // namespace scoring

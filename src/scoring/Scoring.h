@@ -12,18 +12,6 @@ class Scoring
 public:
     explicit Scoring(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary) {}
 
-    /// Reads the setting "T分" into TFactor and TOffset of the library's Settings; one without "z+"
-    /// is refused with a message.
-    void GetZtoT();
-    /// Mean of a column over the students that sat it; 0 if nobody did.
-    double GetPJF(const QString& exam, const QString& column, const QString& stream);
-    /// The same within one class.
-    double GetBJPJF(const QString& exam, const QString& column, const QString& stream,
-                    double classNumber);
-    /// Sample standard deviation (divisor n - 1) over the students that sat it; Null for fewer than
-    /// two.
-    runtime::Value GetBZC(const QString& exam, const QString& column, const QString& stream);
-
     /// Z and T scores of all subjects of the exam.
     void Zfen(const QString& exam);
     /// Totals with their weighted Z and T scores.
@@ -39,11 +27,7 @@ public:
     /// as it was.
     bool score(const QString& exam, runtime::Progress& progress);
 
-    library::ScoreLibrary& library() const { return m_library; }
-
 private:
-    double mean(const QString& sql, const char* tag);
-
     library::ScoreLibrary& m_library;
 };
 

@@ -2,6 +2,8 @@
 
 #include "library/ColumnNames.h"
 #include "platform/database/Error.h"
+#include "platform/database/Recordset.h"
+#include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -10,6 +12,79 @@ namespace scoring {
 using namespace Qt::StringLiterals;
 using runtime::Round;
 using runtime::Trap;
+using runtime::Val;
+using runtime::Value;
+
+namespace {
+
+/// An aggregate over the students of one exam and stream that sat a column.
+QString aggregateSql(const QString& function, const QString& exam, const QString& column,
+                     const QString& stream)
+{
+    return u"SELECT "_s + function + u"("_s + column + u")  from 成绩表 WHERE "_s + column
+           + u" >= 0 and 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s;
+}
+
+double meanOf(library::ScoreLibrary& scoreLibrary, const QString& sql, const char* tag)
+{
+    const Trap reading{tag};
+    double found = 0;
+    reading([&] {
+        database::Recordset rows;
+        rows.Open(sql, scoreLibrary.Conn);
+        found = Val(rows.Fields(0).Value());
+    });
+    return found;
+}
+
+} // namespace
+
+void GetZtoT(library::ScoreLibrary& scoreLibrary)
+{
+    const Trap reading{" - Sub GetZtoT/Mdl_MDB"};
+    reading([&] {
+        database::Recordset rows;
+        rows.Open(u"SELECT * from 设置表 WHERE 名称='T分'"_s, scoreLibrary.Conn);
+        const QString setting = rows.Fields(u"设置"_s).Value().text();
+        const QStringList pieces = QString(setting).remove(u' ').toLower().split(u"z+"_s);
+        if (pieces.size() < 2) {
+            runtime::MsgBox(u"T分转换公式设置不正确！"_s, {}, runtime::Buttons::Ok,
+                            runtime::Icon::Warning);
+            return;
+        }
+        scoreLibrary.settings.TFactor = Val(pieces[0]);
+        scoreLibrary.settings.TOffset = Val(pieces[1]);
+    });
+}
+
+double GetPJF(library::ScoreLibrary& scoreLibrary, const QString& exam, const QString& column,
+              const QString& stream)
+{
+    return meanOf(scoreLibrary, aggregateSql(u"Avg"_s, exam, column, stream),
+                  " - Function GetPJF/Mdl_MDB");
+}
+
+double GetBJPJF(library::ScoreLibrary& scoreLibrary, const QString& exam, const QString& column,
+                const QString& stream, double classNumber)
+{
+    return meanOf(scoreLibrary,
+                  aggregateSql(u"Avg"_s, exam, column, stream) + u" and  班级="_s
+                      + runtime::doubleText(classNumber),
+                  " - Function GetBJPJF/Mdl_MDB");
+}
+
+Value GetBZC(library::ScoreLibrary& scoreLibrary, const QString& exam, const QString& column,
+             const QString& stream)
+{
+    const Trap reading{" - Function GetBZC/Mdl_MDB"};
+    Value deviation;
+    reading([&] {
+        database::Recordset rows;
+        rows.Open(aggregateSql(u"stdev"_s, exam, column, stream), scoreLibrary.Conn);
+        deviation = rows.Fields(0).Value();
+    });
+    return deviation;
+}
 
 namespace {
 
@@ -98,7 +173,8 @@ void storeT(TableColumn* column, const QString& name, size_t row, const LastZ& z
         column->set(row, Round(settings.TFactor * z.number + settings.TOffset));
 }
 
-void computeSubject(Scoring& scoring, ExamTable& table, const QString& subject, LastZ& z)
+void computeSubject(library::ScoreLibrary& scoreLibrary, ExamTable& table, const QString& subject,
+                    LastZ& z)
 {
     const TableColumn& scores = *table.column(subject);
     const Distribution distribution = distributionOf(scores, table.rowCount());
@@ -108,7 +184,7 @@ void computeSubject(Scoring& scoring, ExamTable& table, const QString& subject, 
     const QString tName = library::tScoreColumn(subject);
     TableColumn* zColumn = table.resultColumn(zName);
     TableColumn* tColumn = table.resultColumn(tName);
-    const library::Settings& settings = scoring.library().settings;
+    const library::Settings& settings = scoreLibrary.settings;
     for (size_t row = 0; row < table.rowCount(); ++row) {
         takeZ(z, scores, row, distribution);
         storeZ(zColumn, zName, row, z);
@@ -116,30 +192,31 @@ void computeSubject(Scoring& scoring, ExamTable& table, const QString& subject, 
     }
 }
 
-void computeStream(Scoring& scoring, ExamTables& tables, const QString& stream, LastZ& z)
+void computeStream(library::ScoreLibrary& scoreLibrary, ExamTables& tables, const QString& stream,
+                   LastZ& z)
 {
-    const QStringList subjects = scoring.library().catalogue.GetKSKM(tables.exam(), stream).names;
+    const QStringList subjects = scoreLibrary.catalogue.GetKSKM(tables.exam(), stream).names;
     ExamTable& table = tables.of(stream);
     for (const QString& subject : subjects) {
         if (table.column(subject)) {
-            computeSubject(scoring, table, subject, z);
+            computeSubject(scoreLibrary, table, subject, z);
         } else {
             // The engine says what is wrong with the column; a mean of 0 leaves the rest alone.
-            scoring.GetPJF(tables.exam(), subject, stream);
-            scoring.GetBZC(tables.exam(), subject, stream);
+            GetPJF(scoreLibrary, tables.exam(), subject, stream);
+            GetBZC(scoreLibrary, tables.exam(), subject, stream);
         }
     }
 }
 
 } // namespace
 
-bool computeStandardScores(Scoring& scoring, ExamTables& tables)
+bool computeStandardScores(library::ScoreLibrary& scoreLibrary, ExamTables& tables)
 {
-    scoring.GetZtoT();
+    GetZtoT(scoreLibrary);
     LastZ z;
     bool complete = true;
-    for (const QString& stream : std::as_const(scoring.library().catalogue.Streams))
-        complete = trap([&] { computeStream(scoring, tables, stream, z); }) && complete;
+    for (const QString& stream : std::as_const(scoreLibrary.catalogue.Streams))
+        complete = trap([&] { computeStream(scoreLibrary, tables, stream, z); }) && complete;
     return complete;
 }
 

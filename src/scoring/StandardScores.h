@@ -1,12 +1,26 @@
 #pragma once
 
+#include "library/ScoreLibrary.h"
 #include "scoring/ExamTables.h"
-#include "scoring/Scoring.h"
 
 namespace scoring {
 
+/// Reads the setting "T分" into TFactor and TOffset of the library's Settings; one without "z+"
+/// is refused with a message.
+void GetZtoT(library::ScoreLibrary& scoreLibrary);
+/// Mean of a column over the students that sat it; 0 if nobody did.
+double GetPJF(library::ScoreLibrary& scoreLibrary, const QString& exam, const QString& column,
+              const QString& stream);
+/// The same within one class.
+double GetBJPJF(library::ScoreLibrary& scoreLibrary, const QString& exam, const QString& column,
+                const QString& stream, double classNumber);
+/// Sample standard deviation (divisor n - 1) over the students that sat it; Null for fewer than
+/// two.
+runtime::Value GetBZC(library::ScoreLibrary& scoreLibrary, const QString& exam,
+                      const QString& column, const QString& stream);
+
 /// Computes Z and T scores of all subjects in the exam's tables, stream by stream. False, after its
 /// message, if a stream could not be read; the others are computed all the same.
-bool computeStandardScores(Scoring& scoring, ExamTables& tables);
+bool computeStandardScores(library::ScoreLibrary& scoreLibrary, ExamTables& tables);
 
 } // namespace scoring

@@ -53,15 +53,16 @@ struct Total
 class Formulas
 {
 public:
-    Formulas(Scoring& scoring, ExamTable& table, const QString& exam, const QString& stream)
-        : m_scoring(scoring), m_table(table), m_exam(exam), m_stream(stream)
+    Formulas(library::ScoreLibrary& scoreLibrary, ExamTable& table, const QString& exam,
+             const QString& stream)
+        : m_library(scoreLibrary), m_table(table), m_exam(exam), m_stream(stream)
     {
     }
 
     /// `formulas` are parallel to the totals of the library.
     std::vector<Total> totals(const QStringList& formulas)
     {
-        const library::Catalogue& catalogue = m_scoring.library().catalogue;
+        const library::Catalogue& catalogue = m_library.catalogue;
         std::vector<Total> found;
         for (qsizetype i = 0; i < catalogue.TotalColumns.size(); ++i) {
             const QString& name = catalogue.TotalColumns[i];
@@ -86,17 +87,17 @@ private:
     }
     bool isThere(const QString& name) const
     {
-        return m_scoring.library().Conn.columns(u"成绩表"_s).find(name) >= 0;
+        return m_library.Conn.columns(u"成绩表"_s).find(name) >= 0;
     }
 
     Term makeTerm(const QString& name)
     {
-        const float full = m_scoring.library().catalogue.getKMMF(m_exam, m_stream, name);
+        const float full = m_library.catalogue.getKMMF(m_exam, m_stream, name);
         return {named(name), named(library::zScoreColumn(name)), named(library::tScoreColumn(name)),
                 double(full) / 100};
     }
 
-    Scoring& m_scoring;
+    library::ScoreLibrary& m_library;
     ExamTable& m_table;
     const QString& m_exam;
     const QString& m_stream;
@@ -146,12 +147,12 @@ void computeTotal(const Total& total, size_t row, RowSums& sums)
         total.score.column->set(row, double(sum));
 }
 
-void computeStream(Scoring& scoring, ExamTables& tables, const QString& stream)
+void computeStream(library::ScoreLibrary& scoreLibrary, ExamTables& tables, const QString& stream)
 {
-    const QStringList formulas = scoring.library().catalogue.GetZFKMGS(tables.exam(), stream);
+    const QStringList formulas = scoreLibrary.catalogue.GetZFKMGS(tables.exam(), stream);
     ExamTable& table = tables.of(stream);
     const std::vector<Total> totals =
-        Formulas(scoring, table, tables.exam(), stream).totals(formulas);
+        Formulas(scoreLibrary, table, tables.exam(), stream).totals(formulas);
     for (size_t row = 0; row < table.rowCount(); ++row) {
         RowSums sums;
         for (const Total& total : totals)
@@ -161,11 +162,11 @@ void computeStream(Scoring& scoring, ExamTables& tables, const QString& stream)
 
 } // namespace
 
-bool computeTotals(Scoring& scoring, ExamTables& tables)
+bool computeTotals(library::ScoreLibrary& scoreLibrary, ExamTables& tables)
 {
     bool complete = true;
-    for (const QString& stream : std::as_const(scoring.library().catalogue.Streams))
-        complete = trap([&] { computeStream(scoring, tables, stream); }) && complete;
+    for (const QString& stream : std::as_const(scoreLibrary.catalogue.Streams))
+        complete = trap([&] { computeStream(scoreLibrary, tables, stream); }) && complete;
     return complete;
 }
 

@@ -1,7 +1,7 @@
 #include "shell/GridExport.h"
 
 #include "platform/runtime/Trap.h"
-#include "workbooks/model/GridBlock.h"
+#include "workbooks/model/GridToSheet.h"
 
 namespace shell {
 

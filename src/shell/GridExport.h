@@ -5,8 +5,8 @@
 
 namespace shell {
 
-/// Copies the whole grid, merged as it is shown, to the first sheet of a new workbook, which stays
-/// open and unsaved. Failures are shown.
+/// Copies the whole grid, merged as GridBlockToSheet does, to the first sheet of a new workbook,
+/// which stays open and unsaved. Failures are shown.
 void copyGridToWorkbook(const grid::FlexGrid& grid, excel::Application& application);
 
 } // namespace shell

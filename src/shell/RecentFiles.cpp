@@ -2,7 +2,7 @@
 
 #include <QFileInfo>
 
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "platform/runtime/Trap.h"
 
 namespace shell {

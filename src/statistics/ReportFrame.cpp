@@ -3,7 +3,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "scoring/Ranks.h"
-#include "workbooks/model/GridBlock.h"
+#include "workbooks/model/GridToSheet.h"
 
 namespace statistics {
 
@@ -16,6 +16,8 @@ constexpr int Centred = 4;
 const QString ClassHeading = u"班级"_s;
 
 } // namespace
+
+const QString ExamHeading = u"考试名称"_s;
 
 Block::Block(grid::FlexGrid& grid, const std::vector<library::ClassEntry>& classes,
              BlockShape shape)

@@ -14,6 +14,9 @@ enum class Transfer { GridOnly, ToSheet };
 /// Of the columns that name a row, those in which equal neighbours are merged.
 enum class MergedNames { Classes, ClassesAndSecond };
 
+/// Heading of the column that tells the exam.
+extern const QString ExamHeading;
+
 /// What a block looks like.
 struct BlockShape
 {
@@ -55,16 +58,16 @@ public:
     /// "班级" into column 0.
     void headClass(int headingRow);
     /// The heading of column 1, where that is no data column.
-    void headSecond(int headingRow, const QString& text = QStringLiteral("考试名称"));
+    void headSecond(int headingRow, const QString& text = ExamHeading);
     /// Both.
-    void headNames(int headingRow, const QString& second = QStringLiteral("考试名称"));
+    void headNames(int headingRow, const QString& second = ExamHeading);
     /// `text` into one column of an item.
     void head(int headingRow, int item, int part, const QString& text);
     /// Equal neighbours of a heading row are merged.
     void mergeHeading(int headingRow);
     /// Two heading rows: each item's name over its columns, and below it what each column tells.
     void headItems(const QStringList& items, const QStringList& parts,
-                   const QString& second = QStringLiteral("考试名称"));
+                   const QString& second = ExamHeading);
 
     /// Calls `fill(index, class number)` for each class after naming the rows of that line: the
     /// class, and `second` behind it where column 1 is no data column.

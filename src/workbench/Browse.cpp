@@ -4,9 +4,9 @@
 
 #include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
+#include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
-#include "workbench/RowChoice.h"
 
 namespace workbench {
 
@@ -117,8 +117,8 @@ QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
     return items;
 }
 
-void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql,
-                  const QStringList& items, FlexGrid& grid)
+void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const QStringList& items,
+                  FlexGrid& grid)
 {
     database::Recordset rows;
     fillTrap([&] { rows.Open(sql, scoreLibrary.Conn, database::Trust::User); });
@@ -128,6 +128,14 @@ void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql,
     writeHeadings(grid, items);
     writeRows(grid, items, rows);
     grid.Redraw = true;
+}
+
+bool checkExamChosen(const QStringList& exams)
+{
+    if (exams.isEmpty())
+        runtime::MsgBox(u"没有选择考试，请选择考试继续。"_s, {}, runtime::Buttons::Ok,
+                        runtime::Icon::Warning);
+    return !exams.isEmpty();
 }
 
 bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request, FlexGrid& grid)

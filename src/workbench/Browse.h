@@ -18,6 +18,9 @@ struct BrowseRequest
     QString sql;
 };
 
+/// True if an exam is chosen; otherwise the message that asks for one.
+bool checkExamChosen(const QStringList& exams);
+
 /// The columns that a family and stream show: the stored selection of that name, or the default
 /// list. They become the DisplayItems of the library's settings.
 QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
@@ -26,8 +29,8 @@ QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
 /// Fills the grid: a heading row, then a row for each record of the statement, a column for each
 /// item. A failing statement is shown and the next one runs, so that a name that is no field costs
 /// one message for each row.
-void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql,
-                  const QStringList& items, grid::FlexGrid& grid);
+void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const QStringList& items,
+                  grid::FlexGrid& grid);
 
 /// Fills the grid and shows it. False, after a message, if no exam is chosen.
 bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request,

@@ -1,22 +1,20 @@
 #include "workbench/RowChoice.h"
 
-#include "platform/runtime/Dialogs.h"
-
 namespace workbench {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// One condition that a row meets if it has any of the values; `joiner` in front. "" without values.
+/// One condition that a row meets if it has any of the values; `joiner` in front. "" without
+/// values.
 QString anyOf(const QStringList& values, const QString& head, const QString& tail,
               const QString& joiner)
 {
     QStringList conditions;
     for (const QString& value : values)
         conditions.append(head + value + tail);
-    return conditions.isEmpty() ? QString()
-                                : joiner + u" ("_s + conditions.join(u" or "_s) + u')';
+    return conditions.isEmpty() ? QString() : joiner + u" ("_s + conditions.join(u" or "_s) + u')';
 }
 
 QString orderClause(const std::vector<SortKey>& order)
@@ -44,14 +42,6 @@ QString rowsSql(const RowChoice& choice)
     return u"select * from 成绩表 where "_s + anyOf(choice.exams, u" 考试名称='"_s, u"'"_s, {})
            + anyOf(choice.classes, u" 班级="_s, {}, u" and"_s)
            + categoryCondition(choice.categories) + orderClause(choice.order);
-}
-
-bool checkExamChosen(const QStringList& exams)
-{
-    if (exams.isEmpty())
-        runtime::MsgBox(u"没有选择考试，请选择考试继续。"_s, {}, runtime::Buttons::Ok,
-                        runtime::Icon::Warning);
-    return !exams.isEmpty();
 }
 
 } // namespace workbench

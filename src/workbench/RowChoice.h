@@ -34,7 +34,4 @@ QString categoryCondition(const QStringList& categories);
 /// asks for one.
 QString rowsSql(const RowChoice& choice);
 
-/// True if an exam is chosen; otherwise the message that asks for one.
-bool checkExamChosen(const QStringList& exams);
-
 } // namespace workbench

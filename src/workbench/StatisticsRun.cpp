@@ -4,7 +4,7 @@
 #include "platform/runtime/Trap.h"
 #include "statistics/ComprehensiveAnalysis.h"
 #include "statistics/NamedReports.h"
-#include "workbench/RowChoice.h"
+#include "workbench/Browse.h"
 
 namespace workbench {
 

@@ -6,7 +6,7 @@
 
 #include "gui/MainWindowFixture.h"
 #include "gui/ModalBoxes.h"
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 
 namespace {
 

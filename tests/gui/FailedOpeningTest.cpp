@@ -1,6 +1,6 @@
 #include "gui/DroppedFile.h"
 #include "gui/MainWindowFixture.h"
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "workbooks/model/Workbook.h"
 
 namespace {

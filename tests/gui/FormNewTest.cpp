@@ -13,7 +13,7 @@
 
 #include "gui/ModalBoxes.h"
 #include "library/ui/FormXiuGaiKeMu.h"
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 

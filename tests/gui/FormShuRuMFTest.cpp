@@ -14,7 +14,7 @@
 #include "platform/grid/GridText.h"
 #include "platform/grid/ui/CellTextEditor.h"
 #include "platform/grid/ui/FlexGridView.h"
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
 

@@ -15,9 +15,11 @@
 
 namespace shell {
 class AFormMain;
-}
+} // namespace shell
 
 namespace support {
+
+using namespace Qt::StringLiterals;
 
 /// Every window of the program but the message boxes, each as it stands over a library with an
 /// exam.
@@ -41,7 +43,7 @@ private:
     widgets::ScreenDialogs m_screenDialogs;
 
 protected:
-    TestLibrary library{{QStringLiteral("语文"), QStringLiteral("数学"), QStringLiteral("总分")}};
+    TestLibrary library{{u"语文"_s, u"数学"_s, u"总分"_s}};
 
 private:
     using Maker = QWidget* (Gallery::*)();

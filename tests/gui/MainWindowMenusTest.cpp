@@ -7,7 +7,7 @@
 #include "gui/MainWindowFixture.h"
 #include "gui/ModalBoxes.h"
 #include "gui/UrlCatcher.h"
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 
 namespace {
 

@@ -7,6 +7,8 @@
 
 namespace support {
 
+using namespace Qt::StringLiterals;
+
 ModalBoxes::ModalBoxes()
 {
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { poll(); });
@@ -29,7 +31,7 @@ void ModalBoxes::expect(std::function<void(QDialog&)> step)
 void ModalBoxes::poll()
 {
     const QPointer<QDialog> window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!window || m_busy || window->objectName() == QStringLiteral("ProgressWindow"))
+    if (!window || m_busy || window->objectName() == u"ProgressWindow"_s)
         return;
     m_busy = true;
     QTimer::singleShot(0, &m_timer, [this, window] {

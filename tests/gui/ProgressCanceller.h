@@ -9,6 +9,8 @@
 
 namespace support {
 
+using namespace Qt::StringLiterals;
+
 /// Presses 取消 once in the window of running work, as soon as that is there.
 class ProgressCanceller
 {
@@ -26,12 +28,11 @@ private:
     void poll()
     {
         QWidget* window = QApplication::activeModalWidget();
-        if (!window || window->objectName() != QStringLiteral("ProgressWindow"))
+        if (!window || window->objectName() != u"ProgressWindow"_s)
             return;
         m_timer.stop();
-        text = window->findChild<QLabel*>(QStringLiteral("ProgressText"))->text();
-        QTest::mouseClick(window->findChild<QPushButton*>(QStringLiteral("ProgressCancel")),
-                          Qt::LeftButton);
+        text = window->findChild<QLabel*>(u"ProgressText"_s)->text();
+        QTest::mouseClick(window->findChild<QPushButton*>(u"ProgressCancel"_s), Qt::LeftButton);
     }
 
     QTimer m_timer;

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/grid/GridText.h"
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
 

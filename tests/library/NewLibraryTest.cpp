@@ -10,7 +10,7 @@
 
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "scoring/Scoring.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 

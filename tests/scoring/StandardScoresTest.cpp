@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "scoring/Scoring.h"
+#include "scoring/StandardScores.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -44,8 +45,9 @@ TEST_F(StandardScores, AnAbsentStudentIsLeftOutOfTheMeanButScoredAsZero)
     student(3, -1);
     run();
     EXPECT_EQ(chinese(), u"-0.71|43 / 0.71|57 / -4.95|0"_s);
-    EXPECT_EQ(scoring.GetPJF(u"期中"_s, u"语文"_s, u"理"_s), 70);
-    EXPECT_NEAR(scoring.GetBZC(u"期中"_s, u"语文"_s, u"理"_s).toDouble(), 14.142135623731, 1e-9);
+    EXPECT_EQ(scoring::GetPJF(test.scores, u"期中"_s, u"语文"_s, u"理"_s), 70);
+    EXPECT_NEAR(scoring::GetBZC(test.scores, u"期中"_s, u"语文"_s, u"理"_s).toDouble(),
+                14.142135623731, 1e-9);
 }
 
 TEST_F(StandardScores, ASubjectThatNobodySatIsLeftUntouched)
@@ -146,9 +148,9 @@ TEST_F(StandardScores, TheMeanOfAClassCoversThatClassAlone)
     test.addStudent(2, 1, u"二班"_s, u"理"_s);
     test.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 90}});
     test.reload();
-    EXPECT_EQ(scoring.GetBJPJF(u"期中"_s, u"语文"_s, u"理"_s, 1), 60);
-    EXPECT_EQ(scoring.GetBJPJF(u"期中"_s, u"语文"_s, u"理"_s, 2), 90);
-    EXPECT_EQ(scoring.GetBJPJF(u"期中"_s, u"语文"_s, u"理"_s, 3), 0);
+    EXPECT_EQ(scoring::GetBJPJF(test.scores, u"期中"_s, u"语文"_s, u"理"_s, 1), 60);
+    EXPECT_EQ(scoring::GetBJPJF(test.scores, u"期中"_s, u"语文"_s, u"理"_s, 2), 90);
+    EXPECT_EQ(scoring::GetBJPJF(test.scores, u"期中"_s, u"语文"_s, u"理"_s, 3), 0);
 }
 
 struct Conversion
@@ -166,7 +168,7 @@ TEST_F(StandardScores, TheConversionIsReadWithBlanksAndInEitherCase)
     };
     for (const Conversion& conversion : conversions) {
         test.execute(u"update 设置表 set 设置='%1' where 名称='T分'"_s.arg(conversion.setting));
-        scoring.GetZtoT();
+        scoring::GetZtoT(test.scores);
         EXPECT_EQ(settings().TFactor, conversion.factor) << conversion.setting.toStdString();
         EXPECT_EQ(settings().TOffset, conversion.offset) << conversion.setting.toStdString();
     }
@@ -174,9 +176,9 @@ TEST_F(StandardScores, TheConversionIsReadWithBlanksAndInEitherCase)
 
 TEST_F(StandardScores, AConversionInAnotherOrderIsRefusedAndTheOldOneStays)
 {
-    scoring.GetZtoT();
+    scoring::GetZtoT(test.scores);
     test.execute(u"update 设置表 set 设置='50+10z' where 名称='T分'"_s);
-    scoring.GetZtoT();
+    scoring::GetZtoT(test.scores);
     EXPECT_EQ(test.dialogs.shown, QStringList{u"T分转换公式设置不正确！"_s});
     EXPECT_EQ(settings().TFactor, 10);
     EXPECT_EQ(settings().TOffset, 50);
@@ -184,9 +186,9 @@ TEST_F(StandardScores, AConversionInAnotherOrderIsRefusedAndTheOldOneStays)
 
 TEST_F(StandardScores, WithoutTheSettingTheOldConversionStaysAfterAMessage)
 {
-    scoring.GetZtoT();
+    scoring::GetZtoT(test.scores);
     test.execute(u"delete from 设置表 where 名称='T分'"_s);
-    scoring.GetZtoT();
+    scoring::GetZtoT(test.scores);
     EXPECT_EQ(test.dialogs.failures, QStringList{u"没有当前记录。 - Sub GetZtoT/Mdl_MDB"_s});
     EXPECT_EQ(settings().TFactor, 10);
     EXPECT_EQ(settings().TOffset, 50);
@@ -218,8 +220,8 @@ TEST_F(StandardScores, ANegativeScoreCountsAsZeroHoweverLowItIs)
 
 TEST_F(StandardScores, AMeanThatCannotBeReadIsZeroAfterAMessage)
 {
-    EXPECT_EQ(scoring.GetPJF(u"期中"_s, u"没有"_s, u"理"_s), 0);
-    EXPECT_EQ(scoring.GetBJPJF(u"期中"_s, u"没有"_s, u"理"_s, 1), 0);
+    EXPECT_EQ(scoring::GetPJF(test.scores, u"期中"_s, u"没有"_s, u"理"_s), 0);
+    EXPECT_EQ(scoring::GetBJPJF(test.scores, u"期中"_s, u"没有"_s, u"理"_s, 1), 0);
     ASSERT_EQ(test.dialogs.failures.size(), 2);
     EXPECT_TRUE(test.dialogs.failures[0].endsWith(u" - Function GetPJF/Mdl_MDB"_s));
     EXPECT_TRUE(test.dialogs.failures[1].endsWith(u" - Function GetBJPJF/Mdl_MDB"_s));

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"

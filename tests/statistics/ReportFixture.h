@@ -6,6 +6,8 @@
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
+using namespace Qt::StringLiterals;
+
 /// A library of one stream with two classes and one exam, and a report grid over it:
 ///
 ///              语文 (100)   数学 (50)   总分   语文年名
@@ -18,7 +20,6 @@ class ReportTest : public testing::Test
 protected:
     ReportTest()
     {
-        using namespace Qt::StringLiterals;
         library.addStudent(1, 1, u"甲"_s, u"理"_s);
         library.addStudent(1, 2, u"乙"_s, u"理"_s);
         library.addStudent(1, 3, u"丙"_s, u"理"_s);
@@ -41,14 +42,12 @@ protected:
 
     void addExam(const QString& exam, int number)
     {
-        using namespace Qt::StringLiterals;
         library.addExam(exam, u"理"_s, number,
                         {{u"语文"_s, 100}, {u"数学"_s, 50}, {u"总分"_s, u"语文+数学"_s}});
     }
 
     void score(const QString& exam, double classNumber, double number, const Scores& scores)
     {
-        using namespace Qt::StringLiterals;
         library.addScores(exam, classNumber, number,
                           {{u"语文"_s, scores.chinese},
                            {u"数学"_s, scores.maths},
@@ -59,7 +58,6 @@ protected:
     /// Adds a class of the other stream with one student, and the exam for that stream.
     void addSecondStream()
     {
-        using namespace Qt::StringLiterals;
         library.addStudent(5, 1, u"戊"_s, u"文"_s);
         library.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 100}});
         library.addScores(u"期中"_s, 5, 1, {{u"语文"_s, 70}, {u"语文年名"_s, 1}});
@@ -69,8 +67,7 @@ protected:
     /// Stores the value of a setting.
     void set(const QString& name, const QString& value)
     {
-        library.execute(
-            QStringLiteral("update 设置表 set 设置='%1' where 名称='%2'").arg(value, name));
+        library.execute(u"update 设置表 set 设置='%1' where 名称='%2'"_s.arg(value, name));
     }
 
     /// A row of the grid, cells joined by "|".
@@ -90,9 +87,8 @@ protected:
         return all;
     }
 
-    support::TestLibrary library{
-        {QStringLiteral("语文"), QStringLiteral("数学"), QStringLiteral("总分")}};
+    support::TestLibrary library{{u"语文"_s, u"数学"_s, u"总分"_s}};
     statistics::ReportContext context{library.scores};
     grid::FlexGrid grid;
-    QString exams = QStringLiteral("期中");
+    QString exams = u"期中"_s;
 };

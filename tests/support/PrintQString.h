@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+using namespace Qt::StringLiterals;
+
 // Readable texts in the failure messages of GoogleTest.
 
 QT_BEGIN_NAMESPACE
@@ -16,7 +18,7 @@ inline void PrintTo(const QString& text, std::ostream* out)
 
 inline void PrintTo(const QStringList& list, std::ostream* out)
 {
-    *out << '{' << list.join(QStringLiteral(" | ")).toStdString() << '}';
+    *out << '{' << list.join(u" | "_s).toStdString() << '}';
 }
 
 QT_END_NAMESPACE

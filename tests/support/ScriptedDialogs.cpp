@@ -6,6 +6,8 @@
 
 namespace support {
 
+using namespace Qt::StringLiterals;
+
 using runtime::Answer;
 using runtime::Buttons;
 
@@ -37,7 +39,7 @@ Answer ScriptedDialogs::message(const QString& text, const QString& title, Butto
                                 runtime::Icon icon)
 {
     m_boxes.push_back({text, {title, buttons, icon}});
-    shown.append(title.isEmpty() ? text : title + QStringLiteral(": ") + text);
+    shown.append(title.isEmpty() ? text : title + u": "_s + text);
     if (buttons == Buttons::Ok)
         return Answer::Ok;
     questions.append(text);

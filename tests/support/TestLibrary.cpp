@@ -9,6 +9,8 @@
 
 namespace support {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void setFields(database::Recordset& rows, NamedValues columns)
@@ -22,7 +24,7 @@ void setFields(database::Recordset& rows, NamedValues columns)
 TestLibrary::TestLibrary(const QStringList& subjects)
     : paths(makeAppFolder(folder.path())), scores(paths)
 {
-    scores.LibPath = file(QStringLiteral("测试.CJK"));
+    scores.LibPath = file(u"测试.CJK"_s);
     library::NewLibrary(scores).create(subjects);
     EXPECT_TRUE(scores.Conn.isOpen());
     EXPECT_EQ(dialogs.shown, QStringList());
@@ -32,13 +34,13 @@ qint64 TestLibrary::addStudent(double classNumber, double number, const QString&
                                const QString& stream, double category)
 {
     database::Recordset rows;
-    rows.Open(QStringLiteral("select * from 信息表"), scores.Conn);
+    rows.Open(u"select * from 信息表"_s, scores.Conn);
     rows.AddNew();
-    setFields(rows, {{QStringLiteral("班级"), classNumber},
-                     {QStringLiteral("学号"), number},
-                     {QStringLiteral("姓名"), name},
-                     {QStringLiteral("科类"), stream},
-                     {QStringLiteral("类别代码"), category}});
+    setFields(rows, {{u"班级"_s, classNumber},
+                     {u"学号"_s, number},
+                     {u"姓名"_s, name},
+                     {u"科类"_s, stream},
+                     {u"类别代码"_s, category}});
     rows.Update();
     return rows.lastInsertId();
 }
@@ -47,11 +49,9 @@ void TestLibrary::addExam(const QString& exam, const QString& stream, int number
                           NamedValues columns)
 {
     database::Recordset rows;
-    rows.Open(QStringLiteral("select * from 考试名称表"), scores.Conn);
+    rows.Open(u"select * from 考试名称表"_s, scores.Conn);
     rows.AddNew();
-    setFields(rows, {{QStringLiteral("考试名称"), exam},
-                     {QStringLiteral("科类"), stream},
-                     {QStringLiteral("考试编号"), number}});
+    setFields(rows, {{u"考试名称"_s, exam}, {u"科类"_s, stream}, {u"考试编号"_s, number}});
     setFields(rows, columns);
     rows.Update();
 }
@@ -60,18 +60,14 @@ void TestLibrary::addScores(const QString& exam, double classNumber, double numb
                             NamedValues columns)
 {
     database::Recordset student;
-    student.Open(QStringLiteral("select * from 信息表 where 班级=%1 and 学号=%2")
-                     .arg(classNumber)
-                     .arg(number),
+    student.Open(u"select * from 信息表 where 班级=%1 and 学号=%2"_s.arg(classNumber).arg(number),
                  scores.Conn);
     database::Recordset rows;
-    rows.Open(QStringLiteral("select * from 成绩表"), scores.Conn);
+    rows.Open(u"select * from 成绩表"_s, scores.Conn);
     rows.AddNew();
-    setFields(rows, {{QStringLiteral("班级"), classNumber},
-                     {QStringLiteral("学号"), number},
-                     {QStringLiteral("考试名称"), exam}});
+    setFields(rows, {{u"班级"_s, classNumber}, {u"学号"_s, number}, {u"考试名称"_s, exam}});
     if (!student.Eof()) {
-        rows.Fields(QStringLiteral("id")).setValue(student.Fields(QStringLiteral("ID")).Value());
+        rows.Fields(u"id"_s).setValue(student.Fields(u"ID"_s).Value());
         for (const char* same : {"姓名", "类别代码", "科类"}) {
             const QString name = QString::fromUtf8(same);
             rows.Fields(name).setValue(student.Fields(name).Value());
@@ -95,11 +91,11 @@ QString TestLibrary::rows(const QString& sql)
         QStringList cells;
         for (int i = 0; i < rows.fieldCount(); ++i) {
             const runtime::Value value = rows.Fields(i).Value();
-            cells.append(value.isNull() ? QStringLiteral("NULL") : value.text());
+            cells.append(value.isNull() ? u"NULL"_s : value.text());
         }
         lines.append(cells.join(u'|'));
     }
-    return lines.join(QStringLiteral(" / "));
+    return lines.join(u" / "_s);
 }
 
 void TestLibrary::reload()
@@ -111,16 +107,13 @@ void TestLibrary::reload()
 runtime::AppPaths TestLibrary::makeAppFolder(const QString& folder)
 {
     const QDir app(folder);
-    app.mkpath(QStringLiteral("data"));
+    app.mkpath(u"data"_s);
     const QDir shipped(QStringLiteral(YUNSHAN_PROGRAM_FOLDER));
-    QFile::copy(shipped.filePath(QStringLiteral("MFC.dll")),
-                app.filePath(QStringLiteral("MFC.dll")));
-    const QStringList files = QDir(shipped.filePath(QStringLiteral("data")))
-                                  .entryList({QStringLiteral("*.txt"), QStringLiteral("*.jpg"),
-                                              QStringLiteral("*.gif"), QStringLiteral("*.ico")});
+    QFile::copy(shipped.filePath(u"MFC.dll"_s), app.filePath(u"MFC.dll"_s));
+    const QStringList files = QDir(shipped.filePath(u"data"_s))
+                                  .entryList({u"*.txt"_s, u"*.jpg"_s, u"*.gif"_s, u"*.ico"_s});
     for (const QString& name : files)
-        QFile::copy(shipped.filePath(QStringLiteral("data/") + name),
-                    app.filePath(QStringLiteral("data/") + name));
+        QFile::copy(shipped.filePath(u"data/"_s + name), app.filePath(u"data/"_s + name));
     return runtime::AppPaths(folder);
 }
 

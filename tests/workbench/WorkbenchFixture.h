@@ -5,13 +5,14 @@
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
+using namespace Qt::StringLiterals;
+
 /// A library of two streams, three classes and two exams.
 class WorkbenchTest : public testing::Test
 {
 protected:
     WorkbenchTest()
     {
-        using namespace Qt::StringLiterals;
         library.addStudent(1, 1, u"赵一"_s, u"文"_s, 1);
         library.addStudent(3, 1, u"钱二"_s, u"理"_s, 2);
         library.addStudent(2, 1, u"孙三"_s, u"理"_s, 1);
@@ -23,6 +24,5 @@ protected:
         library.reload();
     }
 
-    support::TestLibrary library{
-        {QStringLiteral("语文"), QStringLiteral("数学"), QStringLiteral("总分")}};
+    support::TestLibrary library{{u"语文"_s, u"数学"_s, u"总分"_s}};
 };

@@ -7,7 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "platform/runtime/Text.h"
+#include "platform/runtime/TextFile.h"
 #include "platform/runtime/Trap.h"
 #include "platform/widgets/CaptionedList.h"
 

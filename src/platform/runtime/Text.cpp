@@ -1,13 +1,5 @@
 #include "platform/runtime/Text.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
-#include <QStringDecoder>
-
-#include "platform/runtime/CodePage.h"
-#include "platform/runtime/Error.h"
-#include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Trap.h"
 
 namespace runtime {
@@ -38,46 +30,6 @@ QString DelLast(const QString& text, int count)
 QString Right(const QString& text, int count)
 {
     return text.right(count);
-}
-
-QString decodeText(const QByteArray& bytes)
-{
-    // Stateless, so that a character cut off at the end counts as an error.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(bytes);
-    if (!decoder.hasError())
-        return text;
-    return CodePage(CodePage::chinese).decode({bytes.constData(), size_t(bytes.size())});
-}
-
-void readLines(const QString& file, QStringList& list)
-{
-    if (!QFileInfo(file).isFile())
-        return;
-    QFile in(file);
-    if (!in.open(QIODevice::ReadOnly))
-        throw Error(u"无法读取文件 %1（%2）"_s.arg(file, fileErrorText(in.error())));
-    list.clear();
-    const QString text = decodeText(in.readAll());
-    for (QStringView line : QStringView(text).split(u'\n')) {
-        if (line.endsWith(u'\r'))
-            line.chop(1);
-        if (!line.isEmpty())
-            list.append(line.toString());
-    }
-}
-
-void ReadTxtSet(const QString& file, QStringList& list)
-{
-    const Trap trap{" - Sub ReadTxtSet/MdlSYS"};
-    trap([&] { readLines(file, list); });
-}
-
-void writeTextFile(const QString& file, const QString& text)
-{
-    QSaveFile out(file);
-    if (!out.open(QIODevice::WriteOnly) || out.write(text.toUtf8()) < 0 || !out.commit())
-        throw Error(u"无法写入文件 %1（%2）"_s.arg(file, fileErrorText(out.error())));
 }
 
 } // namespace runtime

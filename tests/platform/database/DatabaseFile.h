@@ -15,6 +15,8 @@
 
 namespace database {
 
+using namespace Qt::StringLiterals;
+
 /// A second program that has the file open: the engine itself, without our layer.
 class OtherProgram
 {
@@ -44,7 +46,7 @@ class DatabaseFile
 public:
     explicit DatabaseFile(const char* sql) { OtherProgram(path()).run(sql); }
 
-    QString path() const { return folder.filePath(QStringLiteral("库.CJK")); }
+    QString path() const { return folder.filePath(u"库.CJK"_s); }
 
     QByteArray bytes() const
     {
@@ -72,11 +74,11 @@ inline QString rowsOf(Recordset& rows)
         QStringList cells;
         for (int i = 0; i < rows.fieldCount(); ++i) {
             const runtime::Value value = rows.Fields(i).Value();
-            cells.append(value.isNull() ? QStringLiteral("NULL") : value.text());
+            cells.append(value.isNull() ? u"NULL"_s : value.text());
         }
         lines.append(cells.join(u'|'));
     }
-    return lines.join(QStringLiteral(" / "));
+    return lines.join(u" / "_s);
 }
 
 inline QString rowsOf(Connection& connection, const QString& sql, Trust trust = Trust::Program)

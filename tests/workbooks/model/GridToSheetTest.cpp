@@ -1,4 +1,4 @@
-#include "workbooks/model/GridBlock.h"
+#include "workbooks/model/GridToSheet.h"
 
 #include <gtest/gtest.h>
 

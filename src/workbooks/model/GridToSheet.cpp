@@ -1,4 +1,4 @@
-#include "workbooks/model/GridBlock.h"
+#include "workbooks/model/GridToSheet.h"
 
 #include "platform/runtime/Trap.h"
 #include "workbooks/model/Worksheet.h"
