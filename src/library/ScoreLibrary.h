@@ -41,7 +41,8 @@ public:
     /// open; LibPath is empty after a file that does not exist.
     void OpenDB();
 
-    /// Tells the screens that exams, students or settings changed.
+    /// Tells whoever listens that exams, students or settings changed, or that no library is open
+    /// any more.
     void notifyChanged();
 
     const runtime::AppPaths& paths() const { return m_paths; }
@@ -59,7 +60,7 @@ public:
 Q_SIGNALS:
     /// A library was opened; its lists stand.
     void opened();
-    /// Exams, students or settings of the open library changed.
+    /// Exams, students or settings of the open library changed, or none is open any more.
     void changed();
 
 private:

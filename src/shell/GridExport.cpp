@@ -12,7 +12,9 @@ void copyGridToWorkbook(const grid::FlexGrid& grid, excel::Application& applicat
         excel::Worksheet& sheet = application.Workbooks().Add().Worksheets().Item(1);
         sheet.Cells().setHorizontalAlignment(excel::HorizontalAlignment::Center);
         int row = 1;
-        excel::GridBlockToSheet(grid, &sheet, row, {0, grid.Rows() - 1, 0, grid.Cols() - 1});
+        excel::GridBlockToSheet(
+            grid, &sheet, row,
+            {.firstRow = 0, .lastRow = grid.Rows() - 1, .firstCol = 0, .lastCol = grid.Cols() - 1});
         application.setVisible(true);
     });
 }

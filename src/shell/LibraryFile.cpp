@@ -33,6 +33,8 @@ void compactLibrary(library::ScoreLibrary& scoreLibrary, const QString& date)
     trap([&] { database::compactDatabase(backup, library); });
     scoreLibrary.LibPath = library;
     scoreLibrary.OpenDB();
+    if (!scoreLibrary.Conn.isOpen())
+        scoreLibrary.notifyChanged();
     runtime::MsgBox(u"压缩完毕!"_s);
 }
 
