@@ -41,6 +41,11 @@ QString otherStream(const QString& stream)
 
 } // namespace
 
+QStringList examNames(const QString& exams)
+{
+    return exams.isEmpty() ? QStringList() : exams.split(u',');
+}
+
 void Catalogue::GetKeLei()
 {
     const Trap trap{" - Sub GetKeLei/Mdl_MDB"};
@@ -91,7 +96,7 @@ void Catalogue::GetKSXX()
             AllColumns.append(name);
             (isTotal(name) ? TotalColumns : SubjectColumns).append(name);
         }
-        TotalFormulas = QStringList(TotalColumns.size(), QString());
+        m_totalFormulas = QStringList(TotalColumns.size(), QString());
     });
     GetBJXX();
 }
@@ -157,11 +162,6 @@ private:
     std::vector<double> m_sums;
 };
 
-QStringList examNames(const QString& exams)
-{
-    return exams.isEmpty() ? QStringList() : exams.split(u',');
-}
-
 } // namespace
 
 ColumnMarks Catalogue::GetKSKM(const QString& exams, const QString& stream)
@@ -179,9 +179,9 @@ ColumnMarks Catalogue::GetKSKM(const QString& exams, const QString& stream)
             for (qsizetype i = 0; i < AllColumns.size(); ++i)
                 sums.add(i, rows.Fields(AllColumns[i]).Value().text());
         }
-        ExamSubjects = sums.examined();
+        m_examSubjects = sums.examined();
     });
-    return ExamSubjects;
+    return m_examSubjects;
 }
 
 ColumnMarks Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
@@ -202,9 +202,9 @@ ColumnMarks Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
                                             : rows.Fields(column).Value().text());
             }
         }
-        ExamColumns = sums.examined();
+        m_examColumns = sums.examined();
     });
-    return ExamColumns;
+    return m_examColumns;
 }
 
 QStringList Catalogue::GetZFKMGS(const QString& exam, const QString& stream)
@@ -216,9 +216,9 @@ QStringList Catalogue::GetZFKMGS(const QString& exam, const QString& stream)
         if (rows.RecordCount() == 0)
             rows.Open(orderedExamRowSql(exam, otherStream(stream)), m_conn);
         for (qsizetype i = 0; i < TotalColumns.size(); ++i)
-            trap([&] { TotalFormulas[i] = rows.Fields(TotalColumns[i]).Value().text(); });
+            trap([&] { m_totalFormulas[i] = rows.Fields(TotalColumns[i]).Value().text(); });
     });
-    return TotalFormulas;
+    return m_totalFormulas;
 }
 
 namespace {

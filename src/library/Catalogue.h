@@ -26,6 +26,9 @@ struct ClassEntry
     int students;
 };
 
+/// The names of a list joined by ","; an empty text has none.
+QStringList examNames(const QString& exams);
+
 /// What the program knows about the open library: exams, columns, streams and classes, all derived
 /// from 考试名称表 and 信息表. The lists are rebuilt by GetKeLei and GetKSXX. Failures are shown
 /// with the routine's tag, and old values stay: what is asked for single exams is answered by
@@ -42,11 +45,6 @@ public:
     QStringList Streams;        ///< 科类 values of 信息表, at most two
     /// Classes of each stream in ascending order, in the order of Streams.
     std::vector<std::vector<ClassEntry>> ClassTable;
-
-    // The last answers of GetKSKM, GetKSKMZF and GetZFKMGS.
-    ColumnMarks ExamSubjects;
-    ColumnMarks ExamColumns;
-    QStringList TotalFormulas;
 
     /// Fills Streams; more than two leave it as it was.
     void GetKeLei();
@@ -74,6 +72,10 @@ public:
 
 private:
     database::Connection& m_conn;
+    // The last answers of GetKSKM, GetKSKMZF and GetZFKMGS.
+    ColumnMarks m_examSubjects;
+    ColumnMarks m_examColumns;
+    QStringList m_totalFormulas;
 };
 
 } // namespace library

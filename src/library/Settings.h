@@ -19,7 +19,7 @@ public:
     /// Condition on 类别代码 with " and (" in front, or empty; set by GetTJLB and by the workbench,
     /// appended to the WHERE clause of every statistic.
     QString CategoryFilter;
-    /// Columns that the latest browse showed, in order.
+    /// The columns that the workbench chose last, in order; 自定义显示 ticks them.
     QStringList DisplayItems;
     /// T = TFactor · z + TOffset, as the last readable setting "T分" said when an exam was scored;
     /// another library that is opened finds them as they are.

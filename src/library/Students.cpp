@@ -23,7 +23,7 @@ Value firstStudentField(database::Connection& conn, const Value& classNumber, co
                       + u" from 信息表 where rowid=(select min(rowid) from 信息表 where 班级=?)"_s);
     student.bind({classNumber});
     if (!student.step())
-        throw database::Error(database::Failure::Sql, u"没有当前记录。"_s);
+        throw database::Error(database::Failure::Sql, database::noCurrentRow());
     Value value =
         student.integer(0) > 0
             ? student.value(1, database::ColumnType::fromDeclaration(student.columnDeclaration(1)))

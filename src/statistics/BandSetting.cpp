@@ -13,8 +13,10 @@ BandSetting::BandSetting(ReportContext& context, const QString& name, const QStr
 {
     const QString value = context.library.settings.GetSZ(name);
     m_bySubject = value == CustomData;
-    if (!m_bySubject)
-        MakeCXTJ(context, subjects, value);
+    if (m_bySubject)
+        return;
+    if (const std::optional<QStringList> conditions = MakeCXTJ(subjects, value))
+        context.BandConditions = *conditions;
 }
 
 const Condition& BandSetting::of(int subject)

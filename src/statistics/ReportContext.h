@@ -31,8 +31,7 @@ public:
 
     library::ScoreLibrary& library;
 
-    /// SQL conditions parallel to the subjects that MakeCXTJ last saw. A band that it cannot read
-    /// leaves them as they were.
+    /// The conditions that MakeCXTJ gave last: a band that it cannot read goes on with them.
     QStringList BandConditions;
     std::array<StreamSlot, MaxStreams> streamSlots;
 

@@ -30,20 +30,22 @@ Interval Interval::parse(const QString& text)
     return interval;
 }
 
-void MakeCXTJ(ReportContext& context, const library::ColumnMarks& subjects, const QString& band)
+std::optional<QStringList> MakeCXTJ(const library::ColumnMarks& subjects, const QString& band)
 {
     const Trap trap{" - Function MakeCXTJ/Mdl_MDB"};
+    std::optional<QStringList> conditions;
     trap([&] {
         const Interval interval = Interval::parse(band);
-        context.BandConditions.clear();
+        conditions.emplace();
         for (int k = 0; k < subjects.count(); ++k) {
             const double marks = subjects.marks[size_t(k)];
             const QString& subject = subjects.names[k];
-            context.BandConditions.append(
-                subject + interval.lowerOperator + doubleText(interval.lower * marks) + u" and "_s
-                + subject + interval.upperOperator + doubleText(interval.upper * marks));
+            conditions->append(subject + interval.lowerOperator + doubleText(interval.lower * marks)
+                               + u" and "_s + subject + interval.upperOperator
+                               + doubleText(interval.upper * marks));
         }
     });
+    return conditions;
 }
 
 namespace {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <optional>
+
 #include "statistics/ReportContext.h"
 
 namespace statistics {
@@ -20,9 +23,9 @@ struct Interval
     static Interval parse(const QString& text);
 };
 
-/// Fills BandConditions from an interval, one condition for each of the subjects. A text that is
-/// none is shown, and BandConditions stays as it was.
-void MakeCXTJ(ReportContext& context, const library::ColumnMarks& subjects, const QString& band);
+/// SQL conditions of an interval, one for each of the subjects. Nothing, after a message, for a
+/// text that is no interval.
+std::optional<QStringList> MakeCXTJ(const library::ColumnMarks& subjects, const QString& band);
 
 /// The numbers of a setting by stream, in the order of Catalogue::Streams.
 using LineTable = std::array<QStringList, MaxStreams>;

@@ -82,6 +82,11 @@ Error::Error(Failure failure, const QString& description, const QString& engineW
 {
 }
 
+QString noCurrentRow()
+{
+    return u"没有当前记录。"_s;
+}
+
 QString noSuchColumn(const QString& name)
 {
     return QString::fromUtf16(noColumn).arg(name);

@@ -33,6 +33,8 @@ private:
     Failure m_failure;
 };
 
+/// The description for a row that is asked for and not there.
+QString noCurrentRow();
 /// The description for a name that no column has.
 QString noSuchColumn(const QString& name);
 

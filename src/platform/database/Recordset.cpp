@@ -154,7 +154,7 @@ void Field::setValue(const runtime::Value& value)
 {
     Recordset::Private& state = m_rows->open();
     if (!state.adding && state.rows->atEnd())
-        throw Error(Failure::Sql, u"没有当前记录。"_s);
+        throw Error(Failure::Sql, noCurrentRow());
     const Column& column = state.rows->columns().at(m_position);
     state.pending.assign(m_position, column.type.converted(value, column.name));
 }

@@ -24,7 +24,7 @@ void RowSource::update(const FieldValues& values)
 
 void RowSource::noRow()
 {
-    throw Error(Failure::Sql, u"没有当前记录。"_s);
+    throw Error(Failure::Sql, noCurrentRow());
 }
 
 Snapshot::Snapshot(Statement& statement, qint64 maxCells)
