@@ -86,6 +86,7 @@ AnalysisResult Analysis::run()
     m_application.setScreenUpdating(false);
     for (m_stream = 0; m_stream < streams && !m_cancelled; ++m_stream)
         runStream();
+    m_context.forgetRows();
     m_progress.finish();
     m_application.setScreenUpdating(true);
     trap([&] { m_application.setVisible(true); });

@@ -36,7 +36,10 @@ void TJGDFD(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
         const QString& stream = frame.stream(i);
         const library::ColumnMarks subjects = context.library.catalogue.GetKSKM(exams, stream);
         // The stream stands in front even where the library has only one.
-        Block block = frame.examBlock(i, stream + u"科 高、低分段"_s, 2, 2, subjects.count());
+        Block block = frame.examBlock(i, {.title = stream + u"科 高、低分段"_s,
+                                          .headingRows = 2,
+                                          .columnsPerItem = int(groups.size()),
+                                          .items = subjects.count()});
         frame.fixHeading(2);
         block.headItems(subjects.names, groups);
         for (int e = 0; e < frame.examCount(); ++e) {

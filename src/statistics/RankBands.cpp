@@ -60,8 +60,10 @@ void fillStream(ReportContext& context, ReportFrame& frame, int stream, const QS
 {
     for (const QString& item : items) {
         Block block =
-            frame.examBlock(stream, frame.streamTitle(stream, u"科  "_s, item + report.title), 1, 1,
-                            int(bands.size()), MergedNames::Classes);
+            frame.examBlock(stream,
+                            {.title = frame.streamTitle(stream, u"科  "_s, item + report.title),
+                             .items = int(bands.size())},
+                            MergedNames::Classes);
         block.headNames(1);
         for (size_t b = 0; b < bands.size(); ++b)
             block.head(1, int(b), 0, bands[b].name() + u"名"_s);
@@ -101,8 +103,9 @@ void TJLCKSQxM(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tra
 {
     const Trap trap{" - Sub TJLCKSQxM/Mdl_MDB"};
     const QString setting = u"历次考试进入年级前x名人数"_s;
-    const QString title = u"  "_s + QString::number(examNames(exams).size()) + u"次考试进入年级前"_s
-                          + context.library.settings.GetSZ(setting) + u"名人数"_s;
+    const QString title = u"  "_s + QString::number(library::examNames(exams).size())
+                          + u"次考试进入年级前"_s + context.library.settings.GetSZ(setting)
+                          + u"名人数"_s;
     runRankReport(context, exams, grid, transfer, {trap, setting, title});
 }
 

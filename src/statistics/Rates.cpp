@@ -42,8 +42,10 @@ void TJGK4l(ReportContext& context, QString& exams, const QString& title, grid::
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QString& stream = frame.stream(i);
         const library::ColumnMarks subjects = context.library.catalogue.GetKSKM(exams, stream);
-        Block block =
-            frame.examBlock(i, frame.streamTitle(i, u"科"_s, title), 2, 2, subjects.count());
+        Block block = frame.examBlock(i, {.title = frame.streamTitle(i, u"科"_s, title),
+                                          .headingRows = 2,
+                                          .columnsPerItem = 2,
+                                          .items = subjects.count()});
         frame.fixHeading(1);
         block.headItems(subjects.names, {u"人数"_s, u"比例%"_s});
         for (int e = 0; e < frame.examCount(); ++e)

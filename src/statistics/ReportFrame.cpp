@@ -116,7 +116,7 @@ ReportFrame::ReportFrame(ReportContext& context, grid::FlexGrid& grid, const QSt
                          Transfer transfer, const runtime::Trap& trap)
     : m_context(context),
       m_grid(grid),
-      m_exams(examNames(exams)),
+      m_exams(library::examNames(exams)),
       m_transfer(transfer),
       m_trap(trap)
 {
@@ -156,16 +156,11 @@ void ReportFrame::mergeNames(MergedNames merged)
         m_grid.setMergeCol(1, true);
 }
 
-Block ReportFrame::examBlock(int stream, const QString& title, int headingRows, int columnsPerItem,
-                             int items, MergedNames merged)
+Block ReportFrame::examBlock(int stream, BlockShape shape, MergedNames merged)
 {
-    Block block(m_grid, classes(stream),
-                {.title = title,
-                 .headingRows = headingRows,
-                 .rowsPerClass = examCount(),
-                 .firstColumn = firstColumn(),
-                 .columnsPerItem = columnsPerItem,
-                 .items = items});
+    shape.rowsPerClass = examCount();
+    shape.firstColumn = firstColumn();
+    Block block(m_grid, classes(stream), std::move(shape));
     mergeNames(firstColumn() == 2 ? merged : MergedNames::Classes);
     return block;
 }
@@ -181,7 +176,10 @@ void ReportFrame::finish(int stream, const Block& block, int gap)
         return;
     StreamSlot& slot = m_context.streamSlots[size_t(stream)];
     excel::GridBlockToSheet(m_grid, slot.ReportSheet, slot.SheetRow,
-                            {block.titleRow(), block.lastRow(), 0, m_grid.Cols() - 1});
+                            {.firstRow = block.titleRow(),
+                             .lastRow = block.lastRow(),
+                             .firstCol = 0,
+                             .lastCol = m_grid.Cols() - 1});
     slot.SheetRow += gap;
 }
 
@@ -197,14 +195,9 @@ void ReportFrame::setWidths(const ColumnWidths& widths)
         m_trap([&] { m_grid.setColWidth(1, widths.exams); });
 }
 
-QStringList examNames(const QString& exams)
-{
-    return exams.isEmpty() ? QStringList() : exams.split(u',');
-}
-
 bool useLastExam(QString& exams)
 {
-    const QStringList names = examNames(exams);
+    const QStringList names = library::examNames(exams);
     if (names.size() < 2)
         return true;
     exams = names.last();

@@ -134,9 +134,9 @@ public:
     /// Equal neighbours are merged in column 0, and in column 1 if that is asked for.
     void mergeNames(MergedNames merged);
     /// A block with a row for each class and exam, and the subjects across. Column 1 is merged only
-    /// where it names the exams.
-    Block examBlock(int stream, const QString& title, int headingRows, int columnsPerItem,
-                    int items, MergedNames merged = MergedNames::ClassesAndSecond);
+    /// where it names the exams. Rows of a class and first column are the frame's.
+    Block examBlock(int stream, BlockShape shape,
+                    MergedNames merged = MergedNames::ClassesAndSecond);
     /// The title with the stream in front where the library has two.
     QString streamTitle(int stream, const QString& joiner, const QString& title) const;
     /// Copies a finished block if that was asked for; `gap` more rows than one stay empty behind
@@ -154,9 +154,6 @@ private:
     Transfer m_transfer;
     const runtime::Trap& m_trap;
 };
-
-/// The names of a list joined by ","; an empty text has none.
-QStringList examNames(const QString& exams);
 
 /// For a report on one exam: the last of the list becomes the list. Several are asked about first;
 /// false if the user gave it up.

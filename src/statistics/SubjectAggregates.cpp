@@ -74,8 +74,10 @@ void runTable(ReportContext& context, const QString& exams, grid::FlexGrid& grid
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QStringList subjects =
             context.library.catalogue.GetKSKM(exams, frame.stream(i)).names;
-        Block block = frame.examBlock(i, frame.streamTitle(i, table.joiner, table.title),
-                                      table.headingRows, columns, int(subjects.size()));
+        Block block = frame.examBlock(i, {.title = frame.streamTitle(i, table.joiner, table.title),
+                                          .headingRows = table.headingRows,
+                                          .columnsPerItem = columns,
+                                          .items = int(subjects.size())});
         frame.fixHeading(1);
         table.head(block, subjects);
         for (int e = 0; e < frame.examCount(); ++e) {

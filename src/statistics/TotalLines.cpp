@@ -38,8 +38,8 @@ void TJZFSXRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tran
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QStringList& scoreLines = lines[size_t(i)];
         // Without lines the first data column is there all the same.
-        Block block = frame.examBlock(i, frame.streamTitle(i, u"科"_s, title), 1, 1,
-                                      std::max(1, int(scoreLines.size())));
+        Block block = frame.examBlock(i, {.title = frame.streamTitle(i, u"科"_s, title),
+                                          .items = std::max(1, int(scoreLines.size()))});
         block.headNames(1);
         for (int t = 0; t < scoreLines.size(); ++t)
             block.head(1, t, 0, scoreLines[t] + u"线"_s);
