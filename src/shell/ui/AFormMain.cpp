@@ -76,7 +76,7 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
     connectMenu();
     connectRecent();
     connect(&m_library, &library::ScoreLibrary::opened, this, &AFormMain::takeLibrary);
-    connect(&m_library, &library::ScoreLibrary::changed, this, &AFormMain::takeLibrary);
+    connect(&m_library, &library::ScoreLibrary::changed, m_workbench, &workbench::FormKaoShi::init);
     restoreLayout();
 }
 
