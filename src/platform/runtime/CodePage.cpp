@@ -1,5 +1,7 @@
 #include "platform/runtime/CodePage.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
 
 #include <QtEndian>
@@ -82,6 +84,16 @@ QString CodePage::decode(std::string_view bytes) const
     }
     text.chop(qsizetype(outLeft / sizeof(QChar)));
     return text;
+}
+
+QString decodeText(const QByteArray& bytes)
+{
+    // Stateless, so that a character cut off at the end counts as an error.
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder(bytes);
+    if (!decoder.hasError())
+        return text;
+    return CodePage(CodePage::chinese).decode({bytes.constData(), size_t(bytes.size())});
 }
 
 } // namespace runtime

@@ -29,4 +29,8 @@ private:
     mutable void* m_converter = nullptr; // opened at the first use, which is costly
 };
 
+/// Bytes of a text file as text: UTF-8 (with or without mark), or GB18030 if they are not valid
+/// UTF-8, which is how files of other school software come.
+QString decodeText(const QByteArray& bytes);
+
 } // namespace runtime

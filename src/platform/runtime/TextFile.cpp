@@ -3,7 +3,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QStringDecoder>
 
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Error.h"
@@ -13,16 +12,6 @@
 namespace runtime {
 
 using namespace Qt::StringLiterals;
-
-QString decodeText(const QByteArray& bytes)
-{
-    // Stateless, so that a character cut off at the end counts as an error.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(bytes);
-    if (!decoder.hasError())
-        return text;
-    return CodePage(CodePage::chinese).decode({bytes.constData(), size_t(bytes.size())});
-}
 
 void readLines(const QString& file, QStringList& list)
 {

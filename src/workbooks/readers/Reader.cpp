@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "platform/runtime/TextFile.h"
+#include "platform/runtime/CodePage.h"
 #include "workbooks/readers/CompoundFile.h"
 #include "workbooks/readers/XlsReader.h"
 #include "workbooks/readers/XlsxReader.h"

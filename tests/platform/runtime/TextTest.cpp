@@ -1,4 +1,5 @@
 #include "platform/runtime/Text.h"
+#include "platform/runtime/CodePage.h"
 #include "platform/runtime/TextFile.h"
 
 #include <sys/stat.h>
