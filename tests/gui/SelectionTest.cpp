@@ -193,9 +193,11 @@ TEST_F(SelectionTest, RequestsSayWhatTheListsShow)
     const workbench::ReportRequest report = selection.reportRequest();
     EXPECT_EQ(report.exams, (QStringList{u"期中"_s, u"期末"_s}));
     EXPECT_EQ(report.item, u"考试人数"_s);
+    selection.Combo3.text = u"请选择要统计的项目"_s;
+    EXPECT_EQ(selection.reportRequest().item, std::nullopt);
     const workbench::AnalysisRequest analysis = selection.analysisRequest();
-    EXPECT_EQ(analysis.selectedExams, (QStringList{u"期中"_s, u"期末"_s}));
-    EXPECT_EQ(analysis.currentExam, u"期末"_s);
+    EXPECT_EQ(analysis.exams, (QStringList{u"期中"_s, u"期末"_s}));
+    EXPECT_EQ(analysis.exam, u"期末"_s);
 }
 
 class ScTJ : public support::SelectionFixture

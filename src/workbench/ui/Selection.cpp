@@ -8,6 +8,7 @@ namespace workbench {
 using namespace Qt::StringLiterals;
 
 const QString SortPrompt = u"请选择项目"_s;
+const QString StatisticsPrompt = u"请选择要统计的项目"_s;
 
 Selection::Selection(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary)
 {
@@ -159,7 +160,10 @@ BrowseRequest Selection::browseRequest() const
 
 ReportRequest Selection::reportRequest() const
 {
-    return {ListKSMC.selectedTexts(), Combo3.text};
+    ReportRequest request{ListKSMC.selectedTexts(), {}};
+    if (Combo3.text != StatisticsPrompt)
+        request.item = Combo3.text;
+    return request;
 }
 
 AnalysisRequest Selection::analysisRequest() const
