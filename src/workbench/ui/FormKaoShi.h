@@ -58,12 +58,14 @@ private:
                           int column, int characters);
     void connectLists();
     void connectCommands();
+    void Form_Load();
 
     /// Shows the selection's state in the widgets.
     void showState();
     /// Takes what the widgets show into the selection, and rebuilds the SQL text.
     void takeState();
     void moveExam(Direction direction);
+    void OptionButton1_Click(int index);
     void Command1_Click();
     void CommandLLCJ_Click();
     void CommandZF_Click();

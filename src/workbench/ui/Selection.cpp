@@ -18,7 +18,7 @@ Selection::Selection(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibra
     Combo3.text = StatisticsPrompt;
 }
 
-void Selection::Form_Load()
+void Selection::fill()
 {
     for (SingleList& direction : Combo2)
         direction = {{u"升序"_s, u"降序"_s}, 0};
@@ -94,7 +94,7 @@ void Selection::fillCategories()
         ListLB.add(category, Selected::Yes);
 }
 
-void Selection::OptionButton1_Click(int index)
+void Selection::chooseStream(int index)
 {
     option = index;
     const QStringList chosen = classesOf(m_library.catalogue, index - 1);

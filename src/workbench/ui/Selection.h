@@ -51,7 +51,7 @@ public:
     bool commandsAvailable = false;   ///< false while no library is open
 
     /// Fills the fixed lists, then runs init.
-    void Form_Load();
+    void fill();
     /// Fills all lists from the open library. Without one the lists keep their contents, and the
     /// commands are switched off.
     void init();
@@ -60,8 +60,8 @@ public:
     /// Switches the commands that need a library on or off.
     void KeYong(Available available);
 
-    /// Sets the option and selects the classes of its stream; index 0 selects all.
-    void OptionButton1_Click(int index);
+    /// Sets the option button and selects the classes of its stream; index 0 selects all.
+    void chooseStream(int index);
     /// Rebuilds Text1 and the shared CategoryFilter. To be called after every change of a list.
     void scTJ();
     /// Swaps the one selected exam with its neighbour.
