@@ -55,11 +55,11 @@ private:
 } // namespace
 
 ExamImport::ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake,
-                       ImportState& state, ImportScreens& screens, runtime::Progress& progress)
+                       ImportState& state, ImportQuestions& questions, runtime::Progress& progress)
     : m_library(scoreLibrary),
       m_intake(intake),
       m_state(state),
-      m_screens(screens),
+      m_questions(questions),
       m_progress(progress),
       m_classes(scoreLibrary)
 {
@@ -76,7 +76,7 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
         return ImportResult::Stopped;
     m_sheet = nullptr;
     if (m_state.ErrorCount > 0)
-        m_screens.showErrorList(m_state);
+        m_questions.errorList(m_state);
     if (!writeExam(request.examChoice))
         return ImportResult::Stopped;
     finish(request.afterwards);
@@ -100,7 +100,7 @@ bool ExamImport::prepare(const ExamImportRequest& request)
     }
     // The class of the first row stands for the whole sheet.
     trap([&] { m_stream = m_library.students.GetBJKL(m_sheet->Cells(2, 1)).text(); });
-    m_screens.showFullMarks(m_state, m_stream + u"科："_s + m_state.ExamName);
+    m_questions.fullMarks(m_state, m_stream + u"科："_s + m_state.ExamName);
     return trap([&] { sizeGrids(); });
 }
 

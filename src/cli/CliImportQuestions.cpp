@@ -1,4 +1,4 @@
-#include "cli/CliImportScreens.h"
+#include "cli/CliImportQuestions.h"
 
 #include "cli/Arguments.h"
 #include "cli/CliDialogs.h"
@@ -10,10 +10,10 @@ namespace cli {
 
 using namespace Qt::StringLiterals;
 
-CliImportScreens::CliImportScreens(const runtime::AppPaths& paths, const QStringList& fullMarks)
+CliImportQuestions::CliImportQuestions(const runtime::AppPaths& paths, const QStringList& marks)
     : m_paths(paths)
 {
-    for (const QString& text : fullMarks) {
+    for (const QString& text : marks) {
         const QString mark = text.section(u'=', 1);
         if (mark.isEmpty() || !(runtime::Val(mark) > 0))
             throw UsageError(u"满分不正确：%1（应为 科目=满分）"_s.arg(text));
@@ -21,7 +21,7 @@ CliImportScreens::CliImportScreens(const runtime::AppPaths& paths, const QString
     }
 }
 
-void CliImportScreens::showFullMarks(importing::ImportState& state, const QString& label)
+void CliImportQuestions::fullMarks(importing::ImportState& state, const QString& label)
 {
     importing::FullMarks screen(state, m_paths);
     screen.load();
@@ -43,7 +43,7 @@ void CliImportScreens::showFullMarks(importing::ImportState& state, const QStrin
     screen.accept();
 }
 
-void CliImportScreens::showErrorList(importing::ImportState& state)
+void CliImportQuestions::errorList(importing::ImportState& state)
 {
     printError(importing::ErrorList(state).countText());
     for (int row = 1; row < state.errors.Rows(); ++row) {
