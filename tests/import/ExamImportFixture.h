@@ -32,10 +32,8 @@ public:
         ++errorLists;
         importing::ErrorList list(state);
         countTexts.append(list.countText());
-        for (int row = 1; row <= int(state.ErrorCount) && !correctTo.isEmpty(); ++row) {
-            list.CurRow = row;
-            list.enter(correctTo);
-        }
+        for (int row = 1; row <= int(state.ErrorCount) && !correctTo.isEmpty(); ++row)
+            list.answer(row, correctTo);
     }
 };
 
