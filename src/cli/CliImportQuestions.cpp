@@ -23,24 +23,23 @@ CliImportQuestions::CliImportQuestions(const runtime::AppPaths& paths, const QSt
 
 void CliImportQuestions::fullMarks(importing::ImportState& state, const QString& label)
 {
-    importing::FullMarks screen(state, m_paths);
-    screen.load();
+    importing::FullMarks entry(state, m_paths);
+    entry.load();
     QStringList shown;
     QStringList unused = m_fullMarks.keys();
-    for (int row = 1; row < screen.marks.Rows(); ++row) {
-        const QString subject = screen.marks.TextMatrix(row, 0);
+    for (int row = 1; row < entry.marks.Rows(); ++row) {
+        const QString subject = entry.marks.TextMatrix(row, 0);
         unused.removeAll(subject);
-        screen.CurRow = row;
         if (m_fullMarks.contains(subject))
-            screen.setText(m_fullMarks.value(subject));
-        if (!(runtime::Val(screen.marks.TextMatrix(row, 1)) > 0))
+            entry.setText(row, m_fullMarks.value(subject));
+        if (!(runtime::Val(entry.marks.TextMatrix(row, 1)) > 0))
             throw UsageError(u"科目“%1”没有满分，请用 --full-marks 给出。"_s.arg(subject));
-        shown.append(subject + u'=' + screen.marks.TextMatrix(row, 1));
+        shown.append(subject + u'=' + entry.marks.TextMatrix(row, 1));
     }
     if (!unused.isEmpty())
         printError(u"数据表里没有科目“%1”，为它给出的满分不起作用。"_s.arg(unused.join(u"”、“"_s)));
     printError(label + u"：满分 "_s + shown.join(u'，'));
-    screen.accept();
+    entry.accept();
 }
 
 void CliImportQuestions::errorList(importing::ImportState& state)
