@@ -24,10 +24,9 @@ namespace {
 
 const Trap trap{" - Private Sub Command1_Click/FormDaoRu"};
 
-/// Rows and columns that are looked at; a sheet ends earlier at the first empty number.
+/// Rows that are looked at; a sheet ends earlier at the first empty number.
 constexpr int lastRow = 65555;
 constexpr int firstSubjectColumn = 4;
-constexpr int lastColumn = 255;
 
 const QString takingRows = u"导入数据..."_s;
 
@@ -120,7 +119,7 @@ bool ExamImport::checkExamName(const ExamImportRequest& request) const
 void ExamImport::findSubjects()
 {
     m_state.KMImport.clear();
-    for (int column = firstSubjectColumn; column <= lastColumn; ++column) {
+    for (int column = firstSubjectColumn; column <= LastColumn; ++column) {
         const QString heading = m_sheet->Cells(1, column).text();
         if (m_library.catalogue.isKeMu(heading))
             m_state.KMImport.push_back({heading, 0, short(column)});
