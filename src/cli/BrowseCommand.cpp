@@ -46,10 +46,9 @@ SortKey sortKey(const database::TableColumns& columns, const QString& text)
 
 std::vector<SortKey> chosenOrder(const Session& session)
 {
-    constexpr int mostKeys = 4;
     const QStringList texts = session.arguments.list(u"order"_s);
-    if (texts.size() > mostKeys)
-        throw UsageError(u"最多按 %1 项排序。"_s.arg(mostKeys));
+    if (texts.size() > workbench::MostSortKeys)
+        throw UsageError(u"最多按 %1 项排序。"_s.arg(workbench::MostSortKeys));
     std::vector<SortKey> order;
     for (const QString& text : texts)
         order.push_back(sortKey(session.scores.Conn.columns(u"成绩表"_s), text));

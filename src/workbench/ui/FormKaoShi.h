@@ -88,8 +88,8 @@ private:
     QListWidget* ListLB = nullptr;
     QListWidget* ListXM = nullptr;
     std::array<QRadioButton*, 3> OptionButton1{};
-    std::array<QComboBox*, 4> Combo1{};
-    std::array<QComboBox*, 4> Combo2{};
+    std::array<QComboBox*, MostSortKeys> Combo1{};
+    std::array<QComboBox*, MostSortKeys> Combo2{};
     QComboBox* Combo3 = nullptr;
     QCheckBox* CheckMin = nullptr;
     QPlainTextEdit* Text1 = nullptr;

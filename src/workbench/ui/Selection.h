@@ -43,12 +43,14 @@ public:
     /// All, and the streams; the one that is set is `option`.
     std::array<StreamOption, 3> OptionButton1;
     int option = 0;
-    std::array<DropDown, 4> Combo1;   ///< columns to sort by
-    std::array<SingleList, 4> Combo2; ///< their directions: index 0 ascending, 1 descending
-    DropDown Combo3;                  ///< the statistics item
-    QString Text1;                    ///< the live SQL statement; the user may type another
-    bool CheckMin = false;            ///< minimise the workbench after a query
-    bool commandsAvailable = false;   ///< false while no library is open
+    /// Columns to sort by.
+    std::array<DropDown, MostSortKeys> Combo1;
+    /// Their directions: index 0 ascending, 1 descending.
+    std::array<SingleList, MostSortKeys> Combo2;
+    DropDown Combo3;                ///< the statistics item
+    QString Text1;                  ///< the live SQL statement; the user may type another
+    bool CheckMin = false;          ///< minimise the workbench after a query
+    bool commandsAvailable = false; ///< false while no library is open
 
     /// Fills the fixed lists, then runs init.
     void fill();
