@@ -77,7 +77,7 @@ Exit runBrowse(Session& session)
     const Arguments& arguments = session.arguments;
     const QString format = arguments.oneOf(u"format"_s, {u"tsv"_s, u"json"_s});
     if (arguments.list(u"exam"_s).isEmpty() && !arguments.has(u"sql"_s))
-        throw UsageError(u"缺少选项 --exam。"_s);
+        throw missingOption(u"exam"_s);
     if (!session.openLibrary())
         return Exit::Error;
     const workbench::BrowseRequest request = browseRequest(session);

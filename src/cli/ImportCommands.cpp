@@ -63,7 +63,7 @@ ExamImportRequest requestFrom(const Arguments& arguments, const QString& sheet)
 QString examName(const Arguments& arguments)
 {
     if (!arguments.has(u"exam"_s))
-        throw UsageError(u"缺少选项 --exam。"_s);
+        throw missingOption(u"exam"_s);
     QString name = arguments.value(u"exam"_s);
     if (name.contains(u',') || name != name.trimmed())
         throw UsageError(u"考试名称“%1”不能含有逗号，两端也不能有空格。"_s.arg(name));

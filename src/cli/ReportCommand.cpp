@@ -49,7 +49,7 @@ Exit runReport(Session& session)
     // The button has a message of its own for no exam.
     if (!arguments.has(u"exam"_s)
         || (arguments.has(u"item"_s) && arguments.list(u"exam"_s).isEmpty()))
-        throw UsageError(u"缺少选项 --exam。"_s);
+        throw missingOption(u"exam"_s);
     if (!session.openLibrary())
         return Exit::Error;
     const QStringList exams = chosenExams(session);
