@@ -1,7 +1,8 @@
-#include "cli/ChosenRows.h"
+#include "cli/ChosenOptions.h"
 #include "cli/Command.h"
 #include "cli/GridOutput.h"
 #include "statistics/NamedReports.h"
+#include "workbench/RowChoice.h"
 #include "workbench/StatisticsRun.h"
 
 namespace cli {
