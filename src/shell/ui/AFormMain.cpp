@@ -14,6 +14,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "library/ui/FormNew.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
@@ -31,7 +32,6 @@ using widgets::CommandScope;
 
 namespace {
 
-const QString LibFilter = u"成绩库|*.CJK"_s;
 const QString ProductTitle = u"云杉学业册"_s;
 const QString helpFile = u"云杉学业册帮助文件.doc"_s;
 const QString updatePage = u"https://example.org/yunshan"_s;
@@ -256,7 +256,7 @@ void AFormMain::mfNew_Click()
 
 void AFormMain::mfOpen_Click()
 {
-    const QString file = runtime::ShowFileDialog(LibFilter, runtime::FileMode::Open);
+    const QString file = runtime::ShowFileDialog(library::LibFilter, runtime::FileMode::Open);
     if (QFileInfo::exists(file))
         openLibrary(file);
 }
