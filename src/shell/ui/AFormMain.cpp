@@ -29,10 +29,10 @@ namespace shell {
 using namespace Qt::StringLiterals;
 using runtime::MsgBox;
 using widgets::CommandScope;
+using widgets::ProductTitle;
 
 namespace {
 
-const QString ProductTitle = u"云杉学业册"_s;
 const QString helpFile = u"云杉学业册帮助文件.doc"_s;
 const QString updatePage = u"https://example.org/yunshan"_s;
 
