@@ -135,12 +135,12 @@ TEST_F(SelectionTest, AnEmptyLibraryLeavesEmptyListsWithoutAMessage)
 
 TEST_F(SelectionTest, WithoutALibraryTheCommandsAreOffAndTheListsStay)
 {
-    EXPECT_TRUE(selection.commandsAvailable);
+    EXPECT_EQ(selection.commandsAvailable, workbench::Available::Yes);
     const QString text = selection.Text1;
     library.scores.Conn.Close();
     library.scores.catalogue.ExamList.clear();
     selection.init();
-    EXPECT_FALSE(selection.commandsAvailable);
+    EXPECT_EQ(selection.commandsAvailable, workbench::Available::No);
     EXPECT_EQ(selection.ListKSMC.texts(), (QStringList{u"期中"_s, u"期末"_s}));
     EXPECT_EQ(selection.ListFW.count(), 3);
     EXPECT_EQ(selection.Text1, text);
@@ -152,7 +152,7 @@ TEST_F(SelectionTest, LoadingWithoutALibraryAsksForAnExam)
     Selection loaded(library.scores);
     loaded.fill();
     EXPECT_EQ(loaded.Text1, u"请选择 考试名称！"_s);
-    EXPECT_FALSE(loaded.commandsAvailable);
+    EXPECT_EQ(loaded.commandsAvailable, workbench::Available::No);
     EXPECT_EQ(library.dialogs.shown, QStringList());
 }
 

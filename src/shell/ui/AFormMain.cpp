@@ -137,7 +137,7 @@ void AFormMain::buildWorkbench()
                 m_screens.showFormZDYXS(item, stream);
             });
     connect(m_workbench, &workbench::FormKaoShi::commandsAvailableChanged, this,
-            [this](bool available) { m_menu.setLibraryOpen(available); });
+            [this](workbench::Available available) { m_menu.setLibraryCommands(available); });
     connect(m_panel, &QDockWidget::visibilityChanged, this, [this](bool visible) {
         m_steppedAside = m_steppedAside && !visible;
         noteLayout();
@@ -307,12 +307,12 @@ void AFormMain::mMfgToXls_Click()
     copyGridToWorkbook(m_grid, excel::OpenExcel(m_screens.applications()));
 }
 
-void AFormMain::showGrid(bool minimise)
+void AFormMain::showGrid(workbench::AfterQuery afterwards)
 {
     restoreWidths(m_grid);
     MSFlexGrid1->show();
     MSFlexGrid1->refresh();
-    if (minimise) {
+    if (afterwards == workbench::AfterQuery::Minimise) {
         m_steppedAside = true;
         m_panel->hide();
     }

@@ -315,7 +315,7 @@ void FormKaoShi::showState()
     m_showing = false;
     for (QPushButton* command : {CommandZHFX, CommandJSZF, CommandLLCJ, CommandDRKS, CommandZXTJ,
                                  CommandZDYXS, Command1, CommandUP, CommandDown})
-        command->setEnabled(m_selection.commandsAvailable);
+        command->setEnabled(m_selection.commandsAvailable == Available::Yes);
     Q_EMIT commandsAvailableChanged(m_selection.commandsAvailable);
 }
 
@@ -359,7 +359,7 @@ void FormKaoShi::Command1_Click()
 void FormKaoShi::CommandLLCJ_Click()
 {
     if (browse(m_library, m_selection.browseRequest(), m_grid))
-        Q_EMIT gridFilled(m_selection.CheckMin);
+        Q_EMIT gridFilled(m_selection.afterQuery());
 }
 
 void FormKaoShi::CommandZF_Click()
@@ -371,7 +371,7 @@ void FormKaoShi::CommandZF_Click()
 void FormKaoShi::CommandZXTJ_Click()
 {
     if (runReport(m_selection.reportRequest(), m_reports, m_grid))
-        Q_EMIT gridFilled(m_selection.CheckMin);
+        Q_EMIT gridFilled(m_selection.afterQuery());
 }
 
 void FormKaoShi::Command2_Click()

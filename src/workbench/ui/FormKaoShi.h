@@ -36,14 +36,14 @@ public:
     void init();
 
 Q_SIGNALS:
-    /// The main grid was filled; `minimise` says whether the workbench steps aside.
-    void gridFilled(bool minimise);
+    /// The main grid was filled.
+    void gridFilled(AfterQuery afterwards);
     /// "导入考试" was pressed.
     void importRequested();
     /// "自定义显示" was pressed; DisplayItems hold what is shown now for this item and stream.
     void customDisplayRequested(const QString& item, const QString& stream);
     /// A library was opened or closed, as far as the commands go.
-    void commandsAvailableChanged(bool available);
+    void commandsAvailableChanged(Available available);
 
 protected:
     /// Delete takes a sort key away; a click below a list's entries leaves what is chosen.

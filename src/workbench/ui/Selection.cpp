@@ -55,7 +55,7 @@ void Selection::ShowKS()
 
 void Selection::KeYong(Available available)
 {
-    commandsAvailable = available == Available::Yes;
+    commandsAvailable = available;
 }
 
 void Selection::fillSortColumns()
@@ -132,6 +132,11 @@ void Selection::MoveList(ChoiceList& list, Direction direction)
     // The current item follows: a command for it meets the exam that the user sees selected.
     list.ListIndex = neighbour;
     scTJ();
+}
+
+AfterQuery Selection::afterQuery() const
+{
+    return CheckMin ? AfterQuery::Minimise : AfterQuery::Stay;
 }
 
 QString Selection::streamWord() const

@@ -12,6 +12,9 @@ namespace workbench {
 
 enum class Available { No, Yes };
 
+/// What the workbench does once a command has filled the grid.
+enum class AfterQuery { Stay, Minimise };
+
 /// Which way an exam moves in the list.
 enum class Direction { Up = 1, Down = -1 };
 
@@ -47,10 +50,11 @@ public:
     std::array<DropDown, MostSortKeys> Combo1;
     /// Their directions: index 0 ascending, 1 descending.
     std::array<SingleList, MostSortKeys> Combo2;
-    DropDown Combo3;                ///< the statistics item
-    QString Text1;                  ///< the live SQL statement; the user may type another
-    bool CheckMin = false;          ///< minimise the workbench after a query
-    bool commandsAvailable = false; ///< false while no library is open
+    DropDown Combo3;       ///< the statistics item
+    QString Text1;         ///< the live SQL statement; the user may type another
+    bool CheckMin = false; ///< minimise the workbench after a query
+    /// No while no library is open.
+    Available commandsAvailable = Available::No;
 
     /// Fills the fixed lists, then runs init.
     void fill();
@@ -69,6 +73,8 @@ public:
     /// Swaps the one selected exam with its neighbour.
     void MoveList(ChoiceList& list, Direction direction);
 
+    /// As CheckMin says.
+    AfterQuery afterQuery() const;
     /// The caption of the option that is set.
     QString streamWord() const;
     RowChoice rowChoice() const;
