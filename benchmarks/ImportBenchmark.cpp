@@ -24,15 +24,15 @@ constexpr int earlierExams = 40;
 constexpr int rounds = 5;
 
 /// Enters 150 for every subject and closes the list of bad scores.
-class QuickScreens : public importing::ImportScreens
+class QuickAnswers : public importing::ImportQuestions
 {
 public:
-    void showFullMarks(importing::ImportState& state, const QString&) override
+    void fullMarks(importing::ImportState& state, const QString&) override
     {
         for (importing::ImportSubject& subject : state.KMImport)
             subject.KMFull = 150;
     }
-    void showErrorList(importing::ImportState&) override {}
+    void errorList(importing::ImportState&) override {}
 };
 
 struct Student
@@ -104,7 +104,7 @@ double importOnce(library::ScoreLibrary& scores, const QString& workbook)
     importing::Applications applications;
     importing::WorkbookIntake intake(applications, importing::examSheet);
     importing::ImportState state;
-    QuickScreens screens;
+    QuickAnswers questions;
     runtime::NoProgress progress;
     QElapsedTimer timer;
     timer.start();
@@ -114,7 +114,7 @@ double importOnce(library::ScoreLibrary& scores, const QString& workbook)
     request.sheetName = intake.sheetNames().value(0);
     request.examName = u"待导入"_s;
     request.backup = importing::Backup::SwitchedOff;
-    importing::ExamImport(scores, intake, state, screens, progress).run(request);
+    importing::ExamImport(scores, intake, state, questions, progress).run(request);
     const double milliseconds = double(timer.nsecsElapsed()) / 1e6;
     database::Recordset rows;
     rows.Open(u"select * from 成绩表 where 考试名称='待导入' and id>0"_s, scores.Conn);

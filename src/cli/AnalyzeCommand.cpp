@@ -73,9 +73,9 @@ Exit runAnalyze(Session& session)
     const QString format = arguments.oneOf(u"format"_s, {u"paths"_s, u"json"_s});
     const QString exam = arguments.value(u"exam"_s);
     if (exam.isEmpty())
-        throw UsageError(u"缺少选项 --exam。"_s);
+        throw missingOption(u"exam"_s);
     if (!arguments.has(u"out"_s) && format != "json"_L1)
-        throw UsageError(u"缺少选项 --out。"_s);
+        throw missingOption(u"out"_s);
     if (!session.openLibrary())
         return Exit::Error;
     session.requireExams({exam});

@@ -1,6 +1,6 @@
 #include <QFileInfo>
 
-#include "cli/CliImportScreens.h"
+#include "cli/CliImportQuestions.h"
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
 #include "import/ExamImport.h"
@@ -63,7 +63,7 @@ ExamImportRequest requestFrom(const Arguments& arguments, const QString& sheet)
 QString examName(const Arguments& arguments)
 {
     if (!arguments.has(u"exam"_s))
-        throw UsageError(u"缺少选项 --exam。"_s);
+        throw missingOption(u"exam"_s);
     QString name = arguments.value(u"exam"_s);
     if (name.contains(u',') || name != name.trimmed())
         throw UsageError(u"考试名称“%1”不能含有逗号，两端也不能有空格。"_s.arg(name));
@@ -104,7 +104,7 @@ Exit runImportExam(Session& session)
 {
     const Arguments& arguments = session.arguments;
     const QString exam = examName(arguments);
-    CliImportScreens screens(session.scores.paths(), arguments.list(u"full-marks"_s));
+    CliImportQuestions questions(session.scores.paths(), arguments.list(u"full-marks"_s));
     planAnswers(session.dialogs, arguments);
     if (!session.openLibrary() || !checkBook(session))
         return Exit::Error;
@@ -116,7 +116,7 @@ Exit runImportExam(Session& session)
     const QString sheet = chosenSheet(intake, arguments);
     ImportState state;
     CliProgress progress;
-    ExamImport import(session.scores, intake, state, screens, progress);
+    ExamImport import(session.scores, intake, state, questions, progress);
     return exitOf(session, import.run(requestFrom(arguments, sheet)));
 }
 

@@ -60,7 +60,7 @@ Exit runInfo(Session& session)
     const library::Catalogue& catalogue = session.scores.catalogue;
     database::Connection& conn = session.scores.Conn;
     const QJsonObject info{
-        {u"LibPath"_s, session.scores.LibPath},
+        {u"LibPath"_s, conn.path()},
         {u"Streams"_s, QJsonArray::fromStringList(catalogue.Streams)},
         {u"Classes"_s, classList(catalogue)},
         {u"ExamList"_s, QJsonArray::fromStringList(catalogue.ExamList)},

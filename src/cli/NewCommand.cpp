@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 Exit runNew(Session& session)
 {
     if (!session.arguments.has(u"subjects"_s))
-        throw UsageError(u"缺少选项 --subjects。"_s);
+        throw missingOption(u"subjects"_s);
     const QStringList subjects = session.arguments.list(u"subjects"_s);
     if (session.arguments.has(u"force"_s))
         session.dialogs.answer(u"是否覆盖原文件"_s, runtime::Answer::Ok);

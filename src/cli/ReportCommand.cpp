@@ -1,7 +1,8 @@
-#include "cli/ChosenRows.h"
+#include "cli/ChosenOptions.h"
 #include "cli/Command.h"
 #include "cli/GridOutput.h"
 #include "statistics/NamedReports.h"
+#include "workbench/RowChoice.h"
 #include "workbench/StatisticsRun.h"
 
 namespace cli {
@@ -10,13 +11,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// What --button asks for. What the screen's list shows while no item is chosen names none.
+workbench::ReportRequest buttonRequest(const QStringList& exams, const QString& button)
+{
+    workbench::ReportRequest request{exams, {}};
+    if (button != u"请选择要统计的项目"_s)
+        request.item = button;
+    return request;
+}
+
 /// True if the grid holds a result, false after a refusal or 取消.
 bool fill(Session& session, const QStringList& exams, grid::FlexGrid& grid)
 {
     const Arguments& arguments = session.arguments;
     statistics::ReportContext context(session.scores);
     if (arguments.has(u"button"_s))
-        return workbench::runReport({exams, arguments.value(u"button"_s)}, context, grid)
+        return workbench::runReport(buttonRequest(exams, arguments.value(u"button"_s)), context,
+                                    grid)
                && !session.dialogs.cancelled();
     const QString item = arguments.value(u"item"_s);
     const statistics::Report report = statistics::namedReport(item);
@@ -39,7 +50,7 @@ Exit runReport(Session& session)
     // The button has a message of its own for no exam.
     if (!arguments.has(u"exam"_s)
         || (arguments.has(u"item"_s) && arguments.list(u"exam"_s).isEmpty()))
-        throw UsageError(u"缺少选项 --exam。"_s);
+        throw missingOption(u"exam"_s);
     if (!session.openLibrary())
         return Exit::Error;
     const QStringList exams = chosenExams(session);

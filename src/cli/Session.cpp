@@ -21,6 +21,11 @@ bool standsUnlisted(database::Connection& conn, const QString& exam)
 
 } // namespace
 
+UsageError missingOption(const QString& name)
+{
+    return UsageError(u"缺少选项 --%1。"_s.arg(name));
+}
+
 bool Session::openLibrary()
 {
     scores.LibPath = arguments.path(0);

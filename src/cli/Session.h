@@ -13,6 +13,9 @@ enum class Exit {
     Usage = 2  ///< the command line is wrong, or names something that the library does not have
 };
 
+/// The error of a command that needs an option and was given none, or an empty one.
+UsageError missingOption(const QString& name);
+
 /// What a command works with.
 struct Session
 {

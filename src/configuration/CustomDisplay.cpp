@@ -13,7 +13,6 @@ using runtime::Trap;
 namespace {
 
 constexpr int NameCol = 0;
-constexpr int TickCol = 1;
 /// The first fields of 成绩表, which are never offered.
 constexpr int FieldsPassedOver = 3;
 

@@ -19,6 +19,9 @@ struct RowBlock
 class CustomDisplay
 {
 public:
+    /// The column of ticks.
+    static constexpr int TickCol = 1;
+
     explicit CustomDisplay(library::ScoreLibrary& scoreLibrary);
 
     /// A row for each column, with "√" behind those that are shown; they are saved in grid order.

@@ -15,7 +15,6 @@ using runtime::Trap;
 namespace {
 
 constexpr int subjectColumn = 3;
-constexpr int reasonColumn = 5;
 
 } // namespace
 
@@ -24,14 +23,14 @@ QString ErrorList::countText() const
     return u"共发现 "_s + runtime::singleText(m_state.ErrorCount) + u" 处成绩有问题！"_s;
 }
 
-ErrorList::Entry ErrorList::enter(const QString& text)
+ErrorList::Entry ErrorList::answer(int row, const QString& text)
 {
     const Trap trap{" - Private Sub Text1_KeyDown/Formgf"};
     if (text.isEmpty())
         return Entry::Ignored;
     const double score = runtime::Val(text);
     float full = 0;
-    trap([&] { full = fullMark(m_state.errors.TextMatrix(CurRow, subjectColumn)); });
+    trap([&] { full = fullMark(m_state.errors.TextMatrix(row, subjectColumn)); });
     if (score < 0 || float(score) > full) {
         MsgBox(u"输入分数有误，请重新输入！"_s, u"错误"_s, Buttons::Ok, Icon::Critical);
         return Entry::Refused;
@@ -39,7 +38,7 @@ ErrorList::Entry ErrorList::enter(const QString& text)
     // The import relies on the bad cell keeping its text: the value goes to this one cell instead.
     const int cell = int(m_state.KMImport.size()) + 1;
     trap([&] { m_state.MFGData.setTextMatrix(cell, cell, runtime::doubleText(score)); });
-    trap([&] { m_state.errors.setTextMatrix(CurRow, reasonColumn, {}); });
+    trap([&] { m_state.errors.setTextMatrix(row, ReasonColumn, {}); });
     return Entry::Accepted;
 }
 
@@ -53,17 +52,16 @@ float ErrorList::fullMark(const QString& subject) const
     return full;
 }
 
-bool ErrorList::finish()
+std::optional<int> ErrorList::finish() const
 {
     const int count = int(m_state.ErrorCount);
     for (int row = 1; row <= count; ++row) {
-        if (m_state.errors.TextMatrix(row, reasonColumn).isEmpty())
+        if (m_state.errors.TextMatrix(row, ReasonColumn).isEmpty())
             continue;
         MsgBox(u"至少有一项成绩还没有修改！"_s);
-        CurRow = row;
-        return false;
+        return row;
     }
-    return true;
+    return std::nullopt;
 }
 
 } // namespace importing

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "import/ImportState.h"
 
 namespace importing {
@@ -10,21 +12,20 @@ class ErrorList
 public:
     enum class Entry { Ignored, Refused, Accepted };
 
-    explicit ErrorList(ImportState& state) : m_state(state) {}
+    /// The column of ImportState::errors that is emptied once its row is answered.
+    static constexpr int ReasonColumn = 5;
 
-    /// The row being edited.
-    int CurRow = 0;
+    explicit ErrorList(ImportState& state) : m_state(state) {}
 
     QString countText() const;
 
-    /// Takes a text as the answer to CurRow. An empty text is ignored, a number below 0 or above
+    /// Takes a text as the answer to a row. An empty text is ignored, a number below 0 or above
     /// the subject's full mark refused with a message. An accepted one empties the row's mark and
     /// goes to the staging cell behind the last subject, not to the bad cell.
-    Entry enter(const QString& text);
+    Entry answer(int row, const QString& text);
 
-    /// True if every row was answered; otherwise a message, and CurRow is the first
-    /// open row.
-    bool finish();
+    /// The first row without an answer, after a message; nothing if every row was answered.
+    std::optional<int> finish() const;
 
 private:
     float fullMark(const QString& subject) const;

@@ -24,10 +24,9 @@ namespace {
 
 const Trap trap{" - Private Sub Command1_Click/FormDaoRu"};
 
-/// Rows and columns that are looked at; a sheet ends earlier at the first empty number.
+/// Rows that are looked at; a sheet ends earlier at the first empty number.
 constexpr int lastRow = 65555;
 constexpr int firstSubjectColumn = 4;
-constexpr int lastColumn = 255;
 
 const QString takingRows = u"导入数据..."_s;
 
@@ -55,11 +54,11 @@ private:
 } // namespace
 
 ExamImport::ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake,
-                       ImportState& state, ImportScreens& screens, runtime::Progress& progress)
+                       ImportState& state, ImportQuestions& questions, runtime::Progress& progress)
     : m_library(scoreLibrary),
       m_intake(intake),
       m_state(state),
-      m_screens(screens),
+      m_questions(questions),
       m_progress(progress),
       m_classes(scoreLibrary)
 {
@@ -76,7 +75,7 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
         return ImportResult::Stopped;
     m_sheet = nullptr;
     if (m_state.ErrorCount > 0)
-        m_screens.showErrorList(m_state);
+        m_questions.errorList(m_state);
     if (!writeExam(request.examChoice))
         return ImportResult::Stopped;
     finish(request.afterwards);
@@ -100,7 +99,7 @@ bool ExamImport::prepare(const ExamImportRequest& request)
     }
     // The class of the first row stands for the whole sheet.
     trap([&] { m_stream = m_library.students.GetBJKL(m_sheet->Cells(2, 1)).text(); });
-    m_screens.showFullMarks(m_state, m_stream + u"科："_s + m_state.ExamName);
+    m_questions.fullMarks(m_state, m_stream + u"科："_s + m_state.ExamName);
     return trap([&] { sizeGrids(); });
 }
 
@@ -120,7 +119,7 @@ bool ExamImport::checkExamName(const ExamImportRequest& request) const
 void ExamImport::findSubjects()
 {
     m_state.KMImport.clear();
-    for (int column = firstSubjectColumn; column <= lastColumn; ++column) {
+    for (int column = firstSubjectColumn; column <= LastColumn; ++column) {
         const QString heading = m_sheet->Cells(1, column).text();
         if (m_library.catalogue.isKeMu(heading))
             m_state.KMImport.push_back({heading, 0, short(column)});

@@ -28,15 +28,15 @@ struct ExamImportRequest
 };
 
 /// What the exam import asks on its way; each call returns with the answers in the state.
-class ImportScreens
+class ImportQuestions
 {
 public:
-    virtual ~ImportScreens() = default;
+    virtual ~ImportQuestions() = default;
 
     /// Asks for the full marks: fills KMFull of the subjects. `label` names stream and exam.
-    virtual void showFullMarks(ImportState& state, const QString& label) = 0;
+    virtual void fullMarks(ImportState& state, const QString& label) = 0;
     /// Asks for an answer to every bad score.
-    virtual void showErrorList(ImportState& state) = 0;
+    virtual void errorList(ImportState& state) = 0;
 };
 
 /// Takes one sheet of exam results into the library.
@@ -44,7 +44,7 @@ class ExamImport
 {
 public:
     ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake, ImportState& state,
-               ImportScreens& screens, runtime::Progress& progress);
+               ImportQuestions& questions, runtime::Progress& progress);
 
     /// The whole import. When it stops, students and names that were taken in so far stay.
     ImportResult run(const ExamImportRequest& request);
@@ -63,7 +63,7 @@ private:
     library::ScoreLibrary& m_library;
     WorkbookIntake& m_intake;
     ImportState& m_state;
-    ImportScreens& m_screens;
+    ImportQuestions& m_questions;
     runtime::Progress& m_progress;
     ClassAnswers m_classes;
     excel::Worksheet* m_sheet = nullptr;

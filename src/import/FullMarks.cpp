@@ -36,7 +36,6 @@ void FullMarks::load()
             marks.setTextMatrix(row, 1, defaultMark(lines, subject));
         }
     });
-    CurRow = 1;
 }
 
 QString FullMarks::defaultMark(const QStringList& lines, const QString& subject)
@@ -50,10 +49,10 @@ QString FullMarks::defaultMark(const QStringList& lines, const QString& subject)
     return mark;
 }
 
-void FullMarks::setText(const QString& text)
+void FullMarks::setText(int row, const QString& text)
 {
     const Trap trap{" - Private Sub Text1_Change/FormShuRuMF"};
-    trap([&] { marks.setTextMatrix(CurRow, 1, text); });
+    trap([&] { marks.setTextMatrix(row, 1, text); });
 }
 
 bool FullMarks::storeMark(int row)
@@ -74,22 +73,14 @@ bool FullMarks::storeMark(int row)
     });
 }
 
-bool FullMarks::accept()
+std::optional<int> FullMarks::accept()
 {
-    bool allStored = true;
+    std::optional<int> refused;
     for (int row = 1; row < marks.Rows(); ++row) {
-        if (storeMark(row))
-            continue;
-        CurRow = row;
-        allStored = false;
+        if (!storeMark(row))
+            refused = row;
     }
-    return allStored;
-}
-
-bool FullMarks::enter()
-{
-    ++CurRow;
-    return CurRow == marks.Rows() && accept();
+    return refused;
 }
 
 void FullMarks::saveDefaults()

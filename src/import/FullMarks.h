@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "import/ImportState.h"
 #include "platform/runtime/AppPaths.h"
 
@@ -13,22 +15,17 @@ public:
 
     /// Columns 科目 and 满分, one row a subject.
     grid::FlexGrid marks;
-    /// The row being edited.
-    int CurRow = 1;
-
     /// Fills the grid with the subjects and the defaults of the file; a missing file leaves the
     /// marks empty.
     void load();
 
-    /// Takes a text as the mark of CurRow.
-    void setText(const QString& text);
+    /// Takes a text as the mark of a row.
+    void setText(int row, const QString& text);
 
-    /// Stores the marks that are above 0, tells of each other one in a message and makes it CurRow.
-    /// So it is with a mark too large for a single-precision number. True if all are accepted.
-    bool accept();
-
-    /// Goes down one row, and behind the last one accepts; true if that was done.
-    bool enter();
+    /// Stores the marks that are above 0 and tells of each other one in a message. So it is with a
+    /// mark too large for a single-precision number. Gives the last row that was not accepted;
+    /// nothing if all were.
+    std::optional<int> accept();
 
     /// The file of defaults then holds the subjects of this import and no others.
     void saveDefaults();

@@ -20,8 +20,6 @@ namespace {
 
 const Trap trap{" - Private Sub Command1_Click/FormDaoRuXinXi"};
 
-constexpr int lastColumn = 255;
-
 const QString takingRows = u"导入数据..."_s;
 
 } // namespace
@@ -67,7 +65,7 @@ StudentImport::Rule StudentImport::ruleOf(const QString& heading)
 void StudentImport::readHeadings()
 {
     m_headings.clear();
-    for (int column = 1; column <= lastColumn; ++column) {
+    for (int column = 1; column <= LastColumn; ++column) {
         const Value& cell = m_sheet->Cells(1, column);
         if (isEmptyCell(cell))
             return;

@@ -38,6 +38,9 @@ extern const SheetRules examSheet;
 extern const SheetRules studentSheet;
 extern const SheetRules classChangeSheet;
 
+/// The last column of a sheet that an import looks at.
+inline constexpr int LastColumn = 255;
+
 /// True for a cell without a content and for an empty text.
 bool isEmptyCell(const runtime::Value& cell);
 

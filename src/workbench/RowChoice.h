@@ -15,6 +15,9 @@ struct SortKey
     SortDirection direction = SortDirection::Ascending;
 };
 
+/// So many columns can be sorted by at once.
+inline constexpr int MostSortKeys = 4;
+
 /// Which score rows are wanted, and in which order.
 struct RowChoice
 {

@@ -16,14 +16,15 @@ namespace {
 
 struct StatisticsItem
 {
-    /// As it stands in the list of statistics.
+    /// As 设置表 names it.
     QString text;
     /// The report that it runs.
     QString report;
 };
 
-/// Each rate is the table of 优秀率 here, and only the analysis tells them apart. The blank behind
-/// 历次考试进入年级前x名人数 is the list's.
+/// Each rate is the table of 优秀率 here, and only the analysis tells them apart. The pair of high
+/// and low groups stands for two rows of 设置表, and the blank behind 历次考试进入年级前x名人数 is
+/// the table's own.
 const std::vector<StatisticsItem>& knownItems()
 {
     static const std::vector<StatisticsItem> items{
@@ -55,15 +56,13 @@ void refuse(const QString& text)
 
 } // namespace
 
-const QString StatisticsPrompt = u"请选择要统计的项目"_s;
-
 bool runReport(const ReportRequest& request, statistics::ReportContext& context,
                grid::FlexGrid& grid)
 {
     const Trap trap{" - Private Sub CommandZXTJ_Click/FormKaoShi"};
     if (!checkExamChosen(request.exams))
         return false;
-    if (request.item == StatisticsPrompt) {
+    if (!request.item) {
         refuse(u"没有选择统计项目，请选择统计项目 后继续。"_s);
         return false;
     }
@@ -85,9 +84,9 @@ void runAnalysis(const AnalysisRequest& request, statistics::ReportContext& cont
                  const std::function<excel::Application&()>& openExcel, runtime::Progress& progress)
 {
     const Trap trap{" - Private Sub Command2_Click/FormKaoShi"};
-    if (request.selectedExams.size() > 1)
+    if (request.exams.size() > 1)
         return refuse(u"当前操作只针对一次考试，请选择  一次考试后  进行  综合分析。"_s);
-    trap([&] { statistics::ZHFX(context, request.currentExam, openExcel(), progress); });
+    trap([&] { statistics::ZHFX(context, request.exam, openExcel(), progress); });
 }
 
 } // namespace workbench

@@ -1,21 +1,25 @@
 #pragma once
 
+#include <functional>
+#include <optional>
+
+#include <QString>
+#include <QStringList>
+
 #include "platform/grid/FlexGrid.h"
 #include "platform/runtime/Progress.h"
 #include "statistics/ReportContext.h"
+#include "workbooks/model/Application.h"
 
 namespace workbench {
-
-/// What the list of statistics shows while no item is chosen.
-extern const QString StatisticsPrompt;
 
 /// A report as the workbench runs it.
 struct ReportRequest
 {
-    /// In list order; none is refused.
+    /// In the order of the report; none is refused.
     QStringList exams;
-    /// One of statisticsItems(); StatisticsPrompt is refused.
-    QString item;
+    /// One of statisticsItems(); nothing is refused.
+    std::optional<QString> item;
 };
 
 /// "执行统计": fills the grid with the report of the item. All four rates run as 各科优秀率, and an
@@ -24,13 +28,13 @@ struct ReportRequest
 bool runReport(const ReportRequest& request, statistics::ReportContext& context,
                grid::FlexGrid& grid);
 
-/// The exams of a comprehensive analysis, as they stand in a list.
+/// A comprehensive analysis as the workbench runs it.
 struct AnalysisRequest
 {
-    /// More than one is refused.
-    QStringList selectedExams;
-    /// The exam that is analysed, selected or not.
-    QString currentExam;
+    /// The exams that are chosen; more than one is refused.
+    QStringList exams;
+    /// The exam that is analysed, chosen or not.
+    QString exam;
 };
 
 /// "综合分析" of one exam. Takes the spreadsheet instance from `openExcel` once it is needed.

@@ -149,6 +149,10 @@ class ByButton(Prepared):
         grid = self.report("--button", "请选择要统计的项目", expect=ERROR)
         self.assertEqual(grid["Messages"], ["没有选择统计项目，请选择统计项目 后继续。"])
 
+    def test_an_item_without_a_name_does_nothing(self):
+        grid = self.report("--button", "")
+        self.assertEqual((grid["TextMatrix"], grid["Messages"]), ([["", ""], ["", ""]], []))
+
     def test_no_exam_is_refused_with_the_message_of_the_screen(self):
         grid = self.report("--button", "考试人数", exam="", expect=ERROR)
         self.assertEqual(grid["Messages"], ["没有选择考试，请选择考试继续。"])

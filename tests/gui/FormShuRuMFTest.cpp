@@ -154,6 +154,25 @@ TEST_F(FullMarksScreen, EnterOnTheLastRowTellsOfBadMarksAndEditsTheLastOfThem)
     EXPECT_EQ(state.KMImport[2].KMFull, 100.0F) << "good marks are stored beside bad ones";
 }
 
+TEST_F(FullMarksScreen, EnterOnTheLastRowIsRefusedUntilItsMarkIsAboveZero)
+{
+    open({u"语文"_s, u"数学"_s}, u"语文=120\n"_s);
+    click(1, 1);
+    for (const QString& text : {u""_s, u""_s, u"-5"_s}) {
+        QTest::keyClicks(box, text);
+        QTest::keyClick(box, Qt::Key_Return);
+        EXPECT_TRUE(form->isVisible());
+        EXPECT_EQ(box->geometry(), cell(2, 1));
+    }
+    EXPECT_EQ(dialogs.shown,
+              (QStringList{u"成绩未设置正确的成绩！"_s, u"-5成绩未设置正确的成绩！"_s}));
+    box->selectAll();
+    QTest::keyClicks(box, u"150"_s);
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(state.KMImport[1].KMFull, 150.0F);
+}
+
 TEST_F(FullMarksScreen, TheButtonTellsOfEachBadMarkAndStays)
 {
     open({u"语文"_s, u"数学"_s, u"英语"_s}, u"数学=abc\n"_s);

@@ -9,7 +9,7 @@ namespace support {
 class SelectionFixture : public WorkbenchTest
 {
 protected:
-    SelectionFixture() { selection.Form_Load(); }
+    SelectionFixture() { selection.fill(); }
 
     static void select(workbench::ChoiceList& list, const QStringList& selected)
     {

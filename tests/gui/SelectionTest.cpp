@@ -107,13 +107,13 @@ TEST_F(SelectionTest, CategoriesAreTheDistinctCodesAsTextAllSelected)
 
 TEST_F(SelectionTest, AStreamOptionSelectsTheClassesOfItsStream)
 {
-    selection.OptionButton1_Click(2);
+    selection.chooseStream(2);
     EXPECT_EQ(selection.ListFW.selectedTexts(), (QStringList{u"2"_s, u"3"_s}));
     EXPECT_EQ(selection.streamWord(), u"理"_s);
     EXPECT_TRUE(selection.Text1.contains(u" and ( 班级=2 or  班级=3)"_s));
-    selection.OptionButton1_Click(1);
+    selection.chooseStream(1);
     EXPECT_EQ(selection.ListFW.selectedTexts(), QStringList{u"1"_s});
-    selection.OptionButton1_Click(0);
+    selection.chooseStream(0);
     EXPECT_EQ(selection.ListFW.selectedCount(), 3);
     EXPECT_EQ(selection.streamWord(), u"全"_s);
 }
@@ -135,12 +135,12 @@ TEST_F(SelectionTest, AnEmptyLibraryLeavesEmptyListsWithoutAMessage)
 
 TEST_F(SelectionTest, WithoutALibraryTheCommandsAreOffAndTheListsStay)
 {
-    EXPECT_TRUE(selection.commandsAvailable);
+    EXPECT_EQ(selection.commandsAvailable, workbench::Available::Yes);
     const QString text = selection.Text1;
     library.scores.Conn.Close();
     library.scores.catalogue.ExamList.clear();
     selection.init();
-    EXPECT_FALSE(selection.commandsAvailable);
+    EXPECT_EQ(selection.commandsAvailable, workbench::Available::No);
     EXPECT_EQ(selection.ListKSMC.texts(), (QStringList{u"期中"_s, u"期末"_s}));
     EXPECT_EQ(selection.ListFW.count(), 3);
     EXPECT_EQ(selection.Text1, text);
@@ -150,9 +150,9 @@ TEST_F(SelectionTest, LoadingWithoutALibraryAsksForAnExam)
 {
     library.scores.Conn.Close();
     Selection loaded(library.scores);
-    loaded.Form_Load();
+    loaded.fill();
     EXPECT_EQ(loaded.Text1, u"请选择 考试名称！"_s);
-    EXPECT_FALSE(loaded.commandsAvailable);
+    EXPECT_EQ(loaded.commandsAvailable, workbench::Available::No);
     EXPECT_EQ(library.dialogs.shown, QStringList());
 }
 
@@ -173,7 +173,7 @@ TEST_F(SelectionTest, AStreamOutsideTheClassTableHasItsOptionAndNoClasses)
     selection.init();
     EXPECT_TRUE(selection.OptionButton1[2].visible);
     EXPECT_EQ(selection.ListFW.texts(), QStringList{u"1"_s});
-    selection.OptionButton1_Click(2);
+    selection.chooseStream(2);
     EXPECT_EQ(selection.ListFW.selectedCount(), 0);
 }
 
@@ -183,7 +183,7 @@ TEST_F(SelectionTest, RequestsSayWhatTheListsShow)
     selection.ListKSMC.ListIndex = 1;
     selection.ListXM.ListIndex = 2;
     selection.Combo3.text = u"考试人数"_s;
-    selection.OptionButton1_Click(2);
+    selection.chooseStream(2);
     selection.Text1 = u"select 1"_s;
     const workbench::BrowseRequest browse = selection.browseRequest();
     EXPECT_EQ(browse.exams, (QStringList{u"期中"_s, u"期末"_s}));
@@ -193,9 +193,11 @@ TEST_F(SelectionTest, RequestsSayWhatTheListsShow)
     const workbench::ReportRequest report = selection.reportRequest();
     EXPECT_EQ(report.exams, (QStringList{u"期中"_s, u"期末"_s}));
     EXPECT_EQ(report.item, u"考试人数"_s);
+    selection.Combo3.text = u"请选择要统计的项目"_s;
+    EXPECT_EQ(selection.reportRequest().item, std::nullopt);
     const workbench::AnalysisRequest analysis = selection.analysisRequest();
-    EXPECT_EQ(analysis.selectedExams, (QStringList{u"期中"_s, u"期末"_s}));
-    EXPECT_EQ(analysis.currentExam, u"期末"_s);
+    EXPECT_EQ(analysis.exams, (QStringList{u"期中"_s, u"期末"_s}));
+    EXPECT_EQ(analysis.exam, u"期末"_s);
 }
 
 class ScTJ : public support::SelectionFixture

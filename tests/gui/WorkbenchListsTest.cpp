@@ -216,10 +216,11 @@ TEST_F(WorkbenchLists, AQuerySaysWhetherTheWorkbenchStepsAside)
 {
     QSignalSpy filled(form.get(), &workbench::FormKaoShi::gridFilled);
     press(u"CommandLLCJ"_s);
-    EXPECT_EQ(filled.takeFirst(), QVariantList{false});
+    EXPECT_EQ(filled.takeFirst(), QVariantList{QVariant::fromValue(workbench::AfterQuery::Stay)});
     QTest::mouseClick(find<QWidget>(u"CheckMin"_s), Qt::LeftButton, {}, QPoint(8, 8));
     press(u"CommandLLCJ"_s);
-    EXPECT_EQ(filled.takeFirst(), QVariantList{true});
+    EXPECT_EQ(filled.takeFirst(),
+              QVariantList{QVariant::fromValue(workbench::AfterQuery::Minimise)});
 }
 
 TEST_F(WorkbenchLists, AMissingBackgroundIsToldAndTheWorkbenchComesUp)

@@ -33,12 +33,6 @@ protected:
             state.errors.setTextMatrix(row, column++, text);
     }
 
-    ErrorList::Entry enter(int row, const QString& text)
-    {
-        list.CurRow = row;
-        return list.enter(text);
-    }
-
     QString reason(int row) const { return state.errors.TextMatrix(row, 5); }
 
     importing::ImportState state;
@@ -53,24 +47,25 @@ TEST_F(ErrorListTest, TellsHowManyScoresAreBad)
 
 TEST_F(ErrorListTest, EnterOnAnEmptyEditorDoesNothing)
 {
-    EXPECT_EQ(enter(1, {}), ErrorList::Entry::Ignored);
+    EXPECT_EQ(list.answer(1, {}), ErrorList::Entry::Ignored);
     EXPECT_EQ(reason(1), u"超过总分"_s);
     EXPECT_EQ(dialogs.shown, QStringList());
 }
 
 TEST_F(ErrorListTest, ScoreEqualToTheFullMarkIsAccepted)
 {
-    EXPECT_EQ(enter(1, u"150"_s), ErrorList::Entry::Accepted);
+    EXPECT_EQ(list.answer(1, u"150"_s), ErrorList::Entry::Accepted);
     EXPECT_EQ(reason(1), QString());
-    EXPECT_EQ(enter(2, u"100.1"_s), ErrorList::Entry::Accepted) << "compared as 32-bit floats";
-    EXPECT_EQ(enter(2, u"0"_s), ErrorList::Entry::Accepted);
+    EXPECT_EQ(list.answer(2, u"100.1"_s), ErrorList::Entry::Accepted)
+        << "compared as 32-bit floats";
+    EXPECT_EQ(list.answer(2, u"0"_s), ErrorList::Entry::Accepted);
 }
 
 TEST_F(ErrorListTest, ScoreOutsideTheRangeIsRefused)
 {
     for (const QString& text : {u"150.5"_s, u"-1"_s}) {
         dialogs.shown.clear();
-        EXPECT_EQ(enter(1, text), ErrorList::Entry::Refused);
+        EXPECT_EQ(list.answer(1, text), ErrorList::Entry::Refused);
         EXPECT_EQ(dialogs.shown, QStringList{u"错误: 输入分数有误，请重新输入！"_s});
         EXPECT_EQ(dialogs.look(u"输入分数有误"_s),
                   (support::BoxLook{u"错误"_s, runtime::Buttons::Ok, runtime::Icon::Critical}));
@@ -81,7 +76,7 @@ TEST_F(ErrorListTest, ScoreOutsideTheRangeIsRefused)
 TEST_F(ErrorListTest, AcceptedValueGoesToTheOneFixedCell)
 {
     state.MFGData.setTextMatrix(1, 3, u"160"_s);
-    enter(1, u" 95.50 分"_s);
+    list.answer(1, u" 95.50 分"_s);
     EXPECT_EQ(state.MFGData.TextMatrix(3, 3), u"95.5"_s);
     EXPECT_EQ(state.MFGData.TextMatrix(1, 3), u"160"_s) << "the bad cell keeps its text";
     EXPECT_EQ(state.errors.TextMatrix(1, 4), u"160"_s) << "the list keeps the bad value";
@@ -90,7 +85,7 @@ TEST_F(ErrorListTest, AcceptedValueGoesToTheOneFixedCell)
 TEST_F(ErrorListTest, FixedCellOutsideTheGridIsReportedAndTheRowIsAnsweredAllTheSame)
 {
     state.MFGData.setRows(3);
-    EXPECT_EQ(enter(1, u"90"_s), ErrorList::Entry::Accepted);
+    EXPECT_EQ(list.answer(1, u"90"_s), ErrorList::Entry::Accepted);
     ASSERT_EQ(dialogs.failures.size(), 1);
     EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Private Sub Text1_KeyDown/Formgf"_s));
     EXPECT_EQ(reason(1), QString());
@@ -99,24 +94,23 @@ TEST_F(ErrorListTest, FixedCellOutsideTheGridIsReportedAndTheRowIsAnsweredAllThe
 TEST_F(ErrorListTest, UnknownSubjectTakesOnlyZero)
 {
     addError(u"美术"_s, u"5"_s, u"超过总分"_s);
-    EXPECT_EQ(enter(3, u"1"_s), ErrorList::Entry::Refused);
-    EXPECT_EQ(enter(3, u"0"_s), ErrorList::Entry::Accepted);
+    EXPECT_EQ(list.answer(3, u"1"_s), ErrorList::Entry::Refused);
+    EXPECT_EQ(list.answer(3, u"0"_s), ErrorList::Entry::Accepted);
 }
 
 TEST_F(ErrorListTest, TheLastSubjectOfANameGivesTheFullMark)
 {
     state.KMImport.push_back({u"语文"_s, 100, 6});
-    EXPECT_EQ(enter(1, u"120"_s), ErrorList::Entry::Refused);
+    EXPECT_EQ(list.answer(1, u"120"_s), ErrorList::Entry::Refused);
 }
 
 TEST_F(ErrorListTest, CannotBeFinishedWithAnOpenRow)
 {
-    enter(1, u"90"_s);
-    EXPECT_FALSE(list.finish());
+    list.answer(1, u"90"_s);
+    EXPECT_EQ(list.finish(), 2);
     EXPECT_EQ(dialogs.shown, QStringList{u"至少有一项成绩还没有修改！"_s});
-    EXPECT_EQ(list.CurRow, 2);
-    enter(2, u"90"_s);
-    EXPECT_TRUE(list.finish());
+    list.answer(2, u"90"_s);
+    EXPECT_EQ(list.finish(), std::nullopt);
 }
 
 } // namespace

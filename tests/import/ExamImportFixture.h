@@ -9,8 +9,8 @@
 #include "import/ErrorList.h"
 #include "import/ExamImport.h"
 
-/// Screens that enter one full mark for all subjects and answer every bad score with one text.
-class EnteredScreens : public importing::ImportScreens
+/// Answers with one full mark for all subjects, and every bad score with one text.
+class EnteredAnswers : public importing::ImportQuestions
 {
 public:
     float fullMark = 150;
@@ -20,22 +20,20 @@ public:
     QStringList countTexts;
     int errorLists = 0;
 
-    void showFullMarks(importing::ImportState& state, const QString& label) override
+    void fullMarks(importing::ImportState& state, const QString& label) override
     {
         labels.append(label);
         for (importing::ImportSubject& subject : state.KMImport)
             subject.KMFull = fullMark;
     }
 
-    void showErrorList(importing::ImportState& state) override
+    void errorList(importing::ImportState& state) override
     {
         ++errorLists;
         importing::ErrorList list(state);
         countTexts.append(list.countText());
-        for (int row = 1; row <= int(state.ErrorCount) && !correctTo.isEmpty(); ++row) {
-            list.CurRow = row;
-            list.enter(correctTo);
-        }
+        for (int row = 1; row <= int(state.ErrorCount) && !correctTo.isEmpty(); ++row)
+            list.answer(row, correctTo);
     }
 };
 
@@ -80,11 +78,12 @@ protected:
 
     importing::ImportResult run()
     {
-        return importing::ExamImport(library.scores, intake, state, screens, progress).run(request);
+        return importing::ExamImport(library.scores, intake, state, questions, progress)
+            .run(request);
     }
 
     importing::ExamImportRequest request;
     importing::ImportState state;
-    EnteredScreens screens;
+    EnteredAnswers questions;
     int changedSignals = 0;
 };

@@ -16,7 +16,7 @@ protected:
     {
         EXPECT_EQ(scoreRows(u"*"_s), QString());
         EXPECT_EQ(library.rows(u"select 考试名称 from 考试名称表"_s), QString());
-        EXPECT_EQ(screens.labels.size(), 0);
+        EXPECT_EQ(questions.labels.size(), 0);
     }
 };
 
@@ -150,7 +150,7 @@ TEST_F(ExamImportPreparation, TheFirstRowsClassGivesTheStream)
            {2, 1, u"李强"_s, 90},
            {1, 1, u"王芳"_s, 91}});
     run();
-    EXPECT_EQ(screens.labels, QStringList{u"理科：期中"_s});
+    EXPECT_EQ(questions.labels, QStringList{u"理科：期中"_s});
     EXPECT_EQ(library.rows(u"select 科类 from 考试名称表"_s), u"理"_s);
 }
 
@@ -158,7 +158,7 @@ TEST_F(ExamImportPreparation, UnknownFirstClassGivesTheStream1)
 {
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {9, 1, u"赵六"_s, 90}});
     run();
-    EXPECT_EQ(screens.labels, QStringList{u"1科：期中"_s});
+    EXPECT_EQ(questions.labels, QStringList{u"1科：期中"_s});
     EXPECT_EQ(library.rows(u"select 科类 from 考试名称表"_s), u"1"_s);
     EXPECT_EQ(library.rows(u"select 姓名 from 信息表 where 班级=9 and 科类=''"_s), u"赵六"_s);
 }

@@ -100,7 +100,7 @@ TEST_F(ExamImportTest, SheetWithoutRowsGivesAnExamWithoutScores)
 TEST_F(ExamImportTest, ScoreEqualToTheFullMarkPassesAndAboveItIsBad)
 {
     languageScores({100, 100.5, 99.9});
-    screens.fullMark = 100;
+    questions.fullMark = 100;
     run();
     EXPECT_EQ(state.ErrorCount, 1.0F);
     EXPECT_EQ(grid::gridText(state.errors).section(u'\n', 1, 1),
@@ -110,10 +110,10 @@ TEST_F(ExamImportTest, ScoreEqualToTheFullMarkPassesAndAboveItIsBad)
 TEST_F(ExamImportTest, ScoresAreComparedWithTheFullMarkAsFloats)
 {
     languageScores({100.1});
-    screens.fullMark = 100.1F;
+    questions.fullMark = 100.1F;
     run();
     EXPECT_EQ(state.ErrorCount, 0.0F);
-    EXPECT_EQ(screens.errorLists, 0);
+    EXPECT_EQ(questions.errorLists, 0);
 }
 
 TEST_F(ExamImportTest, EachBadScoreHasItsReason)
@@ -130,14 +130,14 @@ TEST_F(ExamImportTest, EachBadScoreHasItsReason)
     run();
     EXPECT_EQ(reasons(), (QStringList{u"超过总分"_s, u"分值不能为负"_s, u"分值不能为空"_s,
                                       u"分值不能为空"_s, u"分值不能为空"_s}));
-    EXPECT_EQ(screens.errorLists, 1);
-    EXPECT_EQ(screens.countTexts, QStringList{u"共发现 5 处成绩有问题！"_s});
+    EXPECT_EQ(questions.errorLists, 1);
+    EXPECT_EQ(questions.countTexts, QStringList{u"共发现 5 处成绩有问题！"_s});
 }
 
 TEST_F(ExamImportTest, WithoutAFullMarkEveryScoreAboveZeroIsBadAndStoredAllTheSame)
 {
     languageScores({60, 0.5, 0, u"缺考"_s});
-    screens.fullMark = 0;
+    questions.fullMark = 0;
     EXPECT_EQ(run(), ImportResult::Finished);
     EXPECT_EQ(reasons(), (QStringList{u"超过总分"_s, u"超过总分"_s}));
     EXPECT_EQ(scoreRows(u"语文"_s), u"60 / 0.5 / 0 / -1"_s);
@@ -154,7 +154,7 @@ TEST_F(ExamImportTest, OnlyTheExactWordIsAbsentAndOtherTextIsZero)
 TEST_F(ExamImportTest, BadScoreIsStoredAsItStandsOnTheSheetWhateverWasAnswered)
 {
     languageScores({160, {}, -3, runtime::Value::error(u"#N/A"_s)});
-    screens.correctTo = u"99"_s;
+    questions.correctTo = u"99"_s;
     run();
     EXPECT_EQ(scoreRows(u"姓名,语文"_s), u"学生|160 / 99|0 / 学生|-3 / 学生|0"_s)
         << "every answer goes to one fixed cell, which with one subject is a name";
@@ -170,10 +170,10 @@ TEST_F(ExamImportTest, ScoreThatDoesNotFitCostsItsFieldAndOneMessage)
 }
 
 /// Gives the first subject the full mark 100, the next 110 and so on.
-class RisingMarks : public EnteredScreens
+class RisingMarks : public EnteredAnswers
 {
 public:
-    void showFullMarks(importing::ImportState& given, const QString&) override
+    void fullMarks(importing::ImportState& given, const QString&) override
     {
         float mark = 90;
         for (importing::ImportSubject& subject : given.KMImport) {
@@ -333,7 +333,7 @@ TEST_F(ExamImportTest, StreamAndCategoryAreThoseOfTheClasssFirstStudent)
 
 TEST_F(ExamImportTest, SecondRunAsksTheClassesAnew)
 {
-    importing::ExamImport import(library.scores, intake, state, screens, progress);
+    importing::ExamImport import(library.scores, intake, state, questions, progress);
     sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 90}});
     import.run(request);
     library.execute(u"update 信息表 set 科类='理',类别代码=3 where 班级=1"_s);

@@ -67,57 +67,51 @@ TEST_F(FullMarksTest, NameAtTheTailOfAnotherSubjectTakesThatLineAndIsRefused)
     load({u"文"_s, u"学"_s}, u"文=80\n语文=120\n大文学=90\n"_s);
     EXPECT_EQ(mark(1), u"=120"_s);
     EXPECT_EQ(mark(2), u"学=90"_s);
-    EXPECT_FALSE(marks.accept());
+    EXPECT_EQ(marks.accept(), 2);
     EXPECT_EQ(dialogs.shown,
               (QStringList{u"=120成绩未设置正确的成绩！"_s, u"学=90成绩未设置正确的成绩！"_s}));
-    EXPECT_EQ(marks.CurRow, 2);
 }
 
 TEST_F(FullMarksTest, MarksAboveZeroAreStoredEvenBesideBadOnes)
 {
     load({u"语文"_s, u"数学"_s, u"英语"_s}, u"语文=120.5\n数学=0\n"_s);
-    EXPECT_FALSE(marks.accept());
+    EXPECT_EQ(marks.accept(), 3) << "the last bad row is edited";
     EXPECT_EQ(dialogs.shown,
               (QStringList{u"0成绩未设置正确的成绩！"_s, u"成绩未设置正确的成绩！"_s}));
     EXPECT_EQ(state.KMImport[0].KMFull, 120.5F);
     EXPECT_EQ(state.KMImport[1].KMFull, 0.0F);
-    EXPECT_EQ(marks.CurRow, 3) << "the last bad row is edited";
 }
 
 TEST_F(FullMarksTest, AMarkTooLargeToStoreIsToldAndLeavesTheScreenOpen)
 {
     load({u"语文"_s, u"数学"_s}, u"语文=1e39\n数学=1e38\n"_s);
-    EXPECT_FALSE(marks.accept());
+    EXPECT_EQ(marks.accept(), 1);
     EXPECT_EQ(dialogs.failures, QStringList{u"满分“1e39”太大，没有存入。"
                                             " - Private Sub Command1_Click/FormShuRuMF"_s});
     EXPECT_EQ(dialogs.shown, dialogs.failures);
     EXPECT_EQ(state.KMImport[0].KMFull, 0.0F);
     EXPECT_EQ(state.KMImport[1].KMFull, 1e38F);
-    EXPECT_EQ(marks.CurRow, 1);
-    marks.setText(u"150"_s);
-    EXPECT_TRUE(marks.accept());
+    marks.setText(1, u"150"_s);
+    EXPECT_EQ(marks.accept(), std::nullopt);
     EXPECT_EQ(state.KMImport[0].KMFull, 150.0F);
 }
 
-TEST_F(FullMarksTest, EnterWalksDownAndTheLastOneAccepts)
+TEST_F(FullMarksTest, ARefusedMarkIsAskedForUntilItIsAboveZero)
 {
     load({u"语文"_s, u"数学"_s}, u"语文=120\n"_s);
-    EXPECT_FALSE(marks.enter());
-    EXPECT_EQ(marks.CurRow, 2);
-    EXPECT_FALSE(marks.enter());
+    EXPECT_EQ(marks.accept(), 2);
     EXPECT_EQ(dialogs.shown, QStringList{u"成绩未设置正确的成绩！"_s});
-    EXPECT_EQ(marks.CurRow, 2);
-    marks.setText(u"-5"_s);
-    EXPECT_FALSE(marks.enter());
-    marks.setText(u"150"_s);
-    EXPECT_TRUE(marks.enter());
+    marks.setText(2, u"-5"_s);
+    EXPECT_EQ(marks.accept(), 2);
+    marks.setText(2, u"150"_s);
+    EXPECT_EQ(marks.accept(), std::nullopt);
     EXPECT_EQ(state.KMImport[1].KMFull, 150.0F);
 }
 
-TEST_F(FullMarksTest, WithOneSubjectTheFirstEnterAccepts)
+TEST_F(FullMarksTest, OneSubjectIsAcceptedAlone)
 {
     load({u"语文"_s}, u"语文=120\n"_s);
-    EXPECT_TRUE(marks.enter());
+    EXPECT_EQ(marks.accept(), std::nullopt);
 }
 
 TEST_F(FullMarksTest, TheDefaultsAreThenThoseOfThisImportAlone)

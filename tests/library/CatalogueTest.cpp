@@ -10,7 +10,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using support::TestLibrary;
 
-class CatalogueLists : public testing::Test
+class CatalogueTest : public testing::Test
 {
 protected:
     library::Catalogue& catalogue() { return test.scores.catalogue; }
@@ -18,7 +18,7 @@ protected:
     TestLibrary test{{u"语文"_s, u"数学"_s, u"总分"_s}};
 };
 
-TEST_F(CatalogueLists, ALibraryWithoutExamsStillKnowsItsColumns)
+TEST_F(CatalogueTest, ALibraryWithoutExamsStillKnowsItsColumns)
 {
     test.reload();
     EXPECT_EQ(catalogue().ExamList, QStringList());
@@ -29,7 +29,7 @@ TEST_F(CatalogueLists, ALibraryWithoutExamsStillKnowsItsColumns)
     EXPECT_TRUE(catalogue().ClassTable.empty());
 }
 
-TEST_F(CatalogueLists, ColumnsGoByTheirPlaceSoThatRenamingOneChangesNothingElse)
+TEST_F(CatalogueTest, ColumnsGoByTheirPlaceSoThatRenamingOneChangesNothingElse)
 {
     test.execute(u"alter table 考试名称表 rename column 备注 to 说明"_s);
     test.execute(u"alter table 考试名称表 rename column 科类 to 文理"_s);
@@ -41,7 +41,7 @@ TEST_F(CatalogueLists, ColumnsGoByTheirPlaceSoThatRenamingOneChangesNothingElse)
     EXPECT_EQ(catalogue().SubjectColumns, (QStringList{u"语文"_s, u"奥数"_s}));
 }
 
-TEST_F(CatalogueLists, AColumnIsATotalExactlyWhenItsNameEndsSo)
+TEST_F(CatalogueTest, AColumnIsATotalExactlyWhenItsNameEndsSo)
 {
     test.reload();
     EXPECT_TRUE(catalogue().isKeMu(u"语文"_s));
@@ -52,7 +52,7 @@ TEST_F(CatalogueLists, AColumnIsATotalExactlyWhenItsNameEndsSo)
     EXPECT_EQ(catalogue().GetKmID(u"体育"_s), -1);
 }
 
-TEST_F(CatalogueLists, StreamsComeAscendingAndAtMostTwo)
+TEST_F(CatalogueTest, StreamsComeAscendingAndAtMostTwo)
 {
     test.addStudent(1, 1, u"甲"_s, u"理"_s);
     test.reload();
@@ -66,7 +66,7 @@ TEST_F(CatalogueLists, StreamsComeAscendingAndAtMostTwo)
     EXPECT_EQ(test.dialogs.shown, QStringList{u"科类设置不正确，请重新设置科类。"_s});
 }
 
-TEST_F(CatalogueLists, AnEmptyStreamIsToldAndStillListed)
+TEST_F(CatalogueTest, AnEmptyStreamIsToldAndStillListed)
 {
     test.addStudent(1, 1, u"甲"_s, u""_s);
     test.addStudent(2, 1, u"乙"_s, u"理"_s);
@@ -76,7 +76,7 @@ TEST_F(CatalogueLists, AnEmptyStreamIsToldAndStillListed)
               QStringList{u"学生科类不能为空，如果不分文理，默认值设为“理”\n请修改！"_s});
 }
 
-TEST_F(CatalogueLists, ExamsComeByNumberAndOnceEach)
+TEST_F(CatalogueTest, ExamsComeByNumberAndOnceEach)
 {
     test.addExam(u"期末"_s, u"文"_s, 2, {});
     test.addExam(u"期末"_s, u"理"_s, 2, {});
@@ -85,7 +85,7 @@ TEST_F(CatalogueLists, ExamsComeByNumberAndOnceEach)
     EXPECT_EQ(catalogue().ExamList, (QStringList{u"期中"_s, u"期末"_s}));
 }
 
-TEST_F(CatalogueLists, AnExamNamedAsAPartOfAnEarlierOneIsNotListed)
+TEST_F(CatalogueTest, AnExamNamedAsAPartOfAnEarlierOneIsNotListed)
 {
     test.addExam(u"期中"_s, u"理"_s, 1, {});
     test.addExam(u"高一期中"_s, u"理"_s, 2, {});
@@ -96,7 +96,7 @@ TEST_F(CatalogueLists, AnExamNamedAsAPartOfAnEarlierOneIsNotListed)
     EXPECT_EQ(catalogue().ExamList, QStringList{u"高一期中"_s});
 }
 
-TEST_F(CatalogueLists, ClassesStandByStreamInAscendingOrderWithTheirSizes)
+TEST_F(CatalogueTest, ClassesStandByStreamInAscendingOrderWithTheirSizes)
 {
     test.addStudent(10, 1, u"甲"_s, u"理"_s);
     test.addStudent(9, 1, u"乙"_s, u"理"_s);
@@ -112,7 +112,7 @@ TEST_F(CatalogueLists, ClassesStandByStreamInAscendingOrderWithTheirSizes)
     EXPECT_EQ(catalogue().ClassTable[1][1].number, 10);
 }
 
-TEST_F(CatalogueLists, AClassOfTwoStreamsStandsInBothWithAllItsStudents)
+TEST_F(CatalogueTest, AClassOfTwoStreamsStandsInBothWithAllItsStudents)
 {
     test.addStudent(1, 1, u"甲"_s, u"文"_s);
     test.addStudent(1, 2, u"乙"_s, u"理"_s);
@@ -125,7 +125,7 @@ TEST_F(CatalogueLists, AClassOfTwoStreamsStandsInBothWithAllItsStudents)
     }
 }
 
-TEST_F(CatalogueLists, AStudentWithoutAClassIsToldAndGivesAClassOfNobody)
+TEST_F(CatalogueTest, AStudentWithoutAClassIsToldAndGivesAClassOfNobody)
 {
     test.addStudent(2, 1, u"甲"_s, u"理"_s);
     test.addStudent(2, 2, u"乙"_s, u"理"_s);
@@ -142,7 +142,7 @@ TEST_F(CatalogueLists, AStudentWithoutAClassIsToldAndGivesAClassOfNobody)
     EXPECT_EQ(test.dialogs.failures, QStringList{u"有学生没有班级。 - Sub GetBJXX/Mdl_MDB"_s});
 }
 
-TEST_F(CatalogueLists, ExamsWithoutANameAreOnlyListedIfTheyComeFirst)
+TEST_F(CatalogueTest, ExamsWithoutANameAreOnlyListedIfTheyComeFirst)
 {
     test.execute(u"insert into 考试名称表(科类,考试编号) values('理',2)"_s);
     test.addExam(u"期中"_s, u"理"_s, 1, {});
@@ -156,7 +156,7 @@ TEST_F(CatalogueLists, ExamsWithoutANameAreOnlyListedIfTheyComeFirst)
     EXPECT_TRUE(test.dialogs.shown.isEmpty());
 }
 
-TEST_F(CatalogueLists, AnExamOfOneStreamLendsItsColumnsAsymmetrically)
+TEST_F(CatalogueTest, AnExamOfOneStreamLendsItsColumnsAsymmetrically)
 {
     test.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
     test.reload();
@@ -165,7 +165,7 @@ TEST_F(CatalogueLists, AnExamOfOneStreamLendsItsColumnsAsymmetrically)
     EXPECT_EQ(catalogue().GetKSKM(u"期中"_s, u"理"_s).names, QStringList());
 }
 
-TEST_F(CatalogueLists, A文RequestTakesThe理Row)
+TEST_F(CatalogueTest, A文RequestTakesThe理Row)
 {
     test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
     test.reload();
@@ -175,7 +175,7 @@ TEST_F(CatalogueLists, A文RequestTakesThe理Row)
     EXPECT_EQ(columns.marks, (std::vector<double>{150, 150}));
 }
 
-TEST_F(CatalogueLists, FullMarksOfSeveralExamsAreSummed)
+TEST_F(CatalogueTest, FullMarksOfSeveralExamsAreSummed)
 {
     test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100.5}, {u"数学"_s, 0}});
     test.addExam(u"期末"_s, u"理"_s, 2, {{u"语文"_s, 120}, {u"总分"_s, u"语文+数学"_s}});
@@ -188,14 +188,14 @@ TEST_F(CatalogueLists, FullMarksOfSeveralExamsAreSummed)
     EXPECT_EQ(columns.marks, (std::vector<double>{220.5, 120}));
 }
 
-TEST_F(CatalogueLists, FormulasFallBackOnTheOtherStream)
+TEST_F(CatalogueTest, FormulasFallBackOnTheOtherStream)
 {
     test.addExam(u"期中"_s, u"文"_s, 1, {{u"总分"_s, u"语文+数学"_s}});
     test.reload();
     EXPECT_EQ(catalogue().GetZFKMGS(u"期中"_s, u"理"_s), QStringList{u"语文+数学"_s});
 }
 
-TEST_F(CatalogueLists, AnAnswerThatFailsIsTheOneGivenLast)
+TEST_F(CatalogueTest, AnAnswerThatFailsIsTheOneGivenLast)
 {
     test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文+数学"_s}});
     test.reload();
@@ -210,7 +210,7 @@ TEST_F(CatalogueLists, AnAnswerThatFailsIsTheOneGivenLast)
     EXPECT_EQ(test.dialogs.failures.last(), u"没有当前记录。 - Function GetZFKMGS/Mdl_MDB"_s);
 }
 
-TEST_F(CatalogueLists, FullMarksOfOneSubjectAndOfATotal)
+TEST_F(CatalogueTest, FullMarksOfOneSubjectAndOfATotal)
 {
     test.addExam(u"期中"_s, u"理"_s, 1,
                  {{u"语文"_s, 150}, {u"数学"_s, 100.5}, {u"总分"_s, u"语文+数学"_s}});
@@ -223,7 +223,7 @@ TEST_F(CatalogueLists, FullMarksOfOneSubjectAndOfATotal)
     EXPECT_TRUE(test.dialogs.shown.isEmpty());
 }
 
-TEST_F(CatalogueLists, TheExamNumberIsTheLastMatchOrTheNextFree)
+TEST_F(CatalogueTest, TheExamNumberIsTheLastMatchOrTheNextFree)
 {
     EXPECT_EQ(catalogue().GetKSBH(u"期中"_s), 1);
     test.addExam(u"期中"_s, u"文"_s, 4, {});
@@ -232,7 +232,7 @@ TEST_F(CatalogueLists, TheExamNumberIsTheLastMatchOrTheNextFree)
     EXPECT_EQ(catalogue().GetKSBH(u"期末"_s), 8);
 }
 
-TEST_F(CatalogueLists, AnExamRowWithoutANumberIsToldAndTheEarlierOneStays)
+TEST_F(CatalogueTest, AnExamRowWithoutANumberIsToldAndTheEarlierOneStays)
 {
     test.addExam(u"期中"_s, u"文"_s, 4, {});
     test.addExam(u"期末"_s, u"文"_s, 0, {{u"考试编号"_s, runtime::Value()}});
@@ -242,7 +242,7 @@ TEST_F(CatalogueLists, AnExamRowWithoutANumberIsToldAndTheEarlierOneStays)
               QStringList{u"考试没有考试编号。 - Function GetKSBH/Mdl_MDB"_s});
 }
 
-TEST_F(CatalogueLists, ExamNumbersEndAtSixteenBits)
+TEST_F(CatalogueTest, ExamNumbersEndAtSixteenBits)
 {
     test.addExam(u"期中"_s, u"文"_s, 32767, {});
     EXPECT_EQ(catalogue().GetKSBH(u"期末"_s), 0);

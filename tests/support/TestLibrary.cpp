@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "library/NewLibrary.h"
+#include "support/RowTexts.h"
 
 namespace support {
 
@@ -86,16 +87,7 @@ QString TestLibrary::rows(const QString& sql)
 {
     database::Recordset rows;
     rows.Open(sql, scores.Conn);
-    QStringList lines;
-    for (; !rows.Eof(); rows.MoveNext()) {
-        QStringList cells;
-        for (int i = 0; i < rows.fieldCount(); ++i) {
-            const runtime::Value value = rows.Fields(i).Value();
-            cells.append(value.isNull() ? u"NULL"_s : value.text());
-        }
-        lines.append(cells.join(u'|'));
-    }
-    return lines.join(u" / "_s);
+    return rowTexts(rows);
 }
 
 void TestLibrary::reload()

@@ -18,12 +18,6 @@ using widgets::CommandScope;
 using widgets::label;
 using widgets::named;
 
-namespace {
-
-constexpr int tickColumn = 1;
-
-} // namespace
-
 FormZDYXS::FormZDYXS(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                      QWidget* parent)
     : Screen(u"FormZDYXS"_s, u"自定义显示"_s, parent), m_display(scoreLibrary), m_dialogs(dialogs)
@@ -54,7 +48,8 @@ QWidget* FormZDYXS::makeStrip()
     CommandDown->setToolTip(u"下移"_s);
     CommandDown->setAccessibleName(u"下移"_s);
     Command1 = button(u"Command1"_s, u"确定(&O)"_s, Picture1);
-    Command2 = button(u"Command2"_s, u"取消(&C)"_s, Picture1);
+    // Without a handler on purpose: the screen is left by its close box.
+    auto* Command2 = button(u"Command2"_s, u"取消(&C)"_s, Picture1);
     auto* strip = new QHBoxLayout(Picture1);
     strip->setContentsMargins(0, 0, 0, 0);
     strip->addWidget(label(u"Label1"_s, u"科类(&K)"_s, ComboKL, Picture1));
@@ -116,13 +111,13 @@ void FormZDYXS::Form_Resize()
     const int width = MSFlexGrid1->viewport()->width();
     const int names = width * 8 / 10;
     cells.setColWidth(0, std::max(1, MSFlexGrid1->twips(names - air)));
-    cells.setColWidth(1, std::max(1, MSFlexGrid1->twips(width - names - air)));
+    cells.setColWidth(CustomDisplay::TickCol, std::max(1, MSFlexGrid1->twips(width - names - air)));
     MSFlexGrid1->refresh();
 }
 
 void FormZDYXS::MSFlexGrid1_MouseUp(int MouseRow, int MouseCol)
 {
-    if (MouseCol == tickColumn)
+    if (MouseCol == CustomDisplay::TickCol)
         m_display.flip(MouseRow);
     takeSelection();
     MSFlexGrid1->refreshCell(MouseRow, MouseCol);
@@ -166,7 +161,7 @@ void FormZDYXS::keyPressEvent(QKeyEvent* event)
 {
     // The space bar ticks, for those who work without a mouse.
     if (event->key() == Qt::Key_Space && focusWidget() == MSFlexGrid1)
-        MSFlexGrid1_MouseUp(m_display.columns.RowSel, tickColumn);
+        MSFlexGrid1_MouseUp(m_display.columns.RowSel, CustomDisplay::TickCol);
     else
         Screen::keyPressEvent(event);
 }

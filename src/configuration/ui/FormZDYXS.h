@@ -59,7 +59,6 @@ private:
     QPushButton* CommandUP = nullptr;
     QPushButton* CommandDown = nullptr;
     QPushButton* Command1 = nullptr;
-    QPushButton* Command2 = nullptr;
 };
 
 } // namespace configuration

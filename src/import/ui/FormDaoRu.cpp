@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "import/ui/ScreenImportScreens.h"
+#include "import/ui/ScreenImportQuestions.h"
 #include "platform/widgets/LabelProgress.h"
 
 namespace importing {
@@ -138,8 +138,8 @@ void FormDaoRu::Command1_Click()
 {
     const widgets::CommandScope command(m_dialogs);
     widgets::LabelProgress progress(this, *Label4);
-    ScreenImportScreens screens(m_library.paths(), *this, progress);
-    ExamImport(m_library, m_intake, m_state, screens, progress).run(request());
+    ScreenImportQuestions questions(m_library.paths(), *this, progress);
+    ExamImport(m_library, m_intake, m_state, questions, progress).run(request());
 }
 
 void FormDaoRu::Command2_Click()

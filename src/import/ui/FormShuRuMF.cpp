@@ -58,32 +58,33 @@ void FormShuRuMF::connectEditor()
 {
     m_editor =
         new grid::ColumnEditor(MSFlexGrid1, Text1, CurCol, grid::ColumnEditor::OpenedBy::Release);
-    connect(m_editor, &grid::ColumnEditor::opening, this,
-            [this](int row) { m_marks.CurRow = row; });
+    connect(m_editor, &grid::ColumnEditor::opening, this, [this](int row) { CurRow = row; });
     connect(Text1, &QLineEdit::textChanged, this, &FormShuRuMF::Text1_Change);
     connect(Text1, &grid::CellTextEditor::entered, this, &FormShuRuMF::Text1_Enter);
 }
 
 void FormShuRuMF::Text1_Change()
 {
-    m_marks.setText(Text1->text());
-    MSFlexGrid1->refreshCell(m_marks.CurRow, CurCol);
+    m_marks.setText(CurRow, Text1->text());
+    MSFlexGrid1->refreshCell(CurRow, CurCol);
 }
 
+/// Enter goes down the rows, and behind the last one it accepts.
 void FormShuRuMF::Text1_Enter()
 {
-    if (m_marks.enter())
-        close();
+    if (CurRow + 1 < m_marks.marks.Rows())
+        m_editor->open(CurRow + 1);
     else
-        m_editor->open(m_marks.CurRow);
+        Command1_Click();
 }
 
 void FormShuRuMF::Command1_Click()
 {
-    if (m_marks.accept())
-        close();
+    const std::optional<int> refused = m_marks.accept();
+    if (refused)
+        m_editor->open(*refused);
     else
-        m_editor->open(m_marks.CurRow);
+        close();
 }
 
 void FormShuRuMF::Command2_Click()

@@ -19,7 +19,6 @@ using widgets::named;
 namespace {
 
 constexpr int scoreColumn = 4;
-constexpr int reasonColumn = 5;
 
 } // namespace
 
@@ -65,7 +64,7 @@ void Formgf::connectEditor()
     // What was typed is answered as by Enter before the row is left.
     m_editor->askBeforeLeaving(
         [this] { return !Text1->isModified() || answer() != ErrorList::Entry::Refused; });
-    connect(m_editor, &grid::ColumnEditor::opening, this, [this](int row) { m_list.CurRow = row; });
+    connect(m_editor, &grid::ColumnEditor::opening, this, [this](int row) { CurRow = row; });
     connect(Text1, &grid::CellTextEditor::entered, this, &Formgf::Text1_Enter);
 }
 
@@ -75,26 +74,27 @@ void Formgf::Text1_Enter()
     if (answer() != ErrorList::Entry::Accepted)
         return;
     m_editor->close();
-    const int next = std::min(m_list.CurRow + 1, MSFlexGrid1->grid().Rows() - 1);
+    const int next = std::min(CurRow + 1, MSFlexGrid1->grid().Rows() - 1);
     MSFlexGrid1->select(next, scoreColumn, next, scoreColumn);
 }
 
 void Formgf::Command2_Click()
 {
-    if (m_list.finish())
-        close();
+    const std::optional<int> openRow = m_list.finish();
+    if (openRow)
+        m_editor->open(*openRow);
     else
-        m_editor->open(m_list.CurRow);
+        close();
 }
 
 /// A refused answer leaves the editor open on the bad score.
 ErrorList::Entry Formgf::answer()
 {
-    const ErrorList::Entry entry = m_list.enter(Text1->text());
+    const ErrorList::Entry entry = m_list.answer(CurRow, Text1->text());
     if (entry == ErrorList::Entry::Accepted)
-        MSFlexGrid1->refreshCell(m_list.CurRow, reasonColumn);
+        MSFlexGrid1->refreshCell(CurRow, ErrorList::ReasonColumn);
     else if (entry == ErrorList::Entry::Refused)
-        m_editor->open(m_list.CurRow);
+        m_editor->open(CurRow);
     return entry;
 }
 

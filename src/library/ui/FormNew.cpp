@@ -18,6 +18,8 @@ using widgets::CommandScope;
 using widgets::label;
 using widgets::named;
 
+const QString LibFilter = u"成绩库|*.CJK"_s;
+
 FormNew::FormNew(ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs, QWidget* parent)
     : Screen(u"FormNew"_s, u"新建成绩库"_s, parent),
       m_newLibrary(scoreLibrary),
@@ -94,7 +96,7 @@ void FormNew::Command1_Click()
     const QStringList subjects = widgets::selectedTexts(List1);
     if (!NewLibrary::checkSelected(subjects))
         return;
-    const QString path = runtime::ShowFileDialog(u"成绩库|*.CJK"_s, runtime::FileMode::Save);
+    const QString path = runtime::ShowFileDialog(LibFilter, runtime::FileMode::Save);
     if (m_newLibrary.createAsked(subjects, path))
         Q_EMIT created();
 }

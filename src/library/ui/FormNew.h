@@ -11,6 +11,9 @@ class QPushButton;
 
 namespace library {
 
+/// The score libraries among the files of a dialog.
+extern const QString LibFilter;
+
 /// "新建成绩库": a new library from the subjects that are selected.
 class FormNew : public widgets::Screen
 {

@@ -71,7 +71,7 @@ QWidget* owner()
 
 QString shownTitle(const QString& title)
 {
-    return title.isEmpty() ? u"云杉学业册"_s : title;
+    return title.isEmpty() ? ProductTitle : title;
 }
 
 /// "成绩库|*.CJK" in the file dialog's words; the extension counts in either case, and "*.*" means
@@ -88,6 +88,8 @@ QString nameFilter(const QString& filter)
 }
 
 } // namespace
+
+const QString ProductTitle = u"云杉学业册"_s;
 
 Answer ScreenDialogs::message(const QString& text, const QString& title, Buttons buttons, Icon icon)
 {

@@ -6,6 +6,9 @@ class QWidget;
 
 namespace widgets {
 
+/// The program's name, which is also the title of a box without one.
+extern const QString ProductTitle;
+
 /// The dialogs as windows. A trapped failure offers to show no more of them until the running
 /// command ends; only after that choice their number is told then.
 class ScreenDialogs : public runtime::Dialogs

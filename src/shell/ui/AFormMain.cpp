@@ -14,6 +14,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "library/ui/FormNew.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
@@ -28,11 +29,10 @@ namespace shell {
 using namespace Qt::StringLiterals;
 using runtime::MsgBox;
 using widgets::CommandScope;
+using widgets::ProductTitle;
 
 namespace {
 
-const QString LibFilter = u"成绩库|*.CJK"_s;
-const QString ProductTitle = u"云杉学业册"_s;
 const QString helpFile = u"云杉学业册帮助文件.doc"_s;
 const QString updatePage = u"https://example.org/yunshan"_s;
 
@@ -137,7 +137,7 @@ void AFormMain::buildWorkbench()
                 m_screens.showFormZDYXS(item, stream);
             });
     connect(m_workbench, &workbench::FormKaoShi::commandsAvailableChanged, this,
-            [this](bool available) { m_menu.setLibraryOpen(available); });
+            [this](workbench::Available available) { m_menu.setLibraryCommands(available); });
     connect(m_panel, &QDockWidget::visibilityChanged, this, [this](bool visible) {
         m_steppedAside = m_steppedAside && !visible;
         noteLayout();
@@ -256,7 +256,7 @@ void AFormMain::mfNew_Click()
 
 void AFormMain::mfOpen_Click()
 {
-    const QString file = runtime::ShowFileDialog(LibFilter, runtime::FileMode::Open);
+    const QString file = runtime::ShowFileDialog(library::LibFilter, runtime::FileMode::Open);
     if (QFileInfo::exists(file))
         openLibrary(file);
 }
@@ -307,12 +307,12 @@ void AFormMain::mMfgToXls_Click()
     copyGridToWorkbook(m_grid, excel::OpenExcel(m_screens.applications()));
 }
 
-void AFormMain::showGrid(bool minimise)
+void AFormMain::showGrid(workbench::AfterQuery afterwards)
 {
     restoreWidths(m_grid);
     MSFlexGrid1->show();
     MSFlexGrid1->refresh();
-    if (minimise) {
+    if (afterwards == workbench::AfterQuery::Minimise) {
         m_steppedAside = true;
         m_panel->hide();
     }

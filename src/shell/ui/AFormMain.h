@@ -56,7 +56,7 @@ private:
     void takeLibrary();
     void openLibrary(const QString& path);
     void takeDropped(const QString& file);
-    void showGrid(bool minimise);
+    void showGrid(workbench::AfterQuery afterwards);
     void showWorkbench();
     void noteLayout();
     void saveLayout() const;

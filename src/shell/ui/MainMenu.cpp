@@ -8,6 +8,7 @@
 namespace shell {
 
 using namespace Qt::StringLiterals;
+using workbench::Available;
 
 namespace {
 
@@ -88,7 +89,7 @@ MainMenu::MainMenu(QMenuBar* bar)
             menu->addSeparator();
         else
             addItem(menu, QString::fromUtf16(entry.name), QString::fromUtf16(entry.caption),
-                    entry.state != State::Later);
+                    entry.state == State::Later ? Available::No : Available::Yes);
     }
     m_items.value(u"mfOpen"_s)->setShortcut(QKeySequence::Open);
     m_items.value(u"Mfexit"_s)->setShortcut(QKeySequence::Quit);
@@ -100,7 +101,7 @@ MainMenu::MainMenu(QMenuBar* bar)
         m_items.insert(name, action);
     }
     m_items.value(u"Hzt"_s)->setShortcut(QKeySequence::HelpContents);
-    setLibraryOpen(false);
+    setLibraryCommands(Available::No);
 }
 
 QMenu* MainMenu::addMenu(QMenuBar* bar, const QString& name, const QString& caption)
@@ -112,20 +113,23 @@ QMenu* MainMenu::addMenu(QMenuBar* bar, const QString& name, const QString& capt
     return menu;
 }
 
-void MainMenu::addItem(QMenu* menu, const QString& name, const QString& caption, bool available)
+void MainMenu::addItem(QMenu* menu, const QString& name, const QString& caption,
+                       Available available)
 {
     QAction* action = menu->addAction(caption);
     action->setObjectName(name);
-    action->setEnabled(available);
+    const bool later = available == Available::No;
+    action->setEnabled(!later);
     // A tip of the action's own; without one Qt repeats the caption.
-    if (!available)
+    if (later)
         action->setToolTip(u"尚未提供"_s);
-    action->setProperty("later", !available);
+    action->setProperty("later", later);
     m_items.insert(name, action);
 }
 
-void MainMenu::setLibraryOpen(bool open)
+void MainMenu::setLibraryCommands(Available available)
 {
+    const bool open = available == Available::Yes;
     for (const QString& name : {u"Medit"_s, u"mSJWH"_s, u"mSJCL"_s})
         m_menus.value(name)->setEnabled(open);
     for (const QString& name : {u"mDelKM"_s, u"mfSaveAs"_s}) {

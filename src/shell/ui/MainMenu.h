@@ -3,6 +3,8 @@
 #include <QHash>
 #include <QString>
 
+#include "workbench/ui/Selection.h"
+
 class QAction;
 class QMenu;
 class QMenuBar;
@@ -21,11 +23,12 @@ public:
     QMenu* menu(const QString& name) const { return m_menus.value(name); }
 
     /// Switches what needs a library.
-    void setLibraryOpen(bool open);
+    void setLibraryCommands(workbench::Available available);
 
 private:
     QMenu* addMenu(QMenuBar* bar, const QString& name, const QString& caption);
-    void addItem(QMenu* menu, const QString& name, const QString& caption, bool available);
+    void addItem(QMenu* menu, const QString& name, const QString& caption,
+                 workbench::Available available);
 
     QHash<QString, QAction*> m_items;
     QHash<QString, QMenu*> m_menus;

@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "platform/widgets/ScreenDialogs.h"
+
 namespace shell {
 
 using namespace Qt::StringLiterals;
@@ -15,7 +17,6 @@ using widgets::named;
 
 namespace {
 
-const QString title = u"云杉学业册"_s;
 const QString description = u"管理一所中学的学生和历次考试成绩：从电子表格导入学生与成绩，"
                             "计算总分、名次和标准分，按班级统计和对比，查看每个学生的成绩变化，"
                             "并导出便于打印的报表。"_s;
@@ -42,7 +43,7 @@ frmAbout::frmAbout(QWidget* parent) : Screen(u"frmAbout"_s, u"关于软件"_s, p
 /// The program's icon; no room is taken without one.
 QWidget* frmAbout::makePicture()
 {
-    auto* picture = named(new QLabel(this), u"Picture1"_s, title);
+    auto* picture = named(new QLabel(this), u"Picture1"_s, widgets::ProductTitle);
     const int side = fontMetrics().lineSpacing() * 5;
     picture->setPixmap(QApplication::windowIcon().pixmap(QSize(side, side), devicePixelRatioF()));
     return picture;
@@ -50,7 +51,7 @@ QWidget* frmAbout::makePicture()
 
 QWidget* frmAbout::makeTitle()
 {
-    QLabel* heading = label(u"LabelTitle"_s, title, nullptr, this);
+    QLabel* heading = label(u"LabelTitle"_s, widgets::ProductTitle, nullptr, this);
     QFont large = heading->font();
     large.setPointSizeF(large.pointSizeF() * 1.8);
     large.setBold(true);

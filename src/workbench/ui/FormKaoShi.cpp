@@ -11,6 +11,7 @@
 #include <QRadioButton>
 
 #include "platform/runtime/Trap.h"
+#include "platform/widgets/CaptionedList.h"
 #include "platform/widgets/LabelProgress.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenProgress.h"
@@ -25,8 +26,6 @@ using widgets::label;
 using widgets::named;
 
 namespace {
-
-const QString multiSelectTip = u"按下Ctrl键或Shift键可多选"_s;
 
 void showList(QListWidget* widget, const ChoiceList& list)
 {
@@ -91,9 +90,14 @@ FormKaoShi::FormKaoShi(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialo
     buildCommands(layout);
     connectLists();
     connectCommands();
+    Form_Load();
+}
+
+void FormKaoShi::Form_Load()
+{
     const runtime::Trap trap{" - Private Sub Form_Load/FormKaoShi"};
-    trap([&] { LoadPicture(scoreLibrary.paths().dataFile(u"bj1.jpg"_s)); });
-    m_selection.Form_Load();
+    trap([&] { LoadPicture(m_library.paths().dataFile(u"bj1.jpg"_s)); });
+    m_selection.fill();
     showState();
 }
 
@@ -102,7 +106,7 @@ QListWidget* FormKaoShi::makeList(const QString& name, const QString& heading, Q
 {
     auto* list = named(new QListWidget(this), name, heading.left(heading.indexOf(u'(')));
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    list->setToolTip(multiSelectTip);
+    list->setToolTip(widgets::multiSelectHint());
     list->viewport()->installEventFilter(this);
     // Narrow enough that the grid beside the panel has most of the window.
     list->setMinimumWidth(fontMetrics().averageCharWidth() * characters / 2);
@@ -230,10 +234,8 @@ void FormKaoShi::connectLists()
             m_selection.Combo3.text = index < 0 ? StatisticsPrompt : Combo3->itemText(index);
     });
     for (size_t i = 0; i < OptionButton1.size(); ++i) {
-        connect(OptionButton1[i], &QRadioButton::clicked, this, [this, i] {
-            m_selection.OptionButton1_Click(int(i));
-            showState();
-        });
+        connect(OptionButton1[i], &QRadioButton::clicked, this,
+                [this, i] { OptionButton1_Click(int(i)); });
     }
     connect(Text1, &QPlainTextEdit::textChanged, this, [this] {
         if (!m_showing)
@@ -313,7 +315,7 @@ void FormKaoShi::showState()
     m_showing = false;
     for (QPushButton* command : {CommandZHFX, CommandJSZF, CommandLLCJ, CommandDRKS, CommandZXTJ,
                                  CommandZDYXS, Command1, CommandUP, CommandDown})
-        command->setEnabled(m_selection.commandsAvailable);
+        command->setEnabled(m_selection.commandsAvailable == Available::Yes);
     Q_EMIT commandsAvailableChanged(m_selection.commandsAvailable);
 }
 
@@ -343,6 +345,12 @@ void FormKaoShi::moveExam(Direction direction)
     showState();
 }
 
+void FormKaoShi::OptionButton1_Click(int index)
+{
+    m_selection.chooseStream(index);
+    showState();
+}
+
 void FormKaoShi::Command1_Click()
 {
     saveExamOrder(m_library, m_selection.ListKSMC.texts());
@@ -351,7 +359,7 @@ void FormKaoShi::Command1_Click()
 void FormKaoShi::CommandLLCJ_Click()
 {
     if (browse(m_library, m_selection.browseRequest(), m_grid))
-        Q_EMIT gridFilled(m_selection.CheckMin);
+        Q_EMIT gridFilled(m_selection.afterQuery());
 }
 
 void FormKaoShi::CommandZF_Click()
@@ -363,7 +371,7 @@ void FormKaoShi::CommandZF_Click()
 void FormKaoShi::CommandZXTJ_Click()
 {
     if (runReport(m_selection.reportRequest(), m_reports, m_grid))
-        Q_EMIT gridFilled(m_selection.CheckMin);
+        Q_EMIT gridFilled(m_selection.afterQuery());
 }
 
 void FormKaoShi::Command2_Click()

@@ -36,14 +36,14 @@ public:
     void init();
 
 Q_SIGNALS:
-    /// The main grid was filled; `minimise` says whether the workbench steps aside.
-    void gridFilled(bool minimise);
+    /// The main grid was filled.
+    void gridFilled(AfterQuery afterwards);
     /// "导入考试" was pressed.
     void importRequested();
     /// "自定义显示" was pressed; DisplayItems hold what is shown now for this item and stream.
     void customDisplayRequested(const QString& item, const QString& stream);
     /// A library was opened or closed, as far as the commands go.
-    void commandsAvailableChanged(bool available);
+    void commandsAvailableChanged(Available available);
 
 protected:
     /// Delete takes a sort key away; a click below a list's entries leaves what is chosen.
@@ -58,12 +58,14 @@ private:
                           int column, int characters);
     void connectLists();
     void connectCommands();
+    void Form_Load();
 
     /// Shows the selection's state in the widgets.
     void showState();
     /// Takes what the widgets show into the selection, and rebuilds the SQL text.
     void takeState();
     void moveExam(Direction direction);
+    void OptionButton1_Click(int index);
     void Command1_Click();
     void CommandLLCJ_Click();
     void CommandZF_Click();
@@ -86,8 +88,8 @@ private:
     QListWidget* ListLB = nullptr;
     QListWidget* ListXM = nullptr;
     std::array<QRadioButton*, 3> OptionButton1{};
-    std::array<QComboBox*, 4> Combo1{};
-    std::array<QComboBox*, 4> Combo2{};
+    std::array<QComboBox*, MostSortKeys> Combo1{};
+    std::array<QComboBox*, MostSortKeys> Combo2{};
     QComboBox* Combo3 = nullptr;
     QCheckBox* CheckMin = nullptr;
     QPlainTextEdit* Text1 = nullptr;

@@ -8,6 +8,7 @@ namespace workbench {
 using namespace Qt::StringLiterals;
 
 const QString SortPrompt = u"请选择项目"_s;
+const QString StatisticsPrompt = u"请选择要统计的项目"_s;
 
 Selection::Selection(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary)
 {
@@ -17,7 +18,7 @@ Selection::Selection(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibra
     Combo3.text = StatisticsPrompt;
 }
 
-void Selection::Form_Load()
+void Selection::fill()
 {
     for (SingleList& direction : Combo2)
         direction = {{u"升序"_s, u"降序"_s}, 0};
@@ -54,7 +55,7 @@ void Selection::ShowKS()
 
 void Selection::KeYong(Available available)
 {
-    commandsAvailable = available == Available::Yes;
+    commandsAvailable = available;
 }
 
 void Selection::fillSortColumns()
@@ -93,7 +94,7 @@ void Selection::fillCategories()
         ListLB.add(category, Selected::Yes);
 }
 
-void Selection::OptionButton1_Click(int index)
+void Selection::chooseStream(int index)
 {
     option = index;
     const QStringList chosen = classesOf(m_library.catalogue, index - 1);
@@ -133,6 +134,11 @@ void Selection::MoveList(ChoiceList& list, Direction direction)
     scTJ();
 }
 
+AfterQuery Selection::afterQuery() const
+{
+    return CheckMin ? AfterQuery::Minimise : AfterQuery::Stay;
+}
+
 QString Selection::streamWord() const
 {
     return option >= 0 && size_t(option) < OptionButton1.size()
@@ -159,7 +165,10 @@ BrowseRequest Selection::browseRequest() const
 
 ReportRequest Selection::reportRequest() const
 {
-    return {ListKSMC.selectedTexts(), Combo3.text};
+    ReportRequest request{ListKSMC.selectedTexts(), {}};
+    if (Combo3.text != StatisticsPrompt)
+        request.item = Combo3.text;
+    return request;
 }
 
 AnalysisRequest Selection::analysisRequest() const

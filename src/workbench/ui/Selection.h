@@ -12,11 +12,17 @@ namespace workbench {
 
 enum class Available { No, Yes };
 
+/// What the workbench does once a command has filled the grid.
+enum class AfterQuery { Stay, Minimise };
+
 /// Which way an exam moves in the list.
 enum class Direction { Up = 1, Down = -1 };
 
 /// What a sort key shows while no column is chosen.
 extern const QString SortPrompt;
+
+/// What the list of statistics shows while no item is chosen.
+extern const QString StatisticsPrompt;
 
 /// An option button that stands for all streams, or for one.
 struct StreamOption
@@ -40,15 +46,18 @@ public:
     /// All, and the streams; the one that is set is `option`.
     std::array<StreamOption, 3> OptionButton1;
     int option = 0;
-    std::array<DropDown, 4> Combo1;   ///< columns to sort by
-    std::array<SingleList, 4> Combo2; ///< their directions: index 0 ascending, 1 descending
-    DropDown Combo3;                  ///< the statistics item
-    QString Text1;                    ///< the live SQL statement; the user may type another
-    bool CheckMin = false;            ///< minimise the workbench after a query
-    bool commandsAvailable = false;   ///< false while no library is open
+    /// Columns to sort by.
+    std::array<DropDown, MostSortKeys> Combo1;
+    /// Their directions: index 0 ascending, 1 descending.
+    std::array<SingleList, MostSortKeys> Combo2;
+    DropDown Combo3;       ///< the statistics item
+    QString Text1;         ///< the live SQL statement; the user may type another
+    bool CheckMin = false; ///< minimise the workbench after a query
+    /// No while no library is open.
+    Available commandsAvailable = Available::No;
 
     /// Fills the fixed lists, then runs init.
-    void Form_Load();
+    void fill();
     /// Fills all lists from the open library. Without one the lists keep their contents, and the
     /// commands are switched off.
     void init();
@@ -57,13 +66,15 @@ public:
     /// Switches the commands that need a library on or off.
     void KeYong(Available available);
 
-    /// Sets the option and selects the classes of its stream; index 0 selects all.
-    void OptionButton1_Click(int index);
+    /// Sets the option button and selects the classes of its stream; index 0 selects all.
+    void chooseStream(int index);
     /// Rebuilds Text1 and the shared CategoryFilter. To be called after every change of a list.
     void scTJ();
     /// Swaps the one selected exam with its neighbour.
     void MoveList(ChoiceList& list, Direction direction);
 
+    /// As CheckMin says.
+    AfterQuery afterQuery() const;
     /// The caption of the option that is set.
     QString streamWord() const;
     RowChoice rowChoice() const;

@@ -12,6 +12,7 @@
 #include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
 #include "support/PrintQString.h"
+#include "support/RowTexts.h"
 
 namespace database {
 
@@ -66,26 +67,12 @@ public:
     QTemporaryDir folder;
 };
 
-/// The rows of a statement as text: values joined by "|", rows by " / "; NULL is "NULL".
-inline QString rowsOf(Recordset& rows)
-{
-    QStringList lines;
-    for (; !rows.Eof(); rows.MoveNext()) {
-        QStringList cells;
-        for (int i = 0; i < rows.fieldCount(); ++i) {
-            const runtime::Value value = rows.Fields(i).Value();
-            cells.append(value.isNull() ? u"NULL"_s : value.text());
-        }
-        lines.append(cells.join(u'|'));
-    }
-    return lines.join(u" / "_s);
-}
-
+/// The rows of a statement as rowTexts() writes them.
 inline QString rowsOf(Connection& connection, const QString& sql, Trust trust = Trust::Program)
 {
     Recordset rows;
     rows.Open(sql, connection, trust);
-    return rowsOf(rows);
+    return support::rowTexts(rows);
 }
 
 /// The error that a call throws; fails the test if it throws none.

@@ -20,7 +20,7 @@ TEST(GridText, ShowsBreaksAndTabsWithinACellAsSigns)
     EXPECT_EQ(gridText(grid), u"\t语文⏎参试\n\t1⏎2 3\n"_s);
 }
 
-TEST(GridJson, HoldsSizeMergingTextsAndWidths)
+TEST(GridText, AsJsonHoldsSizeMergingTextsAndWidths)
 {
     FlexGrid grid;
     grid.FixedRows = 0;
@@ -38,7 +38,7 @@ TEST(GridJson, HoldsSizeMergingTextsAndWidths)
               "\"TextMatrix\":[[\"班级\",\"\"],[\"\",\"\"],[\"\",\"90.5\"]]}");
 }
 
-TEST(GridJson, OfAnEmptyGridHoldsEmptyLists)
+TEST(GridText, AsJsonOfAnEmptyGridHoldsEmptyLists)
 {
     FlexGrid grid;
     grid.setRows(0);

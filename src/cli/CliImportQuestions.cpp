@@ -1,4 +1,4 @@
-#include "cli/CliImportScreens.h"
+#include "cli/CliImportQuestions.h"
 
 #include "cli/Arguments.h"
 #include "cli/CliDialogs.h"
@@ -10,10 +10,10 @@ namespace cli {
 
 using namespace Qt::StringLiterals;
 
-CliImportScreens::CliImportScreens(const runtime::AppPaths& paths, const QStringList& fullMarks)
+CliImportQuestions::CliImportQuestions(const runtime::AppPaths& paths, const QStringList& marks)
     : m_paths(paths)
 {
-    for (const QString& text : fullMarks) {
+    for (const QString& text : marks) {
         const QString mark = text.section(u'=', 1);
         if (mark.isEmpty() || !(runtime::Val(mark) > 0))
             throw UsageError(u"满分不正确：%1（应为 科目=满分）"_s.arg(text));
@@ -21,29 +21,28 @@ CliImportScreens::CliImportScreens(const runtime::AppPaths& paths, const QString
     }
 }
 
-void CliImportScreens::showFullMarks(importing::ImportState& state, const QString& label)
+void CliImportQuestions::fullMarks(importing::ImportState& state, const QString& label)
 {
-    importing::FullMarks screen(state, m_paths);
-    screen.load();
+    importing::FullMarks entry(state, m_paths);
+    entry.load();
     QStringList shown;
     QStringList unused = m_fullMarks.keys();
-    for (int row = 1; row < screen.marks.Rows(); ++row) {
-        const QString subject = screen.marks.TextMatrix(row, 0);
+    for (int row = 1; row < entry.marks.Rows(); ++row) {
+        const QString subject = entry.marks.TextMatrix(row, 0);
         unused.removeAll(subject);
-        screen.CurRow = row;
         if (m_fullMarks.contains(subject))
-            screen.setText(m_fullMarks.value(subject));
-        if (!(runtime::Val(screen.marks.TextMatrix(row, 1)) > 0))
+            entry.setText(row, m_fullMarks.value(subject));
+        if (!(runtime::Val(entry.marks.TextMatrix(row, 1)) > 0))
             throw UsageError(u"科目“%1”没有满分，请用 --full-marks 给出。"_s.arg(subject));
-        shown.append(subject + u'=' + screen.marks.TextMatrix(row, 1));
+        shown.append(subject + u'=' + entry.marks.TextMatrix(row, 1));
     }
     if (!unused.isEmpty())
         printError(u"数据表里没有科目“%1”，为它给出的满分不起作用。"_s.arg(unused.join(u"”、“"_s)));
     printError(label + u"：满分 "_s + shown.join(u'，'));
-    screen.accept();
+    entry.accept();
 }
 
-void CliImportScreens::showErrorList(importing::ImportState& state)
+void CliImportQuestions::errorList(importing::ImportState& state)
 {
     printError(importing::ErrorList(state).countText());
     for (int row = 1; row < state.errors.Rows(); ++row) {

@@ -1,23 +1,23 @@
-#include "import/ui/ScreenImportScreens.h"
+#include "import/ui/ScreenImportQuestions.h"
 
 #include "import/ui/FormShuRuMF.h"
 #include "import/ui/Formgf.h"
 
 namespace importing {
 
-ScreenImportScreens::ScreenImportScreens(const runtime::AppPaths& paths, QWidget& screen,
-                                         widgets::ScreenProgress& progress)
+ScreenImportQuestions::ScreenImportQuestions(const runtime::AppPaths& paths, QWidget& screen,
+                                             widgets::ScreenProgress& progress)
     : m_paths(paths), m_screen(screen), m_progress(progress)
 {
 }
 
-void ScreenImportScreens::showFullMarks(ImportState& state, const QString& label)
+void ScreenImportQuestions::fullMarks(ImportState& state, const QString& label)
 {
     FormShuRuMF screen(state, m_paths, label, &m_screen);
     ask(screen);
 }
 
-void ScreenImportScreens::showErrorList(ImportState& state)
+void ScreenImportQuestions::errorList(ImportState& state)
 {
     // A dialog's own hide() would end its exec(), and the import screen is to come back.
     m_screen.QWidget::setVisible(false);
@@ -27,7 +27,7 @@ void ScreenImportScreens::showErrorList(ImportState& state)
 }
 
 /// The workbook stays usable: the answers stand in it.
-void ScreenImportScreens::ask(QDialog& screen)
+void ScreenImportQuestions::ask(QDialog& screen)
 {
     m_progress.stepAside();
     screen.setWindowModality(Qt::WindowModal);
