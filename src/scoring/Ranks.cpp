@@ -16,7 +16,7 @@ using runtime::Trap;
 
 namespace {
 
-const Trap trap{" - Sub PaiMC/Mdl_MDB"};
+const Trap rankTrap{" - Sub PaiMC/Mdl_MDB"};
 
 /// Competition ranks (1, 2, 2, 4) of one group whose values come in descending order.
 class RankRule
@@ -67,7 +67,7 @@ void storeRank(TableColumn& ranks, const TableColumn& scores, size_t row, RankRu
 void failEachRow(const QString& name, size_t rows)
 {
     for (size_t row = 0; row < rows; ++row)
-        trap.fail(database::noSuchColumn(name));
+        rankTrap.fail(database::noSuchColumn(name));
 }
 
 /// Whether the grade is ranked beside the classes.
@@ -129,7 +129,7 @@ void rankByT(ExamTable& table, const QString& total)
     const QString name = library::tScoreColumn(total);
     const TableColumn* scores = table.column(name);
     if (!scores)
-        return trap.fail(database::noSuchColumn(name));
+        return rankTrap.fail(database::noSuchColumn(name));
     const QString rankName = library::tRankColumn(total);
     TableColumn* ranks = table.resultColumn(rankName);
     if (!ranks)
@@ -143,7 +143,7 @@ void rankByScore(ExamTable& table, const QString& name, const Groups& groups)
 {
     const TableColumn* scores = table.column(name);
     if (!scores)
-        return trap.fail(database::noSuchColumn(name));
+        return rankTrap.fail(database::noSuchColumn(name));
     const std::vector<size_t> order = descendingRows(*scores, table.rowCount());
     if (groups.grade == Grade::Ranked)
         rankGrade(table, *scores, order, library::gradeRankColumn(name));
@@ -162,7 +162,7 @@ void rankColumn(ExamTable& table, const QString& name, const Groups& groups)
 bool rankStream(library::ScoreLibrary& scoreLibrary, ExamTables& tables, const QString& stream,
                 Grade grade, const std::vector<double>& classes)
 {
-    return trap([&] {
+    return rankTrap([&] {
         const QStringList columns = scoreLibrary.catalogue.GetKSKMZF(tables.exam(), stream).names;
         ExamTable& table = tables.of(stream);
         if (table.rowCount() == 0)

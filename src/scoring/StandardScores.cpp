@@ -88,7 +88,7 @@ Value GetBZC(library::ScoreLibrary& scoreLibrary, const QString& exam, const QSt
 
 namespace {
 
-const Trap trap{" - Sub Zfen/Mdl_MDB"};
+const Trap standardScoresTrap{" - Sub Zfen/Mdl_MDB"};
 
 /// Mean and sample standard deviation of the values of 0 and more.
 struct Distribution
@@ -146,7 +146,7 @@ void takeZ(LastZ& z, const TableColumn& scores, size_t row, const Distribution& 
     if (scores.isNull(row) || !distribution.hasDeviation)
         z.setNull();
     else if (distribution.deviation == 0)
-        trap.fail(u"除数为零。"_s);
+        standardScoresTrap.fail(u"除数为零。"_s);
     else
         z.set(Round((std::max(scores.value(row), 0.0) - distribution.mean) / distribution.deviation,
                     2));
@@ -155,7 +155,7 @@ void takeZ(LastZ& z, const TableColumn& scores, size_t row, const Distribution& 
 void storeZ(TableColumn* column, const QString& name, size_t row, const LastZ& z)
 {
     if (!column)
-        trap.fail(database::noSuchColumn(name));
+        standardScoresTrap.fail(database::noSuchColumn(name));
     else if (z.kind == LastZ::Kind::Number)
         column->set(row, z.number);
     else
@@ -166,7 +166,7 @@ void storeT(TableColumn* column, const QString& name, size_t row, const LastZ& z
             const library::Settings& settings)
 {
     if (!column)
-        trap.fail(database::noSuchColumn(name));
+        standardScoresTrap.fail(database::noSuchColumn(name));
     else if (z.kind == LastZ::Kind::Null)
         column->setNull(row);
     else
@@ -216,7 +216,7 @@ bool computeStandardScores(library::ScoreLibrary& scoreLibrary, ExamTables& tabl
     LastZ z;
     bool complete = true;
     for (const QString& stream : std::as_const(scoreLibrary.catalogue.Streams))
-        complete = trap([&] { computeStream(scoreLibrary, tables, stream, z); }) && complete;
+        complete = standardScoresTrap([&] { computeStream(scoreLibrary, tables, stream, z); }) && complete;
     return complete;
 }
 

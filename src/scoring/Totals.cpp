@@ -11,7 +11,7 @@ using runtime::Trap;
 
 namespace {
 
-const Trap trap{" - Sub JiSuanZF/Mdl_MDB"};
+const Trap totalsTrap{" - Sub JiSuanZF/Mdl_MDB"};
 
 /// A column under the name by which a formula or a total reaches it; the column is missing if
 /// 成绩表 has none of that name, or one of texts.
@@ -26,7 +26,7 @@ struct NamedColumn
     {
         if (column)
             return true;
-        trap.fail(text ? u"列“%1”是文字，不能当作分数。"_s.arg(name)
+        totalsTrap.fail(text ? u"列“%1”是文字，不能当作分数。"_s.arg(name)
                        : database::noSuchColumn(name));
         return false;
     }
@@ -166,7 +166,7 @@ bool computeTotals(library::ScoreLibrary& scoreLibrary, ExamTables& tables)
 {
     bool complete = true;
     for (const QString& stream : std::as_const(scoreLibrary.catalogue.Streams))
-        complete = trap([&] { computeStream(scoreLibrary, tables, stream); }) && complete;
+        complete = totalsTrap([&] { computeStream(scoreLibrary, tables, stream); }) && complete;
     return complete;
 }
 

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const runtime::Trap trap{" - Sub TJKSRS/Mdl_MDB"};
+const runtime::Trap attendanceTrap{" - Sub TJKSRS/Mdl_MDB"};
 
 /// Sitting, absent, all.
 using Counts = std::array<ExamFigures::ClassFigure, 3>;
@@ -27,7 +27,7 @@ void TJKSRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
 {
     if (!useLastExam(exams))
         return;
-    ReportFrame frame(context, grid, exams, transfer, trap);
+    ReportFrame frame(context, grid, exams, transfer, attendanceTrap);
     grid.FixedRows = 0;
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
@@ -38,7 +38,7 @@ void TJKSRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
         grid.WordWrap = true;
         grid.setRowHeight(block.titleRow() + 1, 4 * grid.RowHeight(block.titleRow()));
         block.headNames(1);
-        ExamFigures figures(context, exams, frame.stream(i), trap);
+        ExamFigures figures(context, exams, frame.stream(i), attendanceTrap);
         for (int k = 0; k < items.size(); ++k) {
             block.head(1, k, 0, items[k] + u"\n参试/缺考/总计"_s);
             const Counts counts{

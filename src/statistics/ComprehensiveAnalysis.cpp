@@ -13,7 +13,7 @@ using runtime::Trap;
 
 namespace {
 
-const Trap trap{" - Sub ZHFX/Mdl_MDB"};
+const Trap analysisTrap{" - Sub ZHFX/Mdl_MDB"};
 
 /// The reports of the sheet "考试分析", in its order. 高分段 stands for both groups; there is no
 /// pass rate.
@@ -89,7 +89,7 @@ AnalysisResult Analysis::run()
     m_context.forgetRows();
     m_progress.finish();
     m_application.setScreenUpdating(true);
-    trap([&] { m_application.setVisible(true); });
+    analysisTrap([&] { m_application.setVisible(true); });
     if (m_cancelled)
         return AnalysisResult::Cancelled;
     runtime::MsgBox(u"综合分析完毕！"_s);
@@ -114,7 +114,7 @@ void Analysis::runStream()
 
 void Analysis::addBook()
 {
-    trap([&] {
+    analysisTrap([&] {
         slot().ReportBook = &m_application.Workbooks().Add();
         const excel::Workbook::SheetList sheets = slot().ReportBook->Worksheets();
         sheets.Add(excel::Beside::After, sheets.Item(3));
@@ -123,13 +123,13 @@ void Analysis::addBook()
 
 void Analysis::beginSheet(int number, const QString& name)
 {
-    trap([&] {
+    analysisTrap([&] {
         slot().ReportSheet = &slot().ReportBook->Worksheets().Item(number);
         slot().ReportSheet->Activate();
         slot().ReportSheet->Cells().setHorizontalAlignment(excel::HorizontalAlignment::Center);
     });
     slot().SheetRow = 1;
-    trap([&] { slot().ReportSheet->setName(name); });
+    analysisTrap([&] { slot().ReportSheet->setName(name); });
 }
 
 StudentSheet Analysis::scores(const QStringList& examColumns)
@@ -161,8 +161,8 @@ void Analysis::fillStudents(const StudentSheet& sheet)
     if (columns.isEmpty())
         columns = sheet.defaultColumns;
     for (int col = 0; col < columns.size(); ++col)
-        trap([&] { slot().ReportSheet->setCellText(1, col + 1, columns[col]); });
-    trap([&] { writeStudents(sheet, columns); });
+        analysisTrap([&] { slot().ReportSheet->setCellText(1, col + 1, columns[col]); });
+    analysisTrap([&] { writeStudents(sheet, columns); });
 }
 
 void Analysis::writeStudents(const StudentSheet& sheet, const QStringList& columns)
@@ -175,7 +175,7 @@ void Analysis::writeStudents(const StudentSheet& sheet, const QStringList& colum
     for (int& row = slot().SheetRow; !rows.Eof(); rows.MoveNext()) {
         ++row;
         for (int col = 0; col < columns.size(); ++col) {
-            trap([&] {
+            analysisTrap([&] {
                 const QString text = rows.Fields(columns[col]).Value().text();
                 const bool inWords = sheet.absence == Absence::InWords && text == u"-1"_s;
                 slot().ReportSheet->setCellText(row, col + 1, inWords ? u"缺考"_s : text);
@@ -201,7 +201,7 @@ void Analysis::runReports(const QStringList& names, const QString& exams)
         if (m_context.library.settings.GetSZJR(name) != u"是"_s)
             continue;
         QString list = exams;
-        trap([&] { namedReport(name)(m_context, list, MFGData, Transfer::ToSheet); });
+        analysisTrap([&] { namedReport(name)(m_context, list, MFGData, Transfer::ToSheet); });
     }
 }
 

@@ -9,14 +9,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const runtime::Trap trap{" - Sub TJGDFD/Mdl_MDB"};
+const runtime::Trap groupsTrap{" - Sub TJGDFD/Mdl_MDB"};
 const QStringList groups{u"高分段"_s, u"低分段"_s};
 
 void fillGroup(ReportContext& context, Block& block, const QString& stream,
                const library::ColumnMarks& subjects, const QString& exam, int line, int group)
 {
-    ExamFigures figures(context, exam, stream, trap);
-    BandSetting band(context, groups[group], stream, subjects, trap);
+    ExamFigures figures(context, exam, stream, groupsTrap);
+    BandSetting band(context, groups[group], stream, subjects, groupsTrap);
     for (int k = 0; k < subjects.count(); ++k) {
         const ExamFigures::ClassFigure students = figures.rowCount(band.of(k));
         block.eachClass(line, exam, [&](int j, double classNumber) {
@@ -30,7 +30,7 @@ void fillGroup(ReportContext& context, Block& block, const QString& stream,
 
 void TJGDFD(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
-    ReportFrame frame(context, grid, exams, transfer, trap);
+    ReportFrame frame(context, grid, exams, transfer, groupsTrap);
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QString& stream = frame.stream(i);

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const runtime::Trap trap{" - Sub TJGKGMCDJF/Mdl_MDB"};
+const runtime::Trap averagesTrap{" - Sub TJGKGMCDJF/Mdl_MDB"};
 const QString title = u"各名次段均分"_s;
 const QStringList parts{u"人数"_s, u"平均分"_s, u"名次"_s};
 constexpr int countPart = 0;
@@ -36,7 +36,7 @@ void TJGKGMCDJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tr
 {
     if (!useLastExam(exams))
         return;
-    ReportFrame frame(context, grid, exams, transfer, trap);
+    ReportFrame frame(context, grid, exams, transfer, averagesTrap);
     const LineTable lines =
         FenLiNumTJ(context.library.catalogue.Streams, title, context.library.settings.GetSZ(title));
     frame.clear();
@@ -53,7 +53,7 @@ void TJGKGMCDJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tr
                      .items = int(items.size())});
         frame.mergeNames(MergedNames::ClassesAndSecond);
         block.headItems(items, parts, u"名次段"_s);
-        ExamFigures figures(context, exams, frame.stream(i), trap);
+        ExamFigures figures(context, exams, frame.stream(i), averagesTrap);
         for (int b = 0; b < bands.size(); ++b) {
             for (int k = 0; k < items.size(); ++k)
                 fillBand(block, figures, b, k, items[k], RankBand(bands[b]));

@@ -9,14 +9,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const runtime::Trap trap{" - Sub TJGK4l/Mdl_MDB"};
+const runtime::Trap ratesTrap{" - Sub TJGK4l/Mdl_MDB"};
 
 /// Fills the cells of one exam: how many are in the band, and their share of the class.
 void fillExam(ReportContext& context, Block& block, const QString& title, const QString& stream,
               const library::ColumnMarks& subjects, const QString& exam, int line)
 {
-    ExamFigures figures(context, exam, stream, trap);
-    BandSetting band(context, title, stream, subjects, trap);
+    ExamFigures figures(context, exam, stream, ratesTrap);
+    BandSetting band(context, title, stream, subjects, ratesTrap);
     for (int k = 0; k < subjects.count(); ++k) {
         const ExamFigures::ClassFigure students = figures.rowCount(band.of(k));
         block.eachClass(line, exam, [&](int j, double classNumber) {
@@ -25,7 +25,7 @@ void fillExam(ReportContext& context, Block& block, const QString& title, const 
                 return;
             block.set(j, line, k, 0, runtime::doubleText(*count));
             if (block.students(j) == 0)
-                trap.fail(u"除数为零。"_s);
+                ratesTrap.fail(u"除数为零。"_s);
             else
                 block.set(j, line, k, 1, figureText(*count * 100 / block.students(j)));
         });
@@ -37,7 +37,7 @@ void fillExam(ReportContext& context, Block& block, const QString& title, const 
 void TJGK4l(ReportContext& context, QString& exams, const QString& title, grid::FlexGrid& grid,
             Transfer transfer)
 {
-    ReportFrame frame(context, grid, exams, transfer, trap);
+    ReportFrame frame(context, grid, exams, transfer, ratesTrap);
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QString& stream = frame.stream(i);

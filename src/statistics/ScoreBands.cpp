@@ -12,7 +12,7 @@ using runtime::doubleText;
 
 namespace {
 
-const runtime::Trap trap{" - Sub TJGFSDRS/Mdl_MDB"};
+const runtime::Trap scoreBandsTrap{" - Sub TJGFSDRS/Mdl_MDB"};
 
 /// Widths of the bands, for subjects and for totals.
 struct BandWidths
@@ -74,7 +74,7 @@ public:
             if (m_exact && value == m_fullMarks)
                 --index;
             if (index > m_count)
-                trap.fail(u"成绩 "_s + doubleText(value) + u" 高出最后一个分数段，没有计入。"_s);
+                scoreBandsTrap.fail(u"成绩 "_s + doubleText(value) + u" 高出最后一个分数段，没有计入。"_s);
             else
                 ++counters[size_t(index)];
         }
@@ -107,7 +107,7 @@ void TJGFSDRS(ReportContext& context, QString& exams, const QString& title, grid
 {
     if (!useLastExam(exams))
         return;
-    ReportFrame frame(context, grid, exams, transfer, trap);
+    ReportFrame frame(context, grid, exams, transfer, scoreBandsTrap);
     frame.clear();
     BandWidths widths;
     if (!readWidths(context, title, widths))
@@ -115,11 +115,11 @@ void TJGFSDRS(ReportContext& context, QString& exams, const QString& title, grid
     for (int i = 0; i < frame.streamCount(); ++i) {
         const library::ColumnMarks items =
             context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
-        ExamFigures figures(context, exams, frame.stream(i), trap);
+        ExamFigures figures(context, exams, frame.stream(i), scoreBandsTrap);
         for (int k = 0; k < items.count(); ++k) {
             const QString& item = items.names[k];
             const double width = library::isTotal(item) ? widths.total : widths.subject;
-            trap([&] {
+            scoreBandsTrap([&] {
                 const ScoreBands bands(items.marks[size_t(k)], width);
                 Block block(grid, frame.classes(i),
                             {.title = frame.streamTitle(i, u"科  "_s, item + title),

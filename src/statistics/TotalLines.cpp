@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const runtime::Trap trap{" - Sub TJZFSXRS/Mdl_MDB"};
+const runtime::Trap linesTrap{" - Sub TJZFSXRS/Mdl_MDB"};
 const QString title = u"总分上线人数"_s;
 
 void fillExam(Block& block, ExamFigures& figures, int line, const QStringList& scoreLines)
@@ -30,7 +30,7 @@ void fillExam(Block& block, ExamFigures& figures, int line, const QStringList& s
 
 void TJZFSXRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer)
 {
-    ReportFrame frame(context, grid, exams, transfer, trap);
+    ReportFrame frame(context, grid, exams, transfer, linesTrap);
     grid.FixedRows = 0;
     frame.clear();
     const LineTable lines =
@@ -44,7 +44,7 @@ void TJZFSXRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tran
         for (int t = 0; t < scoreLines.size(); ++t)
             block.head(1, t, 0, scoreLines[t] + u"线"_s);
         for (int e = 0; e < frame.examCount(); ++e) {
-            ExamFigures figures(context, frame.exams()[e], frame.stream(i), trap);
+            ExamFigures figures(context, frame.exams()[e], frame.stream(i), linesTrap);
             fillExam(block, figures, e, scoreLines);
         }
         frame.finish(i, block);
