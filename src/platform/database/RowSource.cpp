@@ -64,15 +64,6 @@ Value Snapshot::value(int column)
     return m_rows[m_at][size_t(column)];
 }
 
-namespace {
-
-QString bracketed(const QString& name)
-{
-    return u'[' + name + u']';
-}
-
-} // namespace
-
 Keyset::Keyset(Connection& connection, const TableQuery& query, Trust trust)
     : m_connection(connection), m_table(bracketed(query.table))
 {

@@ -144,11 +144,6 @@ void dropEnd(Tokens& tokens)
         tokens.pop_back();
 }
 
-QString bracketed(const QString& name)
-{
-    return u'[' + name + u']';
-}
-
 /// The engine's declaration for a type as our statements write it; empty for an unknown one.
 QString declaration(const Tokens& tokens, int first)
 {
@@ -245,6 +240,11 @@ bool endsTables(const SqlToken& token)
 }
 
 } // namespace
+
+QString bracketed(const QString& name)
+{
+    return u'[' + name + u']';
+}
 
 bool SqlToken::is(QStringView word) const
 {

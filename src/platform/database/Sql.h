@@ -27,6 +27,9 @@ struct SqlToken
 /// The tokens of a text, comments left out; nothing if a quote or bracket is not closed.
 std::optional<std::vector<SqlToken>> sqlTokens(const QString& sql);
 
+/// A name in brackets, as a statement takes it.
+QString bracketed(const QString& name);
+
 /// A `select * from T [where ...] [order by ...]` taken apart.
 struct TableQuery
 {

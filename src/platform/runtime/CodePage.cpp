@@ -90,7 +90,7 @@ QString decodeText(const QByteArray& bytes)
 {
     // Stateless, so that a character cut off at the end counts as an error.
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(bytes);
+    QString text = decoder(bytes);
     if (!decoder.hasError())
         return text;
     return CodePage(CodePage::chinese).decode({bytes.constData(), size_t(bytes.size())});

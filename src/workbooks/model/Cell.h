@@ -26,6 +26,7 @@ class Cell
 public:
     using Kind = runtime::Value::Kind;
 
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): of a union one member is initialised
     explicit Cell(int column) : m_column(quint16(column)) {}
 
     int column() const { return m_column; }

@@ -90,6 +90,7 @@ std::vector<CellRange> SheetMerges::all() const
     std::sort(blocks.begin(), blocks.end(),
               [](const Block& a, const Block& b) { return a.number < b.number; });
     std::vector<CellRange> cells;
+    cells.reserve(blocks.size());
     for (const Block& block : blocks)
         cells.push_back(block.cells);
     return cells;

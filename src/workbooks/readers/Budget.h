@@ -6,6 +6,9 @@
 
 namespace excel {
 
+/// A workbook with more formats than this is refused.
+constexpr size_t mostStyles = 200'000;
+
 /// What reading one file may cost at most, so that no file, however made, takes the machine down.
 /// Each call takes from what is left and throws ReadFailure when that is used up.
 class Budget

@@ -9,11 +9,10 @@ using runtime::ByteCursor;
 namespace {
 
 constexpr int biff8 = 0x0600;
-constexpr int worksheetType = 0;
+constexpr int typeOfWorksheet = 0;
 constexpr int filterName = 0x0D; // the built-in name of a filter's block
 constexpr int builtInFlag = 0x20;
 constexpr int areaToken = 0x3B;
-constexpr size_t mostStyles = 200000;
 
 Visibility visibilityOf(int state)
 {
@@ -111,7 +110,7 @@ void XlsGlobals::takeSheet(const XlsRecord& record)
     sheet.visibility = visibilityOf(reader.u8());
     const int type = reader.u8();
     sheet.name = shortText(reader);
-    if (type != worksheetType)
+    if (type != typeOfWorksheet)
         return;
     sheets.push_back(sheet);
     m_sheetNumbers.push_back(m_sheetNumber);

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "workbooks/model/Worksheet.h"
+#include "workbooks/readers/Budget.h"
 #include "workbooks/readers/NumberFormats.h"
 #include "workbooks/readers/XlsRecords.h"
 #include "workbooks/readers/XlsStrings.h"

@@ -11,8 +11,8 @@ using runtime::ByteCursor;
 
 namespace {
 
-constexpr int globalsType = 0x05;
-constexpr int worksheetType = 0x10;
+constexpr int globalsStream = 0x05;
+constexpr int worksheetStream = 0x10;
 
 int typeOf(const XlsRecord& bof)
 {
@@ -57,9 +57,9 @@ std::unique_ptr<Workbook> readXls(const QString& path, const QByteArray& bytes, 
     XlsGlobals globals(budget);
     globals.readVersion(bof);
     const int type = typeOf(bof);
-    if (type == globalsType)
+    if (type == globalsStream)
         readSheets(*book, globals, stream, budget);
-    else if (type == worksheetType)
+    else if (type == worksheetStream)
         readLoneSheet(*book, globals, stream, budget);
     if (book->Worksheets().Count() == 0)
         throw ReadFailure{Fault::NoWorkbook};

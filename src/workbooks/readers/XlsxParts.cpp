@@ -7,7 +7,6 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr qsizetype mostRelations = 20000;
-constexpr size_t mostStyles = 200000;
 
 /// The full name of a target: absolute from the root, otherwise from `folder`.
 QByteArray resolve(const QByteArray& folder, QByteArray target)

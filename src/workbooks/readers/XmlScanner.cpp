@@ -16,7 +16,7 @@ namespace {
 
 constexpr int deepestNesting = 100;
 constexpr int mostAttributes = 256;       // of one element
-constexpr size_t longestText = 1'000'000; // bytes; a cell holds 32,767 characters at most
+constexpr size_t longestRun = 1'000'000; // bytes; a cell holds 32,767 characters at most
 constexpr size_t mostParserMemory = 24'000'000;
 
 /// Memory of the parser that runs, counted so that unique names or one endless tag cannot eat the
@@ -163,7 +163,7 @@ struct XmlScanner::Callbacks
     {
         XmlScanner& self = *static_cast<XmlScanner*>(scanner);
         self.guarded([&] {
-            if (self.m_handler.characters.size() + size_t(length) > longestText)
+            if (self.m_handler.characters.size() + size_t(length) > longestRun)
                 throw ReadFailure{Fault::TooLarge};
             self.m_handler.characters.append(text, size_t(length));
         });

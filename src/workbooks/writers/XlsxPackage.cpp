@@ -23,7 +23,7 @@ struct DiscardZip
     void operator()(zip_t* archive) const { zip_discard(archive); }
 };
 
-struct CloseFile
+struct ClosePart
 {
     void operator()(zip_file_t* file) const { zip_fclose(file); }
 };
@@ -65,7 +65,7 @@ bool isXml(std::string_view name)
 
 bool isWholePart(zip_t* archive, zip_uint64_t index)
 {
-    const std::unique_ptr<zip_file_t, CloseFile> part(zip_fopen_index(archive, index, 0));
+    const std::unique_ptr<zip_file_t, ClosePart> part(zip_fopen_index(archive, index, 0));
     if (part == nullptr)
         return false;
     std::array<char, 65536> buffer{};
@@ -86,7 +86,7 @@ bool isWholePart(zip_t* archive, zip_uint64_t index)
 std::string partOf(zip_t* archive, zip_uint64_t index)
 {
     zip_stat_t stat;
-    const std::unique_ptr<zip_file_t, CloseFile> part(zip_fopen_index(archive, index, 0));
+    const std::unique_ptr<zip_file_t, ClosePart> part(zip_fopen_index(archive, index, 0));
     if (part == nullptr || zip_stat_index(archive, index, 0, &stat) != 0)
         return {};
     std::string content(stat.size, '\0');

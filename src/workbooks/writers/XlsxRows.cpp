@@ -119,19 +119,19 @@ void XlsxRows::addBlank(int column, int style)
 
 void XlsxRows::addNumber(int column, int style, double number)
 {
-    beginCell(column, style, "\"><v>");
+    beginCell(column, style, R"("><v>)");
     appendNumber(m_cells, number);
     m_cells += "</v></c>";
 }
 
 void XlsxRows::addTruth(int column, int style, bool truth)
 {
-    beginCell(column, style, truth ? "\" t=\"b\"><v>1</v></c>" : "\" t=\"b\"><v>0</v></c>");
+    beginCell(column, style, truth ? R"(" t="b"><v>1</v></c>)" : R"(" t="b"><v>0</v></c>)");
 }
 
 void XlsxRows::addText(int column, int style, const QString& text)
 {
-    beginCell(column, style, "\" t=\"s\"><v>");
+    beginCell(column, style, R"(" t="s"><v>)");
     append(m_cells, m_texts.numberOf(text));
     m_cells += "</v></c>";
 }
