@@ -56,4 +56,11 @@ void Cell::setValue(Value value, CellStore& store)
     }
 }
 
+void Cell::setShared(const QString& text)
+{
+    m_kind = quint8(Kind::Text);
+    m_isStored = false;
+    m_text = &text;
+}
+
 } // namespace excel
