@@ -61,13 +61,15 @@ ExamImport::ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& inta
       m_state(state),
       m_screens(screens),
       m_progress(progress),
-      m_classes(scoreLibrary)
+      m_classes(scoreLibrary),
+      m_students(scoreLibrary.Conn)
 {
 }
 
 ImportResult ExamImport::run(const ExamImportRequest& request)
 {
     m_classes.forget();
+    m_students.forget();
     if (!prepare(request))
         return ImportResult::Stopped;
     if (request.backup == Backup::Make && !backUp())
@@ -75,8 +77,10 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
     if (!takeRows(request.newStudents))
         return ImportResult::Stopped;
     m_sheet = nullptr;
-    if (m_state.ErrorCount > 0)
+    if (m_state.ErrorCount > 0) {
         m_screens.showErrorList(m_state);
+        m_students.forget();
+    }
     if (!writeExam(request.examChoice))
         return ImportResult::Stopped;
     finish(request.afterwards);
@@ -162,7 +166,7 @@ bool ExamImport::takeRows(NewStudents newStudents)
     std::optional<IntakeBatch> batch;
     if (!trap([&] { batch.emplace(m_library.Conn); }))
         return false;
-    StudentMatch students(m_library, m_classes, *batch);
+    StudentMatch students(m_library, m_classes, m_students, *batch);
     SheetPass pass(*m_sheet, m_state, students, newStudents);
     SheetPass::Outcome outcome = SheetPass::Outcome::Continue;
     const bool read = trap([&] {
@@ -184,7 +188,7 @@ bool ExamImport::writeExam(ExamChoice examChoice)
     bool complete = false;
     trap([&] {
         database::WriteBatch batch(m_library.Conn);
-        ExamWriter writer(m_library, m_classes, m_state, examChoice);
+        ExamWriter writer(m_library, m_classes, m_students, m_state, examChoice);
         writer.writeExamRow(m_stream);
         if (m_library.Conn.batchBroken())
             return;

@@ -23,12 +23,12 @@ Value numberOrText(const QString& text)
 } // namespace
 
 ExamWriter::ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
-                       const ImportState& state, ExamChoice examChoice)
+                       KnownStudents& students, const ImportState& state, ExamChoice examChoice)
     : m_library(scoreLibrary),
       m_classes(classes),
+      m_students(students),
       m_state(state),
-      m_examChoice(examChoice),
-      m_students(scoreLibrary.Conn)
+      m_examChoice(examChoice)
 {
 }
 
