@@ -45,7 +45,7 @@ public:
     bool isNull() const { return kind() == Kind::Null; }
     runtime::Value value() const;
     /// Fills or empties the cell; `store` must outlive it.
-    void setValue(runtime::Value value, CellStore& store);
+    void setValue(const runtime::Value& value, CellStore& store);
     /// Refers to a text that the cell's store shares.
     void setShared(const QString& text);
 

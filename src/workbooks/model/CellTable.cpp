@@ -129,9 +129,9 @@ void CellTable::set(int row, int column, runtime::Value value)
                            ? cells.end()
                            : std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
     if (place != cells.end() && place->column() == column) {
-        place->setValue(std::move(value), m_store);
+        place->setValue(value, m_store);
     } else {
-        cells.insert(place, Cell(column))->setValue(std::move(value), m_store);
+        cells.insert(place, Cell(column))->setValue(value, m_store);
         m_lastRowSize = cells.size();
     }
     markUsed(row, column);
@@ -175,9 +175,9 @@ Cell& CellTable::appendCell(int row, int column)
     return cells.emplace_back(column);
 }
 
-void CellTable::append(int row, int column, runtime::Value value)
+void CellTable::append(int row, int column, const runtime::Value& value)
 {
-    appendCell(row, column).setValue(std::move(value), m_store);
+    appendCell(row, column).setValue(value, m_store);
 }
 
 void CellTable::appendShared(int row, int column, const QString& text)

@@ -38,7 +38,7 @@ public:
     void changeFormats(const CellRange& block, const std::function<int(int)>& next);
 
     /// For readers: adds a cell without looking for an older one; `settle` must follow the last.
-    void append(int row, int column, runtime::Value value);
+    void append(int row, int column, const runtime::Value& value);
 
     /// For readers: the list that `appendShared` takes from, to be given once and ahead of it.
     void share(TextList texts) { m_store.share(std::move(texts)); }

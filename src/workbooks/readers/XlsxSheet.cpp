@@ -239,10 +239,10 @@ void XlsxSheetHandler::endCell()
         m_table.appendShared(m_row, m_column, *text);
         return;
     }
-    runtime::Value content = value();
+    const runtime::Value content = value();
     if (!content.isNull()) {
         payForCell();
-        m_table.append(m_row, m_column, std::move(content));
+        m_table.append(m_row, m_column, content);
     } else if (m_hasFormula) {
         m_table.markUsed(m_row, m_column);
     }
