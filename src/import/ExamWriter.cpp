@@ -14,6 +14,8 @@ namespace {
 
 const Trap trap{" - Private Sub Command1_Click/FormDaoRu"};
 
+const QString absent = u"缺考"_s;
+
 /// A number read back from the staging grid; a text that is none goes to the field as it stands.
 Value numberOrText(const QString& text)
 {
@@ -172,7 +174,7 @@ void ExamWriter::setScores(int row)
     int stagingColumn = 3;
     for (const Column& column : m_scoreColumns) {
         const QString& text = m_state.MFGData.TextMatrix(row, stagingColumn++);
-        set(column, text == u"缺考" ? -1.0 : Val(text));
+        set(column, text == absent ? -1.0 : Val(text));
     }
 }
 
