@@ -28,8 +28,6 @@ const Trap trap{" - Private Sub Command1_Click/FormDaoRu"};
 constexpr int lastRow = 65555;
 constexpr int firstSubjectColumn = 4;
 
-const QString takingRows = u"导入数据..."_s;
-
 /// The scoring at the end of an import, told in the import's own words.
 class ScoringProgress : public runtime::Progress
 {
@@ -60,13 +58,15 @@ ExamImport::ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& inta
       m_state(state),
       m_questions(questions),
       m_progress(progress),
-      m_classes(scoreLibrary)
+      m_classes(scoreLibrary),
+      m_students(scoreLibrary.Conn)
 {
 }
 
 ImportResult ExamImport::run(const ExamImportRequest& request)
 {
     m_classes.forget();
+    m_students.forget();
     if (!prepare(request))
         return ImportResult::Stopped;
     if (request.backup == Backup::Make && !backUp())
@@ -74,8 +74,10 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
     if (!takeRows(request.newStudents))
         return ImportResult::Stopped;
     m_sheet = nullptr;
-    if (m_state.ErrorCount > 0)
+    if (m_state.ErrorCount > 0) {
         m_questions.errorList(m_state);
+        m_students.forget();
+    }
     if (!writeExam(request.examChoice))
         return ImportResult::Stopped;
     finish(request.afterwards);
@@ -161,13 +163,13 @@ bool ExamImport::takeRows(NewStudents newStudents)
     std::optional<IntakeBatch> batch;
     if (!trap([&] { batch.emplace(m_library.Conn); }))
         return false;
-    StudentMatch students(m_library, m_classes, *batch);
+    StudentMatch students(m_library, m_classes, m_students, *batch);
     SheetPass pass(*m_sheet, m_state, students, newStudents);
     SheetPass::Outcome outcome = SheetPass::Outcome::Continue;
     const bool read = trap([&] {
         const int rows = m_sheet->lastUsedRow() - 1;
         for (int row = 2; row <= lastRow && outcome == SheetPass::Outcome::Continue; ++row) {
-            m_progress.report(takingRows, row - 2, rows);
+            m_progress.report(TakingRows, row - 2, rows);
             outcome = m_progress.cancelled() ? SheetPass::Outcome::Cancelled : pass.takeRow(row);
             if (!batch->isUsable())
                 return;
@@ -183,14 +185,14 @@ bool ExamImport::writeExam(ExamChoice examChoice)
     bool complete = false;
     trap([&] {
         database::WriteBatch batch(m_library.Conn);
-        ExamWriter writer(m_library, m_classes, m_state, examChoice);
+        ExamWriter writer(m_library, m_classes, m_students, m_state, examChoice);
         writer.writeExamRow(m_stream);
         if (m_library.Conn.batchBroken())
             return;
         writer.beginScores();
         const int rows = m_state.MFGData.Rows();
         for (int row = 1; row < rows; ++row) {
-            m_progress.report(takingRows, row, rows);
+            m_progress.report(TakingRows, row, rows);
             if (m_progress.cancelled())
                 return;
             writer.writeScoreRow(row);

@@ -2,6 +2,7 @@
 
 #include "import/ClassAnswers.h"
 #include "import/ImportState.h"
+#include "import/KnownStudents.h"
 #include "import/StudentMatch.h"
 #include "import/WorkbookIntake.h"
 #include "platform/runtime/Progress.h"
@@ -66,6 +67,7 @@ private:
     ImportQuestions& m_questions;
     runtime::Progress& m_progress;
     ClassAnswers m_classes;
+    KnownStudents m_students;
     excel::Worksheet* m_sheet = nullptr;
     QString m_stream;
 };

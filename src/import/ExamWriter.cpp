@@ -12,7 +12,9 @@ using runtime::Value;
 
 namespace {
 
-const Trap trap{" - Private Sub Command1_Click/FormDaoRu"};
+const Trap writerTrap{" - Private Sub Command1_Click/FormDaoRu"};
+
+const QString absent = u"缺考"_s;
 
 /// A number read back from the staging grid; a text that is none goes to the field as it stands.
 Value numberOrText(const QString& text)
@@ -23,18 +25,18 @@ Value numberOrText(const QString& text)
 } // namespace
 
 ExamWriter::ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
-                       const ImportState& state, ExamChoice examChoice)
+                       KnownStudents& students, const ImportState& state, ExamChoice examChoice)
     : m_library(scoreLibrary),
       m_classes(classes),
+      m_students(students),
       m_state(state),
-      m_examChoice(examChoice),
-      m_students(scoreLibrary.Conn)
+      m_examChoice(examChoice)
 {
 }
 
 void ExamWriter::setExamField(const QString& column, const Value& value)
 {
-    trap([&] { m_rows.Fields(column).setValue(value); });
+    writerTrap([&] { m_rows.Fields(column).setValue(value); });
 }
 
 ExamWriter::Column ExamWriter::findColumn(const QString& name) const
@@ -60,12 +62,12 @@ database::Field ExamWriter::field(const Column& column)
 
 void ExamWriter::set(const Column& column, const Value& value)
 {
-    trap([&] { field(column).setValue(value); });
+    writerTrap([&] { field(column).setValue(value); });
 }
 
 void ExamWriter::writeExamRow(const QString& stream)
 {
-    const bool opened = trap([&] {
+    const bool opened = writerTrap([&] {
         if (m_examChoice == ExamChoice::Typed) {
             const int number = m_library.catalogue.GetKSBH(m_state.ExamName);
             m_rows.Open(u"select *  from 考试名称表 order by 考试编号"_s, m_library.Conn);
@@ -84,14 +86,14 @@ void ExamWriter::writeExamRow(const QString& stream)
     for (const ImportSubject& subject : m_state.KMImport)
         setExamField(subject.KMName, subject.KMFull);
     copyFormulas();
-    trap([&] { m_rows.Update(); });
+    writerTrap([&] { m_rows.Update(); });
     m_rows.Close();
 }
 
 void ExamWriter::copyFormulas()
 {
     for (const QString& total : m_library.catalogue.TotalColumns) {
-        trap([&] {
+        writerTrap([&] {
             database::Recordset formula;
             formula.Open(u"select *  from 总分公式 where 总分='"_s + total + u"'"_s,
                          m_library.Conn);
@@ -107,7 +109,7 @@ void ExamWriter::beginScores()
     m_examNumber = m_library.catalogue.GetKSBH(m_state.ExamName);
     findColumns();
     if (m_examChoice == ExamChoice::Typed)
-        trap([&] { m_rows.Open(u"select *  from 成绩表"_s, m_library.Conn); });
+        writerTrap([&] { m_rows.Open(u"select *  from 成绩表"_s, m_library.Conn); });
 }
 
 void ExamWriter::writeScoreRow(int row)
@@ -119,7 +121,7 @@ void ExamWriter::writeScoreRow(int row)
         return;
     setStudent(classText, numberText, name);
     setScores(row);
-    trap([&] { m_rows.Update(); });
+    writerTrap([&] { m_rows.Update(); });
     if (m_examChoice == ExamChoice::PickedFromList)
         m_rows.Close();
 }
@@ -127,7 +129,7 @@ void ExamWriter::writeScoreRow(int row)
 bool ExamWriter::openStudentRow(const QString& classText, const QString& numberText,
                                 const QString& name)
 {
-    return trap([&] {
+    return writerTrap([&] {
         if (m_examChoice == ExamChoice::Typed) {
             m_rows.AddNew();
             return;
@@ -158,7 +160,7 @@ void ExamWriter::setStudent(const QString& classText, const QString& numberText,
 /// ID.
 void ExamWriter::setStudentId(double classNumber, double number)
 {
-    trap([&] {
+    writerTrap([&] {
         database::Field id = field(m_columns.id);
         if (!id.Value().isNull())
             return;
@@ -172,7 +174,7 @@ void ExamWriter::setScores(int row)
     int stagingColumn = 3;
     for (const Column& column : m_scoreColumns) {
         const QString& text = m_state.MFGData.TextMatrix(row, stagingColumn++);
-        set(column, text == u"缺考" ? -1.0 : Val(text));
+        set(column, text == absent ? -1.0 : Val(text));
     }
 }
 

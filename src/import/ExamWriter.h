@@ -12,8 +12,8 @@ namespace importing {
 class ExamWriter
 {
 public:
-    ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes, const ImportState& state,
-               ExamChoice examChoice);
+    ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes, KnownStudents& students,
+               const ImportState& state, ExamChoice examChoice);
 
     /// Full marks, and the library's present formulas of the totals.
     void writeExamRow(const QString& stream);
@@ -59,9 +59,9 @@ private:
 
     library::ScoreLibrary& m_library;
     ClassAnswers& m_classes;
+    KnownStudents& m_students;
     const ImportState& m_state;
     ExamChoice m_examChoice;
-    KnownStudents m_students;
     database::Recordset m_rows;
     int m_examNumber = 0;
     StudentColumns m_columns;

@@ -11,7 +11,7 @@
 namespace importing {
 
 /// The students of 信息表 by class and number, read at once at the first question. What it says
-/// holds within one batch, in which nobody else can write.
+/// holds until the user is asked something, since others can write while a question waits.
 class KnownStudents
 {
 public:

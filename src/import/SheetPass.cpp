@@ -1,5 +1,7 @@
 #include "import/SheetPass.h"
 
+#include <cmath>
+
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Text.h"
 
@@ -47,7 +49,7 @@ SheetPass::Outcome SheetPass::takeRow(int row)
     const QString libraryName = m_students.TestStuName(classNumber, number, name, m_newStudents);
     if (!nameAccepted(libraryName, classNumber, number, name))
         return Outcome::Cancelled;
-    const QStringList student{doubleText(classNumber), doubleText(number), name};
+    const QStringList student{textOf(classNumber), textOf(number), name};
     for (int col = 0; col < firstScoreColumn; ++col)
         staging.setTextMatrix(row - 1, col, student[col]);
     // A row can be dropped by this name.
@@ -68,6 +70,17 @@ bool SheetPass::nameAccepted(const QString& libraryName, double classNumber, dou
     return answer != Answer::Cancel;
 }
 
+QString SheetPass::textOf(double number)
+{
+    const double halves = number * 2;
+    if (!(halves >= 0 && halves < double(m_halfTexts.size())) || halves != std::trunc(halves))
+        return doubleText(number);
+    QString& text = m_halfTexts[size_t(halves)];
+    if (text.isNull())
+        text = doubleText(number);
+    return text;
+}
+
 void SheetPass::judgeScores(int row, const QStringList& student)
 {
     int column = firstScoreColumn;
@@ -77,7 +90,8 @@ void SheetPass::judgeScores(int row, const QStringList& student)
         const QString reason = badReason(cell, score, subject.KMFull);
         if (!reason.isEmpty())
             noteBadScore(student, subject, score, reason);
-        m_state.MFGData.setTextMatrix(row - 1, column++, cell.text());
+        m_state.MFGData.setTextMatrix(
+            row - 1, column++, cell.kind() == Value::Kind::Double ? textOf(score) : cell.text());
     }
 }
 

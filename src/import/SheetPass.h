@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "import/ImportState.h"
 #include "import/StudentMatch.h"
 #include "import/WorkbookIntake.h"
@@ -23,6 +25,7 @@ public:
 private:
     bool nameAccepted(const QString& libraryName, double classNumber, double number,
                       const QString& name);
+    QString textOf(double number);
     void judgeScores(int row, const QStringList& student);
     void noteBadScore(const QStringList& student, const ImportSubject& subject, double score,
                       const QString& reason);
@@ -31,6 +34,8 @@ private:
     ImportState& m_state;
     StudentMatch& m_students;
     NewStudents m_newStudents;
+    /// The texts of 0, 0.5, 1 and so on, null until they are met: few marks make up a whole sheet.
+    std::array<QString, 1000> m_halfTexts;
 };
 
 } // namespace importing

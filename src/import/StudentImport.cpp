@@ -18,9 +18,7 @@ using runtime::Value;
 
 namespace {
 
-const Trap trap{" - Private Sub Command1_Click/FormDaoRuXinXi"};
-
-const QString takingRows = u"导入数据..."_s;
+const Trap studentTrap{" - Private Sub Command1_Click/FormDaoRuXinXi"};
 
 } // namespace
 
@@ -39,7 +37,7 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
         return ImportResult::Stopped;
     const QString library = m_library.Conn.path();
     if (backup == Backup::Make
-        && !trap([&] { library::backUpLibrary(library, QDateTime::currentDateTime()); }))
+        && !studentTrap([&] { library::backUpLibrary(library, QDateTime::currentDateTime()); }))
         return ImportResult::Stopped;
     if (!writeRows())
         return ImportResult::Stopped;
@@ -78,13 +76,13 @@ void StudentImport::readHeadings()
 bool StudentImport::writeRows()
 {
     bool complete = false;
-    trap([&] {
+    studentTrap([&] {
         database::WriteBatch batch(m_library.Conn);
         m_rows.Open(u"select * from 信息表"_s, m_library.Conn);
         readHeadings();
         const int lastRow = m_sheet->lastUsedRow();
         for (int row = 2; row <= lastRow && !isEmptyCell(m_sheet->Cells(row, 1)); ++row) {
-            m_progress.report(takingRows, row - 2, lastRow - 1);
+            m_progress.report(TakingRows, row - 2, lastRow - 1);
             if (m_progress.cancelled())
                 return;
             writeStudent(row);
@@ -100,16 +98,16 @@ bool StudentImport::writeRows()
 
 void StudentImport::writeStudent(int row)
 {
-    trap([&] { m_rows.AddNew(); });
+    studentTrap([&] { m_rows.AddNew(); });
     int column = 1;
     for (const Heading& heading : m_headings)
         storeCell(heading, m_sheet->Cells(row, column++));
-    trap([&] {
+    studentTrap([&] {
         database::Field stream = m_rows.Fields(u"科类"_s);
         if (stream.Value().isNull())
             stream.setValue(u"理"_s);
     });
-    trap([&] { m_rows.Update(); });
+    studentTrap([&] { m_rows.Update(); });
 }
 
 void StudentImport::storeCell(const Heading& heading, const Value& cell)
@@ -118,7 +116,7 @@ void StudentImport::storeCell(const Heading& heading, const Value& cell)
         storePhoto(heading, cell.text());
         return;
     }
-    trap([&] {
+    studentTrap([&] {
         if (cell.kind() == Value::Kind::Error)
             throw runtime::Error(u"单元格里是错误值“%1”，没有存入。"_s.arg(cell.text()));
         // A heading that is no column fails here, with the engine's message.
@@ -154,8 +152,9 @@ void StudentImport::storePhoto(const Heading& heading, const QString& cell)
         photo = m_intake.folder() + path;
     if (!QFileInfo(photo).isFile())
         return;
-    trap([&] { m_library.SaveBin(photo, m_rows.Fields(u"照片"_s)); });
-    trap([&] { m_rows.Fields(heading.name).setValue(library::ScoreLibrary::GetName(photo)); });
+    studentTrap([&] { m_library.SaveBin(photo, m_rows.Fields(u"照片"_s)); });
+    studentTrap(
+        [&] { m_rows.Fields(heading.name).setValue(library::ScoreLibrary::GetName(photo)); });
 }
 
 } // namespace importing

@@ -18,8 +18,8 @@ const Trap testTrap{" - Function TestStuName/Mdl_MDB"};
 } // namespace
 
 StudentMatch::StudentMatch(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
-                           IntakeBatch& batch)
-    : m_library(scoreLibrary), m_classes(classes), m_batch(batch), m_known(scoreLibrary.Conn)
+                           KnownStudents& known, IntakeBatch& batch)
+    : m_library(scoreLibrary), m_classes(classes), m_known(known), m_batch(batch)
 {
 }
 

@@ -14,8 +14,10 @@ enum class NewStudents { Ask, Add };
 class StudentMatch
 {
 public:
-    /// The batch is the one that is open while names come in; it pauses for questions.
-    StudentMatch(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes, IntakeBatch& batch);
+    /// `known` learns of every student who is added. The batch is the one that is open while names
+    /// come in; it pauses for questions.
+    StudentMatch(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes, KnownStudents& known,
+                 IntakeBatch& batch);
 
     /// The library's name of the student if it is another one than `name`; empty for the same name,
     /// for an added student and for a refused one.
@@ -41,8 +43,8 @@ private:
 
     library::ScoreLibrary& m_library;
     ClassAnswers& m_classes;
+    KnownStudents& m_known;
     IntakeBatch& m_batch;
-    KnownStudents m_known;
     database::Recordset m_newStudents;
 };
 

@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 using runtime::Trap;
 using runtime::Value;
 
+const QString TakingRows = u"导入数据..."_s;
+
 const SheetRules examSheet{" - Private Sub Command1_Click/FormDaoRu",
                            {u"班级"_s, u"学号"_s, u"姓名"_s},
                            u"前3列名称应为：班级,学号,姓名"_s,

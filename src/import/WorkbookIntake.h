@@ -40,6 +40,8 @@ extern const SheetRules classChangeSheet;
 
 /// The last column of a sheet that an import looks at.
 inline constexpr int LastColumn = 255;
+/// What the progress says while rows are taken.
+extern const QString TakingRows;
 
 /// True for a cell without a content and for an empty text.
 bool isEmptyCell(const runtime::Value& cell);

@@ -216,7 +216,8 @@ bool computeStandardScores(library::ScoreLibrary& scoreLibrary, ExamTables& tabl
     LastZ z;
     bool complete = true;
     for (const QString& stream : std::as_const(scoreLibrary.catalogue.Streams))
-        complete = standardScoresTrap([&] { computeStream(scoreLibrary, tables, stream, z); }) && complete;
+        complete =
+            standardScoresTrap([&] { computeStream(scoreLibrary, tables, stream, z); }) && complete;
     return complete;
 }
 

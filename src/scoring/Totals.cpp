@@ -27,7 +27,7 @@ struct NamedColumn
         if (column)
             return true;
         totalsTrap.fail(text ? u"列“%1”是文字，不能当作分数。"_s.arg(name)
-                       : database::noSuchColumn(name));
+                             : database::noSuchColumn(name));
         return false;
     }
 };

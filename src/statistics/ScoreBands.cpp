@@ -74,7 +74,8 @@ public:
             if (m_exact && value == m_fullMarks)
                 --index;
             if (index > m_count)
-                scoreBandsTrap.fail(u"成绩 "_s + doubleText(value) + u" 高出最后一个分数段，没有计入。"_s);
+                scoreBandsTrap.fail(u"成绩 "_s + doubleText(value)
+                                    + u" 高出最后一个分数段，没有计入。"_s);
             else
                 ++counters[size_t(index)];
         }

@@ -27,7 +27,8 @@ protected:
     support::ScriptedDialogs& dialogs = library.dialogs;
     importing::ClassAnswers classes{library.scores};
     importing::IntakeBatch batch{library.scores.Conn};
-    StudentMatch match{library.scores, classes, batch};
+    importing::KnownStudents known{library.scores.Conn};
+    StudentMatch match{library.scores, classes, known, batch};
 };
 
 TEST_F(StudentMatchTest, SameNameMatchesSilently)

@@ -39,11 +39,15 @@ Value Cell::value() const
     }
 }
 
-void Cell::setValue(Value value, CellStore& store)
+void Cell::setValue(const Value& value, CellStore& store)
 {
     const Kind kind = value.kind();
     m_kind = quint8(kind);
     m_isStored = false;
+    if (kind == Kind::Double) {
+        m_number = value.toDouble();
+        return;
+    }
     const bool isNumber = kind == Kind::Null || kind == Kind::Boolean || value.isNumber();
     const bool isExact = kind != Kind::Integer || std::abs(value.toDouble()) < largestWhole;
     if (kind == Kind::Text) {
@@ -52,8 +56,15 @@ void Cell::setValue(Value value, CellStore& store)
         m_number = value.toDouble();
     } else {
         m_isStored = true;
-        m_value = store.keep(std::move(value));
+        m_value = store.keep(value);
     }
+}
+
+void Cell::setShared(const QString& text)
+{
+    m_kind = quint8(Kind::Text);
+    m_isStored = false;
+    m_text = &text;
 }
 
 } // namespace excel

@@ -1,11 +1,16 @@
 #pragma once
 
 #include <deque>
+#include <memory>
 #include <unordered_set>
+#include <vector>
 
 #include "platform/runtime/Value.h"
 
 namespace excel {
+
+/// The texts that a workbook file lists once for all its sheets.
+using TextList = std::shared_ptr<const std::vector<QString>>;
 
 /// What is too large to stand in the cells of a sheet themselves. Equal texts are kept once; what
 /// no cell holds any more stays until the sheet is given up.
@@ -14,8 +19,11 @@ class CellStore
 public:
     const QString* keep(const QString& text) { return &*m_texts.insert(text).first; }
     const runtime::Value* keep(runtime::Value value);
+    /// Keeps the list of a file, to which cells can refer from then on. A sheet has one at most.
+    void share(TextList texts) { m_shared = std::move(texts); }
 
 private:
+    TextList m_shared;
     std::unordered_set<QString> m_texts;
     std::deque<runtime::Value> m_values;
 };
@@ -38,7 +46,9 @@ public:
     bool isNull() const { return kind() == Kind::Null; }
     runtime::Value value() const;
     /// Fills or empties the cell; `store` must outlive it.
-    void setValue(runtime::Value value, CellStore& store);
+    void setValue(const runtime::Value& value, CellStore& store);
+    /// Refers to a text that the cell's store shares.
+    void setShared(const QString& text);
 
 private:
     int m_format = 0;

@@ -129,9 +129,9 @@ void CellTable::set(int row, int column, runtime::Value value)
                            ? cells.end()
                            : std::lower_bound(cells.begin(), cells.end(), column, beforeColumn);
     if (place != cells.end() && place->column() == column) {
-        place->setValue(std::move(value), m_store);
+        place->setValue(value, m_store);
     } else {
-        cells.insert(place, Cell(column))->setValue(std::move(value), m_store);
+        cells.insert(place, Cell(column))->setValue(value, m_store);
         m_lastRowSize = cells.size();
     }
     markUsed(row, column);
@@ -163,7 +163,7 @@ void CellTable::changeFormats(const CellRange& block, const std::function<int(in
     markUsed(block.lastRow, block.lastColumn);
 }
 
-void CellTable::append(int row, int column, runtime::Value value)
+Cell& CellTable::appendCell(int row, int column)
 {
     std::vector<Cell>& cells = makeRow(row).cells;
     if (cells.empty())
@@ -171,8 +171,18 @@ void CellTable::append(int row, int column, runtime::Value value)
     else if (cells.back().column() >= column)
         m_disordered = true;
     m_lastRowSize = cells.size() + 1;
-    cells.emplace_back(column).setValue(std::move(value), m_store);
     markUsed(row, column);
+    return cells.emplace_back(column);
+}
+
+void CellTable::append(int row, int column, const runtime::Value& value)
+{
+    appendCell(row, column).setValue(value, m_store);
+}
+
+void CellTable::appendShared(int row, int column, const QString& text)
+{
+    appendCell(row, column).setShared(text);
 }
 
 void CellTable::settle()

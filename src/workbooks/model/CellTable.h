@@ -38,7 +38,13 @@ public:
     void changeFormats(const CellRange& block, const std::function<int(int)>& next);
 
     /// For readers: adds a cell without looking for an older one; `settle` must follow the last.
-    void append(int row, int column, runtime::Value value);
+    void append(int row, int column, const runtime::Value& value);
+
+    /// For readers: the list that `appendShared` takes from, to be given once and ahead of it.
+    void share(TextList texts) { m_store.share(std::move(texts)); }
+
+    /// As `append`; the text is one of the shared list, which saves keeping it again.
+    void appendShared(int row, int column, const QString& text);
 
     /// Brings cells that were appended out of order into order; the last one of a place stays.
     void settle();
@@ -68,6 +74,7 @@ public:
 private:
     const Cell* find(int row, int column) const;
     void clearValue(int row, int column);
+    Cell& appendCell(int row, int column);
 
     static constexpr int rowsPerPage = 256;
     using Page = std::array<Row, rowsPerPage>;

@@ -229,14 +229,14 @@ void XlsSheetReader::takeMerged(const XlsRecord& record)
 }
 
 /// `row` and `column` count from 0, as in the file.
-void XlsSheetReader::add(int row, int column, runtime::Value value)
+void XlsSheetReader::add(int row, int column, const runtime::Value& value)
 {
     if (column >= lastGridColumn)
         throw ReadFailure{Fault::CutOffXls};
     if (m_sheet.table().lacksPageFor(row + 1))
         m_budget.takePage();
     m_budget.takeCells(1);
-    m_sheet.table().append(row + 1, column + 1, std::move(value));
+    m_sheet.table().append(row + 1, column + 1, value);
 }
 
 } // namespace excel

@@ -27,7 +27,7 @@ private:
     void takeRow(const XlsRecord& record);
     void takeColumns(const XlsRecord& record);
     void takeMerged(const XlsRecord& record);
-    void add(int row, int column, runtime::Value value);
+    void add(int row, int column, const runtime::Value& value);
 
     Worksheet& m_sheet;
     const XlsGlobals& m_globals;

@@ -79,7 +79,7 @@ void XlsxReader::readShared(const RelationsHandler& relations)
     if (m_archive.contains(texts)) {
         SharedTextsHandler handler(m_budget);
         scan(texts, largestDataPart, handler);
-        m_context.texts = std::move(handler.texts);
+        m_context.texts = std::make_shared<const std::vector<QString>>(std::move(handler.texts));
     }
 }
 

@@ -148,7 +148,7 @@ void XlsxSheetHandler::addColumns(const XmlAttributes& attributes)
 
 void XlsxSheetHandler::payForPage(int row)
 {
-    if (m_sheet.table().lacksPageFor(row))
+    if (m_table.lacksPageFor(row))
         m_budget.takePage();
 }
 
@@ -163,7 +163,7 @@ void XlsxSheetHandler::startRow(const XmlAttributes& attributes)
     if (!hidden && height == nullptr)
         return;
     payForPage(m_row);
-    Row& row = m_sheet.table().makeRow(m_row);
+    Row& row = m_table.makeRow(m_row);
     row.hidden = hidden;
     if (height != nullptr)
         std::from_chars(height, height + std::strlen(height), row.height);
@@ -220,22 +220,47 @@ void XlsxSheetHandler::endElement(std::string_view name)
             m_inPhonetic = false;
     } else if (name == "sheetData") {
         m_inData = false;
-        m_sheet.table().settle();
+        m_table.settle();
     }
+}
+
+void XlsxSheetHandler::payForCell()
+{
+    payForPage(m_row);
+    m_budget.takeCells(1);
 }
 
 void XlsxSheetHandler::endCell()
 {
     m_inCell = false;
     collecting = false;
-    runtime::Value content = value();
-    if (!content.isNull()) {
-        payForPage(m_row);
-        m_budget.takeCells(1);
-        m_sheet.table().append(m_row, m_column, std::move(content));
-    } else if (m_hasFormula) {
-        m_sheet.table().markUsed(m_row, m_column);
+    if (const QString* text = sharedText()) {
+        payForCell();
+        m_table.appendShared(m_row, m_column, *text);
+        return;
     }
+    const runtime::Value content = value();
+    if (!content.isNull()) {
+        payForCell();
+        m_table.append(m_row, m_column, content);
+    } else if (m_hasFormula) {
+        m_table.markUsed(m_row, m_column);
+    }
+}
+
+const QString* XlsxSheetHandler::sharedText() const
+{
+    if (m_type != CellType::Shared)
+        return nullptr;
+    const std::string_view text = trimmed(characters);
+    if (text.empty())
+        return nullptr;
+    const std::vector<QString>& texts = *m_context.texts;
+    size_t index = 0;
+    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), index);
+    if (error != std::errc() || index >= texts.size())
+        throw ReadFailure{Fault::BadXml};
+    return &texts[index];
 }
 
 runtime::Value XlsxSheetHandler::value()
@@ -243,12 +268,12 @@ runtime::Value XlsxSheetHandler::value()
     switch (m_type) {
     case CellType::Number:
         return numberValue();
-    case CellType::Shared:
-        return sharedValue();
     case CellType::Inline:
         return textValue();
     case CellType::FormulaText:
         return m_hasValue ? textValue() : runtime::Value();
+    case CellType::Shared:
+        return {};
     default:
         break;
     }
@@ -275,18 +300,6 @@ runtime::Value XlsxSheetHandler::numberValue() const
         return fromUtf8(text);
     return m_context.formats.isDateStyle(m_style) ? dateValue(*number, m_context.dates)
                                                   : runtime::Value(*number);
-}
-
-runtime::Value XlsxSheetHandler::sharedValue() const
-{
-    const std::string_view text = trimmed(characters);
-    if (text.empty())
-        return {};
-    size_t index = 0;
-    const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), index);
-    if (error != std::errc() || index >= m_context.texts.size())
-        throw ReadFailure{Fault::BadXml};
-    return m_context.texts[index];
 }
 
 runtime::Value XlsxSheetHandler::textValue()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include <QString>
@@ -14,7 +15,7 @@ namespace excel {
 /// What the sheets of a workbook share.
 struct XlsxContext
 {
-    std::vector<QString> texts;
+    TextList texts = std::make_shared<const std::vector<QString>>();
     NumberFormats formats;
     DateSystem dates = DateSystem::From1900;
 };
@@ -24,8 +25,9 @@ class XlsxSheetHandler : public XmlHandler
 {
 public:
     XlsxSheetHandler(Worksheet& sheet, const XlsxContext& context, Budget& budget)
-        : m_sheet(sheet), m_context(context), m_budget(budget)
+        : m_sheet(sheet), m_table(sheet.table()), m_context(context), m_budget(budget)
     {
+        m_table.share(context.texts);
     }
 
     void startElement(std::string_view name, const XmlAttributes& attributes) override;
@@ -39,17 +41,20 @@ private:
     void startInCell(std::string_view name);
     void startOutside(std::string_view name, const XmlAttributes& attributes);
     void endCell();
+    void payForCell();
     void payForPage(int row);
     void addColumns(const XmlAttributes& attributes);
     void startAutoFilter(const XmlAttributes& attributes);
 
     static CellType typeOf(std::string_view text);
+    /// The text that the cell refers to; null if it refers to none.
+    const QString* sharedText() const;
     runtime::Value value();
     runtime::Value numberValue() const;
-    runtime::Value sharedValue() const;
     runtime::Value textValue();
 
     Worksheet& m_sheet;
+    CellTable& m_table;
     const XlsxContext& m_context;
     Budget& m_budget;
     bool m_inData = false;

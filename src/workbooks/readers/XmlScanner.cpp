@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int deepestNesting = 100;
-constexpr int mostAttributes = 256;       // of one element
+constexpr int mostAttributes = 256;      // of one element
 constexpr size_t longestRun = 1'000'000; // bytes; a cell holds 32,767 characters at most
 constexpr size_t mostParserMemory = 24'000'000;
 
