@@ -1,8 +1,6 @@
 #include "workbooks/readers/ZipArchive.h"
 
 #include <array>
-#include <future>
-#include <vector>
 
 #include <QFile>
 #include <QtEndian>
@@ -65,42 +63,6 @@ struct CloseFile
     void operator()(zip_file_t* file) const { zip_fclose(file); }
 };
 
-/// Unpacks a file piece by piece; while one piece is made use of, the next is unpacked beside it.
-class Pieces
-{
-public:
-    explicit Pieces(zip_file_t* file) : m_file(file) {}
-
-    /// The next piece, empty at the end; it stands until the call after. Throws ReadFailure.
-    std::string_view next()
-    {
-        const qint64 got = m_ahead.valid() ? m_ahead.get() : unpack(m_current);
-        if (got < 0)
-            throw ReadFailure{Fault::CutOffXlsx};
-        const char* piece = m_buffers[m_current].data();
-        m_current = 1 - m_current;
-        // A smaller one is the last.
-        if (got == pieceSize)
-            m_ahead = std::async(std::launch::async | std::launch::deferred,
-                                 [this] { return unpack(m_current); });
-        return {piece, size_t(got)};
-    }
-
-private:
-    qint64 unpack(size_t buffer)
-    {
-        std::vector<char>& piece = m_buffers[buffer];
-        piece.resize(size_t(pieceSize));
-        return zip_fread(m_file, piece.data(), piece.size());
-    }
-
-    zip_file_t* m_file;
-    std::array<std::vector<char>, 2> m_buffers;
-    size_t m_current = 0;
-    /// The last member, so that it ends before the buffers do.
-    std::future<qint64> m_ahead;
-};
-
 } // namespace
 
 void ZipArchive::Discard::operator()(zip* archive) const
@@ -143,15 +105,17 @@ void ZipArchive::read(const QByteArray& part, qint64 limit, const Sink& sink)
         zip_fopen_index(m_archive.get(), zip_uint64_t(index), 0));
     if (file == nullptr)
         throw ReadFailure{faultOf(zip_error_code_zip(zip_get_error(m_archive.get())))};
-    Pieces pieces(file.get());
+    std::vector<char> piece(pieceSize);
     for (;;) {
-        const std::string_view piece = pieces.next();
-        limit -= qint64(piece.size());
+        const qint64 got = zip_fread(file.get(), piece.data(), piece.size());
+        if (got < 0)
+            throw ReadFailure{Fault::CutOffXlsx};
+        limit -= got;
         if (limit < 0)
             throw ReadFailure{Fault::TooLarge};
-        m_budget.takeBytes(qint64(piece.size()));
-        sink(piece);
-        if (piece.empty())
+        m_budget.takeBytes(got);
+        sink(std::string_view(piece.data(), size_t(got)));
+        if (got == 0)
             return;
     }
 }
