@@ -16,7 +16,7 @@
 #include "platform/database/WriteBatch.h"
 #include "workbench/Browse.h"
 #include "workbench/Offers.h"
-#include "workbench/RowChoice.h"
+#include "workbench/ScoreQuery.h"
 
 using namespace Qt::StringLiterals;
 

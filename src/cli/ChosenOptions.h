@@ -6,7 +6,7 @@
 #include <QStringList>
 
 #include "cli/Session.h"
-#include "workbench/RowChoice.h"
+#include "workbench/ScoreQuery.h"
 
 namespace cli {
 

@@ -2,7 +2,7 @@
 #include "cli/Command.h"
 #include "cli/GridOutput.h"
 #include "statistics/NamedReports.h"
-#include "workbench/RowChoice.h"
+#include "workbench/ScoreQuery.h"
 #include "workbench/StatisticsRun.h"
 
 namespace cli {

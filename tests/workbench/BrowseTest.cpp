@@ -3,7 +3,7 @@
 #include "WorkbenchFixture.h"
 #include "platform/grid/GridText.h"
 #include "workbench/Offers.h"
-#include "workbench/RowChoice.h"
+#include "workbench/ScoreQuery.h"
 
 using namespace Qt::StringLiterals;
 using grid::FlexGrid;

@@ -4,7 +4,7 @@
 #include "platform/grid/GridText.h"
 #include "platform/runtime/Error.h"
 #include "workbench/Offers.h"
-#include "workbench/RowChoice.h"
+#include "workbench/ScoreQuery.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "library/ScoreLibrary.h"
 #include "workbench/Browse.h"
-#include "workbench/RowChoice.h"
+#include "workbench/ScoreQuery.h"
 #include "workbench/StatisticsRun.h"
 #include "workbench/ui/ChoiceList.h"
 

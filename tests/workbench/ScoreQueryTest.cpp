@@ -1,4 +1,4 @@
-#include "workbench/RowChoice.h"
+#include "workbench/ScoreQuery.h"
 
 #include "WorkbenchFixture.h"
 
