@@ -1,7 +1,7 @@
 #include "statistics/BandSetting.h"
 
 #include "platform/runtime/Error.h"
-#include "statistics/SettingForms.h"
+#include "statistics/BandConditions.h"
 
 namespace statistics {
 

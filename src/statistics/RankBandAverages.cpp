@@ -1,6 +1,6 @@
+#include "statistics/LineTable.h"
 #include "statistics/RankBands.h"
 #include "statistics/Reports.h"
-#include "statistics/SettingForms.h"
 
 namespace statistics {
 

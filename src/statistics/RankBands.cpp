@@ -2,8 +2,8 @@
 
 #include "library/ColumnNames.h"
 #include "platform/runtime/Numbers.h"
+#include "statistics/LineTable.h"
 #include "statistics/Reports.h"
-#include "statistics/SettingForms.h"
 
 namespace statistics {
 

@@ -1,7 +1,7 @@
 #include "library/ColumnNames.h"
 #include "statistics/ExamFigures.h"
+#include "statistics/LineTable.h"
 #include "statistics/Reports.h"
-#include "statistics/SettingForms.h"
 
 namespace statistics {
 
