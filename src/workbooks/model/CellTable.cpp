@@ -116,7 +116,7 @@ int CellTable::format(int row, int column) const
     return found != nullptr ? found->format() : 0;
 }
 
-void CellTable::set(int row, int column, runtime::Value value)
+void CellTable::set(int row, int column, const runtime::Value& value)
 {
     if (value.isNull()) {
         clearValue(row, column);

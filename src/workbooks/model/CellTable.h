@@ -29,7 +29,7 @@ public:
     runtime::Value value(int row, int column) const;
 
     /// Null empties the cell; its format stays.
-    void set(int row, int column, runtime::Value value);
+    void set(int row, int column, const runtime::Value& value);
 
     /// Number of the cell's format, 0 if it has none of its own.
     int format(int row, int column) const;

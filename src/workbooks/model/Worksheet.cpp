@@ -84,10 +84,10 @@ void Worksheet::Delete()
     close();
 }
 
-void Worksheet::setCell(int row, int column, runtime::Value value)
+void Worksheet::setCell(int row, int column, const runtime::Value& value)
 {
     check(row, column);
-    m_cells.set(row, column, std::move(value));
+    m_cells.set(row, column, value);
     m_geometry.rowChanged(row);
     m_changes.note();
 }

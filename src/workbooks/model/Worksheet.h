@@ -54,7 +54,7 @@ public:
         return m_cells.value(row, column);
     }
     /// Fills a cell; Null empties it. Throws runtime::Error outside the grid.
-    void setCell(int row, int column, runtime::Value value);
+    void setCell(int row, int column, const runtime::Value& value);
     /// Fills a cell as `cellFromText` tells; a text of several lines gets wrapped. Throws
     /// runtime::Error outside the grid.
     void setCellText(int row, int column, const QString& text);
