@@ -44,22 +44,26 @@ NumberHead numberHead(QStringView text)
     return head;
 }
 
-/// A number of tenths as text, without a point if they make a whole.
-QString tenthsText(qint64 tenths)
+/// A number of hundredths as text, without zeros at the end of its fraction.
+QString hundredthsText(qint64 hundredths)
 {
     char16_t buffer[24];
     char16_t* const end = buffer + std::size(buffer);
     char16_t* at = end;
-    qint64 rest = std::abs(tenths);
-    if (rest % 10 != 0) {
-        *--at = char16_t(u'0' + rest % 10);
+    const auto put = [&at](qint64 digit) { *--at = char16_t(u'0' + digit); };
+    qint64 whole = std::abs(hundredths) / 100;
+    const qint64 fraction = std::abs(hundredths) % 100;
+    if (fraction % 10 != 0)
+        put(fraction % 10);
+    if (fraction != 0) {
+        put(fraction / 10);
         *--at = u'.';
     }
     do {
-        rest /= 10;
-        *--at = char16_t(u'0' + rest % 10);
-    } while (rest >= 10);
-    if (tenths < 0)
+        put(whole % 10);
+        whole /= 10;
+    } while (whole > 0);
+    if (hundredths < 0)
         *--at = u'-';
     return QString(reinterpret_cast<const QChar*>(at), end - at);
 }
@@ -67,12 +71,13 @@ QString tenthsText(qint64 tenths)
 /// As printf's %g with so many significant digits, the exponent letter in upper case.
 QString significant(double number, int digits)
 {
-    // Whole and half marks and the like, which most scores are.
-    const double tenths = number * 10;
+    // Marks and their averages mostly have two decimals at most. The double nearest to such a
+    // number is printed as it.
+    const double hundredths = std::nearbyint(number * 100);
     const double wholeBelow = digits < 15 ? 1e7 : 1e14;
-    if (tenths == std::trunc(tenths)
+    if (hundredths / 100 == number
         && std::abs(number) < (number == std::trunc(number) ? wholeBelow : 1e5))
-        return tenthsText(qint64(tenths));
+        return hundredthsText(qint64(hundredths));
     char buffer[64];
     const auto [end, error] =
         std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::general, digits);
