@@ -5,7 +5,9 @@
 #include <limits>
 #include <optional>
 
-#include <QStringList>
+#include <QStringTokenizer>
+
+#include "platform/runtime/PlainNumber.h"
 
 namespace statistics {
 
@@ -26,20 +28,17 @@ constexpr Sign signs[] = {{u"<=", Operator::LessOrEqual},
                           {u">", Operator::Greater},
                           {u"=", Operator::Equal}};
 
-/// A number without an exponent, digits on both sides of its point, such as -20 or 92.5.
+/// A number of at most 15 digits without an exponent, digits on both sides of its point, such as
+/// -20 or 92.5.
 std::optional<double> plainDecimal(QStringView text)
 {
     const bool negative = text.startsWith(u'-');
     const QStringView digits = text.mid(negative ? 1 : 0);
-    const qsizetype point = digits.indexOf(u'.');
-    const bool isDecimal = !digits.isEmpty() && point != 0 && point != digits.size() - 1
-                           && digits.indexOf(u'.', point + 1) == (point < 0 ? point : -1)
-                           && std::all_of(digits.begin(), digits.end(), [](QChar c) {
-                                  return c == u'.' || (c >= u'0' && c <= u'9');
-                              });
-    if (!isDecimal)
+    if (digits.startsWith(u'.') || digits.endsWith(u'.'))
         return {};
-    return text.toDouble();
+    const std::optional<double> number =
+        runtime::plainNumber(std::u16string_view(digits.utf16(), size_t(digits.size())));
+    return number && negative ? -*number : number;
 }
 
 std::optional<Comparison> comparisonOf(QStringView text)
@@ -101,14 +100,14 @@ bool isBareName(QStringView name)
 
 Condition::Condition(QString text) : m_text(std::move(text))
 {
-    for (const QString& piece : m_text.split(u" and "_s)) {
-        const std::optional<Comparison> comparison = comparisonOf(piece);
+    for (const QStringView piece : QStringView(m_text).tokenize(u" and ")) {
+        std::optional<Comparison> comparison = comparisonOf(piece);
         if (!comparison) {
             m_simple = false;
             m_comparisons.clear();
             return;
         }
-        m_comparisons.push_back(*comparison);
+        m_comparisons.push_back(std::move(*comparison));
     }
 }
 

@@ -5,8 +5,8 @@
 namespace runtime {
 
 /// The value of a text of at most 15 digits and at most one point, with nothing else in it, which
-/// is what nearly all numbers look like; nothing for any other text. `Text` is a view of char,
-/// char16_t or QChar. The result is the nearest double.
+/// is what nearly all numbers look like; nothing for any other text. `Text` is a view of char
+/// or char16_t. The result is the nearest double.
 template <class Text> std::optional<double> plainNumber(Text text)
 {
     // Both the digits and these are exact, so that their quotient is rounded once.
