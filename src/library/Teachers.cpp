@@ -9,19 +9,6 @@ namespace library {
 using namespace Qt::StringLiterals;
 using runtime::Trap;
 
-namespace {
-
-/// Throws database::Error for a subject that has no column.
-int columnOf(const database::TableColumns& columns, const QString& subject)
-{
-    const int column = columns.find(subject);
-    if (column < 0)
-        throw database::Error(database::Failure::Sql, database::noSuchColumn(subject));
-    return column;
-}
-
-} // namespace
-
 QString Teachers::GetJSMD(const QString& exam, double classNumber, const QString& subject)
 {
     return ofSubjects(exam, classNumber, {subject}).first();
@@ -35,16 +22,21 @@ QStringList Teachers::ofSubjects(const QString& exam, double classNumber,
     trap([&] {
         database::Statement& row = m_conn.prepared(u"select * from 教师表 where 考试名称='"_s + exam
                                                    + u"' and 班级=? order by rowid"_s);
+        const database::TableColumns& columns = m_conn.columns(u"教师表"_s);
+        QStringList missing;
         row.bind({classNumber});
-        if (row.step()) {
-            const database::TableColumns& columns = m_conn.columns(u"教师表"_s);
-            for (int k = 0; k < subjects.size(); ++k)
-                trap([&] {
-                    const int column = columnOf(columns, subjects[k]);
-                    found[k] = row.value(column, columns.at(column).type).text();
-                });
+        const bool isListed = row.step();
+        for (int k = 0; isListed && k < subjects.size(); ++k) {
+            const int column = columns.find(subjects[k]);
+            if (column >= 0)
+                found[k] = row.value(column, columns.at(column).type).text();
+            else
+                missing.append(subjects[k]);
         }
+        // Told only now: on its row the statement keeps others from writing the file.
         row.finish();
+        for (const QString& subject : std::as_const(missing))
+            trap.fail(database::noSuchColumn(subject));
     });
     return found;
 }

@@ -1,6 +1,7 @@
 #include "platform/runtime/Dialogs.h"
 
 #include <stdexcept>
+#include <vector>
 
 #include <QFileInfo>
 
@@ -18,12 +19,20 @@ Dialogs*& installed()
     return dialogs;
 }
 
+std::vector<const BeforeDialogs*>& watchers()
+{
+    static std::vector<const BeforeDialogs*> all;
+    return all;
+}
+
 } // namespace
 
 Dialogs& Dialogs::current()
 {
     if (!installed())
         throw std::logic_error("no dialogs are installed");
+    for (const BeforeDialogs* watcher : watchers())
+        watcher->m_action();
     return *installed();
 }
 
@@ -45,6 +54,16 @@ InstalledDialogs::InstalledDialogs(Dialogs& dialogs) : m_former(installed())
 InstalledDialogs::~InstalledDialogs()
 {
     installed() = m_former;
+}
+
+BeforeDialogs::BeforeDialogs(std::function<void()> action) : m_action(std::move(action))
+{
+    watchers().push_back(this);
+}
+
+BeforeDialogs::~BeforeDialogs()
+{
+    std::erase(watchers(), this);
 }
 
 Answer MsgBox(const QString& text, const QString& title, Buttons buttons, Icon icon)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include <QString>
@@ -37,7 +38,7 @@ public:
     /// The colour dialog, colours as 0xBBGGRR; nothing when cancelled.
     virtual std::optional<int> chooseColor(const QString& title, int start);
 
-    /// The dialogs in force. Throws std::logic_error if none are installed.
+    /// The dialogs in force, for one box. Throws std::logic_error if none are installed.
     static Dialogs& current();
 };
 
@@ -52,6 +53,22 @@ public:
 
 private:
     Dialogs* m_former;
+};
+
+/// As long as it lives, calls `action` each time before the user is told or asked something: for
+/// what must not wait until he answers.
+class BeforeDialogs
+{
+public:
+    explicit BeforeDialogs(std::function<void()> action);
+    ~BeforeDialogs();
+    BeforeDialogs(const BeforeDialogs&) = delete;
+    BeforeDialogs& operator=(const BeforeDialogs&) = delete;
+
+private:
+    friend class Dialogs;
+
+    std::function<void()> m_action;
 };
 
 /// Shows a message box and gives the button that was pressed.

@@ -100,5 +100,19 @@ TEST(InstalledDialogs, PutTheFormerOnesBack)
     EXPECT_EQ(outer.shown, QStringList({u"out"_s}));
 }
 
+TEST(BeforeDialogs, ActBeforeEveryBoxAsLongAsTheyLive)
+{
+    support::ScriptedDialogs dialogs;
+    QList<qsizetype> shownBefore;
+    {
+        const BeforeDialogs before([&] { shownBefore.append(dialogs.shown.size()); });
+        MsgBox(u"完成"_s);
+        Trap{" - tag"}.fail(u"x"_s);
+        GetColor(0);
+    }
+    MsgBox(u"后"_s);
+    EXPECT_EQ(shownBefore, QList<qsizetype>({0, 1, 2}));
+}
+
 } // namespace
 } // namespace runtime
