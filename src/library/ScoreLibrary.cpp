@@ -5,6 +5,7 @@
 
 #include "library/LibraryShape.h"
 #include "platform/database/Error.h"
+#include "platform/database/ReadBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Text.h"
@@ -47,8 +48,11 @@ void ScoreLibrary::OpenDB()
     LibFolder = LibPath.left(separator);
     if (!trap([&] { Conn.Open(LibPath, libraryShape()); }))
         return;
-    catalogue.GetKeLei();
-    catalogue.GetKSXX();
+    {
+        const database::ReadBatch reading(Conn);
+        catalogue.GetKeLei();
+        catalogue.GetKSXX();
+    }
     Q_EMIT opened();
 }
 

@@ -2,6 +2,8 @@
 
 #include <QHash>
 
+#include "platform/database/ReadBatch.h"
+
 namespace statistics {
 
 using namespace Qt::StringLiterals;
@@ -44,7 +46,14 @@ Report namedReport(const QString& name)
         {u"历次考试进入年级前x名人数"_s, TJLCKSQxM},
         {u"历次考试进入年级前x名人数 "_s, TJLCKSQxM},
     };
-    return reports.value(name);
+    const Report report = reports.value(name);
+    if (!report)
+        return {};
+    return
+        [report](ReportContext& context, QString& exams, grid::FlexGrid& grid, Transfer transfer) {
+            const database::ReadBatch reading(context.library.Conn);
+            report(context, exams, grid, transfer);
+        };
 }
 
 } // namespace statistics

@@ -33,7 +33,6 @@ void Connection::Close()
     // Recordsets that are still open would keep an open batch, and its lock, alive.
     if (d->handle && !sqlite3_get_autocommit(d->handle.get()))
         sqlite3_exec(d->handle.get(), "ROLLBACK", nullptr, nullptr, nullptr);
-    d->statements.clear();
     const UserLimits limits = d->userLimits;
     d = std::make_unique<Private>();
     d->userLimits = limits;
@@ -104,21 +103,16 @@ const TableColumns& Connection::columns(const QString& table)
 
 Statement& Connection::prepared(const QString& sql)
 {
-    return *sharedStatement(sql);
+    openHandle();
+    return d->statements.try_emplace(sql, *this, sql).first->second;
 }
 
 std::shared_ptr<Statement> Connection::sharedStatement(const QString& sql)
 {
-    openHandle();
-    std::shared_ptr<Statement>& statement = d->statements[sql];
-    if (!statement) {
-        try {
-            statement = std::make_shared<Statement>(*this, sql);
-        } catch (...) {
-            d->statements.remove(sql);
-            throw;
-        }
-    }
+    if (const auto* known = d->sharedStatements.object(sql))
+        return *known;
+    const auto statement = std::make_shared<Statement>(*this, sql);
+    d->sharedStatements.insert(sql, new std::shared_ptr(statement));
     return statement;
 }
 
@@ -130,12 +124,19 @@ bool Connection::batchBroken() const
 
 void Connection::checkWritable()
 {
+    endReading();
     // The engine writes each statement by itself once it has given up the batch.
     if (batchBroken())
         throw Error(Failure::DiskFull, u"前面的写入已经失败，这一步没有写入。"_s);
     // A batch looks at the file when it begins and when it commits.
     if (d->batchDepth == 0)
         checkFileStands();
+}
+
+void Connection::endReading()
+{
+    if (std::exchange(d->reading, false) && !sqlite3_get_autocommit(d->handle.get()))
+        sqlite3_exec(d->handle.get(), "COMMIT", nullptr, nullptr, nullptr);
 }
 
 void Connection::checkFileStands()
@@ -170,6 +171,8 @@ void Connection::schemaChanged()
 {
     d->formerTables.insert(d->formerTables.end(), d->tables.cbegin(), d->tables.cend());
     d->tables.clear();
+    // They would tell of a column that is gone only when they run.
+    d->sharedStatements.clear();
 }
 
 void Connection::setUserLimits(const UserLimits& limits)
@@ -184,8 +187,8 @@ const UserLimits& Connection::userLimits() const
 
 void Connection::finishStatements()
 {
-    for (const std::shared_ptr<Statement>& statement : std::as_const(d->statements))
-        statement->finish();
+    for (auto& [sql, statement] : d->statements)
+        statement.finish();
 }
 
 } // namespace database

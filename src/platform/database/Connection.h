@@ -54,11 +54,13 @@ public:
     /// can be written until the batch ends.
     bool batchBroken() const;
 
-    /// The engine's handle, for tests that bring it into a corner.
+    /// The engine's handle, for the neighbours in this folder and tests that bring it into a
+    /// corner.
     sqlite3* handle() const;
 
 private:
     friend class WriteBatch;
+    friend class ReadBatch;
     friend class Recordset;
     friend class Keyset;
     friend class Statement;
@@ -74,8 +76,11 @@ private:
     /// Forgets what is known of the tables.
     void schemaChanged();
     void finishStatements();
-    /// As prepared(), for users that may outlive the connection's being open.
+    /// A statement for users that take its rows in one go, and that may outlive the connection's
+    /// being open. The last ones are kept. Throws Error.
     std::shared_ptr<Statement> sharedStatement(const QString& sql);
+    /// Ends the state that a ReadBatch keeps, if there is one.
+    void endReading();
 
     struct Private;
     std::unique_ptr<Private> d;

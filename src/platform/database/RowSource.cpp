@@ -73,15 +73,17 @@ Keyset::Keyset(Connection& connection, const TableQuery& query, Trust trust)
         sql += u" where "_s + query.where;
     sql += u" order by "_s + (query.orderBy.isEmpty() ? QString() : query.orderBy + u", "_s)
            + u"rowid"_s;
-    m_keyStatement = std::make_unique<Statement>(connection, sql, trust);
+    m_keyStatement = trust == Trust::User ? std::make_shared<Statement>(connection, sql, trust)
+                                          : connection.sharedStatement(sql);
 }
 
 void Keyset::takeKeys()
 {
     if (!m_keyStatement)
         return;
-    const std::unique_ptr<Statement> statement = std::move(m_keyStatement);
+    const std::shared_ptr<Statement> statement = std::move(m_keyStatement);
     std::vector<qint64> keys;
+    statement->reset();
     while (statement->step())
         keys.push_back(statement->integer(0));
     m_keys = std::move(keys);
@@ -187,7 +189,7 @@ Statement& Keyset::writer(const FieldValues& values, Write write)
         std::vector<int> columns;
         for (const auto& [column, value] : values)
             columns.push_back(column);
-        m_writer = std::make_unique<Statement>(m_connection, writerText(columns, write));
+        m_writer = m_connection.sharedStatement(writerText(columns, write));
         m_write = write;
         m_writerColumns = std::move(columns);
     }

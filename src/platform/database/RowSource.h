@@ -78,7 +78,7 @@ private:
     Connection& m_connection;
     QString m_table;
     /// Delivers the row ids; gone once they are taken.
-    std::unique_ptr<Statement> m_keyStatement;
+    std::shared_ptr<Statement> m_keyStatement;
     std::vector<qint64> m_keys;
     size_t m_at = 0;
     /// The row just added, which is the current one until the next move.
@@ -88,7 +88,7 @@ private:
     std::vector<int> m_rowColumns;
     std::vector<runtime::Value> m_row;
     std::optional<qint64> m_fetched;
-    std::unique_ptr<Statement> m_writer;
+    std::shared_ptr<Statement> m_writer;
     std::vector<int> m_writerColumns;
     Write m_write = Write::Insert;
     qint64 m_lastInsertId = 0;

@@ -425,5 +425,29 @@ TEST_F(Rows, ARowIsFetchedOnceForAllItsFields)
     EXPECT_EQ(traced.statements, QStringList());
 }
 
+TEST_F(Rows, TwoRecordsetsOverOneTextWalkEachForItself)
+{
+    const QString sql = u"select * from 信息表 where 班级=1"_s;
+    Recordset other;
+    set.Open(sql, connection);
+    other.Open(sql, connection);
+    set.MoveNext();
+    EXPECT_EQ(other.Fields(u"姓名"_s).Value().text(), u"丙"_s);
+    EXPECT_EQ(set.Fields(u"姓名"_s).Value().text(), u"乙"_s);
+    connection.Execute(u"insert into 信息表(ID,班级) values(9,1)"_s);
+    EXPECT_EQ(other.RecordCount(), 2);
+    other.Open(sql, connection);
+    EXPECT_EQ(other.RecordCount(), 3);
+}
+
+TEST_F(Rows, AColumnThatIsGoneIsToldAtOpeningThoughTheTextWasOpenedBefore)
+{
+    const QString sql = u"select * from 信息表 where 科类='文'"_s;
+    set.Open(sql, connection);
+    EXPECT_EQ(set.RecordCount(), 2);
+    connection.Execute(u"alter table 信息表 drop column 科类"_s);
+    EXPECT_THROW(set.Open(sql, connection), Error);
+}
+
 } // namespace
 } // namespace database
