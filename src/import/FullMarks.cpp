@@ -60,8 +60,7 @@ bool FullMarks::storeMark(int row)
     const QString& text = marks.TextMatrix(row, 1);
     const double mark = runtime::Val(text);
     if (!(mark > 0)) {
-        runtime::MsgBox(text + u"成绩未设置正确的成绩！"_s, {}, runtime::Buttons::Ok,
-                        runtime::Icon::Warning);
+        runtime::warn(text + u"成绩未设置正确的成绩！"_s);
         return false;
     }
     const Trap trap{" - Private Sub Command1_Click/FormShuRuMF"};

@@ -5,6 +5,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
 
 namespace library {
@@ -43,7 +44,12 @@ QString otherStream(const QString& stream)
 
 QStringList examNames(const QString& exams)
 {
-    return exams.isEmpty() ? QStringList() : exams.split(u',');
+    return runtime::splitList(exams, u","_s);
+}
+
+QStringList formulaTerms(const QString& formula)
+{
+    return runtime::splitList(formula, u"+"_s);
 }
 
 void Catalogue::GetKeLei()
@@ -53,15 +59,14 @@ void Catalogue::GetKeLei()
         database::Recordset rows;
         rows.Open(u"select distinct 科类 from 信息表"_s, m_conn);
         if (rows.RecordCount() > 2) {
-            MsgBox(u"科类设置不正确，请重新设置科类。"_s, {}, runtime::Buttons::Ok, Icon::Warning);
+            runtime::warn(u"科类设置不正确，请重新设置科类。"_s);
             return;
         }
         QStringList streams;
         for (; !rows.Eof(); rows.MoveNext()) {
             const QString stream = rows.Fields(0).Value().text();
             if (stream.isEmpty())
-                MsgBox(u"学生科类不能为空，如果不分文理，默认值设为“理”\n请修改！"_s, {},
-                       runtime::Buttons::Ok, Icon::Warning);
+                runtime::warn(u"学生科类不能为空，如果不分文理，默认值设为“理”\n请修改！"_s);
             streams.append(stream);
         }
         Streams = streams;
@@ -259,9 +264,7 @@ float Catalogue::GetZFMF(const QString& exam, const QString& stream, const QStri
             rows.Open(examRowSql(exam, u"理"_s), m_conn);
         if (rows.RecordCount() == 0)
             return;
-        const QString formula = rows.Fields(total).Value().text();
-        const QStringList terms = formula.isEmpty() ? QStringList() : formula.split(u'+');
-        for (const QString& term : terms)
+        for (const QString& term : formulaTerms(rows.Fields(total).Value().text()))
             trap([&] { marks += singleField(rows, term); });
     });
     return marks;

@@ -29,6 +29,9 @@ struct ClassEntry
 /// The names of a list joined by ","; an empty text has none.
 QStringList examNames(const QString& exams);
 
+/// The columns that a formula such as "语文+数学" adds up; an empty one has none.
+QStringList formulaTerms(const QString& formula);
+
 /// What the program knows about the open library: exams, columns, streams and classes, all derived
 /// from 考试名称表 and 信息表. The lists are rebuilt by GetKeLei and GetKSXX. Failures are shown
 /// with the routine's tag, and old values stay: what is asked for single exams is answered by

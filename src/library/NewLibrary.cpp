@@ -56,7 +56,7 @@ QString NewLibrary::formulaLine(const QString& subject) const
 bool NewLibrary::checkSelected(const QStringList& subjects)
 {
     if (subjects.isEmpty())
-        MsgBox(u"请选择科目！"_s, {}, Buttons::Ok, Icon::Warning);
+        runtime::warn(u"请选择科目！"_s);
     return !subjects.isEmpty();
 }
 

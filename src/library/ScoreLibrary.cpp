@@ -37,8 +37,7 @@ void ScoreLibrary::OpenDB()
 {
     const Trap trap{" - Public Sub OpenDB/Mdl_MDB"};
     if (!QFileInfo(LibPath).isFile()) {
-        runtime::MsgBox(LibPath + u"\n库文件不存在！"_s, {}, runtime::Buttons::Ok,
-                        runtime::Icon::Warning);
+        runtime::warn(LibPath + u"\n库文件不存在！"_s);
         LibPath.clear();
         return;
     }

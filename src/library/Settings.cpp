@@ -79,9 +79,7 @@ QString Settings::GetSouSuoChuan(const QString& text, const QString& separator,
     trap([&] {
         const QString mark = quote == Quote::None ? QString() : u"'"_s;
         const QString join = joiner == Joiner::And ? u" And "_s : u" or "_s;
-        // Splitting an empty text gives no token.
-        const QStringList tokens = text.isEmpty() ? QStringList() : text.split(separator);
-        for (const QString& token : tokens)
+        for (const QString& token : runtime::splitList(text, separator))
             condition += field + u"="_s + mark + token + mark + join;
         if (!condition.isEmpty())
             condition = runtime::DelLast(condition, int(join.size()));

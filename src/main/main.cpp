@@ -56,8 +56,7 @@ void makePromptsReadable()
 void checkGlyphs()
 {
     if (!QFontMetrics(QApplication::font()).inFont(u'班'))
-        runtime::MsgBox(u"No Chinese font is installed. Please install fonts-noto-cjk."_s, {},
-                        runtime::Buttons::Ok, runtime::Icon::Warning);
+        runtime::warn(u"No Chinese font is installed. Please install fonts-noto-cjk."_s);
 }
 
 int runDesktop(widgets::ScreenDialogs& dialogs)

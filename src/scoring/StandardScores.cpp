@@ -48,8 +48,7 @@ void GetZtoT(library::ScoreLibrary& scoreLibrary)
         const QString setting = rows.Fields(u"设置"_s).Value().text();
         const QStringList pieces = QString(setting).remove(u' ').toLower().split(u"z+"_s);
         if (pieces.size() < 2) {
-            runtime::MsgBox(u"T分转换公式设置不正确！"_s, {}, runtime::Buttons::Ok,
-                            runtime::Icon::Warning);
+            runtime::warn(u"T分转换公式设置不正确！"_s);
             return;
         }
         scoreLibrary.settings.TFactor = Val(pieces[0]);

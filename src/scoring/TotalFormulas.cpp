@@ -52,13 +52,10 @@ std::optional<QString> TotalFormulas::ShowGS(const QString& exam, const QString&
 
 bool TotalFormulas::checkTerms(const QString& formula) const
 {
-    if (formula.isEmpty())
-        return true;
-    for (const QString& term : formula.split(u'+')) {
+    for (const QString& term : library::formulaTerms(formula)) {
         if (m_library.catalogue.AllColumns.contains(term))
             continue;
-        runtime::MsgBox(u"总分公式中添加的科目： "_s + term + u" 无效！只能添加现有科目。"_s, {},
-                        runtime::Buttons::Ok, runtime::Icon::Warning);
+        runtime::warn(u"总分公式中添加的科目： "_s + term + u" 无效！只能添加现有科目。"_s);
         return false;
     }
     return true;

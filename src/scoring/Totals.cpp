@@ -70,10 +70,7 @@ public:
             total.score = named(name);
             total.z = result(library::zScoreColumn(name));
             total.t = result(library::tScoreColumn(name));
-            const QString formula = formulas.value(i);
-            // A total without a formula has no terms.
-            const QStringList terms = formula.isEmpty() ? QStringList() : formula.split(u'+');
-            for (const QString& term : terms)
+            for (const QString& term : library::formulaTerms(formulas.value(i)))
                 total.terms.push_back(makeTerm(term));
         }
         return found;

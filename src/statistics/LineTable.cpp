@@ -3,6 +3,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
 
 namespace statistics {
@@ -24,7 +25,7 @@ void takeStreamPart(LineTable& table, const QStringList& streams, const QString&
     if (part.isEmpty() || (isKnown && sides.size() < 2))
         throw runtime::Error(u"“"_s + part + u"”缺少等号。"_s);
     if (isKnown)
-        table[size_t(stream)] = sides[1].isEmpty() ? QStringList() : sides[1].split(u',');
+        table[size_t(stream)] = runtime::splitList(sides[1], u","_s);
 }
 
 } // namespace
@@ -40,8 +41,7 @@ LineTable FenLiNumTJ(const QStringList& streams, const QString& title, const QSt
         for (const QString& part : text.split(u"||"_s))
             trap([&] { takeStreamPart(table, streams, part); });
     } else if (marks > 0) {
-        runtime::MsgBox(title + u"   条件设置不正确！缺少分隔符  ||  \n"_s + text, {},
-                        runtime::Buttons::Ok, runtime::Icon::Warning);
+        runtime::warn(title + u"   条件设置不正确！缺少分隔符  ||  \n"_s + text);
     } else if (!text.isEmpty()) {
         QStringList numbers;
         for (const QString& entry : text.split(u','))

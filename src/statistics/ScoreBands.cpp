@@ -29,9 +29,8 @@ bool readWidths(ReportContext& context, const QString& setting, BandWidths& widt
     widths.total = runtime::Val(parts.value(1).mid(2));
     if (widths.subject > 0 && widths.total > 0)
         return true;
-    runtime::MsgBox(u"分数段设置有问题\n单科分数段="_s + doubleText(widths.subject)
-                        + u"\n总分分数段="_s + doubleText(widths.total),
-                    {}, runtime::Buttons::Ok, runtime::Icon::Warning);
+    runtime::warn(u"分数段设置有问题\n单科分数段="_s + doubleText(widths.subject)
+                  + u"\n总分分数段="_s + doubleText(widths.total));
     return false;
 }
 

@@ -71,6 +71,11 @@ Answer MsgBox(const QString& text, const QString& title, Buttons buttons, Icon i
     return Dialogs::current().message(text, title, buttons, icon);
 }
 
+void warn(const QString& text)
+{
+    MsgBox(text, {}, Buttons::Ok, Icon::Warning);
+}
+
 bool mayOverwrite()
 {
     return MsgBox(u"同名文件已存在，是否覆盖原文件？"_s, u"是否覆盖"_s, Buttons::OkCancel,

@@ -75,6 +75,9 @@ private:
 Answer MsgBox(const QString& text, const QString& title = {}, Buttons buttons = Buttons::Ok,
               Icon icon = Icon::None);
 
+/// Tells that something was refused or is wrong.
+void warn(const QString& text);
+
 /// Asks whether an existing file may be overwritten; true for yes.
 bool mayOverwrite();
 

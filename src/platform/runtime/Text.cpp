@@ -27,6 +27,11 @@ QString DelLast(const QString& text, int count)
     return text.left(text.size() - count);
 }
 
+QStringList splitList(const QString& text, const QString& separator)
+{
+    return text.isEmpty() ? QStringList() : text.split(separator);
+}
+
 QString Right(const QString& text, int count)
 {
     return text.right(count);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace runtime {
 
@@ -9,6 +10,9 @@ QString Trim(const QString& text);
 
 /// The text without its last `count` characters; "", after a message, if it is shorter than that.
 QString DelLast(const QString& text, int count);
+
+/// The pieces between the separators; of an empty text there are none.
+QStringList splitList(const QString& text, const QString& separator);
 
 /// The last `count` characters, or the whole text if it is shorter.
 QString Right(const QString& text, int count);

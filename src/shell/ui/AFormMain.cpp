@@ -267,8 +267,7 @@ void AFormMain::mfREC_Click(int index)
     if (file.isEmpty() || file == RecentFiles::Placeholder)
         return;
     if (!QFileInfo::exists(file)) {
-        MsgBox(u"下列文件不存在！可能被移动或改名。\n"_s + file, {}, runtime::Buttons::Ok,
-               runtime::Icon::Warning);
+        runtime::warn(u"下列文件不存在！可能被移动或改名。\n"_s + file);
         return;
     }
     m_library.LibPath = file;
@@ -294,7 +293,7 @@ void AFormMain::Hzt_Click()
     if (QFileInfo::exists(file))
         QDesktopServices::openUrl(QUrl::fromLocalFile(file));
     else
-        MsgBox(file + u"\n\n帮助文件丢失！"_s, {}, runtime::Buttons::Ok, runtime::Icon::Warning);
+        runtime::warn(file + u"\n\n帮助文件丢失！"_s);
 }
 
 void AFormMain::mUpdate_Click()
