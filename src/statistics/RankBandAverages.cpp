@@ -1,5 +1,5 @@
 #include "statistics/LineTable.h"
-#include "statistics/RankBands.h"
+#include "statistics/RankBand.h"
 #include "statistics/Reports.h"
 
 namespace statistics {

@@ -8,6 +8,9 @@ using runtime::Trap;
 
 namespace {
 
+/// Columns of a subject in the table of averages; the others have the first one alone.
+enum Part { valuePart, rankPart, teacherPart };
+
 enum class Absentees { Counted, LeftOut };
 
 /// What one of the four tables has of its own.
@@ -40,7 +43,7 @@ void fillSubject(Block& block, const AggregateTable& table, ExamFigures& figures
         table.absentees == Absentees::Counted ? Condition() : Condition(subject + u">=0"_s));
     block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
         if (const auto value = figure(classNumber))
-            block.set(j, line, item, 0, figureText(*value));
+            block.set(j, line, item, valuePart, figureText(*value));
     });
 }
 
@@ -53,7 +56,7 @@ void nameTeachers(ReportContext& context, Block& block, const QString& exam, int
         const QStringList teachers =
             context.library.teachers.ofSubjects(exam, classNumber, subjects);
         for (int k = 0; k < subjects.size(); ++k)
-            block.set(j, line, k, 2, teachers[k]);
+            block.set(j, line, k, teacherPart, teachers[k]);
     });
 }
 
@@ -61,7 +64,7 @@ void rankAverages(Block& block, int subjects, int exams)
 {
     for (int k = 0; k < subjects; ++k) {
         for (int e = 0; e < exams; ++e)
-            block.rankClasses(e, k, 0, 1);
+            block.rankClasses(e, k, valuePart, rankPart);
     }
 }
 
@@ -97,7 +100,7 @@ void runTable(ReportContext& context, const QString& exams, grid::FlexGrid& grid
 void headSubjects(Block& block, const QStringList& subjects)
 {
     for (int k = 0; k < subjects.size(); ++k)
-        block.head(1, k, 0, subjects[k]);
+        block.head(1, k, valuePart, subjects[k]);
 }
 
 void headBelowTitle(Block& block, const QStringList& subjects)
@@ -120,11 +123,11 @@ void headAverages(Block& block, const QStringList& subjects)
     headInTitle(block, subjects);
     block.headNames(2);
     for (int k = 0; k < subjects.size(); ++k) {
-        block.head(1, k, 1, subjects[k]);
-        if (block.columnsPerItem() == 3)
-            block.head(1, k, 2, u"教师"_s);
-        block.head(2, k, 0, u"平均分"_s);
-        block.head(2, k, 1, u"名次"_s);
+        block.head(1, k, rankPart, subjects[k]);
+        if (block.columnsPerItem() > teacherPart)
+            block.head(1, k, teacherPart, u"教师"_s);
+        block.head(2, k, valuePart, u"平均分"_s);
+        block.head(2, k, rankPart, u"名次"_s);
     }
 }
 

@@ -8,7 +8,7 @@ using statistics::TJGMCDRS;
 using statistics::TJLCKSQxM;
 using statistics::Transfer;
 
-class RankBands : public ReportTest
+class RankBandCounts : public ReportTest
 {
 protected:
     void run(const QString& bands)
@@ -18,7 +18,7 @@ protected:
     }
 };
 
-TEST_F(RankBands, CountTheFirstAndTheLastOfTheGrade)
+TEST_F(RankBandCounts, CountTheFirstAndTheLastOfTheGrade)
 {
     run(u"1,2,-2"_s);
     EXPECT_EQ(row(0), u"语文各名次段人数|语文各名次段人数|语文各名次段人数|语文各名次段人数"_s);
@@ -33,7 +33,7 @@ TEST_F(RankBands, CountTheFirstAndTheLastOfTheGrade)
     EXPECT_EQ(library.dialogs.shown, QStringList());
 }
 
-TEST_F(RankBands, NegativeNumberAloneGivesOneColumn)
+TEST_F(RankBandCounts, NegativeNumberAloneGivesOneColumn)
 {
     run(u"-20"_s);
     EXPECT_EQ(row(1), u"班级|后20名"_s);
@@ -41,33 +41,33 @@ TEST_F(RankBands, NegativeNumberAloneGivesOneColumn)
     EXPECT_EQ(row(2), u"1班|3"_s);
 }
 
-TEST_F(RankBands, ZeroIsTheBottomCondition)
+TEST_F(RankBandCounts, ZeroIsTheBottomCondition)
 {
     run(u"0"_s);
     EXPECT_EQ(row(1), u"班级|后0名"_s);
     EXPECT_EQ(row(2), u"1班|0"_s);
 }
 
-TEST_F(RankBands, NumberAboveTheGradeCountsEverybodyWithARank)
+TEST_F(RankBandCounts, NumberAboveTheGradeCountsEverybodyWithARank)
 {
     run(u"1000"_s);
     EXPECT_EQ(row(2), u"1班|2"_s);
 }
 
-TEST_F(RankBands, RanksNotYetComputedGiveZeros)
+TEST_F(RankBandCounts, RanksNotYetComputedGiveZeros)
 {
     library.execute(u"update 成绩表 set 语文年名=null"_s);
     run(u"1,-1"_s);
     EXPECT_EQ(row(2), u"1班|0|0"_s);
 }
 
-TEST_F(RankBands, TextsOfAListByStreamStandAsTyped)
+TEST_F(RankBandCounts, TextsOfAListByStreamStandAsTyped)
 {
     run(u"文=5||理=050,-2"_s);
     EXPECT_EQ(row(1), u"班级|前050名|后2名"_s);
 }
 
-TEST_F(RankBands, BadMarkerGivesBlocksWithoutBands)
+TEST_F(RankBandCounts, BadMarkerGivesBlocksWithoutBands)
 {
     run(u"文=5,理=5"_s);
     EXPECT_EQ(rows().mid(0, 4),
@@ -76,7 +76,7 @@ TEST_F(RankBands, BadMarkerGivesBlocksWithoutBands)
               QStringList{u"各名次段人数   条件设置不正确！缺少分隔符  ||  \n文=5,理=5"_s});
 }
 
-TEST_F(RankBands, FixedRowsStayAndSeveralExamsStandWithinAClass)
+TEST_F(RankBandCounts, FixedRowsStayAndSeveralExamsStandWithinAClass)
 {
     addExam(u"期末"_s, 2);
     score(u"期末"_s, 2, 1, {90, 45, 135, 1});
@@ -92,7 +92,7 @@ TEST_F(RankBands, FixedRowsStayAndSeveralExamsStandWithinAClass)
     EXPECT_EQ(grid.mergeCols(), std::set<int>{0});
 }
 
-TEST_F(RankBands, CategoryFilterMovesTheLastRankToo)
+TEST_F(RankBandCounts, CategoryFilterMovesTheLastRankToo)
 {
     library.execute(u"update 成绩表 set 类别代码=2 where 姓名='乙'"_s);
     library.scores.settings.CategoryFilter = u" and (类别代码=1)"_s;
@@ -102,7 +102,7 @@ TEST_F(RankBands, CategoryFilterMovesTheLastRankToo)
     EXPECT_EQ(row(3), u"2班|1"_s);
 }
 
-TEST_F(RankBands, MissingRankColumnIsShownWithItsTag)
+TEST_F(RankBandCounts, MissingRankColumnIsShownWithItsTag)
 {
     library.execute(u"ALTER TABLE 成绩表 DROP COLUMN 语文年名"_s);
     run(u"1"_s);
@@ -110,7 +110,7 @@ TEST_F(RankBands, MissingRankColumnIsShownWithItsTag)
     EXPECT_TRUE(library.dialogs.failures[0].endsWith(u" - Sub TJGMCDRS/Mdl_MDB"_s));
 }
 
-TEST_F(RankBands, TotalsHaveRanksLikeSubjects)
+TEST_F(RankBandCounts, TotalsHaveRanksLikeSubjects)
 {
     library.execute(u"update 成绩表 set 总分年名=2 where 姓名='甲'"_s);
     library.execute(u"update 成绩表 set 总分年名=1 where 姓名='丁'"_s);
@@ -120,7 +120,7 @@ TEST_F(RankBands, TotalsHaveRanksLikeSubjects)
     EXPECT_EQ(row(11), u"2班|1|1"_s);
 }
 
-TEST_F(RankBands, NameTheStreamWithTwoBlanksAndHaveBandsOfTheirOwn)
+TEST_F(RankBandCounts, NameTheStreamWithTwoBlanksAndHaveBandsOfTheirOwn)
 {
     addSecondStream();
     run(u"文=1,2||理=3"_s);
@@ -129,7 +129,7 @@ TEST_F(RankBands, NameTheStreamWithTwoBlanksAndHaveBandsOfTheirOwn)
     EXPECT_EQ(row(4), u"班级|前3名|"_s);
 }
 
-TEST_F(RankBands, FiveHundredBandsAreCounted)
+TEST_F(RankBandCounts, FiveHundredBandsAreCounted)
 {
     QStringList bands;
     for (int i = 1; i <= 500; ++i)
