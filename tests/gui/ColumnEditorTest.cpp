@@ -57,7 +57,6 @@ using OpenedBy = grid::ColumnEditor::OpenedBy;
 TEST_F(ColumnEditor, AClickAnywhereOnARowOpensTheBoxInTheColumn)
 {
     makeEditor(OpenedBy::Click);
-    const QSignalSpy opening(editor, &grid::ColumnEditor::opening);
     EXPECT_FALSE(box->isVisible());
     drag(3, 3);
     EXPECT_EQ(box->geometry(), cell(3, 2));
@@ -66,7 +65,7 @@ TEST_F(ColumnEditor, AClickAnywhereOnARowOpensTheBoxInTheColumn)
     EXPECT_EQ(box->text(), u"行3"_s) << "not a click";
     drag(0, 0);
     EXPECT_FALSE(box->isVisible()) << "the heading has no editor";
-    EXPECT_EQ(QList<QVariantList>(opening), (QList<QVariantList>{{3}, {0}}));
+    EXPECT_EQ(editor->CurRow(), 0);
 }
 
 TEST_F(ColumnEditor, AReleaseOpensItWhereverTheButtonWasPressed)

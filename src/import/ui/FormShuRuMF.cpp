@@ -58,22 +58,21 @@ void FormShuRuMF::connectEditor()
 {
     m_editor =
         new grid::ColumnEditor(MSFlexGrid1, Text1, CurCol, grid::ColumnEditor::OpenedBy::Release);
-    connect(m_editor, &grid::ColumnEditor::opening, this, [this](int row) { CurRow = row; });
     connect(Text1, &QLineEdit::textChanged, this, &FormShuRuMF::Text1_Change);
     connect(Text1, &grid::CellTextEditor::entered, this, &FormShuRuMF::Text1_Enter);
 }
 
 void FormShuRuMF::Text1_Change()
 {
-    m_marks.setText(CurRow, Text1->text());
-    MSFlexGrid1->refreshCell(CurRow, CurCol);
+    m_marks.setText(m_editor->CurRow(), Text1->text());
+    MSFlexGrid1->refreshCell(m_editor->CurRow(), CurCol);
 }
 
 /// Enter goes down the rows, and behind the last one it accepts.
 void FormShuRuMF::Text1_Enter()
 {
-    if (CurRow + 1 < m_marks.marks.Rows())
-        m_editor->open(CurRow + 1);
+    if (m_editor->CurRow() + 1 < m_marks.marks.Rows())
+        m_editor->open(m_editor->CurRow() + 1);
     else
         Command1_Click();
 }

@@ -30,8 +30,6 @@ private:
     void Command2_Click();
 
     FullMarks m_marks;
-    /// The row being edited.
-    int CurRow = 1;
     grid::ColumnEditor* m_editor = nullptr;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     grid::CellTextEditor* Text1 = nullptr;

@@ -64,7 +64,6 @@ void Formgf::connectEditor()
     // What was typed is answered as by Enter before the row is left.
     m_editor->askBeforeLeaving(
         [this] { return !Text1->isModified() || answer() != ErrorList::Entry::Refused; });
-    connect(m_editor, &grid::ColumnEditor::opening, this, [this](int row) { CurRow = row; });
     connect(Text1, &grid::CellTextEditor::entered, this, &Formgf::Text1_Enter);
 }
 
@@ -74,7 +73,7 @@ void Formgf::Text1_Enter()
     if (answer() != ErrorList::Entry::Accepted)
         return;
     m_editor->close();
-    const int next = std::min(CurRow + 1, MSFlexGrid1->grid().Rows() - 1);
+    const int next = std::min(m_editor->CurRow() + 1, MSFlexGrid1->grid().Rows() - 1);
     MSFlexGrid1->select(next, scoreColumn, next, scoreColumn);
 }
 
@@ -90,11 +89,11 @@ void Formgf::Command2_Click()
 /// A refused answer leaves the editor open on the bad score.
 ErrorList::Entry Formgf::answer()
 {
-    const ErrorList::Entry entry = m_list.answer(CurRow, Text1->text());
+    const ErrorList::Entry entry = m_list.answer(m_editor->CurRow(), Text1->text());
     if (entry == ErrorList::Entry::Accepted)
-        MSFlexGrid1->refreshCell(CurRow, ErrorList::ReasonColumn);
+        MSFlexGrid1->refreshCell(m_editor->CurRow(), ErrorList::ReasonColumn);
     else if (entry == ErrorList::Entry::Refused)
-        m_editor->open(CurRow);
+        m_editor->open(m_editor->CurRow());
     return entry;
 }
 

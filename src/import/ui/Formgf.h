@@ -28,8 +28,6 @@ private:
     ErrorList::Entry answer();
 
     ErrorList m_list;
-    /// The row being edited.
-    int CurRow = 0;
     grid::ColumnEditor* m_editor = nullptr;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     grid::CellTextEditor* Text1 = nullptr;

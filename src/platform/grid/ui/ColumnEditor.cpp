@@ -21,7 +21,6 @@ ColumnEditor::ColumnEditor(FlexGridView* view, CellTextEditor* box, int column, 
 void ColumnEditor::open(int row)
 {
     m_row = row;
-    Q_EMIT opening(row);
     if (hasCell(row))
         m_before = m_view->grid().TextMatrix(row, m_column);
     ShowTextInMFG(m_box, m_view, row, m_column);

@@ -28,13 +28,11 @@ public:
     /// Opens the box in this row; in a fixed row it opens none.
     void open(int row);
     void close();
+    /// The row that it was last opened in.
+    int CurRow() const { return m_row; }
 
     /// `mayLeave` is asked before up, down or Tab leave the row; where it says no, nothing happens.
     void askBeforeLeaving(const std::function<bool()>& mayLeave) { m_mayLeave = mayLeave; }
-
-Q_SIGNALS:
-    /// The box is about to get the text of this row's cell.
-    void opening(int row);
 
 private:
     void clickRow(int row);
