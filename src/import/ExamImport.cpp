@@ -28,27 +28,6 @@ const Trap trap{" - Private Sub Command1_Click/FormDaoRu"};
 constexpr int lastRow = 65555;
 constexpr int firstSubjectColumn = 4;
 
-/// The scoring at the end of an import, told in the import's own words.
-class ScoringProgress : public runtime::Progress
-{
-public:
-    ScoringProgress(runtime::Progress& import, QString text)
-        : m_import(import), m_text(std::move(text))
-    {
-    }
-
-    void report(const QString&, int done, int total) override
-    {
-        m_import.report(m_text, done, total);
-    }
-    void finish() override {}
-    bool cancelled() const override { return m_import.cancelled(); }
-
-private:
-    runtime::Progress& m_import;
-    QString m_text;
-};
-
 } // namespace
 
 ExamImport::ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake,
@@ -211,7 +190,9 @@ void ExamImport::finish(Afterwards afterwards)
     const QString ranking = u"导入完成，计算排名..."_s;
     m_progress.report(ranking, 0, 0);
     if (afterwards == Afterwards::Score) {
-        ScoringProgress progress(m_progress, ranking);
+        runtime::PartProgress progress(m_progress, [&](const QString&, int done, int total) {
+            m_progress.report(ranking, done, total);
+        });
         scoring::Scoring(m_library).score(m_state.ExamName, progress);
     }
     m_library.catalogue.GetKeLei();

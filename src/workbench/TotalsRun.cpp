@@ -14,25 +14,9 @@ using scoring::Scoring;
 
 namespace {
 
-/// Counts exams, whatever part of one is done: even a large one takes a fraction of a second.
-class ExamProgress : public Progress
-{
-public:
-    ExamProgress(Progress& run, int exam, int exams) : m_run(run), m_exam(exam), m_exams(exams) {}
-
-    void report(const QString& text, int, int) override { m_run.report(text, m_exam, m_exams); }
-    void finish() override {}
-    bool cancelled() const override { return m_run.cancelled(); }
-
-private:
-    Progress& m_run;
-    int m_exam;
-    int m_exams;
-};
-
 QString timeOfDay()
 {
-    return QTime::currentTime().toString(u"HH:mm:ss");
+    return QTime::currentTime().toString(u"HH:mm:ss"_s);
 }
 
 } // namespace
@@ -42,9 +26,12 @@ void computeTotals(const QStringList& exams, Scoring& scoring, Progress& progres
     const Trap trap{" - Private Sub CommandZF_Click/FormKaoShi"};
     const QString begin = timeOfDay();
     for (int i = 0; i < exams.size() && !progress.cancelled(); ++i) {
-        ExamProgress share(progress, i, int(exams.size()));
-        share.report(u"计算总分："_s + exams[i] + u"..."_s, 0, 1);
-        trap([&] { scoring.score(exams[i], share); });
+        // Counts exams, whatever part of one is done: even a large one takes a fraction of a
+        // second.
+        runtime::PartProgress one(progress, [&](const QString& text, int, int) {
+            progress.report(text, i, int(exams.size()));
+        });
+        trap([&] { scoring.score(exams[i], one); });
     }
     progress.finish();
     if (!progress.cancelled())

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <QString>
 
 namespace runtime {
@@ -19,6 +21,24 @@ public:
 
     /// True once the user pressed 取消.
     virtual bool cancelled() const = 0;
+};
+
+/// A part of longer work: `tell` says in the words or counts of the whole what the part reports,
+/// and the end of the part is not the end of the whole.
+class PartProgress : public Progress
+{
+public:
+    using Tell = std::function<void(const QString& text, int done, int total)>;
+
+    PartProgress(const Progress& whole, Tell tell) : m_whole(whole), m_tell(std::move(tell)) {}
+
+    void report(const QString& text, int done, int total) override { m_tell(text, done, total); }
+    void finish() override {}
+    bool cancelled() const override { return m_whole.cancelled(); }
+
+private:
+    const Progress& m_whole;
+    Tell m_tell;
 };
 
 /// Progress that nobody watches.
