@@ -1,6 +1,7 @@
 #include "cli/ChosenOptions.h"
 #include "cli/Command.h"
 #include "cli/GridOutput.h"
+#include "library/ColumnNames.h"
 #include "workbench/Browse.h"
 #include "workbench/Offers.h"
 
@@ -17,7 +18,7 @@ workbench::BrowseRequest browseRequest(const Session& session)
     workbench::BrowseRequest request;
     rows.exams = request.exams = chosenExams(session);
     rows.categories = chosenCategories(session);
-    request.stream = arguments.value(u"stream"_s, workbench::AllStreams);
+    request.stream = arguments.value(u"stream"_s, library::AllStreams);
     rows.classes = chosenClasses(session, request.stream);
     request.family = arguments.oneOf(u"show"_s, workbench::columnFamilies());
     rows.order = chosenOrder(session);

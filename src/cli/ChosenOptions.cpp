@@ -2,6 +2,7 @@
 
 #include <QSet>
 
+#include "library/ColumnNames.h"
 #include "platform/database/Error.h"
 #include "workbench/Offers.h"
 
@@ -70,12 +71,12 @@ QStringList chosenClasses(const Session& session, const QString& stream)
 {
     const library::Catalogue& catalogue = session.scores.catalogue;
     const qsizetype index = catalogue.Streams.indexOf(stream);
-    if (stream != workbench::AllStreams && index < 0)
+    if (stream != library::AllStreams && index < 0)
         throw UsageError(u"成绩库里没有科类“%1”。"_s.arg(stream));
     QStringList offered = workbench::classes(catalogue);
     if (session.arguments.has(u"classes"_s))
         return chosen(offered, session.arguments.list(u"classes"_s), u"班级"_s);
-    if (stream != workbench::AllStreams) {
+    if (stream != library::AllStreams) {
         const QStringList ofStream = workbench::classesOf(catalogue, int(index));
         offered.removeIf([&](const QString& number) { return !ofStream.contains(number); });
     }

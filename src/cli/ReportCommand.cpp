@@ -11,23 +11,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What --button asks for. What the screen's list shows while no item is chosen names none.
-workbench::ReportRequest buttonRequest(const QStringList& exams, const QString& button)
-{
-    workbench::ReportRequest request{exams, {}};
-    if (button != u"请选择要统计的项目"_s)
-        request.item = button;
-    return request;
-}
-
 /// True if the grid holds a result, false after a refusal or 取消.
 bool fill(Session& session, const QStringList& exams, grid::FlexGrid& grid)
 {
     const Arguments& arguments = session.arguments;
     statistics::ReportContext context(session.scores);
     if (arguments.has(u"button"_s))
-        return workbench::runReport(buttonRequest(exams, arguments.value(u"button"_s)), context,
-                                    grid)
+        return workbench::runReport({exams, workbench::chosenItem(arguments.value(u"button"_s))},
+                                    context, grid)
                && !session.dialogs.cancelled();
     const QString item = arguments.value(u"item"_s);
     const statistics::Report report = statistics::namedReport(item);

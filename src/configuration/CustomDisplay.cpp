@@ -1,5 +1,6 @@
 #include "configuration/CustomDisplay.h"
 
+#include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
 #include "platform/grid/MoveRows.h"
 #include "platform/runtime/Dialogs.h"
@@ -13,8 +14,6 @@ using runtime::Trap;
 namespace {
 
 constexpr int NameCol = 0;
-/// The first fields of 成绩表, which are never offered.
-constexpr int FieldsPassedOver = 3;
 
 const QString tick = u"√"_s;
 
@@ -32,7 +31,7 @@ CustomDisplay::CustomDisplay(library::ScoreLibrary& scoreLibrary) : m_library(sc
 
 QStringList CustomDisplay::streamChoices() const
 {
-    return QStringList{u"全"_s} + m_library.catalogue.Streams;
+    return QStringList{library::AllStreams} + m_library.catalogue.Streams;
 }
 
 void CustomDisplay::load()
@@ -43,9 +42,9 @@ void CustomDisplay::load()
     trap([&] { scores.Open(u"select * from 成绩表"_s, m_library.Conn); });
     int n = 0;
     trap([&] { n = scores.fieldCount(); });
-    trap([&] { columns.setRows(n - (FieldsPassedOver - 1)); });
-    for (int c = FieldsPassedOver; c < n; ++c) {
-        const int row = c - (FieldsPassedOver - 1);
+    trap([&] { columns.setRows(n - (library::fieldsNotOffered - 1)); });
+    for (int c = library::fieldsNotOffered; c < n; ++c) {
+        const int row = c - (library::fieldsNotOffered - 1);
         trap([&] {
             const QString name = scores.Fields(c).Name();
             columns.setTextMatrix(row, NameCol, name);

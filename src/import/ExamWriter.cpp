@@ -39,30 +39,25 @@ void ExamWriter::setExamField(const QString& column, const Value& value)
     writerTrap([&] { m_rows.Fields(column).setValue(value); });
 }
 
-ExamWriter::Column ExamWriter::findColumn(const QString& name) const
+database::FieldByName ExamWriter::findColumn(const QString& name) const
 {
     return {name, m_library.Conn.columns(u"成绩表"_s).find(name)};
 }
 
 void ExamWriter::findColumns()
 {
-    m_columns = {findColumn(u"班级"_s),     findColumn(u"学号"_s), findColumn(u"姓名"_s),
-                 findColumn(u"类别代码"_s), findColumn(u"科类"_s), findColumn(u"考试名称"_s),
-                 findColumn(u"考试编号"_s), findColumn(u"id"_s)};
+    m_columns =
+        StudentColumns{findColumn(u"班级"_s),     findColumn(u"学号"_s), findColumn(u"姓名"_s),
+                       findColumn(u"类别代码"_s), findColumn(u"科类"_s), findColumn(u"考试名称"_s),
+                       findColumn(u"考试编号"_s), findColumn(u"id"_s)};
     m_scoreColumns.clear();
     for (const ImportSubject& subject : m_state.KMImport)
         m_scoreColumns.push_back(findColumn(subject.KMName));
 }
 
-database::Field ExamWriter::field(const Column& column)
+void ExamWriter::set(const database::FieldByName& column, const Value& value)
 {
-    // By its name a missing column fails with the engine's message.
-    return column.position < 0 ? m_rows.Fields(column.name) : m_rows.Fields(column.position);
-}
-
-void ExamWriter::set(const Column& column, const Value& value)
-{
-    writerTrap([&] { field(column).setValue(value); });
+    writerTrap([&] { column.in(m_rows).setValue(value); });
 }
 
 void ExamWriter::writeExamRow(const QString& stream)
@@ -146,13 +141,13 @@ void ExamWriter::setStudent(const QString& classText, const QString& numberText,
                             const QString& name)
 {
     const double classNumber = Val(classText);
-    set(m_columns.classNumber, numberOrText(classText));
-    set(m_columns.number, numberOrText(numberText));
-    set(m_columns.name, name);
-    set(m_columns.category, m_classes.GetLeiBie(classNumber));
-    set(m_columns.stream, m_classes.GetBJKL(classNumber));
-    set(m_columns.exam, m_state.ExamName);
-    set(m_columns.examNumber, m_examNumber);
+    set(m_columns->classNumber, numberOrText(classText));
+    set(m_columns->number, numberOrText(numberText));
+    set(m_columns->name, name);
+    set(m_columns->category, m_classes.GetLeiBie(classNumber));
+    set(m_columns->stream, m_classes.GetBJKL(classNumber));
+    set(m_columns->exam, m_state.ExamName);
+    set(m_columns->examNumber, m_examNumber);
     setStudentId(classNumber, Val(numberText));
 }
 
@@ -161,7 +156,7 @@ void ExamWriter::setStudent(const QString& classText, const QString& numberText,
 void ExamWriter::setStudentId(double classNumber, double number)
 {
     writerTrap([&] {
-        database::Field id = field(m_columns.id);
+        database::Field id = m_columns->id.in(m_rows);
         if (!id.Value().isNull())
             return;
         const KnownStudents::Student* student = m_students.find(classNumber, number);
@@ -172,7 +167,7 @@ void ExamWriter::setStudentId(double classNumber, double number)
 void ExamWriter::setScores(int row)
 {
     int stagingColumn = 3;
-    for (const Column& column : m_scoreColumns) {
+    for (const database::FieldByName& column : m_scoreColumns) {
         const QString& text = m_state.MFGData.TextMatrix(row, stagingColumn++);
         set(column, text == absent ? -1.0 : Val(text));
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "import/ClassAnswers.h"
 #include "import/ExamImport.h"
 #include "import/ImportState.h"
@@ -26,32 +28,24 @@ public:
     void writeScoreRow(int row);
 
 private:
-    /// A column of 成绩表, looked up once for all rows.
-    struct Column
-    {
-        QString name;
-        /// -1 if the table has no such column.
-        int position = -1;
-    };
-
+    /// Columns of 成绩表, looked up once for all rows.
     struct StudentColumns
     {
-        Column classNumber;
-        Column number;
-        Column name;
-        Column category;
-        Column stream;
-        Column exam;
-        Column examNumber;
-        Column id;
+        database::FieldByName classNumber;
+        database::FieldByName number;
+        database::FieldByName name;
+        database::FieldByName category;
+        database::FieldByName stream;
+        database::FieldByName exam;
+        database::FieldByName examNumber;
+        database::FieldByName id;
     };
 
     void copyFormulas();
     void setExamField(const QString& column, const runtime::Value& value);
-    Column findColumn(const QString& name) const;
+    database::FieldByName findColumn(const QString& name) const;
     void findColumns();
-    database::Field field(const Column& column);
-    void set(const Column& column, const runtime::Value& value);
+    void set(const database::FieldByName& column, const runtime::Value& value);
     bool openStudentRow(const QString& classText, const QString& numberText, const QString& name);
     void setStudent(const QString& classText, const QString& numberText, const QString& name);
     void setStudentId(double classNumber, double number);
@@ -64,9 +58,9 @@ private:
     ExamChoice m_examChoice;
     database::Recordset m_rows;
     int m_examNumber = 0;
-    StudentColumns m_columns;
+    std::optional<StudentColumns> m_columns;
     /// In the order of KMImport.
-    std::vector<Column> m_scoreColumns;
+    std::vector<database::FieldByName> m_scoreColumns;
 };
 
 } // namespace importing

@@ -67,9 +67,7 @@ void StudentImport::readHeadings()
         const Value& cell = m_sheet->Cells(1, column);
         if (isEmptyCell(cell))
             return;
-        Heading heading{cell.text(), ruleOf(cell.text()), std::nullopt};
-        Trap::silent()([&] { heading.field = m_rows.Fields(heading.name); });
-        m_headings.push_back(std::move(heading));
+        m_headings.push_back({{m_rows, cell.text()}, ruleOf(cell.text())});
     }
 }
 
@@ -120,7 +118,7 @@ void StudentImport::storeCell(const Heading& heading, const Value& cell)
         if (cell.kind() == Value::Kind::Error)
             throw runtime::Error(u"单元格里是错误值“%1”，没有存入。"_s.arg(cell.text()));
         // A heading that is no column fails here, with the engine's message.
-        database::Field field = heading.field ? *heading.field : m_rows.Fields(heading.name);
+        database::Field field = heading.field.in(m_rows);
         switch (heading.rule) {
         case Rule::Number:
             field.setValue(runtime::Val(cell));
@@ -153,8 +151,7 @@ void StudentImport::storePhoto(const Heading& heading, const QString& cell)
     if (!QFileInfo(photo).isFile())
         return;
     studentTrap([&] { m_library.SaveBin(photo, m_rows.Fields(u"照片"_s)); });
-    studentTrap(
-        [&] { m_rows.Fields(heading.name).setValue(library::ScoreLibrary::GetName(photo)); });
+    studentTrap([&] { heading.field.in(m_rows).setValue(library::ScoreLibrary::GetName(photo)); });
 }
 
 } // namespace importing

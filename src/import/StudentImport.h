@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <vector>
 
 #include "import/WorkbookIntake.h"
@@ -28,10 +27,8 @@ private:
 
     struct Heading
     {
-        QString name;
+        database::FieldByName field;
         Rule rule;
-        /// Missing if 信息表 has no such column.
-        std::optional<database::Field> field;
     };
 
     static Rule ruleOf(const QString& heading);

@@ -4,6 +4,10 @@ namespace library {
 
 using namespace Qt::StringLiterals;
 
+const QString ScoreFamily = u"原始分和名次"_s;
+const QString ZScoreFamily = u"Z分"_s;
+const QString TScoreFamily = u"T分"_s;
+const QString AllStreams = u"全"_s;
 const QString GrandTotal = u"总分"_s;
 
 namespace {

@@ -25,4 +25,16 @@ bool isTotal(const QString& column);
 /// The column of a library's one grand total.
 extern const QString GrandTotal;
 
+// Families of columns that are shown together. With the stream's name, or AllStreams, behind it a
+// family is the name of a choice of columns in 自定义显示表.
+
+extern const QString ScoreFamily;
+extern const QString ZScoreFamily;
+extern const QString TScoreFamily;
+/// Stands for all streams where one is chosen.
+extern const QString AllStreams;
+
+/// Class, number and name: the first fields of 成绩表, which no list of columns offers.
+inline constexpr int fieldsNotOffered = 3;
+
 } // namespace library

@@ -134,7 +134,7 @@ void Analysis::beginSheet(int number, const QString& name)
 
 StudentSheet Analysis::scores(const QStringList& examColumns)
 {
-    StudentSheet sheet{u"原始分和名次"_s, {u"班级"_s, u"学号"_s, u"姓名"_s}, Absence::InWords};
+    StudentSheet sheet{library::ScoreFamily, {u"班级"_s, u"学号"_s, u"姓名"_s}, Absence::InWords};
     sheet.defaultColumns += examColumns;
     for (const QString& column : examColumns)
         sheet.defaultColumns += library::gradeRankColumn(column);
@@ -143,7 +143,7 @@ StudentSheet Analysis::scores(const QStringList& examColumns)
 
 StudentSheet Analysis::standardScores(const QStringList& examColumns)
 {
-    StudentSheet sheet{u"T分"_s, {u"班级"_s, u"学号"_s, u"姓名"_s}, Absence::AsNumber};
+    StudentSheet sheet{library::TScoreFamily, {u"班级"_s, u"学号"_s, u"姓名"_s}, Absence::AsNumber};
     for (const QString& column : examColumns)
         sheet.defaultColumns += library::tScoreColumn(column);
     // All totals of the library, not only those of the exam.
@@ -172,11 +172,14 @@ void Analysis::writeStudents(const StudentSheet& sheet, const QStringList& colum
                   + streamName() + u"' "_s + m_context.library.settings.CategoryFilter
                   + u" order by 班级,学号"_s,
               m_context.library.Conn);
+    std::vector<database::FieldByName> fields;
+    for (const QString& column : columns)
+        fields.emplace_back(rows, column);
     for (int& row = slot().SheetRow; !rows.Eof(); rows.MoveNext()) {
         ++row;
         for (int col = 0; col < columns.size(); ++col) {
             analysisTrap([&] {
-                const QString text = rows.Fields(columns[col]).Value().text();
+                const QString text = fields[size_t(col)].in(rows).Value().text();
                 const bool inWords = sheet.absence == Absence::InWords && text == u"-1"_s;
                 slot().ReportSheet->setCellText(row, col + 1, inWords ? u"缺考"_s : text);
             });

@@ -1,7 +1,5 @@
 #include "workbench/Browse.h"
 
-#include <optional>
-
 #include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
@@ -28,7 +26,7 @@ double characterUnit(const FlexGrid& grid)
 int columnWidth(const QString& item, const QString& heading, double unit)
 {
     double units = 2;
-    if (item == u"姓名" || item == u"考试名称")
+    if (item == u"姓名"_s || item == u"考试名称"_s)
         units = 4;
     else if (library::isTotal(heading))
         units = 3;
@@ -45,30 +43,19 @@ void writeHeadings(FlexGrid& grid, const QStringList& items)
     }
 }
 
-/// The field of each item, looked up once; none where the statement does not return it.
-std::vector<std::optional<database::Field>> fieldsOf(database::Recordset& rows,
-                                                     const QStringList& items)
-{
-    std::vector<std::optional<database::Field>> fields(size_t(items.size()));
-    for (int k = 0; k < items.size(); ++k)
-        Trap::silent()([&] { fields[size_t(k)] = rows.Fields(items[k]); });
-    return fields;
-}
-
 void writeRows(FlexGrid& grid, const QStringList& items, database::Recordset& rows)
 {
     qint64 count = 0;
     fillTrap([&] { count = rows.RecordCount(); });
     if (count == 0)
         return;
-    const std::vector<std::optional<database::Field>> fields = fieldsOf(rows, items);
+    std::vector<database::FieldByName> fields;
+    for (const QString& item : items)
+        fields.emplace_back(rows, item);
     for (int row = 1; row <= int(count); ++row) {
         for (int col = 0; col < items.size(); ++col) {
-            fillTrap([&] {
-                const std::optional<database::Field>& known = fields[size_t(col)];
-                const database::Field field = known ? *known : rows.Fields(items[col]);
-                grid.setTextMatrix(row, col, field.Value().text());
-            });
+            fillTrap(
+                [&] { grid.setTextMatrix(row, col, fields[size_t(col)].in(rows).Value().text()); });
         }
         fillTrap([&] { rows.MoveNext(); });
     }
@@ -89,13 +76,13 @@ QStringList defaultItems(const library::Catalogue& catalogue, const QString& fam
     QStringList items{u"班级"_s, u"学号"_s, u"姓名"_s, u"考试名称"_s};
     for (const QString& column : catalogue.AllColumns) {
         const bool total = library::isTotal(column);
-        if (family == u"原始分和名次") {
+        if (family == library::ScoreFamily) {
             items << column << library::gradeRankColumn(column);
             if (total)
                 items << library::classRankColumn(column);
-        } else if (family == u"Z分") {
+        } else if (family == library::ZScoreFamily) {
             items << library::zScoreColumn(column);
-        } else if (family == u"T分") {
+        } else if (family == library::TScoreFamily) {
             items << library::tScoreColumn(column);
             if (total)
                 items << library::tRankColumn(column);
@@ -133,8 +120,7 @@ void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const
 bool checkExamChosen(const QStringList& exams)
 {
     if (exams.isEmpty())
-        runtime::MsgBox(u"没有选择考试，请选择考试继续。"_s, {}, runtime::Buttons::Ok,
-                        runtime::Icon::Warning);
+        runtime::warn(u"没有选择考试，请选择考试继续。"_s);
     return !exams.isEmpty();
 }
 

@@ -1,5 +1,6 @@
 #include "workbench/Offers.h"
 
+#include "library/ColumnNames.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -29,21 +30,18 @@ QStringList fieldOfRows(const QString& sql, int field, database::Connection& con
 
 } // namespace
 
-const QString AllStreams = u"全"_s;
-
 QStringList columnFamilies()
 {
-    return {u"原始分和名次"_s, u"Z分"_s, u"T分"_s};
+    return {library::ScoreFamily, library::ZScoreFamily, library::TScoreFamily};
 }
 
 QStringList sortColumns(library::ScoreLibrary& scoreLibrary)
 {
-    constexpr int fieldsPassedOver = 3;
     database::Recordset rows;
     trap([&] { rows.Open(u"select *  from 成绩表"_s, scoreLibrary.Conn); });
     QStringList names;
     trap([&] {
-        for (int field = fieldsPassedOver; field < rows.fieldCount(); ++field)
+        for (int field = library::fieldsNotOffered; field < rows.fieldCount(); ++field)
             names.append(rows.Fields(field).Name());
     });
     return names;

@@ -10,12 +10,9 @@ namespace workbench {
 // What the open library offers to choose from. A statement that fails is shown, and its list ends
 // there.
 
-/// Stands for all streams.
-extern const QString AllStreams;
-
 /// Families of columns that a browse can show.
 QStringList columnFamilies();
-/// Columns of 成绩表 to sort by: the first three are not offered.
+/// Columns of 成绩表 to sort by: those behind library::fieldsNotOffered.
 QStringList sortColumns(library::ScoreLibrary& scoreLibrary);
 /// The statistics: the pair of high and low groups, then the rows of 设置表 behind the fourth.
 QStringList statisticsItems(library::ScoreLibrary& scoreLibrary);

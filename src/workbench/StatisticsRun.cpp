@@ -49,12 +49,14 @@ const std::vector<StatisticsItem>& knownItems()
     return items;
 }
 
-void refuse(const QString& text)
-{
-    MsgBox(text, {}, runtime::Buttons::Ok, runtime::Icon::Warning);
-}
-
 } // namespace
+
+const QString StatisticsPrompt = u"请选择要统计的项目"_s;
+
+std::optional<QString> chosenItem(const QString& shown)
+{
+    return shown == StatisticsPrompt ? std::nullopt : std::optional(shown);
+}
 
 bool runReport(const ReportRequest& request, statistics::ReportContext& context,
                grid::FlexGrid& grid)
@@ -63,10 +65,9 @@ bool runReport(const ReportRequest& request, statistics::ReportContext& context,
     if (!checkExamChosen(request.exams))
         return false;
     if (!request.item) {
-        refuse(u"没有选择统计项目，请选择统计项目 后继续。"_s);
+        runtime::warn(u"没有选择统计项目，请选择统计项目 后继续。"_s);
         return false;
     }
-    context.forgetRows();
     for (const StatisticsItem& item : knownItems()) {
         if (item.text != request.item)
             continue;
@@ -76,6 +77,8 @@ bool runReport(const ReportRequest& request, statistics::ReportContext& context,
                                                  statistics::Transfer::GridOnly);
         });
     }
+    // The next run may find others, and many exams fill the memory.
+    context.forgetRows();
     grid.Visible = true;
     return true;
 }
@@ -85,7 +88,7 @@ void runAnalysis(const AnalysisRequest& request, statistics::ReportContext& cont
 {
     const Trap trap{" - Private Sub Command2_Click/FormKaoShi"};
     if (request.exams.size() > 1)
-        return refuse(u"当前操作只针对一次考试，请选择  一次考试后  进行  综合分析。"_s);
+        return runtime::warn(u"当前操作只针对一次考试，请选择  一次考试后  进行  综合分析。"_s);
     trap([&] { statistics::ZHFX(context, request.exam, openExcel(), progress); });
 }
 

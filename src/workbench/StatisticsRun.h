@@ -13,6 +13,12 @@
 
 namespace workbench {
 
+/// What the list of statistics shows while no item is chosen.
+extern const QString StatisticsPrompt;
+
+/// The item that the list shows, if it is one.
+std::optional<QString> chosenItem(const QString& shown);
+
 /// A report as the workbench runs it.
 struct ReportRequest
 {

@@ -1,6 +1,7 @@
 #include "workbench/Browse.h"
 
 #include "WorkbenchFixture.h"
+#include "library/ColumnNames.h"
 #include "platform/grid/GridText.h"
 #include "workbench/Offers.h"
 #include "workbench/ScoreQuery.h"
@@ -31,7 +32,7 @@ protected:
             name, items));
     }
 
-    QStringList itemsOf(const QString& family, const QString& stream = workbench::AllStreams)
+    QStringList itemsOf(const QString& family, const QString& stream = library::AllStreams)
     {
         const QStringList items = workbench::MKzdyxs(library.scores, family, stream);
         EXPECT_EQ(library.scores.settings.DisplayItems, items);
@@ -42,7 +43,7 @@ protected:
     workbench::BrowseRequest request() const
     {
         const QStringList exams{u"期中"_s};
-        return {exams, raw, workbench::AllStreams,
+        return {exams, raw, library::AllStreams,
                 workbench::rowsSql({exams, {u"1"_s, u"2"_s, u"3"_s}, {u"1"_s, u"2"_s}, {}})};
     }
 

@@ -103,4 +103,10 @@ Error engineError(sqlite3* handle)
     return sqlError(words);
 }
 
+void runOnEngine(sqlite3* handle, const char* sql)
+{
+    if (sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
+        throw engineError(handle);
+}
+
 } // namespace database

@@ -41,4 +41,7 @@ QString noSuchColumn(const QString& name);
 /// The engine's last error on this handle, in words that a teacher can read.
 Error engineError(sqlite3* handle);
 
+/// Runs a statement of our own without rows, past all that Connection guards. Throws Error.
+void runOnEngine(sqlite3* handle, const char* sql);
+
 } // namespace database

@@ -62,12 +62,6 @@ void checkHeader(const QString& path)
         throw Error(Failure::Damaged, u"%1 不完整（后面一部分丢失了），无法打开。"_s.arg(path));
 }
 
-void run(sqlite3* handle, const char* sql)
-{
-    if (sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-        throw engineError(handle);
-}
-
 void setUp(sqlite3* handle)
 {
     sqlite3_db_config(handle, SQLITE_DBCONFIG_LOOKASIDE, nullptr, blockSize, blockCount);
@@ -79,7 +73,8 @@ void setUp(sqlite3* handle)
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
-    run(handle, "PRAGMA synchronous=FULL; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-24000;");
+    runOnEngine(handle,
+                "PRAGMA synchronous=FULL; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-24000;");
 }
 
 void checkTables(sqlite3* handle, const QString& path, const FileShape& shape)
@@ -128,7 +123,7 @@ Handle openedFile(const QString& path, const FileShape& shape)
     checkTables(raw, path, shape);
     // A file that another program left with a log beside it becomes one file again, but only one of
     // ours: what is no library stays as it is.
-    run(raw, "PRAGMA journal_mode=DELETE");
+    runOnEngine(raw, "PRAGMA journal_mode=DELETE");
     return handle;
 }
 

@@ -93,4 +93,28 @@ private:
     std::unique_ptr<Private> d;
 };
 
+/// A field by its name, looked up once for many rows. One that is missing fails by its name
+/// whenever it is asked for.
+class FieldByName
+{
+public:
+    /// `position` counts from 0; -1 for a field that is missing.
+    FieldByName(const QString& name, int position) : m_name(name), m_position(position) {}
+    /// Throws Error if the recordset is closed.
+    FieldByName(const Recordset& rows, const QString& name) : FieldByName(name, rows.position(name))
+    {
+    }
+
+    const QString& name() const { return m_name; }
+    /// The field in the current row. Throws Error as Recordset::Fields does.
+    Field in(Recordset& rows) const
+    {
+        return m_position < 0 ? rows.Fields(m_name) : rows.Fields(m_position);
+    }
+
+private:
+    QString m_name;
+    int m_position;
+};
+
 } // namespace database

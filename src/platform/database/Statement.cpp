@@ -283,11 +283,6 @@ int Statement::run()
     return sqlite3_changes(d->db());
 }
 
-bool Statement::isReadOnly() const
-{
-    return d->readOnly;
-}
-
 int Statement::columnCount() const
 {
     return sqlite3_column_count(d->statement.get());

@@ -46,7 +46,6 @@ public:
     /// Runs a writing statement to its end and gives the number of rows that it changed.
     int run();
 
-    bool isReadOnly() const;
     /// Ends the use of the rows, so that no lock is held; step() gives false until values are bound
     /// or the statement is started anew.
     void finish();

@@ -9,16 +9,6 @@ namespace database {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void run(sqlite3* handle, const char* sql)
-{
-    if (sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) != SQLITE_OK)
-        throw engineError(handle);
-}
-
-} // namespace
-
 WriteBatch::WriteBatch(Connection& connection)
     : m_connection(connection), m_outermost(connection.d->batchDepth == 0)
 {
@@ -27,12 +17,12 @@ WriteBatch::WriteBatch(Connection& connection)
     // The engine begins on a read-only file too, and then refuses row after row.
     if (sqlite3_db_readonly(handle, "main") == 1)
         throw Error(Failure::ReadOnly, u"成绩库是只读的，不能写入。"_s);
-    run(handle, m_outermost ? "BEGIN IMMEDIATE" : "SAVEPOINT inner_batch");
+    runOnEngine(handle, m_outermost ? "BEGIN IMMEDIATE" : "SAVEPOINT inner_batch");
     if (m_outermost) {
         connection.ensureIndexes();
         // No room for an index: the engine gave up the transaction with it.
         if (sqlite3_get_autocommit(handle))
-            run(handle, "BEGIN IMMEDIATE");
+            runOnEngine(handle, "BEGIN IMMEDIATE");
     }
     ++connection.d->batchDepth;
 }
@@ -64,7 +54,7 @@ void WriteBatch::commit()
         throw Error(Failure::DiskFull, u"写入没有完成，成绩库保持原样。"_s);
     if (m_outermost)
         m_connection.checkFileStands();
-    run(m_connection.openHandle(), m_outermost ? "COMMIT" : "RELEASE inner_batch");
+    runOnEngine(m_connection.openHandle(), m_outermost ? "COMMIT" : "RELEASE inner_batch");
     end();
 }
 

@@ -1,5 +1,6 @@
 #include "workbench/ui/Selection.h"
 
+#include "library/ColumnNames.h"
 #include "platform/runtime/Dialogs.h"
 #include "workbench/Offers.h"
 
@@ -8,11 +9,10 @@ namespace workbench {
 using namespace Qt::StringLiterals;
 
 const QString SortPrompt = u"请选择项目"_s;
-const QString StatisticsPrompt = u"请选择要统计的项目"_s;
 
 Selection::Selection(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary)
 {
-    OptionButton1[0] = {AllStreams, true};
+    OptionButton1[0] = {library::AllStreams, true};
     for (DropDown& key : Combo1)
         key.text = SortPrompt;
     Combo3.text = StatisticsPrompt;
@@ -114,8 +114,7 @@ void Selection::scTJ()
 void Selection::MoveList(ChoiceList& list, Direction direction)
 {
     if (list.selectedCount() != 1) {
-        runtime::MsgBox(u"本操作要求只能选中一次考试，请选择一次考试！"_s, {}, runtime::Buttons::Ok,
-                        runtime::Icon::Warning);
+        runtime::warn(u"本操作要求只能选中一次考试，请选择一次考试！"_s);
         return;
     }
     int selected = 0;
@@ -165,10 +164,7 @@ BrowseRequest Selection::browseRequest() const
 
 ReportRequest Selection::reportRequest() const
 {
-    ReportRequest request{ListKSMC.selectedTexts(), {}};
-    if (Combo3.text != StatisticsPrompt)
-        request.item = Combo3.text;
-    return request;
+    return {ListKSMC.selectedTexts(), chosenItem(Combo3.text)};
 }
 
 AnalysisRequest Selection::analysisRequest() const

@@ -21,9 +21,6 @@ enum class Direction { Up = 1, Down = -1 };
 /// What a sort key shows while no column is chosen.
 extern const QString SortPrompt;
 
-/// What the list of statistics shows while no item is chosen.
-extern const QString StatisticsPrompt;
-
 /// An option button that stands for all streams, or for one.
 struct StreamOption
 {
