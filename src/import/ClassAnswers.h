@@ -6,7 +6,7 @@
 
 namespace importing {
 
-/// GetLeiBie and GetBJKL of the catalogue, asked once for a class that has students: its first
+/// GetLeiBie and GetBJKL of the students, asked once for a class that has students: its first
 /// student stays the first while names are only added. A class without students is asked every
 /// time, with its message.
 class ClassAnswers

@@ -86,15 +86,10 @@ void StudentMatch::SetStuName(double classNumber, double number, const QString& 
     trap([&] { rows.Open(u"update  成绩表"_s + tail, m_library.Conn); });
 }
 
-Answer StudentMatch::askNameMismatch(double classNumber, double number, const QString& sheetName,
-                                     const QString& libraryName)
-{
-    return ask(nameMismatchText(classNumber, number, sheetName, libraryName), u"数据错误"_s,
-               runtime::Buttons::YesNoCancel);
-}
+namespace {
 
-QString StudentMatch::nameMismatchText(double classNumber, double number, const QString& sheetName,
-                                       const QString& libraryName)
+QString nameMismatchText(double classNumber, double number, const QString& sheetName,
+                         const QString& libraryName)
 {
     const QString student =
         doubleText(classNumber) + u"班"_s + doubleText(number) + u"号 姓名为：["_s;
@@ -103,6 +98,15 @@ QString StudentMatch::nameMismatchText(double classNumber, double number, const 
            + libraryName + u"]，二者不一致！\n\n"_s + u"[是]用现有姓名替换掉数据库中记录的姓名\n"_s
            + u"[否]保留数据库中记录的姓名,继续录入,即将["_s + sheetName + u"]和["_s + libraryName
            + u"]认为是同一人\n"_s + u"[取消]终止当前导入\n"_s;
+}
+
+} // namespace
+
+Answer StudentMatch::askNameMismatch(double classNumber, double number, const QString& sheetName,
+                                     const QString& libraryName)
+{
+    return ask(nameMismatchText(classNumber, number, sheetName, libraryName), u"数据错误"_s,
+               runtime::Buttons::YesNoCancel);
 }
 
 } // namespace importing

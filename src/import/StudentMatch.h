@@ -32,10 +32,6 @@ public:
     runtime::Answer askNameMismatch(double classNumber, double number, const QString& sheetName,
                                     const QString& libraryName);
 
-    /// The text of that question.
-    static QString nameMismatchText(double classNumber, double number, const QString& sheetName,
-                                    const QString& libraryName);
-
 private:
     runtime::Answer ask(const QString& text, const QString& title, runtime::Buttons buttons);
     bool mayAdd(double classNumber, double number, const QString& name, NewStudents newStudents);

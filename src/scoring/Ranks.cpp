@@ -25,22 +25,15 @@ public:
     qint64 next(double value)
     {
         ++m_position;
-        if (m_position == 1) {
-            m_last = value;
-        } else if (!m_beganWithNull && value < m_last) {
+        if (m_position == 1 || value < m_last) {
             m_rank = m_position;
             m_last = value;
         }
         return m_rank;
     }
 
-    /// A NULL passes every test and takes the rank in force.
-    qint64 nextNull()
-    {
-        ++m_position;
-        m_beganWithNull = m_beganWithNull || m_position == 1;
-        return m_rank;
-    }
+    /// A NULL, behind which no value comes, takes the rank in force.
+    qint64 nextNull() const { return m_rank; }
 
     qint64 next(const TableColumn& column, size_t row)
     {
@@ -51,7 +44,6 @@ private:
     qint64 m_position = 0;
     qint64 m_rank = 1;
     double m_last = 0;
-    bool m_beganWithNull = false;
 };
 
 /// A negative score is an absence: it stands in the rank column itself. The order puts it behind

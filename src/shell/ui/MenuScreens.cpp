@@ -24,15 +24,15 @@ void MenuScreens::show(widgets::Screen& screen)
     screen.exec();
 }
 
-template <class IntakeScreen> void MenuScreens::follow(IntakeScreen& screen)
+void MenuScreens::follow(importing::IntakeScreen& screen)
 {
-    QObject::connect(&screen, &IntakeScreen::sheetChosen, &m_windows,
+    QObject::connect(&screen, &importing::IntakeScreen::sheetChosen, &m_windows,
                      [this](excel::Workbook& book, const QString& sheet) {
                          if (excel::WorkbookWindow* window = m_windows.windowOf(book))
                              window->showSheet(sheet);
                      });
     QObject::connect(&m_windows, &excel::WorkbookWindows::sheetChosen, &screen,
-                     &IntakeScreen::chooseSheet);
+                     &importing::IntakeScreen::chooseSheet);
 }
 
 void MenuScreens::showFormNew()

@@ -7,6 +7,10 @@
 #include "workbooks/model/Application.h"
 #include "workbooks/ui/WorkbookWindows.h"
 
+namespace importing {
+class IntakeScreen;
+}
+
 namespace shell {
 
 /// The screens that the menus and the workbench open, each modal over the main window; the windows
@@ -41,7 +45,7 @@ private:
     void showFormDaoRuXinXi(QWidget& over);
     /// The workbook's window follows the sheet that is chosen on the screen, and the screen that
     /// of the window.
-    template <class IntakeScreen> void follow(IntakeScreen& screen);
+    void follow(importing::IntakeScreen& screen);
 
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;

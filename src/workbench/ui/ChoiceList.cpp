@@ -15,12 +15,6 @@ void ChoiceList::add(const QString& text, Selected selected)
     items.push_back({text, selected == Selected::Yes});
 }
 
-void ChoiceList::selectAll(Selected selected)
-{
-    for (Item& item : items)
-        item.selected = selected == Selected::Yes;
-}
-
 int ChoiceList::selectedCount() const
 {
     return int(

@@ -23,7 +23,6 @@ struct ChoiceList
 
     void clear();
     void add(const QString& text, Selected selected);
-    void selectAll(Selected selected);
 
     int count() const { return int(items.size()); }
     int selectedCount() const;

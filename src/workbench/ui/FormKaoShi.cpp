@@ -104,15 +104,14 @@ void FormKaoShi::Form_Load()
 QListWidget* FormKaoShi::makeList(const QString& name, const QString& heading, QGridLayout* layout,
                                   int column, int characters)
 {
-    auto* list = named(new QListWidget(this), name, heading.left(heading.indexOf(u'(')));
+    QListWidget* const list =
+        widgets::addList(layout, {.column = column}, name, heading, u"Label1_"_s + name);
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setToolTip(widgets::multiSelectHint());
     list->viewport()->installEventFilter(this);
     // Narrow enough that the grid beside the panel has most of the window.
     list->setMinimumWidth(fontMetrics().averageCharWidth() * characters / 2);
     layout->setColumnStretch(column, characters);
-    layout->addWidget(label(u"Label1_"_s + name, heading, list, this), 0, column);
-    layout->addWidget(list, 1, column, 2, 1);
     return list;
 }
 
