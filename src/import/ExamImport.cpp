@@ -53,10 +53,8 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
     if (!takeRows(request.newStudents))
         return ImportResult::Stopped;
     m_sheet = nullptr;
-    if (m_state.ErrorCount > 0) {
+    if (m_state.ErrorCount > 0)
         m_questions.errorList(m_state);
-        m_students.forget();
-    }
     if (!writeExam(request.examChoice))
         return ImportResult::Stopped;
     finish(request.afterwards);
@@ -164,6 +162,8 @@ bool ExamImport::writeExam(ExamChoice examChoice)
     bool complete = false;
     trap([&] {
         database::WriteBatch batch(m_library.Conn);
+        // Others can write while the list of errors stands open.
+        m_students.forgetIfOutdated();
         ExamWriter writer(m_library, m_classes, m_students, m_state, examChoice);
         writer.writeExamRow(m_stream);
         if (m_library.Conn.batchBroken())

@@ -11,11 +11,18 @@ const KnownStudents::Student* KnownStudents::find(double classNumber, double num
             m_connection.prepared(u"select ID, 姓名, 班级, 学号 from 信息表 order by rowid"_s);
         rows.reset();
         Students all;
+        m_dataVersion = m_connection.dataVersion();
         take(rows, all);
         m_students = std::move(all);
     }
     const auto found = m_students->constFind({classNumber, number});
     return found == m_students->constEnd() ? nullptr : &*found;
+}
+
+void KnownStudents::forgetIfOutdated()
+{
+    if (m_students && m_connection.dataVersion() != m_dataVersion)
+        forget();
 }
 
 void KnownStudents::add(qint64 id)

@@ -31,6 +31,8 @@ public:
 
     /// To be called when students may have changed otherwise.
     void forget() { m_students.reset(); }
+    /// Forgets them if another program has written the library since they were read. Throws Error.
+    void forgetIfOutdated();
 
 private:
     using Students = QHash<std::pair<double, double>, Student>;
@@ -39,6 +41,8 @@ private:
 
     database::Connection& m_connection;
     std::optional<Students> m_students;
+    /// That of the library when they were read.
+    qint64 m_dataVersion = 0;
 };
 
 } // namespace importing

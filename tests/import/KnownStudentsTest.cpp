@@ -44,6 +44,22 @@ TEST_F(KnownStudentsTest, WhoWasWrittenMeanwhileIsFoundOnceTakenIn)
     EXPECT_EQ(name(1, 2), u"乙"_s);
 }
 
+TEST_F(KnownStudentsTest, WhatAnotherProgramWroteIsReadAnewAndNothingElse)
+{
+    EXPECT_EQ(name(1, 2), u"-"_s);
+    library.addStudent(1, 2, u"乙"_s, u"理"_s);
+    known.forgetIfOutdated();
+    EXPECT_EQ(name(1, 2), u"-"_s) << "our own writes are taken in by add()";
+    {
+        database::Connection other;
+        other.Open(library.scores.Conn.path());
+        other.Execute(u"insert into 信息表(班级, 学号, 姓名) values(1, 3, '丙')"_s);
+    }
+    known.forgetIfOutdated();
+    EXPECT_EQ(name(1, 3), u"丙"_s);
+    EXPECT_EQ(name(1, 2), u"乙"_s);
+}
+
 TEST_F(KnownStudentsTest, AStudentWithoutClassOrNumberIsPassedOver)
 {
     library.execute(u"insert into 信息表(班级, 姓名) values(1, '丙')"_s);

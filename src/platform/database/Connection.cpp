@@ -116,6 +116,16 @@ std::shared_ptr<Statement> Connection::sharedStatement(const QString& sql)
     return statement;
 }
 
+qint64 Connection::dataVersion()
+{
+    Statement& version = prepared(u"PRAGMA data_version"_s);
+    version.reset();
+    version.step();
+    const qint64 number = version.integer(0);
+    version.finish();
+    return number;
+}
+
 bool Connection::batchBroken() const
 {
     return d->batchDepth > 0 && d->handle

@@ -46,6 +46,9 @@ public:
     /// Error.
     Statement& prepared(const QString& sql);
 
+    /// A number that changes when another connection has written the file. Throws Error.
+    qint64 dataVersion();
+
     /// Limits for typed statements, kept for every file that is opened.
     void setUserLimits(const UserLimits& limits);
     const UserLimits& userLimits() const;

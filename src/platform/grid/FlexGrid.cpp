@@ -75,7 +75,10 @@ void FlexGrid::setRows(int rows)
         dropLines(m_rowHeights, rows);
         m_mergeRows.erase(m_mergeRows.lower_bound(rows), m_mergeRows.end());
     }
-    m_cells.resize(size_t(rows), std::vector<QString>(size_t(m_cols)));
+    const size_t former = m_cells.size();
+    m_cells.resize(size_t(rows));
+    for (size_t row = former; row < m_cells.size(); ++row)
+        m_cells[row].resize(size_t(m_cols));
     for (int* line : {&Row, &RowSel, &TopRow})
         keepWithin(*line, rows);
 }
