@@ -133,11 +133,40 @@ std::vector<double> SheetGeometry::shownRowHeights(int count) const
     return heights;
 }
 
+std::vector<ColumnRange> SheetGeometry::columns() const
+{
+    std::vector<ColumnRange> columns;
+    for (const auto& [last, range] : m_columns) {
+        ColumnRange* before = columns.empty() ? nullptr : &columns.back();
+        if (before != nullptr && before->last + 1 == range.first && before->width == range.width
+            && before->hidden == range.hidden)
+            before->last = last;
+        else
+            columns.push_back(range);
+    }
+    return columns;
+}
+
 void SheetGeometry::addColumns(const ColumnRange& columns)
 {
     checkCell(1, columns.first);
     checkCell(1, columns.last);
-    m_columns.push_back(columns);
+    auto older = m_columns.lower_bound(columns.first);
+    while (older != m_columns.end() && older->second.first <= columns.last) {
+        ColumnRange before = older->second;
+        ColumnRange behind = older->second;
+        older = m_columns.erase(older);
+        before.last = columns.first - 1;
+        behind.first = columns.last + 1;
+        for (const ColumnRange& rest : {before, behind}) {
+            if (rest.first <= rest.last)
+                m_columns[rest.last] = rest;
+        }
+    }
+    ColumnRange& added = m_columns[columns.last];
+    added = columns;
+    if (columns.width <= 0)
+        added.width = standardColumnWidth;
     m_columnEdges.resize(1);
     rowChanged(1); // texts wrap elsewhere
 }
@@ -155,12 +184,10 @@ void SheetGeometry::setColumnWidth(int first, int last, double width)
 double SheetGeometry::shownColumnWidth(int column) const
 {
     checkCell(1, column);
-    const auto found = std::find_if(m_columns.rbegin(), m_columns.rend(), [&](const auto& range) {
-        return column >= range.first && column <= range.last;
-    });
-    if (found == m_columns.rend() || (found->width <= 0 && !found->hidden))
+    const auto found = m_columns.lower_bound(column);
+    if (found == m_columns.end() || found->second.first > column)
         return standardColumnWidth;
-    return found->hidden ? 0 : found->width;
+    return found->second.hidden ? 0 : found->second.width;
 }
 
 std::vector<double> SheetGeometry::columnPoints(int count) const

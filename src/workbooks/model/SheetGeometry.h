@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <vector>
 
 #include "workbooks/model/CellRange.h"
@@ -47,8 +48,9 @@ public:
     /// Of the rows 1 to `count`.
     std::vector<double> shownRowHeights(int count) const;
 
-    /// Columns with a width of their own or hidden, as they were set.
-    const std::vector<ColumnRange>& columns() const { return m_columns; }
+    /// Columns with a width of their own or hidden, from left to right: what was set last, equal
+    /// neighbours together. Their widths are never 0.
+    std::vector<ColumnRange> columns() const;
     /// For readers: no change of the workbook.
     void addColumns(const ColumnRange& columns);
     /// In characters of the default font, 0 hides; throws runtime::Error outside 0 to 255.
@@ -77,7 +79,7 @@ private:
     CellTable& m_cells; // which keeps the heights
     const FormatTable& m_formats;
     Changes& m_changes;
-    std::vector<ColumnRange> m_columns;
+    std::map<int, ColumnRange> m_columns; // by their last column; they do not overlap
     /// As many edges as were asked for yet, from that of row and column 1 on.
     mutable std::vector<double> m_rowEdges{0};
     mutable std::vector<double> m_columnEdges{0};

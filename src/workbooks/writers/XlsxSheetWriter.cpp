@@ -27,27 +27,21 @@ lxw_col_t columnIndex(int column)
     return lxw_col_t(column - 1);
 }
 
-struct ColumnLook
+/// All columns of the grid: those with looks of their own and, of the standard width, the others.
+std::vector<ColumnRange> withOthers(const std::vector<ColumnRange>& ranges)
 {
-    double width = SheetGeometry::standardColumnWidth;
-    bool isSet = false;
-    bool hidden = false;
-
-    friend bool operator==(const ColumnLook&, const ColumnLook&) = default;
-};
-
-/// What each column looks like after all settings, from column 1 to the last one that was set.
-std::vector<ColumnLook> columnLooks(const Worksheet& sheet)
-{
-    std::vector<ColumnLook> looks;
-    for (const ColumnRange& range : sheet.geometry().columns()) {
-        if (looks.size() < size_t(range.last))
-            looks.resize(size_t(range.last));
-        const double width = range.width > 0 ? range.width : SheetGeometry::standardColumnWidth;
-        for (int column = range.first; column <= range.last; ++column)
-            looks[size_t(column - 1)] = {width, true, range.hidden};
+    std::vector<ColumnRange> columns;
+    const auto fillTo = [&columns](int last) {
+        const int first = columns.empty() ? 1 : columns.back().last + 1;
+        if (first <= last)
+            columns.push_back({first, last, SheetGeometry::standardColumnWidth, false});
+    };
+    for (const ColumnRange& range : ranges) {
+        fillTo(range.first - 1);
+        columns.push_back(range);
     }
-    return looks;
+    fillTo(lastGridColumn);
+    return columns;
 }
 
 int32_t pixelsOf(double points)
@@ -84,21 +78,16 @@ ScratchText XlsxSheetWriter::write()
 void XlsxSheetWriter::writeColumns()
 {
     lxw_format* format = m_formats.ofColumns();
-    std::vector<ColumnLook> looks = columnLooks(m_sheet);
+    std::vector<ColumnRange> columns = m_sheet.geometry().columns();
+    if (format != nullptr)
+        columns = withOthers(columns);
     const lxw_col_t firstUsed = m_target->dim_colmin;
     const lxw_col_t lastUsed = m_target->dim_colmax;
-    if (format != nullptr)
-        looks.resize(lastGridColumn);
-    for (size_t first = 0; first < looks.size();) {
-        size_t end = first + 1;
-        while (end < looks.size() && looks[end] == looks[first])
-            ++end;
+    for (const ColumnRange& range : columns) {
         lxw_row_col_options options = {};
-        options.hidden = looks[first].hidden;
-        if (looks[first].isSet || format != nullptr)
-            worksheet_set_column_opt(m_target, lxw_col_t(first), lxw_col_t(end - 1),
-                                     looks[first].width, format, &options);
-        first = end;
+        options.hidden = range.hidden;
+        worksheet_set_column_opt(m_target, columnIndex(range.first), columnIndex(range.last),
+                                 range.width, format, &options);
     }
     if (format != nullptr)
         m_formats.styleOf(0); // the file uses it here for the first time

@@ -33,6 +33,35 @@ TEST_F(SheetGeometryTest, EdgesMoveWithAWidthThatIsSetBeforeThem)
     EXPECT_EQ(geometry.columnPoints(3), (std::vector<double>{width, 85 * 0.75, 0}));
 }
 
+TEST_F(SheetGeometryTest, AColumnIsAsItWasSetLast)
+{
+    sheet.setColumnWidth(2, 9, 5);
+    sheet.setColumnWidth(4, 6, 7);
+    geometry.addColumns({8, 12, 0, true});
+    sheet.setColumnWidth(1, 2, 3);
+    geometry.addColumns({5, 5, 0, false});
+    const double widths[] = {3, 3, 5, 7, SheetGeometry::standardColumnWidth, 7, 5, 0, 0};
+    int column = 0;
+    for (const double expected : widths)
+        EXPECT_EQ(geometry.shownColumnWidth(++column), expected) << column;
+    EXPECT_EQ(geometry.shownColumnWidth(13), SheetGeometry::standardColumnWidth);
+    sheet.setColumnWidth(1, excel::lastGridColumn, 4);
+    EXPECT_EQ(geometry.shownColumnWidth(8), 4);
+}
+
+TEST_F(SheetGeometryTest, SettingsThatOverlapAreKeptOnce)
+{
+    for (int column = 1; column <= 250; ++column)
+        sheet.setColumnWidth(column, excel::lastGridColumn, column);
+    sheet.setColumnWidth(1, 200, 6);
+    for (int count = 0; count < 100'000; ++count)
+        geometry.addColumns({1, 1, 6, false});
+    EXPECT_EQ(geometry.columns().size(), 51u);
+    EXPECT_EQ(geometry.columns().front().last, 200);
+    EXPECT_EQ(geometry.columns().back().first, 250);
+    EXPECT_EQ(geometry.shownColumnWidth(excel::lastGridColumn), 250);
+}
+
 TEST_F(SheetGeometryTest, EdgesMoveWithAHeightThatIsSetBeforeThem)
 {
     EXPECT_EQ(geometry.rowTop(600), 599 * height);
