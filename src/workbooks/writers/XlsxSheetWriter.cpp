@@ -44,6 +44,22 @@ std::vector<ColumnRange> withOthers(const std::vector<ColumnRange>& ranges)
     return columns;
 }
 
+/// The merges without those that would take too long, which so cover no cells.
+std::vector<CellRange> writableMerges(const Worksheet& sheet)
+{
+    std::vector<CellRange> merges = sheet.merges().settled();
+    qint64 left = mostMergedCells;
+    std::erase_if(merges, [&left](const CellRange& merge) {
+        const qint64 cells =
+            qint64(merge.lastRow - merge.firstRow + 1) * (merge.lastColumn - merge.firstColumn + 1);
+        if (cells > left)
+            return true;
+        left -= cells;
+        return false;
+    });
+    return merges;
+}
+
 int32_t pixelsOf(double points)
 {
     return int32_t(std::max(0L, std::lround(points / pointsPerPixel)));
@@ -57,7 +73,7 @@ XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
       m_target(target),
       m_formats(formats, sheet.formats()),
       m_rows(target, texts),
-      m_merges(sheet.merges().settled())
+      m_merges(writableMerges(sheet))
 {
 }
 
@@ -117,15 +133,9 @@ void XlsxSheetWriter::writePage()
 
 void XlsxSheetWriter::writeMerges()
 {
-    qint64 cells = 0;
-    for (const CellRange& merge : m_merges) {
-        cells +=
-            qint64(merge.lastRow - merge.firstRow + 1) * (merge.lastColumn - merge.firstColumn + 1);
-        if (cells > mostMergedCells)
-            return;
+    for (const CellRange& merge : m_merges)
         worksheet_merge_range(m_target, rowIndex(merge.firstRow), columnIndex(merge.firstColumn),
                               rowIndex(merge.lastRow), columnIndex(merge.lastColumn), "", nullptr);
-    }
 }
 
 void XlsxSheetWriter::writeRows()

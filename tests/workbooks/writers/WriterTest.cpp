@@ -219,7 +219,22 @@ TEST_F(WriterTest, MergesInEachOthersWayAreSettled)
 TEST_F(WriterTest, AMergeOfTheWholeGridIsLeftOut)
 {
     sheet.merges().add(excel::wholeGrid);
-    EXPECT_TRUE(writtenAndRead()->Worksheets().Item(1).merges().all().empty());
+    sheet.setCell(2, 2, 7);
+    const auto read = writtenAndRead();
+    EXPECT_TRUE(read->Worksheets().Item(1).merges().all().empty());
+    EXPECT_EQ(cellsOf(read->Worksheets().Item(1)), u"2,2 Double 7\n"_s);
+}
+
+TEST_F(WriterTest, AMergeThatIsTooLargeIsLeftOutWithoutTheOthers)
+{
+    sheet.merges().add({1, 1, 1300, excel::lastGridColumn});
+    sheet.merges().add({1400, 1, 1400, 3});
+    sheet.setCell(2, 1, u"第一个之下"_s);
+    sheet.setCell(1400, 2, u"第二个之下"_s);
+    const auto read = writtenAndRead();
+    EXPECT_EQ(read->Worksheets().Item(1).merges().all(),
+              std::vector<excel::CellRange>{(excel::CellRange{1400, 1, 1400, 3})});
+    EXPECT_EQ(cellsOf(read->Worksheets().Item(1)), u"2,1 Text 第一个之下\n"_s);
 }
 
 TEST_F(WriterTest, AFilterStaysSwitchedOn)
