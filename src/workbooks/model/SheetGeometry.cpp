@@ -99,6 +99,16 @@ void SheetGeometry::setRowHeight(int row, double points)
     m_changes.note();
 }
 
+void SheetGeometry::addRow(int row, float height, RowState state)
+{
+    checkCell(row, 1);
+    Row& added = m_cells.makeRow(row);
+    added.hidden = state == RowState::Hidden;
+    if (std::isfinite(height) && height >= 0)
+        added.height = std::min(height, float(tallestRow));
+    rowChanged(row);
+}
+
 double SheetGeometry::neededHeight(const Row& row) const
 {
     double height = standardRowHeight;
@@ -165,8 +175,8 @@ void SheetGeometry::addColumns(const ColumnRange& columns)
     }
     ColumnRange& added = m_columns[columns.last];
     added = columns;
-    if (columns.width <= 0)
-        added.width = standardColumnWidth;
+    const bool hasWidth = std::isfinite(columns.width) && columns.width > 0;
+    added.width = hasWidth ? std::min(columns.width, widestColumn) : standardColumnWidth;
     m_columnEdges.resize(1);
     rowChanged(1); // texts wrap elsewhere
 }

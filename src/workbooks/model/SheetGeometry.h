@@ -43,6 +43,9 @@ public:
     double rowHeight(int row) const;
     /// In points, 0 to 409; throws runtime::Error otherwise.
     void setRowHeight(int row, double points);
+    /// For readers: no change of the workbook. The height, in points, stays what it was if this is
+    /// none; one beyond the limit becomes the largest.
+    void addRow(int row, float height, RowState state);
     /// In points: the height that was set, else what the cells of the row need, 0 for a hidden row.
     double shownRowHeight(int row) const;
     /// Of the rows 1 to `count`.
@@ -51,7 +54,7 @@ public:
     /// Columns with a width of their own or hidden, from left to right: what was set last, equal
     /// neighbours together. Their widths are never 0.
     std::vector<ColumnRange> columns() const;
-    /// For readers: no change of the workbook.
+    /// For readers, as `addRow`.
     void addColumns(const ColumnRange& columns);
     /// In characters of the default font, 0 hides; throws runtime::Error outside 0 to 255.
     void setColumnWidth(int first, int last, double width);

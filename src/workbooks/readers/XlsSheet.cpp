@@ -192,10 +192,9 @@ void XlsSheetReader::takeRow(const XlsRecord& record)
         return;
     if (m_sheet.table().lacksPageFor(number))
         m_budget.takePage();
-    Row& row = m_sheet.table().makeRow(number);
-    row.hidden = (flags & hiddenFlag) != 0;
-    if (height > 0)
-        row.height = float(height) / twipsPerPoint;
+    m_sheet.geometry().addRow(number,
+                              height > 0 ? float(height) / twipsPerPoint : Row::defaultHeight,
+                              (flags & hiddenFlag) != 0 ? RowState::Hidden : RowState::Shown);
 }
 
 void XlsSheetReader::takeColumns(const XlsRecord& record)

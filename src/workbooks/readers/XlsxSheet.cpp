@@ -159,14 +159,14 @@ void XlsxSheetHandler::startRow(const XmlAttributes& attributes)
     if (m_row < 1 || m_row > lastGridRow)
         throw ReadFailure{Fault::BadXml};
     const bool hidden = attributes.flag("hidden");
-    const char* height = attributes.find("ht");
-    if (!hidden && height == nullptr)
+    const char* text = attributes.find("ht");
+    if (!hidden && text == nullptr)
         return;
     payForPage(m_row);
-    Row& row = m_table.makeRow(m_row);
-    row.hidden = hidden;
-    if (height != nullptr)
-        std::from_chars(height, height + std::strlen(height), row.height);
+    float height = Row::defaultHeight;
+    if (text != nullptr)
+        std::from_chars(text, text + std::strlen(text), height);
+    m_sheet.geometry().addRow(m_row, height, hidden ? RowState::Hidden : RowState::Shown);
 }
 
 XlsxSheetHandler::CellType XlsxSheetHandler::typeOf(std::string_view text)

@@ -224,6 +224,17 @@ TEST(XlsReader, AFilterOfUnknownExtentShowsAllRows)
     EXPECT_FALSE(sheet.geometry().isRowHidden(5));
 }
 
+TEST(XlsReader, SizesBeyondTheLimitsBecomeTheLargest)
+{
+    XlsRecords cells;
+    cells.add(0x7D, u16(0) + u16(0) + u16(0xFFFF) + u16(0) + u16(0) + u16(0))
+        .add(0x208, u16(0) + u16(0) + u16(1) + u16(0x7FFF) + u32(0) + u16(0x40) + u16(0));
+    const auto book = readBook(biff8, {}, cells);
+    const excel::SheetGeometry& geometry = book->Worksheets().Item(1).geometry();
+    EXPECT_EQ(geometry.shownColumnWidth(1), 255);
+    EXPECT_EQ(geometry.shownRowHeight(1), 409.5);
+}
+
 TEST(XlsReader, CellsOutOfOrderFindTheirPlaces)
 {
     XlsRecords cells;

@@ -2,6 +2,7 @@
 
 #include "support/PrintQString.h"
 #include "workbooks/BookFiles.h"
+#include "workbooks/writers/XlsxWriter.h"
 
 using namespace Qt::StringLiterals;
 using excel::CellRange;
@@ -57,6 +58,33 @@ TEST(XlsxReader, KeepsWhatAWindowShows)
     EXPECT_EQ(book->Worksheets().Item(2).visibility(), Visibility::Hidden);
     EXPECT_EQ(book->activeSheet().Name(), u"空表"_s);
     EXPECT_EQ(cellsOf(book->Worksheets().Item(3)), QString());
+}
+
+TEST(XlsxReader, SizesThatNoSheetCanHaveDoNotReachTheSavedFile)
+{
+    const BookFolder folder;
+    const auto damaged = excel::readWorkbook(folder.writeZip(
+        u"a.xlsx"_s,
+        BookFolder::partsWith(
+            "<worksheet><cols><col min='1' max='1' width='inf'/><col min='2' max='2' width='nan'/>"
+            "<col min='3' max='3' width='-5'/><col min='4' max='4' width='1e30'/></cols><sheetData>"
+            "<row ht='inf'/><row ht='nan'/><row ht='-5'/><row ht='1e30'/></sheetData>"
+            "</worksheet>")));
+    const excel::SheetGeometry& read = damaged->Worksheets().Item(1).geometry();
+    const QString path = folder.write(u"b.xlsx"_s, {});
+    excel::writeXlsx(*damaged, path);
+    const auto book = excel::readWorkbook(path);
+    const excel::SheetGeometry& saved = book->Worksheets().Item(1).geometry();
+    for (int line = 1; line <= 3; ++line) {
+        EXPECT_EQ(read.shownColumnWidth(line), excel::SheetGeometry::standardColumnWidth) << line;
+        EXPECT_NEAR(saved.shownColumnWidth(line), 9.1, 0.05) << line;
+        EXPECT_EQ(read.shownRowHeight(line), excel::SheetGeometry::standardRowHeight) << line;
+        EXPECT_EQ(saved.shownRowHeight(line), excel::SheetGeometry::standardRowHeight) << line;
+    }
+    EXPECT_EQ(read.shownColumnWidth(4), 255);
+    EXPECT_EQ(saved.shownColumnWidth(4), 255);
+    EXPECT_EQ(read.shownRowHeight(4), 409.5);
+    EXPECT_EQ(saved.shownRowHeight(4), 409.5);
 }
 
 TEST(XlsxReader, AFilteredSheetIsReadWholeAndTheFilterCanBeSwitchedOff)
