@@ -120,6 +120,7 @@ private:
     ScratchText& m_rows;
     std::string m_tail;
     size_t m_place = 0; // in all of it
+    zip_error_t m_error{};
 };
 
 zip_int64_t SheetPart::answer(void* data, zip_uint64_t length, zip_source_cmd_t command)
@@ -135,6 +136,8 @@ zip_int64_t SheetPart::answer(void* data, zip_uint64_t length, zip_source_cmd_t 
         return read(static_cast<char*>(data), length);
     case ZIP_SOURCE_STAT:
         return tell(static_cast<zip_stat_t*>(data));
+    case ZIP_SOURCE_ERROR:
+        return zip_error_to_data(&m_error, data, length);
     case ZIP_SOURCE_FREE:
         delete this;
         return 0;
@@ -146,7 +149,10 @@ zip_int64_t SheetPart::answer(void* data, zip_uint64_t length, zip_source_cmd_t 
 zip_int64_t SheetPart::open()
 {
     m_place = 0;
-    return m_rows.rewind() ? 0 : -1;
+    if (m_rows.rewind())
+        return 0;
+    zip_error_set(&m_error, ZIP_ER_OPEN, 0);
+    return -1;
 }
 
 /// As much as follows in one piece; the zip library asks again until nothing does.
@@ -160,8 +166,10 @@ zip_int64_t SheetPart::read(char* data, size_t length)
     else
         size = m_tail.copy(data, length, m_place - m_head.size() - m_rows.size());
     m_place += size;
-    const bool isLost = size == 0 && m_place < this->size();
-    return isLost ? -1 : zip_int64_t(size);
+    if (size > 0 || m_place == this->size())
+        return zip_int64_t(size);
+    zip_error_set(&m_error, ZIP_ER_READ, 0);
+    return -1;
 }
 
 zip_int64_t SheetPart::tell(zip_stat_t* stat) const
