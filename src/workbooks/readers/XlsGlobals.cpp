@@ -139,7 +139,7 @@ void XlsGlobals::takeSharedTexts(const XlsRecord& record)
 /// Of all names only the block of an automatic filter is of interest.
 void XlsGlobals::takeName(const XlsRecord& record)
 {
-    constexpr qsizetype smallestName = 14 + 1 + 11;
+    constexpr qsizetype smallestName = 14 + 2 + 11; // with a name of one letter and one area
     if (m_version != XlsVersion::Biff8 || qsizetype(record.bytes.size()) < smallestName)
         return;
     ByteCursor bytes = record.read();

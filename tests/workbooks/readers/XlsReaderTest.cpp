@@ -235,6 +235,20 @@ TEST(XlsReader, SizesBeyondTheLimitsBecomeTheLargest)
     EXPECT_EQ(geometry.shownRowHeight(1), 409.5);
 }
 
+TEST(XlsReader, AFilterNameThatIsCutOffIsPassedOver)
+{
+    const QByteArray name = u16(0x20) + u8(0) + u8(1) + u16(11) + u16(0) + u16(1) + u32(0) + u8(0)
+                            + u8(0x0D) + u8(0x3B) + u16(0) + u16(0) + u16(19) + u16(0) + u16(2);
+    const XlsRecords cells = XlsRecords().add(0x9B, {}).add(0x203, at(0, 0) + real(1));
+    const auto filterOf = [&](qsizetype size) {
+        const auto book = readBook(biff8, XlsRecords().add(0x18, name.left(size)), cells);
+        return book->Worksheets().Item(1).autoFilter();
+    };
+    EXPECT_EQ(filterOf(name.size()), (CellRange{1, 1, 20, 3}));
+    for (qsizetype size = 0; size < name.size(); ++size)
+        EXPECT_EQ(filterOf(size), excel::wholeGrid) << size;
+}
+
 TEST(XlsReader, CellsOutOfOrderFindTheirPlaces)
 {
     XlsRecords cells;
