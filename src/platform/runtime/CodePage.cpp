@@ -82,6 +82,8 @@ QString CodePage::decode(std::string_view bytes) const
         out += sizeof(QChar);
         outLeft -= sizeof(QChar);
     }
+    // Some pages keep a letter back, since a mark for it may follow.
+    iconv(converter(), nullptr, nullptr, &out, &outLeft);
     text.chop(qsizetype(outLeft / sizeof(QChar)));
     return text;
 }

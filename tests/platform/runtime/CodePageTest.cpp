@@ -24,6 +24,14 @@ TEST(CodePage, ReadsThePagesOfOtherCountries)
     EXPECT_EQ(CodePage(65001).decode("\xe4\xb8\xad"sv), u"中"_s);
 }
 
+TEST(CodePage, ALastLetterThatAMarkCouldFollowIsNotLost)
+{
+    EXPECT_EQ(CodePage(1258).decode("A\xe2"sv), u"Aâ"_s);
+    EXPECT_EQ(CodePage(1258).decode("\xe2\xec"sv), u"ấ"_s);
+    EXPECT_EQ(CodePage(1255).decode("\xf9\xe0"sv), u"שא"_s);
+    EXPECT_EQ(CodePage(1255).decode("\xff"sv), u"\ufffd"_s);
+}
+
 TEST(CodePage, AnUnknownPageIsTakenForChinese)
 {
     EXPECT_EQ(CodePage(4711).decode("\xb0\xe0"sv), u"班"_s);
