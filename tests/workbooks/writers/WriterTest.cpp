@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <csignal>
 #include <limits>
 
@@ -73,6 +74,20 @@ protected:
     {
         excel::writeXlsx(book, path());
         return excel::readWorkbook(path());
+    }
+    /// The file that is there stays as it is, and the user is told.
+    void expectRefusedByADiskOf(rlim_t size)
+    {
+        const QByteArray before = bytesOf(path());
+        QString error;
+        {
+            const FullDisk disk(size);
+            error = errorOf(book, path());
+        }
+        EXPECT_EQ(error, u"无法保存 "_s + path() + u"：写文件时出错，磁盘可能已满或已断开。"_s)
+            << size;
+        EXPECT_EQ(bytesOf(path()), before);
+        EXPECT_EQ(files(), QStringList{u"a.xlsx"_s});
     }
 
     Workbook book;
@@ -333,17 +348,21 @@ TEST_F(WriterTest, AFullDiskIsToldAndTheOlderFileStays)
         sheet.setCell(row, 2, row * 0.37);
     }
     excel::writeXlsx(book, path());
-    const QByteArray before = bytesOf(path());
-    // From the first bytes on, in the scratch files of the parts, and at the very end.
-    for (const rlim_t size : {1, 1000, 20000, 60000, 100000, int(before.size()) - 1}) {
-        QString error;
-        {
-            const FullDisk disk(size);
-            error = errorOf(book, path());
+    // From the first bytes on and in the scratch files of the parts.
+    for (const rlim_t size : {1, 1000, 20000, 60000, 100000})
+        expectRefusedByADiskOf(size);
+}
+
+TEST_F(WriterTest, ADiskThatIsFullAtTheVeryEndIsToldToo)
+{
+    // Many sheets without texts: no scratch file is as large as the whole.
+    for (int number = 1; number <= 40; ++number) {
+        Worksheet& page = book.addSheet(u"第%1页"_s.arg(number));
+        for (int row = 1; row <= 300; ++row) {
+            for (int column = 1; column <= 5; ++column)
+                page.setCell(row, column, std::sqrt(number * row + column));
         }
-        EXPECT_EQ(error, u"无法保存 "_s + path() + u"：写文件时出错，磁盘可能已满或已断开。"_s)
-            << size;
-        EXPECT_EQ(bytesOf(path()), before);
-        EXPECT_EQ(files(), QStringList{u"a.xlsx"_s});
     }
+    excel::writeXlsx(book, path());
+    expectRefusedByADiskOf(rlim_t(QFileInfo(path()).size()) - 1);
 }
