@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-
 #include "support/PrintQString.h"
 #include "workbooks/BookFiles.h"
 
@@ -159,10 +157,8 @@ TEST(BadFiles, EntitiesAreRefusedBeforeTheyExpand)
     EXPECT_EQ(sentenceForSheet("<!DOCTYPE w SYSTEM 'file:///etc/passwd'><worksheet/>"), unsafe);
 }
 
-TEST(BadFiles, AZipBombIsRefusedQuickly)
+TEST(BadFiles, AZipBombIsRefused)
 {
-    QElapsedTimer timer;
-    timer.start();
     EXPECT_EQ(sentenceForSheet("<worksheet>" + QByteArray(200'000'000, ' ') + "</worksheet>"),
               tooLarge);
 }
