@@ -2,6 +2,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QFontMetricsF>
 #include <QImage>
@@ -9,6 +10,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QScrollBar>
 
 #include <gtest/gtest.h>
@@ -297,6 +299,24 @@ TEST_F(SheetView, APictureIsDecodedOnce)
     EXPECT_EQ(images.imageOf(other).pixelColor(1, 1), QColor(Qt::green));
     EXPECT_EQ(images.imageOf(one).cacheKey(), first);
     EXPECT_EQ(images.imageOf(one).pixelColor(1, 1), QColor(Qt::red));
+}
+
+TEST_F(SheetView, APictureOverSeveralPagesIsInThePdfOnce)
+{
+    sheet(1).insertPicture(colourFile(file(u"red.png"_s), Qt::red, {200, 100}));
+    excel::SheetPages pages(sheet(1), QSizeF(2 * 54, 3 * 13.5));
+    ASSERT_GT(pages.count(), 3);
+    QBuffer pdf;
+    pdf.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&pdf);
+    QPainter painter(&writer);
+    for (int page = 0; page < pages.count(); ++page) {
+        if (page > 0)
+            writer.newPage();
+        pages.paint(painter, page, 1);
+    }
+    painter.end();
+    EXPECT_EQ(pdf.data().count("/Subtype /Image"), 1);
 }
 
 TEST_F(SheetView, AMovedPictureIsShownAtItsNewPlace)
