@@ -99,8 +99,8 @@ public:
     /// Switches an automatic filter on over `range`, its headings included; hides nothing itself.
     void setAutoFilter(const CellRange& range);
 
-    // The parts of the sheet. Cells and formats answer also when its workbook was closed: they are
-    // empty then.
+    // The parts of the sheet. Cells and formats answer also when its workbook was closed: no cell
+    // has a content then.
 
     const CellTable& table() const { return m_cells; }
     /// For readers.

@@ -11,8 +11,6 @@
 
 namespace excel {
 
-enum class TextLayout { Unicode, Bytes };
-
 /// Reads texts out of a record and the CONTINUE records behind it.
 class XlsTextReader
 {

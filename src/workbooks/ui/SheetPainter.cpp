@@ -98,7 +98,7 @@ struct ShownText
     int lastColumn;
 };
 
-/// One call of SheetPainter::paint.
+/// One call of SheetPainter::paintCells.
 class Painting
 {
 public:

@@ -245,12 +245,6 @@ void WorksheetView::paintEvent(QPaintEvent* event)
     m_painter->paintPictures(painter, places, event->rect());
 }
 
-CellRange WorksheetView::blockAt(int row, int column) const
-{
-    return {row, column, row + rowSpan(row - 1, column - 1) - 1,
-            column + columnSpan(row - 1, column - 1) - 1};
-}
-
 QMimeData* WorksheetView::selectedCells() const
 {
     const CellRange& used = m_model->used();

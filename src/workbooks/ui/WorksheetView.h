@@ -38,8 +38,6 @@ public:
     void findAgain(Qt::SortOrder direction);
 
     const WorksheetModel& sheetModel() const { return *m_model; }
-    /// The cells that are shown as one with this one.
-    CellRange blockAt(int row, int column) const;
 
 Q_SIGNALS:
     void currentCellChanged(int row, int column);
