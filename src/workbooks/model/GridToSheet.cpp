@@ -9,7 +9,8 @@ using runtime::Trap;
 
 namespace {
 
-/// Calls `merge(first, last)` for each run of equal texts among the cells from `first` to `last`.
+/// Calls `merge(first, last)` for each run of two or more equal texts among the cells from `first`
+/// to `last`.
 template <class TextAt, class Merge>
 void eachRun(int first, int last, const TextAt& textAt, const Merge& merge)
 {
@@ -17,7 +18,8 @@ void eachRun(int first, int last, const TextAt& textAt, const Merge& merge)
         int end = start;
         while (end < last && textAt(end + 1) == textAt(start))
             ++end;
-        merge(start, end);
+        if (end > start)
+            merge(start, end);
         start = end + 1;
     }
 }
