@@ -64,7 +64,7 @@ runtime::Value dateValue(double number, DateSystem system)
     const double serial = system == DateSystem::From1904 ? number + daysTo1904 : number;
     if (!(number >= 0) || serial >= firstDayOf10000)
         return number;
-    constexpr qint64 millisecondsOfDay = 86'400'000;
+    constexpr qint64 millisecondsOfDay = qint64(secondsPerDay) * 1000;
     const qint64 all = std::llround(serial * double(millisecondsOfDay));
     qint64 day = all / millisecondsOfDay;
     if (day >= 1 && day < dayThatNeverWas)
