@@ -59,7 +59,7 @@ void XlsSheetReader::read(XlsStream& stream, const std::optional<CellRange>& fil
     }
     m_sheet.table().settle();
     if (m_filtered)
-        m_sheet.setAutoFilter(filterRange.value_or(CellRange{1, 1, lastGridRow, lastGridColumn}));
+        m_sheet.setAutoFilter(filterRange.value_or(wholeGrid));
 }
 
 void XlsSheetReader::take(const XlsRecord& record)

@@ -128,8 +128,7 @@ void XlsxSheetHandler::startAutoFilter(const XmlAttributes& attributes)
     if (m_sheet.AutoFilterMode())
         return;
     const char* reference = attributes.find("ref");
-    m_sheet.setAutoFilter(parseRange(reference == nullptr ? "" : reference)
-                              .value_or(CellRange{1, 1, lastGridRow, lastGridColumn}));
+    m_sheet.setAutoFilter(parseRange(reference == nullptr ? "" : reference).value_or(wholeGrid));
 }
 
 void XlsxSheetHandler::addColumns(const XmlAttributes& attributes)
