@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 namespace excel {
 
 /// Size of a sheet's grid; rows and columns count from 1.
@@ -30,6 +32,9 @@ struct CellRange
 
 /// The whole grid.
 constexpr CellRange wholeGrid{1, 1, lastGridRow, lastGridColumn};
+
+/// The letters of a column: "A" for 1, "XFD" for 16384.
+QString columnName(int column);
 
 [[noreturn]] void refuseCell(int row, int column);
 

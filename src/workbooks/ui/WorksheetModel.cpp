@@ -15,17 +15,7 @@ constexpr int leastRows = 60;
 constexpr int moreColumns = 3;
 constexpr int leastColumns = 26;
 
-constexpr int letters = 26;
-
 } // namespace
-
-QString columnName(int column)
-{
-    QString name;
-    for (int rest = column; rest > 0; rest = (rest - 1) / letters)
-        name.prepend(QChar(u'A' + (rest - 1) % letters));
-    return name;
-}
 
 void WorksheetModel::show(const Worksheet* sheet)
 {

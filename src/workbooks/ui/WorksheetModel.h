@@ -38,7 +38,4 @@ private:
     int m_columns = 0;
 };
 
-/// "A" for 1, "XFD" for 16384.
-QString columnName(int column);
-
 } // namespace excel

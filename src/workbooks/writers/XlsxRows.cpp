@@ -44,13 +44,8 @@ XlsxRows::XlsxRows(lxw_worksheet* target, SharedTexts& texts) : m_target(target)
 
 const std::string& XlsxRows::letters(int column)
 {
-    constexpr int count = 26;
-    while (m_letters.size() < size_t(column)) {
-        std::string name;
-        for (int rest = int(m_letters.size()) + 1; rest > 0; rest = (rest - 1) / count)
-            name.insert(name.begin(), char('A' + (rest - 1) % count));
-        m_letters.push_back(name);
-    }
+    while (m_letters.size() < size_t(column))
+        m_letters.push_back(columnName(int(m_letters.size()) + 1).toStdString());
     return m_letters[size_t(column - 1)];
 }
 
