@@ -5,7 +5,6 @@
 
 using namespace Qt::StringLiterals;
 using excel::CellRange;
-using excel::Visibility;
 using excel::Worksheet;
 
 namespace {
@@ -63,46 +62,11 @@ TEST(XlsReader, GivesEveryKindOfCellItsKind)
                     "65536,256 Text far end\n"_s);
 }
 
-TEST(XlsReader, KeepsWhatAWindowShows)
-{
-    const auto book = excel::readWorkbook(fixture(u"kinds-of-cells.xls"_s));
-    const Worksheet& sheet = book->Worksheets().Item(1);
-    EXPECT_EQ(sheet.merges().all(), std::vector<CellRange>{(CellRange{5, 1, 6, 3})});
-    EXPECT_TRUE(sheet.geometry().isRowHidden(8));
-    EXPECT_FALSE(sheet.geometry().isRowHidden(7));
-    EXPECT_EQ(sheet.geometry().rowHeight(7), 30);
-    ASSERT_EQ(sheet.geometry().columns().size(), 2u);
-    EXPECT_EQ(sheet.geometry().columns()[0].first, 2);
-    EXPECT_EQ(sheet.geometry().columns()[0].last, 3);
-    EXPECT_NEAR(sheet.geometry().columns()[0].width, 20.7, 0.1);
-    EXPECT_TRUE(sheet.geometry().columns()[1].hidden);
-    EXPECT_EQ(book->Worksheets().Item(2).visibility(), Visibility::Hidden);
-}
-
 TEST(XlsReader, EmbeddedChartsArePassedOverAndChartSheetsAreNoWorksheets)
 {
     const auto book = excel::readWorkbook(fixture(u"kinds-of-cells.xls"_s));
     EXPECT_EQ(book->Worksheets().Count(), 4);
     EXPECT_EQ(cellsOf(book->Worksheets().Item(u"Sheet4"_s)), u"1,1 Double 1\n2,1 Double 2\n"_s);
-}
-
-TEST(XlsReader, AFilteredSheetIsReadWholeAndTheFilterCanBeSwitchedOff)
-{
-    const auto book = excel::readWorkbook(fixture(u"filtered.xls"_s));
-    Worksheet& sheet = book->Worksheets().Item(1);
-    EXPECT_EQ(sheet.Cells(3, 1).text(), u"理"_s);
-    EXPECT_TRUE(sheet.AutoFilterMode());
-    EXPECT_TRUE(sheet.geometry().isRowHidden(3));
-    sheet.AutoFilter();
-    EXPECT_FALSE(sheet.AutoFilterMode());
-    EXPECT_FALSE(sheet.geometry().isRowHidden(3));
-    EXPECT_TRUE(sheet.geometry().isRowHidden(6));
-}
-
-TEST(XlsReader, CountsDatesFrom1904IfTheWorkbookDoes)
-{
-    const auto book = excel::readWorkbook(fixture(u"dates-from-1904.xls"_s));
-    EXPECT_EQ(cellsOf(book->Worksheets().Item(1)), u"1,1 Date 2009-07-31\n"_s);
 }
 
 TEST(XlsReader, AContinuedTextMayChangeItsWidth)
