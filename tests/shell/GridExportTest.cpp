@@ -4,6 +4,7 @@
 
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
+#include "workbooks/MergesOf.h"
 
 namespace {
 
@@ -30,18 +31,6 @@ protected:
     }
 
     excel::Worksheet& sheet() { return application.Workbooks().Item(1).Worksheets().Item(1); }
-
-    QString merges()
-    {
-        QStringList all;
-        for (const excel::CellRange& m : sheet().merges().all())
-            all.append(u"%1,%2-%3,%4"_s.arg(m.firstRow)
-                           .arg(m.firstColumn)
-                           .arg(m.lastRow)
-                           .arg(m.lastColumn));
-        all.sort();
-        return all.join(u' ');
-    }
 
     grid::FlexGrid grid;
     excel::Application application;
@@ -71,7 +60,7 @@ TEST_F(GridToWorkbook, ATextThatLooksLikeAFormulaStaysAText)
 TEST_F(GridToWorkbook, MergesWhatTheGridMerges)
 {
     shell::copyGridToWorkbook(grid, application);
-    EXPECT_EQ(merges(), u"1,1-1,3 3,1-4,1"_s);
+    EXPECT_EQ(mergesOf(sheet()), u"1,1-1,3 3,1-4,1"_s);
 }
 
 TEST_F(GridToWorkbook, CentresTheSheetAndRulesTheBlock)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/PrintQString.h"
+#include "workbooks/MergesOf.h"
 #include "workbooks/model/Application.h"
 
 namespace {
@@ -34,18 +35,6 @@ protected:
         }
     }
 
-    QString merges() const
-    {
-        QStringList all;
-        for (const excel::CellRange& m : sheet.merges().all())
-            all.append(u"%1,%2-%3,%4"_s.arg(m.firstRow)
-                           .arg(m.firstColumn)
-                           .arg(m.lastRow)
-                           .arg(m.lastColumn));
-        all.sort();
-        return all.join(u' ');
-    }
-
     grid::FlexGrid grid;
     excel::Application application;
     excel::Worksheet& sheet = application.Workbooks().Add().Worksheets().Item(1);
@@ -58,7 +47,7 @@ TEST_F(GridBlock, CopiesTextsMergesAndBorders)
     EXPECT_EQ(sheet.Cells(5, 1).text(), u"题"_s);
     EXPECT_EQ(sheet.Cells(8, 2), runtime::Value(u"52/1/53"_s));
     EXPECT_EQ(sheet.Cells(8, 3), runtime::Value(-1.0));
-    EXPECT_EQ(merges(), u"5,1-5,3 6,1-7,1 6,2-6,3"_s);
+    EXPECT_EQ(mergesOf(sheet), u"5,1-5,3 6,1-7,1 6,2-6,3"_s);
     EXPECT_EQ(sheet.format(5, 1).borders.top, excel::LineStyle::Continuous);
     EXPECT_EQ(sheet.format(8, 3).borders.right, excel::LineStyle::Continuous);
     EXPECT_EQ(sheet.format(9, 1).borders.top, excel::LineStyle::None);
@@ -76,7 +65,7 @@ TEST_F(GridBlock, PartOfAGridBeginsInColumnOne)
     GridBlockToSheet(grid, &sheet, row, {1, 2, 1, 2});
     EXPECT_EQ(sheet.Cells(5, 1).text(), u"语文"_s);
     EXPECT_EQ(sheet.Cells(6, 2).text(), u"比例"_s);
-    EXPECT_EQ(merges(), u"5,1-5,2"_s);
+    EXPECT_EQ(mergesOf(sheet), u"5,1-5,2"_s);
     EXPECT_EQ(row, 8);
 }
 
