@@ -8,37 +8,23 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/grid/ui/CellTextEditor.h"
-#include "platform/grid/ui/FlexGridView.h"
+#include "gui/ShownGrid.h"
 #include "support/PrintQString.h"
-#include "support/ScriptedDialogs.h"
 
 namespace {
 
 using namespace Qt::StringLiterals;
 using grid::CellTextEditor;
-using grid::FlexGridView;
 
-class CellEditors : public testing::Test
+class CellEditors : public support::ShownGrid
 {
 protected:
-    CellEditors()
+    CellEditors() : ShownGrid(50, 1)
     {
-        grid.setRows(50);
-        grid.setCols(4);
-        for (int row = 0; row < grid.Rows(); ++row)
-            grid.setTextMatrix(row, 1, u"行%1"_s.arg(row));
-        view.refresh();
-        view.resize(500, 300);
-        view.show();
-        view.activateWindow();
-        (void)QTest::qWaitForWindowActive(&view);
         list->addItems({u"张三"_s, u"李四"_s, u"王五"_s});
         list->hide();
         box->hide();
     }
-
-    QRect cell(int row, int col) { return view.visualRect(view.model()->index(row, col)); }
 
     QStringList chosen()
     {
@@ -50,10 +36,6 @@ protected:
         return texts;
     }
 
-    support::ScriptedDialogs dialogs;
-    grid::FlexGrid grid;
-    FlexGridView view{grid};
-    CellTextEditor* box = new CellTextEditor(&view);
     QListWidget* list = new QListWidget(&view);
 };
 

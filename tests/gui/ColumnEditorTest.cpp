@@ -5,39 +5,22 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/grid/ui/CellTextEditor.h"
-#include "platform/grid/ui/FlexGridView.h"
+#include "gui/ShownGrid.h"
 #include "support/PrintQString.h"
-#include "support/ScriptedDialogs.h"
 
 namespace {
 
 using namespace Qt::StringLiterals;
-using grid::CellTextEditor;
-using grid::FlexGridView;
 
-class ColumnEditor : public testing::Test
+class ColumnEditor : public support::ShownGrid
 {
 protected:
-    ColumnEditor()
-    {
-        grid.setRows(6);
-        grid.setCols(4);
-        for (int row = 0; row < grid.Rows(); ++row)
-            grid.setTextMatrix(row, 2, u"行%1"_s.arg(row));
-        view.refresh();
-        view.resize(500, 300);
-        view.show();
-        view.activateWindow();
-        (void)QTest::qWaitForWindowActive(&view);
-    }
+    ColumnEditor() : ShownGrid(6, 2) {}
 
     void makeEditor(grid::ColumnEditor::OpenedBy openedBy)
     {
         editor = new grid::ColumnEditor(&view, box, 2, openedBy);
     }
-
-    QRect cell(int row, int col) { return view.visualRect(view.model()->index(row, col)); }
 
     void drag(int fromRow, int toRow)
     {
@@ -45,10 +28,6 @@ protected:
         QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, cell(toRow, 1).center());
     }
 
-    support::ScriptedDialogs dialogs;
-    grid::FlexGrid grid;
-    FlexGridView view{grid};
-    CellTextEditor* box = new CellTextEditor(&view);
     grid::ColumnEditor* editor = nullptr;
 };
 
