@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime/Error.h"
+#include "support/ErrorOf.h"
 #include "support/PrintQString.h"
 
 namespace runtime {
@@ -163,13 +163,8 @@ TEST_F(AppFolders, AUserWithoutADataFolderIsToldWhichOne)
 {
     ship();
     write(folder.filePath(u"home"_s), "a file where the folder should be");
-    try {
-        AppPaths::locate(folder.filePath(u"bin"_s));
-        FAIL() << "no error";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.description(),
-                  u"无法建立数据文件夹 "_s + folder.filePath(u"home/yunshan/data"_s));
-    }
+    EXPECT_EQ(support::errorOf([&] { AppPaths::locate(folder.filePath(u"bin"_s)); }),
+              u"无法建立数据文件夹 "_s + folder.filePath(u"home/yunshan/data"_s));
 }
 
 TEST(AppPaths, AFolderGivenWithOrWithoutASlashEndsInOne)

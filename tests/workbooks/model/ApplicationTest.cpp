@@ -1,24 +1,12 @@
 #include <gtest/gtest.h>
 
+#include "support/ErrorOf.h"
 #include "support/PrintQString.h"
 #include "workbooks/BookFiles.h"
 #include "workbooks/model/Application.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-template <typename Call> QString errorOf(Call call)
-{
-    try {
-        call();
-    } catch (const runtime::Error& error) {
-        return error.description();
-    }
-    return {};
-}
-
-} // namespace
+using support::errorOf;
 
 TEST(Application, OpensWorkbooksAndCountsThem)
 {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "support/ErrorOf.h"
 #include "support/PrintQString.h"
 #include "workbooks/BookFiles.h"
 #include "workbooks/model/Application.h"
@@ -7,18 +8,9 @@
 
 using namespace Qt::StringLiterals;
 using excel::Beside;
+using support::errorOf;
 
 namespace {
-
-template <typename Call> QString errorOf(Call call)
-{
-    try {
-        call();
-    } catch (const runtime::Error& error) {
-        return error.description();
-    }
-    return {};
-}
 
 QStringList namesOf(excel::Workbook& book)
 {

@@ -1,12 +1,13 @@
 #include <gtest/gtest.h>
 
-#include "platform/runtime/Error.h"
+#include "support/ErrorOf.h"
 #include "support/PrintQString.h"
 #include "workbooks/model/Workbook.h"
 
 using namespace Qt::StringLiterals;
 using excel::CellRange;
 using runtime::Value;
+using support::errorOf;
 
 namespace {
 
@@ -65,12 +66,7 @@ TEST_F(WorksheetTest, OutsideTheGridThereIsNoCell)
 
 TEST_F(WorksheetTest, AMissingCellIsTold)
 {
-    try {
-        sheet.Cells(0, 1);
-        FAIL();
-    } catch (const runtime::Error& error) {
-        EXPECT_EQ(error.description(), u"工作表中没有第 0 行第 1 列的单元格。"_s);
-    }
+    EXPECT_EQ(errorOf([&] { sheet.Cells(0, 1); }), u"工作表中没有第 0 行第 1 列的单元格。"_s);
 }
 
 TEST_F(WorksheetTest, TheLastCellOfAnEmptySheetIsA1)
@@ -139,18 +135,9 @@ TEST_F(WorksheetTest, SheetsAreFoundByNumberAndByNameIgnoringCase)
 
 TEST_F(WorksheetTest, AMissingSheetIsTold)
 {
-    try {
-        book.Worksheets().Item(2);
-        FAIL();
-    } catch (const runtime::Error& error) {
-        EXPECT_EQ(error.description(), u"工作簿中没有第 2 个工作表。"_s);
-    }
-    try {
-        book.Worksheets().Item(u"别的"_s);
-        FAIL();
-    } catch (const runtime::Error& error) {
-        EXPECT_EQ(error.description(), u"工作簿中没有名为“别的”的工作表。"_s);
-    }
+    EXPECT_EQ(errorOf([&] { book.Worksheets().Item(2); }), u"工作簿中没有第 2 个工作表。"_s);
+    EXPECT_EQ(errorOf([&] { book.Worksheets().Item(u"别的"_s); }),
+              u"工作簿中没有名为“别的”的工作表。"_s);
 }
 
 TEST_F(WorksheetTest, WidthsHeightsAndMergesAreKept)

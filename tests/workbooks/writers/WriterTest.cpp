@@ -8,6 +8,7 @@
 
 #include <sys/resource.h>
 
+#include "support/ErrorOf.h"
 #include "support/PrintQString.h"
 #include "workbooks/BookFiles.h"
 #include "workbooks/writers/SampleBook.h"
@@ -22,14 +23,9 @@ using runtime::Value;
 
 namespace {
 
-QString errorOf(const Workbook& book, const QString& path)
+QString writeError(const Workbook& book, const QString& path)
 {
-    try {
-        excel::writeXlsx(book, path);
-    } catch (const runtime::Error& error) {
-        return error.description();
-    }
-    return {};
+    return support::errorOf([&] { excel::writeXlsx(book, path); });
 }
 
 QByteArray bytesOf(const QString& path)
@@ -82,7 +78,7 @@ protected:
         QString error;
         {
             const FullDisk disk(size);
-            error = errorOf(book, path());
+            error = writeError(book, path());
         }
         EXPECT_EQ(error, u"无法保存 "_s + path() + u"：写文件时出错，磁盘可能已满或已断开。"_s)
             << size;
@@ -329,14 +325,14 @@ TEST_F(WriterTest, ALinkStaysALink)
 TEST_F(WriterTest, PlacesThatTakeNoFileAreTold)
 {
     ASSERT_TRUE(QDir().mkdir(path(u"夹"_s)));
-    EXPECT_EQ(errorOf(book, path(u"夹"_s)),
+    EXPECT_EQ(writeError(book, path(u"夹"_s)),
               u"无法保存 "_s + path(u"夹"_s) + u"：这是一个文件夹。"_s);
-    EXPECT_EQ(errorOf(book, path(u"没有/a.xlsx"_s)),
+    EXPECT_EQ(writeError(book, path(u"没有/a.xlsx"_s)),
               u"无法保存 "_s + path(u"没有/a.xlsx"_s) + u"：文件夹不存在。"_s);
-    EXPECT_EQ(errorOf(book, u"/proc/a.xlsx"_s),
+    EXPECT_EQ(writeError(book, u"/proc/a.xlsx"_s),
               u"无法保存 /proc/a.xlsx：不能在这个文件夹中写文件，请检查权限和磁盘空间。"_s);
     const QString longName = path(QString(100, u'长') + u".xlsx"_s);
-    EXPECT_EQ(errorOf(book, longName),
+    EXPECT_EQ(writeError(book, longName),
               u"无法保存 "_s + longName + u"：写文件时出错，磁盘可能已满或已断开。"_s);
     EXPECT_EQ(files(), QStringList{u"夹"_s});
 }
