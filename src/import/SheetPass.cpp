@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "import/BadScore.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Text.h"
 
@@ -16,18 +17,6 @@ using runtime::Value;
 namespace {
 
 constexpr int firstScoreColumn = 3;
-
-/// Why a score is bad; empty for a good one.
-QString badReason(const Value& cell, double score, float full)
-{
-    if (cell.kind() == Value::Kind::Error || isEmptyCell(cell))
-        return u"分值不能为空"_s;
-    if (score < 0)
-        return u"分值不能为负"_s;
-    if (float(score) > full)
-        return u"超过总分"_s;
-    return {};
-}
 
 } // namespace
 
@@ -87,7 +76,7 @@ void SheetPass::judgeScores(int row, const QStringList& student)
     for (const ImportSubject& subject : m_state.KMImport) {
         const Value& cell = m_sheet.Cells(row, subject.KMColumn);
         const double score = Val(cell);
-        const QString reason = badReason(cell, score, subject.KMFull);
+        const QString reason = badScoreReason(cell, score, subject.KMFull);
         if (!reason.isEmpty())
             noteBadScore(student, subject, score, reason);
         m_state.MFGData.setTextMatrix(
