@@ -3,7 +3,7 @@
 #include <QMap>
 #include <QStringList>
 
-#include "import/ExamImport.h"
+#include "import/ImportQuestions.h"
 #include "platform/runtime/AppPaths.h"
 
 namespace cli {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "import/ClassAnswers.h"
-#include "import/ImportState.h"
+#include "import/ImportQuestions.h"
 #include "import/KnownStudents.h"
 #include "import/StudentMatch.h"
 #include "import/WorkbookIntake.h"
@@ -26,18 +26,6 @@ struct ExamImportRequest
     NewStudents newStudents = NewStudents::Ask;
     Afterwards afterwards = Afterwards::LeaveUnscored;
     Backup backup = Backup::Make;
-};
-
-/// What the exam import asks on its way; each call returns with the answers in the state.
-class ImportQuestions
-{
-public:
-    virtual ~ImportQuestions() = default;
-
-    /// Asks for the full marks: fills KMFull of the subjects. `label` names stream and exam.
-    virtual void fullMarks(ImportState& state, const QString& label) = 0;
-    /// Asks for an answer to every bad score.
-    virtual void errorList(ImportState& state) = 0;
 };
 
 /// Takes one sheet of exam results into the library.

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "import/ExamImport.h"
+#include "import/ImportQuestions.h"
+#include "platform/runtime/AppPaths.h"
 #include "platform/widgets/ScreenProgress.h"
 
 class QDialog;

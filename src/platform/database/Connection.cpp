@@ -140,20 +140,13 @@ void Connection::checkWritable()
         throw Error(Failure::DiskFull, u"前面的写入已经失败，这一步没有写入。"_s);
     // A batch looks at the file when it begins and when it commits.
     if (d->batchDepth == 0)
-        checkFileStands();
+        d->identity.check(d->path);
 }
 
 void Connection::endReading()
 {
     if (std::exchange(d->reading, false) && !sqlite3_get_autocommit(d->handle.get()))
         sqlite3_exec(d->handle.get(), "COMMIT", nullptr, nullptr, nullptr);
-}
-
-void Connection::checkFileStands()
-{
-    if (FileIdentity::of(d->path) != d->identity)
-        throw Error(Failure::Missing,
-                    u"成绩库文件 %1 已被移走、删除或替换，没有写入。"_s.arg(d->path));
 }
 
 void Connection::ensureIndexes()

@@ -71,7 +71,6 @@ private:
     sqlite3* openHandle() const;
     /// Throws Error if nothing can be written now: the file vanished, or the batch is broken.
     void checkWritable();
-    void checkFileStands();
     /// Adds the indexes that the file lacks, once; failing to is no error.
     void ensureIndexes();
     /// Runs a statement without rows.

@@ -7,6 +7,7 @@
 #include <QHash>
 
 #include "platform/database/Connection.h"
+#include "platform/database/FileIdentity.h"
 #include "platform/database/Statement.h"
 
 namespace database {

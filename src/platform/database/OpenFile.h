@@ -2,20 +2,9 @@
 
 #include <memory>
 
-#include <QString>
-#include <QStringList>
-
-struct sqlite3;
+#include "platform/database/FileCheck.h"
 
 namespace database {
-
-/// What makes a file one of ours: the tables that it must have, and statements for the indexes that
-/// are added at the first write ("create index if not exists …").
-struct FileShape
-{
-    QStringList tables;
-    QStringList indexes;
-};
 
 struct CloseHandle
 {
@@ -23,16 +12,6 @@ struct CloseHandle
 };
 
 using Handle = std::unique_ptr<sqlite3, CloseHandle>;
-
-/// Which file stands behind a path, to notice that it was moved away or replaced.
-struct FileIdentity
-{
-    quint64 device = 0;
-    quint64 number = 0;
-
-    static FileIdentity of(const QString& path);
-    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
-};
 
 /// Opens the file, sets the connection up and checks that it is one of ours. Throws Error.
 Handle openedFile(const QString& path, const FileShape& shape);

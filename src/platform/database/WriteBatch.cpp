@@ -53,7 +53,7 @@ void WriteBatch::commit()
     if (m_connection.batchBroken())
         throw Error(Failure::DiskFull, u"写入没有完成，成绩库保持原样。"_s);
     if (m_outermost)
-        m_connection.checkFileStands();
+        m_connection.d->identity.check(m_connection.d->path);
     runOnEngine(m_connection.openHandle(), m_outermost ? "COMMIT" : "RELEASE inner_batch");
     end();
 }

@@ -1,0 +1,28 @@
+#include "platform/database/FileIdentity.h"
+
+#include <sys/stat.h>
+
+#include <QFile>
+
+#include "platform/database/Error.h"
+
+namespace database {
+
+using namespace Qt::StringLiterals;
+
+FileIdentity FileIdentity::of(const QString& path)
+{
+    struct stat info = {};
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return {};
+    return {quint64(info.st_dev), quint64(info.st_ino)};
+}
+
+void FileIdentity::check(const QString& path) const
+{
+    if (of(path) != *this)
+        throw Error(Failure::Missing,
+                    u"成绩库文件 %1 已被移走、删除或替换，没有写入。"_s.arg(path));
+}
+
+} // namespace database

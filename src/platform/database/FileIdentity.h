@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+namespace database {
+
+/// Which file stands behind a path, to notice that it was moved away or replaced.
+struct FileIdentity
+{
+    quint64 device = 0;
+    quint64 number = 0;
+
+    static FileIdentity of(const QString& path);
+    /// Throws Error unless this file still stands behind the path.
+    void check(const QString& path) const;
+    friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+};
+
+} // namespace database
