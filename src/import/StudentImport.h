@@ -28,7 +28,7 @@ private:
     struct Heading
     {
         database::FieldByName field;
-        Rule rule;
+        Rule rule = Rule::AsItStands;
     };
 
     static Rule ruleOf(const QString& heading);

@@ -111,7 +111,7 @@ std::shared_ptr<Statement> Connection::sharedStatement(const QString& sql)
 {
     if (const auto* known = d->sharedStatements.object(sql))
         return *known;
-    const auto statement = std::make_shared<Statement>(*this, sql);
+    auto statement = std::make_shared<Statement>(*this, sql);
     d->sharedStatements.insert(sql, new std::shared_ptr(statement));
     return statement;
 }
