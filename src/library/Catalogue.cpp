@@ -189,6 +189,44 @@ ColumnMarks Catalogue::GetKSKM(const QString& exams, const QString& stream)
     return m_examSubjects;
 }
 
+namespace {
+
+/// A field of an exam row as a Single; a text that is no number is the engine's error.
+float singleField(database::Recordset& rows, const QString& column)
+{
+    const Value value = rows.Fields(column).Value();
+    const database::ColumnType single{database::ColumnType::Kind::Single};
+    return value.isNull() ? 0 : float(single.converted(value, column).toDouble());
+}
+
+const Trap totalTrap{" - Function GetZFMF/Mdl_MDB"};
+
+/// Opens the row of an exam that says what its totals add up; 理 lends its row to 文. False if
+/// there is none, or after a message.
+bool openFormulas(database::Recordset& rows, database::Connection& conn, const QString& exam,
+                  const QString& stream)
+{
+    return totalTrap([&] {
+               rows.Open(examRowSql(exam, stream), conn);
+               if (rows.RecordCount() == 0 && stream == u"文"_s)
+                   rows.Open(examRowSql(exam, u"理"_s), conn);
+           })
+           && rows.RecordCount() > 0;
+}
+
+/// The full mark of a total: those of its terms, added up.
+float totalMark(database::Recordset& formulas, const QString& total)
+{
+    float marks = 0;
+    totalTrap([&] {
+        for (const QString& term : formulaTerms(formulas.Fields(total).Value().text()))
+            totalTrap([&] { marks += singleField(formulas, term); });
+    });
+    return marks;
+}
+
+} // namespace
+
 ColumnMarks Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
 {
     const Trap trap{" - Function GetKSKMZF/Mdl_MDB"};
@@ -201,10 +239,15 @@ ColumnMarks Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
                 rows.Open(orderedExamRowSql(exam, otherStream(stream)), m_conn);
             if (rows.RecordCount() == 0)
                 continue;
+            database::Recordset formulas;
+            const bool hasFormulas =
+                !TotalColumns.isEmpty() && openFormulas(formulas, m_conn, exam, stream);
             for (qsizetype i = 0; i < AllColumns.size(); ++i) {
                 const QString& column = AllColumns[i];
-                sums.add(i, isTotal(column) ? runtime::singleText(GetZFMF(exam, stream, column))
-                                            : rows.Fields(column).Value().text());
+                if (!isTotal(column))
+                    sums.add(i, rows.Fields(column).Value().text());
+                else if (hasFormulas)
+                    sums.add(i, runtime::singleText(totalMark(formulas, column)));
             }
         }
         m_examColumns = sums.examined();
@@ -226,18 +269,6 @@ QStringList Catalogue::GetZFKMGS(const QString& exam, const QString& stream)
     return m_totalFormulas;
 }
 
-namespace {
-
-/// A field of an exam row as a Single; a text that is no number is the engine's error.
-float singleField(database::Recordset& rows, const QString& column)
-{
-    const Value value = rows.Fields(column).Value();
-    const database::ColumnType single{database::ColumnType::Kind::Single};
-    return value.isNull() ? 0 : float(single.converted(value, column).toDouble());
-}
-
-} // namespace
-
 float Catalogue::getKMMF(const QString& exam, const QString& stream, const QString& subject)
 {
     const Trap trap{" - Function getKMMF/Mdl_MDB"};
@@ -255,19 +286,8 @@ float Catalogue::getKMMF(const QString& exam, const QString& stream, const QStri
 
 float Catalogue::GetZFMF(const QString& exam, const QString& stream, const QString& total)
 {
-    const Trap trap{" - Function GetZFMF/Mdl_MDB"};
-    float marks = 0;
-    trap([&] {
-        database::Recordset rows;
-        rows.Open(examRowSql(exam, stream), m_conn);
-        if (rows.RecordCount() == 0 && stream == u"文"_s)
-            rows.Open(examRowSql(exam, u"理"_s), m_conn);
-        if (rows.RecordCount() == 0)
-            return;
-        for (const QString& term : formulaTerms(rows.Fields(total).Value().text()))
-            trap([&] { marks += singleField(rows, term); });
-    });
-    return marks;
+    database::Recordset formulas;
+    return openFormulas(formulas, m_conn, exam, stream) ? totalMark(formulas, total) : 0;
 }
 
 namespace {
