@@ -1,5 +1,7 @@
 #include "statistics/ExamFigures.h"
 
+#include <limits>
+
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Deviation.h"
 #include "platform/runtime/Numbers.h"
@@ -36,8 +38,8 @@ public:
 
     void add(double value)
     {
-        m_lowest = m_count == 0 ? value : std::min(m_lowest, value);
-        m_highest = m_count == 0 ? value : std::max(m_highest, value);
+        m_lowest = std::min(m_lowest, value);
+        m_highest = std::max(m_highest, value);
         m_sum += value;
         ++m_count;
         if (m_aggregate == Aggregate::Deviation)
@@ -66,8 +68,8 @@ private:
     Aggregate m_aggregate;
     size_t m_count = 0;
     double m_sum = 0;
-    double m_lowest = 0;
-    double m_highest = 0;
+    double m_lowest = std::numeric_limits<double>::infinity();
+    double m_highest = -std::numeric_limits<double>::infinity();
     runtime::Deviation m_deviation;
 };
 
@@ -200,10 +202,21 @@ std::optional<double> ExamFigures::ClassFigure::aggregateRows(ExamRows::Place pl
         && m_tests.front().values == m_values)
         return countRows(place);
     Collector collector(*m_aggregate);
-    for (size_t row = place.first; row < place.first + place.count; ++row) {
-        if (!std::isnan(m_values[row]) && passes(row))
-            collector.add(m_values[row]);
-    }
+    const auto collect = [&](const auto& passed) {
+        for (size_t row = place.first; row < place.first + place.count; ++row) {
+            if (!std::isnan(m_values[row]) && passed(row))
+                collector.add(m_values[row]);
+        }
+    };
+    // Most figures have no test, or one and another; a loop over them would take most of the time.
+    if (m_tests.empty())
+        collect([](size_t) { return true; });
+    else if (m_tests.size() <= 2)
+        collect([first = m_tests.front(), last = m_tests.back()](size_t row) {
+            return first.holds(row) && last.holds(row);
+        });
+    else
+        collect([this](size_t row) { return passes(row); });
     return collector.result();
 }
 
