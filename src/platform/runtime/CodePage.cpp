@@ -42,6 +42,12 @@ bool isAscii(std::string_view bytes)
                        [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
+/// Some pages keep a letter back, since a mark for it may follow.
+void flush(iconv_t converter, char*& out, size_t& outLeft)
+{
+    iconv(converter, nullptr, nullptr, &out, &outLeft);
+}
+
 } // namespace
 
 CodePage::~CodePage()
@@ -75,6 +81,9 @@ QString CodePage::decode(std::string_view bytes) const
            && outLeft >= sizeof(QChar)) {
         if (inLeft == 0)
             break;
+        flush(converter(), out, outLeft);
+        if (outLeft < sizeof(QChar))
+            break;
         // A byte that is no character becomes a replacement mark; what follows still reads.
         ++in;
         --inLeft;
@@ -82,8 +91,7 @@ QString CodePage::decode(std::string_view bytes) const
         out += sizeof(QChar);
         outLeft -= sizeof(QChar);
     }
-    // Some pages keep a letter back, since a mark for it may follow.
-    iconv(converter(), nullptr, nullptr, &out, &outLeft);
+    flush(converter(), out, outLeft);
     text.chop(qsizetype(outLeft / sizeof(QChar)));
     return text;
 }

@@ -30,6 +30,10 @@ TEST(CodePage, ALastLetterThatAMarkCouldFollowIsNotLost)
     EXPECT_EQ(CodePage(1258).decode("\xe2\xec"sv), u"ấ"_s);
     EXPECT_EQ(CodePage(1255).decode("\xf9\xe0"sv), u"שא"_s);
     EXPECT_EQ(CodePage(1255).decode("\xff"sv), u"\ufffd"_s);
+    EXPECT_EQ(CodePage(1255).decode("\xf9\xe0\xff"sv), u"שא\ufffd"_s);
+    EXPECT_EQ(CodePage(1258).decode("A\xe2\x8a"
+                                    "B"sv),
+              u"Aâ\ufffdB"_s);
 }
 
 TEST(CodePage, AnUnknownPageIsTakenForChinese)
