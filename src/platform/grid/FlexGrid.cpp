@@ -75,10 +75,10 @@ void FlexGrid::setRows(int rows)
         dropLines(m_rowHeights, rows);
         m_mergeRows.erase(m_mergeRows.lower_bound(rows), m_mergeRows.end());
     }
-    const size_t former = m_cells.size();
-    m_cells.resize(size_t(rows));
-    for (size_t row = former; row < m_cells.size(); ++row)
-        m_cells[row].resize(size_t(m_cols));
+    m_cells.resize(std::min(m_cells.size(), size_t(rows)));
+    // No row stands without its cells, even where the memory ends.
+    while (m_cells.size() < size_t(rows))
+        m_cells.emplace_back(size_t(m_cols));
     for (int* line : {&Row, &RowSel, &TopRow})
         keepWithin(*line, rows);
 }
