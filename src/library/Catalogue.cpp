@@ -206,12 +206,14 @@ const Trap totalTrap{" - Function GetZFMF/Mdl_MDB"};
 bool openFormulas(database::Recordset& rows, database::Connection& conn, const QString& exam,
                   const QString& stream)
 {
-    return totalTrap([&] {
-               rows.Open(examRowSql(exam, stream), conn);
-               if (rows.RecordCount() == 0 && stream == u"文"_s)
-                   rows.Open(examRowSql(exam, u"理"_s), conn);
-           })
-           && rows.RecordCount() > 0;
+    bool found = false;
+    totalTrap([&] {
+        rows.Open(examRowSql(exam, stream), conn);
+        if (rows.RecordCount() == 0 && stream == u"文"_s)
+            rows.Open(examRowSql(exam, u"理"_s), conn);
+        found = rows.RecordCount() > 0;
+    });
+    return found;
 }
 
 /// The full mark of a total: those of its terms, added up.
