@@ -38,7 +38,7 @@ public:
     /// The exam's rows under the category filter in force, read when they are first asked for and
     /// kept for the reports that follow. Throws database::Error.
     const ExamRows& rows(const QString& exam, const QString& stream);
-    /// To be called when a run begins: rows may have changed since the last one.
+    /// To be called when a run begins, since rows may have changed, and when it ends.
     void forgetRows() { m_rows.clear(); }
 
 private:

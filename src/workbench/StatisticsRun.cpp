@@ -68,6 +68,7 @@ bool runReport(const ReportRequest& request, statistics::ReportContext& context,
         runtime::warn(u"没有选择统计项目，请选择统计项目 后继续。"_s);
         return false;
     }
+    context.forgetRows();
     for (const StatisticsItem& item : knownItems()) {
         if (item.text != request.item)
             continue;
@@ -77,7 +78,7 @@ bool runReport(const ReportRequest& request, statistics::ReportContext& context,
                                                  statistics::Transfer::GridOnly);
         });
     }
-    // The next run may find others, and many exams fill the memory.
+    // Many exams fill the memory.
     context.forgetRows();
     grid.Visible = true;
     return true;

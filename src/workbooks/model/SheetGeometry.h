@@ -54,7 +54,8 @@ public:
     /// Columns with a width of their own or hidden, from left to right: what was set last, equal
     /// neighbours together. Their widths are never 0.
     std::vector<ColumnRange> columns() const;
-    /// For readers, as `addRow`.
+    /// For readers: no change of the workbook. A width that is none becomes the standard one, one
+    /// beyond the limit the largest.
     void addColumns(const ColumnRange& columns);
     /// In characters of the default font, 0 hides; throws runtime::Error outside 0 to 255.
     void setColumnWidth(int first, int last, double width);
