@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include <QDir>
@@ -19,6 +20,8 @@ public:
     QStringList labels;
     QStringList countTexts;
     int errorLists = 0;
+    /// What happens while the list of bad scores stands open.
+    std::function<void()> meanwhile = [] {};
 
     void fullMarks(importing::ImportState& state, const QString& label) override
     {
@@ -30,6 +33,7 @@ public:
     void errorList(importing::ImportState& state) override
     {
         ++errorLists;
+        meanwhile();
         importing::ErrorList list(state);
         countTexts.append(list.countText());
         for (int row = 1; row <= int(state.ErrorCount) && !correctTo.isEmpty(); ++row)

@@ -160,6 +160,18 @@ TEST_F(ExamImportTest, BadScoreIsStoredAsItStandsOnTheSheetWhateverWasAnswered)
         << "every answer goes to one fixed cell, which with one subject is a name";
 }
 
+TEST_F(ExamImportTest, AStudentWhomAnotherProgramChangedMeanwhileIsReadAnew)
+{
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 160}});
+    questions.meanwhile = [this] {
+        database::Connection other;
+        other.Open(library.scores.Conn.path());
+        other.Execute(u"update 信息表 set ID=77 where 姓名='王芳'"_s);
+    };
+    run();
+    EXPECT_EQ(scoreRows(u"id,语文"_s), u"77|160"_s);
+}
+
 TEST_F(ExamImportTest, ScoreThatDoesNotFitCostsItsFieldAndOneMessage)
 {
     sheet({heads({u"语文"_s, u"数学"_s}), {1, 1, u"王芳"_s, u"1e300"_s, 90}});

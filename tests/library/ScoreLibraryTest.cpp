@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime/Error.h"
+#include "support/FreeFile.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -52,6 +53,18 @@ TEST_F(OpeningALibrary, TellsItsListenersAndKnowsItsFolder)
     EXPECT_EQ(opened, 1);
     EXPECT_EQ(test.scores.LibFolder, test.folder.path());
     EXPECT_TRUE(test.dialogs.shown.isEmpty());
+}
+
+TEST_F(OpeningALibrary, ReadsOneStateOfItsFile)
+{
+    test.addStudent(1, 1, u"甲"_s, u""_s);
+    const QString path = test.scores.Conn.path();
+    QList<bool> wasFree;
+    // Acts ahead of what lets go of the file before the box.
+    const runtime::BeforeDialogs beforeBox([&] { wasFree.append(support::isFree(path)); });
+    open(path);
+    EXPECT_EQ(wasFree, QList<bool>{false});
+    EXPECT_TRUE(support::isFree(path));
 }
 
 TEST_F(OpeningALibrary, AMissingFileClearsThePathAndTheOldOneStaysOpen)

@@ -2,6 +2,7 @@
 
 #include "scoring/Scoring.h"
 #include "scoring/StandardScores.h"
+#include "support/FreeFile.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -37,6 +38,20 @@ protected:
     TestLibrary test{{u"语文"_s, u"数学"_s}};
     scoring::Scoring scoring{test.scores};
 };
+
+TEST_F(StandardScores, AreComputedFromOneStateOfTheLibrary)
+{
+    student(1, 60);
+    student(2, 80);
+    test.execute(u"update 设置表 set 设置='50+10z' where 名称='T分'"_s);
+    QList<bool> wasFree;
+    // Acts ahead of what lets go of the file before the box.
+    const runtime::BeforeDialogs beforeBox(
+        [&] { wasFree.append(support::isFree(test.scores.Conn.path())); });
+    run();
+    EXPECT_FALSE(wasFree.value(0, true));
+    EXPECT_TRUE(support::isFree(test.scores.Conn.path()));
+}
 
 TEST_F(StandardScores, AnAbsentStudentIsLeftOutOfTheMeanButScoredAsZero)
 {

@@ -2,6 +2,7 @@
 
 #include "ReportFixture.h"
 #include "statistics/NamedReports.h"
+#include "support/FreeFile.h"
 
 namespace {
 
@@ -65,6 +66,19 @@ protected:
         return found;
     }
 };
+
+TEST_F(EveryReport, ReadsOneStateOfTheLibrary)
+{
+    set(u"总分上线人数"_s, u"文=500,理=520"_s);
+    QList<bool> wasFree;
+    // Acts ahead of what lets go of the file before the box about the setting.
+    const runtime::BeforeDialogs beforeBox(
+        [&] { wasFree.append(support::isFree(library.scores.Conn.path())); });
+    QString list = exams;
+    statistics::namedReport(u"总分上线人数"_s)(context, list, grid, Transfer::GridOnly);
+    EXPECT_EQ(wasFree, QList<bool>{false});
+    EXPECT_TRUE(support::isFree(library.scores.Conn.path()));
+}
 
 TEST_F(EveryReport, FixesItsHeadingByTheNumberOfStreams)
 {

@@ -3,6 +3,7 @@
 #include "platform/database/ReadBatch.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
+#include "support/FreeFile.h"
 #include "support/ScriptedDialogs.h"
 
 namespace database {
@@ -18,15 +19,7 @@ protected:
     void add(int number) { connection.Execute(u"insert into T(n) values(%1)"_s.arg(number)); }
     QString rows() { return rowsOf(connection, u"select * from T"_s); }
     /// Another program can write the file at this moment.
-    bool isFree() const
-    {
-        sqlite3* other = nullptr;
-        sqlite3_open(file.path().toUtf8().constData(), &other);
-        const int code =
-            sqlite3_exec(other, "begin exclusive; commit", nullptr, nullptr, nullptr) & 0xff;
-        sqlite3_close(other);
-        return code == SQLITE_OK;
-    }
+    bool isFree() const { return support::isFree(file.path()); }
 
     DatabaseFile file{"create table T(n Long INTEGER); insert into T values(1)"};
     Connection connection;
