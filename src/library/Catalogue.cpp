@@ -1,5 +1,7 @@
 #include "library/Catalogue.h"
 
+#include <algorithm>
+
 #include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
@@ -38,6 +40,23 @@ QString orderedExamRowSql(const QString& exam, const QString& stream)
 QString otherStream(const QString& stream)
 {
     return stream == u"文"_s ? u"理"_s : u"文"_s;
+}
+
+/// The stream itself, and 理 where it is 文: for questions to which 文 lends nothing.
+QStringList withScience(const QString& stream)
+{
+    return stream == u"文"_s ? QStringList{stream, u"理"_s} : QStringList{stream};
+}
+
+/// Opens the exam's row of the first of these streams that has one; false if none has.
+bool openExamRow(database::Recordset& rows, database::Connection& conn,
+                 QString (*sql)(const QString& exam, const QString& stream), const QString& exam,
+                 const QStringList& streams)
+{
+    return std::any_of(streams.begin(), streams.end(), [&](const QString& stream) {
+        rows.Open(sql(exam, stream), conn);
+        return rows.RecordCount() > 0;
+    });
 }
 
 } // namespace
@@ -176,10 +195,7 @@ ColumnMarks Catalogue::GetKSKM(const QString& exams, const QString& stream)
         MarkSums sums(AllColumns);
         for (const QString& exam : examNames(exams)) {
             database::Recordset rows;
-            rows.Open(orderedExamRowSql(exam, stream), m_conn);
-            if (rows.RecordCount() == 0 && stream == u"文"_s)
-                rows.Open(orderedExamRowSql(exam, u"理"_s), m_conn);
-            if (rows.RecordCount() == 0)
+            if (!openExamRow(rows, m_conn, orderedExamRowSql, exam, withScience(stream)))
                 continue;
             for (qsizetype i = 0; i < AllColumns.size(); ++i)
                 sums.add(i, rows.Fields(AllColumns[i]).Value().text());
@@ -207,12 +223,7 @@ bool openFormulas(database::Recordset& rows, database::Connection& conn, const Q
                   const QString& stream)
 {
     bool found = false;
-    totalTrap([&] {
-        rows.Open(examRowSql(exam, stream), conn);
-        if (rows.RecordCount() == 0 && stream == u"文"_s)
-            rows.Open(examRowSql(exam, u"理"_s), conn);
-        found = rows.RecordCount() > 0;
-    });
+    totalTrap([&] { found = openExamRow(rows, conn, examRowSql, exam, withScience(stream)); });
     return found;
 }
 
@@ -236,10 +247,7 @@ ColumnMarks Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
         MarkSums sums(AllColumns);
         for (const QString& exam : examNames(exams)) {
             database::Recordset rows;
-            rows.Open(orderedExamRowSql(exam, stream), m_conn);
-            if (rows.RecordCount() == 0)
-                rows.Open(orderedExamRowSql(exam, otherStream(stream)), m_conn);
-            if (rows.RecordCount() == 0)
+            if (!openExamRow(rows, m_conn, orderedExamRowSql, exam, {stream, otherStream(stream)}))
                 continue;
             database::Recordset formulas;
             const bool hasFormulas =
@@ -277,10 +285,7 @@ float Catalogue::getKMMF(const QString& exam, const QString& stream, const QStri
     float marks = 0;
     trap([&] {
         database::Recordset rows;
-        rows.Open(examRowSql(exam, stream), m_conn);
-        if (rows.RecordCount() == 0)
-            rows.Open(examRowSql(exam, otherStream(stream)), m_conn);
-        if (rows.RecordCount() > 0)
+        if (openExamRow(rows, m_conn, examRowSql, exam, {stream, otherStream(stream)}))
             marks = singleField(rows, subject);
     });
     return marks;
