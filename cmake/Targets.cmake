@@ -19,16 +19,6 @@ function(yunshan_engine name)
   endif()
 endfunction()
 
-# yunshan_widgets(DEPENDS <targets>...): the static library yunshan_widgets, which all screens stand on.
-function(yunshan_widgets)
-  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
-  add_library(yunshan_widgets STATIC ${sources})
-  target_link_libraries(yunshan_widgets PUBLIC Qt6::Widgets ${ARG_DEPENDS})
-  target_precompile_headers(yunshan_widgets PRIVATE
-                            ${PROJECT_SOURCE_DIR}/cmake/PrecompiledScreens.h)
-endfunction()
-
 # yunshan_screens(<name> DEPENDS <targets>...): the static library yunshan_<name>_ui of the screens of a
 # folder, which adds QtWidgets to its engine.
 function(yunshan_screens name)
