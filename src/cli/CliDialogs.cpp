@@ -50,6 +50,25 @@ void CliDialogs::answer(const QString& part, Answer answer)
     m_planned.push_back({part, answer});
 }
 
+void CliDialogs::answer(const QString& part, const QString& caption)
+{
+    m_plannedChoices.push_back({part, caption});
+}
+
+int CliDialogs::choose(const runtime::Choice& choice)
+{
+    int pressed = choice.safe;
+    for (const PlannedChoice& planned : m_plannedChoices) {
+        const qsizetype button = choice.buttons.indexOf(planned.caption);
+        if (choice.text.contains(planned.part) && button >= 0)
+            pressed = int(button);
+    }
+    const QString& caption = choice.buttons.at(pressed);
+    m_cancelled = m_cancelled || caption == buttonText(Answer::Cancel);
+    say(choice.text + u" → "_s + caption);
+    return pressed;
+}
+
 Answer CliDialogs::answerFor(const QString& text, Buttons buttons) const
 {
     for (const Planned& planned : m_planned) {

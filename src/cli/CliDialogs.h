@@ -19,6 +19,9 @@ public:
     /// Answers every question whose text contains `part`.
     void answer(const QString& part, runtime::Answer answer);
 
+    /// Presses the button of that caption in every question whose text contains `part`.
+    void answer(const QString& part, const QString& caption);
+
     /// True once a text was shown that reports an error.
     bool errorShown() const { return m_errorShown; }
     /// True once a question was answered by 取消.
@@ -28,6 +31,7 @@ public:
 
     runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
                             runtime::Icon icon) override;
+    int choose(const runtime::Choice& choice) override;
     void failure(const QString& text) override;
 
 private:
@@ -37,10 +41,17 @@ private:
         runtime::Answer answer;
     };
 
+    struct PlannedChoice
+    {
+        QString part;
+        QString caption;
+    };
+
     runtime::Answer answerFor(const QString& text, runtime::Buttons buttons) const;
     void say(const QString& text);
 
     std::vector<Planned> m_planned;
+    std::vector<PlannedChoice> m_plannedChoices;
     QStringList m_messages;
     bool m_errorShown = false;
     bool m_cancelled = false;

@@ -23,6 +23,8 @@ ScriptedDialogs::~ScriptedDialogs()
 {
     for (const Planned& planned : m_planned)
         ADD_FAILURE() << "never asked: " << planned.part.toStdString();
+    for (const PlannedChoice& planned : m_plannedChoices)
+        ADD_FAILURE() << "never asked: " << planned.part.toStdString();
 }
 
 void ScriptedDialogs::expect(const QString& part, Answer answer)
@@ -33,6 +35,39 @@ void ScriptedDialogs::expect(const QString& part, Answer answer)
 void ScriptedDialogs::always(const QString& part, Answer answer)
 {
     m_standing.push_back({part, answer});
+}
+
+void ScriptedDialogs::expect(const QString& part, const QString& caption)
+{
+    m_plannedChoices.push_back({part, caption});
+}
+
+void ScriptedDialogs::always(const QString& part, const QString& caption)
+{
+    m_standingChoices.push_back({part, caption});
+}
+
+int ScriptedDialogs::choose(const runtime::Choice& choice)
+{
+    shown.append(choice.title.isEmpty() ? choice.text : choice.title + u": "_s + choice.text);
+    questions.append(choice.text);
+    const auto button = [&choice](const PlannedChoice& planned) {
+        const qsizetype found = choice.buttons.indexOf(planned.caption);
+        if (found < 0)
+            ADD_FAILURE() << "no such button: " << planned.caption.toStdString();
+        return int(found);
+    };
+    if (!m_plannedChoices.empty() && choice.text.contains(m_plannedChoices.front().part)) {
+        const PlannedChoice planned = m_plannedChoices.front();
+        m_plannedChoices.pop_front();
+        return button(planned);
+    }
+    for (const PlannedChoice& standing : m_standingChoices) {
+        if (choice.text.contains(standing.part))
+            return button(standing);
+    }
+    ADD_FAILURE() << "unexpected question: " << choice.text.toStdString();
+    return choice.safe;
 }
 
 Answer ScriptedDialogs::message(const QString& text, const QString& title, Buttons buttons,

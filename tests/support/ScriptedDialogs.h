@@ -34,8 +34,13 @@ public:
     /// Plans the answer to the next question whose text contains `part`.
     void expect(const QString& part, runtime::Answer answer);
 
+    /// Plans the button, by its caption, of the next question of that kind whose text contains
+    /// `part`.
+    void expect(const QString& part, const QString& caption);
+
     /// Answers every question whose text contains `part`.
     void always(const QString& part, runtime::Answer answer);
+    void always(const QString& part, const QString& caption);
 
     /// Texts of all boxes shown, questions and failures in one order; a titled box as "title:
     /// text".
@@ -49,6 +54,7 @@ public:
 
     runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
                             runtime::Icon icon) override;
+    int choose(const runtime::Choice& choice) override;
     void failure(const QString& text) override;
 
     /// What the file and the colour dialog give; nothing stands for 取消.
@@ -69,6 +75,12 @@ private:
         runtime::Answer answer;
     };
 
+    struct PlannedChoice
+    {
+        QString part;
+        QString caption;
+    };
+
     struct Box
     {
         QString text;
@@ -78,6 +90,8 @@ private:
     std::vector<Box> m_boxes;
     std::deque<Planned> m_planned;
     std::vector<Planned> m_standing;
+    std::deque<PlannedChoice> m_plannedChoices;
+    std::vector<PlannedChoice> m_standingChoices;
     runtime::InstalledDialogs m_installed;
 };
 

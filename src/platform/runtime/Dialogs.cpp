@@ -5,6 +5,7 @@
 
 #include <QFileInfo>
 
+#include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
 
 namespace runtime {
@@ -34,6 +35,11 @@ Dialogs& Dialogs::current()
     for (const BeforeDialogs* watcher : watchers())
         watcher->m_action();
     return *installed();
+}
+
+int Dialogs::choose(const Choice& choice)
+{
+    return choice.safe;
 }
 
 std::optional<QString> Dialogs::chooseFile(const QString&, const QString&, FileMode)
@@ -68,7 +74,15 @@ BeforeDialogs::~BeforeDialogs()
 
 Answer MsgBox(const QString& text, const QString& title, Buttons buttons, Icon icon)
 {
-    return Dialogs::current().message(text, title, buttons, icon);
+    const auto show = [=] { return Dialogs::current().message(text, title, buttons, icon); };
+    if (buttons == Buttons::Ok && Phase::keepBack([=] { show(); }))
+        return Answer::Ok;
+    return show();
+}
+
+int choose(const Choice& choice)
+{
+    return Dialogs::current().choose(choice);
 }
 
 void warn(const QString& text)

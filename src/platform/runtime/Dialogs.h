@@ -4,6 +4,7 @@
 #include <optional>
 
 #include <QString>
+#include <QStringList>
 
 namespace runtime {
 
@@ -16,6 +17,17 @@ enum class Icon { None, Question, Warning, Critical };
 
 enum class FileMode { Save = 1, Open = 2 };
 
+/// A question whose buttons say in words of their own what they do.
+struct Choice
+{
+    QString text;
+    /// Captions of the buttons, from left to right.
+    QStringList buttons;
+    /// The button, counted from 0, that harms nothing: Enter and Esc press it.
+    int safe = 0;
+    QString title = {};
+};
+
 /// The one door through which every layer speaks with the user. The shell installs the real screen,
 /// the command line its own, tests a scripted one.
 class Dialogs
@@ -25,6 +37,9 @@ public:
 
     virtual Answer message(const QString& text, const QString& title, Buttons buttons,
                            Icon icon) = 0;
+
+    /// The button that was pressed, counted from 0; the safe one where nobody can press any.
+    virtual int choose(const Choice& choice);
 
     /// A trapped error: `text` is the description with the tag of the routine behind it. A screen
     /// may offer to show no more of them until the running command ends.
@@ -74,6 +89,9 @@ private:
 /// Shows a message box and gives the button that was pressed.
 Answer MsgBox(const QString& text, const QString& title = {}, Buttons buttons = Buttons::Ok,
               Icon icon = Icon::None);
+
+/// Asks which way to go and gives the button that was pressed, counted from 0.
+int choose(const Choice& choice);
 
 /// Tells that something was refused or is wrong.
 void warn(const QString& text);

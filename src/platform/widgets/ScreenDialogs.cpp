@@ -7,6 +7,7 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace widgets {
 
@@ -101,6 +102,22 @@ Answer ScreenDialogs::message(const QString& text, const QString& title, Buttons
     else if (buttons != Buttons::Ok)
         box.setDefaultButton(QMessageBox::Cancel);
     return answerOf(box.exec());
+}
+
+int ScreenDialogs::choose(const runtime::Choice& choice)
+{
+    QMessageBox box(QMessageBox::Question, shownTitle(choice.title), choice.text,
+                    QMessageBox::NoButton, owner());
+    box.setTextFormat(Qt::PlainText);
+    QList<QAbstractButton*> buttons;
+    // Buttons of one role stand in the order in which they were added.
+    for (const QString& caption : choice.buttons)
+        buttons.append(box.addButton(caption, QMessageBox::AcceptRole));
+    box.setDefaultButton(static_cast<QPushButton*>(buttons.value(choice.safe)));
+    box.setEscapeButton(buttons.value(choice.safe));
+    box.exec();
+    const int pressed = int(buttons.indexOf(box.clickedButton()));
+    return pressed < 0 ? choice.safe : pressed;
 }
 
 void ScreenDialogs::failure(const QString& text)

@@ -18,6 +18,7 @@ public:
 
     runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
                             runtime::Icon icon) override;
+    int choose(const runtime::Choice& choice) override;
     void failure(const QString& text) override;
     std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                       runtime::FileMode mode) override;
