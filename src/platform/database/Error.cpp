@@ -4,6 +4,8 @@
 
 #include <QRegularExpression>
 
+#include "platform/runtime/Phase.h"
+
 namespace database {
 
 namespace {
@@ -101,6 +103,31 @@ Error engineError(sqlite3* handle)
             return Error(condition.failure, QString::fromUtf16(condition.chinese), words);
     }
     return sqlError(words);
+}
+
+bool isFileTrouble(sqlite3* handle)
+{
+    switch (sqlite3_errcode(handle) & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_FULL:
+    case SQLITE_IOERR:
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
+    case SQLITE_NOMEM:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void throwEngineError(sqlite3* handle)
+{
+    const Error error = engineError(handle);
+    if (runtime::Phase::isRunning() && isFileTrouble(handle))
+        throw runtime::PhaseError(error.description() + u"这一步已经停止，什么也没有写入。"_s);
+    throw error;
 }
 
 void runOnEngine(sqlite3* handle, const char* sql)

@@ -41,6 +41,13 @@ QString noSuchColumn(const QString& name);
 /// The engine's last error on this handle, in words that a teacher can read.
 Error engineError(sqlite3* handle);
 
+/// True if the engine's last error is one of the file or of memory, not of a statement: what was
+/// read before cannot be trusted to be all there is, nor what was written to be whole.
+bool isFileTrouble(sqlite3* handle);
+
+/// Throws the engine's last error: as a PhaseError where it is file trouble within a phase.
+[[noreturn]] void throwEngineError(sqlite3* handle);
+
 /// Runs a statement of our own without rows, past all that Connection guards. Throws Error.
 void runOnEngine(sqlite3* handle, const char* sql);
 

@@ -25,6 +25,7 @@ WriteBatch::WriteBatch(Connection& connection)
             runOnEngine(handle, "BEGIN IMMEDIATE");
     }
     ++connection.d->batchDepth;
+    m_phase.emplace();
 }
 
 WriteBatch::~WriteBatch()
@@ -65,6 +66,8 @@ void WriteBatch::end()
     state.batchDepth = std::max(0, state.batchDepth - 1);
     if (m_outermost)
         state.batchFailed = false;
+    // The file is free again before anything is shown.
+    m_phase.reset();
 }
 
 } // namespace database

@@ -1,12 +1,17 @@
 #pragma once
 
+#include <optional>
+
+#include "platform/runtime/Phase.h"
+
 namespace database {
 
 class Connection;
 
-/// Everything written while it lives reaches the disk together at commit(), or not at all. A batch
-/// that ends without commit() leaves the file as it was. One inside another reaches the disk with
-/// the outer one; without commit() its own part is taken back.
+/// A phase that reads and writes one state of the file: everything written while it lives reaches
+/// the disk together at commit(), or not at all. A batch that ends without commit() leaves the file
+/// as it was. One inside another reaches the disk with the outer one; without commit() its own part
+/// is taken back.
 class WriteBatch
 {
 public:
@@ -26,6 +31,7 @@ private:
     Connection& m_connection;
     bool m_outermost;
     bool m_open = true;
+    std::optional<runtime::Phase> m_phase;
 };
 
 } // namespace database

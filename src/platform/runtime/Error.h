@@ -24,4 +24,12 @@ private:
     mutable QByteArray m_utf8;
 };
 
+/// A failure after which nothing of a phase may count: the file could not be read or written, or
+/// memory is short. It passes the traps of single statements and ends the phase.
+class PhaseError : public Error
+{
+public:
+    using Error::Error;
+};
+
 } // namespace runtime

@@ -6,6 +6,7 @@
 
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/Phase.h"
 
 namespace runtime {
 
@@ -13,20 +14,30 @@ using namespace Qt::StringLiterals;
 
 void Trap::fail(const QString& description) const
 {
-    if (m_tag)
-        Dialogs::current().failure(description + QString::fromUtf8(m_tag));
+    if (!m_tag)
+        return;
+    const QString text = description + QString::fromUtf8(m_tag);
+    const auto tell = [text] { Dialogs::current().failure(text); };
+    if (!Phase::keepBack(tell))
+        tell();
 }
 
 void Trap::report() const
 {
     try {
         throw;
+    } catch (const PhaseError& error) {
+        if (Phase::isRunning())
+            throw;
+        fail(error.description());
     } catch (const Error& error) {
         fail(error.description());
     } catch (const std::logic_error&) {
         // A mistake of ours is not the user's to read away.
         throw;
     } catch (const std::bad_alloc&) {
+        if (Phase::isRunning())
+            throw PhaseError(u"内存不足。"_s);
         fail(u"内存不足。"_s);
     } catch (const std::exception& error) {
         fail(QString::fromUtf8(error.what()));

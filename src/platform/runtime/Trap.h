@@ -5,7 +5,8 @@
 namespace runtime {
 
 /// The error trap of one routine: a failing statement is shown with the routine's tag, and the next
-/// statement runs.
+/// statement runs. Within a Phase a PhaseError passes, so that it is the trap around the phase that
+/// shows it.
 ///
 ///     const Trap trap{" - Sub PaiMC/Mdl_MDB"};
 ///     trap([&] { rows.Open(sql); });

@@ -7,6 +7,7 @@
 
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/Phase.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
 
@@ -69,6 +70,56 @@ TEST(Trap, ShowsAFailureThatWasNotThrown)
     Trap{" - tag"}.fail(u"x"_s);
     Trap::silent().fail(u"y"_s);
     EXPECT_EQ(dialogs.failures, QStringList({u"x - tag"_s}));
+}
+
+TEST(Trap, WithinAPhaseAFailureOfTheFileOrOfMemoryPassesToTheTrapAroundIt)
+{
+    support::ScriptedDialogs dialogs;
+    const Trap outer{" - outer"};
+    const Trap inner{" - inner"};
+    for (const bool ofMemory : {false, true}) {
+        bool wentOn = false;
+        EXPECT_FALSE(outer([&] {
+            const Phase phase;
+            inner([] { throw Error(u"一条语句"_s); });
+            inner([&] {
+                if (ofMemory)
+                    throw std::bad_alloc();
+                throw PhaseError(u"磁盘"_s);
+            });
+            wentOn = true;
+        }));
+        EXPECT_FALSE(wentOn);
+    }
+    EXPECT_EQ(dialogs.failures, QStringList({u"一条语句 - inner"_s, u"磁盘 - outer"_s,
+                                             u"一条语句 - inner"_s, u"内存不足。 - outer"_s}));
+}
+
+TEST(Phase, KeepsWhatTellsSomethingBackUntilTheOutermostOneEnds)
+{
+    support::ScriptedDialogs dialogs;
+    dialogs.expect(u"问"_s, Answer::Ok);
+    {
+        const Phase phase;
+        MsgBox(u"一"_s);
+        Trap{" - tag"}.fail(u"二"_s);
+        {
+            const Phase within;
+            warn(u"三"_s);
+        }
+        EXPECT_EQ(dialogs.shown, QStringList());
+        MsgBox(u"问"_s, {}, Buttons::OkCancel);
+        EXPECT_EQ(dialogs.shown, QStringList({u"问"_s})) << "an answer is needed now";
+    }
+    EXPECT_EQ(dialogs.shown, QStringList({u"问"_s, u"一"_s, u"二 - tag"_s, u"三"_s}));
+    EXPECT_FALSE(Phase::isRunning());
+}
+
+TEST(Choice, GivesTheButtonByItsPlace)
+{
+    support::ScriptedDialogs dialogs;
+    dialogs.expect(u"哪一个"_s, u"乙"_s);
+    EXPECT_EQ(choose({.text = u"哪一个"_s, .buttons = {u"甲"_s, u"乙"_s}}), 1);
 }
 
 TEST(Error, TellsItsDescriptionInUtf8)
