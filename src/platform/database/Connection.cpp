@@ -63,16 +63,18 @@ sqlite3* Connection::openHandle() const
 void Connection::Execute(const QString& sql, Trust trust)
 {
     openHandle();
-    runStatement(SqlText(sql), trust);
+    const SqlText text(sql);
+    Statement statement(*this, text.engineText(), trust);
+    runStatement(statement, text);
 }
 
-void Connection::runStatement(const SqlText& sql, Trust trust)
+void Connection::runStatement(Statement& statement, const SqlText& sql)
 {
     const bool newSchema = sql.changesSchema();
     // A statement left standing on a row would keep the table from being changed.
     if (newSchema)
         finishStatements();
-    Statement(*this, sql.engineText(), trust).run();
+    statement.run();
     if (newSchema)
         schemaChanged();
 }

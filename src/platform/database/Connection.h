@@ -73,8 +73,8 @@ private:
     void checkWritable();
     /// Adds the indexes that the file lacks, once; failing to is no error.
     void ensureIndexes();
-    /// Runs a statement without rows.
-    void runStatement(const SqlText& sql, Trust trust);
+    /// Runs a statement without rows, which was made of this text.
+    void runStatement(Statement& statement, const SqlText& sql);
     /// Forgets what is known of the tables.
     void schemaChanged();
     void finishStatements();

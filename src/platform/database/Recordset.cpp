@@ -42,21 +42,34 @@ Recordset::~Recordset() = default;
 
 void Recordset::Open(const QString& sql, Connection& connection, Trust trust)
 {
+    open(sql, {}, connection, trust);
+}
+
+void Recordset::Open(const QString& sql, const std::vector<runtime::Value>& values,
+                     Connection& connection)
+{
+    open(sql, values, connection, Trust::Program);
+}
+
+void Recordset::open(const QString& sql, const std::vector<runtime::Value>& values,
+                     Connection& connection, Trust trust)
+{
     Close();
     const SqlText text(sql);
     const std::optional<TableQuery> query = text.tableQuery();
     if (query && connection.isOpen() && connection.columns(query->table).hasRowIds()) {
-        d->rows = std::make_unique<Keyset>(connection, *query, trust);
+        d->rows = std::make_unique<Keyset>(connection, *query, values, trust);
         return;
     }
     const std::unique_ptr<Statement> statement = orderedStatement(connection, text, trust);
+    statement->bindQuoted(values);
     if (statement->columnCount() > 0) {
         const qint64 maxCells = trust == Trust::User ? connection.userLimits().cells
                                                      : std::numeric_limits<qint64>::max();
         d->rows = std::make_unique<Snapshot>(*statement, maxCells);
         return;
     }
-    connection.runStatement(text, trust);
+    connection.runStatement(*statement, text);
 }
 
 Recordset::Private& Recordset::open() const

@@ -64,8 +64,9 @@ Value Snapshot::value(int column)
     return m_rows[m_at][size_t(column)];
 }
 
-Keyset::Keyset(Connection& connection, const TableQuery& query, Trust trust)
-    : m_connection(connection), m_table(bracketed(query.table))
+Keyset::Keyset(Connection& connection, const TableQuery& query, const std::vector<Value>& values,
+               Trust trust)
+    : m_connection(connection), m_table(bracketed(query.table)), m_keyValues(values)
 {
     m_columns = connection.columns(query.table);
     QString sql = u"select rowid from "_s + m_table;
@@ -75,6 +76,9 @@ Keyset::Keyset(Connection& connection, const TableQuery& query, Trust trust)
            + u"rowid"_s;
     m_keyStatement = trust == Trust::User ? std::make_shared<Statement>(connection, sql, trust)
                                           : connection.sharedStatement(sql);
+    // The statement can be another recordset's too: the keys are taken later, the values looked at
+    // now.
+    m_keyStatement->bindQuoted(m_keyValues);
 }
 
 void Keyset::takeKeys()
@@ -83,7 +87,7 @@ void Keyset::takeKeys()
         return;
     const std::shared_ptr<Statement> statement = std::move(m_keyStatement);
     std::vector<qint64> keys;
-    statement->reset();
+    statement->bindQuoted(m_keyValues);
     while (statement->step())
         keys.push_back(statement->integer(0));
     m_keys = std::move(keys);

@@ -56,7 +56,8 @@ class Keyset : public RowSource
 {
 public:
     /// Throws Error if the conditions or the order are wrong.
-    Keyset(Connection& connection, const TableQuery& query, Trust trust);
+    Keyset(Connection& connection, const TableQuery& query,
+           const std::vector<runtime::Value>& values, Trust trust);
 
     qint64 count() override;
     bool atEnd() override;
@@ -79,6 +80,7 @@ private:
     QString m_table;
     /// Delivers the row ids; gone once they are taken.
     std::shared_ptr<Statement> m_keyStatement;
+    std::vector<runtime::Value> m_keyValues;
     std::vector<qint64> m_keys;
     size_t m_at = 0;
     /// The row just added, which is the current one until the next move.

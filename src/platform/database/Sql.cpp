@@ -30,11 +30,13 @@ class Lexer
 public:
     explicit Lexer(const QString& sql) : m_sql(sql) {}
 
-    /// False if a quote or bracket stays open.
+    /// False if a quote or bracket stays open, or at a comment.
     bool run(Tokens& tokens)
     {
         while (skipBlanks()) {
             const QChar c = m_sql[m_at];
+            if (standsAtComment())
+                return false;
             if (c == u'\'' || c == u'"') {
                 if (!quoted(tokens, c, Kind::Text))
                     return false;
@@ -54,25 +56,19 @@ public:
         return true;
     }
 
+    bool standsAtComment() const
+    {
+        const QStringView rest = QStringView(m_sql).mid(m_at, 2);
+        return rest == "--"_L1 || rest == "/*"_L1;
+    }
+
 private:
-    /// Steps over white space and comments; false at the end.
+    /// Steps over white space; false at the end.
     bool skipBlanks()
     {
-        while (m_at < m_sql.size()) {
-            const QStringView rest = QStringView(m_sql).mid(m_at);
-            if (rest.front().isSpace()) {
-                ++m_at;
-            } else if (rest.startsWith("--"_L1)) {
-                const qsizetype end = m_sql.indexOf(u'\n', m_at);
-                m_at = end < 0 ? m_sql.size() : end;
-            } else if (rest.startsWith("/*"_L1)) {
-                const qsizetype end = m_sql.indexOf("*/"_L1, m_at + 2);
-                m_at = end < 0 ? m_sql.size() : end + 2;
-            } else {
-                return true;
-            }
-        }
-        return false;
+        while (m_at < m_sql.size() && m_sql[m_at].isSpace())
+            ++m_at;
+        return m_at < m_sql.size();
     }
 
     bool quoted(Tokens& tokens, QChar close, Kind kind)
@@ -266,7 +262,14 @@ std::optional<std::vector<SqlToken>> sqlTokens(const QString& sql)
 
 SqlText::SqlText(const QString& sql) : m_sql(sql)
 {
-    std::optional<Tokens> tokens = sqlTokens(sql);
+    Tokens read;
+    Lexer lexer(sql);
+    std::optional<Tokens> tokens;
+    if (lexer.run(read))
+        tokens = std::move(read);
+    // To the engine, what stands behind would be no part of the statement.
+    else if (lexer.standsAtComment())
+        throw Error(Failure::Sql, u"语句有语法错误：语句里不能有注释（-- 或 /*）。"_s);
     if (!tokens) {
         m_engineText = sql;
         return;

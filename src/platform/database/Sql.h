@@ -24,7 +24,8 @@ struct SqlToken
     bool isSign(char16_t sign) const;
 };
 
-/// The tokens of a text, comments left out; nothing if a quote or bracket is not closed.
+/// The tokens of a text; nothing if a quote or bracket is not closed, or behind a comment, which
+/// the statements of a library have none of.
 std::optional<std::vector<SqlToken>> sqlTokens(const QString& sql);
 
 /// A name in brackets, as a statement takes it.
@@ -53,7 +54,8 @@ struct PromisedOrder
 class SqlText
 {
 public:
-    /// Throws Error for an add-column that is not one name and one known type.
+    /// Throws Error for a text with a comment, and for an add-column that is not one name and one
+    /// known type.
     explicit SqlText(const QString& sql);
 
     /// The text in the engine's own words: `delete * from`, `ALTER TABLE … add COLUMN` with our

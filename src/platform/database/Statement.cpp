@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include <QElapsedTimer>
+#include <QScopeGuard>
 
 #include "platform/database/ConnectionPrivate.h"
 #include "platform/database/Error.h"
@@ -53,23 +54,6 @@ public:
 private:
     sqlite3* m_handle;
 };
-
-/// Errors after which what a batch has written so far cannot be trusted to be whole, or nothing of
-/// it can be written (no journal may stand in the folder).
-bool endsBatch(sqlite3* handle)
-{
-    switch (sqlite3_errcode(handle) & 0xff) {
-    case SQLITE_FULL:
-    case SQLITE_IOERR:
-    case SQLITE_CORRUPT:
-    case SQLITE_READONLY:
-    case SQLITE_CANTOPEN:
-    case SQLITE_NOMEM:
-        return true;
-    default:
-        return false;
-    }
-}
 
 struct Finalize
 {
@@ -137,7 +121,7 @@ Statement::Statement(Connection& connection, const QString& sql, Trust trust)
     const char* tail = nullptr;
     if (sqlite3_prepare_v2(handle, text.constData(), int(text.size()), &statement, &tail)
         != SQLITE_OK)
-        throw engineError(handle);
+        throwEngineError(handle);
     d->statement.reset(statement);
     const std::optional<std::vector<SqlToken>> rest = sqlTokens(QString::fromUtf8(tail));
     if (!rest || std::any_of(rest->begin(), rest->end(), [](const SqlToken& token) {
@@ -160,6 +144,16 @@ void Statement::bind(const std::vector<Value>& values)
     reset();
     for (size_t i = 0; i < values.size(); ++i)
         bindValue(int(i) + 1, values[i]);
+}
+
+void Statement::bindQuoted(const std::vector<Value>& values)
+{
+    for (const Value& value : values) {
+        if (value.kind() == Value::Kind::Text && value.text().contains(u'\''))
+            throw Error(Failure::Sql,
+                        u"语句有语法错误：“%1”里有单引号。"_s.arg(value.text().left(60)));
+    }
+    bind(values);
 }
 
 void Statement::reset()
@@ -269,11 +263,11 @@ void Statement::begin()
 
 void Statement::fail()
 {
-    const Error error = engineError(d->db());
-    if (!d->readOnly && d->connection.d->batchDepth > 0 && endsBatch(d->db()))
+    if (d->connection.d->batchDepth > 0 && isFileTrouble(d->db()))
         d->connection.d->batchFailed = true;
-    reset();
-    throw error;
+    // The engine forgets its error with the statement.
+    const auto startAnew = qScopeGuard([this] { reset(); });
+    throwEngineError(d->db());
 }
 
 int Statement::run()

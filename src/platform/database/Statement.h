@@ -30,6 +30,10 @@ public:
     /// Starts the statement anew with these values.
     void bind(const std::vector<runtime::Value>& values);
 
+    /// As bind, for statements whose texts were written between apostrophes before they were bound:
+    /// a text that holds one is refused as a wrong statement. Throws Error.
+    void bindQuoted(const std::vector<runtime::Value>& values);
+
     /// Starts anew; values follow by the calls below, places counted from 1, and stay until
     /// replaced.
     void reset();

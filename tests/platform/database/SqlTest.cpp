@@ -25,7 +25,7 @@ TEST(TableQuery, IsTakenApart)
         {u"SELECT * FROM [信息 表] ORDER BY 班级,学号 desc ; "_s, u"信息 表;;班级,学号 desc"_s},
         {u"select * from T where (a=1 or b='order by') order by c"_s,
          u"T;(a=1 or b='order by');c"_s},
-        {u"select * from T where a in (select b from U order by b) -- end"_s,
+        {u"select * from T where a in (select b from U order by b)"_s,
          u"T;a in (select b from U order by b);"_s},
         {u"select * from T where n='2009;07'"_s, u"T;n='2009;07';"_s},
     };
@@ -146,8 +146,17 @@ TEST(SqlTokens, AnOpenQuoteOrBracketGivesNone)
 {
     EXPECT_FALSE(sqlTokens(u"select 'a"_s));
     EXPECT_FALSE(sqlTokens(u"select [a"_s));
-    EXPECT_TRUE(sqlTokens(u"select 'it''s' /* ' */ -- '"_s));
     EXPECT_EQ(sqlTokens(u"a<>'it''s'"_s)->back().text, u"it's"_s);
+}
+
+TEST(SqlTokens, EndAtACommentAndNotAtSignsWithinTextsAndNames)
+{
+    for (const QString& sql : {u"select 1 -- x"_s, u"select 1 /* x */"_s, u"a--b"_s, u"--"_s}) {
+        EXPECT_FALSE(sqlTokens(sql)) << sql.toStdString();
+        EXPECT_THROW(SqlText{sql}, Error) << sql.toStdString();
+    }
+    for (const QString& sql : {u"select '--'"_s, u"select [/*]"_s, u"select 1 - -1 / 2 * 3"_s})
+        EXPECT_TRUE(sqlTokens(sql)) << sql.toStdString();
 }
 
 /// A text of words and signs that statements are made of, in no sensible order.

@@ -50,7 +50,6 @@ TEST_F(UserSql, NothingThatLeavesTheLibraryIsRun)
         u"VACUUM"_s,
         u"VACUUM INTO '%1'"_s.arg(inFolder(u"copy.db"_s)),
         u"; vacuum into '%1'"_s.arg(inFolder(u"copy.db"_s)),
-        u"/* select */ vacuum into '%1'"_s.arg(inFolder(u"copy.db"_s)),
         u"vacuum into '%1'"_s.arg(inFolder(u"copy.db"_s)) + QChar(0) + u"'"_s,
         u"select load_extension('%1')"_s.arg(inFolder(u"evil.so"_s)),
         u"select * from T where n=load_extension('evil')"_s,
@@ -86,6 +85,18 @@ TEST_F(UserSql, ASecondStatementIsNotRun)
          {u"select * from T; delete from T"_s, u"select n from T;delete from T"_s,
           u"update T set n=5; delete from T"_s, u"delete from T;;commit"_s}) {
         EXPECT_EQ(refused(sql).description(), u"一次只能执行一条语句。"_s) << sql.toStdString();
+    }
+    EXPECT_EQ(rowsOf(connection, u"select n from T"_s), u"1 / 2"_s);
+}
+
+TEST_F(UserSql, AStatementWithACommentIsNotRun)
+{
+    for (const QString& sql :
+         {u"select * from T -- where n=1"_s, u"update T set n=5 where n=2024--2025期中'"_s,
+          u"/* select */ delete from T"_s, u"delete from T /*"_s}) {
+        EXPECT_EQ(refused(sql).description(), u"语句有语法错误：语句里不能有注释（-- 或 /*）。"_s)
+            << sql.toStdString();
+        EXPECT_THROW(connection.Execute(sql), Error) << "nor one of the program";
     }
     EXPECT_EQ(rowsOf(connection, u"select n from T"_s), u"1 / 2"_s);
 }
