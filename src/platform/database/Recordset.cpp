@@ -1,7 +1,5 @@
 #include "platform/database/Recordset.h"
 
-#include <limits>
-
 #include <QScopeGuard>
 
 #include "platform/database/Error.h"
@@ -64,9 +62,8 @@ void Recordset::open(const QString& sql, const std::vector<runtime::Value>& valu
     const std::unique_ptr<Statement> statement = orderedStatement(connection, text, trust);
     statement->bindQuoted(values);
     if (statement->columnCount() > 0) {
-        const qint64 maxCells = trust == Trust::User ? connection.userLimits().cells
-                                                     : std::numeric_limits<qint64>::max();
-        d->rows = std::make_unique<Snapshot>(*statement, maxCells);
+        const UserLimits* limits = trust == Trust::User ? &connection.userLimits() : nullptr;
+        d->rows = std::make_unique<Snapshot>(*statement, limits);
         return;
     }
     connection.runStatement(*statement, text);

@@ -1,6 +1,7 @@
 #include "platform/database/RowSource.h"
 
 #include <algorithm>
+#include <limits>
 
 #include <sqlite3.h>
 
@@ -27,7 +28,40 @@ void RowSource::noRow()
     throw Error(Failure::Sql, noCurrentRow());
 }
 
-Snapshot::Snapshot(Statement& statement, qint64 maxCells)
+namespace {
+
+/// What a statement of the user gives, row by row, within its limits.
+class LimitedResult
+{
+public:
+    explicit LimitedResult(const UserLimits* limits) : m_limits(limits) {}
+
+    /// Throws Error if this row is too much.
+    void addRow(const Statement& statement)
+    {
+        if (!m_limits)
+            return;
+        m_cells += statement.columnCount();
+        for (int column = 0; column < statement.columnCount(); ++column)
+            m_bytes += statement.size(column);
+        if (m_cells > m_limits->cells || m_bytes > m_limits->bytes)
+            tooMuch();
+    }
+
+    [[noreturn]] static void tooMuch()
+    {
+        throw Error(Failure::Refused, u"查询结果太多，已经停止。"_s);
+    }
+
+private:
+    const UserLimits* m_limits;
+    qint64 m_cells = 0;
+    qint64 m_bytes = 0;
+};
+
+} // namespace
+
+Snapshot::Snapshot(Statement& statement, const UserLimits* limits)
 {
     const int count = statement.columnCount();
     std::vector<std::optional<ColumnType>> types;
@@ -38,16 +72,22 @@ Snapshot::Snapshot(Statement& statement, qint64 maxCells)
                             : std::optional(ColumnType::fromDeclaration(declaration)));
         m_columns.append({statement.columnName(i), types.back().value_or(ColumnType())});
     }
+    LimitedResult result(limits);
     while (statement.step()) {
-        if (qint64(m_rows.size() + 1) * count > maxCells)
-            throw Error(Failure::Refused, u"查询结果太多，已经停止。"_s);
-        std::vector<Value> row;
-        row.reserve(size_t(count));
-        for (int i = 0; i < count; ++i)
-            row.push_back(types[size_t(i)] ? statement.value(i, *types[size_t(i)])
-                                           : statement.value(i));
-        m_rows.push_back(std::move(row));
+        result.addRow(statement);
+        takeRow(statement, types);
     }
+}
+
+void Snapshot::takeRow(Statement& statement, const std::vector<std::optional<ColumnType>>& types)
+{
+    std::vector<Value> row;
+    row.reserve(types.size());
+    for (const std::optional<ColumnType>& type : types) {
+        const int column = int(row.size());
+        row.push_back(type ? statement.value(column, *type) : statement.value(column));
+    }
+    m_rows.push_back(std::move(row));
 }
 
 void Snapshot::moveNext()
@@ -74,6 +114,9 @@ Keyset::Keyset(Connection& connection, const TableQuery& query, const std::vecto
         sql += u" where "_s + query.where;
     sql += u" order by "_s + (query.orderBy.isEmpty() ? QString() : query.orderBy + u", "_s)
            + u"rowid"_s;
+    const qint64 columns = std::max(1, m_columns.count());
+    m_mostKeys = trust == Trust::User ? connection.userLimits().cells / columns
+                                      : std::numeric_limits<qint64>::max();
     m_keyStatement = trust == Trust::User ? std::make_shared<Statement>(connection, sql, trust)
                                           : connection.sharedStatement(sql);
     // The statement can be another recordset's too: the keys are taken later, the values looked at
@@ -88,8 +131,11 @@ void Keyset::takeKeys()
     const std::shared_ptr<Statement> statement = std::move(m_keyStatement);
     std::vector<qint64> keys;
     statement->bindQuoted(m_keyValues);
-    while (statement->step())
+    while (statement->step()) {
+        if (qint64(keys.size()) >= m_mostKeys)
+            LimitedResult::tooMuch();
         keys.push_back(statement->integer(0));
+    }
     m_keys = std::move(keys);
 }
 

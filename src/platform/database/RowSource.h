@@ -38,8 +38,8 @@ protected:
 class Snapshot : public RowSource
 {
 public:
-    /// Throws Error if it fails, or if there are more than `maxCells` values.
-    Snapshot(Statement& statement, qint64 maxCells);
+    /// Throws Error if it fails, or if it is larger than the limits; null for a statement of ours.
+    Snapshot(Statement& statement, const UserLimits* limits);
 
     qint64 count() override { return qint64(m_rows.size()); }
     bool atEnd() override { return m_at >= m_rows.size(); }
@@ -47,6 +47,8 @@ public:
     runtime::Value value(int column) override;
 
 private:
+    void takeRow(Statement& statement, const std::vector<std::optional<ColumnType>>& types);
+
     std::vector<std::vector<runtime::Value>> m_rows;
     size_t m_at = 0;
 };
@@ -82,6 +84,7 @@ private:
     std::shared_ptr<Statement> m_keyStatement;
     std::vector<runtime::Value> m_keyValues;
     std::vector<qint64> m_keys;
+    qint64 m_mostKeys;
     size_t m_at = 0;
     /// The row just added, which is the current one until the next move.
     std::optional<qint64> m_added;

@@ -21,17 +21,35 @@ namespace {
 
 constexpr int instructionsBetweenLooks = 20000;
 
-/// How long a typed statement has been running, all its rows together.
+/// How long a typed statement has been running, all its rows together, and whether the user still
+/// waits for it.
 struct Watch
 {
     QElapsedTimer timer;
-    qint64 limitMs = 0;
+    UserLimits limits;
+    bool isStopped = false;
+
+    void start(const UserLimits& asked)
+    {
+        limits = asked;
+        isStopped = false;
+        timer.start();
+    }
+    bool isOver()
+    {
+        isStopped = isStopped || (limits.isStopped && limits.isStopped());
+        return isStopped || timer.hasExpired(limits.milliseconds);
+    }
+    Error error() const
+    {
+        return Error(Failure::Refused,
+                     isStopped ? u"语句已经按要求停止。"_s : u"语句运行时间太长，已经停止。"_s);
+    }
 };
 
-int tooLong(void* context)
+int isOver(void* watch)
 {
-    const auto* watch = static_cast<const Watch*>(context);
-    return watch->timer.hasExpired(watch->limitMs);
+    return static_cast<Watch*>(watch)->isOver();
 }
 
 /// Stops the engine when the watch has run down, as long as it lives.
@@ -41,7 +59,7 @@ public:
     WatchedStep(sqlite3* handle, Watch* watch) : m_handle(watch ? handle : nullptr)
     {
         if (m_handle)
-            sqlite3_progress_handler(m_handle, instructionsBetweenLooks, tooLong, watch);
+            sqlite3_progress_handler(m_handle, instructionsBetweenLooks, isOver, watch);
     }
     ~WatchedStep()
     {
@@ -236,8 +254,12 @@ bool Statement::step()
     if (d->state == Private::State::Fresh)
         begin();
     sqlite3* handle = d->db();
-    const WatchedStep watched(handle, d->trust == Trust::User ? &d->watch : nullptr);
+    const bool isUsers = d->trust == Trust::User;
+    const WatchedStep watched(handle, isUsers ? &d->watch : nullptr);
     const int code = sqlite3_step(d->statement.get());
+    // A row can come so fast that the engine never looks up in between.
+    if (isUsers && (code & 0xff) != SQLITE_DONE && d->watch.isOver())
+        stop();
     if (code == SQLITE_ROW)
         return true;
     if (code != SQLITE_DONE)
@@ -255,10 +277,17 @@ void Statement::begin()
         d->connection.ensureIndexes();
     }
     if (d->trust == Trust::User) {
-        d->watch.limitMs = d->connection.userLimits().milliseconds;
-        d->watch.timer.start();
+        d->watch.start(d->connection.userLimits());
     }
     d->state = Private::State::Running;
+}
+
+void Statement::stop()
+{
+    if (!d->readOnly && d->connection.d->batchDepth > 0)
+        d->connection.d->batchFailed = true;
+    reset();
+    throw d->watch.error();
 }
 
 void Statement::fail()
@@ -317,6 +346,13 @@ void Statement::readNumbers(int first, std::span<double> numbers) const
             number = std::numeric_limits<double>::quiet_NaN();
         ++first;
     }
+}
+
+qint64 Statement::size(int column) const
+{
+    const int type = sqlite3_column_type(d->statement.get(), column);
+    const bool hasBytes = type == SQLITE_TEXT || type == SQLITE_BLOB;
+    return hasBytes ? sqlite3_column_bytes(d->statement.get(), column) : 0;
 }
 
 QString Statement::text(int column) const

@@ -63,6 +63,8 @@ public:
     qint64 integer(int column) const;
     /// The numbers of the columns from `first` on; NULL is NaN.
     void readNumbers(int first, std::span<double> numbers) const;
+    /// Length in bytes of a text or picture; 0 for anything else.
+    qint64 size(int column) const;
     QString text(int column) const;
     /// The value with the type that the engine stores.
     runtime::Value value(int column) const;
@@ -73,6 +75,8 @@ private:
     /// The checks ahead of the first row.
     void begin();
     [[noreturn]] void fail();
+    /// Ends a typed statement that runs too long or that the user stopped.
+    [[noreturn]] void stop();
 
     struct Private;
     std::unique_ptr<Private> d;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <QtGlobal>
 
 struct sqlite3;
@@ -16,8 +18,12 @@ enum class Trust {
 struct UserLimits
 {
     int milliseconds = 20'000;
-    /// Values of a result that is read at once.
+    /// Values of a result.
     qint64 cells = 20'000'000;
+    /// Bytes of the texts and pictures of a result that is read at once.
+    qint64 bytes = 500'000'000;
+    /// Asked between rows, and now and then within one: true once the user wants it to stop.
+    std::function<bool()> isStopped = {};
 };
 
 /// Holds a typed statement back from what leaves the library, as long as it lives.

@@ -121,7 +121,7 @@ const QString endless = u"with recursive c(i) as (select 1 union all select i+1 
 TEST_F(UserSql, AStatementThatRunsTooLongIsStopped)
 {
     connection.setUserLimits({.milliseconds = 20, .cells = 1'000'000'000});
-    const QString stopped = u"语句运行时间太长，已经停止。（interrupted）"_s;
+    const QString stopped = u"语句运行时间太长，已经停止。"_s;
     EXPECT_EQ(refused(endless + u"select count(*) from c"_s).description(), stopped);
     EXPECT_EQ(refused(endless + u"select i from c"_s).description(), stopped) << "row by row";
     Recordset set;
@@ -131,6 +131,40 @@ TEST_F(UserSql, AStatementThatRunsTooLongIsStopped)
     connection.Open(file.path());
     EXPECT_EQ(refused(endless + u"select count(*) from c"_s).description(), stopped)
         << "the limits stay";
+}
+
+TEST_F(UserSql, IsStoppedByTheUserBetweenRowsAndWithinOne)
+{
+    int asked = 0;
+    connection.setUserLimits({.isStopped = [&asked] { return ++asked > 2; }});
+    const QString stopped = u"语句已经按要求停止。"_s;
+    EXPECT_EQ(refused(u"select a.n from T a, T b, T c"_s).description(), stopped);
+    EXPECT_EQ(asked, 3) << "once a row";
+    asked = 0;
+    EXPECT_EQ(refused(endless + u"select count(*) from c"_s).description(), stopped);
+    asked = -1000;
+    EXPECT_EQ(rowsOf(connection, u"select n from T"_s, Trust::User), u"1 / 2"_s);
+}
+
+TEST_F(UserSql, AResultOfTooManyBytesIsRefused)
+{
+    connection.setUserLimits({.bytes = 25});
+    EXPECT_EQ(rowsOf(connection, u"select '12345678' || n as a from T"_s, Trust::User),
+              u"123456781 / 123456782"_s);
+    const QString tooMuch = u"查询结果太多，已经停止。"_s;
+    EXPECT_EQ(refused(u"select '1234567890123' || n as a from T"_s).description(), tooMuch);
+    EXPECT_EQ(refused(u"select zeroblob(20), zeroblob(20) from T"_s).description(), tooMuch);
+    EXPECT_EQ(rowsOf(connection, u"select '1234567890123' || n as a from T"_s),
+              u"12345678901231 / 12345678901232"_s)
+        << "the program's own statements know no such limit";
+}
+
+TEST_F(UserSql, RowsOfATableAreLimitedToo)
+{
+    connection.setUserLimits({.cells = 1});
+    Recordset set;
+    set.Open(u"select * from T"_s, connection, Trust::User);
+    EXPECT_EQ(errorOf([&] { set.RecordCount(); }).description(), u"查询结果太多，已经停止。"_s);
 }
 
 TEST_F(UserSql, AWritingStatementThatRunsTooLongLeavesNoTrace)
