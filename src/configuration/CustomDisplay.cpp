@@ -2,6 +2,7 @@
 
 #include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/grid/MoveRows.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
@@ -91,18 +92,17 @@ void CustomDisplay::save(const QString& item, const QString& stream)
     const Trap trap{" - Private Sub Command1_Click/FormZDYXS"};
     const QString ticked = tickedColumns();
     const QString key = item + stream;
-    database::Recordset rows;
     trap([&] {
-        rows.Open(u"select * from 自定义显示表 where 项目名称='"_s + key + u"'"_s, m_library.Conn);
-    });
-    trap([&] {
+        database::WriteBatch batch(m_library.Conn);
+        database::Recordset rows;
+        rows.Open(u"select * from 自定义显示表 where 项目名称=?"_s, {key}, m_library.Conn);
         if (rows.RecordCount() == 0)
             rows.AddNew();
+        trap([&] { rows.Fields(u"项目名称"_s).setValue(key); });
+        trap([&] { rows.Fields(u"显示项目"_s).setValue(ticked); });
+        rows.Update();
+        batch.commit();
     });
-    trap([&] { rows.Fields(u"项目名称"_s).setValue(key); });
-    trap([&] { rows.Fields(u"显示项目"_s).setValue(ticked); });
-    trap([&] { rows.Update(); });
-    rows.Close();
     runtime::MsgBox(u"成功保存 自定义显示项目 "_s + key);
 }
 

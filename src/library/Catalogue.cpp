@@ -24,17 +24,10 @@ namespace {
 constexpr int fixedExamFields = 5;
 
 /// The rows of one exam and stream, as they were entered.
-QString examRowSql(const QString& exam, const QString& stream)
-{
-    return u"select * from 考试名称表 WHERE  考试名称='"_s + exam + u"' and 科类='"_s + stream
-           + u"'"_s;
-}
-
+const QString examRows = u"select * from 考试名称表 WHERE 考试名称=? and 科类=?"_s;
 /// The rows of one exam and stream by 考试编号.
-QString orderedExamRowSql(const QString& exam, const QString& stream)
-{
-    return examRowSql(exam, stream) + u" order by 考试编号"_s;
-}
+const QString orderedExamRows =
+    u"select * from 考试名称表 WHERE 考试名称=? and 科类=? order by 考试编号"_s;
 
 /// The stream that lends its columns: 理 to 文, and 文 to any other.
 QString otherStream(const QString& stream)
@@ -49,12 +42,11 @@ QStringList withScience(const QString& stream)
 }
 
 /// Opens the exam's row of the first of these streams that has one; false if none has.
-bool openExamRow(database::Recordset& rows, database::Connection& conn,
-                 QString (*sql)(const QString& exam, const QString& stream), const QString& exam,
-                 const QStringList& streams)
+bool openExamRow(database::Recordset& rows, database::Connection& conn, const QString& sql,
+                 const QString& exam, const QStringList& streams)
 {
     return std::any_of(streams.begin(), streams.end(), [&](const QString& stream) {
-        rows.Open(sql(exam, stream), conn);
+        rows.Open(sql, {exam, stream}, conn);
         return rows.RecordCount() > 0;
     });
 }
@@ -136,9 +128,8 @@ void Catalogue::GetBJXX()
             // A class counts all its students, those of another stream too.
             rows.Open(
                 u"select 班级, (select count(*) from 信息表 同班 where 同班.班级=信息表.班级) "
-                "from 信息表 where 科类='"_s
-                    + stream + u"' group by 班级 order by 班级"_s,
-                m_conn);
+                "from 信息表 where 科类=? group by 班级 order by 班级"_s,
+                {stream}, m_conn);
             for (; !rows.Eof(); rows.MoveNext()) {
                 const runtime::Value number = rows.Fields(0).Value();
                 if (number.isNull())
@@ -195,7 +186,7 @@ ColumnMarks Catalogue::GetKSKM(const QString& exams, const QString& stream)
         MarkSums sums(AllColumns);
         for (const QString& exam : examNames(exams)) {
             database::Recordset rows;
-            if (!openExamRow(rows, m_conn, orderedExamRowSql, exam, withScience(stream)))
+            if (!openExamRow(rows, m_conn, orderedExamRows, exam, withScience(stream)))
                 continue;
             for (qsizetype i = 0; i < AllColumns.size(); ++i)
                 sums.add(i, rows.Fields(AllColumns[i]).Value().text());
@@ -223,7 +214,7 @@ bool openFormulas(database::Recordset& rows, database::Connection& conn, const Q
                   const QString& stream)
 {
     bool found = false;
-    totalTrap([&] { found = openExamRow(rows, conn, examRowSql, exam, withScience(stream)); });
+    totalTrap([&] { found = openExamRow(rows, conn, examRows, exam, withScience(stream)); });
     return found;
 }
 
@@ -247,7 +238,7 @@ ColumnMarks Catalogue::GetKSKMZF(const QString& exams, const QString& stream)
         MarkSums sums(AllColumns);
         for (const QString& exam : examNames(exams)) {
             database::Recordset rows;
-            if (!openExamRow(rows, m_conn, orderedExamRowSql, exam, {stream, otherStream(stream)}))
+            if (!openExamRow(rows, m_conn, orderedExamRows, exam, {stream, otherStream(stream)}))
                 continue;
             database::Recordset formulas;
             const bool hasFormulas =
@@ -270,9 +261,9 @@ QStringList Catalogue::GetZFKMGS(const QString& exam, const QString& stream)
     const Trap trap{" - Function GetZFKMGS/Mdl_MDB"};
     trap([&] {
         database::Recordset rows;
-        rows.Open(examRowSql(exam, stream), m_conn);
+        rows.Open(examRows, {exam, stream}, m_conn);
         if (rows.RecordCount() == 0)
-            rows.Open(orderedExamRowSql(exam, otherStream(stream)), m_conn);
+            rows.Open(orderedExamRows, {exam, otherStream(stream)}, m_conn);
         for (qsizetype i = 0; i < TotalColumns.size(); ++i)
             trap([&] { m_totalFormulas[i] = rows.Fields(TotalColumns[i]).Value().text(); });
     });
@@ -285,7 +276,7 @@ float Catalogue::getKMMF(const QString& exam, const QString& stream, const QStri
     float marks = 0;
     trap([&] {
         database::Recordset rows;
-        if (openExamRow(rows, m_conn, examRowSql, exam, {stream, otherStream(stream)}))
+        if (openExamRow(rows, m_conn, examRows, exam, {stream, otherStream(stream)}))
             marks = singleField(rows, subject);
     });
     return marks;

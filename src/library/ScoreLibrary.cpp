@@ -98,7 +98,7 @@ QString ScoreLibrary::GetPic(qint64 id)
     QString picture;
     trap([&] {
         database::Recordset rows;
-        rows.Open(u"select *  from 信息表 where id="_s + QString::number(id), Conn);
+        rows.Open(u"select *  from 信息表 where id=?"_s, {id}, Conn);
         const QString name = rows.Fields(u"照片名"_s).Value().text();
         if (runtime::Trim(name).isEmpty())
             return;

@@ -15,8 +15,18 @@ namespace {
 QString settingField(database::Connection& conn, const QString& name, const QString& field)
 {
     database::Recordset rows;
-    rows.Open(u"select * from 设置表 where 名称='"_s + name + u"'"_s, conn);
+    rows.Open(u"select * from 设置表 where 名称=?"_s, {name}, conn);
     return rows.RecordCount() > 0 ? rows.Fields(field).Value().text() : QString();
+}
+
+bool areNumbers(const QString& codes)
+{
+    const QStringList all = runtime::splitList(codes, u","_s);
+    return std::all_of(all.begin(), all.end(), [](const QString& code) {
+        bool isNumber = false;
+        code.toDouble(&isNumber);
+        return isNumber;
+    });
 }
 
 } // namespace
@@ -43,9 +53,8 @@ QString Settings::GetXXSZ(const QString& name, const QString& stream, const QStr
     QString condition;
     trap([&] {
         database::Recordset rows;
-        rows.Open(u"select * from 详细设置表 where 设置名称='"_s + name + u"' and 科类='"_s + stream
-                      + u"' and 科目='"_s + subject + u"'"_s,
-                  m_conn);
+        rows.Open(u"select * from 详细设置表 where 设置名称=? and 科类=? and 科目=?"_s,
+                  {name, stream, subject}, m_conn);
         if (rows.RecordCount() == 0)
             return;
         const auto field = [&](const QString& column) {
@@ -65,9 +74,11 @@ void Settings::GetTJLB()
         const QString codes = GetSZ(u"参与统计的学生类别代码"_s);
         if (codes == u"(全部)"_s || codes.isEmpty())
             return;
-        CategoryFilter = u" and ("_s
-                         + GetSouSuoChuan(codes, u","_s, u"类别代码"_s, Joiner::Or, Quote::None)
-                         + u")"_s;
+        // Between apostrophes a code that is no number is refused by every statement, instead of
+        // becoming more of it than a code.
+        const Quote quote = areNumbers(codes) ? Quote::None : Quote::Single;
+        CategoryFilter =
+            u" and ("_s + GetSouSuoChuan(codes, u","_s, u"类别代码"_s, Joiner::Or, quote) + u")"_s;
     });
 }
 
@@ -93,7 +104,7 @@ QStringList Settings::GetZDYXS(const QString& name)
     QStringList items;
     trap([&] {
         database::Recordset rows;
-        rows.Open(u"select * from 自定义显示表 where 项目名称='"_s + name + u"'"_s, m_conn);
+        rows.Open(u"select * from 自定义显示表 where 项目名称=?"_s, {name}, m_conn);
         if (rows.RecordCount() == 0)
             return;
         const database::TableColumns& fields = m_conn.columns(u"成绩表"_s);

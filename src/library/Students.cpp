@@ -2,6 +2,7 @@
 
 #include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
+#include "platform/database/SqlPieces.h"
 #include "platform/database/Statement.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
@@ -18,9 +19,9 @@ namespace {
 Value firstStudentField(database::Connection& conn, const Value& classNumber, const QString& field)
 {
     // Asked for by order and limit, the engine would walk through the students of other classes.
-    database::Statement& student =
-        conn.prepared(u"select ID, "_s + field
-                      + u" from 信息表 where rowid=(select min(rowid) from 信息表 where 班级=?)"_s);
+    database::Statement& student = conn.prepared(database::sqlWith(
+        u"select ID, %1 from 信息表 where rowid=(select min(rowid) from 信息表 where 班级=?)"_s,
+        {database::SqlPiece::name(field)}));
     student.bind({classNumber});
     if (!student.step())
         throw database::Error(database::Failure::Sql, database::noCurrentRow());
@@ -55,11 +56,12 @@ qint64 Students::GetZRS(const QString& stream, double classNumber)
     const Trap trap{" - Function GetZRS/Mdl_MDB"};
     qint64 students = 0;
     trap([&] {
-        QString sql = u"select *  from 信息表 where 科类='"_s + stream + u"'"_s;
-        if (classNumber != 0)
-            sql += u" and 班级="_s + runtime::doubleText(classNumber);
         database::Recordset rows;
-        rows.Open(sql, m_conn);
+        if (classNumber == 0)
+            rows.Open(u"select *  from 信息表 where 科类=?"_s, {stream}, m_conn);
+        else
+            rows.Open(u"select *  from 信息表 where 科类=? and 班级=?"_s, {stream, classNumber},
+                      m_conn);
         students = rows.RecordCount();
     });
     return students;
@@ -71,7 +73,7 @@ QString Students::GetGRXX(qint64 id)
     QString line;
     trap([&] {
         database::Recordset rows;
-        rows.Open(u"select *  from 信息表 where id="_s + QString::number(id), m_conn);
+        rows.Open(u"select *  from 信息表 where id=?"_s, {id}, m_conn);
         const auto field = [&](const QString& name) { return rows.Fields(name).Value().text(); };
         line =
             field(u"姓名"_s) + u" "_s + field(u"班级"_s) + u" 班 "_s + field(u"学号"_s) + u" 号 "_s;
@@ -91,9 +93,7 @@ QString Students::GetMC(const QString& exam, const QString& column, qint64 id)
         return rank;
     trap([&] {
         database::Recordset rows;
-        rows.Open(u"select *  from 成绩表 where 考试名称='"_s + exam + u"' and id="_s
-                      + QString::number(id),
-                  m_conn);
+        rows.Open(u"select *  from 成绩表 where 考试名称=? and id=?"_s, {exam, id}, m_conn);
         rank = rows.Fields(column).Value().text();
     });
     return rank;

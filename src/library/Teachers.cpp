@@ -20,11 +20,11 @@ QStringList Teachers::ofSubjects(const QString& exam, double classNumber,
     const Trap trap{" - Function GetJSMD/Mdl_MDB"};
     QStringList found(subjects.size(), QString());
     trap([&] {
-        database::Statement& row = m_conn.prepared(u"select * from 教师表 where 考试名称='"_s + exam
-                                                   + u"' and 班级=? order by rowid"_s);
+        database::Statement& row =
+            m_conn.prepared(u"select * from 教师表 where 考试名称=? and 班级=? order by rowid"_s);
         const database::TableColumns& columns = m_conn.columns(u"教师表"_s);
         QStringList missing;
-        row.bind({classNumber});
+        row.bindQuoted({exam, classNumber});
         const bool isListed = row.step();
         for (int k = 0; isListed && k < subjects.size(); ++k) {
             const int column = columns.find(subjects[k]);

@@ -4,9 +4,12 @@
 #include <limits>
 #include <numeric>
 
+#include "platform/database/SqlPieces.h"
+
 namespace scoring {
 
 using namespace Qt::StringLiterals;
+using database::SqlPiece;
 
 constexpr double null = std::numeric_limits<double>::quiet_NaN();
 
@@ -68,15 +71,18 @@ void ExamTable::chooseColumns(const TableScope& scope)
 
 void ExamTable::read(const QString& exam, const QString& stream, const QString& filter)
 {
-    QString sql = u"select rowid, 班级"_s;
+    QStringList names;
     for (size_t i = 0; i < m_readAtOnce; ++i)
-        sql += u",["_s + m_columns[i].name() + u']';
+        names.append(m_columns[i].name());
     // The index delivers the rows class by class; sorting row ids afterwards is cheaper than
-    // letting the engine sort whole rows. The names stand unescaped, as everywhere: one that the
-    // catalogue's statements fail on must fail here too, or its rows would be scored by the
-    // formulas of the exam before.
-    sql += u" from 成绩表 where 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s + filter;
-    database::Statement rows(m_conn, sql);
+    // letting the engine sort whole rows.
+    database::Statement rows(
+        m_conn,
+        database::sqlWith(u"select rowid, 班级%1 from 成绩表 where 考试名称=? and 科类=?%2"_s,
+                          {SqlPiece::moreNames(names), SqlPiece::condition(filter)}));
+    // A name that the catalogue's statements refuse is refused here too, or its rows would be
+    // scored by the formulas of the exam before.
+    rows.bindQuoted({exam, stream});
     std::vector<double> numbers(1 + m_readAtOnce);
     while (rows.step()) {
         m_rowIds.push_back(rows.integer(0));
@@ -148,15 +154,24 @@ const TableColumn* ExamTable::column(const QString& name) const
     return found < 0 ? nullptr : &m_columns[size_t(found)];
 }
 
+namespace {
+
+QStringList namesOf(const std::vector<TableColumn*>& columns)
+{
+    QStringList names;
+    for (const TableColumn* column : columns)
+        names.append(column->name());
+    return names;
+}
+
+} // namespace
+
 void ExamTable::readRest(const std::vector<TableColumn*>& columns)
 {
     if (columns.empty())
         return;
-    QStringList names;
-    for (const TableColumn* column : columns)
-        names.append(u'[' + column->name() + u']');
-    database::Statement row(m_conn,
-                            u"select "_s + names.join(u',') + u" from 成绩表 where rowid=?"_s);
+    database::Statement row(m_conn, database::sqlWith(u"select %1 from 成绩表 where rowid=?"_s,
+                                                      {SqlPiece::names(namesOf(columns))}));
     std::vector<double> numbers(columns.size());
     for (size_t i = 0; i < rowCount(); ++i) {
         row.reset();
@@ -174,19 +189,14 @@ void ExamTable::readRest(const std::vector<TableColumn*>& columns)
 /// leaves a row alone that has all the values already.
 database::Statement& ExamTable::writer(const std::vector<TableColumn*>& columns)
 {
-    QStringList names;
-    QStringList assignments;
-    QStringList places;
-    for (const TableColumn* column : columns) {
-        places.append(u'?' + QString::number(places.size() + 1));
-        names.append(u'[' + column->name() + u']');
-        assignments.append(names.last() + u'=' + places.last());
-    }
-    QString sql = u"update 成绩表 set %1 where rowid=?%2"_s.arg(assignments.join(u','))
-                      .arg(columns.size() + 1);
+    const QStringList names = namesOf(columns);
+    const int count = int(names.size());
+    QString sql = u"update 成绩表 set %1 where rowid=%2"_s;
     if (m_readAtOnce < m_columns.size())
-        sql += u" and (%1) is not (%2)"_s.arg(names.join(u','), places.join(u','));
-    return m_conn.prepared(sql);
+        sql = u"update 成绩表 set %1 where rowid=%2 and (%3) is not (%4)"_s;
+    return m_conn.prepared(
+        database::sqlWith(sql, {SqlPiece::assignments(names), SqlPiece::places(count + 1, 1),
+                                SqlPiece::names(names), SqlPiece::places(1, count)}));
 }
 
 std::vector<TableColumn*> ExamTable::changedColumns()

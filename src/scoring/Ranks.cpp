@@ -169,7 +169,7 @@ std::vector<double> classesOf(database::Connection& conn, const QString& stream)
 {
     std::vector<double> classes;
     database::Recordset rows;
-    rows.Open(u"select distinct 班级  from 信息表 where 科类='"_s + stream + u"'"_s, conn);
+    rows.Open(u"select distinct 班级  from 信息表 where 科类=?"_s, {stream}, conn);
     for (; !rows.Eof(); rows.MoveNext()) {
         const double number = runtime::Val(rows.Fields(0).Value());
         // Class 0 would mean the grade.

@@ -3,6 +3,7 @@
 #include "library/ColumnNames.h"
 #include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
+#include "platform/database/SqlPieces.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
@@ -17,24 +18,15 @@ using runtime::Value;
 
 namespace {
 
-/// An aggregate over the students of one exam and stream that sat a column.
-QString aggregateSql(const QString& function, const QString& exam, const QString& column,
-                     const QString& stream)
+/// An aggregate over the students that sat a column; `values` are exam, stream and what else the
+/// statement asks for. Throws Error.
+Value aggregate(library::ScoreLibrary& scoreLibrary, const QString& sql, const QString& column,
+                const std::vector<Value>& values)
 {
-    return u"SELECT "_s + function + u"("_s + column + u")  from 成绩表 WHERE "_s + column
-           + u" >= 0 and 考试名称='"_s + exam + u"' and 科类='"_s + stream + u"'"_s;
-}
-
-double meanOf(library::ScoreLibrary& scoreLibrary, const QString& sql, const char* tag)
-{
-    const Trap reading{tag};
-    double found = 0;
-    reading([&] {
-        database::Recordset rows;
-        rows.Open(sql, scoreLibrary.Conn);
-        found = Val(rows.Fields(0).Value());
-    });
-    return found;
+    database::Recordset rows;
+    rows.Open(database::sqlWith(sql, {database::SqlPiece::name(column)}), values,
+              scoreLibrary.Conn);
+    return rows.Fields(0).Value();
 }
 
 } // namespace
@@ -59,17 +51,28 @@ void GetZtoT(library::ScoreLibrary& scoreLibrary)
 double GetPJF(library::ScoreLibrary& scoreLibrary, const QString& exam, const QString& column,
               const QString& stream)
 {
-    return meanOf(scoreLibrary, aggregateSql(u"Avg"_s, exam, column, stream),
-                  " - Function GetPJF/Mdl_MDB");
+    const Trap reading{" - Function GetPJF/Mdl_MDB"};
+    double mean = 0;
+    reading([&] {
+        mean = Val(aggregate(
+            scoreLibrary, u"SELECT Avg(%1) from 成绩表 WHERE %1 >= 0 and 考试名称=? and 科类=?"_s,
+            column, {exam, stream}));
+    });
+    return mean;
 }
 
 double GetBJPJF(library::ScoreLibrary& scoreLibrary, const QString& exam, const QString& column,
                 const QString& stream, double classNumber)
 {
-    return meanOf(scoreLibrary,
-                  aggregateSql(u"Avg"_s, exam, column, stream) + u" and  班级="_s
-                      + runtime::doubleText(classNumber),
-                  " - Function GetBJPJF/Mdl_MDB");
+    const Trap reading{" - Function GetBJPJF/Mdl_MDB"};
+    double mean = 0;
+    reading([&] {
+        mean = Val(aggregate(
+            scoreLibrary,
+            u"SELECT Avg(%1) from 成绩表 WHERE %1 >= 0 and 考试名称=? and 科类=? and 班级=?"_s,
+            column, {exam, stream, classNumber}));
+    });
+    return mean;
 }
 
 Value GetBZC(library::ScoreLibrary& scoreLibrary, const QString& exam, const QString& column,
@@ -78,9 +81,9 @@ Value GetBZC(library::ScoreLibrary& scoreLibrary, const QString& exam, const QSt
     const Trap reading{" - Function GetBZC/Mdl_MDB"};
     Value deviation;
     reading([&] {
-        database::Recordset rows;
-        rows.Open(aggregateSql(u"stdev"_s, exam, column, stream), scoreLibrary.Conn);
-        deviation = rows.Fields(0).Value();
+        deviation = aggregate(
+            scoreLibrary, u"SELECT stdev(%1) from 成绩表 WHERE %1 >= 0 and 考试名称=? and 科类=?"_s,
+            column, {exam, stream});
     });
     return deviation;
 }

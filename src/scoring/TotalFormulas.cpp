@@ -1,6 +1,8 @@
 #include "scoring/TotalFormulas.h"
 
 #include "library/ColumnNames.h"
+#include "platform/database/SqlPieces.h"
+#include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
 
@@ -11,13 +13,17 @@ using runtime::Trap;
 
 namespace {
 
-/// The rows of all these exams. Without an exam the condition is cut off, which the engine refuses.
-QString rowsOf(const QStringList& exams)
+/// The rows of all these exams. Without an exam the condition stays open, which the engine refuses.
+void openRowsOf(const QStringList& exams, database::Recordset& rows, database::Connection& conn)
 {
-    QString condition = u" where 考试名称="_s;
-    if (!exams.isEmpty())
-        condition += u'\'' + exams.join(u"' or 考试名称='"_s);
-    return u"select * from 考试名称表"_s + condition + u'\'';
+    if (exams.isEmpty())
+        return rows.Open(u"select * from 考试名称表 where 考试名称='"_s, conn);
+    std::vector<runtime::Value> names;
+    for (const QString& exam : exams)
+        names.emplace_back(exam);
+    rows.Open(database::sqlWith(u"select * from 考试名称表 where 考试名称 in (%1)"_s,
+                                {database::SqlPiece::places(1, int(exams.size()))}),
+              names, conn);
 }
 
 } // namespace
@@ -44,7 +50,7 @@ std::optional<QString> TotalFormulas::ShowGS(const QString& exam, const QString&
     std::optional<QString> formula;
     trap([&] {
         database::Recordset rows;
-        rows.Open(u"select * from 考试名称表 where 考试名称='"_s + exam + u'\'', m_library.Conn);
+        rows.Open(u"select * from 考试名称表 where 考试名称=?"_s, {exam}, m_library.Conn);
         formula = rows.Fields(total).Value().text();
     });
     return formula;
@@ -65,20 +71,18 @@ void TotalFormulas::save(const QStringList& chosenExams, const QString& total,
                          const QString& formula)
 {
     const Trap trap{" - Private Sub Command1_Click/FormZFGS"};
-    database::Recordset rows;
-    if (!checkTerms(formula) || !trap([&] { rows.Open(rowsOf(chosenExams), m_library.Conn); }))
+    if (!checkTerms(formula))
         return;
-    const auto more = [&] {
-        bool row = false;
-        trap([&] { row = !rows.Eof(); });
-        return row;
-    };
-    while (more()) {
-        trap([&] { rows.Fields(total).setValue(formula); });
-        trap([&] { rows.Update(); });
-        if (!trap([&] { rows.MoveNext(); }))
-            return;
-    }
+    trap([&] {
+        database::WriteBatch batch(m_library.Conn);
+        database::Recordset rows;
+        openRowsOf(chosenExams, rows, m_library.Conn);
+        for (; !rows.Eof(); rows.MoveNext()) {
+            trap([&] { rows.Fields(total).setValue(formula); });
+            trap([&] { rows.Update(); });
+        }
+        batch.commit();
+    });
 }
 
 } // namespace scoring

@@ -2,6 +2,7 @@
 
 #include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
+#include "platform/database/SqlPieces.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
 #include "statistics/NamedReports.h"
@@ -168,10 +169,10 @@ void Analysis::fillStudents(const StudentSheet& sheet)
 void Analysis::writeStudents(const StudentSheet& sheet, const QStringList& columns)
 {
     database::Recordset rows;
-    rows.Open(u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and 科类='"_s
-                  + streamName() + u"' "_s + m_context.library.settings.CategoryFilter
-                  + u" order by 班级,学号"_s,
-              m_context.library.Conn);
+    rows.Open(database::sqlWith(
+                  u"select * from 成绩表 WHERE 考试名称=? and 科类=?%1 order by 班级,学号"_s,
+                  {database::SqlPiece::condition(m_context.library.settings.CategoryFilter)}),
+              {m_exam, streamName()}, m_context.library.Conn);
     std::vector<database::FieldByName> fields;
     for (const QString& column : columns)
         fields.emplace_back(rows, column);

@@ -171,14 +171,6 @@ QString declaration(const Tokens& tokens, int first)
     return {};
 }
 
-/// True for a bare word that the engine keeps for itself. A column of that name could be reached by
-/// no statement that does not bracket it.
-bool isKeyword(const SqlToken& token)
-{
-    const QByteArray word = token.text.toUtf8();
-    return token.kind == Kind::Word && sqlite3_keyword_check(word.constData(), int(word.size()));
-}
-
 /// `ALTER TABLE T add [COLUMN] name type`.
 std::optional<QString> addColumn(const Tokens& tokens)
 {
@@ -192,7 +184,8 @@ std::optional<QString> addColumn(const Tokens& tokens)
     const QString declared = named ? declaration(tokens, name + 1) : QString();
     if (declared.isEmpty())
         throw Error(Failure::Sql, u"添加列的语句不正确：需要一个列名和一个已知的类型。"_s);
-    if (isKeyword(tokens[name]))
+    // A column named rowid would hide the row ids.
+    if (isKeyword(tokens[name]) || tokens[name].text.compare("rowid"_L1, Qt::CaseInsensitive) == 0)
         throw Error(Failure::Sql, u"“%1”是数据库的保留字，不能作列名。"_s.arg(tokens[name].text));
     return u"ALTER TABLE %1 ADD COLUMN %2 %3"_s.arg(bracketed(tokens[2].text),
                                                     bracketed(tokens[name].text), declared);
@@ -236,6 +229,12 @@ bool endsTables(const SqlToken& token)
 }
 
 } // namespace
+
+bool isKeyword(const SqlToken& token)
+{
+    const QByteArray word = token.text.toUtf8();
+    return token.kind == Kind::Word && sqlite3_keyword_check(word.constData(), int(word.size()));
+}
 
 QString bracketed(const QString& name)
 {

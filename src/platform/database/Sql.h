@@ -28,6 +28,10 @@ struct SqlToken
 /// the statements of a library have none of.
 std::optional<std::vector<SqlToken>> sqlTokens(const QString& sql);
 
+/// True for a bare word that the engine keeps for itself. A column of that name could be reached by
+/// no statement that does not bracket it.
+bool isKeyword(const SqlToken& token);
+
 /// A name in brackets, as a statement takes it.
 QString bracketed(const QString& name);
 
