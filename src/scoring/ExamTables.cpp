@@ -1,7 +1,5 @@
 #include "scoring/ExamTables.h"
 
-#include "platform/database/WriteBatch.h"
-
 namespace scoring {
 
 ExamTable& ExamTables::of(const QString& stream)
@@ -17,12 +15,9 @@ ExamTable& ExamTables::of(const QString& stream)
 
 void ExamTables::write()
 {
-    if (m_tables.empty())
-        return;
-    database::WriteBatch batch(m_conn);
     for (const auto& [stream, table] : m_tables)
         table->write();
-    batch.commit();
+    m_batch.commit();
 }
 
 } // namespace scoring

@@ -52,9 +52,19 @@ void Scoring::PaiMC(const QString& exam, const QString& stream, double classNumb
 
 bool Scoring::score(const QString& exam, runtime::Progress& progress)
 {
+    const Trap trap{" - Sub PanNJBjMC/Mdl_MDB"};
+    bool complete = false;
+    trap([&] {
+        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
+        complete = runSteps(tables, progress);
+    });
+    return complete;
+}
+
+bool Scoring::runSteps(ExamTables& tables, runtime::Progress& progress)
+{
     constexpr int steps = 4;
-    const QString text = u"计算总分："_s + exam + u"..."_s;
-    ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
+    const QString text = u"计算总分："_s + tables.exam() + u"..."_s;
     bool complete = true;
     const auto runStep = [&](int step, const char* tag, const std::function<bool()>& work) {
         progress.report(text, step, steps);

@@ -5,6 +5,8 @@
 
 namespace scoring {
 
+class ExamTables;
+
 /// The derived columns of an exam: Z and T scores, totals, ranks, each stream by itself. Every
 /// routine reads the exam once, and writes it once in one batch.
 class Scoring
@@ -23,11 +25,14 @@ public:
 
     /// Zfen, JiSuanZF and PanNJBjMC in this order. A step, or a stream of it, that fails is shown
     /// in a message and does not keep the next ones from running; what was computed is written at
-    /// the end. False if one failed, or if the run was cancelled; a cancelled run leaves the exam
-    /// as it was.
+    /// the end. False if one failed, or if the run was cancelled. A run that was cancelled, or
+    /// whose file could not be read or written, leaves the exam as it was.
     bool score(const QString& exam, runtime::Progress& progress);
 
 private:
+    /// False if a step failed, or if the run was cancelled.
+    bool runSteps(ExamTables& tables, runtime::Progress& progress);
+
     library::ScoreLibrary& m_library;
 };
 

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/database/WriteBatch.h"
+#include "platform/database/Error.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/TextFile.h"
 #include "support/OrdinaryUser.h"
@@ -183,7 +183,7 @@ TEST_F(NewLibraryRun, ALibraryThatAnotherProgramWritesCannotBeOverwritten)
     {
         database::Connection other;
         other.Open(path);
-        database::WriteBatch batch(other);
+        database::runOnEngine(other.handle(), "BEGIN IMMEDIATE");
         other.Execute(u"insert into 考试名称表(考试名称,科类,考试编号) values('期中','理',1)"_s);
         const QByteArray before = content();
         dialogs.expect(u"文件已存在"_s, Answer::Ok);
@@ -195,7 +195,7 @@ TEST_F(NewLibraryRun, ALibraryThatAnotherProgramWritesCannotBeOverwritten)
         EXPECT_EQ(scores.catalogue.AllColumns, QStringList{u"语文"_s});
         EXPECT_EQ(content(), before);
         scores.Conn.Close();
-        batch.commit();
+        database::runOnEngine(other.handle(), "COMMIT");
     }
     scores.LibPath = path;
     scores.OpenDB();

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/database/Error.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Numbers.h"
 #include "support/PrintQString.h"
@@ -392,6 +393,53 @@ TEST(ScoringRun, AFileThatWasMovedAwayCostsOneMessageAndNothingIsWritten)
     EXPECT_FALSE(scoring::Scoring(test.scores).score(exam, progress));
     ASSERT_EQ(test.dialogs.failures.size(), 1);
     EXPECT_TRUE(test.dialogs.failures.first().contains(u"已被移走、删除或替换"_s));
+}
+
+TEST(Scoring, AnExamWhoseNameHoldsAnApostropheIsToldAndScoresNobody)
+{
+    TestLibrary test(subjects + totals);
+    fill(test, 1);
+    for (const QString& name : {u"' or ''='"_s, u"期末' --"_s}) {
+        test.addExam(name, u"理"_s, 2, {{u"语文"_s, 150}});
+        test.addScores(name, 4, 3, {{u"语文"_s, 90}});
+        test.reload();
+        const QString before = test.rows(u"select * from 成绩表"_s);
+        runtime::NoProgress progress;
+        scoring::Scoring(test.scores).score(name, progress);
+        EXPECT_FALSE(test.dialogs.failures.isEmpty());
+        EXPECT_EQ(test.rows(u"select * from 成绩表"_s), before) << name.toStdString();
+        test.dialogs.failures.clear();
+    }
+}
+
+TEST(Scoring, SignsOfCommentsInANameAreJustItsText)
+{
+    TestLibrary test(subjects + totals);
+    const QString name = u"2024--2025/*期中*/"_s;
+    test.addStudent(1, 1, u"甲"_s, u"理"_s);
+    test.addExam(name, u"理"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
+    test.addScores(name, 1, 1, {{u"语文"_s, 90}});
+    test.reload();
+    runtime::NoProgress progress;
+    EXPECT_TRUE(scoring::Scoring(test.scores).score(name, progress));
+    EXPECT_EQ(test.rows(u"select 总分, 语文年名, 总分班名 from 成绩表"_s), u"90|1|1"_s);
+}
+
+TEST(Scoring, ALibraryThatAnotherProgramWritesIsToldOnceAndStaysAsItWas)
+{
+    TestLibrary test(subjects + totals);
+    fill(test, 1);
+    const QString before = test.rows(u"select * from 成绩表"_s);
+    database::Connection other;
+    other.Open(test.scores.Conn.path());
+    database::runOnEngine(other.handle(), "BEGIN IMMEDIATE");
+    runtime::NoProgress progress;
+    EXPECT_FALSE(scoring::Scoring(test.scores).score(exam, progress));
+    EXPECT_EQ(test.dialogs.failures.size(), 1);
+    EXPECT_TRUE(test.dialogs.failures.value(0).startsWith(u"成绩库正被别的程序使用"_s));
+    database::runOnEngine(other.handle(), "COMMIT");
+    EXPECT_EQ(test.rows(u"select * from 成绩表"_s), before);
+    EXPECT_TRUE(scoring::Scoring(test.scores).score(exam, progress)) << "and then it works";
 }
 
 } // namespace

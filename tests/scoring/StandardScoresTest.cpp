@@ -44,13 +44,16 @@ TEST_F(StandardScores, AreComputedFromOneStateOfTheLibrary)
     student(1, 60);
     student(2, 80);
     test.execute(u"update 设置表 set 设置='50+10z' where 名称='T分'"_s);
-    QList<bool> wasFree;
-    // Acts ahead of what lets go of the file before the box.
-    const runtime::BeforeDialogs beforeBox(
-        [&] { wasFree.append(support::isFree(test.scores.Conn.path())); });
-    run();
-    EXPECT_FALSE(wasFree.value(0, true));
-    EXPECT_TRUE(support::isFree(test.scores.Conn.path()));
+    test.reload();
+    const auto isFree = [this] { return support::isFree(test.scores.Conn.path()); };
+    QList<bool> whileItRan;
+    QList<bool> whileItWasTold;
+    runtime::NoProgress none;
+    runtime::PartProgress progress(none, [&](const QString&, int, int) { whileItRan << isFree(); });
+    const runtime::BeforeDialogs beforeBox([&] { whileItWasTold << isFree(); });
+    scoring.score(u"期中"_s, progress);
+    EXPECT_EQ(whileItRan, QList<bool>(4, false));
+    EXPECT_EQ(whileItWasTold, QList<bool>{true}) << "a box keeps no other program waiting";
 }
 
 TEST_F(StandardScores, AnAbsentStudentIsLeftOutOfTheMeanButScoredAsZero)
