@@ -7,6 +7,8 @@
 
 #include <QStringTokenizer>
 
+#include "platform/database/SqlPieces.h"
+#include "platform/runtime/Numbers.h"
 #include "platform/runtime/PlainNumber.h"
 
 namespace statistics {
@@ -53,24 +55,56 @@ std::optional<Comparison> comparisonOf(QStringView text)
         if (!rest.startsWith(signText))
             continue;
         const std::optional<double> number = plainDecimal(rest.mid(signText.size()).trimmed());
-        if (!number || !isBareName(name))
+        if (!number || !database::isBareName(name))
             return {};
         return Comparison{name.toString(), sign.op, *number};
     }
     return {};
 }
 
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// The smallest value whose rounding passes `test`, as that of no smaller one does, next to
+/// `number`. It lies half a place below a number of so many places.
+template <class Test> double smallestThat(double number, const Test& test)
+{
+    constexpr double scale = 1e4;
+    static_assert(ComparedDigits == 4);
+    // A double from here on has no such places.
+    if (std::abs(number) >= 4e11)
+        return test(number) ? number : std::nextafter(number, infinity);
+    double whole = std::floor(number * scale) - 1;
+    while (!test(whole / scale))
+        ++whole;
+    const auto passes = [&](double value) { return test(runtime::Round(value, ComparedDigits)); };
+    double at = (whole - 0.5) / scale;
+    while (passes(std::nextafter(at, -infinity)))
+        at = std::nextafter(at, -infinity);
+    while (!passes(at))
+        at = std::nextafter(at, infinity);
+    return at;
+}
+
+double smallestAtLeast(double number)
+{
+    return smallestThat(number, [number](double rounded) { return rounded >= number; });
+}
+
+double smallestAbove(double number)
+{
+    return smallestThat(number, [number](double rounded) { return rounded > number; });
+}
+
 } // namespace
 
 double Comparison::lowest() const
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
     switch (op) {
     case Operator::Greater:
-        return std::nextafter(number, infinity);
+        return smallestAbove(number);
     case Operator::GreaterOrEqual:
     case Operator::Equal:
-        return number;
+        return smallestAtLeast(number);
     default:
         return -infinity;
     }
@@ -78,24 +112,15 @@ double Comparison::lowest() const
 
 double Comparison::highest() const
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
     switch (op) {
     case Operator::Less:
-        return std::nextafter(number, -infinity);
+        return std::nextafter(smallestAtLeast(number), -infinity);
     case Operator::LessOrEqual:
     case Operator::Equal:
-        return number;
+        return std::nextafter(smallestAbove(number), -infinity);
     default:
         return infinity;
     }
-}
-
-bool isBareName(QStringView name)
-{
-    if (name.isEmpty() || name.front().isDigit())
-        return false;
-    return std::all_of(name.begin(), name.end(),
-                       [](QChar c) { return c.isLetterOrNumber() || c == u'_'; });
 }
 
 Condition::Condition(QString text) : m_text(std::move(text))
@@ -109,6 +134,29 @@ Condition::Condition(QString text) : m_text(std::move(text))
         }
         m_comparisons.push_back(std::move(*comparison));
     }
+}
+
+namespace {
+
+QString signText(Operator op)
+{
+    const auto* sign = std::find_if(std::begin(signs), std::end(signs),
+                                    [op](const Sign& known) { return known.op == op; });
+    return QString::fromUtf16(sign->text);
+}
+
+} // namespace
+
+QString Condition::sqlText() const
+{
+    if (!m_simple)
+        return m_text;
+    QStringList pieces;
+    for (const Comparison& comparison : m_comparisons)
+        pieces.append(u"round(%1,%2)%3%4"_s.arg(comparison.column)
+                          .arg(ComparedDigits)
+                          .arg(signText(comparison.op), runtime::doubleText(comparison.number)));
+    return pieces.join(u" and "_s);
 }
 
 } // namespace statistics

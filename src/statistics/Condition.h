@@ -8,17 +8,22 @@ namespace statistics {
 
 enum class Operator { Less, LessOrEqual, Greater, GreaterOrEqual, Equal };
 
+/// A comparison of a value, rounded to ComparedDigits places, with a number: a mark of 89.7 is kept
+/// as the nearest 32-bit float, which lies below, and is meant to reach a line of 89.7.
 struct Comparison
 {
     QString column;
     Operator op = Operator::Equal;
     double number = 0;
 
-    /// The smallest and the largest number that it holds for; it holds for all between them, and
+    /// The smallest and the largest value that it holds for; it holds for all between them, and
     /// for no NaN.
     double lowest() const;
     double highest() const;
 };
+
+/// Decimal places that conditions of reports look at.
+inline constexpr int ComparedDigits = 4;
 
 /// A condition of a report, such as "语文>=102 and 语文<=120": its SQL text, and the same as
 /// comparisons, so that it can be evaluated without the engine.
@@ -35,6 +40,8 @@ public:
     /// False if only the engine can answer it.
     bool isSimple() const { return m_simple; }
     const QString& text() const { return m_text; }
+    /// The text for the engine: one that is simple with its columns rounded, another as it stands.
+    QString sqlText() const;
     const std::vector<Comparison>& comparisons() const { return m_comparisons; }
 
 private:
@@ -42,9 +49,5 @@ private:
     std::vector<Comparison> m_comparisons;
     bool m_simple = true;
 };
-
-/// True for a name that SQL takes for a column without brackets: a letter or an underscore first,
-/// then letters, digits and underscores.
-bool isBareName(QStringView name);
 
 } // namespace statistics

@@ -3,13 +3,14 @@
 #include <limits>
 
 #include "platform/database/Recordset.h"
+#include "platform/database/SqlPieces.h"
 #include "platform/runtime/Deviation.h"
 #include "platform/runtime/Numbers.h"
 
 namespace statistics {
 
 using namespace Qt::StringLiterals;
-using runtime::doubleText;
+using database::SqlPiece;
 
 namespace {
 
@@ -77,7 +78,7 @@ private:
 
 QString figureText(double number)
 {
-    return doubleText(runtime::Round(number, 2));
+    return runtime::doubleText(runtime::Round(number, 2));
 }
 
 ExamFigures::ExamFigures(ReportContext& context, QString exam, QString stream,
@@ -94,29 +95,22 @@ const ExamRows* ExamFigures::rows()
     return m_rows;
 }
 
-std::optional<double> ExamFigures::ask(const QString& sql)
+void ExamFigures::openRows(database::Recordset& rows, const QString& condition, double classNumber)
 {
-    std::optional<double> answer;
-    m_trap([&] {
-        database::Recordset rows;
-        rows.Open(sql + m_context.library.settings.CategoryFilter, m_context.library.Conn);
-        const runtime::Value value = rows.Fields(0).Value();
-        if (!value.isNull())
-            answer = value.toDouble();
-    });
-    return answer;
+    const SqlPiece filter = SqlPiece::condition(m_context.library.settings.CategoryFilter);
+    rows.Open(
+        database::sqlWith(u"select * from 成绩表 WHERE 考试名称=? and %1 and 科类=? and 班级=?%2"_s,
+                          {SqlPiece::condition(condition), filter}),
+        {m_exam, m_stream, classNumber}, m_context.library.Conn);
 }
 
-QString ExamFigures::placeSql() const
+std::optional<double> ExamFigures::firstField(const QString& sql,
+                                              const std::vector<runtime::Value>& values)
 {
-    return u" from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and 科类='"_s + m_stream + u"'"_s;
-}
-
-QString ExamFigures::rowsSql(const QString& condition, double classNumber) const
-{
-    return u"select * from 成绩表 WHERE  考试名称='"_s + m_exam + u"' and "_s + condition
-           + u" and 科类='"_s + m_stream + u"' and 班级="_s + doubleText(classNumber)
-           + m_context.library.settings.CategoryFilter;
+    database::Recordset rows;
+    rows.Open(sql, values, m_context.library.Conn);
+    const runtime::Value value = rows.Fields(0).Value();
+    return value.isNull() ? std::nullopt : std::optional(value.toDouble());
 }
 
 ExamFigures::ClassFigure ExamFigures::rowCount(const Condition& condition)
@@ -159,11 +153,12 @@ bool ExamFigures::ClassFigure::findTests()
 /// The two comparisons of an interval make one test.
 void ExamFigures::ClassFigure::narrow(const double* values, const Comparison& comparison)
 {
+    const Test single{values, comparison.lowest(), comparison.highest()};
     if (m_tests.empty() || m_tests.back().values != values)
-        m_tests.push_back({values, comparison.lowest(), comparison.highest()});
+        return m_tests.push_back(single);
     Test& test = m_tests.back();
-    test.low = std::max(test.low, comparison.lowest());
-    test.high = std::min(test.high, comparison.highest());
+    test.low = std::max(test.low, single.low);
+    test.high = std::min(test.high, single.high);
 }
 
 bool ExamFigures::ClassFigure::passes(size_t row) const
@@ -222,34 +217,55 @@ std::optional<double> ExamFigures::ClassFigure::aggregateRows(ExamRows::Place pl
 
 std::optional<double> ExamFigures::ClassFigure::ask(double classNumber) const
 {
-    if (!m_aggregate) {
-        std::optional<double> answer;
-        m_figures.m_trap([&] {
-            database::Recordset rows;
-            rows.Open(m_figures.rowsSql(m_condition.text(), classNumber),
-                      m_figures.m_context.library.Conn);
-            answer = double(rows.RecordCount());
-        });
-        return answer;
-    }
-    QString sql = u"select "_s + functionName(*m_aggregate) + u"("_s + m_column + u")"_s
-                  + m_figures.placeSql() + u" and 班级="_s + doubleText(classNumber);
-    if (!m_condition.isNone())
-        sql += u" and "_s + m_condition.text();
-    return m_figures.ask(sql);
+    std::optional<double> answer;
+    m_figures.m_trap(
+        [&] { answer = m_aggregate ? askAggregate(classNumber) : askCount(classNumber); });
+    return answer;
+}
+
+double ExamFigures::ClassFigure::askCount(double classNumber) const
+{
+    database::Recordset rows;
+    m_figures.openRows(rows, m_condition.sqlText(), classNumber);
+    return double(rows.RecordCount());
+}
+
+std::optional<double> ExamFigures::ClassFigure::askAggregate(double classNumber) const
+{
+    const QString condition = m_condition.isNone() ? QString() : u" and "_s + m_condition.sqlText();
+    return m_figures.firstField(
+        database::sqlWith(
+            u"select %1(%2) from 成绩表 WHERE 考试名称=? and 科类=? and 班级=?%3%4"_s,
+            {SqlPiece::name(functionName(*m_aggregate)), SqlPiece::name(m_column),
+             SqlPiece::condition(condition),
+             SqlPiece::condition(m_figures.m_context.library.settings.CategoryFilter)}),
+        {m_figures.m_exam, m_figures.m_stream, classNumber});
 }
 
 std::optional<double> ExamFigures::highest(const QString& column)
 {
     const double* values = rows() ? m_rows->column(column) : nullptr;
     if (!values)
-        return ask(u"select max("_s + column + u")"_s + placeSql());
+        return askHighest(column);
     Collector collector(Aggregate::Maximum);
     for (size_t row = 0; row < m_rows->rowCount(); ++row) {
         if (!std::isnan(values[row]))
             collector.add(values[row]);
     }
     return collector.result();
+}
+
+std::optional<double> ExamFigures::askHighest(const QString& column)
+{
+    std::optional<double> answer;
+    m_trap([&] {
+        const SqlPiece filter = SqlPiece::condition(m_context.library.settings.CategoryFilter);
+        answer = firstField(
+            database::sqlWith(u"select max(%1) from 成绩表 WHERE 考试名称=? and 科类=?%2"_s,
+                              {SqlPiece::name(column), filter}),
+            {m_exam, m_stream});
+    });
+    return answer;
 }
 
 std::vector<double> ExamFigures::taken(const QString& column, double classNumber)
@@ -263,7 +279,7 @@ std::vector<double> ExamFigures::taken(const QString& column, double classNumber
     }
     m_trap([&] {
         database::Recordset records;
-        records.Open(rowsSql(column + u">=0"_s, classNumber), m_context.library.Conn);
+        openRows(records, column + u">=0"_s, classNumber);
         for (; !records.Eof(); records.MoveNext())
             found.push_back(runtime::Val(records.Fields(column).Value()));
     });

@@ -46,7 +46,10 @@ public:
         bool passes(size_t row) const;
         double countRows(ExamRows::Place place) const;
         std::optional<double> aggregateRows(ExamRows::Place place) const;
+        /// What the engine says; nothing for NULL, or after its message.
         std::optional<double> ask(double classNumber) const;
+        double askCount(double classNumber) const;
+        std::optional<double> askAggregate(double classNumber) const;
 
         ExamFigures& m_figures;
         Condition m_condition;
@@ -76,11 +79,11 @@ public:
 
 private:
     const ExamRows* rows();
-    std::optional<double> ask(const QString& sql);
-    /// The condition on exam and stream of an aggregate's statement.
-    QString placeSql() const;
-    /// "select * " with a condition between exam and stream.
-    QString rowsSql(const QString& condition, double classNumber) const;
+    /// Opens the rows of a class that meet the condition. Throws Error, as firstField does.
+    void openRows(database::Recordset& rows, const QString& condition, double classNumber);
+    /// The first field of the first row; nothing for NULL.
+    std::optional<double> firstField(const QString& sql, const std::vector<runtime::Value>& values);
+    std::optional<double> askHighest(const QString& column);
 
     ReportContext& m_context;
     QString m_exam;

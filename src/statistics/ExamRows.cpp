@@ -3,7 +3,7 @@
 #include <limits>
 #include <map>
 
-#include "statistics/Condition.h"
+#include "platform/database/SqlPieces.h"
 
 namespace statistics {
 
@@ -58,7 +58,7 @@ ExamRows::Place ExamRows::ofClass(double classNumber) const
 
 const double* ExamRows::column(const QString& name) const
 {
-    if (!isBareName(name))
+    if (!database::isBareName(name))
         return nullptr;
     const auto found = m_columns.constFind(name.toCaseFolded());
     return found == m_columns.constEnd() ? nullptr : found->data();

@@ -68,9 +68,11 @@ public:
     {
         std::vector<int> counters(size_t(m_count) + 1, 0);
         for (const double value : values) {
-            double index = runtime::Int(value / m_width);
+            // A mark of 89.7 is kept as a number just below, and belongs to the band from 89.7 on.
+            const double mark = runtime::Round(value, ComparedDigits);
+            double index = runtime::Int(runtime::Round(mark / m_width, 9));
             // Full marks belong to the last band.
-            if (m_exact && value == m_fullMarks)
+            if (m_exact && mark == m_fullMarks)
                 --index;
             if (index > m_count)
                 scoreBandsTrap.fail(u"成绩 "_s + doubleText(value)

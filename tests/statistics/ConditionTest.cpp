@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/runtime/Numbers.h"
+#include "support/PrintQString.h"
+
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -16,7 +19,6 @@ TEST(Condition, ReadsAChainOfComparisons)
     EXPECT_EQ(condition.comparisons()[0].column, u"语文"_s);
     EXPECT_EQ(condition.comparisons()[0].op, Operator::GreaterOrEqual);
     EXPECT_EQ(condition.comparisons()[1].number, 120.5);
-    EXPECT_EQ(condition.comparisons()[1].highest(), 120.5);
 }
 
 TEST(Condition, AComparisonHoldsBetweenTwoNumbers)
@@ -27,12 +29,46 @@ TEST(Condition, AComparisonHoldsBetweenTwoNumbers)
         const statistics::Comparison& comparison = condition.comparisons().at(0);
         return std::pair(comparison.lowest(), comparison.highest());
     };
-    EXPECT_EQ(bounds(u"语文>=60"_s), std::pair(60.0, infinity));
-    EXPECT_EQ(bounds(u"语文<=60"_s), std::pair(-infinity, 60.0));
-    EXPECT_EQ(bounds(u"语文=60"_s), std::pair(60.0, 60.0));
-    EXPECT_EQ(bounds(u"语文>60"_s), std::pair(std::nextafter(60.0, infinity), infinity));
-    EXPECT_EQ(bounds(u" 语文 < -20.25 "_s),
-              std::pair(-infinity, std::nextafter(-20.25, -infinity)));
+    // Half way between two fourth places goes to the even one, which 60 is.
+    const double belowSixty = std::nextafter(59.99995, -infinity);
+    const double sixtyAtMost = 60.00005;
+    EXPECT_EQ(bounds(u"语文>=60"_s), std::pair(59.99995, infinity));
+    EXPECT_EQ(bounds(u"语文<60"_s), std::pair(-infinity, belowSixty));
+    EXPECT_EQ(bounds(u"语文<=60"_s), std::pair(-infinity, sixtyAtMost));
+    EXPECT_EQ(bounds(u"语文=60"_s), std::pair(59.99995, sixtyAtMost));
+    EXPECT_EQ(bounds(u"语文>60"_s), std::pair(std::nextafter(sixtyAtMost, infinity), infinity));
+}
+
+TEST(Condition, LooksAtValuesRoundedToFourPlaces)
+{
+    const double numbers[] = {0,       0.1,     -1,        89.7,           532.6,         -20.25,
+                              1.0 / 3, 49.07,   1e7 + 0.1, 123456789.1234, 99999999999.5, 1e11,
+                              1e14,    1000.45, 0.00005,   0.00004};
+    const double steps[] = {0, 1e-9, 4e-5, 5e-5, 6e-5, 1e-4, 0.1, 1};
+    for (const double number : numbers) {
+        for (const double step : steps) {
+            for (const double value : {number - step, number + step, double(float(number)),
+                                       std::nextafter(number, 0.0)}) {
+                const double rounded = runtime::Round(value, statistics::ComparedDigits);
+                const auto holds = [&](Operator op) {
+                    const statistics::Comparison comparison{u"语文"_s, op, number};
+                    return comparison.lowest() <= value && value <= comparison.highest();
+                };
+                EXPECT_EQ(holds(Operator::GreaterOrEqual), rounded >= number) << number << value;
+                EXPECT_EQ(holds(Operator::Greater), rounded > number) << number << ' ' << value;
+                EXPECT_EQ(holds(Operator::LessOrEqual), rounded <= number)
+                    << number << ' ' << value;
+                EXPECT_EQ(holds(Operator::Less), rounded < number) << number << ' ' << value;
+            }
+        }
+    }
+}
+
+TEST(Condition, TellsTheEngineToRoundToo)
+{
+    EXPECT_EQ(Condition(u"语文>=102 and 语文<120.5"_s).sqlText(),
+              u"round(语文,4)>=102 and round(语文,4)<120.5"_s);
+    EXPECT_EQ(Condition(u"语文>=八十"_s).sqlText(), u"语文>=八十"_s);
 }
 
 TEST(Condition, LeavesEverythingElseToTheEngine)
