@@ -9,6 +9,7 @@ from pathlib import Path
 
 import check_layers
 import check_lengths
+import check_sql
 import check_widgets
 import check_words
 import functions
@@ -35,6 +36,33 @@ class MadeUpTree(unittest.TestCase):
         self.assertEqual(len(complaints), 1, complaints)
         for part in parts:
             self.assertIn(part, complaints[0])
+
+
+class Statements(MadeUpTree):
+    def complaints_about(self, line, file="src/library/A.cpp"):
+        self.write(file, line + "\n")
+        return self.complaints(check_sql.check)
+
+    def test_values_in_places_and_pieces_are_allowed(self):
+        for line in ('rows.Open(u"select * from T where 姓名=?"_s, {name}, conn);',
+                     'sqlWith(u"select %1 from T"_s, {SqlPiece::name(column)});',
+                     'rows.Open(u"select * from T "\n    "where a=1"_s, conn);',
+                     'say(u"selected"_s + name); // where 姓名= + name'):
+            with self.subTest(line):
+                self.assertEqual(self.complaints_about(line), [])
+
+    def test_a_statement_joined_to_something_is_refused(self):
+        for line in ('u"select * from T where 姓名='"'"'"_s + name',
+                     'x + u" order by 班级"_s',
+                     'u"update T set %1"_s.arg(name)',
+                     'u"select a "\n    "from T where b="_s + b'):
+            with self.subTest(line):
+                self.assertOneComplaint(self.complaints_about(line), "src/library/A.cpp:1",
+                                        "puts SQL together")
+
+    def test_the_folder_of_the_engine_may(self):
+        self.assertEqual(self.complaints_about('u"select * from "_s + name',
+                                               "src/platform/database/A.cpp"), [])
 
 
 class Layers(MadeUpTree):
