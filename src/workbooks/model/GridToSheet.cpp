@@ -56,14 +56,34 @@ private:
     int sheetRow(int row) const { return m_row + row - m_block.firstRow; }
     int sheetColumn(int col) const { return 1 + col - m_block.firstCol; }
 
+    /// Merges cells of one text, unless a merge that they meet would grow over another one.
     void merge(int firstRow, int firstCol, int lastRow, int lastCol) const
     {
         m_passOver([&] {
-            m_sheet
-                .Range(sheetRow(firstRow), sheetColumn(firstCol), sheetRow(lastRow),
-                       sheetColumn(lastCol))
-                .setMergeCells(true);
+            const CellRange run{sheetRow(firstRow), sheetColumn(firstCol), sheetRow(lastRow),
+                                sheetColumn(lastCol)};
+            const CellRange merged = m_sheet.merges().grown(run);
+            if (merged == run || hasOneText(merged))
+                m_sheet.Range(run).setMergeCells(true);
         });
+    }
+
+    bool hasOneText(const CellRange& cells) const
+    {
+        const int top = m_block.firstRow + cells.firstRow - m_row;
+        const int left = m_block.firstCol + cells.firstColumn - 1;
+        const int bottom = top + cells.lastRow - cells.firstRow;
+        const int right = left + cells.lastColumn - cells.firstColumn;
+        if (top < m_block.firstRow || bottom > m_block.lastRow || right > m_block.lastCol)
+            return false;
+        const QString& text = m_grid.TextMatrix(top, left);
+        for (int row = top; row <= bottom; ++row) {
+            for (int col = left; col <= right; ++col) {
+                if (m_grid.TextMatrix(row, col) != text)
+                    return false;
+            }
+        }
+        return true;
     }
 
     void mergeColumn(int col) const

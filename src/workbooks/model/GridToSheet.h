@@ -16,7 +16,8 @@ struct GridBlock
 
 /// Copies a block to a sheet from sheet row `row` (counted from 1) and column 1 on: runs of
 /// equal texts merged in the rows and columns that the grid marks for it, empty ones too, texts, a
-/// continuous border. `row` becomes the first row behind
+/// continuous border. Where runs of rows and of columns meet, they grow together only over one and
+/// the same text; otherwise the run of the row stays unmerged. `row` becomes the first row behind
 /// the empty row that follows. Failures are passed over, so that a stream without a sheet is left
 /// out while its row counter runs on.
 void GridBlockToSheet(const grid::FlexGrid& grid, Worksheet* sheet, int& row,

@@ -50,30 +50,38 @@ void SheetMerges::add(const CellRange& block)
     m_isSettled = false;
 }
 
-SheetMerges::Blocks::iterator SheetMerges::touched(const CellRange& block)
+/// The first block, in the order of rows, that could touch this one.
+SheetMerges::Blocks::const_iterator SheetMerges::firstNear(const CellRange& block) const
 {
-    const auto end = m_blocks.upper_bound(block.lastRow);
-    const auto found =
-        std::find_if(m_blocks.upper_bound(block.firstRow - m_mostRows), end,
-                     [&](const auto& entry) { return entry.second.cells.touches(block); });
-    return found == end ? m_blocks.end() : found;
+    return m_blocks.upper_bound(block.firstRow - m_mostRows);
 }
 
-void SheetMerges::unite(CellRange block)
+CellRange SheetMerges::grown(CellRange block) const
 {
-    for (auto found = touched(block); found != m_blocks.end(); found = touched(block)) {
-        block = around(block, found->second.cells);
-        m_blocks.erase(found);
+    for (CellRange before{}; before != block;) {
+        before = block;
+        const auto end = m_blocks.upper_bound(before.lastRow);
+        for (auto near = firstNear(before); near != end; ++near) {
+            if (near->second.cells.touches(block))
+                block = around(block, near->second.cells);
+        }
     }
-    m_isSettled = false;
-    if (!block.isOneCell())
-        add(block);
+    return block;
+}
+
+void SheetMerges::unite(const CellRange& block)
+{
+    const CellRange all = grown(block);
+    split(all);
+    if (!all.isOneCell())
+        add(all);
 }
 
 void SheetMerges::split(const CellRange& block)
 {
-    for (auto found = touched(block); found != m_blocks.end(); found = touched(block))
-        m_blocks.erase(found);
+    const auto end = m_blocks.upper_bound(block.lastRow);
+    for (auto near = firstNear(block); near != end;)
+        near = near->second.cells.touches(block) ? m_blocks.erase(near) : std::next(near);
     m_isSettled = false;
 }
 

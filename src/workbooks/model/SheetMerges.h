@@ -17,7 +17,9 @@ public:
     void add(const CellRange& block);
     /// Makes a block one cell; those that it touches grow together with it into the smallest block
     /// that holds them all. A block of one cell stays as it is.
-    void unite(CellRange block);
+    void unite(const CellRange& block);
+    /// The block that `unite` would make of this one.
+    CellRange grown(CellRange block) const;
     /// Takes the blocks apart that this one touches.
     void split(const CellRange& block);
     void clear();
@@ -37,7 +39,7 @@ private:
     };
     using Blocks = std::multimap<int, Block>; // by first row
 
-    Blocks::iterator touched(const CellRange& block);
+    Blocks::const_iterator firstNear(const CellRange& block) const;
     std::vector<CellRange> computeSettled() const;
 
     Blocks m_blocks;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QSet>
+
 #include "support/PrintQString.h"
 #include "workbooks/MergesOf.h"
 #include "workbooks/model/Application.h"
@@ -33,6 +35,16 @@ protected:
             for (int c = 0; c < texts[r].size(); ++c)
                 grid.setTextMatrix(r, c, texts[r][c]);
         }
+    }
+
+    static QSet<QString> textsUnder(const excel::Worksheet& sheet, const excel::CellRange& merge)
+    {
+        QSet<QString> texts;
+        for (int r = merge.firstRow; r <= merge.lastRow; ++r) {
+            for (int c = merge.firstColumn; c <= merge.lastColumn; ++c)
+                texts.insert(sheet.Cells(r, c).text());
+        }
+        return texts;
     }
 
     grid::FlexGrid grid;
@@ -82,11 +94,42 @@ TEST_F(GridBlock, ClosedSheetIsPassedOverInSilence)
     EXPECT_EQ(row, 10);
 }
 
-TEST_F(GridBlock, OverlappingMergesGrowTogether)
+TEST_F(GridBlock, ABlockOfOneTextIsMergedOverRowsAndColumns)
 {
-    fill({{u"甲"_s, u"甲"_s, u""_s}, {u"甲"_s, u"乙"_s, u"乙"_s}});
+    fill({{u"甲"_s, u"甲"_s, u""_s}, {u"甲"_s, u"甲"_s, u"乙"_s}});
     GridBlockToSheet(grid, &sheet, row, {0, 1, 0, 2});
-    EXPECT_EQ(sheet.merges().settled().size(), sheet.merges().all().size());
+    EXPECT_EQ(mergesOf(sheet), u"5,1-6,2"_s);
+}
+
+TEST_F(GridBlock, MergesNeverGrowTogetherOverOtherTexts)
+{
+    // Marks that a table before left: a class over its rows, and rows that were titles.
+    const QList<QStringList> tables[] = {
+        {{u"1"_s, u"1"_s, u"甲"_s}, {u"1"_s, u"2"_s, u"乙"_s}, {u"1"_s, u"3"_s, u"丙"_s}},
+        {{u"1"_s, u"2"_s, u"甲"_s}, {u"1"_s, u"1"_s, u"乙"_s}, {u"2"_s, u"1"_s, u"丙"_s}},
+        {{u"1"_s, u"1"_s, u"1"_s}, {u"1"_s, u"1"_s, u"1"_s}, {u"1"_s, u"1"_s, u"丙"_s}},
+        {{u""_s, u""_s, u"甲"_s}, {u""_s, u"2"_s, u"2"_s}, {u""_s, u"3"_s, u"2"_s}}};
+    grid.setMergeCol(1, true);
+    grid.setMergeRow(2, true);
+    for (const QList<QStringList>& texts : tables) {
+        fill(texts);
+        excel::Worksheet& target = application.Workbooks().Add().Worksheets().Item(1);
+        row = 1;
+        GridBlockToSheet(grid, &target, row, {0, 2, 0, 2});
+        for (const excel::CellRange& merge : target.merges().all())
+            EXPECT_EQ(textsUnder(target, merge).size(), 1) << mergesOf(target).toStdString();
+        for (int r = 0; r < 3; ++r) {
+            for (int c = 0; c < 3; ++c)
+                EXPECT_EQ(target.Cells(r + 1, c + 1).text(), texts[r][c]);
+        }
+    }
+}
+
+TEST_F(GridBlock, AMergeOfTheSheetThatReachesIntoTheBlockDoesNotGrow)
+{
+    sheet.Range(4, 1, 5, 1).setMergeCells(true);
+    GridBlockToSheet(grid, &sheet, row, {0, 3, 0, 2});
+    EXPECT_EQ(mergesOf(sheet), u"4,1-5,1 6,1-7,1 6,2-6,3"_s);
 }
 
 } // namespace
