@@ -44,7 +44,7 @@ std::vector<ColumnRange> withOthers(const std::vector<ColumnRange>& ranges)
     return columns;
 }
 
-/// The merges without those that would take too long, which so cover no cells.
+/// The merges without those that would take too long.
 std::vector<CellRange> writableMerges(const Worksheet& sheet)
 {
     std::vector<CellRange> merges = sheet.merges().settled();
@@ -69,11 +69,7 @@ int32_t pixelsOf(double points)
 
 XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
                                  XlsxFormats& formats, SharedTexts& texts)
-    : m_sheet(sheet),
-      m_target(target),
-      m_formats(formats, sheet.formats()),
-      m_rows(target, texts),
-      m_merges(writableMerges(sheet))
+    : m_sheet(sheet), m_target(target), m_formats(formats, sheet.formats()), m_rows(target, texts)
 {
 }
 
@@ -133,7 +129,7 @@ void XlsxSheetWriter::writePage()
 
 void XlsxSheetWriter::writeMerges()
 {
-    for (const CellRange& merge : m_merges)
+    for (const CellRange& merge : writableMerges(m_sheet))
         worksheet_merge_range(m_target, rowIndex(merge.firstRow), columnIndex(merge.firstColumn),
                               rowIndex(merge.lastRow), columnIndex(merge.lastColumn), "", nullptr);
 }
@@ -145,13 +141,8 @@ void XlsxSheetWriter::writeRows()
     const CellTable& table = m_sheet.table();
     for (int row = table.nextRow(1); row <= table.rowLimit(); row = table.nextRow(row + 1)) {
         beginRow(row, *table.row(row));
-        openMergesOf(row);
-        for (const Cell& cell : table.row(row)->cells) {
-            if (!m_openMerges.empty() && isCovered(row, cell.column()))
-                writeBlank(cell);
-            else
-                writeCell(cell);
-        }
+        for (const Cell& cell : table.row(row)->cells)
+            writeCell(cell);
     }
 }
 
@@ -166,24 +157,6 @@ void XlsxSheetWriter::beginRow(int row, const Row& content)
         m_rows.beginRow(
             row, content.height > 0 ? double(content.height) : SheetGeometry::standardRowHeight,
             RowState::Hidden);
-}
-
-void XlsxSheetWriter::openMergesOf(int row)
-{
-    std::erase_if(m_openMerges, [row](const CellRange& merge) { return merge.lastRow < row; });
-    while (m_nextMerge < m_merges.size() && m_merges[m_nextMerge].firstRow <= row) {
-        const CellRange& merge = m_merges[m_nextMerge++];
-        if (merge.lastRow >= row)
-            m_openMerges.push_back(merge);
-    }
-}
-
-bool XlsxSheetWriter::isCovered(int row, int column) const
-{
-    return std::any_of(m_openMerges.begin(), m_openMerges.end(), [&](const CellRange& merge) {
-        const bool isCorner = row == merge.firstRow && column == merge.firstColumn;
-        return !isCorner && merge.contains(row, column);
-    });
 }
 
 void XlsxSheetWriter::writeCell(const Cell& cell)

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "workbooks/model/Worksheet.h"
 #include "workbooks/writers/XlsxFormats.h"
 #include "workbooks/writers/XlsxRows.h"
@@ -30,16 +28,11 @@ private:
     void writeNumber(const Cell& cell, double number);
     void writeText(const Cell& cell, const QString& text);
     void writePictures();
-    void openMergesOf(int row);
-    bool isCovered(int row, int column) const;
 
     const Worksheet& m_sheet;
     lxw_worksheet* m_target;
     SheetFormats m_formats;
     XlsxRows m_rows;
-    std::vector<CellRange> m_merges;
-    size_t m_nextMerge = 0;
-    std::vector<CellRange> m_openMerges; // that reach the row in hand
 };
 
 } // namespace excel
