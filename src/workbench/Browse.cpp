@@ -33,6 +33,15 @@ int columnWidth(const QString& item, const QString& heading, double unit)
     return int(runtime::Round(unit * units));
 }
 
+/// What a report may have set beside merges and fixed rows, which stay.
+void resetLooks(FlexGrid& grid)
+{
+    constexpr int allLines = -1;
+    fillTrap([&] { grid.setRowHeight(allLines, FlexGrid::DefaultRowHeight); });
+    fillTrap([&] { grid.setColAlignment(allLines, FlexGrid::DefaultColAlignment); });
+    grid.WordWrap = false;
+}
+
 void writeHeadings(FlexGrid& grid, const QStringList& items)
 {
     const double unit = characterUnit(grid);
@@ -110,6 +119,7 @@ void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const
     database::Recordset rows;
     fillTrap([&] { rows.Open(sql, scoreLibrary.Conn, database::Trust::User); });
     grid.Redraw = false;
+    resetLooks(grid);
     fillTrap([&] { grid.setCols(int(items.size())); });
     fillTrap([&] { grid.setRows(int(rows.RecordCount()) + 1); });
     writeHeadings(grid, items);

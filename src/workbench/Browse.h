@@ -27,8 +27,8 @@ QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
                     const QString& stream);
 
 /// Fills the grid: a heading row, then a row for each record of the statement, a column for each
-/// item. A failing statement is shown and the next one runs, so that a name that is no field costs
-/// one message for each row.
+/// item. Of the looks of the table before, its merges and fixed rows stay. A failing statement is
+/// shown and the next one runs, so that a name that is no field costs one message for each row.
 void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const QStringList& items,
                   grid::FlexGrid& grid);
 

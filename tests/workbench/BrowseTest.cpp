@@ -150,6 +150,22 @@ TEST_F(BrowseTest, MergingAndFixedRowsStayAsTheLastReportLeftThem)
     EXPECT_EQ(grid.FixedRows, 0);
 }
 
+TEST_F(BrowseTest, HeightsAlignmentsAndWrappingOfTheLastReportGo)
+{
+    grid.setRows(4);
+    grid.setRowHeight(-1, 500);
+    grid.setRowHeight(1, 4 * FlexGrid::DefaultRowHeight);
+    grid.setColAlignment(-1, 4);
+    grid.setColAlignment(1, 7);
+    grid.WordWrap = true;
+    show({u"姓名"_s, u"总分"_s, u"语文"_s}, all);
+    for (int row = 0; row < grid.Rows(); ++row)
+        EXPECT_EQ(grid.RowHeight(row), FlexGrid::DefaultRowHeight) << row;
+    for (int col = 0; col < grid.Cols(); ++col)
+        EXPECT_EQ(grid.ColAlignment(col), FlexGrid::DefaultColAlignment) << col;
+    EXPECT_FALSE(grid.WordWrap);
+}
+
 TEST_F(BrowseTest, AMissingFieldCostsAMessageForEachRowAndTheOtherCellsStand)
 {
     show({u"姓名"_s, u"数学"_s, u"语文"_s}, u"select 姓名, 语文 from 成绩表"_s);
