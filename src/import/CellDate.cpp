@@ -13,6 +13,9 @@ using runtime::Value;
 
 namespace {
 
+// Up to 2100-12-31. Beyond stands what was no day number: 200909, a year and a month.
+constexpr double dayNumbers = 73416;
+
 std::optional<QDateTime> validMoment(const QDate& day, const QTime& time = QTime(0, 0))
 {
     if (!day.isValid() || !time.isValid())
@@ -23,7 +26,6 @@ std::optional<QDateTime> validMoment(const QDate& day, const QTime& time = QTime
 /// A day number with the time of day as its fraction, or eight digits that are year, month and day.
 std::optional<QDateTime> momentOfNumber(double number)
 {
-    constexpr double dayNumbers = 2958466; // up to 9999-12-31
     if (number >= 0 && number < dayNumbers)
         return QDateTime(excel::dayZero(), QTime(0, 0), Qt::UTC)
             .addSecs(std::llround(number * excel::secondsPerDay));
@@ -75,8 +77,12 @@ std::optional<QDateTime> momentOfText(const QString& text)
 
 std::optional<QDateTime> cellDate(const Value& cell)
 {
-    if (cell.kind() == Value::Kind::Date)
-        return validMoment(cell.toDateTime().date(), cell.toDateTime().time());
+    if (cell.kind() == Value::Kind::Date) {
+        const QDate day = cell.toDateTime().date();
+        if (double(excel::dayZero().daysTo(day)) >= dayNumbers)
+            return std::nullopt;
+        return validMoment(day, cell.toDateTime().time());
+    }
     if (cell.isNumber())
         return momentOfNumber(cell.toDouble());
     if (cell.kind() == Value::Kind::Text)

@@ -37,6 +37,12 @@ TEST(CellDate, TakesDatesTextsAndDayNumbers)
         EXPECT_EQ(stored(cell), u"2009-07-31"_s) << cell.text().toStdString();
 }
 
+TEST(CellDate, TakesDayNumbersUpToTheYear2100)
+{
+    EXPECT_EQ(stored(Value(73415.0)), u"2100-12-31"_s);
+    EXPECT_EQ(stored(Value(0.0)), u"1899-12-30"_s);
+}
+
 TEST(CellDate, KeepsTheTimeOfDayWhereTheCellHasOne)
 {
     const std::pair<Value, QString> cells[] = {
@@ -79,6 +85,10 @@ TEST(CellDate, RefusesWhatIsNoDate)
                            Value(u"31/7/2009"_s),
                            Value(u"7/31/09"_s),
                            Value(20091301.0),
+                           Value(200909.0), // typed as a year and a month
+                           Value(u"200909"_s),
+                           Value(QDateTime(QDate(2450, 1, 25), QTime(0, 0), Qt::UTC)),
+                           Value(73416.0), // 2101-01-01
                            Value(2958466.0),
                            Value(-1.0),
                            Value(true),
