@@ -13,6 +13,7 @@ constexpr int typeOfWorksheet = 0;
 constexpr int filterName = 0x0D; // the built-in name of a filter's block
 constexpr int builtInFlag = 0x20;
 constexpr int areaToken = 0x3B;
+constexpr qsizetype placeOfActiveTab = 10;
 
 Visibility visibilityOf(int state)
 {
@@ -54,6 +55,13 @@ void XlsGlobals::take(const XlsRecord& record)
         break;
     case record::dateMode:
         m_dates = record.read().u16() == 1 ? DateSystem::From1904 : DateSystem::From1900;
+        break;
+    case record::window:
+        if (record.bytes.size() >= placeOfActiveTab + 2) {
+            ByteCursor bytes = record.read();
+            bytes.skip(placeOfActiveTab);
+            m_activeTab = bytes.u16();
+        }
         break;
     case record::boundSheet:
         takeSheet(record);
@@ -175,6 +183,11 @@ const QString& XlsGlobals::sharedText(quint32 index) const
     if (index >= m_texts.size())
         throw ReadFailure{Fault::CutOffXls};
     return m_texts[index];
+}
+
+bool XlsGlobals::isActive(int sheetIndex) const
+{
+    return m_sheetNumbers[size_t(sheetIndex)] == m_activeTab + 1;
 }
 
 std::optional<CellRange> XlsGlobals::filterRange(int sheetIndex) const

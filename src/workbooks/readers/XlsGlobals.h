@@ -42,6 +42,9 @@ public:
     /// The block that the automatic filter of a sheet covers, if it is known.
     std::optional<CellRange> filterRange(int sheetIndex) const;
 
+    /// True for the sheet that was in front when the file was saved.
+    bool isActive(int sheetIndex) const;
+
     std::vector<Sheet> sheets;
 
 private:
@@ -61,6 +64,7 @@ private:
     NumberFormats m_formats;
     std::vector<QString> m_texts;
     QHash<int, CellRange> m_filterRanges; // by the number of the sheet, from 1
+    int m_activeTab = 0;                  // counts from 0, charts too
     int m_sheetNumber = 0;
     std::vector<int> m_sheetNumbers;
 };

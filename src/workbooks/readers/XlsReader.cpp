@@ -39,7 +39,9 @@ void readSheets(Workbook& book, XlsGlobals& globals, XlsStream& stream, Budget& 
         XlsRecord bof;
         if (!stream.next(bof) || bof.type != record::bof)
             throw ReadFailure{Fault::CutOffXls};
-        XlsSheetReader(sheet, globals, budget).read(stream, globals.filterRange(index++));
+        XlsSheetReader(sheet, globals, budget).read(stream, globals.filterRange(index));
+        if (globals.isActive(index++))
+            sheet.Activate();
     }
 }
 

@@ -18,6 +18,7 @@ constexpr int name = 0x18;
 constexpr int dateMode = 0x22;
 constexpr int filePass = 0x2F;
 constexpr int continued = 0x3C;
+constexpr int window = 0x3D;
 constexpr int codePage = 0x42;
 constexpr int columnInfo = 0x7D;
 constexpr int boundSheet = 0x85;
