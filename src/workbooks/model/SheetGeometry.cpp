@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "platform/runtime/Error.h"
-#include "workbooks/model/Points.h"
+#include "workbooks/model/ColumnWidth.h"
 
 namespace excel {
 
@@ -17,11 +17,9 @@ constexpr double widestColumn = 255;
 constexpr double standardSize = CellFormat::defaultFontSize;
 constexpr double standardPixels = SheetGeometry::standardRowHeight / pointsPerPixel;
 
-// A character of the default font is 8 pixels wide and a column has 5 pixels beside its text.
 double pointsOfColumn(double characters)
 {
-    const double pixels = characters < 1 ? characters * 13 : characters * 8 + 5;
-    return std::floor(pixels) * pointsPerPixel;
+    return std::floor(columnPixels(characters)) * pointsPerPixel;
 }
 
 /// Lines that a text takes where a column is that many characters wide; a Chinese character is as
@@ -109,16 +107,30 @@ void SheetGeometry::addRow(int row, float height, RowState state)
     rowChanged(row);
 }
 
-double SheetGeometry::neededHeight(const Row& row) const
+double SheetGeometry::neededHeight(int number, const Row& row) const
 {
     double height = standardRowHeight;
     for (const Cell& cell : row.cells) {
         const CellFormat& format = m_formats.format(cell.format());
         if (!cell.isNull() && (format.wrapText || format.fontSize > standardSize))
-            height =
-                std::max(height, textHeight(cell.value(), format, shownColumnWidth(cell.column())));
+            height = std::max(height, neededHeight(number, cell, format));
     }
-    return height;
+    return std::min(height, tallestRow);
+}
+
+/// A merge is as wide as its columns, and its first row needs what the others lack.
+double SheetGeometry::neededHeight(int row, const Cell& cell, const CellFormat& format) const
+{
+    const CellRange* merge = m_merges.at(row, cell.column());
+    if (merge == nullptr)
+        return textHeight(cell.value(), format, shownColumnWidth(cell.column()));
+    if (row != merge->firstRow || cell.column() != merge->firstColumn)
+        return 0;
+    double pixels = 0;
+    for (int column = merge->firstColumn; column <= merge->lastColumn; ++column)
+        pixels += columnPixels(shownColumnWidth(column));
+    return textHeight(cell.value(), format, charactersOf(pixels / characterPixels))
+           - (merge->lastRow - merge->firstRow) * standardRowHeight;
 }
 
 double SheetGeometry::shownRowHeight(int row) const
@@ -131,7 +143,7 @@ double SheetGeometry::shownRowHeight(int row) const
         return 0;
     if (found->height != Row::defaultHeight)
         return double(found->height);
-    return neededHeight(*found);
+    return neededHeight(row, *found);
 }
 
 std::vector<double> SheetGeometry::shownRowHeights(int count) const

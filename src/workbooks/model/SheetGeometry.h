@@ -7,6 +7,7 @@
 #include "workbooks/model/CellTable.h"
 #include "workbooks/model/Changes.h"
 #include "workbooks/model/FormatTable.h"
+#include "workbooks/model/SheetMerges.h"
 
 namespace excel {
 
@@ -30,10 +31,11 @@ public:
     /// Height of a row without content, in points.
     static constexpr double standardRowHeight = 13.5;
     /// In characters of the default font.
-    static constexpr double standardColumnWidth = 8.38;
+    static constexpr double standardColumnWidth = 8.375;
 
-    SheetGeometry(CellTable& cells, const FormatTable& formats, Changes& changes)
-        : m_cells(cells), m_formats(formats), m_changes(changes)
+    SheetGeometry(CellTable& cells, const FormatTable& formats, const SheetMerges& merges,
+                  Changes& changes)
+        : m_cells(cells), m_formats(formats), m_merges(merges), m_changes(changes)
     {
     }
 
@@ -72,16 +74,18 @@ public:
     int rowAt(double place) const;
     int columnAt(double place) const;
 
-    /// Heights from this row on may be others, since its content or its format changed.
+    /// Heights from this row on may be others, since its content, format or merges changed.
     void rowChanged(int row);
     /// Forgets the columns.
     void clear();
 
 private:
-    double neededHeight(const Row& row) const;
+    double neededHeight(int number, const Row& row) const;
+    double neededHeight(int row, const Cell& cell, const CellFormat& format) const;
 
     CellTable& m_cells; // which keeps the heights
     const FormatTable& m_formats;
+    const SheetMerges& m_merges;
     Changes& m_changes;
     std::map<int, ColumnRange> m_columns; // by their last column; they do not overlap
     /// As many edges as were asked for yet, from that of row and column 1 on.

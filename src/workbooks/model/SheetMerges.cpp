@@ -111,6 +111,17 @@ const std::vector<CellRange>& SheetMerges::settled() const
     return m_settled;
 }
 
+const CellRange* SheetMerges::at(int row, int column) const
+{
+    const std::vector<CellRange>& merges = settled();
+    const auto isAbove = [](const CellRange& merge, int first) { return merge.firstRow < first; };
+    const auto near = std::lower_bound(merges.begin(), merges.end(), row + 1 - m_mostRows, isAbove);
+    const auto end = std::lower_bound(near, merges.end(), row + 1, isAbove);
+    const auto found = std::find_if(
+        near, end, [&](const CellRange& merge) { return merge.contains(row, column); });
+    return found == end ? nullptr : &*found;
+}
+
 std::vector<CellRange> SheetMerges::computeSettled() const
 {
     std::vector<CellRange> merges = all();

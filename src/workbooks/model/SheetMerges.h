@@ -30,6 +30,8 @@ public:
     /// Blocks that do not overlap and have more than one cell, from top to bottom: of those in each
     /// other's way, the upper one stays, of two in one row the left one.
     const std::vector<CellRange>& settled() const;
+    /// The one of them that holds a cell; null if none does. Valid until the next change.
+    const CellRange* at(int row, int column) const;
 
 private:
     struct Block

@@ -12,6 +12,7 @@ void SheetRange::setMergeCells(bool merged) const
         m_sheet.merges().unite(m_area);
     else
         m_sheet.merges().split(m_area);
+    m_sheet.m_geometry.rowChanged(1); // a merge may reach above the block
     m_sheet.m_changes.note();
 }
 

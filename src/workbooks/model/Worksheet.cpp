@@ -34,7 +34,7 @@ Worksheet::Worksheet(Workbook& book, QString name)
     : m_book(&book),
       m_changes(book.m_changes),
       m_name(std::move(name)),
-      m_geometry(m_cells, m_formats, m_changes)
+      m_geometry(m_cells, m_formats, m_merges, m_changes)
 {
 }
 
@@ -184,6 +184,7 @@ void Worksheet::AutoFilter()
         m_cells.makeRow(row).hidden = false;
     m_geometry.rowChanged(m_autoFilter->firstRow);
     m_autoFilter.reset();
+    m_changes.note();
 }
 
 void Worksheet::setAutoFilter(const CellRange& range)

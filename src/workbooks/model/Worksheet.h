@@ -94,9 +94,11 @@ public:
     bool AutoFilterMode() const;
     /// The block that it works on.
     std::optional<CellRange> autoFilter() const;
-    /// Switches the automatic filter off and shows the rows that it hid. Without one: nothing.
+    /// Switches the automatic filter off and shows the rows that it hid. Without one: nothing, and
+    /// no change of the workbook.
     void AutoFilter();
-    /// Switches an automatic filter on over `range`, its headings included; hides nothing itself.
+    /// For readers: switches an automatic filter on over `range`, its headings included; hides
+    /// nothing itself.
     void setAutoFilter(const CellRange& range);
 
     // The parts of the sheet. Cells and formats answer also when its workbook was closed: no cell

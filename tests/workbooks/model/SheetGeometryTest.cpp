@@ -92,6 +92,34 @@ TEST_F(SheetGeometryTest, ANarrowerColumnWrapsItsTextsAnew)
     EXPECT_EQ(geometry.rowTop(2), 3 * height);
 }
 
+TEST_F(SheetGeometryTest, AMergedTitleWrapsAtTheWidthOfItsMerge)
+{
+    const QString title(60, u'题');
+    sheet.setCellText(1, 1, title + u"\n文科"_s);
+    EXPECT_GT(geometry.shownRowHeight(1), 10 * height);
+    sheet.Range(1, 1, 1, 15).setMergeCells(true);
+    EXPECT_EQ(geometry.shownRowHeight(1), 2 * height);
+    EXPECT_EQ(geometry.rowTop(2), 2 * height);
+    sheet.setCellText(1, 2, title + u"\n文科"_s);
+    EXPECT_EQ(geometry.shownRowHeight(1), 2 * height) << "covered";
+    sheet.Range(1, 1, 1, 15).setMergeCells(false);
+    EXPECT_GT(geometry.rowTop(2), 10 * height);
+}
+
+TEST_F(SheetGeometryTest, ATextMergedOverRowsNeedsOfTheFirstWhatTheOthersLack)
+{
+    sheet.setCellText(2, 1, u"一\n二\n三"_s);
+    sheet.Range(2, 1, 3, 1).setMergeCells(true);
+    EXPECT_EQ(geometry.shownRowHeight(2), 2 * height);
+    EXPECT_EQ(geometry.shownRowHeight(3), height);
+}
+
+TEST_F(SheetGeometryTest, NoTextMakesARowHigherThanASheetAllows)
+{
+    sheet.setCellText(1, 1, u"行\n"_s.repeated(100));
+    EXPECT_EQ(geometry.shownRowHeight(1), 409.5);
+}
+
 TEST_F(SheetGeometryTest, SwitchingTheFilterOffMovesTheRowsDown)
 {
     sheet.setAutoFilter({1, 1, 9, 1});

@@ -42,6 +42,23 @@ TEST(SheetMerges, WhatIsSettledFollowsEveryChange)
     EXPECT_TRUE(merges.settled().empty());
 }
 
+TEST(SheetMerges, TellsTheBlockThatHoldsACell)
+{
+    excel::SheetMerges merges;
+    merges.unite({1, 1, 1, 3});
+    merges.unite({2, 5, 900, 6});
+    merges.unite({4, 1, 5, 2});
+    const auto at = [&merges](int row, int column) {
+        const CellRange* found = merges.at(row, column);
+        return found == nullptr ? CellRange{0, 0, 0, 0} : *found;
+    };
+    EXPECT_EQ(at(1, 3), (CellRange{1, 1, 1, 3}));
+    EXPECT_EQ(at(5, 1), (CellRange{4, 1, 5, 2}));
+    EXPECT_EQ(at(900, 6), (CellRange{2, 5, 900, 6}));
+    for (const auto& [row, column] : {std::pair{1, 4}, {2, 1}, {6, 1}, {901, 5}})
+        EXPECT_EQ(merges.at(row, column), nullptr) << row << ',' << column;
+}
+
 TEST(SheetMerges, BlocksLieInsideTheGrid)
 {
     excel::SheetMerges merges;

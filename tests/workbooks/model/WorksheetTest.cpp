@@ -101,6 +101,17 @@ TEST_F(WorksheetTest, SwitchingTheFilterOffShowsTheRowsThatItHid)
     EXPECT_TRUE(sheet.geometry().isRowHidden(601));
 }
 
+TEST_F(WorksheetTest, SwitchingTheFilterOffIsAChange)
+{
+    sheet.setAutoFilter(CellRange{1, 1, 9, 2});
+    book.setSaved(true);
+    sheet.AutoFilter();
+    EXPECT_FALSE(book.Saved());
+    book.setSaved(true);
+    sheet.AutoFilter();
+    EXPECT_TRUE(book.Saved()) << "there was none any more";
+}
+
 TEST_F(WorksheetTest, WithoutAFilterNothingIsSwitched)
 {
     sheet.setRowState(2, excel::RowState::Hidden);
