@@ -4,6 +4,8 @@
 
 #include <QMimeData>
 
+#include "platform/runtime/FormulaText.h"
+
 namespace widgets {
 
 using namespace Qt::StringLiterals;
@@ -30,10 +32,14 @@ bool isShortened(const QString& text)
     return digits && text.size() > 1 && (text.front() == u'0' || text.size() > SpreadsheetDigits);
 }
 
+bool needsMark(const QString& text)
+{
+    return isShortened(text) || runtime::looksLikeFormula(text);
+}
+
 QString htmlCell(const QString& text)
 {
-    const QString start =
-        isShortened(text) ? u"<td style=\"mso-number-format:'\\@'\">"_s : u"<td>"_s;
+    const QString start = needsMark(text) ? u"<td style=\"mso-number-format:'\\@'\">"_s : u"<td>"_s;
     QString inner = text.toHtmlEscaped();
     inner.replace(u"\r\n"_s, u"\n"_s).replace(u'\n', u"<br>"_s);
     return start + inner + u"</td>"_s;
