@@ -82,6 +82,44 @@ TEST_F(GridView, CopiesABlockAsTabbedTextAndAsATable)
                               "<tr><td>2,1</td><td>2,2</td></tr></table>"_s);
 }
 
+TEST_F(GridView, NamesThatBeginLikeAFormulaAreCopiedAsTexts)
+{
+    const QString texts[] = {u"=1+1"_s, u"+张三"_s, u"-李四"_s, u"@王五"_s, u"-1"_s, u"赵六"_s};
+    for (int i = 0; i < 6; ++i)
+        grid.setTextMatrix(i + 1, 1, texts[i]);
+    view.refresh();
+    select(1, 1, 6, 1);
+    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    const QMimeData* copied = QApplication::clipboard()->mimeData();
+    for (int i = 0; i < 6; ++i) {
+        const QString cell = (i < 4 ? u"<td style=\"mso-number-format:'\\@'\">"_s : u"<td>"_s)
+                             + texts[i] + u"</td>"_s;
+        EXPECT_TRUE(copied->html().contains(cell)) << cell.toStdString();
+    }
+    EXPECT_EQ(copied->text(), u"=1+1\r\n+张三\r\n-李四\r\n@王五\r\n-1\r\n赵六\r\n"_s);
+}
+
+TEST_F(GridView, AMergedBlockIsFoundOnceAndCopiedWithTheTextOfEachCell)
+{
+    grid.MergeCells = 2;
+    grid.setMergeRow(0, true);
+    for (int col = 1; col < 5; ++col)
+        grid.setTextMatrix(0, col, u"语文"_s);
+    grid.setTextMatrix(7, 3, u"语文"_s);
+    view.refresh();
+    EXPECT_TRUE(view.findText(u"语文"_s));
+    const QModelIndex first = view.currentIndex();
+    EXPECT_TRUE(view.findText(u"语文"_s));
+    const QModelIndex second = view.currentIndex();
+    EXPECT_EQ(qMin(first, second), view.model()->index(0, 1));
+    EXPECT_EQ(qMax(first, second), view.model()->index(7, 3));
+    EXPECT_TRUE(view.findText(u"语文"_s, Qt::DescendingOrder));
+    EXPECT_EQ(view.currentIndex(), first);
+    select(0, 1, 0, 5);
+    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), u"语文\t语文\t语文\t语文\t0,5\r\n"_s);
+}
+
 TEST_F(GridView, AllCellsAreSelectedByTheKey)
 {
     QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);

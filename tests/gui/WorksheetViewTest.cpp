@@ -133,6 +133,28 @@ TEST_F(SheetView, FindsOnwardAndBackAroundTheEnd)
     EXPECT_EQ(part<QLabel>(u"FindResult"_s)->text(), u"没有找到"_s);
 }
 
+TEST_F(SheetView, AMergedBlockIsFoundOnceAndHidesWhatItCovers)
+{
+    for (int column = 1; column <= 3; ++column)
+        sheet(1).setCell(10, column, u"标题"_s);
+    sheet(1).Range(10, 1, 10, 3).setMergeCells(true);
+    sheet(1).setCell(11, 1, u"标题之下"_s);
+    sheet(1).setCell(12, 1, u"可见"_s);
+    sheet(1).setCell(12, 2, u"标题以外"_s);
+    sheet(1).Range(12, 1, 12, 2).setMergeCells(true);
+    window().refresh();
+    for (const int row : {10, 11, 10}) {
+        EXPECT_TRUE(view().findText(u"标题"_s, Qt::AscendingOrder));
+        EXPECT_EQ(view().currentIndex(), view().model()->index(row - 1, 0));
+    }
+    EXPECT_FALSE(view().findText(u"以外"_s, Qt::AscendingOrder));
+    clickCell(10, 1);
+    clickCell(12, 3, Qt::ShiftModifier);
+    QTest::keyClick(&view(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              u"标题\t标题\t标题\r\n标题之下\t\t\r\n可见\t\t\r\n"_s);
+}
+
 TEST_F(SheetView, FindsSeveralInOneRowInBothDirections)
 {
     for (int column = 1; column <= 4; ++column)

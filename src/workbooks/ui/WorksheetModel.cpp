@@ -45,6 +45,21 @@ runtime::Value WorksheetModel::value(int row, int column) const
     return m_sheet->table().value(row, column);
 }
 
+bool WorksheetModel::isCovered(int row, int column) const
+{
+    const CellRange* merge = m_sheet->merges().at(row, column);
+    return merge != nullptr && (row != merge->firstRow || column != merge->firstColumn);
+}
+
+QString WorksheetModel::copiedText(int row, int column) const
+{
+    const runtime::Value own = value(row, column);
+    if (own.isNull() || !isCovered(row, column))
+        return displayText(own);
+    const CellRange* merge = m_sheet->merges().at(row, column);
+    return own == value(merge->firstRow, merge->firstColumn) ? displayText(own) : QString();
+}
+
 const CellFormat& WorksheetModel::format(int row, int column) const
 {
     return formatOf(*m_sheet, row, column);

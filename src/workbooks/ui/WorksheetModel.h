@@ -29,6 +29,10 @@ public:
     const CellRange& used() const { return m_used; }
 
     runtime::Value value(int row, int column) const;
+    /// True for a cell of a merged block that shows another one, its first.
+    bool isCovered(int row, int column) const;
+    /// The shown text, also where a merge shows it once for several cells; no other one under it.
+    QString copiedText(int row, int column) const;
     const CellFormat& format(int row, int column) const;
 
 private:

@@ -256,7 +256,7 @@ QMimeData* WorksheetView::selectedCells() const
         QStringList cells;
         for (int column = block.left(); column <= block.right(); ++column) {
             if (!isColumnHidden(column))
-                cells.append(displayText(m_model->value(row + 1, column + 1)));
+                cells.append(m_model->copiedText(row + 1, column + 1));
         }
         rows.push_back(cells);
     }
@@ -279,7 +279,8 @@ int WorksheetView::matchIn(int row, int low, int high, const QString& text,
     int found = 0;
     for (const Cell& cell : cells->cells) {
         if (cell.column() < low || cell.column() > high || isColumnHidden(cell.column() - 1)
-            || !displayText(cell.value()).contains(text, Qt::CaseInsensitive))
+            || !displayText(cell.value()).contains(text, Qt::CaseInsensitive)
+            || m_model->isCovered(row, cell.column()))
             continue;
         found = cell.column();
         if (direction == Qt::AscendingOrder)

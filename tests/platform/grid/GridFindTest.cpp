@@ -48,6 +48,26 @@ TEST(GridFind, PassesOverHiddenColumnsAndIgnoresCase)
     EXPECT_EQ(findCell(grid, std::nullopt, u"aB"_s, Qt::AscendingOrder), (CellPlace{3, 2}));
 }
 
+TEST(GridFind, AMergedBlockIsOneCell)
+{
+    FlexGrid grid = numbered();
+    grid.MergeCells = 2;
+    grid.setMergeRow(2, true);
+    grid.setMergeCol(0, true);
+    for (int col = 1; col < 3; ++col)
+        grid.setTextMatrix(2, col, u"甲"_s);
+    for (int row = 1; row < 4; ++row)
+        grid.setTextMatrix(row, 0, u"甲"_s);
+    std::optional<CellPlace> at;
+    std::vector<CellPlace> found;
+    for (int i = 0; i < 3; ++i) {
+        at = findCell(grid, at, u"甲"_s, Qt::AscendingOrder);
+        found.push_back(at.value_or(CellPlace{-1, -1}));
+    }
+    EXPECT_EQ(found, (std::vector<CellPlace>{{1, 0}, {2, 1}, {1, 0}}));
+    EXPECT_EQ(findCell(grid, CellPlace{2, 2}, u"甲"_s, Qt::DescendingOrder), (CellPlace{2, 1}));
+}
+
 TEST(GridFind, NoTextAndNoCellsAreFoundNowhere)
 {
     FlexGrid grid = numbered();
