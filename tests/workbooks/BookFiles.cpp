@@ -6,6 +6,8 @@
 
 #include <zip.h>
 
+#include "workbooks/readers/ZipArchive.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -35,6 +37,16 @@ QString sentenceOf(const QString& path)
         return QString(error.description()).replace(path, u"FILE"_s);
     }
     return {};
+}
+
+QByteArray partOf(const QString& path, const QByteArray& part)
+{
+    excel::Budget budget;
+    QByteArray content;
+    excel::ZipArchive(path, budget).read(part, 1'000'000, [&](std::string_view piece) {
+        content.append(piece.data(), qsizetype(piece.size()));
+    });
+    return content;
 }
 
 QString cellsOf(const excel::Worksheet& sheet)

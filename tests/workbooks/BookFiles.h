@@ -16,6 +16,9 @@ QString fixture(const QString& name);
 /// read.
 QString sentenceOf(const QString& path);
 
+/// A part of a workbook file, unpacked.
+QByteArray partOf(const QString& path, const QByteArray& part);
+
 /// Cells as "row,column kind text" lines, in sheet order; shows what was read at a glance.
 QString cellsOf(const excel::Worksheet& sheet);
 

@@ -2,6 +2,8 @@
 
 #include <bit>
 
+#include "workbooks/model/ColumnWidth.h"
+
 namespace excel {
 
 using runtime::ByteCursor;
@@ -204,7 +206,7 @@ void XlsSheetReader::takeColumns(const XlsRecord& record)
     ColumnRange columns;
     columns.first = bytes.u16() + 1;
     columns.last = std::min(bytes.u16() + 1, lastGridColumn);
-    columns.width = double(bytes.u16()) / 256;
+    columns.width = charactersOf(double(bytes.u16()) / 256);
     bytes.skip(2);
     columns.hidden = (bytes.u16() & 1) != 0;
     if (columns.first <= columns.last)

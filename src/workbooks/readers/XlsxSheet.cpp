@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "platform/runtime/PlainNumber.h"
+#include "workbooks/model/ColumnWidth.h"
 
 namespace excel {
 
@@ -66,6 +67,15 @@ std::optional<double> numberOf(std::string_view text)
     return number;
 }
 
+/// In characters, 0 if the file does not tell it.
+double widthOf(const char* text)
+{
+    double width = 0;
+    if (text != nullptr)
+        std::from_chars(text, text + std::strlen(text), width);
+    return charactersOf(width);
+}
+
 } // namespace
 
 std::optional<CellRange> parseRange(std::string_view text)
@@ -110,6 +120,10 @@ void XlsxSheetHandler::startOutside(std::string_view name, const XmlAttributes& 
 {
     if (name == "sheetData") {
         m_inData = true;
+    } else if (name == "sheetFormatPr") {
+        const double width = widthOf(attributes.find("defaultColWidth"));
+        if (width > 0 && width != SheetGeometry::standardColumnWidth)
+            m_sheet.geometry().addColumns({1, lastGridColumn, width, false});
     } else if (name == "col") {
         addColumns(attributes);
     } else if (name == "autoFilter") {
@@ -137,9 +151,7 @@ void XlsxSheetHandler::addColumns(const XmlAttributes& attributes)
     ColumnRange columns;
     columns.first = attributes.number("min", 0);
     columns.last = std::min(attributes.number("max", columns.first), lastGridColumn);
-    const char* width = attributes.find("width");
-    if (width != nullptr)
-        std::from_chars(width, width + std::strlen(width), columns.width);
+    columns.width = widthOf(attributes.find("width"));
     columns.hidden = attributes.flag("hidden");
     if (columns.first >= 1 && columns.first <= columns.last)
         m_sheet.geometry().addColumns(columns);

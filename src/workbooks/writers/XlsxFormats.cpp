@@ -8,6 +8,7 @@ namespace {
 
 // "Modern", as spreadsheet programs set it for Chinese fonts.
 constexpr uint8_t fontFamily = 3;
+constexpr uint8_t textFormat = 49; // "@"
 
 void setFont(lxw_format* made, const CellFormat& format)
 {
@@ -69,6 +70,7 @@ const char* numberFormat(NumberKind kind)
     case NumberKind::Time:
         return "hh:mm:ss";
     case NumberKind::General:
+    case NumberKind::Text:
         break;
     }
     return "General";
@@ -106,7 +108,9 @@ lxw_format* XlsxFormats::make(const CellFormat& format, NumberKind kind)
     format_set_top(made, border(format.borders.top));
     format_set_right(made, border(format.borders.right));
     format_set_bottom(made, border(format.borders.bottom));
-    if (kind != NumberKind::General)
+    if (kind == NumberKind::Text)
+        format_set_num_format_index(made, textFormat);
+    else if (kind != NumberKind::General)
         format_set_num_format(made, numberFormat(kind));
     return made;
 }

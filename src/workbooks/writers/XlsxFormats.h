@@ -9,8 +9,8 @@
 
 namespace excel {
 
-/// How a number is shown.
-enum class NumberKind { General, Day, Moment, Time };
+/// How a number is shown; Text keeps a program from reading the cell anew when it is edited there.
+enum class NumberKind { General, Day, Moment, Time, Text };
 
 /// The formats of a file in the making, each written once.
 class XlsxFormats
@@ -62,7 +62,7 @@ private:
 
     XlsxFormats& m_formats;
     const FormatTable& m_table;
-    std::vector<std::array<Slot, 4>> m_slots;
+    std::vector<std::array<Slot, 5>> m_slots;
 };
 
 } // namespace excel

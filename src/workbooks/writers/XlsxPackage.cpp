@@ -180,8 +180,19 @@ zip_int64_t SheetPart::tell(zip_stat_t* stat) const
     return sizeof *stat;
 }
 
-/// The page with the rows in place of its own; null if it is no page.
-std::unique_ptr<SheetPart> filled(const std::string& page, ScratchText& rows)
+/// What stands before the rows, with these columns in place of its own.
+std::string withColumns(std::string head, const std::string& columns)
+{
+    const std::string last = "</cols>";
+    const size_t begin = head.find("<cols>");
+    const size_t end = head.find(last);
+    if (begin < end && end != std::string::npos)
+        head.erase(begin, end + last.size() - begin);
+    return head + columns;
+}
+
+/// The page with the content in place of its own; null if it is no page.
+std::unique_ptr<SheetPart> filled(const std::string& page, SheetContent& content)
 {
     const std::string first = "<sheetData";
     const std::string last = "</sheetData>";
@@ -193,18 +204,19 @@ std::unique_ptr<SheetPart> filled(const std::string& page, ScratchText& rows)
     const size_t end = isEmpty ? begin : page.find(last, begin);
     if (end == std::string::npos)
         return nullptr;
-    return std::make_unique<SheetPart>(page.substr(0, begin) + first + '>', rows,
+    const std::string head = withColumns(page.substr(0, begin), content.columns);
+    return std::make_unique<SheetPart>(head + first + '>', content.rows,
                                        last + page.substr(end + (isEmpty ? none : last).size()));
 }
 
-bool putRows(zip_t* archive, size_t sheet, ScratchText& rows)
+bool putContent(zip_t* archive, size_t sheet, SheetContent& content)
 {
     const std::string name = "xl/worksheets/sheet" + std::to_string(sheet) + ".xml";
     const zip_int64_t found = zip_name_locate(archive, name.c_str(), 0);
     if (found < 0)
         return false;
     const auto index = zip_uint64_t(found);
-    std::unique_ptr<SheetPart> part = filled(partOf(archive, index), rows);
+    std::unique_ptr<SheetPart> part = filled(partOf(archive, index), content);
     if (part == nullptr)
         return false;
     zip_source_t* source = zip_source_function(archive, &SheetPart::answer, part.get());
@@ -248,7 +260,7 @@ bool isWhole(const QByteArray& fileName)
     return count > 0;
 }
 
-QByteArray withRows(QByteArray package, std::deque<ScratchText>& rows)
+QByteArray withContents(QByteArray package, std::deque<SheetContent>& contents)
 {
     const std::unique_ptr<zip_source_t, FreeSource> bytes(
         zip_source_buffer_create(package.data(), zip_uint64_t(package.size()), 0, nullptr));
@@ -258,8 +270,9 @@ QByteArray withRows(QByteArray package, std::deque<ScratchText>& rows)
     if (archive == nullptr)
         return {};
     zip_source_keep(bytes.get()); // the archive gives up its own hold
-    for (size_t i = 0; i < rows.size(); ++i) {
-        if (rows[i].size() > 0 && !putRows(archive.get(), i + 1, rows[i]))
+    for (size_t i = 0; i < contents.size(); ++i) {
+        const bool isEmpty = contents[i].columns.empty() && contents[i].rows.size() == 0;
+        if (!isEmpty && !putContent(archive.get(), i + 1, contents[i]))
             return {};
     }
     if (zip_close(archive.get()) != 0)

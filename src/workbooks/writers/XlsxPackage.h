@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <string>
 
 #include <QByteArray>
 
@@ -12,8 +13,16 @@ namespace excel {
 /// their last element. The library that writes them does not notice a full disk in all places.
 bool isWhole(const QByteArray& fileName);
 
-/// A package of the library with the rows put into its sheets, the first ones into the first
-/// sheet; empty if that fails. The library itself would take three times as long to compress them.
-QByteArray withRows(QByteArray package, std::deque<ScratchText>& rows);
+/// What a sheet gets beside what the library writes.
+struct SheetContent
+{
+    std::string columns; // the element that tells their widths, empty for none
+    ScratchText rows;
+};
+
+/// A package of the library with contents put into its sheets, the first one into the first sheet;
+/// empty if that fails. The library itself would take three times as long to compress the rows, and
+/// it rounds widths to pixels of another font than ours.
+QByteArray withContents(QByteArray package, std::deque<SheetContent>& contents);
 
 } // namespace excel

@@ -13,7 +13,6 @@ namespace {
 constexpr int rowsOfABlock = 16;
 constexpr int certainDigits = 16;
 constexpr double largestWhole = 1e15;
-constexpr double fileRowHeight = 15; // of a row that says nothing about it
 
 int blockOf(int row)
 {
@@ -69,17 +68,11 @@ void XlsxRows::start(const RowHead& head)
     m_rowNumber = std::to_string(head.row);
 }
 
-/// A row with cells and without a height of its own counts for the library with the height that
-/// files have without ours.
 void XlsxRows::tellHeight(const RowHead& head)
 {
     lxw_row_col_options options = {};
     options.hidden = head.state == RowState::Hidden;
-    const uint8_t sizesDiffer = m_target->row_size_changed;
-    worksheet_set_row_opt(m_target, lxw_row_t(head.row - 1),
-                          head.isSet ? head.height : fileRowHeight, nullptr, &options);
-    if (!head.isSet)
-        m_target->row_size_changed = sizesDiffer;
+    worksheet_set_row_opt(m_target, lxw_row_t(head.row - 1), head.height, nullptr, &options);
 }
 
 /// Counts a cell to those that the sheet uses.
@@ -132,10 +125,10 @@ void XlsxRows::addText(int column, int style, const QString& text)
 }
 
 /// The begin of a row's tag.
-std::string XlsxRows::rowTag(const RowHead& head, const std::string& spans)
+std::string XlsxRows::rowTag(const RowHead& head, const std::string& spans) const
 {
     std::string tag = R"(<row r=")" + std::to_string(head.row) + R"(" spans=")" + spans + '"';
-    const bool hasHeight = head.height != fileRowHeight;
+    const bool hasHeight = head.height != m_target->default_row_height;
     if (hasHeight) {
         tag += R"( ht=")";
         appendNumber(tag, head.height);
@@ -157,7 +150,7 @@ void XlsxRows::endBlock()
         const bool isEmpty = end == head.cells;
         if (isEmpty && !head.isSet)
             continue;
-        if (m_tellsHeights)
+        if (m_tellsHeights && head.isSet)
             tellHeight(head);
         m_rows.append(rowTag(head, isEmpty ? "1:1" : spans));
         m_rows.append(isEmpty ? "/>" : ">");

@@ -26,7 +26,8 @@ public:
 
     /// Begins a row; one without cells is left out.
     void beginRow(int row);
-    /// Begins a row that has a height of its own or is hidden.
+    /// Begins a row that has a height of its own or is hidden; the height of all rows is not
+    /// written.
     void beginRow(int row, double height, RowState state);
     void addBlank(int column, int style);
     void addNumber(int column, int style, double number);
@@ -51,7 +52,7 @@ private:
     void noteUse(int row, int column);
     void beginCell(int column, int style, const char* rest);
     void endBlock();
-    static std::string rowTag(const RowHead& head, const std::string& spans);
+    std::string rowTag(const RowHead& head, const std::string& spans) const;
     const std::string& letters(int column);
 
     lxw_worksheet* m_target;

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QLocale>
+
+#include "platform/runtime/FormulaText.h"
+#include "workbooks/model/ColumnWidth.h"
 #include "workbooks/model/DayNumber.h"
 #include "workbooks/model/Points.h"
 
@@ -27,7 +31,7 @@ lxw_col_t columnIndex(int column)
     return lxw_col_t(column - 1);
 }
 
-/// All columns of the grid: those with looks of their own and, of the standard width, the others.
+/// All columns of the grid: those with sizes of their own and, of the standard width, the others.
 std::vector<ColumnRange> withOthers(const std::vector<ColumnRange>& ranges)
 {
     std::vector<ColumnRange> columns;
@@ -60,6 +64,48 @@ std::vector<CellRange> writableMerges(const Worksheet& sheet)
     return merges;
 }
 
+std::string columnTag(const ColumnRange& range, int style)
+{
+    const QByteArray width =
+        QByteArray::number(fileWidth(range.width), 'g', QLocale::FloatingPointShortest);
+    std::string tag = "<col min=\"" + std::to_string(range.first) + "\" max=\""
+                      + std::to_string(range.last) + "\" width=\"" + width.toStdString() + '"';
+    if (style != 0)
+        tag += " style=\"" + std::to_string(style) + '"';
+    if (range.hidden)
+        tag += " hidden=\"1\"";
+    return tag + " customWidth=\"1\"/>";
+}
+
+/// The characters that the library takes for so many pixels.
+double libraryWidth(double pixels)
+{
+    constexpr double characterOfLibrary = 7;
+    const double ofOne = characterOfLibrary + spacePixels;
+    return pixels < ofOne ? pixels / ofOne : (pixels - spacePixels) / characterOfLibrary;
+}
+
+/// As a double, a Single such as 89.7 has digits of its own no more.
+double withOwnDigits(const Value& single)
+{
+    const double number = single.toDouble();
+    return std::isfinite(number) && number != std::floor(number) ? single.text().toDouble()
+                                                                 : number;
+}
+
+/// Days as files count them, who take 1900 for a leap year; nothing for what they have no day for.
+std::optional<double> fileDays(const QDateTime& moment)
+{
+    constexpr int lastOf1899 = 1;
+    constexpr int lastBeforeLeapDay = 60;
+    const qint64 day = dayZero().daysTo(moment.date());
+    if (!moment.isValid() || day < 0 || day == lastOf1899)
+        return std::nullopt;
+    const double days =
+        double(QDateTime(dayZero(), QTime(0, 0), Qt::UTC).secsTo(moment)) / secondsPerDay;
+    return day > lastOf1899 && day <= lastBeforeLeapDay ? days - 1 : days;
+}
+
 int32_t pixelsOf(double points)
 {
     return int32_t(std::max(0L, std::lround(points / pointsPerPixel)));
@@ -73,10 +119,13 @@ XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
 {
 }
 
-ScratchText XlsxSheetWriter::write()
+SheetContent XlsxSheetWriter::write()
 {
     worksheet_set_default_row(m_target, SheetGeometry::standardRowHeight, LXW_FALSE);
-    writeColumns();
+    SheetContent content;
+    content.columns = columns();
+    if (!m_sheet.pictures().empty())
+        tellSizes();
     writePage();
     writeMerges();
     writeRows();
@@ -84,28 +133,44 @@ ScratchText XlsxSheetWriter::write()
     if (const std::optional<CellRange> filter = m_sheet.autoFilter())
         worksheet_autofilter(m_target, rowIndex(filter->firstRow), columnIndex(filter->firstColumn),
                              rowIndex(filter->lastRow), columnIndex(filter->lastColumn));
-    return m_rows.take();
+    content.rows = m_rows.take();
+    return content;
 }
 
-void XlsxSheetWriter::writeColumns()
+std::string XlsxSheetWriter::columns()
 {
-    lxw_format* format = m_formats.ofColumns();
-    std::vector<ColumnRange> columns = m_sheet.geometry().columns();
-    if (format != nullptr)
-        columns = withOthers(columns);
+    std::vector<ColumnRange> ranges = m_sheet.geometry().columns();
+    int style = 0;
+    if (m_formats.ofColumns() != nullptr) {
+        ranges = withOthers(ranges);
+        style = m_formats.styleOf(0);
+    }
+    if (ranges.empty())
+        return {};
+    std::string text = "<cols>";
+    for (const ColumnRange& range : ranges)
+        text += columnTag(range, style);
+    return text + "</cols>";
+}
+
+/// The library gets to know how many pixels wide and high the lines are, by which it places
+/// pictures. It reckons with another font than ours.
+void XlsxSheetWriter::tellSizes()
+{
+    m_target->default_col_pixels = uint32_t(columnPixels(SheetGeometry::standardColumnWidth));
     const lxw_col_t firstUsed = m_target->dim_colmin;
     const lxw_col_t lastUsed = m_target->dim_colmax;
-    for (const ColumnRange& range : columns) {
+    for (const ColumnRange& range : m_sheet.geometry().columns()) {
         lxw_row_col_options options = {};
         options.hidden = range.hidden;
         worksheet_set_column_opt(m_target, columnIndex(range.first), columnIndex(range.last),
-                                 range.width, format, &options);
+                                 libraryWidth(std::floor(columnPixels(range.width))), nullptr,
+                                 &options);
     }
-    if (format != nullptr)
-        m_formats.styleOf(0); // the file uses it here for the first time
-    // A format alone makes no column a used one.
+    // A width alone makes no column a used one.
     m_target->dim_colmin = firstUsed;
     m_target->dim_colmax = lastUsed;
+    m_rows.tellHeights();
 }
 
 void XlsxSheetWriter::writePage()
@@ -136,8 +201,6 @@ void XlsxSheetWriter::writeMerges()
 
 void XlsxSheetWriter::writeRows()
 {
-    if (!m_sheet.pictures().empty())
-        m_rows.tellHeights();
     const CellTable& table = m_sheet.table();
     for (int row = table.nextRow(1); row <= table.rowLimit(); row = table.nextRow(row + 1)) {
         beginRow(row, *table.row(row));
@@ -166,8 +229,10 @@ void XlsxSheetWriter::writeCell(const Cell& cell)
     case Value::Kind::Binary:
         writeBlank(cell);
         break;
-    case Value::Kind::Integer:
     case Value::Kind::Single:
+        writeNumber(cell, withOwnDigits(cell.value()));
+        break;
+    case Value::Kind::Integer:
     case Value::Kind::Double:
         writeNumber(cell, cell.value().toDouble());
         break;
@@ -201,25 +266,24 @@ void XlsxSheetWriter::writeNumber(const Cell& cell, double number)
 
 void XlsxSheetWriter::writeDate(const Cell& cell)
 {
-    const QDateTime moment = cell.value().toDateTime();
-    const QDateTime epoch(dayZero(), QTime(0, 0), Qt::UTC);
-    const double days = double(epoch.secsTo(moment)) / secondsPerDay;
-    if (days < 0 || !moment.isValid()) {
+    const std::optional<double> days = fileDays(cell.value().toDateTime());
+    if (!days) {
         writeText(cell, cell.value().text());
         return;
     }
-    NumberKind kind = days < 1 ? NumberKind::Time : NumberKind::Moment;
-    if (kind == NumberKind::Moment && days == std::floor(days))
+    NumberKind kind = *days < 1 ? NumberKind::Time : NumberKind::Moment;
+    if (kind == NumberKind::Moment && *days == std::floor(*days))
         kind = NumberKind::Day;
-    m_rows.addNumber(cell.column(), m_formats.styleOf(cell.format(), kind), days);
+    m_rows.addNumber(cell.column(), m_formats.styleOf(cell.format(), kind), *days);
 }
 
 void XlsxSheetWriter::writeText(const Cell& cell, const QString& text)
 {
     if (text.isEmpty())
-        writeBlank(cell);
-    else
-        m_rows.addText(cell.column(), m_formats.styleOf(cell.format()), text);
+        return writeBlank(cell);
+    const NumberKind kind =
+        runtime::looksLikeFormula(text) ? NumberKind::Text : NumberKind::General;
+    m_rows.addText(cell.column(), m_formats.styleOf(cell.format(), kind), text);
 }
 
 void XlsxSheetWriter::writePictures()

@@ -2,6 +2,7 @@
 
 #include "workbooks/model/Worksheet.h"
 #include "workbooks/writers/XlsxFormats.h"
+#include "workbooks/writers/XlsxPackage.h"
 #include "workbooks/writers/XlsxRows.h"
 
 namespace excel {
@@ -13,11 +14,12 @@ public:
     XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target, XlsxFormats& formats,
                     SharedTexts& texts);
 
-    /// Writes all but the rows, which it gives.
-    ScratchText write();
+    /// Writes all but the columns and rows, which it gives.
+    SheetContent write();
 
 private:
-    void writeColumns();
+    std::string columns();
+    void tellSizes();
     void writePage();
     void writeMerges();
     void writeRows();

@@ -45,13 +45,13 @@ const Worksheet* frontSheet(const Workbook& book, const std::vector<const Worksh
     return isSeen(active) || seen == sheets.end() ? active : *seen;
 }
 
-/// Gives the rows of the sheets, which the library does not know.
-std::deque<ScratchText> writeSheets(const Workbook& book, lxw_workbook* target)
+/// Gives what the library does not know of the sheets.
+std::deque<SheetContent> writeSheets(const Workbook& book, lxw_workbook* target)
 {
     const std::vector<const Worksheet*> sheets = book.sheets();
-    std::deque<ScratchText> rows;
+    std::deque<SheetContent> contents;
     if (sheets.empty())
-        return rows;
+        return contents;
     QStringList names;
     for (const Worksheet* sheet : sheets)
         names.append(sheet->Name());
@@ -68,9 +68,9 @@ std::deque<ScratchText> writeSheets(const Workbook& book, lxw_workbook* target)
             worksheet_activate(page);
         else if (sheets[i]->visibility() != Visibility::Visible)
             worksheet_hide(page);
-        rows.push_back(XlsxSheetWriter(*sheets[i], page, formats, texts).write());
+        contents.push_back(XlsxSheetWriter(*sheets[i], page, formats, texts).write());
     }
-    return rows;
+    return contents;
 }
 
 /// A new file beside the one that it shall replace; gone again unless it was put in place.
@@ -150,9 +150,9 @@ void writeXlsx(const Workbook& book, const QString& path)
     std::unique_ptr<lxw_workbook, FreeBook> target(workbook_new(file.name().constData()));
     if (target == nullptr)
         refuse(path, u"内存不足。"_s);
-    std::deque<ScratchText> rows = writeSheets(book, target.get());
+    std::deque<SheetContent> contents = writeSheets(book, target.get());
     if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(file.name())
-        || !file.replace(withRows(file.read(), rows)))
+        || !file.replace(withContents(file.read(), contents)))
         refuse(path, u"写文件时出错，磁盘可能已满或已断开。"_s);
     file.putInPlace();
 }

@@ -36,7 +36,7 @@ TEST_P(Readers, KeepsWhatAWindowShows)
     ASSERT_EQ(sheet.geometry().columns().size(), 2u);
     EXPECT_EQ(sheet.geometry().columns()[0].first, 2);
     EXPECT_EQ(sheet.geometry().columns()[0].last, 3);
-    EXPECT_NEAR(sheet.geometry().columns()[0].width, 20.7, 0.1);
+    EXPECT_NEAR(sheet.geometry().columns()[0].width, 20.1, 0.1);
     EXPECT_TRUE(sheet.geometry().columns()[1].hidden);
     EXPECT_EQ(sheet.visibility(), Visibility::Visible);
     EXPECT_EQ(book->Worksheets().Item(2).visibility(), Visibility::Hidden);

@@ -188,6 +188,46 @@ TEST(XlsReader, AFilterOfUnknownExtentShowsAllRows)
     EXPECT_FALSE(sheet.geometry().isRowHidden(5));
 }
 
+/// Two worksheets "A" and "B" with a chart between them; the tab in front has this number, from 0.
+QByteArray bookWithChart(int tab)
+{
+    const auto name = [](char letter) -> QByteArray {
+        return u8(1) + u8(0) + QByteArray(1, letter);
+    };
+    const auto globals = [&](qsizetype first, qsizetype second) {
+        return XlsRecords()
+            .bof(biff8, 5)
+            .add(0x3D, u16(0) + u16(0) + u16(9000) + u16(9000) + u16(0x38) + u16(tab) + u16(0)
+                           + u16(1) + u16(600))
+            .boundSheet(first, name('A'))
+            .add(0x85, u32(0) + u8(0) + u8(2) + name('C'))
+            .boundSheet(second, name('B'))
+            .eof()
+            .bytes();
+    };
+    const QByteArray sheet = XlsRecords().bof(biff8, 0x10).eof().bytes();
+    const qsizetype first = globals(0, 0).size();
+    return globals(first, first + sheet.size()) + sheet + sheet;
+}
+
+TEST(XlsReader, TheSheetInFrontIsThatOfTheFile)
+{
+    const BookFolder folder;
+    const std::pair<int, QString> fronts[] = {{0, u"A"_s}, {2, u"B"_s}, {1, u"A"_s}, {9, u"A"_s}};
+    for (const auto& [tab, name] : fronts) {
+        const auto book = excel::readWorkbook(folder.write(u"a.xls"_s, bookWithChart(tab)));
+        EXPECT_EQ(book->activeSheet().Name(), name) << tab;
+    }
+}
+
+TEST(XlsReader, WidthsAreThoseOfTheTextAlone)
+{
+    XlsRecords cells;
+    cells.add(0x7D, u16(0) + u16(1) + u16(37 * 256 / 8) + u16(0) + u16(0) + u16(0));
+    const auto book = readBook(biff8, {}, cells);
+    EXPECT_EQ(book->Worksheets().Item(1).geometry().shownColumnWidth(2), 4);
+}
+
 TEST(XlsReader, SizesBeyondTheLimitsBecomeTheLargest)
 {
     XlsRecords cells;

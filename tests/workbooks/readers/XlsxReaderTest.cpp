@@ -63,7 +63,7 @@ TEST(XlsxReader, SizesThatNoSheetCanHaveDoNotReachTheSavedFile)
     const excel::SheetGeometry& saved = book->Worksheets().Item(1).geometry();
     for (int line = 1; line <= 3; ++line) {
         EXPECT_EQ(read.shownColumnWidth(line), excel::SheetGeometry::standardColumnWidth) << line;
-        EXPECT_NEAR(saved.shownColumnWidth(line), 9.1, 0.05) << line;
+        EXPECT_EQ(saved.shownColumnWidth(line), excel::SheetGeometry::standardColumnWidth) << line;
         EXPECT_EQ(read.shownRowHeight(line), excel::SheetGeometry::standardRowHeight) << line;
         EXPECT_EQ(saved.shownRowHeight(line), excel::SheetGeometry::standardRowHeight) << line;
     }
@@ -71,6 +71,28 @@ TEST(XlsxReader, SizesThatNoSheetCanHaveDoNotReachTheSavedFile)
     EXPECT_EQ(saved.shownColumnWidth(4), 255);
     EXPECT_EQ(read.shownRowHeight(4), 409.5);
     EXPECT_EQ(saved.shownRowHeight(4), 409.5);
+}
+
+TEST(XlsxReader, WidthsOfOtherProgramsStayWhenTheFileIsSaved)
+{
+    const BookFolder folder;
+    const auto book = excel::readWorkbook(folder.writeZip(
+        u"a.xlsx"_s,
+        BookFolder::partsWith(
+            "<worksheet><sheetFormatPr defaultColWidth='11.53515625' defaultRowHeight='15'/>"
+            "<cols><col min='1' max='1' width='9.140625'/><col min='2' max='2' width='4.7109375'/>"
+            "<col min='3' max='3' width='0.75'/></cols><sheetData/></worksheet>")));
+    EXPECT_EQ(book->Worksheets().Item(1).geometry().shownColumnWidth(1), 8.515625);
+    const QString path = folder.write(u"b.xlsx"_s, {});
+    excel::writeXlsx(*book, path);
+    excel::writeXlsx(*excel::readWorkbook(path), path);
+    EXPECT_TRUE(
+        partOf(path, "xl/worksheets/sheet1.xml")
+            .contains("<cols><col min=\"1\" max=\"1\" width=\"9.140625\" customWidth=\"1\"/>"
+                      "<col min=\"2\" max=\"2\" width=\"4.7109375\" customWidth=\"1\"/>"
+                      "<col min=\"3\" max=\"3\" width=\"0.75\" customWidth=\"1\"/>"
+                      "<col min=\"4\" max=\"16384\" width=\"11.53515625\" customWidth=\"1\"/>"
+                      "</cols>"));
 }
 
 TEST(XlsxReader, ReadsInlineTextsAndTakesAFormulaWithoutResultAsEmpty)

@@ -26,6 +26,11 @@ void fillReport(Worksheet& sheet)
     sheet.Range(1, 1, 4, 3).setBorders(LineStyle::Continuous);
     sheet.Range(1, 1, 1, 3).setFontBold(true);
     sheet.Range(1, 1, 1, 3).setFontSize(16);
+    int column = 0;
+    for (const QString& name : {u"=1+1"_s, u"+张三"_s, u"-李四"_s, u"@王五"_s})
+        sheet.setCellText(6, ++column, name);
+    sheet.setCell(7, 1, 89.7f);
+    sheet.setCell(7, 2, QDateTime(QDate(1900, 1, 15), QTime(0, 0), Qt::UTC));
 }
 
 void fillPrint(Worksheet& sheet)

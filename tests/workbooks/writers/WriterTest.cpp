@@ -114,10 +114,72 @@ TEST_F(WriterTest, CellsKeepTheirKinds)
     sheet.setCell(1048576, 16384, 20240101002.0);
     EXPECT_EQ(
         cellsOf(writtenAndRead()->Worksheets().Item(1)),
-        u"1,1 Double 85.5\n1,2 Double -1\n1,3 Double 0.100000001490116\n1,4 Text 0805\n"
+        u"1,1 Double 85.5\n1,2 Double -1\n1,3 Double 0.1\n1,4 Text 0805\n"
         "1,5 Text 5/1/6\n1,6 Text =1+1\n2,1 Boolean True\n2,2 Date 2009-07-31\n"
         "2,3 Date 2009-07-31 08:30:15\n2,4 Date 1899-12-30 08:30:00\n2,5 Text 1850-01-02\n"
         "3,1 Text #N/A\n3,2 Text #NUM!\n3,3 Text #NUM!\n1048576,16384 Double 20240101002\n"_s);
+}
+
+TEST_F(WriterTest, ASingleIsWrittenWithItsOwnDigits)
+{
+    const std::pair<float, double> numbers[] = {{89.7f, 89.7},        {532.6f, 532.6},
+                                                {-0.1f, -0.1},        {1e10f, 1e10},
+                                                {16777216, 16777216}, {1.0f / 3, 0.3333333}};
+    int row = 0;
+    for (const auto& [single, written] : numbers)
+        sheet.setCell(++row, 1, single);
+    const auto read = writtenAndRead();
+    row = 0;
+    for (const auto& [single, written] : numbers)
+        EXPECT_EQ(read->Worksheets().Item(1).Cells(++row, 1), Value(written));
+    EXPECT_TRUE(partOf(path(), "xl/worksheets/sheet1.xml").contains("<v>89.7</v>"));
+}
+
+TEST_F(WriterTest, DaysOfTheFirstWeeksComeBackAsTheyWere)
+{
+    const struct
+    {
+        QDateTime moment;
+        QByteArray number; // of the file; none for a text
+    } rows[] = {{{QDate(1900, 1, 15), QTime(0, 0), Qt::UTC}, "<v>15</v>"},
+                {{QDate(1900, 1, 1), QTime(0, 0), Qt::UTC}, "<v>1</v>"},
+                {{QDate(1900, 1, 1), QTime(12, 0), Qt::UTC}, "<v>1.5</v>"},
+                {{QDate(1900, 2, 28), QTime(12, 0), Qt::UTC}, "<v>59.5</v>"},
+                {{QDate(1900, 3, 1), QTime(0, 0), Qt::UTC}, "<v>61</v>"},
+                {{QDate(2009, 7, 31), QTime(0, 0), Qt::UTC}, "<v>40025</v>"},
+                {{QDate(1899, 12, 30), QTime(12, 0), Qt::UTC}, "<v>0.5</v>"},
+                {{QDate(1899, 12, 31), QTime(0, 0), Qt::UTC}, {}},
+                {{QDate(1899, 12, 29), QTime(23, 59), Qt::UTC}, {}}};
+    int row = 0;
+    for (const auto& expected : rows)
+        sheet.setCell(++row, 1, expected.moment);
+    const auto read = writtenAndRead();
+    const QByteArray written = partOf(path(), "xl/worksheets/sheet1.xml");
+    row = 0;
+    for (const auto& expected : rows) {
+        const Value cell = read->Worksheets().Item(1).Cells(++row, 1);
+        EXPECT_EQ(cell.text(), Value(expected.moment).text());
+        EXPECT_EQ(cell.kind(), expected.number.isEmpty() ? Value::Kind::Text : Value::Kind::Date);
+        EXPECT_TRUE(written.contains(expected.number)) << expected.number.toStdString();
+    }
+}
+
+TEST_F(WriterTest, TextsThatBeginLikeAFormulaAreMarkedAsTexts)
+{
+    const QString names[] = {u"=1+1"_s, u"+张三"_s, u"-李四"_s, u"@王五"_s, u" =A1"_s, u"＝1"_s};
+    int row = 0;
+    for (const QString& name : names)
+        sheet.setCellText(++row, 1, name);
+    sheet.setCellText(++row, 1, u"赵六"_s);
+    sheet.setCellText(++row, 1, u"-1"_s);
+    const auto read = writtenAndRead();
+    const QByteArray written = partOf(path(), "xl/worksheets/sheet1.xml");
+    EXPECT_EQ(written.count("s=\"1\" t=\"s\""), 6);
+    EXPECT_TRUE(written.contains("<c r=\"A7\" t=\"s\">"));
+    EXPECT_TRUE(written.contains("<c r=\"A8\"><v>-1</v></c>"));
+    EXPECT_TRUE(partOf(path(), "xl/styles.xml").contains("<xf numFmtId=\"49\""));
+    for (int i = 1; i <= 6; ++i)
+        EXPECT_EQ(read->Worksheets().Item(1).Cells(i, 1), Value(names[i - 1]));
 }
 
 TEST_F(WriterTest, TextsComeBackToTheLetter)
@@ -177,9 +239,74 @@ TEST_F(WriterTest, SizesHiddenPartsAndTheSheetInFrontAreKept)
     EXPECT_EQ(page.geometry().rowHeight(2), 30);
     EXPECT_TRUE(page.geometry().isRowHidden(700));
     EXPECT_EQ(page.geometry().shownColumnWidth(2), 0);
-    EXPECT_NEAR(page.geometry().shownColumnWidth(1), 4.71, 0.01);
-    EXPECT_NEAR(page.geometry().shownColumnWidth(4), 6.43, 0.05);
+    EXPECT_EQ(page.geometry().shownColumnWidth(1), 4);
+    EXPECT_EQ(page.geometry().shownColumnWidth(4), 5.75);
     EXPECT_EQ(page.geometry().columns().size(), 5u);
+}
+
+TEST_F(WriterTest, WidthsStayHoweverOftenAFileIsSaved)
+{
+    const double widths[] = {8.38, 8.375, 4, 7.5, 0.5, 1, 20.0859375, 255, 1.0 / 3};
+    int column = 0;
+    for (const double width : widths) {
+        ++column;
+        sheet.setColumnWidth(column, column, width);
+    }
+    sheet.Cells().setHorizontalAlignment(excel::HorizontalAlignment::Center);
+    auto read = writtenAndRead();
+    EXPECT_TRUE(partOf(path(), "xl/worksheets/sheet1.xml")
+                    .contains("<col min=\"4\" max=\"4\" width=\"8.125\" "));
+    for (int i = 0; i < 3; ++i) {
+        excel::writeXlsx(*read, path());
+        read = excel::readWorkbook(path());
+    }
+    const excel::SheetGeometry& geometry = read->Worksheets().Item(1).geometry();
+    column = 0;
+    for (const double width : widths)
+        EXPECT_NEAR(geometry.shownColumnWidth(++column), width, 1e-9) << column;
+    EXPECT_NEAR(geometry.shownColumnWidth(++column), excel::SheetGeometry::standardColumnWidth,
+                1e-9);
+}
+
+TEST_F(WriterTest, OnlyRowsOfAnotherHeightHaveOneOfTheirOwn)
+{
+    for (int row = 1; row <= 3; ++row)
+        sheet.setCell(row, 1, row);
+    sheet.setRowHeight(2, 30);
+    sheet.setRowState(4, excel::RowState::Hidden);
+    excel::writeXlsx(book, path());
+    const QByteArray written = partOf(path(), "xl/worksheets/sheet1.xml");
+    for (const char* tag : {"<row r=\"1\" spans=\"1:1\">", "<row r=\"3\" spans=\"1:1\">",
+                            "<row r=\"2\" spans=\"1:1\" ht=\"30\" customHeight=\"1\">",
+                            "<row r=\"4\" spans=\"1:1\" hidden=\"1\"/>",
+                            "<sheetFormatPr defaultRowHeight=\"13.5\" customHeight=\"1\"/>"})
+        EXPECT_TRUE(written.contains(tag)) << tag << written.toStdString();
+}
+
+TEST_F(WriterTest, APictureCoversTheCellsThatItLiesOver)
+{
+    const QString png = path(u"折线.png"_s);
+    QFile file(png);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(samplePng());
+    file.close();
+    sheet.setColumnWidth(4, 4, 4);
+    for (int row = 1; row <= 4; ++row)
+        sheet.setCell(row, 1, row);
+    excel::Picture& picture = sheet.insertPicture(png);
+    // From the last points of two standard columns and rows to the end of a narrow one.
+    picture.setLeft(2 * 54 - 3);
+    picture.setTop(2 * 13.5 - 3);
+    picture.setWidth(3 + 54 + 37 * 0.75);
+    picture.setHeight(3 + 2 * 13.5);
+    excel::writeXlsx(book, path());
+    const QByteArray drawing = partOf(path(), "xl/drawings/drawing1.xml");
+    // 68 and 14 pixels of 9525 units each.
+    for (const char* place : {"<xdr:from><xdr:col>1</xdr:col><xdr:colOff>647700</xdr:colOff>"
+                              "<xdr:row>1</xdr:row><xdr:rowOff>133350</xdr:rowOff></xdr:from>",
+                              "<xdr:to><xdr:col>4</xdr:col><xdr:colOff>0</xdr:colOff>"
+                              "<xdr:row>4</xdr:row><xdr:rowOff>0</xdr:rowOff></xdr:to>"})
+        EXPECT_TRUE(drawing.contains(place)) << place << '\n' << drawing.toStdString();
 }
 
 TEST_F(WriterTest, AHiddenRowWithoutHeightIsOfTheUsualHeightOnceItIsShown)

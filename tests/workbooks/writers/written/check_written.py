@@ -11,6 +11,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import zipfile
 from pathlib import Path
 
 import openpyxl
@@ -44,6 +45,14 @@ class Written(unittest.TestCase):
         self.assertEqual(self.page["C3"].value, datetime.time(8, 30))
         self.assertIs(self.page["E3"].value, True)
 
+    def test_names_that_begin_like_a_formula_stay_texts(self):
+        for cell, name in zip(self.report[6], ["=1+1", "+张三", "-李四", "@王五"]):
+            self.assertEqual((cell.value, cell.data_type, cell.number_format), (name, "s", "@"))
+
+    def test_a_single_and_an_early_day(self):
+        self.assertEqual(self.report["A7"].value, 89.7)
+        self.assertEqual(self.report["B7"].value, datetime.datetime(1900, 1, 15))
+
     def test_merges(self):
         self.assertEqual([str(merge) for merge in self.report.merged_cells.ranges], ["A1:C1"])
         self.assertEqual([str(merge) for merge in self.page.merged_cells.ranges], ["A1:E1"])
@@ -75,14 +84,14 @@ class Written(unittest.TestCase):
 
     def test_sizes(self):
         columns = self.page.column_dimensions
-        self.assertAlmostEqual(columns["A"].width, 8.29, delta=0.05)
-        self.assertAlmostEqual(columns["B"].width, 4.7, delta=0.05)
+        self.assertEqual((columns["A"].width, columns["B"].width), (7.5 + 5 / 8, 4 + 5 / 8))
         self.assertEqual((columns["E"].min, columns["E"].max), (5, 35))
         self.assertTrue(columns["D"].hidden)
         self.assertEqual(self.page.row_dimensions[2].height, 30)
         self.assertTrue(self.page.row_dimensions[4].hidden)
         self.assertEqual(self.page.sheet_format.defaultRowHeight, 13.5)
         self.assertEqual(self.report.row_dimensions[2].height, 40.5)
+        self.assertIsNone(self.report.row_dimensions[3].height)
 
     def test_page(self):
         setup, margins = self.page.page_setup, self.page.page_margins
@@ -99,6 +108,11 @@ class Written(unittest.TestCase):
         if listing.returncode == 127:
             self.skipTest("unzip is missing")
         self.assertIn("xl/media/image1.png", listing.stdout)
+
+    def test_what_a_merge_covers_is_in_the_file(self):
+        with zipfile.ZipFile(Path(self.folder.name) / "样本.xlsx") as parts:
+            row = parts.read("xl/worksheets/sheet1.xml").split(b"</row>")[0]
+        self.assertEqual(row.count(b"<v>0</v>"), 3)
 
 
 class WithoutRights(unittest.TestCase):
