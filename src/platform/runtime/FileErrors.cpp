@@ -1,5 +1,7 @@
 #include "platform/runtime/FileErrors.h"
 
+#include <cerrno>
+
 namespace runtime {
 
 using namespace Qt::StringLiterals;
@@ -37,6 +39,36 @@ QString fileErrorText(QFileDevice::FileError error)
         break;
     }
     return u"原因不明"_s;
+}
+
+QString systemErrorText(int number)
+{
+    switch (number) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return u"磁盘已满，或文件的大小受到限制"_s;
+    case EACCES:
+    case EPERM:
+        return u"没有权限"_s;
+    case EROFS:
+        return u"磁盘是只读的"_s;
+    case EIO:
+        return u"读写磁盘时出错"_s;
+    case ENAMETOOLONG:
+        return u"文件名太长"_s;
+    case ENOENT:
+    case ENOTDIR:
+        return u"文件夹不存在"_s;
+    case EISDIR:
+    case ENOTEMPTY:
+        return u"它是文件夹"_s;
+    case EMFILE:
+    case ENFILE:
+        return u"打开的文件太多"_s;
+    default:
+        return u"原因不明"_s;
+    }
 }
 
 } // namespace runtime

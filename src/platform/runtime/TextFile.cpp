@@ -39,7 +39,9 @@ void ReadTxtSet(const QString& file, QStringList& list)
 void writeTextFile(const QString& file, const QString& text)
 {
     QSaveFile out(file);
-    if (!out.open(QIODevice::WriteOnly) || out.write(text.toUtf8()) < 0 || !out.commit())
+    const QByteArray bytes = text.toUtf8();
+    // A disk that is nearly full takes a part and calls that a success.
+    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
         throw Error(u"无法写入文件 %1（%2）"_s.arg(file, fileErrorText(out.error())));
 }
 

@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime/Error.h"
+#include "support/ErrorOf.h"
+#include "support/FullDisk.h"
 #include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
 #include "support/ScriptedDialogs.h"
@@ -141,6 +143,18 @@ TEST_F(TextFile, WritingReplacesTheFileWhole)
     QFile file(name);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), QByteArray("语文=150\n"));
+}
+
+TEST_F(TextFile, WritingThatFindsRoomForAPartLeavesTheOldFile)
+{
+    const QString name = write("the older content");
+    const QString text(40'000, u'x');
+    const support::FullDisk disk(30'000);
+    EXPECT_EQ(support::errorOf([&] { writeTextFile(name, text); }).section(u'（', 0, 0),
+              u"无法写入文件 "_s + name);
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), QByteArray("the older content"));
 }
 
 TEST_F(TextFile, WritingIntoAMissingFolderIsAnError)

@@ -1,14 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <csignal>
 #include <limits>
 
 #include <QDir>
 
-#include <sys/resource.h>
-
 #include "support/ErrorOf.h"
+#include "support/FullDisk.h"
 #include "support/PrintQString.h"
 #include "workbooks/BookFiles.h"
 #include "workbooks/writers/SampleBook.h"
@@ -35,28 +33,6 @@ QByteArray bytesOf(const QString& path)
     return file.readAll();
 }
 
-/// No file of this process grows beyond a size, as if the disk were full.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t size)
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{size, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int) = nullptr;
-};
-
 class WriterTest : public testing::Test
 {
 protected:
@@ -77,7 +53,7 @@ protected:
         const QByteArray before = bytesOf(path());
         QString error;
         {
-            const FullDisk disk(size);
+            const support::FullDisk disk(size);
             error = writeError(book, path());
         }
         EXPECT_EQ(error, u"无法保存 "_s + path() + u"：写文件时出错，磁盘可能已满或已断开。"_s)
