@@ -21,7 +21,7 @@ TEST(ChartColors, AreFarEnoughApartToBeToldFromEachOther)
             int distance = 0;
             for (const int shift : {0, 8, 16})
                 distance += std::abs(part(colors[i], shift) - part(colors[j], shift));
-            EXPECT_GE(distance, 60) << "IDs " << j + 1 << " and " << i + 1;
+            EXPECT_GE(distance, 60) << "IDs " << j << " and " << i;
         }
     }
 }

@@ -38,7 +38,7 @@ TEST_F(Template, HasTheFixedColumns)
         u"ID 班级 学号 姓名 科类 类别代码 类别 性别 出生时间 入学时间 学籍号 原毕业学校 身份证 "
         "民族 籍贯 备注 照片名 照片"_s);
     EXPECT_TRUE(columns(u"成绩表"_s)
-                    .startsWith(u"id 班级 学号 姓名 类别代码 科类 考试名称 考试编号 语文"_s));
+                    .startsWith(u"id 考试编号 类别代码 班级 学号 姓名 科类 考试名称 语文"_s));
     EXPECT_TRUE(columns(u"考试名称表"_s).startsWith(u"ID 考试名称 科类 考试编号 备注 语文"_s));
     EXPECT_EQ(columns(u"分班表"_s), u"班级 学号 姓名 新班级 新学号 已分班 ID"_s);
     EXPECT_EQ(columns(u"详细设置表"_s), u"设置名称 科类 科目 条件1 分数1 条件2 分数2"_s);
@@ -88,8 +88,25 @@ TEST_F(Template, HasDefaultFormulasAndSixteenDistinctColors)
               "文科总分|语文+数学+英语+政治+历史+地理 / "
               "理科总分|语文+数学+英语+物理+化学+生物 / "
               "三科总分|语文+数学+英语 / 文综总分|政治+历史+地理 / 理综总分|物理+化学+生物"_s);
-    EXPECT_EQ(test.rows(u"select count(*), count(distinct 颜色), max(ID) from 颜色表"_s),
-              u"16|16|16"_s);
+    EXPECT_EQ(test.rows(u"select count(*), count(distinct 颜色), min(ID), max(ID) from 颜色表"_s),
+              u"16|16|0|15"_s);
+}
+
+TEST_F(Template, OffersClassAndNumberFromTheFourthScoreColumnOn)
+{
+    const database::TableColumns& scores = test.scores.Conn.columns(u"成绩表"_s);
+    EXPECT_EQ(scores.find(u"班级"_s), 3);
+    EXPECT_EQ(scores.find(u"学号"_s), 4);
+}
+
+TEST_F(Template, HasRoomForASettingOfAnyLength)
+{
+    database::Recordset rows;
+    rows.Open(u"select * from 设置表 where ID=14"_s, test.scores.Conn);
+    const QString lines(3000, u'5');
+    rows.Fields(u"设置"_s).setValue(lines);
+    rows.Update();
+    EXPECT_EQ(test.rows(u"select 设置 from 设置表 where ID=14"_s), lines);
 }
 
 TEST_F(Template, TheMarkOfAMovedStudentHoldsAnIdentity)

@@ -27,17 +27,17 @@ create table [信息表] (
     [照片]       LongBinary BLOB
 );
 
--- One row per student and exam; id is the student's ID and no key. The columns of the subjects and
--- 备注 are added when a library is created.
+-- One row per student and exam; id is the student's ID and no key. Screens offer the columns from
+-- the fourth on. The columns of the subjects and 备注 are added when a library is created.
 create table [成绩表] (
     [id]       Long INTEGER,
+    [考试编号] Integer INTEGER,
+    [类别代码] Double REAL,
     [班级]     Double REAL,
     [学号]     Double REAL,
     [姓名]     text(50) COLLATE NOCASE,
-    [类别代码] Double REAL,
     [科类]     text(50) COLLATE NOCASE,
-    [考试名称] text(50) COLLATE NOCASE,
-    [考试编号] Integer INTEGER
+    [考试名称] text(50) COLLATE NOCASE
 );
 
 -- One row per exam and stream; the columns of the subjects follow behind the first five.
@@ -74,7 +74,7 @@ create table [总分公式] (
 create table [设置表] (
     [ID]           Long INTEGER,
     [名称]         text(50) COLLATE RTRIM,
-    [设置]         text(255) COLLATE NOCASE,
+    [设置]         Memo TEXT COLLATE NOCASE,
     [加入综合分析] text(50) COLLATE NOCASE,
     [各科条件]     text(50) COLLATE NOCASE,
     [选项]         text(255) COLLATE NOCASE,

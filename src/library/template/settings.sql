@@ -34,9 +34,9 @@ insert into [总分公式]([总分], [公式]) values
 
 -- Chart colours, red in the lowest byte.
 insert into [颜色表]([ID], [颜色]) values
-    (1, 0x2C28D6), (2, 0xB4771F), (3, 0x2CA02C), (4, 0x0E7FFF), (5, 0xBD6794),
-    (6, 0x4B568C), (7, 0xC277E3), (8, 0x7F7F7F), (9, 0x22BDBC), (10, 0xCFBE17),
-    (11, 0x802000), (12, 0x005A32), (13, 0x1040A0), (14, 0x8B008B), (15, 0x00C2F2),
-    (16, 0x000000);
+    (0, 0x2C28D6), (1, 0xB4771F), (2, 0x2CA02C), (3, 0x0E7FFF), (4, 0xBD6794),
+    (5, 0x4B568C), (6, 0xC277E3), (7, 0x7F7F7F), (8, 0x22BDBC), (9, 0xCFBE17),
+    (10, 0x802000), (11, 0x005A32), (12, 0x1040A0), (13, 0x8B008B), (14, 0x00C2F2),
+    (15, 0x000000);
 
 insert into [特值表]([txt], [z]) values ('缺考', -1), ('作弊', 0);
