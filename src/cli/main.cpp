@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include "cli/Command.h"
+#include "platform/runtime/QuietLibraries.h"
 
 namespace {
 
@@ -70,6 +71,9 @@ int main(int argc, char** argv)
 {
     // A reader that goes away (`| head`) must not break off an import in the middle.
     std::signal(SIGPIPE, SIG_IGN);
+    // A limit on the size of files is an error of the write, as a full disk is.
+    std::signal(SIGXFSZ, SIG_IGN);
+    runtime::quietQt();
     const QCoreApplication application(argc, argv);
     try {
         return int(runProgram(QCoreApplication::arguments()));

@@ -1,3 +1,5 @@
+#include <csignal>
+
 #include <QApplication>
 #include <QFontMetrics>
 #include <QIcon>
@@ -7,6 +9,7 @@
 #include <QTranslator>
 
 #include "platform/runtime/Error.h"
+#include "platform/runtime/QuietLibraries.h"
 #include "platform/widgets/ProgramStyle.h"
 #include "shell/ui/AFormMain.h"
 
@@ -72,6 +75,9 @@ int runDesktop(widgets::ScreenDialogs& dialogs)
 
 int main(int argc, char** argv)
 {
+    // A limit on the size of files is an error of the write, as a full disk is.
+    std::signal(SIGXFSZ, SIG_IGN);
+    runtime::quietQt();
     const QApplication application(argc, argv);
     QApplication::setApplicationName(u"yunshan"_s);
     QApplication::setOrganizationName(u"yunshan"_s);

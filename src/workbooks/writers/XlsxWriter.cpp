@@ -14,6 +14,7 @@
 #include <QTemporaryFile>
 
 #include "platform/runtime/Error.h"
+#include "platform/runtime/QuietLibraries.h"
 #include "workbooks/writers/WriterText.h"
 #include "workbooks/writers/XlsxPackage.h"
 #include "workbooks/writers/XlsxSheetWriter.h"
@@ -147,6 +148,8 @@ void NewFile::putInPlace()
 void writeXlsx(const Workbook& book, const QString& path)
 {
     NewFile file(path);
+    // It prints what it is about to return as an error.
+    const runtime::QuietStderr quiet;
     std::unique_ptr<lxw_workbook, FreeBook> target(workbook_new(file.name().constData()));
     if (target == nullptr)
         refuse(path, u"内存不足。"_s);

@@ -52,10 +52,12 @@ protected:
     {
         const QByteArray before = bytesOf(path());
         QString error;
+        testing::internal::CaptureStderr();
         {
             const support::FullDisk disk(size);
             error = writeError(book, path());
         }
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
         EXPECT_EQ(error, u"无法保存 "_s + path() + u"：写文件时出错，磁盘可能已满或已断开。"_s)
             << size;
         EXPECT_EQ(bytesOf(path()), before);
