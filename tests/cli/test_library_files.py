@@ -1,5 +1,7 @@
 """Making a library, and what is said of files that are none."""
 
+import os
+import resource
 import shutil
 import sqlite3
 import sys
@@ -58,6 +60,31 @@ class NewLibrary(yunshan.ProgramTest):
         self.assertEqual(self.columns("考试名称表")[5:], ["数学"])
         self.assertEqual(self.rows("select count(*) from 信息表"), [(0,)])
 
+    def test_a_limit_on_sizes_of_files_is_an_error_and_the_old_library_stays(self):
+        self.make_library("语文")
+        before = yunshan.file_hash(self.library)
+        limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (50_000, 50_000))
+        result = yunshan.run("new", self.library, "--subjects", "数学", "--force", cwd=self.folder,
+                             preexec_fn=limit)
+        self.assertEqual((result.code, result.out), (ERROR, ""))
+        self.assertEqual(result.err, QUESTION + f" → 确定\n无法写入文件 {self.library}（磁盘已满，"
+                         "或文件的大小受到限制）。 - Private Sub Command1_Click/FormNew\n" + MADE)
+        self.assertEqual(yunshan.file_hash(self.library), before)
+        self.assertEqual([path.name for path in self.folder.iterdir()], [self.library.name])
+
+    def test_a_locale_without_chinese_costs_no_words_of_others(self):
+        env = yunshan.environment(self.folder) | {"LC_ALL": "C"}
+        result = yunshan.run("new", self.library, "--subjects", "语文", cwd=self.folder, env=env)
+        self.assertEqual((result.code, result.out, result.err), (yunshan.DONE, "", MADE))
+
+    def test_force_through_a_link_replaces_the_file_behind_it(self):
+        self.make_library("语文")
+        link = self.folder / "链接.CJK"
+        link.symlink_to(self.library)
+        self.run_program("new", link, "--subjects", "数学", "--force")
+        self.assertTrue(link.is_symlink())
+        self.assertEqual(self.columns("考试名称表")[5:], ["数学"])
+
     def test_force_asks_nothing_when_there_is_no_file(self):
         result = self.run_program("new", self.library, "--subjects", "语文", "--force")
         self.assertEqual(result.err, MADE)
@@ -80,7 +107,7 @@ class NewLibrary(yunshan.ProgramTest):
         result = self.run_program("new", path, "--subjects", "语文", expect=ERROR)
         self.assertEqual(result.out, "")
         self.assertEqual(result.err,
-                         f"无法写入文件 {path}（不能打开：没有权限，或文件、文件夹不存在）。"
+                         f"无法写入文件 {path}（文件夹不存在）。"
                          f" - Private Sub Command1_Click/FormNew\n{path}\n库文件不存在！\n")
 
     def test_a_library_that_another_program_writes_is_not_overwritten(self):
@@ -100,7 +127,7 @@ class NewLibrary(yunshan.ProgramTest):
         result = self.run_program("new", self.library, "--subjects", "语文", "--force",
                                   expect=ERROR)
         self.assertEqual(result.err,
-                         f"无法写入文件 {self.library}（不能写入：磁盘已满、文件只读，或它是文件夹）。"
+                         f"无法写入文件 {self.library}（它是文件夹）。"
                          f" - Private Sub Command1_Click/FormNew\n{self.library}\n库文件不存在！\n")
 
     def test_no_journal_is_left(self):
@@ -133,6 +160,31 @@ class OpenLibrary(yunshan.ProgramTest):
 
     def test_missing_file(self):
         self.assertRefused(f"{self.library}\n库文件不存在！\n")
+
+    def test_a_name_that_is_no_utf8(self):
+        self.make_library("语文")
+        foreign = self.folder / os.fsdecode("高一".encode("gb18030") + b".CJK")
+        self.library.rename(foreign)
+        result = self.run_program("info", foreign, expect=ERROR)
+        self.assertIn("名称里有不是 UTF-8 编码的字，请先给文件改名。\n", result.err)
+        self.assertTrue(result.err.endswith("库文件不存在！\n"), result.err)
+
+    def test_one_with_a_journal_behind_a_link(self):
+        self.make_library("语文")
+        other = sqlite3.connect(self.library, isolation_level=None)
+        other.execute("pragma cache_size=5")
+        other.execute("begin")
+        other.execute("insert into 信息表(班级, 备注) with recursive n(i) as (select 1 union all "
+                      "select i+1 from n where i<3000) select 1, hex(zeroblob(100)) from n")
+        crashed = self.folder / "断电.CJK"
+        for ending in ("", "-journal"):
+            shutil.copyfile(f"{self.library}{ending}", f"{crashed}{ending}")
+        other.close()
+        link = self.folder / "链接.CJK"
+        link.symlink_to(crashed)
+        self.run_program("info", link)
+        self.assertEqual(yunshan.query(crashed, "select count(*) from 信息表"), [(0,)])
+        self.assertFalse(Path(f"{crashed}-journal").exists())
 
     def test_missing_file_by_a_relative_name(self):
         result = self.run_program("info", "没有.CJK", expect=ERROR)

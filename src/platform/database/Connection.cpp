@@ -23,9 +23,9 @@ void Connection::Open(const QString& path, const FileShape& shape)
     Handle handle = openedFile(path, shape);
     Close();
     d->handle = std::move(handle);
-    d->path = path;
+    d->path = realPath(path);
     d->shape = shape;
-    d->identity = FileIdentity::of(path);
+    d->identity = FileIdentity::of(d->path);
 }
 
 void Connection::Close()

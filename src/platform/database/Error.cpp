@@ -29,6 +29,7 @@ struct Wording
 constexpr Wording sqlWordings[] = {
     {"^no such column: (.*)$", noColumn},
     {"^no such table: (.*)$", u"没有名为“%1”的表。"},
+    {"^access to view \"(.*)\" prohibited$", u"“%1”是视图，不是表，不能使用。"},
     {"^no such function: (.*)$", u"没有名为“%1”的函数。"},
     {"^near \"(.*)\": syntax error$", u"语句有语法错误，在“%1”附近。"},
     {"^unrecognized token: \"(.*)\"$", u"语句有语法错误，在“%1”处引号不配对或字符无效。"},

@@ -59,7 +59,8 @@ void checkHeader(const QString& path)
 void checkTables(sqlite3* handle, const QString& path, const FileShape& shape)
 {
     sqlite3_stmt* found = nullptr;
-    const char* sql = "select count(*) from sqlite_master where type='table' and name=?";
+    const char* sql =
+        "select max(type) from sqlite_master where type in ('table','view') and name=?";
     if (sqlite3_prepare_v2(handle, sql, -1, &found, nullptr) != SQLITE_OK)
         throw engineError(handle);
     const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(found, sqlite3_finalize);
@@ -68,8 +69,12 @@ void checkTables(sqlite3* handle, const QString& path, const FileShape& shape)
         sqlite3_bind_text16(found, 1, table.utf16(), -1, SQLITE_TRANSIENT);
         if (sqlite3_step(found) != SQLITE_ROW)
             throw engineError(handle);
-        if (sqlite3_column_int(found, 0) == 0)
+        const auto* type = reinterpret_cast<const char*>(sqlite3_column_text(found, 0));
+        if (type == nullptr)
             throw Error(Failure::NoLibrary, u"%1 不是成绩库：没有“%2”。"_s.arg(path, table));
+        if (qstrcmp(type, "view") == 0)
+            throw Error(Failure::NoLibrary,
+                        u"%1 不是成绩库：“%2”是视图，不是表。"_s.arg(path, table));
     }
 }
 

@@ -25,4 +25,12 @@ void FileIdentity::check(const QString& path) const
                     u"成绩库文件 %1 已被移走、删除或替换，没有写入。"_s.arg(path));
 }
 
+void FileIdentity::checkWritten(const QString& path) const
+{
+    if (of(path) != *this)
+        throw Error(
+            Failure::Missing,
+            u"成绩库文件 %1 在写入时被移走、删除或替换，刚才的写入不在它里面。"_s.arg(path));
+}
+
 } // namespace database

@@ -13,6 +13,8 @@ struct FileIdentity
     static FileIdentity of(const QString& path);
     /// Throws Error unless this file still stands behind the path.
     void check(const QString& path) const;
+    /// Throws Error if what was just written went to a file that stands there no more.
+    void checkWritten(const QString& path) const;
     friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 

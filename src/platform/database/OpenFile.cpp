@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <QFile>
 #include <QFileInfo>
 
 #include "platform/database/Aggregates.h"
@@ -19,21 +20,26 @@ constexpr int longestValue = 100'000'000;
 /// takes and gives back must still find room among them.
 constexpr int blockSize = 1200;
 constexpr int blockCount = 500;
+constexpr int busyMilliseconds = 1500;
 
 void setUp(sqlite3* handle)
 {
     sqlite3_db_config(handle, SQLITE_DBCONFIG_LOOKASIDE, nullptr, blockSize, blockCount);
-    sqlite3_busy_timeout(handle, 1500);
     sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, longestValue);
-    sqlite3_extended_result_codes(handle, 1);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    // Nothing that a file brings along runs by itself.
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0, nullptr);
     runOnEngine(handle,
                 "PRAGMA synchronous=FULL; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-24000;");
 }
+
+/// Bytes of a path, the ending of a journal's name included, that the engine has room for.
+constexpr qsizetype longestPath = 500;
 
 } // namespace
 
@@ -42,22 +48,53 @@ void CloseHandle::operator()(sqlite3* handle) const
     sqlite3_close_v2(handle);
 }
 
-Handle openedFile(const QString& path, const FileShape& shape)
+QString realPath(const QString& path)
 {
-    checkHeader(path);
+    const QString real = QFileInfo(path).canonicalFilePath();
+    return real.isEmpty() ? path : real;
+}
+
+Handle rawFile(const QString& path)
+{
+    const QByteArray name = QFile::encodeName(QFileInfo(path).absoluteFilePath());
+    if (name.size() > longestPath)
+        throw Error(
+            Failure::Other,
+            u"%1 的路径太长（超过 %2 字节），请把它移到路径较短的文件夹里。"_s.arg(path).arg(
+                longestPath));
     sqlite3* raw = nullptr;
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &raw,
+    const int code = sqlite3_open_v2(name.constData(), &raw,
                                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     Handle handle(raw);
     if (code != SQLITE_OK)
         throw engineError(raw);
+    sqlite3_busy_timeout(raw, busyMilliseconds);
+    sqlite3_extended_result_codes(raw, 1);
+    return handle;
+}
+
+Handle openedFile(const QString& path, const FileShape& shape)
+{
+    const QString place = realPath(path);
+    checkHeader(place);
+    Handle handle = rawFile(place);
+    sqlite3* raw = handle.get();
     setUp(raw);
     addAggregates(raw);
-    checkTables(raw, path, shape);
+    checkTables(raw, place, shape);
     // A file that another program left with a log beside it becomes one file again, but only one of
     // ours: what is no library stays as it is.
     runOnEngine(raw, "PRAGMA journal_mode=DELETE");
     return handle;
+}
+
+FileLock::FileLock(const QString& path, Against against) : m_handle(openedFile(path, {}))
+{
+    if (sqlite3_db_readonly(m_handle.get(), "main") == 1)
+        throw Error(Failure::ReadOnly, u"成绩库是只读的，不能写入。"_s);
+    // Closing the connection takes the transaction back.
+    runOnEngine(m_handle.get(),
+                against == Against::Writers ? "BEGIN IMMEDIATE" : "BEGIN EXCLUSIVE");
 }
 
 bool isInUse(const QString& path)
@@ -65,11 +102,8 @@ bool isInUse(const QString& path)
     if (!QFileInfo(path).isFile())
         return false;
     try {
-        const Handle handle = openedFile(path, {});
-        // Closing the connection takes the transaction back.
-        const int code =
-            sqlite3_exec(handle.get(), "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr) & 0xff;
-        return code == SQLITE_BUSY;
+        const FileLock lock(path, FileLock::Against::Everybody);
+        return false;
     } catch (const Error& error) {
         return error.failure() == Failure::Locked;
     }

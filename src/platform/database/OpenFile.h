@@ -13,8 +13,33 @@ struct CloseHandle
 
 using Handle = std::unique_ptr<sqlite3, CloseHandle>;
 
+/// The file that a path leads to, behind links; the path itself where nothing stands. The engine
+/// keeps its journal beside that file.
+QString realPath(const QString& path);
+
+/// Opens an existing file without looking at it. Throws Error, also for a path that is too long
+/// for the engine.
+Handle rawFile(const QString& path);
+
 /// Opens the file, sets the connection up and checks that it is one of ours. Throws Error.
 Handle openedFile(const QString& path, const FileShape& shape);
+
+/// Keeps others from a library file as long as it lives, after a write that was broken off in it
+/// has been taken back.
+class FileLock
+{
+public:
+    enum class Against {
+        Writers, ///< this program can still read the file by another connection
+        Everybody
+    };
+
+    /// Throws Error: Failure::Locked if it is in use.
+    FileLock(const QString& path, Against against);
+
+private:
+    Handle m_handle;
+};
 
 /// True if another connection reads or writes the library file at this moment, in this program or
 /// in another one; one that merely has the file open is not noticed. A missing file, or one that is

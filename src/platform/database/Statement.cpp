@@ -303,7 +303,11 @@ int Statement::run()
 {
     while (step()) {
     }
-    return sqlite3_changes(d->db());
+    const int changes = sqlite3_changes(d->db());
+    const Connection::Private& connection = *d->connection.d;
+    if (!d->readOnly && connection.batchDepth == 0)
+        connection.identity.checkWritten(connection.path);
+    return changes;
 }
 
 int Statement::columnCount() const

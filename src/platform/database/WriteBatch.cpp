@@ -57,6 +57,8 @@ void WriteBatch::commit()
         m_connection.d->identity.check(m_connection.d->path);
     runOnEngine(m_connection.openHandle(), m_outermost ? "COMMIT" : "RELEASE inner_batch");
     end();
+    if (m_outermost)
+        m_connection.d->identity.checkWritten(m_connection.d->path);
 }
 
 void WriteBatch::end()

@@ -11,6 +11,7 @@
 #include "platform/database/Connection.h"
 #include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
+#include "support/OtherProgram.h"
 #include "support/PrintQString.h"
 #include "support/RowTexts.h"
 
@@ -18,28 +19,7 @@ namespace database {
 
 using namespace Qt::StringLiterals;
 
-/// A second program that has the file open: the engine itself, without our layer.
-class OtherProgram
-{
-public:
-    explicit OtherProgram(const QString& path)
-    {
-        EXPECT_EQ(sqlite3_open(path.toUtf8().constData(), &m_handle), SQLITE_OK);
-        run("pragma synchronous=off");
-    }
-    ~OtherProgram() { sqlite3_close(m_handle); }
-    OtherProgram(const OtherProgram&) = delete;
-    OtherProgram& operator=(const OtherProgram&) = delete;
-
-    void run(const char* sql)
-    {
-        EXPECT_EQ(sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr), SQLITE_OK)
-            << sqlite3_errmsg(m_handle);
-    }
-
-private:
-    sqlite3* m_handle = nullptr;
-};
+using support::OtherProgram;
 
 /// A database file in a folder of its own.
 class DatabaseFile

@@ -35,6 +35,18 @@ protected:
         chmod(file.folder.path().toUtf8().constData(), folderMode);
     }
 
+    /// A copy of the file and of its journal, as a crash leaves them in the middle of a write.
+    QString leaveBrokenOff()
+    {
+        QString copy = file.folder.filePath(u"copy.CJK"_s);
+        OtherProgram other(path);
+        other.run("pragma cache_size=5; begin; update T set m='y'");
+        EXPECT_TRUE(QFile::copy(path, copy));
+        EXPECT_TRUE(QFile::copy(path + u"-journal"_s, copy + u"-journal"_s));
+        other.run("rollback");
+        return copy;
+    }
+
     DatabaseFile file{"create table T(n Long INTEGER, m text(200));"
                       "with recursive c(i) as (select 1 union all select i+1 from c where i<2000)"
                       "  insert into T select i, hex(zeroblob(40)) from c;"};
@@ -274,18 +286,93 @@ TEST_F(Files, AnotherProgramsFileKeepsTheLogThatItHas)
 
 TEST_F(Files, AWriteThatWasBrokenOffIsMendedAtTheNextOpen)
 {
-    const QString copy = file.folder.filePath(u"copy.CJK"_s);
-    {
-        OtherProgram other(path);
-        other.run("pragma cache_size=5; begin; update T set m='y'");
-        QFile::copy(path, copy);
-        QFile::copy(path + u"-journal"_s, copy + u"-journal"_s);
-        other.run("rollback");
-    }
+    const QString copy = leaveBrokenOff();
     Connection connection;
     connection.Open(copy, {{u"T"_s}, {}});
     EXPECT_EQ(rowsOf(connection, u"select count(*) from T where m='y'"_s), u"0"_s);
     EXPECT_FALSE(QFile::exists(copy + u"-journal"_s));
+}
+
+TEST_F(Files, BehindALinkOneIsOpenedByItsRealPathWithTheJournalThatStandsThere)
+{
+    const QString copy = leaveBrokenOff();
+    // What was written since made the file longer than its header says.
+    QFile::resize(copy, QFileInfo(copy).size() - 4096);
+    const QString link = file.folder.filePath(u"链接.CJK"_s);
+    ASSERT_TRUE(QFile::link(copy, link));
+    Connection connection;
+    connection.Open(link, {{u"T"_s}, {}});
+    EXPECT_EQ(connection.path(), copy);
+    EXPECT_EQ(rowsOf(connection, u"select count(*) from T where m='y'"_s), u"0"_s);
+    EXPECT_FALSE(QFile::exists(copy + u"-journal"_s));
+}
+
+TEST_F(Files, TheirTriggersNeverRun)
+{
+    OtherProgram(path).run("create trigger spy after insert on T begin delete from T; end");
+    Connection connection;
+    connection.Open(path, {{u"T"_s}, {}});
+    connection.Execute(u"insert into T values(0,'x')"_s);
+    EXPECT_EQ(rowsOf(connection, u"select count(*) from T"_s), u"2001"_s);
+}
+
+TEST_F(Files, AViewInThePlaceOfATableIsTold)
+{
+    OtherProgram(path).run("create view V as select n, m from T");
+    EXPECT_EQ(refused({{u"T"_s, u"V"_s}, {}}).description(),
+              u"%1 不是成绩库：“V”是视图，不是表。"_s.arg(path));
+    Connection connection;
+    connection.Open(path, {{u"T"_s}, {}});
+    EXPECT_TRUE(errorOf([&] { rowsOf(connection, u"select * from V"_s); })
+                    .description()
+                    .startsWith(u"“V”是视图，不是表，不能使用。"_s));
+}
+
+TEST_F(Files, APathThatTheEngineHasNoRoomForIsTold)
+{
+    QString deep = file.folder.path();
+    while (QFile::encodeName(deep).size() < 500)
+        deep += u"/一层又一层的文件夹"_s;
+    ASSERT_TRUE(QDir().mkpath(deep));
+    const QString away = deep + u"/库.CJK"_s;
+    ASSERT_TRUE(QFile::copy(path, away));
+    Connection connection;
+    EXPECT_EQ(errorOf([&] { connection.Open(away); }).description(),
+              u"%1 的路径太长（超过 500 字节），请把它移到路径较短的文件夹里。"_s.arg(away));
+}
+
+TEST_F(Files, OneThatIsReplacedInTheMiddleOfACommitIsTold)
+{
+    const QString copy = file.folder.filePath(u"新.CJK"_s);
+    ASSERT_TRUE(QFile::copy(path, copy));
+    Connection connection;
+    connection.Open(path);
+    std::pair<QString, QString> names{copy, path};
+    const auto replace = [](void* context) {
+        const auto& [from, to] = *static_cast<std::pair<QString, QString>*>(context);
+        std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData());
+        return 0;
+    };
+    sqlite3_commit_hook(connection.handle(), replace, &names);
+    const auto inABatch = [&] {
+        WriteBatch batch(connection);
+        connection.Execute(u"delete from T"_s);
+        batch.commit();
+    };
+    EXPECT_EQ(errorOf(inABatch).description(),
+              u"成绩库文件 %1 在写入时被移走、删除或替换，刚才的写入不在它里面。"_s.arg(path));
+}
+
+TEST_F(Files, OneThatIsReplacedInTheMiddleOfASingleWriteIsTold)
+{
+    Connection connection;
+    connection.Open(path);
+    const auto remove = [](void* name) {
+        return int(!QFile::remove(*static_cast<const QString*>(name)));
+    };
+    QString name = path;
+    sqlite3_commit_hook(connection.handle(), remove, &name);
+    EXPECT_EQ(errorOf([&] { connection.Execute(u"delete from T"_s); }).failure(), Failure::Missing);
 }
 
 } // namespace

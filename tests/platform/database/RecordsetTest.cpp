@@ -132,19 +132,20 @@ TEST_F(Rows, StatementsThatTakeNoRowIdStillWork)
 
 TEST_F(Rows, WhatIsNoTableOfItsOwnComesInTheOrderOfTheEngine)
 {
-    connection.Execute(u"create view 文科 as select ID,班级 from 信息表 where 科类='文'"_s);
-    EXPECT_EQ(rows(u"select * from 文科"_s), u"2|1 / 3|1"_s);
-    EXPECT_EQ(rows(u"select ID from 文科 order by 班级,ID desc"_s), u"3 / 2"_s);
-    EXPECT_EQ(rows(u"select distinct 班级 from 文科"_s), u"1"_s);
+    const QString arts = u"(select ID,班级 from 信息表 where 科类='文')"_s;
+    EXPECT_EQ(rows(u"select * from "_s + arts), u"2|1 / 3|1"_s);
+    EXPECT_EQ(rows(u"select ID from "_s + arts + u" order by 班级,ID desc"_s), u"3 / 2"_s);
+    EXPECT_EQ(rows(u"select distinct 班级 from "_s + arts), u"1"_s);
     EXPECT_EQ(rows(u"select ID from (select ID from 信息表 where ID>2 order by ID desc)"_s),
               u"4 / 3"_s);
     EXPECT_EQ(rows(u"select a.ID from 信息表 a, (select 3 as n) b where a.ID=n"_s), u"3"_s);
-    EXPECT_EQ(rows(u"select a.ID from 信息表 a cross join 文科 b on a.ID=b.ID order by a.ID"_s),
+    EXPECT_EQ(rows(u"select a.ID from 信息表 a cross join "_s + arts
+                   + u" b on a.ID=b.ID order by a.ID"_s),
               u"2 / 3"_s);
     EXPECT_EQ(rows(u"select value from json_each('[7,5]')"_s), u"7 / 5"_s);
     EXPECT_EQ(rows(u"select group_concat(ID) from 信息表 where ID<3"_s), u"1,2"_s);
-    EXPECT_EQ(rows(u"select count(*) from sqlite_master where type='view'"_s), u"1"_s);
-    EXPECT_EQ(rows(u"select name from sqlite_master where type='view'"_s), u"文科"_s);
+    EXPECT_EQ(rows(u"select count(*) from sqlite_master where name='信息表'"_s), u"1"_s);
+    EXPECT_EQ(rows(u"select name from sqlite_master where name='信息表'"_s), u"信息表"_s);
 }
 
 TEST_F(Rows, ATableMayHaveAShortNameAndTheNameOfItsFile)
