@@ -48,8 +48,9 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
     m_students.forget();
     if (!prepare(request))
         return ImportResult::Stopped;
-    if (request.backup == Backup::Make && !backUp())
-        return ImportResult::Stopped;
+    std::optional<library::BackupBeforeWrite> backup;
+    if (request.backup == Backup::Make)
+        backup.emplace(m_library, m_progress);
     if (!takeRows(request.newStudents))
         return ImportResult::Stopped;
     m_sheet = nullptr;
@@ -127,12 +128,6 @@ void ExamImport::sizeGrids()
     errors.setTextMatrix(0, 5, u"错误原因"_s);
     errors.setColWidth(6, 0);
     m_state.ErrorCount = 0;
-}
-
-bool ExamImport::backUp() const
-{
-    return trap(
-        [&] { library::backUpLibrary(m_library.Conn.path(), QDateTime::currentDateTime()); });
 }
 
 bool ExamImport::takeRows(NewStudents newStudents)

@@ -43,7 +43,6 @@ private:
     bool checkExamName(const ExamImportRequest& request) const;
     void findSubjects();
     void sizeGrids();
-    bool backUp() const;
     /// The first pass: matches the students, judges the scores, fills the staging grid.
     bool takeRows(NewStudents newStudents);
     bool writeExam(ExamChoice examChoice);

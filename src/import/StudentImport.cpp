@@ -1,5 +1,7 @@
 #include "import/StudentImport.h"
 
+#include <optional>
+
 #include <QFileInfo>
 
 #include "import/CellDate.h"
@@ -35,10 +37,9 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
     m_sheet = m_intake.openSheet(sheetName);
     if (m_sheet == nullptr)
         return ImportResult::Stopped;
-    const QString library = m_library.Conn.path();
-    if (backup == Backup::Make
-        && !studentTrap([&] { library::backUpLibrary(library, QDateTime::currentDateTime()); }))
-        return ImportResult::Stopped;
+    std::optional<library::BackupBeforeWrite> copying;
+    if (backup == Backup::Make)
+        copying.emplace(m_library, m_progress);
     if (!writeRows())
         return ImportResult::Stopped;
     m_progress.finish();

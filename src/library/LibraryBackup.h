@@ -3,10 +3,34 @@
 #include <QDateTime>
 #include <QString>
 
+#include "library/ScoreLibrary.h"
+#include "platform/runtime/Progress.h"
+
 namespace library {
 
-/// Copies the library to LIB_YYYY-MM-DD_HHMM.bak beside it and removes all but the newest five such
-/// copies. Throws runtime::Error if the copy cannot be written; nothing is harmed then.
-QString backUpLibrary(const QString& libraryPath, const QDateTime& now);
+/// Copies a library to a file beside it that takes its name when all of it is on the disk. One that
+/// stands there is replaced. Throws Error; that one is as it was then.
+void copyLibrary(const QString& libraryPath, const QString& copy, runtime::Progress& progress);
+
+/// Copies the library to LIB_YYYY-MM-DD_HHMMSS.bak beside it and removes all but the newest five
+/// such copies; no copy is ever replaced. One that equals the newest copy is not copied again.
+/// Gives the path of the newest copy. Throws Error if the copy cannot be written; nothing is harmed
+/// then.
+QString backUpLibrary(const QString& libraryPath, const QDateTime& now,
+                      runtime::Progress& progress);
+
+/// As long as it lives, the open library is backed up ahead of the first write; what writes nothing
+/// leaves no copy. Without the copy nothing is written: the phase that writes ends by a PhaseError.
+class BackupBeforeWrite
+{
+public:
+    BackupBeforeWrite(ScoreLibrary& scoreLibrary, runtime::Progress& progress);
+    ~BackupBeforeWrite();
+    BackupBeforeWrite(const BackupBeforeWrite&) = delete;
+    BackupBeforeWrite& operator=(const BackupBeforeWrite&) = delete;
+
+private:
+    database::Connection& m_connection;
+};
 
 } // namespace library

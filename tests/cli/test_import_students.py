@@ -122,7 +122,7 @@ class ImportStudents(yunshan.ProgramTest):
         self.run_program("import-students", self.library, book)
         copies = [path for path in self.folder.iterdir() if path.suffix == ".bak"]
         self.assertEqual(len(copies), 1)
-        self.assertRegex(copies[0].name, r"^试验.*_\d{4}-\d\d-\d\d_\d{4}\.bak$")
+        self.assertRegex(copies[0].name, r"^试验.*_\d{4}-\d\d-\d\d_\d{6}\.bak$")
         self.assertEqual(yunshan.content_hash(copies[0]), before)
 
     def test_only_the_newest_five_copies_are_kept(self):
@@ -130,7 +130,7 @@ class ImportStudents(yunshan.ProgramTest):
         book = self.book("名单.xlsx", HEADINGS, (1, 1, "甲"))
         self.run_program("import-students", self.library, book)
         made = next(path for path in self.folder.iterdir() if path.suffix == ".bak")
-        pattern = re.sub(r"\d{4}-\d\d-\d\d_\d{4}", "{}", made.name)
+        pattern = re.sub(r"\d{4}-\d\d-\d\d_\d{6}", "{}", made.name)
         made.unlink()
         self.assertIn(name, pattern)
         for day in range(1, 8):
@@ -139,6 +139,19 @@ class ImportStudents(yunshan.ProgramTest):
         kept = sorted(path.name for path in self.folder.iterdir() if path.suffix == ".bak")
         self.assertEqual(len(kept), 5)
         self.assertEqual(kept[:4], [pattern.format(f"2020-01-0{day}_0800") for day in (4, 5, 6, 7)])
+
+    def test_imports_one_after_the_other_have_a_copy_each(self):
+        book = self.book("名单.xlsx", HEADINGS, (1, 1, "甲"))
+        befores = set()
+        for _ in range(3):
+            befores.add(yunshan.content_hash(self.library))
+            self.run_program("import-students", self.library, book)
+        copies = [path for path in self.folder.iterdir() if path.suffix == ".bak"]
+        self.assertEqual({yunshan.content_hash(copy) for copy in copies}, befores)
+
+    def test_an_import_that_writes_nothing_leaves_no_copy(self):
+        self.run_program("import-students", self.library, self.book("名单.xlsx", HEADINGS))
+        self.assertEqual([path for path in self.folder.iterdir() if path.suffix == ".bak"], [])
 
     def test_no_backup_leaves_no_copy(self):
         self.take(HEADINGS, (1, 1, "甲"))

@@ -1,11 +1,9 @@
 #include "library/ScoreLibrary.h"
-#include "library/LibraryBackup.h"
 
 #include <QFile>
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime/Error.h"
 #include "support/FreeFile.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
@@ -198,48 +196,6 @@ TEST_F(Pictures, AMissingFileIsToldWithItsTag)
     test.scores.SaveBin(test.file(u"没有.jpg"_s), rows.Fields(u"照片"_s));
     ASSERT_EQ(test.dialogs.failures.size(), 1);
     EXPECT_TRUE(test.dialogs.failures.first().endsWith(u" - Sub SaveBin/Mdl_MDB"_s));
-}
-
-class DatedCopies : public testing::Test
-{
-protected:
-    QString copyAt(int hour, int minute)
-    {
-        return library::backUpLibrary(path, QDateTime(QDate(2026, 3, 9), QTime(hour, minute)));
-    }
-
-    QTemporaryDir folder;
-    QString path = folder.filePath(u"一中.CJK"_s);
-};
-
-TEST_F(DatedCopies, StandBesideTheLibraryAndTheNewestFiveAreKept)
-{
-    writeFile(path, "library");
-    writeFile(path + u"_2026-03-09_.bak"_s, "compaction's");
-    writeFile(folder.filePath(u"二中.CJK_2020-01-01_0101.bak"_s), "another library's");
-    EXPECT_EQ(copyAt(7, 5), path + u"_2026-03-09_0705.bak"_s);
-    EXPECT_EQ(readFile(path + u"_2026-03-09_0705.bak"_s), "library");
-    for (int minute = 6; minute <= 10; ++minute)
-        copyAt(7, minute);
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files),
-              (QStringList{u"一中.CJK"_s, u"一中.CJK_2026-03-09_.bak"_s,
-                           u"一中.CJK_2026-03-09_0706.bak"_s, u"一中.CJK_2026-03-09_0707.bak"_s,
-                           u"一中.CJK_2026-03-09_0708.bak"_s, u"一中.CJK_2026-03-09_0709.bak"_s,
-                           u"一中.CJK_2026-03-09_0710.bak"_s, u"二中.CJK_2020-01-01_0101.bak"_s}));
-}
-
-TEST_F(DatedCopies, OneOfTheSameMinuteIsReplaced)
-{
-    writeFile(path, "first");
-    copyAt(7, 5);
-    writeFile(path, "second");
-    EXPECT_EQ(readFile(copyAt(7, 5)), "second");
-}
-
-TEST_F(DatedCopies, ThatCannotBeMadeAreAnError)
-{
-    EXPECT_THROW(copyAt(7, 5), runtime::Error);
-    EXPECT_TRUE(QDir(folder.path()).isEmpty());
 }
 
 } // namespace

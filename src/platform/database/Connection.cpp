@@ -6,6 +6,7 @@
 #include "platform/database/Error.h"
 #include "platform/database/Sql.h"
 #include "platform/database/Statement.h"
+#include "platform/runtime/Error.h"
 
 namespace database {
 
@@ -143,6 +144,35 @@ void Connection::checkWritable()
     // A batch looks at the file when it begins and when it commits.
     if (d->batchDepth == 0)
         d->identity.check(d->path);
+}
+
+void Connection::setBeforeFirstWrite(std::function<void()> action)
+{
+    d->beforeFirstWrite = std::move(action);
+}
+
+void Connection::callBeforeFirstWrite()
+{
+    if (!d->beforeFirstWrite)
+        return;
+    const std::function<void()> action = std::exchange(d->beforeFirstWrite, {});
+    try {
+        action();
+    } catch (...) {
+        d->beforeFirstWrite = action;
+        d->batchFailed = d->batchDepth > 0;
+        throw;
+    }
+}
+
+void Connection::prepareWrite()
+{
+    checkWritable();
+    callBeforeFirstWrite();
+    ensureIndexes();
+    // No room for an index: the engine gave up the batch with it.
+    if (batchBroken())
+        throw runtime::PhaseError(u"磁盘已满，没有写入。"_s);
 }
 
 void Connection::endReading()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QString>
@@ -49,6 +50,11 @@ public:
     /// A number that changes when another connection has written the file. Throws Error.
     qint64 dataVersion();
 
+    /// Calls `action` once, ahead of the first statement that writes the open file; no page has
+    /// changed then. If it throws, nothing is written and a running batch is broken. Close()
+    /// forgets it.
+    void setBeforeFirstWrite(std::function<void()> action);
+
     /// Limits for typed statements, kept for every file that is opened.
     void setUserLimits(const UserLimits& limits);
     const UserLimits& userLimits() const;
@@ -71,6 +77,9 @@ private:
     sqlite3* openHandle() const;
     /// Throws Error if nothing can be written now: the file vanished, or the batch is broken.
     void checkWritable();
+    /// What goes ahead of every statement that writes. Throws Error.
+    void prepareWrite();
+    void callBeforeFirstWrite();
     /// Adds the indexes that the file lacks, once; failing to is no error.
     void ensureIndexes();
     /// Runs a statement without rows, which was made of this text.

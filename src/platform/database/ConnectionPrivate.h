@@ -29,6 +29,7 @@ struct Connection::Private
     int batchDepth = 0;
     /// A write of the running batch failed so that it cannot be completed.
     bool batchFailed = false;
+    std::function<void()> beforeFirstWrite;
     bool indexesChecked = false;
     UserLimits userLimits;
 };

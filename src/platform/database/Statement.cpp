@@ -272,10 +272,8 @@ void Statement::begin()
 {
     if (d->connection.handle() != d->db())
         throw Error(Failure::Missing, u"成绩库已经关闭。"_s);
-    if (!d->readOnly) {
-        d->connection.checkWritable();
-        d->connection.ensureIndexes();
-    }
+    if (!d->readOnly)
+        d->connection.prepareWrite();
     if (d->trust == Trust::User) {
         d->watch.start(d->connection.userLimits());
     }

@@ -18,7 +18,8 @@ WriteBatch::WriteBatch(Connection& connection)
     if (sqlite3_db_readonly(handle, "main") == 1)
         throw Error(Failure::ReadOnly, u"成绩库是只读的，不能写入。"_s);
     runOnEngine(handle, m_outermost ? "BEGIN IMMEDIATE" : "SAVEPOINT inner_batch");
-    if (m_outermost) {
+    // What waits for the first write must find the file as it is.
+    if (m_outermost && !connection.d->beforeFirstWrite) {
         connection.ensureIndexes();
         // No room for an index: the engine gave up the transaction with it.
         if (sqlite3_get_autocommit(handle))

@@ -284,6 +284,43 @@ TEST_F(Batches, ClosingTheConnectionTakesAnOpenOneBack)
     EXPECT_EQ(onDisk(), u"2"_s);
 }
 
+TEST_F(Batches, WhatComesBeforeTheFirstWriteRunsOnceOnTheFileAsItWas)
+{
+    const QByteArray before = file.bytes();
+    int calls = 0;
+    connection.setBeforeFirstWrite([&] {
+        ++calls;
+        EXPECT_EQ(file.bytes(), before);
+        EXPECT_EQ(indexes(), QString()) << "a missing one waits, too";
+    });
+    WriteBatch batch(connection);
+    rows();
+    EXPECT_EQ(calls, 0) << "reading is no write";
+    add(1);
+    add(2);
+    batch.commit();
+    add(3);
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(onDisk(), u"1 / 2 / 3"_s);
+    EXPECT_EQ(indexes(), u"Tn"_s);
+}
+
+TEST_F(Batches, NothingIsWrittenWhereWhatComesBeforeFails)
+{
+    connection.setBeforeFirstWrite([] { throw runtime::PhaseError(u"no copy"_s); });
+    {
+        WriteBatch batch(connection);
+        EXPECT_THROW(add(1), runtime::PhaseError);
+        EXPECT_TRUE(connection.batchBroken());
+        EXPECT_THROW(batch.commit(), Error);
+    }
+    EXPECT_THROW(add(2), runtime::PhaseError) << "it is tried again";
+    EXPECT_EQ(onDisk(), QString());
+    connection.setBeforeFirstWrite({});
+    add(3);
+    EXPECT_EQ(onDisk(), u"3"_s);
+}
+
 TEST_F(Batches, NoJournalStaysBesideTheFile)
 {
     {

@@ -1,0 +1,205 @@
+#include "library/LibraryBackup.h"
+
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include "platform/database/WriteBatch.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Trap.h"
+#include "support/ErrorOf.h"
+#include "support/FullDisk.h"
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using support::TestLibrary;
+
+class Telling : public runtime::NoProgress
+{
+public:
+    void report(const QString& text, int done, int total) override
+    {
+        told.append(u"%1 %2/%3"_s.arg(text).arg(done).arg(total));
+    }
+    bool cancelled() const override { return told.size() >= cancelAfter; }
+
+    QStringList told;
+    int cancelAfter = 1000;
+};
+
+class DatedCopies : public testing::Test
+{
+protected:
+    /// The library has another content each time.
+    void change() { test.addStudent(1, ++students, u"甲"_s, u"理"_s); }
+
+    QString copyAt(const QDateTime& time)
+    {
+        change();
+        return library::backUpLibrary(path, time, progress);
+    }
+    QString copyAt(int minute, int second)
+    {
+        return copyAt(QDateTime(QDate(2026, 3, 9), QTime(7, minute, second)));
+    }
+
+    QStringList copies() const
+    {
+        QStringList names = QDir(test.folder.path()).entryList({u"*.bak"_s}, QDir::Files);
+        for (QString& name : names)
+            name.remove(u"测试.CJK_"_s);
+        names.sort();
+        return names;
+    }
+    QStringList files() const
+    {
+        return QDir(test.folder.path()).entryList(QDir::Files | QDir::Hidden);
+    }
+
+    static void write(const QString& path, const QByteArray& bytes)
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    static QByteArray read(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    /// Adds a student in a batch, as an import does; false if it was not written.
+    bool import()
+    {
+        const library::BackupBeforeWrite backup(test.scores, progress);
+        return runtime::Trap(" - Import")([&] {
+            database::WriteBatch batch(test.scores.Conn);
+            change();
+            change();
+            batch.commit();
+        });
+    }
+
+    TestLibrary test{{u"语文"_s}};
+    const QString path = test.scores.Conn.path();
+    Telling progress;
+    int students = 0;
+};
+
+TEST_F(DatedCopies, StandBesideTheLibraryAndTheNewestFiveOfBothNamingsAreKept)
+{
+    write(path + u"_2026-03-09_.bak"_s, "compaction's");
+    write(path + u"_2026-03-09_0706.bak"_s, "named to the minute");
+    write(path + u"_2026-03-09_0703.bak"_s, "named to the minute");
+    write(test.file(u"二中.CJK_2020-01-01_010101.bak"_s), "another library's");
+    EXPECT_EQ(copyAt(5, 0), path + u"_2026-03-09_070500.bak"_s);
+    EXPECT_EQ(read(path + u"_2026-03-09_070500.bak"_s), read(path));
+    for (int second = 7; second <= 9; ++second)
+        copyAt(6, second);
+    EXPECT_EQ(copies(), (QStringList{u"2026-03-09_.bak"_s, u"2026-03-09_070500.bak"_s,
+                                     u"2026-03-09_0706.bak"_s, u"2026-03-09_070607.bak"_s,
+                                     u"2026-03-09_070608.bak"_s, u"2026-03-09_070609.bak"_s,
+                                     u"二中.CJK_2020-01-01_010101.bak"_s}));
+}
+
+TEST_F(DatedCopies, OfOneSecondDoNotReplaceEachOther)
+{
+    const QString first = copyAt(5, 59);
+    const QByteArray bytes = read(first);
+    EXPECT_EQ(copyAt(5, 59), path + u"_2026-03-09_070600.bak"_s);
+    EXPECT_EQ(read(first), bytes);
+}
+
+TEST_F(DatedCopies, TheOneJustMadeStaysUnderAClockPutBack)
+{
+    for (int day = 1; day <= 5; ++day)
+        copyAt(QDateTime(QDate(2027, 1, day), QTime(8, 0)));
+    EXPECT_TRUE(QFile::exists(copyAt(QDateTime(QDate(2026, 1, 1), QTime(8, 0)))));
+    EXPECT_EQ(copies().size(), 5);
+}
+
+TEST_F(DatedCopies, NoneIsMadeOfWhatTheNewestHolds)
+{
+    const QString first = copyAt(5, 0);
+    const QDateTime later(QDate(2026, 3, 9), QTime(9, 0));
+    EXPECT_EQ(library::backUpLibrary(path, later, progress), first);
+    EXPECT_EQ(copies().size(), 1);
+}
+
+TEST_F(DatedCopies, HaveTheRightsOfTheLibrary)
+{
+    ASSERT_EQ(chmod(QFile::encodeName(path).constData(), 0600), 0);
+    const QString copy = copyAt(5, 0);
+    EXPECT_EQ(QFile::permissions(copy), QFile::permissions(path));
+}
+
+TEST_F(DatedCopies, ThatCannotBeMadeAreAnErrorAndLeaveNothing)
+{
+    change();
+    const QStringList before = files();
+    const support::FullDisk disk(50'000);
+    EXPECT_EQ(support::errorOf(
+                  [&] { library::backUpLibrary(path, QDateTime::currentDateTime(), progress); }),
+              u"无法写入文件 %1（磁盘已满，或文件的大小受到限制）。"_s.arg(path));
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(DatedCopies, OfALargeLibraryTellWhereTheyStandAndCanBeCancelled)
+{
+    test.execute(u"insert into 信息表(照片) values(zeroblob(3000000))"_s);
+    copyAt(5, 0);
+    const int total = int(QFileInfo(path).size() / 1024);
+    EXPECT_EQ(progress.told.first(), u"备份成绩库... 1024/%1"_s.arg(total));
+    progress.told.clear();
+    progress.cancelAfter = 2;
+    EXPECT_EQ(support::errorOf([&] { copyAt(6, 0); }), u"备份没有做完就取消了。"_s);
+    EXPECT_EQ(copies(), QStringList{u"2026-03-09_070500.bak"_s});
+}
+
+TEST_F(DatedCopies, AreMadeBeforeTheFirstWriteOnly)
+{
+    const QByteArray before = read(path);
+    ASSERT_TRUE(import());
+    ASSERT_EQ(copies().size(), 1);
+    EXPECT_EQ(read(path + u'_' + copies().value(0)), before);
+    EXPECT_EQ(test.rows(u"select count(*) from 信息表"_s), u"2"_s);
+}
+
+TEST_F(DatedCopies, EachOfTwoRunsInOneMinuteHasItsOwn)
+{
+    ASSERT_TRUE(import());
+    ASSERT_TRUE(import());
+    EXPECT_EQ(copies().size(), 2);
+}
+
+TEST_F(DatedCopies, WhatWritesNothingLeavesNone)
+{
+    {
+        const library::BackupBeforeWrite backup(test.scores, progress);
+        database::WriteBatch batch(test.scores.Conn);
+        test.rows(u"select * from 信息表"_s);
+        batch.commit();
+    }
+    EXPECT_EQ(copies(), QStringList());
+}
+
+TEST_F(DatedCopies, WithoutOneNothingIsWrittenAndThatIsOneMessage)
+{
+    const QByteArray before = read(path);
+    {
+        const support::FullDisk disk(50'000);
+        EXPECT_FALSE(import());
+    }
+    EXPECT_EQ(test.dialogs.failures,
+              QStringList{u"备份没有成功，什么也没有写入：无法写入文件 %1（磁盘已满，"
+                          "或文件的大小受到限制）。 - Import"_s.arg(path)});
+    EXPECT_EQ(read(path), before);
+    EXPECT_EQ(copies(), QStringList());
+}
+
+} // namespace
