@@ -1,36 +1,55 @@
 #include "shell/LibraryFile.h"
 
-#include <QFile>
+#include <optional>
 
+#include "library/LibraryBackup.h"
 #include "platform/database/Compact.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/FileErrors.h"
 #include "platform/runtime/Trap.h"
+#include "platform/runtime/UnfinishedFile.h"
 
 namespace shell {
 
 using namespace Qt::StringLiterals;
+using runtime::Trap;
 
-void compactLibrary(library::ScoreLibrary& scoreLibrary, const QString& date)
+namespace {
+
+const Trap trap{" - Private Sub mfSaveAs_Click/FormMain"};
+
+/// Of the backup, so that what it holds is proved to be readable.
+void putCompactedCopy(const QString& backup, const QString& library)
 {
-    const runtime::Trap trap{" - Private Sub mfSaveAs_Click/FormMain"};
-    const database::Connection& open = scoreLibrary.Conn;
-    const QString library = open.isOpen() ? open.path() : scoreLibrary.LibPath;
-    const QString backup = library + u'_' + date + u"_.bak"_s;
-    trap([&] { scoreLibrary.Conn.Close(); });
-    if (QFile::exists(backup))
-        trap([&] {
-            if (!QFile::remove(backup))
-                throw runtime::Error(u"无法删除文件 %1。"_s.arg(backup));
-        });
+    runtime::UnfinishedFile compacted(library);
+    database::compactDatabase(backup, compacted.path());
+    database::checkCopy(backup, compacted.path());
+    compacted.replace(library, library);
+}
+
+void compactFile(const QString& library, const QString& backup, runtime::Progress& progress)
+{
+    std::optional<database::FileLock> held;
+    if (!trap([&] { held.emplace(library, database::FileLock::Against::Writers); }))
+        return;
+    const bool isKept = trap([&] { library::copyLibrary(library, backup, progress); });
     trap([&] {
-        QFile file(library);
-        if (!file.rename(backup))
-            throw runtime::Error(u"无法把 %1 改名为 %2（%3）。"_s.arg(
-                library, backup, runtime::fileErrorText(file.error())));
+        if (!isKept)
+            throw runtime::Error(u"没有备份 %1，成绩库没有压缩。"_s.arg(backup));
+        putCompactedCopy(backup, library);
     });
-    trap([&] { database::compactDatabase(backup, library); });
+}
+
+} // namespace
+
+void compactLibrary(library::ScoreLibrary& scoreLibrary, const QString& date,
+                    runtime::Progress& progress)
+{
+    const database::Connection& open = scoreLibrary.Conn;
+    const QString library = open.isOpen() ? open.path() : database::realPath(scoreLibrary.LibPath);
+    trap([&] { scoreLibrary.Conn.Close(); });
+    compactFile(library, library + u'_' + date + u"_.bak"_s, progress);
+    progress.finish();
     scoreLibrary.LibPath = library;
     scoreLibrary.OpenDB();
     if (!scoreLibrary.Conn.isOpen())

@@ -20,6 +20,7 @@
 #include "platform/runtime/Trap.h"
 #include "platform/widgets/Backdrop.h"
 #include "platform/widgets/Screen.h"
+#include "platform/widgets/ScreenProgress.h"
 #include "shell/GridExport.h"
 #include "shell/LibraryFile.h"
 #include "shell/ui/ColumnWidths.h"
@@ -277,7 +278,8 @@ void AFormMain::mfREC_Click(int index)
 
 void AFormMain::mfSaveAs_Click()
 {
-    compactLibrary(m_library, QDate::currentDate().toString(Qt::ISODate));
+    widgets::ScreenProgress progress(this);
+    compactLibrary(m_library, QDate::currentDate().toString(Qt::ISODate), progress);
 }
 
 void AFormMain::Mfexit_Click()
