@@ -1,16 +1,22 @@
 #include "library/NewLibrary.h"
 
+#include <optional>
+
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include "library/ColumnNames.h"
-#include "platform/database/OpenFile.h"
+#include "library/LibraryShape.h"
+#include "platform/database/Compact.h"
+#include "platform/database/Error.h"
+#include "platform/database/FileIdentity.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
 #include "platform/runtime/TextFile.h"
 #include "platform/runtime/Trap.h"
+#include "platform/runtime/UnfinishedFile.h"
 
 namespace library {
 
@@ -25,6 +31,73 @@ using runtime::Trap;
 namespace {
 
 const Trap trap{" - Private Sub Command1_Click/FormNew"};
+
+/// Keeps others from the file that is to be replaced. Throws Error if that must not be.
+std::optional<database::FileLock> heldForReplacing(const QString& target,
+                                                   const database::Connection& open)
+{
+    if (!QFileInfo::exists(target))
+        return {};
+    const QString inUse = u"文件 %1 正在使用，不能覆盖。"_s.arg(target);
+    if (open.isOpen()
+        && database::FileIdentity::of(target) == database::FileIdentity::of(open.path()))
+        throw runtime::Error(inUse);
+    runtime::checkReplaceable(target);
+    try {
+        return std::make_optional<database::FileLock>(target,
+                                                      database::FileLock::Against::Everybody);
+    } catch (const database::Error& error) {
+        if (error.failure() == database::Failure::Locked)
+            throw runtime::Error(inUse);
+        if (error.failure() != database::Failure::NoLibrary
+            && error.failure() != database::Failure::Damaged)
+            throw;
+    }
+    return {};
+}
+
+/// What a crash left beside a former file would be played back into the new one.
+void removeLogs(const QString& target)
+{
+    for (const QString& ending : {u"-journal"_s, u"-wal"_s}) {
+        const QString log = target + ending;
+        if (QFileInfo::exists(log) && !QFile::remove(log))
+            throw runtime::Error(u"无法删除原文件留下的 %1。"_s.arg(log));
+    }
+}
+
+void addColumns(database::Connection& conn, const QStringList& subjects)
+{
+    const auto execute = [&](const QString& table, const QString& column, const QString& type) {
+        trap([&] { conn.Execute(u"ALTER TABLE "_s + table + u" add COLUMN "_s + column + type); });
+    };
+    const QString scores = u"成绩表"_s;
+    for (const QString& subject : subjects) {
+        execute(scores, subject, u" Single"_s);
+        execute(scores, gradeRankColumn(subject), u" long"_s);
+        execute(scores, classRankColumn(subject), u" long"_s);
+        execute(scores, zScoreColumn(subject), u" Double"_s);
+        execute(scores, tScoreColumn(subject), u" Double"_s);
+        const bool total = isTotal(subject);
+        execute(u"考试名称表"_s, subject, total ? u" text(50)"_s : u" Single"_s);
+        execute(u"教师表"_s, subject, u" text(50)"_s);
+    }
+    for (const QString& subject : subjects) {
+        if (isTotal(subject))
+            execute(scores, tRankColumn(subject), u" long"_s);
+    }
+    execute(scores, u"备注"_s, u" memo"_s);
+}
+
+/// Adds the columns to a copy of the template, all of them but those that are refused.
+void addColumns(const QString& path, const QStringList& subjects)
+{
+    database::Connection conn;
+    conn.Open(path, libraryShape());
+    database::WriteBatch batch(conn);
+    addColumns(conn, subjects);
+    batch.commit();
+}
 
 } // namespace
 
@@ -83,67 +156,36 @@ bool NewLibrary::createAsked(const QStringList& subjects, const QString& path)
 
 void NewLibrary::create(const QStringList& subjects)
 {
-    trap([&] { copyTemplate(); });
+    trap([&] { makeFile(subjects); });
     m_library.Conn.Close();
     m_library.OpenDB();
-    if (m_library.Conn.isOpen()) {
-        trap([&] {
-            database::WriteBatch batch(m_library.Conn);
-            addColumns(subjects);
-            batch.commit();
-        });
-        m_library.catalogue.GetKSXX();
-    }
     m_library.catalogue.ExamList.clear();
     m_library.notifyChanged();
 }
 
-void NewLibrary::copyTemplate() const
+void NewLibrary::makeFile(const QStringList& subjects) const
 {
-    const QString target = m_library.LibPath;
-    const QString openFile = QFileInfo(m_library.Conn.path()).canonicalFilePath();
-    const bool ours = !openFile.isEmpty() && QFileInfo(target).canonicalFilePath() == openFile;
-    if (ours || database::isInUse(target))
-        throw runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(target));
-    QFile source(m_library.paths().templateFile());
-    if (!source.open(QIODevice::ReadOnly))
-        throw runtime::Error(
-            u"找不到空白成绩库 %1（%2）。"_s.arg(source.fileName(), fileErrorText(source.error())));
-    // A half-written library never stands under the name that the user chose.
-    QSaveFile copy(target);
-    if (!copy.open(QIODevice::WriteOnly) || copy.write(source.readAll()) < 0 || !copy.commit())
-        throw runtime::Error(u"无法写入文件 %1（%2）。"_s.arg(target, fileErrorText(copy.error())));
-    // What a crash left beside the former file would be played back into the new one.
-    for (const QString& ending : {u"-journal"_s, u"-wal"_s}) {
-        const QString log = target + ending;
-        if (QFile::exists(log) && !QFile::remove(log))
-            throw runtime::Error(u"无法删除原文件留下的 %1。"_s.arg(log));
-    }
+    const QString target = database::realPath(m_library.LibPath);
+    const QByteArray bytes = templateBytes();
+    const std::optional<database::FileLock> held = heldForReplacing(target, m_library.Conn);
+    runtime::UnfinishedFile file(target);
+    file.write(bytes);
+    addColumns(file.path(), subjects);
+    database::checkPages(file.path());
+    removeLogs(target);
+    file.replace(target, target);
 }
 
-void NewLibrary::addColumns(const QStringList& subjects)
+QByteArray NewLibrary::templateBytes() const
 {
-    const auto execute = [&](const QString& table, const QString& column, const QString& type) {
-        trap([&] {
-            m_library.Conn.Execute(u"ALTER TABLE "_s + table + u" add COLUMN "_s + column + type);
-        });
-    };
-    const QString scores = u"成绩表"_s;
-    for (const QString& subject : subjects) {
-        execute(scores, subject, u" Single"_s);
-        execute(scores, gradeRankColumn(subject), u" long"_s);
-        execute(scores, classRankColumn(subject), u" long"_s);
-        execute(scores, zScoreColumn(subject), u" Double"_s);
-        execute(scores, tScoreColumn(subject), u" Double"_s);
-        const bool total = isTotal(subject);
-        execute(u"考试名称表"_s, subject, total ? u" text(50)"_s : u" Single"_s);
-        execute(u"教师表"_s, subject, u" text(50)"_s);
-    }
-    for (const QString& subject : subjects) {
-        if (isTotal(subject))
-            execute(scores, tRankColumn(subject), u" long"_s);
-    }
-    execute(scores, u"备注"_s, u" memo"_s);
+    QFile source(m_library.paths().templateFile());
+    QByteArray bytes;
+    if (source.open(QIODevice::ReadOnly))
+        bytes = source.readAll();
+    if (bytes.isEmpty() || source.error() != QFileDevice::NoError)
+        throw runtime::Error(
+            u"找不到空白成绩库 %1（%2）。"_s.arg(source.fileName(), fileErrorText(source.error())));
+    return bytes;
 }
 
 } // namespace library

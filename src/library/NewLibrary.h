@@ -36,13 +36,15 @@ public:
     /// if nothing was made: no subject, no path (silently), or refused.
     bool createAsked(const QStringList& subjects, const QString& path);
 
-    /// Makes the library at LibPath: copies the template over it, opens it and adds the columns of
-    /// the subjects, in the order given. A failing statement is shown and the next one runs.
+    /// Makes the library at LibPath and opens it: the template with the columns of the subjects, in
+    /// the order given. A statement that is refused is shown and the next one runs. The library
+    /// takes its name when it is whole; where it cannot be made, that is shown, and a file that
+    /// stands there is as it was and is opened.
     void create(const QStringList& subjects);
 
 private:
-    void copyTemplate() const;
-    void addColumns(const QStringList& subjects);
+    void makeFile(const QStringList& subjects) const;
+    QByteArray templateBytes() const;
 
     ScoreLibrary& m_library;
 };

@@ -8,10 +8,11 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/database/Error.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/TextFile.h"
+#include "support/FullDisk.h"
 #include "support/OrdinaryUser.h"
+#include "support/OtherProgram.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -47,6 +48,28 @@ protected:
     {
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    void writeOld(const QByteArray& bytes) const
+    {
+        QFile old(path);
+        EXPECT_TRUE(old.open(QIODevice::WriteOnly) && old.write(bytes) == bytes.size());
+    }
+
+    /// Names of libraries and of what stands beside them.
+    QStringList files() const
+    {
+        return QDir(folder.path())
+            .entryList({u"*.CJK*"_s, u".*"_s}, QDir::Files | QDir::Hidden, QDir::Name);
+    }
+
+    /// So many that their columns need more pages than the template has.
+    static QStringList manySubjects()
+    {
+        QStringList names;
+        for (int i = 0; i < 60; ++i)
+            names.append(u"科目%1"_s.arg(i));
+        return names;
     }
 
     QTemporaryDir folder;
@@ -169,8 +192,9 @@ TEST_F(NewLibraryRun, TheOpenLibraryCannotBeOverwritten)
     create({u"数学"_s});
     ASSERT_FALSE(dialogs.failures.isEmpty());
     EXPECT_TRUE(dialogs.failures.first().contains(u"正在使用，不能覆盖"_s));
+    EXPECT_EQ(dialogs.failures.size(), 1) << "no column is added to the old file";
     // The steps go on against the old file, and the list of exams is emptied all the same.
-    EXPECT_EQ(scores.catalogue.AllColumns, (QStringList{u"语文"_s, u"数学"_s}));
+    EXPECT_EQ(scores.catalogue.AllColumns, QStringList{u"语文"_s});
     EXPECT_EQ(scores.catalogue.ExamList, QStringList());
     scores.catalogue.GetKSXX();
     EXPECT_EQ(scores.catalogue.ExamList, QStringList{u"期中"_s});
@@ -181,21 +205,18 @@ TEST_F(NewLibraryRun, ALibraryThatAnotherProgramWritesCannotBeOverwritten)
     ASSERT_TRUE(create({u"语文"_s}));
     scores.Conn.Close();
     {
-        database::Connection other;
-        other.Open(path);
-        database::runOnEngine(other.handle(), "BEGIN IMMEDIATE");
-        other.Execute(u"insert into 考试名称表(考试名称,科类,考试编号) values('期中','理',1)"_s);
+        support::OtherProgram other(path);
+        other.run("begin; insert into 考试名称表(考试名称,科类,考试编号) values('期中','理',1)");
         const QByteArray before = content();
         dialogs.expect(u"文件已存在"_s, Answer::Ok);
         create({u"数学"_s});
-        ASSERT_FALSE(dialogs.failures.isEmpty());
-        EXPECT_EQ(dialogs.failures.first(), u"文件 %1 正在使用，不能覆盖。"_s.arg(path) + tag);
+        EXPECT_EQ(dialogs.failures, QStringList{u"文件 %1 正在使用，不能覆盖。"_s.arg(path) + tag});
         // The steps go on against the old file.
         EXPECT_TRUE(scores.Conn.isOpen());
         EXPECT_EQ(scores.catalogue.AllColumns, QStringList{u"语文"_s});
         EXPECT_EQ(content(), before);
         scores.Conn.Close();
-        database::runOnEngine(other.handle(), "COMMIT");
+        other.run("commit");
     }
     scores.LibPath = path;
     scores.OpenDB();
@@ -208,26 +229,84 @@ TEST_F(NewLibraryRun, AFolderOfThatNameIsNotAskedAboutAndNothingIsMade)
     ASSERT_TRUE(QDir().mkpath(path));
     EXPECT_FALSE(create({u"语文"_s}));
     EXPECT_EQ(dialogs.questions, QStringList());
-    EXPECT_EQ(dialogs.shown,
-              (QStringList{u"无法写入文件 "_s + path
-                               + u"（不能写入：磁盘已满、文件只读，或它是文件夹）。"_s + tag,
-                           path + u"\n库文件不存在！"_s}));
+    EXPECT_EQ(dialogs.shown, (QStringList{u"无法写入文件 "_s + path + u"（它是文件夹）。"_s + tag,
+                                          path + u"\n库文件不存在！"_s}));
 }
 
-TEST_F(NewLibraryRun, OverAReadOnlyFileItIsToldOnceThatTheColumnsAreNotAdded)
+TEST_F(NewLibraryRun, AReadOnlyFileIsNotReplaced)
 {
     ASSERT_TRUE(create({u"语文"_s}));
     scores.Conn.Close();
     dialogs.shown.clear();
     dialogs.expect(u"文件已存在"_s, Answer::Ok);
-    ASSERT_EQ(chmod(folder.path().toUtf8().constData(), 0755), 0);
+    ASSERT_EQ(chmod(folder.path().toUtf8().constData(), 0777), 0);
     ASSERT_EQ(chmod(path.toUtf8().constData(), 0444), 0);
     const support::OrdinaryUser user;
     EXPECT_TRUE(create({u"数学"_s, u"英语"_s}));
-    ASSERT_EQ(dialogs.failures.size(), 2) << dialogs.failures.join(u'\n').toStdString();
-    EXPECT_TRUE(dialogs.failures[0].startsWith(u"无法写入文件 "_s));
-    EXPECT_EQ(dialogs.failures[1], u"成绩库是只读的，不能写入。"_s + tag);
+    EXPECT_EQ(dialogs.shown.mid(1), (QStringList{u"无法写入文件 %1（没有权限）。"_s.arg(path) + tag,
+                                                 u"新建数据库成功，现在将设置学生信息。"_s}));
     EXPECT_EQ(scores.catalogue.AllColumns, QStringList{u"语文"_s});
+}
+
+TEST_F(NewLibraryRun, OnADiskThatGetsFullTheOldFileStaysAsItWas)
+{
+    ASSERT_TRUE(create({u"语文"_s}));
+    scores.Conn.Close();
+    const QByteArray before = content();
+    const qint64 room = QFileInfo(paths.templateFile()).size();
+    // There is no room for the template, for a part of it, or for the columns.
+    for (const qint64 size : {qint64(0), room - 10'000, room}) {
+        dialogs.shown.clear();
+        dialogs.expect(u"文件已存在"_s, Answer::Ok);
+        {
+            const support::FullDisk disk(static_cast<rlim_t>(size));
+            EXPECT_TRUE(create(manySubjects())) << "the old file is opened";
+        }
+        ASSERT_EQ(dialogs.shown.size(), 3) << dialogs.shown.join(u'\n').toStdString();
+        EXPECT_TRUE(dialogs.shown[1].endsWith(tag)) << dialogs.shown[1].toStdString();
+        EXPECT_EQ(dialogs.shown[2], u"新建数据库成功，现在将设置学生信息。"_s);
+        scores.Conn.Close();
+        EXPECT_EQ(content(), before) << size;
+        EXPECT_EQ(files(), QStringList{u"新.CJK"_s}) << size;
+    }
+}
+
+TEST_F(NewLibraryRun, OnADiskThatIsFullNothingIsMade)
+{
+    {
+        const support::FullDisk disk(30'000);
+        EXPECT_FALSE(create({u"语文"_s}));
+    }
+    EXPECT_EQ(dialogs.shown,
+              (QStringList{u"无法写入文件 %1（磁盘已满，或文件的大小受到限制）。"_s.arg(path) + tag,
+                           path + u"\n库文件不存在！"_s}));
+    EXPECT_EQ(files(), QStringList());
+}
+
+TEST_F(NewLibraryRun, AJournalOfTheOldFileThatCannotBeRemovedStopsIt)
+{
+    writeOld("old");
+    ASSERT_TRUE(QDir().mkpath(path + u"-journal/voll"_s));
+    dialogs.expect(u"文件已存在"_s, Answer::Ok);
+    EXPECT_FALSE(create({u"语文"_s}));
+    EXPECT_EQ(dialogs.failures.first(), u"无法删除原文件留下的 %1-journal。"_s.arg(path) + tag);
+    EXPECT_EQ(content(), "old");
+}
+
+TEST_F(NewLibraryRun, ThroughALinkTheFileThatItLeadsToIsReplaced)
+{
+    writeOld("old");
+    QString link = folder.filePath(u"链接.CJK"_s);
+    ASSERT_TRUE(QFile::link(path, link));
+    QFile journal(path + u"-journal"_s);
+    ASSERT_TRUE(journal.open(QIODevice::WriteOnly));
+    std::swap(path, link);
+    dialogs.expect(u"文件已存在"_s, Answer::Ok);
+    EXPECT_TRUE(create({u"语文"_s}));
+    EXPECT_EQ(dialogs.failures, QStringList());
+    EXPECT_TRUE(QFileInfo(path).isSymLink());
+    EXPECT_EQ(files(), (QStringList{u"新.CJK"_s, u"链接.CJK"_s}));
+    EXPECT_EQ(scores.Conn.path(), link);
 }
 
 TEST_F(NewLibraryRun, AKeywordOfTheEngineIsNoSubject)
