@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "library/LeftOvers.h"
 #include "library/LibraryShape.h"
 #include "platform/database/Error.h"
 #include "platform/database/ReadBatch.h"
@@ -37,6 +38,9 @@ void ScoreLibrary::OpenDB()
 {
     const Trap trap{" - Public Sub OpenDB/Mdl_MDB"};
     if (!QFileInfo(LibPath).isFile()) {
+        // What is no character in the name has become one that no file has.
+        if (LibPath.contains(QChar::ReplacementCharacter))
+            runtime::warn(LibPath + u"\n名称里有不是 UTF-8 编码的字，请先给文件改名。"_s);
         runtime::warn(LibPath + u"\n库文件不存在！"_s);
         LibPath.clear();
         return;
@@ -47,6 +51,7 @@ void ScoreLibrary::OpenDB()
     LibFolder = LibPath.left(separator);
     if (!trap([&] { Conn.Open(LibPath, libraryShape()); }))
         return;
+    removeLeftOvers(Conn.path(), m_paths.templateFile());
     {
         const database::ReadBatch reading(Conn);
         catalogue.GetKeLei();

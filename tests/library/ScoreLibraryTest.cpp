@@ -89,6 +89,30 @@ TEST_F(OpeningALibrary, AFileThatIsNoneIsToldOnceAndStaysAsItWas)
     EXPECT_EQ(readFile(path), "hello");
 }
 
+TEST_F(OpeningALibrary, ANameThatIsNoUtf8IsToldAsSuch)
+{
+    const QString missing = test.file(u"\uFFFD\uFFFD.CJK"_s);
+    open(missing);
+    EXPECT_EQ(test.dialogs.shown,
+              (QStringList{missing + u"\n名称里有不是 UTF-8 编码的字，请先给文件改名。"_s,
+                           missing + u"\n库文件不存在！"_s}));
+}
+
+TEST_F(OpeningALibrary, OneMadeBeforeWithTheColumnsInAnotherOrderIsReadAsItIs)
+{
+    test.addStudent(1, 7, u"甲"_s, u"理"_s);
+    test.execute(u"alter table 成绩表 rename to 旧表"_s);
+    test.execute(u"create table 成绩表(id Long INTEGER, 班级 Double REAL, 学号 Double REAL, "
+                 "姓名 text(50), 类别代码 Double REAL, 科类 text(50), 考试名称 text(50), "
+                 "考试编号 Integer INTEGER, 语文 Single REAL, 语文年名 Long INTEGER)"_s);
+    test.execute(u"drop table 旧表"_s);
+    open(test.file(u"测试.CJK"_s));
+    test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 150}});
+    test.addScores(u"期中"_s, 1, 7, {{u"语文"_s, 90}});
+    EXPECT_EQ(test.rows(u"select 学号, 姓名, 语文 from 成绩表"_s), u"7|甲|90"_s);
+    EXPECT_EQ(test.dialogs.shown, QStringList());
+}
+
 TEST_F(OpeningALibrary, APathWithoutAFolderOpensNothing)
 {
     const QString before = QDir::currentPath();

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace library {
+
+/// Removes the temporary files that a crash left beside a library, also those with the names of
+/// former versions; `templateFile` is the empty library that new ones are copied from.
+void removeLeftOvers(const QString& libraryPath, const QString& templateFile);
+
+} // namespace library
