@@ -10,6 +10,7 @@
 #include "platform/database/Compact.h"
 #include "platform/database/Error.h"
 #include "platform/database/FileIdentity.h"
+#include "platform/database/SqlPieces.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
@@ -68,25 +69,28 @@ void removeLogs(const QString& target)
 
 void addColumns(database::Connection& conn, const QStringList& subjects)
 {
-    const auto execute = [&](const QString& table, const QString& column, const QString& type) {
-        trap([&] { conn.Execute(u"ALTER TABLE "_s + table + u" add COLUMN "_s + column + type); });
+    const auto execute = [&](const QString& sql, const QString& column) {
+        trap([&] { conn.Execute(database::sqlWith(sql, {database::SqlPiece::name(column)})); });
     };
-    const QString scores = u"成绩表"_s;
+    const QString score = u"ALTER TABLE 成绩表 add COLUMN %1 Single"_s;
+    const QString rank = u"ALTER TABLE 成绩表 add COLUMN %1 long"_s;
+    const QString standardScore = u"ALTER TABLE 成绩表 add COLUMN %1 Double"_s;
+    const QString fullMark = u"ALTER TABLE 考试名称表 add COLUMN %1 Single"_s;
+    const QString formula = u"ALTER TABLE 考试名称表 add COLUMN %1 text(50)"_s;
     for (const QString& subject : subjects) {
-        execute(scores, subject, u" Single"_s);
-        execute(scores, gradeRankColumn(subject), u" long"_s);
-        execute(scores, classRankColumn(subject), u" long"_s);
-        execute(scores, zScoreColumn(subject), u" Double"_s);
-        execute(scores, tScoreColumn(subject), u" Double"_s);
-        const bool total = isTotal(subject);
-        execute(u"考试名称表"_s, subject, total ? u" text(50)"_s : u" Single"_s);
-        execute(u"教师表"_s, subject, u" text(50)"_s);
+        execute(score, subject);
+        execute(rank, gradeRankColumn(subject));
+        execute(rank, classRankColumn(subject));
+        execute(standardScore, zScoreColumn(subject));
+        execute(standardScore, tScoreColumn(subject));
+        execute(isTotal(subject) ? formula : fullMark, subject);
+        execute(u"ALTER TABLE 教师表 add COLUMN %1 text(50)"_s, subject);
     }
     for (const QString& subject : subjects) {
         if (isTotal(subject))
-            execute(scores, tRankColumn(subject), u" long"_s);
+            execute(rank, tRankColumn(subject));
     }
-    execute(scores, u"备注"_s, u" memo"_s);
+    execute(u"ALTER TABLE 成绩表 add COLUMN %1 memo"_s, u"备注"_s);
 }
 
 /// Adds the columns to a copy of the template, all of them but those that are refused.
@@ -166,6 +170,7 @@ void NewLibrary::create(const QStringList& subjects)
 void NewLibrary::makeFile(const QStringList& subjects) const
 {
     const QString target = database::realPath(m_library.LibPath);
+    database::checkPathLength(target);
     const QByteArray bytes = templateBytes();
     const std::optional<database::FileLock> held = heldForReplacing(target, m_library.Conn);
     runtime::UnfinishedFile file(target);

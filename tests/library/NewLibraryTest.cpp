@@ -283,6 +283,19 @@ TEST_F(NewLibraryRun, OnADiskThatIsFullNothingIsMade)
     EXPECT_EQ(files(), QStringList());
 }
 
+TEST_F(NewLibraryRun, APathThatTheEngineHasNoRoomForIsTold)
+{
+    QString deep = folder.path();
+    while (deep.toUtf8().size() < 500)
+        deep += u"/一层又一层的文件夹"_s;
+    ASSERT_TRUE(QDir().mkpath(deep));
+    path = deep + u"/新.CJK"_s;
+    EXPECT_FALSE(create({u"语文"_s}));
+    EXPECT_EQ(dialogs.shown.first(),
+              u"%1 的路径太长（超过 500 字节），请把它移到路径较短的文件夹里。"_s.arg(path) + tag);
+    EXPECT_TRUE(QDir(deep).isEmpty());
+}
+
 TEST_F(NewLibraryRun, AJournalOfTheOldFileThatCannotBeRemovedStopsIt)
 {
     writeOld("old");

@@ -54,14 +54,19 @@ QString realPath(const QString& path)
     return real.isEmpty() ? path : real;
 }
 
-Handle rawFile(const QString& path)
+void checkPathLength(const QString& path)
 {
-    const QByteArray name = QFile::encodeName(QFileInfo(path).absoluteFilePath());
-    if (name.size() > longestPath)
+    if (QFile::encodeName(QFileInfo(path).absoluteFilePath()).size() > longestPath)
         throw Error(
             Failure::Other,
             u"%1 的路径太长（超过 %2 字节），请把它移到路径较短的文件夹里。"_s.arg(path).arg(
                 longestPath));
+}
+
+Handle rawFile(const QString& path)
+{
+    checkPathLength(path);
+    const QByteArray name = QFile::encodeName(QFileInfo(path).absoluteFilePath());
     sqlite3* raw = nullptr;
     const int code = sqlite3_open_v2(name.constData(), &raw,
                                      SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);

@@ -17,6 +17,9 @@ using Handle = std::unique_ptr<sqlite3, CloseHandle>;
 /// keeps its journal beside that file.
 QString realPath(const QString& path);
 
+/// Throws Error for a path that is too long for the engine.
+void checkPathLength(const QString& path);
+
 /// Opens an existing file without looking at it. Throws Error, also for a path that is too long
 /// for the engine.
 Handle rawFile(const QString& path);
