@@ -85,8 +85,6 @@ bool StudentImport::writeRows()
             if (m_progress.cancelled())
                 return;
             writeStudent(row);
-            if (m_library.Conn.batchBroken())
-                return;
         }
         batch.commit();
         complete = true;

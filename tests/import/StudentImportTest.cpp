@@ -1,6 +1,7 @@
 #include "import/StudentImport.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <QDir>
 #include <QFile>
@@ -42,6 +43,14 @@ protected:
         for (const runtime::Value& cell : cells)
             rows.push_back({1, ++number, u"学生"_s, cell});
         sheet(rows);
+    }
+
+    /// Lets the library file grow by so many pages and no further, as a full disk does.
+    void allowPages(int pages)
+    {
+        const int present = library.rows(u"select * from pragma_page_count"_s).toInt();
+        const std::string limit = "pragma max_page_count=" + std::to_string(present + pages);
+        sqlite3_exec(library.scores.Conn.handle(), limit.c_str(), nullptr, nullptr, nullptr);
     }
 
     const QString tag = u" - Private Sub Command1_Click/FormDaoRuXinXi"_s;
@@ -260,6 +269,31 @@ TEST_F(StudentImportTest, CancelWritesNothing)
     EXPECT_EQ(run(), ImportResult::Stopped);
     EXPECT_EQ(students(u"*"_s), QString());
     EXPECT_EQ(dialogs.shown, QStringList());
+}
+
+TEST_F(StudentImportTest, AFullDiskStopsItInOneSentenceAndNothingIsWritten)
+{
+    column(u"备注"_s, std::vector<runtime::Value>(2000, QString(500, u'长')));
+    allowPages(20);
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    ASSERT_EQ(dialogs.shown.size(), 1);
+    EXPECT_TRUE(dialogs.failures.value(0).startsWith(u"磁盘已满，没有写入。"_s));
+    EXPECT_TRUE(dialogs.failures.value(0).endsWith(u"什么也没有写入。"_s + tag));
+    EXPECT_EQ(students(u"*"_s), QString());
+}
+
+TEST_F(StudentImportTest, ALibraryThatAnotherProgramWritesIsToldOnceAndNothingIsWritten)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}, {1, 2, u"陈静"_s}});
+    database::Connection other;
+    other.Open(library.scores.LibPath);
+    sqlite3_exec(other.handle(), "begin immediate", nullptr, nullptr, nullptr);
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(dialogs.shown,
+              QStringList{u"成绩库正被别的程序使用，请关闭那个程序后再试。（database is locked）"_s
+                          + tag});
+    other.Close();
+    EXPECT_EQ(students(u"*"_s), QString());
 }
 
 TEST_F(StudentImportTest, OnceFinishedTheNewClassesAreKnownAndTheChangeIsTold)
