@@ -54,6 +54,8 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
 
 StudentImport::Rule StudentImport::ruleOf(const QString& heading)
 {
+    if (heading.compare("ID"_L1, Qt::CaseInsensitive) == 0)
+        return Rule::PassedOver;
     if (heading == u"类别代码"_s || heading == u"班级"_s || heading == u"学号"_s)
         return Rule::Number;
     if (heading == u"出生时间"_s || heading == u"入学时间"_s)
@@ -68,7 +70,12 @@ void StudentImport::readHeadings()
         const Value& cell = m_sheet->Cells(1, column);
         if (isEmptyCell(cell))
             return;
-        m_headings.push_back({{m_rows, cell.text()}, ruleOf(cell.text())});
+        const Heading& heading =
+            m_headings.emplace_back(Heading{{m_rows, cell.text()}, ruleOf(cell.text())});
+        if (heading.rule == Rule::PassedOver)
+            studentTrap.fail(
+                u"“%1”是成绩库给学生编的号，不能由名单规定，名单里的这一列没有导入。"_s.arg(
+                    heading.field.name()));
     }
 }
 
@@ -109,6 +116,8 @@ void StudentImport::writeStudent(int row)
 
 void StudentImport::storeCell(const Heading& heading, const Value& cell)
 {
+    if (heading.rule == Rule::PassedOver)
+        return;
     if (heading.rule == Rule::Photo && cell.kind() != Value::Kind::Error) {
         storePhoto(heading, cell.text());
         return;

@@ -16,14 +16,14 @@ public:
     StudentImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& intake,
                   runtime::Progress& progress);
 
-    /// The whole import; a heading that is no column costs a message on every row. Once finished,
-    /// streams and classes are loaded anew and the library tells of the change. When it stops,
-    /// nothing was written.
+    /// The whole import; a heading that is no column costs a message on every row, and one that
+    /// names the key is passed over with one message. Once finished, streams and classes are loaded
+    /// anew and the library tells of the change. When it stops, nothing was written.
     ImportResult run(const QString& sheetName, Backup backup);
 
 private:
     /// How the cells below a heading are stored.
-    enum class Rule { Number, Date, Photo, AsItStands };
+    enum class Rule { Number, Date, Photo, AsItStands, PassedOver };
 
     struct Heading
     {

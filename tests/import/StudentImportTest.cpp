@@ -201,15 +201,33 @@ TEST_F(StudentImportTest, AnErrorCellCostsAMessageAndItsFieldStaysEmpty)
               u"NULL|王芳|NULL|NULL|NULL / 2|陈静|转学|2009-07-31|NULL"_s);
 }
 
+TEST_F(StudentImportTest, AHeadingThatNamesTheKeyIsPassedOverWithOneSentence)
+{
+    for (const QString& heading : {u"ID"_s, u"id"_s, u"Id"_s}) {
+        library.execute(u"delete * from 信息表"_s);
+        dialogs.failures.clear();
+        column(heading, {700, 700, u"八"_s});
+        EXPECT_EQ(run(), ImportResult::Finished);
+        EXPECT_EQ(
+            dialogs.failures,
+            QStringList{
+                u"“%1”是成绩库给学生编的号，不能由名单规定，名单里的这一列没有导入。"_s.arg(heading)
+                + tag});
+        EXPECT_EQ(students(u"学号"_s), u"1 / 2 / 3"_s);
+        EXPECT_EQ(students(u"count(*) filter (where ID=700)"_s), u"0"_s);
+    }
+}
+
 TEST_F(StudentImportTest, ARecordThatTheLibraryRefusesIsLeftOutAndTheNextRowsComeIn)
 {
-    column(u"ID"_s, {7, 7, 8});
+    library.execute(u"create unique index 学籍号_once on 信息表(学籍号)"_s);
+    column(u"学籍号"_s, {u"7"_s, u"7"_s, u"8"_s});
     EXPECT_EQ(run(), ImportResult::Finished);
     ASSERT_EQ(dialogs.failures.size(), 1);
     EXPECT_EQ(dialogs.failures[0], u"已经有同样的内容，或缺少必需的内容，没有写入。"
-                                   "（UNIQUE constraint failed: 信息表.ID）"_s
+                                   "（UNIQUE constraint failed: 信息表.学籍号）"_s
                                        + tag);
-    EXPECT_EQ(students(u"ID,学号"_s), u"7|1 / 8|3"_s);
+    EXPECT_EQ(students(u"学籍号,学号"_s), u"7|1 / 8|3"_s);
 }
 
 TEST_F(StudentImportTest, ATextUnderThePhotosThemselvesIsRefusedAndTheRecordIsAdded)
