@@ -104,7 +104,7 @@ void StudentImport::writeStudent(int row)
 {
     studentTrap([&] { m_rows.AddNew(); });
     int column = 1;
-    for (const Heading& heading : m_headings)
+    for (Heading& heading : m_headings)
         storeCell(heading, m_sheet->Cells(row, column++));
     studentTrap([&] {
         database::Field stream = m_rows.Fields(u"科类"_s);
@@ -114,30 +114,39 @@ void StudentImport::writeStudent(int row)
     studentTrap([&] { m_rows.Update(); });
 }
 
-void StudentImport::storeCell(const Heading& heading, const Value& cell)
+/// Thousands of cells of a column can be refused, each for a value of its own. All are told in the
+/// words of the first, so that they fold into one message.
+void StudentImport::storeCell(Heading& heading, const Value& cell)
 {
     if (heading.rule == Rule::PassedOver)
         return;
-    if (heading.rule == Rule::Photo && cell.kind() != Value::Kind::Error) {
-        storePhoto(heading, cell.text());
-        return;
-    }
     studentTrap([&] {
         if (cell.kind() == Value::Kind::Error)
             throw runtime::Error(u"单元格里是错误值“%1”，没有存入。"_s.arg(cell.text()));
-        // A heading that is no column fails here, with the engine's message.
-        database::Field field = heading.field.in(m_rows);
-        switch (heading.rule) {
-        case Rule::Number:
-            field.setValue(runtime::Val(cell));
-            break;
-        case Rule::Date:
-            storeDate(field, cell);
-            break;
-        default:
-            field.setValue(cell);
+        try {
+            store(heading, cell);
+        } catch (const runtime::PhaseError&) {
+            throw;
+        } catch (const runtime::Error& error) {
+            if (heading.refusal.isEmpty())
+                heading.refusal = error.description();
+            throw runtime::Error(heading.refusal);
         }
     });
+}
+
+void StudentImport::store(const Heading& heading, const Value& cell)
+{
+    if (heading.rule == Rule::Photo)
+        return storePhoto(heading, cell.text());
+    // A heading that is no column fails here, with the engine's message.
+    database::Field field = heading.field.in(m_rows);
+    if (heading.rule == Rule::Number)
+        field.setValue(runtime::Val(cell));
+    else if (heading.rule == Rule::Date)
+        storeDate(field, cell);
+    else
+        field.setValue(cell);
 }
 
 void StudentImport::storeDate(database::Field& field, const Value& cell)
@@ -158,8 +167,12 @@ void StudentImport::storePhoto(const Heading& heading, const QString& cell)
         photo = m_intake.folder() + path;
     if (!QFileInfo(photo).isFile())
         return;
+    const qint64 largest = m_library.Conn.longestValue();
+    if (QFileInfo(photo).size() > largest)
+        throw runtime::Error(
+            u"照片“%1”太大，没有存入；最大 %2 MB。"_s.arg(cell).arg(largest / 1'000'000));
     studentTrap([&] { m_library.SaveBin(photo, m_rows.Fields(u"照片"_s)); });
-    studentTrap([&] { heading.field.in(m_rows).setValue(library::ScoreLibrary::GetName(photo)); });
+    heading.field.in(m_rows).setValue(library::ScoreLibrary::GetName(photo));
 }
 
 } // namespace importing

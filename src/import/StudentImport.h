@@ -29,13 +29,16 @@ private:
     {
         database::FieldByName field;
         Rule rule = Rule::AsItStands;
+        /// Why the first cell that was refused could not be stored.
+        QString refusal = {};
     };
 
     static Rule ruleOf(const QString& heading);
     void readHeadings();
     bool writeRows();
     void writeStudent(int row);
-    void storeCell(const Heading& heading, const runtime::Value& cell);
+    void storeCell(Heading& heading, const runtime::Value& cell);
+    void store(const Heading& heading, const runtime::Value& cell);
     static void storeDate(database::Field& field, const runtime::Value& cell);
     void storePhoto(const Heading& heading, const QString& cell);
 

@@ -188,6 +188,53 @@ TEST_F(StudentImportTest, ValueThatDoesNotFitCostsItsFieldAndTheRecordIsAdded)
     EXPECT_EQ(students(u"姓名,性别"_s), u"学生|NULL / 学生|女"_s);
 }
 
+TEST_F(StudentImportTest, WhatDoesNotFitAColumnIsToldInOneWayAndNothingElseIsLost)
+{
+    library.execute(u"ALTER TABLE 信息表 add COLUMN 身高 Single"_s);
+    const struct
+    {
+        QString heading;
+        std::vector<runtime::Value> cells;
+        QString message;
+        QString stored;
+    } columns[] = {
+        {u"出生时间"_s,
+         {u"不详"_s, u"春天"_s, u"2009-7-31"_s},
+         u"“不详”不是日期。"_s,
+         u"NULL / NULL / 2009-07-31"_s},
+        {u"性别"_s,
+         {QString(60, u'女'), QString(61, u'男'), u"男"_s},
+         u"“%1”不能存入列“性别”：文字超过 50 个字符。"_s.arg(QString(60, u'女')),
+         u"NULL / NULL / 男"_s},
+        {u"身高"_s,
+         {1e39, u"2e39"_s, 170},
+         u"“1E+39”不能存入列“身高”：数字太大。"_s,
+         u"NULL / NULL / 170"_s},
+    };
+    for (const auto& tried : columns) {
+        SCOPED_TRACE(tried.heading.toStdString());
+        library.execute(u"delete * from 信息表"_s);
+        dialogs.failures.clear();
+        column(tried.heading, tried.cells);
+        EXPECT_EQ(run(), ImportResult::Finished);
+        EXPECT_EQ(dialogs.failures, QStringList(2, tried.message + tag));
+        EXPECT_EQ(students(tried.heading), tried.stored);
+        EXPECT_EQ(students(u"学号,姓名"_s), u"1|学生 / 2|学生 / 3|学生"_s);
+    }
+}
+
+TEST_F(StudentImportTest, APhotoThatIsTooLargeCostsAMessageAndTheRecordIsAddedWithoutIt)
+{
+    writeFile(library.file(u"小.jpg"_s), "small");
+    QFile large(library.file(u"大.jpg"_s));
+    ASSERT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(100'000'001));
+    large.close();
+    column(u"照片名"_s, {u"大.jpg"_s, u"小.jpg"_s});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(dialogs.failures, QStringList{u"照片“大.jpg”太大，没有存入；最大 99 MB。"_s + tag});
+    EXPECT_EQ(students(u"学号,照片名,cast(照片 as text)"_s), u"1|NULL|NULL / 2|小.jpg|small"_s);
+}
+
 TEST_F(StudentImportTest, AnErrorCellCostsAMessageAndItsFieldStaysEmpty)
 {
     const runtime::Value error = runtime::Value::error(u"#N/A"_s);

@@ -129,6 +129,12 @@ qint64 Connection::dataVersion()
     return number;
 }
 
+qint64 Connection::longestValue() const
+{
+    constexpr qint64 otherValues = 1'000'000;
+    return sqlite3_limit(openHandle(), SQLITE_LIMIT_LENGTH, -1) - otherValues;
+}
+
 bool Connection::batchBroken() const
 {
     return d->batchDepth > 0 && d->handle

@@ -59,6 +59,9 @@ public:
     void setUserLimits(const UserLimits& limits);
     const UserLimits& userLimits() const;
 
+    /// Bytes that one value may have so that its row has room for other values too.
+    qint64 longestValue() const;
+
     /// True inside a WriteBatch that the engine has given up (a full disk does that): nothing more
     /// can be written until the batch ends.
     bool batchBroken() const;
