@@ -14,10 +14,13 @@ const std::vector<Command>& commands()
          "    --force            文件已存在时覆盖它\n",
          runNew},
         {u"import-students",
-         {{u"sheet"_s}, {u"no-backup"_s}, 2, 2},
-         u"yunshan-cli import-students LIB BOOK [--sheet NAME] [--no-backup]\n"
+         {{u"sheet"_s, u"accept-existing"_s}, {u"no-backup"_s}, 2, 2},
+         u"yunshan-cli import-students LIB BOOK [--sheet NAME] [--accept-existing skip|add]\n"
+         "            [--no-backup]\n"
          "    从工作簿导入学生信息。前 3 列必须为：班级、学号、姓名。\n"
          "    --sheet NAME       数据表（默认第一张）\n"
+         "    --accept-existing …  班级和学号已经有的人：skip 跳过，add "
+         "全部添加；不给出时什么也不导入\n"
          "    --no-backup        导入前不备份成绩库\n",
          runImportStudents},
         {u"import-exam",

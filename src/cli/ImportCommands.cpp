@@ -89,15 +89,24 @@ Exit exitOf(const Session& session, ImportResult result)
 
 Exit runImportStudents(Session& session)
 {
+    const Arguments& arguments = session.arguments;
+    if (arguments.has(u"accept-existing"_s)) {
+        const bool skip = arguments.oneOf(u"accept-existing"_s, {u"skip"_s, u"add"_s}) == "skip"_L1;
+        session.dialogs.answer(u"的班级和学号在"_s, skip ? u"跳过已有"_s : u"全部添加"_s);
+    }
     if (!session.openLibrary() || !checkBook(session))
         return Exit::Error;
     Applications applications;
     WorkbookIntake intake(applications, studentSheet);
-    intake.browse(session.arguments.path(1));
-    const QString sheet = chosenSheet(intake, session.arguments);
+    intake.browse(arguments.path(1));
+    const QString sheet = chosenSheet(intake, arguments);
     CliProgress progress;
     StudentImport import(session.scores, intake, progress);
-    return exitOf(session, import.run(sheet, backupChoice(session.arguments)));
+    const ImportResult result = import.run(sheet, backupChoice(arguments));
+    if (session.dialogs.cancelled())
+        printError(
+            u"什么也没有导入。请用 --accept-existing skip 跳过已有的人，或用 add 全部添加。"_s);
+    return exitOf(session, result);
 }
 
 Exit runImportExam(Session& session)

@@ -5,11 +5,13 @@
 #include <QFileInfo>
 
 #include "import/CellDate.h"
+#include "import/TakenNumbers.h"
 #include "library/LibraryBackup.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
 
 namespace importing {
@@ -37,6 +39,9 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
     m_sheet = m_intake.openSheet(sheetName);
     if (m_sheet == nullptr)
         return ImportResult::Stopped;
+    m_end = endOfList();
+    if (!askAboutTaken())
+        return ImportResult::Stopped;
     std::optional<library::BackupBeforeWrite> copying;
     if (backup == Backup::Make)
         copying.emplace(m_library, m_progress);
@@ -50,6 +55,32 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
     m_library.notifyChanged();
     runtime::MsgBox(u"导入完成！"_s);
     return ImportResult::Finished;
+}
+
+int StudentImport::endOfList() const
+{
+    const int lastRow = m_sheet->lastUsedRow();
+    int row = FirstRow;
+    while (row <= lastRow && !isEmptyCell(m_sheet->Cells(row, 1)))
+        ++row;
+    return row;
+}
+
+bool StudentImport::askAboutTaken()
+{
+    m_taken = Taken::Add;
+    std::optional<TakenCount> count;
+    studentTrap([&] {
+        const runtime::Phase phase;
+        count.emplace(*m_sheet, m_library.Conn, FirstRow, m_end);
+    });
+    if (!count || !count->isAnyTaken())
+        return count.has_value();
+    const runtime::Choice choice{
+        .text = count->question(), .buttons = {u"跳过已有"_s, u"全部添加"_s, u"取消"_s}, .safe = 2};
+    const int pressed = runtime::choose(choice);
+    m_taken = pressed == 0 ? Taken::Skip : Taken::Add;
+    return pressed != choice.safe;
 }
 
 StudentImport::Rule StudentImport::ruleOf(const QString& heading)
@@ -86,12 +117,13 @@ bool StudentImport::writeRows()
         database::WriteBatch batch(m_library.Conn);
         m_rows.Open(u"select * from 信息表"_s, m_library.Conn);
         readHeadings();
-        const int lastRow = m_sheet->lastUsedRow();
-        for (int row = 2; row <= lastRow && !isEmptyCell(m_sheet->Cells(row, 1)); ++row) {
-            m_progress.report(TakingRows, row - 2, lastRow - 1);
+        TakenNumbers numbers(*m_sheet, m_library.Conn);
+        for (int row = FirstRow; row < m_end; ++row) {
+            m_progress.report(TakingRows, row - FirstRow, m_end - FirstRow);
             if (m_progress.cancelled())
                 return;
-            writeStudent(row);
+            if (m_taken == Taken::Add || numbers.takenBy(row) == TakenNumbers::TakenBy::Nobody)
+                writeStudent(row);
         }
         batch.commit();
         complete = true;

@@ -9,7 +9,8 @@
 
 namespace importing {
 
-/// Fills 信息表 from a sheet. It only ever adds: a student imported twice stands twice.
+/// Fills 信息表 from a sheet. It only ever adds; students whose class and number are taken are
+/// asked about first.
 class StudentImport
 {
 public:
@@ -22,6 +23,8 @@ public:
     ImportResult run(const QString& sheetName, Backup backup);
 
 private:
+    static constexpr int FirstRow = 2;
+
     /// How the cells below a heading are stored.
     enum class Rule { Number, Date, Photo, AsItStands, PassedOver };
 
@@ -33,6 +36,13 @@ private:
         QString refusal = {};
     };
 
+    /// What is done with a student whose class and number are taken.
+    enum class Taken { Skip, Add };
+
+    /// The row behind the last student: an empty class ends the list.
+    int endOfList() const;
+    /// Counts and asks. False if the import is not to go on.
+    bool askAboutTaken();
     static Rule ruleOf(const QString& heading);
     void readHeadings();
     bool writeRows();
@@ -46,6 +56,8 @@ private:
     WorkbookIntake& m_intake;
     runtime::Progress& m_progress;
     excel::Worksheet* m_sheet = nullptr;
+    int m_end = FirstRow;
+    Taken m_taken = Taken::Add;
     std::vector<Heading> m_headings;
     database::Recordset m_rows;
 };

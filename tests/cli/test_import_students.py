@@ -54,10 +54,38 @@ class ImportStudents(yunshan.ProgramTest):
         self.take((*HEADINGS, "性别", None, "民族"), (1, 1, "甲", "女", 5, "汉族"))
         self.assertEqual(self.students("性别, 民族"), [("女", None)])
 
-    def test_a_list_imported_twice_stands_twice(self):
-        for _ in range(2):
-            self.take(HEADINGS, (1, 1, "甲"))
-        self.assertEqual(self.students("ID, 姓名"), [(1, "甲"), (2, "甲")])
+    QUESTION = ("名单中有 1 人的班级和学号在成绩库里已经有了（1 班 1 号 甲）。\n\n"
+                "跳过已有：不导入这些人，只导入其余的 1 人。\n"
+                "全部添加：全部导入，这样的班级和学号就会有两条以上的记录。")
+
+    def take_again(self, *options, expect=yunshan.DONE):
+        self.take(HEADINGS, (1, 1, "甲"))
+        book = self.book("名单.xlsx", HEADINGS, (1, 1, "甲"), (1, 2, "乙"))
+        return self.run_program("import-students", self.library, book, "--no-backup", *options,
+                                expect=expect)
+
+    def test_students_who_are_there_already_are_refused_without_the_option(self):
+        result = self.take_again(expect=ERROR)
+        self.assertEqual(result.err, f"{self.QUESTION} → 取消\n什么也没有导入。请用 --accept-existing "
+                                     "skip 跳过已有的人，或用 add 全部添加。\n")
+        self.assertEqual(self.students("ID, 姓名"), [(1, "甲")])
+
+    def test_students_who_are_there_already_are_passed_over_or_added(self):
+        for value, button, names in (("skip", "跳过已有", ["甲", "乙"]),
+                                     ("add", "全部添加", ["甲", "甲", "乙"])):
+            with self.subTest(value):
+                self.library.unlink()
+                self.make_library("语文", "总分")
+                result = self.take_again("--accept-existing", value)
+                self.assertEqual(result.err, f"{self.QUESTION} → {button}\n{FINISHED}")
+                self.assertEqual(self.students("姓名"), [(name,) for name in names])
+
+    def test_the_option_for_those_who_are_there_takes_two_values(self):
+        before = yunshan.file_hash(self.library)
+        book = self.book("名单.xlsx", HEADINGS, (1, 1, "甲"))
+        self.run_program("import-students", self.library, book, "--accept-existing", "yes",
+                         expect=USAGE)
+        self.assertUntouched(before)
 
     def test_a_heading_that_is_no_column_costs_a_message_a_row(self):
         result = self.take((*HEADINGS, "鞋码", "性别"), (1, 1, "甲", 42, "女"), (1, 2, "乙", 43, "男"),
@@ -135,7 +163,7 @@ class ImportStudents(yunshan.ProgramTest):
         self.assertIn(name, pattern)
         for day in range(1, 8):
             (self.folder / pattern.format(f"2020-01-0{day}_0800")).write_bytes(b"old")
-        self.run_program("import-students", self.library, book)
+        self.run_program("import-students", self.library, book, "--accept-existing", "add")
         kept = sorted(path.name for path in self.folder.iterdir() if path.suffix == ".bak")
         self.assertEqual(len(kept), 5)
         self.assertEqual(kept[:4], [pattern.format(f"2020-01-0{day}_0800") for day in (4, 5, 6, 7)])

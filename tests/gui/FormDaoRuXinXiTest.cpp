@@ -105,8 +105,37 @@ TEST_F(StudentImportScreen, SecondImportNeedsANewBrowse)
     EXPECT_TRUE(dialogs.shown[0].endsWith(tag));
     EXPECT_EQ(dialogs.shown[1], u"错误: 要分析的工作簿未打开！"_s);
     choose(library.file(u"名单.xlsx"_s));
+    dialogs.expect(u"跳过已有"_s, u"全部添加"_s);
     press(u"Command1"_s);
     EXPECT_EQ(students(u"count(*)"_s), u"4"_s) << "a student imported twice stands twice";
+}
+
+TEST_F(StudentImportScreen, AsksAboutStudentsWhoAreThereAndEnterImportsNothing)
+{
+    addClass();
+    choose(workbook(u"名单.xlsx"_s, two));
+    const runtime::InstalledDialogs real(screenDialogs);
+    boxes.expect([](QDialog& window) {
+        const auto& box = dynamic_cast<QMessageBox&>(window);
+        EXPECT_TRUE(box.text().startsWith(
+            u"名单中有 2 人的班级和学号在成绩库里已经有了（1 班 1 号 王芳、1 班 2 号 李强）。"_s));
+        EXPECT_EQ(box.defaultButton()->text(), u"取消"_s);
+        QTest::keyClick(&window, Qt::Key_Return);
+    });
+    press(u"Command1"_s);
+    EXPECT_EQ(students(u"姓名"_s), u"王芳 / 陈静"_s);
+    boxes.expect([](QDialog& window) {
+        for (QAbstractButton* button : dynamic_cast<QMessageBox&>(window).buttons()) {
+            if (button->text() == "全部添加"_L1)
+                return QTest::mouseClick(button, Qt::LeftButton);
+        }
+    });
+    boxes.expect([](QDialog& window) {
+        EXPECT_EQ(dynamic_cast<QMessageBox&>(window).text(), u"导入完成！"_s);
+        QTest::keyClick(&window, Qt::Key_Return);
+    });
+    press(u"Command1"_s);
+    EXPECT_EQ(students(u"姓名"_s), u"王芳 / 陈静 / 王芳 / 李强"_s);
 }
 
 TEST_F(StudentImportScreen, BeforeAWorkbookIsOpenItSaysSo)
