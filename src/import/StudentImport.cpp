@@ -1,5 +1,6 @@
 #include "import/StudentImport.h"
 
+#include <algorithm>
 #include <optional>
 
 #include <QFileInfo>
@@ -47,12 +48,18 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
         copying.emplace(m_library, m_progress);
     if (!writeRows())
         return ImportResult::Stopped;
+    const int leftOut = rowsBelowTheEnd();
     m_progress.finish();
     m_sheet = nullptr;
     m_intake.quitApplication();
     m_library.catalogue.GetKeLei();
     m_library.catalogue.GetKSXX();
     m_library.notifyChanged();
+    if (leftOut > 0)
+        runtime::MsgBox(
+            u"第 %1 行的班级是空的，名单到此为止：从这一行起还有 %2 行有内容，没有导入。"_s
+                .arg(m_end)
+                .arg(leftOut));
     runtime::MsgBox(u"导入完成！"_s);
     return ImportResult::Finished;
 }
@@ -64,6 +71,18 @@ int StudentImport::endOfList() const
     while (row <= lastRow && !isEmptyCell(m_sheet->Cells(row, 1)))
         ++row;
     return row;
+}
+
+int StudentImport::rowsBelowTheEnd() const
+{
+    int rows = 0;
+    for (int row = m_end; row <= m_sheet->lastUsedRow(); ++row) {
+        int column = 1;
+        rows += std::any_of(m_headings.begin(), m_headings.end(), [&](const Heading&) {
+            return !isEmptyCell(m_sheet->Cells(row, column++));
+        });
+    }
+    return rows;
 }
 
 bool StudentImport::askAboutTaken()

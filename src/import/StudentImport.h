@@ -41,6 +41,8 @@ private:
 
     /// The row behind the last student: an empty class ends the list.
     int endOfList() const;
+    /// Rows from the end of the list on that hold something under a heading.
+    int rowsBelowTheEnd() const;
     /// Counts and asks. False if the import is not to go on.
     bool askAboutTaken();
     static Rule ruleOf(const QString& heading);

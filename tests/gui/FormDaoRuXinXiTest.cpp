@@ -125,8 +125,8 @@ TEST_F(StudentImportScreen, AsksAboutStudentsWhoAreThereAndEnterImportsNothing)
     press(u"Command1"_s);
     EXPECT_EQ(students(u"姓名"_s), u"王芳 / 陈静"_s);
     boxes.expect([](QDialog& window) {
-        for (QAbstractButton* button : dynamic_cast<QMessageBox&>(window).buttons()) {
-            if (button->text() == "全部添加"_L1)
+        for (QPushButton* button : window.findChildren<QPushButton*>()) {
+            if (button->text() == u"全部添加"_s)
                 return QTest::mouseClick(button, Qt::LeftButton);
         }
     });

@@ -152,6 +152,38 @@ TEST_F(StudentImportTest, EmptyClassEndsTheSheet)
     EXPECT_EQ(students(u"学号,姓名"_s), u"0|王芳"_s);
 }
 
+TEST_F(StudentImportTest, RowsBelowTheEndOfTheListAreCountedAheadOfTheClosingWords)
+{
+    const runtime::Value none;
+    const struct
+    {
+        Rows below;
+        int rows;
+    } sheets[] = {
+        {{{none, 2, u"陈静"_s}, {1, 3, u"李强"_s}, {none, none, u""_s}, {1, 4, u"赵六"_s}}, 3},
+        {{{none, none, none}, {1, 3, u"李强"_s}}, 1},
+        {{{none, 2, u"陈静"_s}}, 1},
+        {{{none, none, u""_s}}, 0},
+        {{{none, none, none, u"备注，不在列名下面"_s}}, 0},
+        {{}, 0},
+    };
+    for (const auto& tried : sheets) {
+        library.execute(u"delete * from 信息表"_s);
+        dialogs.shown.clear();
+        Rows rows{{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}};
+        rows.insert(rows.end(), tried.below.begin(), tried.below.end());
+        sheet(rows);
+        EXPECT_EQ(run(), ImportResult::Finished);
+        QStringList expected{u"导入完成！"_s};
+        if (tried.rows > 0)
+            expected.prepend(
+                u"第 3 行的班级是空的，名单到此为止：从这一行起还有 %1 行有内容，没有导入。"_s.arg(
+                    tried.rows));
+        EXPECT_EQ(dialogs.shown, expected);
+        EXPECT_EQ(students(u"姓名"_s), u"王芳"_s);
+    }
+}
+
 TEST_F(StudentImportTest, TakesEveryRowOfALongSheet)
 {
     Rows rows{{u"班级"_s, u"学号"_s, u"姓名"_s}};
