@@ -15,6 +15,7 @@ using runtime::Trap;
 namespace {
 
 constexpr int subjectColumn = 3;
+const Trap entryTrap{" - Private Sub Text1_KeyDown/Formgf"};
 
 } // namespace
 
@@ -25,21 +26,67 @@ QString ErrorList::countText() const
 
 ErrorList::Entry ErrorList::answer(int row, const QString& text)
 {
-    const Trap trap{" - Private Sub Text1_KeyDown/Formgf"};
     if (text.isEmpty())
         return Entry::Ignored;
     const double score = runtime::Val(text);
     float full = 0;
-    trap([&] { full = fullMark(m_state.errors.TextMatrix(row, subjectColumn)); });
+    entryTrap([&] { full = fullMark(m_state.errors.TextMatrix(row, subjectColumn)); });
     if (score < 0 || float(score) > full) {
         MsgBox(u"输入分数有误，请重新输入！"_s, u"错误"_s, Buttons::Ok, Icon::Critical);
         return Entry::Refused;
     }
-    // The import relies on the bad cell keeping its text: the value goes to this one cell instead.
-    const int cell = int(m_state.KMImport.size()) + 1;
-    trap([&] { m_state.MFGData.setTextMatrix(cell, cell, runtime::doubleText(score)); });
-    trap([&] { m_state.errors.setTextMatrix(row, ReasonColumn, {}); });
+    store(m_answers.emplace_back(Answer{row, runtime::doubleText(score)}));
+    entryTrap([&] { m_state.errors.setTextMatrix(row, ReasonColumn, {}); });
     return Entry::Accepted;
+}
+
+ImportState::Cell ErrorList::cellFor(int row) const
+{
+    if (m_destination == Destination::BadCells)
+        return m_state.badCells.at(size_t(row - 1));
+    const int place = int(m_state.KMImport.size()) + 1;
+    return {place, place};
+}
+
+void ErrorList::store(const Answer& answer)
+{
+    entryTrap([&] {
+        const ImportState::Cell cell = cellFor(answer.row);
+        m_overwritten.push_back({cell, m_state.MFGData.TextMatrix(cell.row, cell.column)});
+        m_state.MFGData.setTextMatrix(cell.row, cell.column, answer.score);
+    });
+}
+
+void ErrorList::takeBack()
+{
+    for (auto last = m_overwritten.rbegin(); last != m_overwritten.rend(); ++last)
+        m_state.MFGData.setTextMatrix(last->cell.row, last->cell.column, last->text);
+    m_overwritten.clear();
+}
+
+void ErrorList::setDestination(Destination destination)
+{
+    if (m_destination == destination)
+        return;
+    takeBack();
+    m_destination = destination;
+    for (const Answer& answer : m_answers)
+        store(answer);
+}
+
+QString ErrorList::note() const
+{
+    if (m_destination == Destination::BadCells)
+        return u"确认过的分值代替表格里的分值存入成绩库；没有改的仍按表格保存。"_s;
+    const QString kept = u"这些成绩仍按表格里的内容存入成绩库（空白存成 0），改了也不起作用。"_s;
+    const grid::FlexGrid& staging = m_state.MFGData;
+    const int place = int(m_state.KMImport.size()) + 1;
+    if (place >= staging.Rows() || place >= staging.Cols())
+        return kept;
+    return kept
+           + u"注意：最后确认的分值会写到 %1 班 %2 号 %3 的“%4”里，代替那里原来的内容。"_s.arg(
+               staging.TextMatrix(place, 0), staging.TextMatrix(place, 1),
+               staging.TextMatrix(place, 2), staging.TextMatrix(0, place));
 }
 
 float ErrorList::fullMark(const QString& subject) const

@@ -128,6 +128,7 @@ void ExamImport::sizeGrids()
     errors.setTextMatrix(0, 5, u"错误原因"_s);
     errors.setColWidth(6, 0);
     m_state.ErrorCount = 0;
+    m_state.badCells.clear();
 }
 
 bool ExamImport::takeRows(NewStudents newStudents)

@@ -31,6 +31,14 @@ struct ImportState
     /// Staging grid: row k holds sheet row k + 1; columns 0 to 2 class, number, name, from column 3
     /// on the scores' texts in the order of KMImport.
     grid::FlexGrid MFGData;
+    /// A place in the staging grid.
+    struct Cell
+    {
+        int row = 0;
+        int column = 0;
+    };
+    /// Where the bad scores stand, in the order of the rows of `errors`.
+    std::vector<Cell> badCells;
     /// Class, number, name, subject, bad value, reason (emptied once answered), and a column of no
     /// width; row 0 holds the headings.
     grid::FlexGrid errors;

@@ -77,8 +77,10 @@ void SheetPass::judgeScores(int row, const QStringList& student)
         const Value& cell = m_sheet.Cells(row, subject.KMColumn);
         const double score = Val(cell);
         const QString reason = badScoreReason(cell, score, subject.KMFull);
-        if (!reason.isEmpty())
+        if (!reason.isEmpty()) {
             noteBadScore(student, subject, score, reason);
+            m_state.badCells.push_back({row - 1, column});
+        }
         m_state.MFGData.setTextMatrix(
             row - 1, column++, cell.kind() == Value::Kind::Double ? textOf(score) : cell.text());
     }

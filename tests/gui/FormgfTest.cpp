@@ -1,11 +1,13 @@
 #include "import/ui/Formgf.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSettings>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -25,6 +27,7 @@ class ErrorListScreen : public testing::Test
 protected:
     ErrorListScreen()
     {
+        QSettings().clear();
         state.KMImport = {{u"语文"_s, 150, 4}, {u"数学"_s, 100, 5}};
         state.MFGData.setCols(5);
         state.MFGData.setRows(5);
@@ -45,12 +48,13 @@ protected:
         const int row = state.errors.Rows();
         state.ErrorCount += 1;
         state.errors.setRows(row + 1);
+        state.badCells.push_back({row, subject == "语文"_L1 ? 3 : 4});
         setRow(row, {u"1"_s, QString::number(row), u"王芳"_s, subject, score, reason});
     }
 
-    void open()
+    void open(importing::Formgf::Shown shown = importing::Formgf::Shown::DuringImport)
     {
-        form = std::make_unique<importing::Formgf>(state, nullptr);
+        form = std::make_unique<importing::Formgf>(state, nullptr, shown);
         form->show();
         form->activateWindow();
         (void)QTest::qWaitForWindowActive(form.get());
@@ -80,6 +84,10 @@ protected:
         QTest::keyClicks(box, text);
         QTest::keyClick(box, Qt::Key_Return);
     }
+
+    QCheckBox* store() { return form->findChild<QCheckBox*>(u"CheckStore"_s); }
+    QString note() { return form->findChild<QLabel*>(u"LabelStore"_s)->text(); }
+    QString staged(int row, int column) { return state.MFGData.TextMatrix(row, column); }
 
     void press(const QString& name)
     {
@@ -282,6 +290,35 @@ TEST_F(ErrorListScreen, ThreeThousandErrorsAreWorkedOffByTheKeyboard)
     EXPECT_EQ(dialogs.shown, QStringList{u"至少有一项成绩还没有修改！"_s});
     EXPECT_EQ(box->geometry(), cell(301, 4));
     EXPECT_TRUE(view->viewport()->rect().contains(box->geometry()));
+}
+
+TEST_F(ErrorListScreen, StoresCorrectionsWhereTheBoxIsTickedAndRemembersIt)
+{
+    openTwo();
+    EXPECT_FALSE(store()->isChecked()) << "off at first";
+    EXPECT_TRUE(note().contains(u"改了也不起作用"_s));
+    QTest::keyClick(store(), Qt::Key_Space);
+    EXPECT_TRUE(note().startsWith(u"确认过的分值代替表格里的分值"_s));
+    answer(1, u"95"_s);
+    EXPECT_EQ(staged(1, 3), u"95"_s);
+    EXPECT_EQ(staged(3, 3), QString());
+    open();
+    EXPECT_TRUE(store()->isChecked()) << "remembered";
+    answer(2, u"70"_s);
+    EXPECT_EQ(staged(2, 4), u"70"_s);
+}
+
+TEST_F(ErrorListScreen, ShownAfterTheImportTheBoxIsOffAndPointsElsewhere)
+{
+    openTwo();
+    QTest::keyClick(store(), Qt::Key_Space);
+    open(importing::Formgf::Shown::AfterImport);
+    EXPECT_FALSE(store()->isEnabled());
+    EXPECT_FALSE(store()->isChecked());
+    EXPECT_EQ(note(), u"导入已经完成，这里确认的分值不再存入成绩库。要改成绩，请用“修改成绩”。"_s);
+    QTest::keyClick(store(), Qt::Key_Space);
+    answer(1, u"95"_s);
+    EXPECT_EQ(staged(1, 3), QString());
 }
 
 TEST_F(ErrorListScreen, CopiesTheSelectedCells)

@@ -1,3 +1,5 @@
+#include <QSettings>
+
 #include "gui/ExamImportFixture.h"
 #include "gui/PaintedTexts.h"
 #include "platform/grid/ui/FlexGridView.h"
@@ -28,6 +30,7 @@ protected:
     QStringList importWithoutFullMarks()
     {
         QStringList bad;
+        dialogs.expect(u"还有 2 个科目没有确定满分（语文、数学）。"_s, u"继续"_s);
         boxes.expect([](QDialog& marks) { marks.close(); });
         boxes.expect([&](QDialog& list) {
             bad = badScores(list);
@@ -79,9 +82,33 @@ TEST_F(ImportOnScreen, WithoutFullMarksEveryScoreAboveZeroIsTooHigh)
 {
     choose(workbook(u"期末.xlsx"_s, oddOnes));
     EXPECT_EQ(importWithoutFullMarks(), allBad);
-    EXPECT_EQ(dialogs.shown, QStringList{u"导入完成！"_s});
+    EXPECT_EQ(dialogs.shown.value(1), u"导入完成！"_s);
     EXPECT_EQ(scoreRows(u"姓名,语文,数学"_s), u"王芳|120|0 / 陈静|-1|0"_s);
     EXPECT_EQ(library.rows(u"select 语文,数学 from 考试名称表 where 考试名称='期末'"_s), u"0|0"_s);
+}
+
+TEST_F(ImportOnScreen, CorrectionsReachTheLibraryWhereTheBoxIsTicked)
+{
+    QSettings().clear();
+    choose(workbook(u"期末.xlsx"_s, sheet({{1, 1, u"王芳"_s, 160, 90},
+                                           {1, 2, u"陈静"_s, 100, runtime::Value()},
+                                           {1, 3, u"李强"_s, 88, 77}})));
+    toggle(u"CheckAdd"_s);
+    acceptFullMarks();
+    boxes.expect([](QDialog& list) {
+        QTest::keyClick(list.findChild<QWidget*>(u"CheckStore"_s), Qt::Key_Space);
+        auto* view = list.findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s);
+        auto* box = list.findChild<QWidget*>(u"Text1"_s);
+        for (const QString& score : {u"120"_s, u"85.5"_s}) {
+            QTest::keyClicks(view, score.left(1));
+            QTest::keyClicks(box, score.mid(1));
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+        QTest::mouseClick(list.findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
+    });
+    press(u"Command1"_s);
+    QSettings().clear();
+    EXPECT_EQ(scoreRows(u"姓名,语文,数学"_s), u"王芳|120|90 / 陈静|100|85.5 / 李强|88|77"_s);
 }
 
 TEST_F(ImportOnScreen, FullMarksOfTheImportBeforeAreNotTakenOver)

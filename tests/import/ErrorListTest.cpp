@@ -18,6 +18,12 @@ protected:
         state.KMImport = {{u"语文"_s, 150, 4}, {u"数学"_s, 100.1F, 5}};
         state.MFGData.setCols(5);
         state.MFGData.setRows(5);
+        state.badCells = {{1, 3}, {2, 4}};
+        state.MFGData.setTextMatrix(0, 3, u"语文"_s);
+        state.MFGData.setTextMatrix(1, 3, u"160"_s);
+        int column = 0;
+        for (const QString& text : {u"2"_s, u"5"_s, u"张三"_s, u"88"_s})
+            state.MFGData.setTextMatrix(3, column++, text);
         state.errors.setCols(7);
         addError(u"语文"_s, u"160"_s, u"超过总分"_s);
         addError(u"数学"_s, u"0"_s, u"分值不能为空"_s);
@@ -34,6 +40,8 @@ protected:
     }
 
     QString reason(int row) const { return state.errors.TextMatrix(row, 5); }
+
+    QString staged(int row, int column) const { return state.MFGData.TextMatrix(row, column); }
 
     importing::ImportState state;
     support::ScriptedDialogs dialogs;
@@ -111,6 +119,40 @@ TEST_F(ErrorListTest, CannotBeFinishedWithAnOpenRow)
     EXPECT_EQ(dialogs.shown, QStringList{u"至少有一项成绩还没有修改！"_s});
     list.answer(2, u"90"_s);
     EXPECT_EQ(list.finish(), std::nullopt);
+}
+
+TEST_F(ErrorListTest, AcceptedValuesReplaceTheBadOnesWhereTheyAreToBeStored)
+{
+    list.setDestination(ErrorList::Destination::BadCells);
+    list.answer(1, u"95.50"_s);
+    list.answer(2, u"70"_s);
+    list.answer(1, u"96"_s);
+    EXPECT_EQ(staged(1, 3), u"96"_s);
+    EXPECT_EQ(staged(2, 4), u"70"_s);
+    EXPECT_EQ(staged(3, 3), u"88"_s) << "nobody else's score is touched";
+}
+
+TEST_F(ErrorListTest, ValuesFollowADestinationThatIsChosenLater)
+{
+    list.answer(1, u"95"_s);
+    list.answer(2, u"70"_s);
+    EXPECT_EQ(staged(3, 3), u"70"_s);
+    list.setDestination(ErrorList::Destination::BadCells);
+    EXPECT_EQ(staged(1, 3) + u'|' + staged(2, 4) + u'|' + staged(3, 3), u"95|70|88"_s);
+    list.setDestination(ErrorList::Destination::OneCell);
+    EXPECT_EQ(staged(1, 3) + u'|' + staged(2, 4) + u'|' + staged(3, 3), u"160||70"_s);
+}
+
+TEST_F(ErrorListTest, SaysWhatBecomesOfTheValues)
+{
+    const QString kept = u"这些成绩仍按表格里的内容存入成绩库（空白存成 0），改了也不起作用。"_s;
+    EXPECT_EQ(list.note(), kept
+                               + u"注意：最后确认的分值会写到 2 班 5 号 张三 的“语文”里，"
+                                 "代替那里原来的内容。"_s);
+    state.MFGData.setRows(3);
+    EXPECT_EQ(list.note(), kept);
+    list.setDestination(ErrorList::Destination::BadCells);
+    EXPECT_EQ(list.note(), u"确认过的分值代替表格里的分值存入成绩库；没有改的仍按表格保存。"_s);
 }
 
 } // namespace

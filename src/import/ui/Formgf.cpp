@@ -1,9 +1,11 @@
 #include "import/ui/Formgf.h"
 
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QSettings>
 #include <QVBoxLayout>
 
 #include "platform/grid/ui/CellTextEditor.h"
@@ -19,16 +21,48 @@ using widgets::named;
 namespace {
 
 constexpr int scoreColumn = 4;
+const QString storeKey = u"Formgf/CheckStore"_s;
 
 } // namespace
 
-Formgf::Formgf(ImportState& state, QWidget* parent)
+Formgf::Formgf(ImportState& state, QWidget* parent, Shown shown)
     : Screen(u"Formgf"_s, u"修改错误成绩"_s, parent), m_list(state)
 {
+    makeStoreBox(shown);
     makeWidgets(state);
     connectEditor();
     MSFlexGrid1->select(state.errors.FixedRows, scoreColumn, state.errors.FixedRows, scoreColumn);
     MSFlexGrid1->setFocus();
+}
+
+void Formgf::makeStoreBox(Shown shown)
+{
+    CheckStore = named(new QCheckBox(u"修改后的分值存入成绩库(&S)"_s, this), u"CheckStore"_s,
+                       u"修改后的分值存入成绩库"_s);
+    LabelStore = widgets::namedText(new QLabel(this), u"LabelStore"_s);
+    LabelStore->setWordWrap(true);
+    if (shown == Shown::AfterImport) {
+        CheckStore->setEnabled(false);
+        LabelStore->setText(
+            u"导入已经完成，这里确认的分值不再存入成绩库。要改成绩，请用“修改成绩”。"_s);
+        return;
+    }
+    CheckStore->setChecked(QSettings().value(storeKey).toBool());
+    showNote();
+    connect(CheckStore, &QCheckBox::clicked, this, &Formgf::CheckStore_Click);
+}
+
+void Formgf::CheckStore_Click()
+{
+    QSettings().setValue(storeKey, CheckStore->isChecked());
+    showNote();
+}
+
+void Formgf::showNote()
+{
+    m_list.setDestination(CheckStore->isChecked() ? ErrorList::Destination::BadCells
+                                                  : ErrorList::Destination::OneCell);
+    LabelStore->setText(m_list.note());
 }
 
 void Formgf::makeWidgets(ImportState& state)
@@ -52,7 +86,11 @@ void Formgf::makeWidgets(ImportState& state)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Label1);
     layout->addWidget(MSFlexGrid1, 1);
+    layout->addWidget(CheckStore);
+    layout->addWidget(LabelStore);
     layout->addLayout(buttons);
+    setTabOrder(Text1, CheckStore);
+    setTabOrder(CheckStore, Command2);
     resize(fontMetrics().height() * 42, fontMetrics().height() * 30);
     connect(Command2, &QPushButton::clicked, this, &Formgf::Command2_Click);
 }

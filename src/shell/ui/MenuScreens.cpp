@@ -84,7 +84,8 @@ void MenuScreens::showFormZDYXS(const QString& item, const QString& stream)
 void MenuScreens::checkScores()
 {
     if (m_latestImport.ErrorCount > 0) {
-        importing::Formgf screen(m_latestImport, &m_mainWindow);
+        importing::Formgf screen(m_latestImport, &m_mainWindow,
+                                 importing::Formgf::Shown::AfterImport);
         show(screen);
     } else {
         runtime::MsgBox(u"没有发现不合格的成绩！"_s);
