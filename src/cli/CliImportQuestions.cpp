@@ -4,7 +4,6 @@
 #include "cli/CliDialogs.h"
 #include "import/ErrorList.h"
 #include "import/FullMarks.h"
-#include "platform/runtime/Numbers.h"
 
 namespace cli {
 
@@ -15,7 +14,7 @@ CliImportQuestions::CliImportQuestions(const runtime::AppPaths& paths, const QSt
 {
     for (const QString& text : marks) {
         const QString mark = text.section(u'=', 1);
-        if (mark.isEmpty() || !(runtime::Val(mark) > 0))
+        if (!importing::FullMarks::isFullMark(mark))
             throw UsageError(u"满分不正确：%1（应为 科目=满分）"_s.arg(text));
         m_fullMarks.insert(text.section(u'=', 0, 0), mark);
     }
@@ -32,7 +31,7 @@ void CliImportQuestions::fullMarks(importing::ImportState& state, const QString&
         unused.removeAll(subject);
         if (m_fullMarks.contains(subject))
             entry.setText(row, m_fullMarks.value(subject));
-        if (!(runtime::Val(entry.marks.TextMatrix(row, 1)) > 0))
+        if (!importing::FullMarks::isFullMark(entry.marks.TextMatrix(row, 1)))
             throw UsageError(u"科目“%1”没有满分，请用 --full-marks 给出。"_s.arg(subject));
         shown.append(subject + u'=' + entry.marks.TextMatrix(row, 1));
     }

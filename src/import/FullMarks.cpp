@@ -59,7 +59,7 @@ bool FullMarks::storeMark(int row)
 {
     const QString& text = marks.TextMatrix(row, 1);
     const double mark = runtime::Val(text);
-    if (!(mark > 0)) {
+    if (!(float(mark) > 0)) {
         runtime::warn(text + u"成绩未设置正确的成绩！"_s);
         return false;
     }
@@ -80,6 +80,34 @@ std::optional<int> FullMarks::accept()
             refused = row;
     }
     return refused;
+}
+
+QStringList FullMarks::openSubjects() const
+{
+    QStringList subjects;
+    for (const ImportSubject& subject : m_state.KMImport) {
+        if (!(subject.KMFull > 0))
+            subjects.append(subject.KMName);
+    }
+    return subjects;
+}
+
+bool FullMarks::mayLeave() const
+{
+    const QStringList subjects = openSubjects();
+    if (subjects.isEmpty())
+        return true;
+    const QString question = u"还有 %1 个科目没有确定满分（%2）。\n\n现在关闭，这些科目的满分就是 "
+                             u"0：大于 0 的成绩都会判为"
+                             "超过总分，考试里也没有这些满分。"_s.arg(
+                                 QString::number(subjects.size()), subjects.join(u'、'));
+    return runtime::choose({.text = question, .buttons = {u"返回"_s, u"继续"_s}, .safe = 0}) == 1;
+}
+
+bool FullMarks::isFullMark(const QString& text)
+{
+    const auto mark = float(runtime::Val(text));
+    return mark > 0 && std::isfinite(mark);
 }
 
 void FullMarks::saveDefaults()

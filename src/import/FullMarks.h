@@ -27,6 +27,14 @@ public:
     /// nothing if all were.
     std::optional<int> accept();
 
+    /// The subjects whose marks are still 0.
+    QStringList openSubjects() const;
+    /// True if every subject has its mark, or if the user leaves all the same.
+    bool mayLeave() const;
+
+    /// True for a text whose number is above 0 and not too large for a full mark.
+    static bool isFullMark(const QString& text);
+
     /// The file of defaults then holds the subjects of this import and no others.
     void saveDefaults();
 

@@ -312,6 +312,12 @@ class Refused(ExamTest):
         self.assertNotEqual(result.err, "")
         self.assertUntouched(before)
 
+    def test_full_marks_that_are_none_are_refused(self):
+        for mark in ("", "0", "-5", "abc", "1e39", "1e-50"):
+            with self.subTest(mark):
+                self.refused((1, 1, "甲", 90, 80), options=("--full-marks", f"语文={mark}"),
+                             says=f"满分不正确：语文={mark}（应为 科目=满分）\n", expect=USAGE)
+
     def test_a_subject_without_a_full_mark(self):
         self.run_program("new", self.library, "--subjects", "烹饪,总分", "--force")
         self.add_students((1, 1, "甲", "文"))

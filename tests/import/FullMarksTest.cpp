@@ -131,4 +131,24 @@ TEST_F(FullMarksTest, DefaultsThatCannotBeWrittenAreReported)
     EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Private Sub Command2_Click/FormShuRuMF"_s));
 }
 
+TEST_F(FullMarksTest, AMarkSoSmallThatItIsNoneIsNotAccepted)
+{
+    load({u"语文"_s}, u"语文=1e-50\n"_s);
+    EXPECT_EQ(marks.accept(), 1);
+    EXPECT_EQ(dialogs.shown, QStringList{u"1e-50成绩未设置正确的成绩！"_s});
+}
+
+TEST_F(FullMarksTest, LeavingWithOpenSubjectsIsAskedAbout)
+{
+    load({u"语文"_s, u"数学"_s}, u"语文=120\n"_s);
+    dialogs.expect(u"还有 2 个科目没有确定满分（语文、数学）。"_s, u"返回"_s);
+    EXPECT_FALSE(marks.mayLeave()) << "no mark counts until it was accepted";
+    marks.accept();
+    dialogs.expect(u"还有 1 个科目没有确定满分（数学）。"_s, u"继续"_s);
+    EXPECT_TRUE(marks.mayLeave());
+    marks.setText(2, u"150"_s);
+    marks.accept();
+    EXPECT_TRUE(marks.mayLeave()) << "nothing is asked";
+}
+
 } // namespace
