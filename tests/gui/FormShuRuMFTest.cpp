@@ -142,6 +142,24 @@ TEST_F(FullMarksScreen, WithOneSubjectTheFirstEnterEndsTheForm)
     EXPECT_EQ(state.KMImport[0].KMFull, 120.0F);
 }
 
+TEST_F(FullMarksScreen, ClosedWithOpenRowsItAsksAndReturnsOrGoesOn)
+{
+    open({u"语文"_s, u"数学"_s, u"英语"_s}, u"数学=150\n"_s);
+    press(u"Command1"_s);
+    dialogs.shown.clear();
+    dialogs.expect(u"没有确定满分"_s, u"返回"_s);
+    form->close();
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(dialogs.shown,
+              QStringList{u"还有 2 个科目没有确定满分（语文、英语）。\n\n现在关闭，这些科目的满分"
+                          "就是 0：大于 0 的成绩都会判为超过总分，考试里也没有这些满分。"_s});
+    dialogs.expect(u"没有确定满分"_s, u"继续"_s);
+    form->close();
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(state.KMImport[0].KMFull, 0.0F);
+    EXPECT_EQ(state.KMImport[1].KMFull, 150.0F);
+}
+
 TEST_F(FullMarksScreen, EnterOnTheLastRowTellsOfBadMarksAndEditsTheLastOfThem)
 {
     open({u"语文"_s, u"数学"_s, u"英语"_s}, u"语文=0\n数学=-3\n英语=100\n"_s);
@@ -218,9 +236,10 @@ TEST_F(FullMarksScreen, TheCloseBoxAcceptsNothing)
         EXPECT_EQ(window.objectName(), u"FormShuRuMF"_s);
         window.close();
     });
+    dialogs.expect(u"没有确定满分"_s, u"继续"_s);
     form->exec();
     EXPECT_EQ(state.KMImport[0].KMFull, 0.0F);
-    EXPECT_EQ(dialogs.shown, QStringList());
+    EXPECT_EQ(dialogs.shown.size(), 1);
 }
 
 TEST_F(FullMarksScreen, EscPutsTheFormerMarkBackAndClosesNothing)

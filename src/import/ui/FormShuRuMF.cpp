@@ -1,5 +1,6 @@
 #include "import/ui/FormShuRuMF.h"
 
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -84,6 +85,14 @@ void FormShuRuMF::Command1_Click()
         m_editor->open(*refused);
     else
         close();
+}
+
+void FormShuRuMF::closeEvent(QCloseEvent* event)
+{
+    if (m_marks.mayLeave())
+        Screen::closeEvent(event);
+    else
+        event->ignore();
 }
 
 void FormShuRuMF::Command2_Click()

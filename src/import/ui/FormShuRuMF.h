@@ -21,6 +21,10 @@ public:
     FormShuRuMF(ImportState& state, const runtime::AppPaths& paths, const QString& label,
                 QWidget* parent);
 
+protected:
+    /// Rows that were never accepted are asked about.
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     void makeWidgets(const QString& label);
     void connectEditor();
