@@ -1,3 +1,4 @@
+// Long because every column and every question of a student list is tested on one fixture.
 #include "import/StudentImport.h"
 
 #include <gtest/gtest.h>
