@@ -4,6 +4,7 @@ namespace cli {
 
 using namespace Qt::StringLiterals;
 
+// Long because the help of every command stands here.
 const std::vector<Command>& commands()
 {
     static const std::vector<Command> all = {
