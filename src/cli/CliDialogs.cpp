@@ -92,6 +92,17 @@ Answer CliDialogs::message(const QString& text, const QString& title, Buttons bu
     return given;
 }
 
+bool CliDialogs::fold(const QString& failure)
+{
+    return !m_folded.isNew(failure);
+}
+
+void CliDialogs::endCommand()
+{
+    for (const QString& count : m_folded.takeCounts())
+        say(count);
+}
+
 void CliDialogs::failure(const QString& text)
 {
     m_errorShown = true;

@@ -6,21 +6,28 @@
 #include <QStringList>
 
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/FoldedFailures.h"
 
 namespace cli {
 
 /// The dialogs of the command line: every text goes to stderr, a question is answered as a flag
-/// said, and by its safe button otherwise.
+/// said, and by its safe button otherwise. A failure is said once; how often it came is said at the
+/// end.
 class CliDialogs : public runtime::Dialogs
 {
 public:
     CliDialogs() : m_installed(*this) {}
+    /// Says what endCommand has not said yet.
+    ~CliDialogs() override { endCommand(); }
 
     /// Answers every question whose text contains `part`.
     void answer(const QString& part, runtime::Answer answer);
 
     /// Presses the button of that caption in every question whose text contains `part`.
     void answer(const QString& part, const QString& caption);
+
+    /// Says how often failures came that were said once.
+    void endCommand();
 
     /// True once a text was shown that reports an error.
     bool errorShown() const { return m_errorShown; }
@@ -32,6 +39,7 @@ public:
     runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
                             runtime::Icon icon) override;
     int choose(const runtime::Choice& choice) override;
+    bool fold(const QString& failure) override;
     void failure(const QString& text) override;
 
 private:
@@ -53,6 +61,7 @@ private:
     std::vector<Planned> m_planned;
     std::vector<PlannedChoice> m_plannedChoices;
     QStringList m_messages;
+    runtime::FoldedFailures m_folded;
     bool m_errorShown = false;
     bool m_cancelled = false;
     runtime::InstalledDialogs m_installed;

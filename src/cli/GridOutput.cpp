@@ -15,6 +15,7 @@ void printGrid(const Session& session, const grid::FlexGrid& grid, const QString
 {
     if (format == "tsv"_L1)
         return printResult(grid::gridText(grid));
+    session.dialogs.endCommand();
     QJsonObject object = grid::gridJson(grid);
     object.insert(u"Sql"_s, sql);
     object.insert(u"Messages"_s, QJsonArray::fromStringList(session.dialogs.messages()));

@@ -90,8 +90,14 @@ private:
     Term makeTerm(const QString& name)
     {
         const float full = m_library.catalogue.getKMMF(m_exam, m_stream, name);
-        return {named(name), named(library::zScoreColumn(name)), named(library::tScoreColumn(name)),
-                double(full) / 100};
+        Term term{named(name), named(library::zScoreColumn(name)),
+                  named(library::tScoreColumn(name)), double(full) / 100};
+        // What is no column at all is told by its own name, and so as one failure.
+        for (NamedColumn* part : {&term.z, &term.t}) {
+            if (!term.score.column && !part->column && !part->text)
+                part->name = name;
+        }
+        return term;
     }
 
     library::ScoreLibrary& m_library;

@@ -204,10 +204,20 @@ class TypedStatement(Browse):
     def test_a_syntax_error(self):
         self.assertIn("语法错误", self.refused("selct * from 成绩表")[0])
 
-    def test_a_column_that_is_shown_but_not_selected_costs_a_message_a_row(self):
+    def test_a_column_that_is_shown_but_not_selected_is_told_once_with_its_count(self):
         grid = self.browse("--sql", "select 班级, 学号 from 成绩表 where 班级=3", expect=ERROR)
         self.assertEqual(grid["TextMatrix"][1][:3], ["3", "1", ""])
-        self.assertEqual(grid["Messages"].count("没有名为“姓名”的列。" + FILL_TAG), 2)
+        message = "没有名为“姓名”的列。" + FILL_TAG
+        self.assertEqual(grid["Messages"].count(message), 1)
+        self.assertIn(message + "（同样的提示另有 1 条）", grid["Messages"])
+
+    def test_a_hundred_thousand_failures_are_told_in_a_few_lines(self):
+        self.change("insert into 成绩表(班级) with recursive n(i) as "
+                    "(select 1 union all select i+1 from n where i<50000) select i from n")
+        result = self.run_program("browse", self.library, "--sql", "select 班级 from 成绩表",
+                                  expect=ERROR)
+        self.assertLess(len(result.err), 4000)
+        self.assertIn("没有名为“姓名”的列。" + FILL_TAG + "（同样的提示另有 50,009 条）\n", result.err)
 
     def test_a_second_statement(self):
         self.assertIn("一次只能执行一条语句。",

@@ -45,6 +45,17 @@ class Score(Prepared):
         self.run_program("score", self.library, "期中")
         self.assertEqual(yunshan.content_hash(self.library), once)
 
+    def test_a_term_that_is_no_column_is_told_once_by_each_routine_whatever_the_rows(self):
+        self.change("update 考试名称表 set 总分='语文+物理'")
+        result = self.run_program("score", self.library, "期中", expect=ERROR)
+        term = "没有名为“物理”的列。"
+        self.assertEqual(result.err.splitlines(),
+                         [term + " - Function getKMMF/Mdl_MDB", term + " - Sub JiSuanZF/Mdl_MDB",
+                          term + " - Function GetZFMF/Mdl_MDB",
+                          term + " - Function getKMMF/Mdl_MDB（同样的提示另有 1 条）",
+                          term + " - Sub JiSuanZF/Mdl_MDB（同样的提示另有 8 条）"])
+        self.assertEqual(self.derived("期中")[0][2], 60)
+
     def test_an_unknown_exam_keeps_the_others_from_being_scored(self):
         before = yunshan.file_hash(self.library)
         result = self.run_program("score", self.library, "期中", "没有", expect=USAGE)

@@ -165,7 +165,7 @@ TEST_F(ScreenDialogs, AQuietCommandTellsAtItsEndHowManyFailuresItPassedOver)
         }
         EXPECT_EQ(boxes.count, 2);
         boxes.expect([](QDialog& window) {
-            EXPECT_EQ(box(window).text(), u"另有 1001 条消息没有显示。"_s);
+            EXPECT_EQ(box(window).text(), u"另有 1,001 条消息没有显示。"_s);
             window.accept();
         });
     }
@@ -174,6 +174,51 @@ TEST_F(ScreenDialogs, AQuietCommandTellsAtItsEndHowManyFailuresItPassedOver)
     passOver(false);
     dialogs.failure(u"五"_s);
     EXPECT_EQ(boxes.count, 4);
+}
+
+TEST_F(ScreenDialogs, AFailureThatRepeatsIsShownOnceAndCountedAtTheEndOfTheCommand)
+{
+    const runtime::Trap trap{" - Sub X/Y"};
+    {
+        const widgets::CommandScope command(dialogs);
+        passOver(false);
+        passOver(false);
+        for (int i = 0; i < 1001; ++i)
+            trap.fail(u"一"_s);
+        trap.fail(u"二"_s);
+        EXPECT_EQ(boxes.count, 2);
+        boxes.expect([](QDialog& window) {
+            EXPECT_EQ(box(window).text(), u"一 - Sub X/Y（同样的提示另有 1,000 条）"_s);
+            EXPECT_EQ(box(window).icon(), QMessageBox::Warning);
+            window.accept();
+        });
+    }
+    EXPECT_EQ(boxes.count, 3);
+    const widgets::CommandScope next(dialogs);
+    passOver(false);
+    trap.fail(u"一"_s);
+    EXPECT_EQ(boxes.count, 4);
+}
+
+TEST_F(ScreenDialogs, WhatAQuietCommandPassesOverIsToldWithWhatItFolded)
+{
+    const runtime::Trap trap{" - Sub X/Y"};
+    {
+        const widgets::CommandScope command(dialogs);
+        passOver(false);
+        trap.fail(u"一"_s);
+        trap.fail(u"一"_s);
+        passOver(true);
+        trap.fail(u"二"_s);
+        for (int i = 0; i < 1000; ++i)
+            trap.fail(u"一"_s);
+        boxes.expect([](QDialog& window) {
+            EXPECT_EQ(box(window).text(), u"一 - Sub X/Y（同样的提示另有 1 条）\n"
+                                          "另有 1,000 条消息没有显示。"_s);
+            window.accept();
+        });
+    }
+    EXPECT_EQ(boxes.count, 3);
 }
 
 TEST_F(ScreenDialogs, ACommandWithoutSilenceEndsWithoutACount)

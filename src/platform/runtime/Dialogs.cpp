@@ -37,6 +37,16 @@ Dialogs& Dialogs::current()
     return *installed();
 }
 
+bool Dialogs::folded(const QString& failure)
+{
+    return installed() && installed()->fold(failure);
+}
+
+bool Dialogs::fold(const QString&)
+{
+    return false;
+}
+
 int Dialogs::choose(const Choice& choice)
 {
     return choice.safe;

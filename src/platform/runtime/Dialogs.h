@@ -41,6 +41,10 @@ public:
     /// The button that was pressed, counted from 0; the safe one where nobody can press any.
     virtual int choose(const Choice& choice);
 
+    /// Counts a failure that was shown before, or is like many that were; false if it has to be
+    /// shown. What was counted is told when the running command ends.
+    virtual bool fold(const QString& failure);
+
     /// A trapped error: `text` is the description with the tag of the routine behind it. A screen
     /// may offer to show no more of them until the running command ends.
     virtual void failure(const QString& text) = 0;
@@ -55,6 +59,9 @@ public:
 
     /// The dialogs in force, for one box. Throws std::logic_error if none are installed.
     static Dialogs& current();
+
+    /// Has the dialogs in force count a failure, as fold does. Nobody waits for the user then.
+    static bool folded(const QString& failure);
 };
 
 /// Puts `dialogs` in force as long as it lives, and the former ones back afterwards.

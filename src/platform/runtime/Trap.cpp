@@ -17,6 +17,9 @@ void Trap::fail(const QString& description) const
     if (!m_tag)
         return;
     const QString text = description + QString::fromUtf8(m_tag);
+    // Before it is kept back: a phase can fail a hundred thousand times.
+    if (Dialogs::folded(text))
+        return;
     const auto tell = [text] { Dialogs::current().failure(text); };
     if (!Phase::keepBack(tell))
         tell();

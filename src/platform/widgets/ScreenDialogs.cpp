@@ -120,8 +120,16 @@ int ScreenDialogs::choose(const runtime::Choice& choice)
     return pressed < 0 ? choice.safe : pressed;
 }
 
+bool ScreenDialogs::fold(const QString& failure)
+{
+    if (m_quiet)
+        ++m_passedOver;
+    return m_quiet || (m_commandDepth > 0 && !m_folded.isNew(failure));
+}
+
 void ScreenDialogs::failure(const QString& text)
 {
+    // Kept back before the user wanted no more of them.
     if (m_quiet) {
         ++m_passedOver;
         return;
@@ -174,9 +182,11 @@ void ScreenDialogs::endCommand()
     if (--m_commandDepth > 0)
         return;
     m_quiet = false;
-    const int passedOver = std::exchange(m_passedOver, 0);
-    if (passedOver > 0)
-        message(u"另有 %1 条消息没有显示。"_s.arg(passedOver), {}, Buttons::Ok, Icon::Warning);
+    QStringList counts = m_folded.takeCounts();
+    if (const qint64 passedOver = std::exchange(m_passedOver, 0))
+        counts.append(u"另有 %1 条消息没有显示。"_s.arg(runtime::countText(passedOver)));
+    if (!counts.isEmpty())
+        message(counts.join(u'\n'), {}, Buttons::Ok, Icon::Warning);
 }
 
 } // namespace widgets

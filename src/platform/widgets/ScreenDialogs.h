@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/FoldedFailures.h"
 
 class QWidget;
 
@@ -9,8 +10,9 @@ namespace widgets {
 /// The program's name, which is also the title of a box without one.
 extern const QString ProductTitle;
 
-/// The dialogs as windows. A trapped failure offers to show no more of them until the running
-/// command ends; only after that choice their number is told then.
+/// The dialogs as windows. Within a command a trapped failure is shown once, and its repeats are
+/// told as a number when the command ends. A box offers to show no more failures at all; those that
+/// follow are told as a number too.
 class ScreenDialogs : public runtime::Dialogs
 {
 public:
@@ -19,6 +21,7 @@ public:
     runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
                             runtime::Icon icon) override;
     int choose(const runtime::Choice& choice) override;
+    bool fold(const QString& failure) override;
     void failure(const QString& text) override;
     std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                       runtime::FileMode mode) override;
@@ -35,7 +38,8 @@ public:
 private:
     int m_commandDepth = 0;
     bool m_quiet = false;
-    int m_passedOver = 0;
+    qint64 m_passedOver = 0;
+    runtime::FoldedFailures m_folded;
     QString m_startFolder;
     runtime::InstalledDialogs m_installed;
 };
