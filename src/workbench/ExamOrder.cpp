@@ -18,12 +18,11 @@ void saveExamOrder(library::ScoreLibrary& scoreLibrary, const QStringList& exams
     const runtime::Trap trap{" - Private Sub Command1_Click/FormKaoShi"};
     database::Recordset rows;
     for (int i = 0; i < exams.size(); ++i) {
-        // The name lacks its opening apostrophe: the engine refuses, and no number is written.
-        const QString where = QString::number(i + 1) + u" where 考试名称="_s + exams[i] + u"'"_s;
-        for (const QString& table : {u"成绩表"_s, u"考试名称表"_s})
-            trap([&] {
-                rows.Open(u"update "_s + table + u" set 考试编号="_s + where, scoreLibrary.Conn);
-            });
+        // The apostrophe behind the name has none before it: the engine refuses whatever the name
+        // is, and no number is written.
+        for (const QString& sql : {u"update 成绩表 set 考试编号=? where 考试名称=?'"_s,
+                                   u"update 考试名称表 set 考试编号=? where 考试名称=?'"_s})
+            trap([&] { rows.Open(sql, {i + 1, exams[i]}, scoreLibrary.Conn); });
     }
     runtime::MsgBox(u"保存完毕！"_s);
 }
