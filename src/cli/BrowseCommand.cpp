@@ -14,9 +14,9 @@ namespace {
 workbench::BrowseRequest browseRequest(const Session& session)
 {
     const Arguments& arguments = session.arguments;
-    workbench::RowChoice rows;
     workbench::BrowseRequest request;
-    rows.exams = request.exams = chosenExams(session);
+    workbench::RowChoice& rows = request.rows;
+    rows.exams = chosenExams(session);
     rows.categories = chosenCategories(session);
     request.stream = arguments.value(u"stream"_s, library::AllStreams);
     rows.classes = chosenClasses(session, request.stream);
@@ -36,13 +36,18 @@ Exit runBrowse(Session& session)
         throw missingOption(u"exam"_s);
     if (!session.openLibrary())
         return Exit::Error;
+    if (arguments.has(u"accept-changes"_s))
+        session.dialogs.answer(u"这条语句会"_s, u"执行"_s);
     const workbench::BrowseRequest request = browseRequest(session);
     grid::FlexGrid grid;
     const bool filled = workbench::browse(session.scores, request, grid);
     // A refusal leaves nothing to show as text; the object tells its message.
     if (filled || format == "json"_L1)
         printGrid(session, grid, request.sql, format);
-    return session.result();
+    if (!session.dialogs.cancelled())
+        return session.result();
+    printError(u"语句没有执行。要执行它，请加上 --accept-changes。"_s);
+    return Exit::Error;
 }
 
 } // namespace cli

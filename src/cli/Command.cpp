@@ -4,7 +4,7 @@ namespace cli {
 
 using namespace Qt::StringLiterals;
 
-// Long because the help of every command stands here.
+// Long because it is a table: the syntax of each command beside its help.
 const std::vector<Command>& commands()
 {
     static const std::vector<Command> all = {
@@ -51,15 +51,17 @@ const std::vector<Command>& commands()
         {u"browse",
          {{u"exam"_s, u"classes"_s, u"categories"_s, u"show"_s, u"stream"_s, u"order"_s, u"sql"_s,
            u"format"_s},
-          {},
+          {u"accept-changes"_s},
           1,
           1},
          u"yunshan-cli browse LIB --exam A,B [--classes 1,2] [--categories 1]\n"
          "            [--show 原始分和名次|Z分|T分] [--stream 全|文|理]\n"
-         "            [--order 总分:desc,班级:asc] [--sql TEXT] [--format tsv|json]\n"
+         "            [--order 总分:desc,班级:asc] [--sql TEXT] [--accept-changes]\n"
+         "            [--format tsv|json]\n"
          "    浏览成绩。默认：全部班级，全部类别，科类“全”，原始分和名次。\n"
          "    --order …          最多四项，项目后面的 :asc 升序（默认），:desc 降序\n"
          "    --sql TEXT         代替生成的 SQL 语句\n"
+         "    --accept-changes   语句会改动成绩库时也执行，执行前备份（默认不执行）\n"
          "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
          runBrowse},
         {u"report",

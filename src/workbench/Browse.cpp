@@ -1,10 +1,13 @@
 #include "workbench/Browse.h"
 
+#include <functional>
+
 #include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
+#include "workbench/TypedStatement.h"
 
 namespace workbench {
 
@@ -113,11 +116,17 @@ QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
     return items;
 }
 
-void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const QStringList& items,
-                  FlexGrid& grid)
+namespace {
+
+/// Fills the grid with the rows that `open` opens; not if it gives false.
+bool showRows(const std::function<bool(database::Recordset&)>& open, const QStringList& items,
+              FlexGrid& grid)
 {
     database::Recordset rows;
-    fillTrap([&] { rows.Open(sql, scoreLibrary.Conn, database::Trust::User); });
+    bool wanted = true;
+    fillTrap([&] { wanted = open(rows); });
+    if (!wanted)
+        return false;
     grid.Redraw = false;
     resetLooks(grid);
     fillTrap([&] { grid.setCols(int(items.size())); });
@@ -125,6 +134,34 @@ void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const
     writeHeadings(grid, items);
     writeRows(grid, items, rows);
     grid.Redraw = true;
+    return true;
+}
+
+bool showChosenRows(library::ScoreLibrary& scoreLibrary, const RowChoice& choice,
+                    const QStringList& items, FlexGrid& grid)
+{
+    const BoundSql bound = boundRowsSql(choice);
+    return showRows(
+        [&](database::Recordset& rows) {
+            rows.Open(bound.sql, bound.values, scoreLibrary.Conn, database::Trust::User);
+            return true;
+        },
+        items, grid);
+}
+
+} // namespace
+
+bool ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const QStringList& items,
+                  FlexGrid& grid)
+{
+    return showRows(
+        [&](database::Recordset& rows) {
+            const bool wanted = mayRun(scoreLibrary, sql);
+            if (wanted)
+                rows.Open(sql, scoreLibrary.Conn, database::Trust::User);
+            return wanted;
+        },
+        items, grid);
 }
 
 bool checkExamChosen(const QStringList& exams)
@@ -137,13 +174,18 @@ bool checkExamChosen(const QStringList& exams)
 bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request, FlexGrid& grid)
 {
     const Trap trap{" - Private Sub Command19_Click/FormKaoShi"};
-    if (!checkExamChosen(request.exams))
+    if (!checkExamChosen(request.rows.exams))
         return false;
     QStringList items;
     trap([&] { items = MKzdyxs(scoreLibrary, request.family, request.stream); });
-    trap([&] { ShowKSCJmain(scoreLibrary, request.sql, items, grid); });
-    grid.Visible = true;
-    return true;
+    bool shown = true;
+    trap([&] {
+        shown = request.sql == rowsSql(request.rows)
+                    ? showChosenRows(scoreLibrary, request.rows, items, grid)
+                    : ShowKSCJmain(scoreLibrary, request.sql, items, grid);
+    });
+    grid.Visible = grid.Visible || shown;
+    return shown;
 }
 
 } // namespace workbench

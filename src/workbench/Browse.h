@@ -2,19 +2,20 @@
 
 #include "library/ScoreLibrary.h"
 #include "platform/grid/FlexGrid.h"
+#include "workbench/ScoreQuery.h"
 
 namespace workbench {
 
 /// What a browse shows.
 struct BrowseRequest
 {
-    /// None is refused.
-    QStringList exams;
+    /// No exam is refused.
+    RowChoice rows;
     /// One of columnFamilies().
     QString family;
     /// A stream, or AllStreams.
     QString stream;
-    /// The statement that gives the rows: rowsSql, or one that the user typed.
+    /// The statement that gives the rows: rowsSql of `rows`, or one that the user typed.
     QString sql;
 };
 
@@ -29,10 +30,13 @@ QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
 /// Fills the grid: a heading row, then a row for each record of the statement, a column for each
 /// item. Of the looks of the table before, its merges and fixed rows stay. A failing statement is
 /// shown and the next one runs, so that a name that is no field costs one message for each row.
-void ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const QStringList& items,
+/// False, and the grid as it was, if the statement would change the library and the user does not
+/// want that.
+bool ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const QStringList& items,
                   grid::FlexGrid& grid);
 
-/// Fills the grid and shows it. False, after a message, if no exam is chosen.
+/// Fills the grid and shows it. False, after a message, if no exam is chosen, and if the user does
+/// not want the typed statement to run.
 bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request,
             grid::FlexGrid& grid);
 

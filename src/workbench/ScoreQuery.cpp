@@ -26,6 +26,17 @@ QString orderClause(const std::vector<SortKey>& order)
     return keys.isEmpty() ? QString() : u" order by "_s + keys.join(u',');
 }
 
+QString rowsOf(const RowChoice& choice, const QString& examCondition)
+{
+    if (choice.exams.isEmpty())
+        return u"请选择 考试名称！"_s;
+    if (choice.classes.isEmpty())
+        return u"请选择 要导出成绩的 班级！\""_s;
+    return u"select * from 成绩表 where "_s + examCondition
+           + anyOf(choice.classes, u" 班级="_s, {}, u" and"_s)
+           + categoryCondition(choice.categories) + orderClause(choice.order);
+}
+
 } // namespace
 
 QString categoryCondition(const QStringList& categories)
@@ -35,13 +46,17 @@ QString categoryCondition(const QStringList& categories)
 
 QString rowsSql(const RowChoice& choice)
 {
-    if (choice.exams.isEmpty())
-        return u"请选择 考试名称！"_s;
-    if (choice.classes.isEmpty())
-        return u"请选择 要导出成绩的 班级！\""_s;
-    return u"select * from 成绩表 where "_s + anyOf(choice.exams, u" 考试名称='"_s, u"'"_s, {})
-           + anyOf(choice.classes, u" 班级="_s, {}, u" and"_s)
-           + categoryCondition(choice.categories) + orderClause(choice.order);
+    return rowsOf(choice, anyOf(choice.exams, u" 考试名称='"_s, u"'"_s, {}));
+}
+
+BoundSql boundRowsSql(const RowChoice& choice)
+{
+    const QStringList places(choice.exams.size(), u"?"_s);
+    BoundSql bound{rowsOf(choice, anyOf(places, u" 考试名称="_s, {}, {})), {}};
+    // Without a class the text is a sentence that has no places.
+    if (!choice.classes.isEmpty())
+        bound.values.assign(choice.exams.begin(), choice.exams.end());
+    return bound;
 }
 
 } // namespace workbench

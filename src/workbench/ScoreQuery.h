@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "platform/runtime/Value.h"
+
 namespace workbench {
 
 enum class SortDirection { Ascending, Descending };
@@ -36,5 +38,15 @@ QString categoryCondition(const QStringList& categories);
 /// The statement that gives the rows. Without an exam, or without a class, it is the sentence that
 /// asks for one.
 QString rowsSql(const RowChoice& choice);
+
+/// A statement with question marks in the places of its values.
+struct BoundSql
+{
+    QString sql;
+    std::vector<runtime::Value> values;
+};
+
+/// rowsSql as it is run: the names of exams are values, whatever they hold.
+BoundSql boundRowsSql(const RowChoice& choice);
 
 } // namespace workbench

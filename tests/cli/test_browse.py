@@ -229,9 +229,28 @@ class TypedStatement(Browse):
             self.refused(sql)
             self.assertFalse((self.folder / "x.db").exists())
 
-    def test_an_update_is_executed_and_has_no_rows_to_show(self):
-        grid = self.browse("--sql", "update 成绩表 set 备注='看过' where 班级=3", expect=ERROR)
-        self.assertTrue(grid["Messages"][0].endswith(FILL_TAG))
+    def test_a_statement_that_changes_something_is_refused_with_what_it_would_change(self):
+        for sql, says in (("update 成绩表 set 备注='看过' where 班级=3", "会改动成绩库里的 2 行"),
+                          ("with n as (select 1) delete from 成绩表", "会改动成绩库里的 10 行"),
+                          ("drop table 成绩表", "会改变成绩库的表和列"),
+                          ("replace into 设置表 select * from 设置表", "会改动成绩库里的")):
+            messages = self.refused(sql)
+            self.assertEqual(len(messages), 1, messages)
+            self.assertIn(says, messages[0])
+            self.assertTrue(messages[0].endswith(" → 取消"))
+        result = self.run_program("browse", self.library, "--sql", "delete from 成绩表",
+                                  expect=ERROR)
+        self.assertEqual(result.out, "")
+        self.assertTrue(result.err.endswith("要执行它，请加上 --accept-changes。\n"), result.err)
+        self.assertEqual(list(self.folder.glob("*.bak")), [])
+
+    def test_an_accepted_update_is_executed_behind_a_copy_and_has_no_rows_to_show(self):
+        before = yunshan.content_hash(self.library)
+        grid = self.browse("--sql", "update 成绩表 set 备注='看过' where 班级=3", "--accept-changes",
+                           expect=ERROR)
+        copies = list(self.folder.glob("*.bak"))
+        self.assertEqual([yunshan.content_hash(copy) for copy in copies], [before])
+        self.assertTrue(grid["Messages"][1].endswith(FILL_TAG), grid["Messages"])
         self.assertEqual(self.rows("select 备注 from 成绩表 where 备注 is not null"), [("看过",)] * 2)
 
 

@@ -186,7 +186,7 @@ TEST_F(SelectionTest, RequestsSayWhatTheListsShow)
     selection.chooseStream(2);
     selection.Text1 = u"select 1"_s;
     const workbench::BrowseRequest browse = selection.browseRequest();
-    EXPECT_EQ(browse.exams, (QStringList{u"期中"_s, u"期末"_s}));
+    EXPECT_EQ(browse.rows.exams, (QStringList{u"期中"_s, u"期末"_s}));
     EXPECT_EQ(browse.family, u"T分"_s);
     EXPECT_EQ(browse.stream, u"理"_s);
     EXPECT_EQ(browse.sql, u"select 1"_s);

@@ -40,11 +40,12 @@ protected:
     }
 
     /// All rows of the first exam, as the workbench begins.
-    workbench::BrowseRequest request() const
+    workbench::BrowseRequest request() const { return request({u"期中"_s}); }
+
+    workbench::BrowseRequest request(const QStringList& exams) const
     {
-        const QStringList exams{u"期中"_s};
-        return {exams, raw, library::AllStreams,
-                workbench::rowsSql({exams, {u"1"_s, u"2"_s, u"3"_s}, {u"1"_s, u"2"_s}, {}})};
+        const workbench::RowChoice rows{exams, {u"1"_s, u"2"_s, u"3"_s}, {u"1"_s, u"2"_s}, {}};
+        return {rows, raw, library::AllStreams, workbench::rowsSql(rows)};
     }
 
     void expectFailures(int count, const QString& ending)
@@ -193,6 +194,7 @@ TEST_F(BrowseTest, AFailingStatementIsShownAndTheFormerRowsStayUnderNewHeadings)
 
 TEST_F(BrowseTest, AStatementWithoutRowsIsRunAndThenThereIsNothingToShow)
 {
+    library.dialogs.expect(u"会改动成绩库里的 1 行"_s, u"执行"_s);
     show({u"姓名"_s}, u"update 成绩表 set 语文=60 where 班级=1"_s);
     expectFailures(2, tag);
     EXPECT_EQ(library.rows(u"select 语文 from 成绩表"_s), u"60 / -1"_s);
@@ -218,7 +220,7 @@ TEST_F(BrowseTest, AnEmptyTextFailsLikeAnyOther)
 TEST_F(BrowseTest, AnExamMustBeChosen)
 {
     workbench::BrowseRequest nothing = request();
-    nothing.exams.clear();
+    nothing.rows.exams.clear();
     grid.Visible = false;
     EXPECT_FALSE(workbench::browse(library.scores, nothing, grid));
     EXPECT_EQ(library.dialogs.shown, QStringList{u"没有选择考试，请选择考试继续。"_s});
@@ -240,9 +242,44 @@ TEST_F(BrowseTest, FillsAndShowsTheGrid)
 TEST_F(BrowseTest, ThePromptForAClassIsRunAsAStatementAndFails)
 {
     workbench::BrowseRequest prompted = request();
-    prompted.sql = workbench::rowsSql({prompted.exams, {}, {}, {}});
+    prompted.rows.classes.clear();
+    prompted.sql = workbench::rowsSql(prompted.rows);
     EXPECT_TRUE(workbench::browse(library.scores, prompted, grid));
     expectFailures(3, tag);
+}
+
+TEST_F(BrowseTest, AStatementThatTheUserDoesNotWantLeavesLibraryAndGrid)
+{
+    workbench::BrowseRequest typed = request();
+    typed.sql = u"delete from 成绩表"_s;
+    grid.setTextMatrix(0, 0, u"早先"_s);
+    grid.Visible = false;
+    library.dialogs.expect(u"会改动成绩库里的 2 行"_s, u"取消"_s);
+    EXPECT_FALSE(workbench::browse(library.scores, typed, grid));
+    EXPECT_EQ(grid.TextMatrix(0, 0), u"早先"_s);
+    EXPECT_FALSE(grid.Visible);
+    EXPECT_EQ(library.rows(u"select count(*) from 成绩表"_s), u"2"_s);
+    EXPECT_EQ(library.dialogs.failures, QStringList());
+}
+
+TEST_F(BrowseTest, AnExamsNameIsNeverReadAsAPartOfTheStatement)
+{
+    for (const QString& name : {u"x' or ''='"_s, u"'"_s, u"O'Brien"_s}) {
+        SCOPED_TRACE(name.toStdString());
+        library.dialogs.failures.clear();
+        grid = {};
+        EXPECT_TRUE(workbench::browse(library.scores, request({name}), grid));
+        expectFailures(3, tag);
+        EXPECT_TRUE(library.dialogs.failures.first().contains(u"单引号"_s));
+        EXPECT_EQ(grid.Rows(), 2);
+        EXPECT_EQ(grid.TextMatrix(1, 2), QString());
+    }
+    for (const QString& name : {u"2024--2025"_s, u"a/*b*/"_s, u"]"_s, u"%"_s, u"?"_s}) {
+        library.addScores(name, 2, 1, {{u"语文"_s, 77}});
+        EXPECT_TRUE(workbench::browse(library.scores, request({name}), grid));
+        EXPECT_EQ(grid.Rows(), 2);
+        EXPECT_EQ(grid.TextMatrix(1, 4), u"77"_s) << name.toStdString();
+    }
 }
 
 TEST_F(BrowseTest, AnOvertypedStatementIsShownUnderTheSameColumns)

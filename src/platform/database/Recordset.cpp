@@ -40,16 +40,10 @@ Recordset::~Recordset() = default;
 
 void Recordset::Open(const QString& sql, Connection& connection, Trust trust)
 {
-    open(sql, {}, connection, trust);
+    Open(sql, {}, connection, trust);
 }
 
 void Recordset::Open(const QString& sql, const std::vector<runtime::Value>& values,
-                     Connection& connection)
-{
-    open(sql, values, connection, Trust::Program);
-}
-
-void Recordset::open(const QString& sql, const std::vector<runtime::Value>& values,
                      Connection& connection, Trust trust)
 {
     Close();

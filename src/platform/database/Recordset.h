@@ -59,8 +59,8 @@ public:
     void Open(const QString& sql, Connection& connection, Trust trust = Trust::Program);
     /// The same for a statement of ours with values in the places of its question marks. A text
     /// with an apostrophe among them is refused as a wrong statement, and nothing runs.
-    void Open(const QString& sql, const std::vector<runtime::Value>& values,
-              Connection& connection);
+    void Open(const QString& sql, const std::vector<runtime::Value>& values, Connection& connection,
+              Trust trust = Trust::Program);
 
     bool isOpen() const;
     /// Throws Error if the recordset is closed, as the calls below do.
@@ -93,8 +93,6 @@ private:
 
     struct Private;
     Private& open() const;
-    void open(const QString& sql, const std::vector<runtime::Value>& values, Connection& connection,
-              Trust trust);
 
     std::unique_ptr<Private> d;
 };

@@ -308,6 +308,11 @@ int Statement::run()
     return changes;
 }
 
+bool Statement::readsOnly() const
+{
+    return d->readOnly;
+}
+
 int Statement::columnCount() const
 {
     return sqlite3_column_count(d->statement.get());

@@ -54,6 +54,9 @@ public:
     /// or the statement is started anew.
     void finish();
 
+    /// False for a statement that could write.
+    bool readsOnly() const;
+
     int columnCount() const;
     QString columnName(int column) const;
     /// The declaration of the column in its table; "" for a computed one.

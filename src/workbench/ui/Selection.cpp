@@ -159,7 +159,7 @@ RowChoice Selection::rowChoice() const
 
 BrowseRequest Selection::browseRequest() const
 {
-    return {ListKSMC.selectedTexts(), ListXM.text(), streamWord(), Text1};
+    return {rowChoice(), ListXM.text(), streamWord(), Text1};
 }
 
 ReportRequest Selection::reportRequest() const

@@ -1,0 +1,59 @@
+#include "workbench/TypedStatement.h"
+
+#include "library/LibraryBackup.h"
+#include "platform/database/Sql.h"
+#include "platform/database/Statement.h"
+#include "platform/database/WriteBatch.h"
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/FoldedFailures.h"
+
+namespace workbench {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Runs the statement and takes it back: how many rows it changes.
+int rowsChangedBy(database::Connection& conn, database::Statement& statement)
+{
+    const database::WriteBatch takenBack(conn);
+    return statement.run();
+}
+
+QString whatChanges(database::Connection& conn, const database::SqlText& sql,
+                    database::Statement& statement)
+{
+    if (sql.changesSchema())
+        return u"这条语句会改变成绩库的表和列："_s;
+    return u"这条语句会改动成绩库里的 %1 行："_s.arg(
+        runtime::countText(rowsChangedBy(conn, statement)));
+}
+
+/// So much of a statement as a box has room for.
+QString shown(const QString& sql)
+{
+    constexpr qsizetype most = 300;
+    return sql.size() <= most ? sql : sql.left(most) + u"……"_s;
+}
+
+} // namespace
+
+bool mayRun(library::ScoreLibrary& scoreLibrary, const QString& sql)
+{
+    const database::SqlText text(sql);
+    database::Statement statement(scoreLibrary.Conn, text.engineText(), database::Trust::User);
+    if (statement.readsOnly())
+        return true;
+    const QString question = whatChanges(scoreLibrary.Conn, text, statement) + u"\n\n"_s
+                             + shown(sql) + u"\n\n执行前会备份成绩库。是否执行？"_s;
+    if (runtime::choose({.text = question,
+                         .buttons = {u"执行"_s, u"取消"_s},
+                         .safe = 1,
+                         .title = u"修改成绩库"_s})
+        == 1)
+        return false;
+    library::backUpLibrary(scoreLibrary.Conn.path(), QDateTime::currentDateTime());
+    return true;
+}
+
+} // namespace workbench
