@@ -1,4 +1,5 @@
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
@@ -34,20 +35,45 @@ Books booksOf(const statistics::ReportContext& context)
     return books;
 }
 
-QStringList save(const Books& books, const QString& exam, const QString& folder)
+/// The file of each stream's workbook.
+using Paths = std::map<QString, QString>;
+
+Paths pathsOf(QStringList streams, const QString& exam, const QDir& folder)
 {
-    if (!QDir().mkpath(folder))
-        throw runtime::Error(u"不能建立文件夹“%1”。"_s.arg(folder));
-    QStringList paths;
-    for (const auto& [stream, book] : books) {
-        QString path = QDir(folder).absoluteFilePath(fileName(exam, stream));
+    Paths paths;
+    QStringList taken;
+    streams.sort();
+    for (const QString& stream : std::as_const(streams)) {
+        QString path = folder.absoluteFilePath(fileName(exam, stream));
         // Streams can differ in nothing but signs that were replaced.
-        while (paths.contains(path))
+        while (taken.contains(path))
             path.insert(path.lastIndexOf(u'.'), u'_');
-        book->SaveAs(path);
-        paths.append(path);
+        taken.append(path);
+        paths[stream] = path;
     }
     return paths;
+}
+
+void refuseExisting(const Paths& paths)
+{
+    for (const auto& [stream, path] : paths) {
+        if (QFileInfo::exists(path))
+            throw runtime::Error(
+                u"文件 %1 已存在，没有覆盖。要覆盖它，请加上 --force。"_s.arg(path));
+    }
+}
+
+QStringList save(const Books& books, const Paths& paths)
+{
+    QStringList saved;
+    for (const auto& [stream, book] : books) {
+        const QString& path = paths.at(stream);
+        if (!QDir().mkpath(QFileInfo(path).path()))
+            throw runtime::Error(u"不能建立文件夹“%1”。"_s.arg(QFileInfo(path).path()));
+        book->SaveAs(path);
+        saved.append(path);
+    }
+    return saved;
 }
 
 QString lines(const QStringList& paths)
@@ -79,15 +105,18 @@ Exit runAnalyze(Session& session)
     if (!session.openLibrary())
         return Exit::Error;
     session.requireExams({exam});
+    const QDir folder(QDir::current().absoluteFilePath(arguments.value(u"out"_s)));
+    const Paths paths = pathsOf(session.scores.catalogue.Streams, exam, folder);
+    const bool saving = arguments.has(u"out"_s);
+    if (saving && !arguments.has(u"force"_s))
+        refuseExisting(paths);
     statistics::ReportContext context(session.scores);
     excel::Application application;
     CliProgress progress;
     statistics::ZHFX(context, exam, application, progress);
     const Books books = booksOf(context);
-    QStringList paths;
-    if (arguments.has(u"out"_s))
-        paths = save(books, exam, QDir::current().absoluteFilePath(arguments.value(u"out"_s)));
-    printResult(format == "json"_L1 ? content(books) : lines(paths));
+    const QStringList saved = saving ? save(books, paths) : QStringList();
+    printResult(format == "json"_L1 ? content(books) : lines(saved));
     return session.result();
 }
 

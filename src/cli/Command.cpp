@@ -76,9 +76,10 @@ const std::vector<Command>& commands()
          "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
          runReport},
         {u"analyze",
-         {{u"exam"_s, u"out"_s, u"format"_s}, {}, 1, 1},
-         u"yunshan-cli analyze LIB --exam A --out DIR [--format paths|json]\n"
+         {{u"exam"_s, u"out"_s, u"format"_s}, {u"force"_s}, 1, 1},
+         u"yunshan-cli analyze LIB --exam A --out DIR [--force] [--format paths|json]\n"
          "    综合分析：每个科类一个工作簿，存入文件夹 DIR，输出文件的路径。\n"
+         "    --force            文件已存在时覆盖它\n"
          "    --format json      输出工作簿的全部内容，这时可以不给 --out\n",
          runAnalyze},
         {u"info",

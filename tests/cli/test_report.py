@@ -246,6 +246,19 @@ class Analysis(Prepared):
         self.assertEqual(result.out, "")
         self.assertIn("不能建立文件夹", result.err)
 
+    def test_existing_files_are_overwritten_by_force_only(self):
+        written = Path(self.analyze("--out", ".").out.splitlines()[1])
+        written.write_text("别的内容")
+        result = self.analyze("--out", ".", expect=ERROR)
+        self.assertEqual(result.out, "")
+        self.assertIn("期中综合分析(文).xlsx 已存在，没有覆盖。要覆盖它，请加上 --force。", result.err)
+        self.assertEqual(written.read_text(), "别的内容")
+        Path(written.parent / "期中综合分析(文).xlsx").unlink()
+        self.analyze("--out", ".", expect=ERROR)
+        self.assertFalse(Path(written.parent / "期中综合分析(文).xlsx").exists())
+        self.analyze("--out", ".", "--force")
+        self.assertEqual(len(openpyxl.load_workbook(written).sheetnames), 4)
+
     def test_a_library_without_streams_gives_no_workbook(self):
         self.change("delete from 信息表")
         self.assertEqual(self.analyze("--out", ".").out, "")
