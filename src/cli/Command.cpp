@@ -65,14 +65,17 @@ const std::vector<Command>& commands()
          "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
          runBrowse},
         {u"report",
-         {{u"item"_s, u"button"_s, u"exam"_s, u"categories"_s, u"format"_s}, {}, 1, 1},
-         u"yunshan-cli report LIB --item NAME --exam A,B [--categories 1,2] [--format tsv|json]\n"
-         "yunshan-cli report LIB --button NAME --exam A,B [--categories 1,2] [--format tsv|json]\n"
+         {{u"item"_s, u"button"_s, u"exam"_s, u"categories"_s, u"format"_s}, {u"each"_s}, 1, 1},
+         u"yunshan-cli report LIB --item NAME --exam A,B [--each] [--categories 1,2]\n"
+         "            [--format tsv|json]\n"
+         "yunshan-cli report LIB --button NAME --exam A,B [--each] [--categories 1,2]\n"
+         "            [--format tsv|json]\n"
          "    统计报表。\n"
          "    --item NAME        "
          "该名称的报表，各比率用自己的标题和设置；高、低分段也写作高分段、低分段\n"
          "    --button NAME      与界面上“执行统计”按钮完全相同的操作\n"
          "    --exam A,B         考试；只针对一次考试的报表遇到多次考试时按“取消”处理\n"
+         "    --each             每次考试单独统计，各表依次排列，表前是考试名称\n"
          "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
          runReport},
         {u"analyze",

@@ -2,32 +2,52 @@
 #include "cli/Command.h"
 #include "cli/GridOutput.h"
 #include "statistics/NamedReports.h"
+#include "workbench/ExamByExam.h"
 #include "workbench/ScoreQuery.h"
 #include "workbench/StatisticsRun.h"
 
 namespace cli {
 
 using namespace Qt::StringLiterals;
+using statistics::ReportContext;
 
 namespace {
 
-/// True if the grid holds a result, false after a refusal or 取消.
-bool fill(Session& session, const QStringList& exams, grid::FlexGrid& grid)
+/// True if the grid holds a result, false after a refusal.
+bool fillByButton(const Session& session, const QStringList& exams, ReportContext& context,
+                  grid::FlexGrid& grid)
 {
-    const Arguments& arguments = session.arguments;
-    statistics::ReportContext context(session.scores);
-    if (arguments.has(u"button"_s))
-        return workbench::runReport({exams, workbench::chosenItem(arguments.value(u"button"_s))},
-                                    context, grid)
-               && !session.dialogs.cancelled();
-    const QString item = arguments.value(u"item"_s);
+    workbench::ReportRequest request{exams,
+                                     workbench::chosenItem(session.arguments.value(u"button"_s))};
+    if (session.arguments.has(u"each"_s))
+        request.tables = workbench::ExamTables::OneByOne;
+    return workbench::runReport(request, context, grid);
+}
+
+void fillByName(const Session& session, ReportContext& context, grid::FlexGrid& grid)
+{
+    const QString item = session.arguments.value(u"item"_s);
     const statistics::Report report = statistics::namedReport(item);
     if (!report)
         throw UsageError(u"没有名为“%1”的报表。"_s.arg(item));
+    const auto fill = [&](QString exams, grid::FlexGrid& table) {
+        report(context, exams, table, statistics::Transfer::GridOnly);
+    };
     // In the order given, which is that of the rows and says which one is the last.
-    QString list = arguments.list(u"exam"_s).join(u',');
-    report(context, list, grid, statistics::Transfer::GridOnly);
-    return !session.dialogs.cancelled();
+    const QStringList exams = session.arguments.list(u"exam"_s);
+    if (session.arguments.has(u"each"_s))
+        workbench::reportExamByExam(exams, fill, grid);
+    else
+        fill(exams.join(u','), grid);
+}
+
+bool fill(const Session& session, const QStringList& exams, grid::FlexGrid& grid)
+{
+    ReportContext context(session.scores);
+    if (session.arguments.has(u"button"_s))
+        return fillByButton(session, exams, context, grid);
+    fillByName(session, context, grid);
+    return true;
 }
 
 } // namespace
@@ -48,7 +68,8 @@ Exit runReport(Session& session)
     session.scores.settings.CategoryFilter =
         workbench::categoryCondition(chosenCategories(session));
     grid::FlexGrid grid;
-    if (fill(session, exams, grid) || format == "json"_L1)
+    const bool filled = fill(session, exams, grid) && !session.dialogs.cancelled();
+    if (filled || format == "json"_L1)
         printGrid(session, grid, {}, format);
     return session.dialogs.cancelled() ? Exit::Error : session.result();
 }

@@ -5,6 +5,7 @@
 #include "statistics/ComprehensiveAnalysis.h"
 #include "statistics/NamedReports.h"
 #include "workbench/Browse.h"
+#include "workbench/ExamByExam.h"
 
 namespace workbench {
 
@@ -49,6 +50,41 @@ const std::vector<StatisticsItem>& knownItems()
     return items;
 }
 
+const QString excellentRate = u"各科优秀率"_s;
+const QString groups = u"高分段、低分段"_s;
+
+const StatisticsItem* itemOf(const ReportRequest& request)
+{
+    for (const StatisticsItem& item : knownItems()) {
+        if (item.text == request.item)
+            return &item;
+    }
+    return nullptr;
+}
+
+/// The report that the request runs; empty for an item that is unknown here.
+QString reportOf(const ReportRequest& request)
+{
+    const StatisticsItem* item = itemOf(request);
+    if (!item)
+        return {};
+    return request.rates == RateTable::Chosen && item->report == excellentRate ? item->text
+                                                                               : item->report;
+}
+
+void fillGrid(const ReportRequest& request, const statistics::Report& report,
+              statistics::ReportContext& context, grid::FlexGrid& grid)
+{
+    const Trap trap{" - Private Sub CommandZXTJ_Click/FormKaoShi"};
+    const auto fill = [&](QString exams, grid::FlexGrid& table) {
+        trap([&] { report(context, exams, table, statistics::Transfer::GridOnly); });
+    };
+    if (request.tables == ExamTables::OneByOne)
+        reportExamByExam(request.exams, fill, grid);
+    else
+        fill(request.exams.join(u','), grid);
+}
+
 } // namespace
 
 const QString StatisticsPrompt = u"请选择要统计的项目"_s;
@@ -58,10 +94,32 @@ std::optional<QString> chosenItem(const QString& shown)
     return shown == StatisticsPrompt ? std::nullopt : std::optional(shown);
 }
 
+std::vector<ReportNote> reportNotes(const ReportRequest& request)
+{
+    std::vector<ReportNote> notes;
+    const StatisticsItem* item = itemOf(request);
+    if (!item)
+        return notes;
+    if (reportOf(request) == excellentRate && item->text != excellentRate) {
+        ReportRequest chosen = request;
+        chosen.rates = RateTable::Chosen;
+        notes.push_back({u"“执行统计”对“%1”给出的是“%2”的表。"_s.arg(item->text, item->report),
+                         u"统计“%1”"_s.arg(item->text), chosen});
+    }
+    const bool addsUp = item->report == excellentRate || item->report == groups;
+    if (addsUp && request.exams.size() > 1 && request.tables == ExamTables::Together) {
+        ReportRequest each = request;
+        each.tables = ExamTables::OneByOne;
+        notes.push_back(
+            {u"选了 %1 次考试，分数线按这几次满分相加的和计算。"_s.arg(request.exams.size()),
+             u"逐次考试统计"_s, each});
+    }
+    return notes;
+}
+
 bool runReport(const ReportRequest& request, statistics::ReportContext& context,
                grid::FlexGrid& grid)
 {
-    const Trap trap{" - Private Sub CommandZXTJ_Click/FormKaoShi"};
     if (!checkExamChosen(request.exams))
         return false;
     if (!request.item) {
@@ -69,15 +127,8 @@ bool runReport(const ReportRequest& request, statistics::ReportContext& context,
         return false;
     }
     context.forgetRows();
-    for (const StatisticsItem& item : knownItems()) {
-        if (item.text != request.item)
-            continue;
-        QString exams = request.exams.join(u',');
-        trap([&] {
-            statistics::namedReport(item.report)(context, exams, grid,
-                                                 statistics::Transfer::GridOnly);
-        });
-    }
+    if (const statistics::Report report = statistics::namedReport(reportOf(request)))
+        fillGrid(request, report, context, grid);
     // Many exams fill the memory.
     context.forgetRows();
     grid.Visible = true;

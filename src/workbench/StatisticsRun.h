@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include <QString>
 #include <QStringList>
@@ -19,6 +20,12 @@ extern const QString StatisticsPrompt;
 /// The item that the list shows, if it is one.
 std::optional<QString> chosenItem(const QString& shown);
 
+/// Which table a rate gives.
+enum class RateTable { Excellent, Chosen };
+
+/// How several exams are reported on.
+enum class ExamTables { Together, OneByOne };
+
 /// A report as the workbench runs it.
 struct ReportRequest
 {
@@ -26,11 +33,26 @@ struct ReportRequest
     QStringList exams;
     /// One of statisticsItems(); nothing is refused.
     std::optional<QString> item;
+    RateTable rates = RateTable::Excellent;
+    ExamTables tables = ExamTables::Together;
 };
 
-/// "执行统计": fills the grid with the report of the item. All four rates run as 各科优秀率, and an
-/// item that is unknown here does nothing. False after a message if exams or the item are
-/// missing.
+/// What the result of a request is other than a user may think, and the request that gives him
+/// that.
+struct ReportNote
+{
+    QString text;
+    QString offer;
+    ReportRequest instead;
+};
+
+/// The notes on a request: a rate that runs as 各科优秀率, and several exams whose full marks add
+/// up to the thresholds.
+std::vector<ReportNote> reportNotes(const ReportRequest& request);
+
+/// "执行统计": fills the grid with the report of the item. All four rates run as 各科优秀率 unless
+/// the request says otherwise, and an item that is unknown here does nothing. False after a message
+/// if exams or the item are missing.
 bool runReport(const ReportRequest& request, statistics::ReportContext& context,
                grid::FlexGrid& grid);
 

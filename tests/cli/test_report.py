@@ -158,6 +158,34 @@ class ByButton(Prepared):
         self.assertEqual(grid["Messages"], ["没有选择考试，请选择考试继续。"])
 
 
+class EachExam(Prepared):
+    def test_the_tables_stand_one_behind_the_other_below_their_exams(self):
+        for by, exams in (("--item", "期末,期中"), ("--button", "期中,期末")):
+            grid = self.report(by, "各科优秀率", "--each", exam=exams)
+            single = [self.texts(by, "各科优秀率", exam=exam) for exam in exams.split(",")]
+            expected = []
+            for exam, table in zip(exams.split(","), single):
+                expected += [[exam] * grid["Cols"], *table]
+            self.assertEqual(grid["TextMatrix"], expected)
+            rows = len(single[0])
+            self.assertEqual((grid["FixedRows"], grid["MergeCol"]), (0, [0]))
+            self.assertIn(0, grid["MergeRow"])
+            self.assertIn(rows + 1, grid["MergeRow"])
+
+    def test_full_marks_do_not_add_up(self):
+        together = self.texts("--item", "高分段、低分段", exam="期中,期末")
+        each = self.texts("--item", "高分段、低分段", "--each", exam="期中,期末")
+        self.assertEqual(together[3][:3], ["1班", "期中", "0"])
+        self.assertEqual(each[4][:2], ["1班", "1"])
+
+    def test_a_report_on_one_exam_is_not_asked_about(self):
+        result = self.run_program("report", self.library, "--item", "考试人数", "--exam",
+                                  "期中,期末", "--each")
+        self.assertEqual(result.err, "")
+        self.assertEqual([line.split("\t")[0] for line in result.out.splitlines()[:3]],
+                         ["期中", "文科考试人数", "班级"])
+
+
 class Analysis(Prepared):
     def analyze(self, *options, expect=DONE):
         return self.run_program("analyze", self.library, "--exam", "期中", *options,

@@ -111,6 +111,72 @@ TEST_F(StatisticsRun, EveryRateReadsTheSettingOfTheExcellentOne)
     }
 }
 
+TEST_F(StatisticsRun, ARateThatRunsAsAnotherIsNotedAndOfferedAsItself)
+{
+    for (const QString& item : {u"各科良好率"_s, u"各科及格率"_s, u"各科差生率"_s}) {
+        const auto notes = workbench::reportNotes({exams, item});
+        ASSERT_EQ(notes.size(), 1u) << item.toStdString();
+        EXPECT_EQ(notes[0].text, u"“执行统计”对“%1”给出的是“各科优秀率”的表。"_s.arg(item));
+        EXPECT_EQ(notes[0].offer, u"统计“%1”"_s.arg(item));
+        EXPECT_TRUE(workbench::reportNotes(notes[0].instead).empty());
+        EXPECT_TRUE(workbench::runReport(notes[0].instead, context, grid));
+        EXPECT_EQ(grid.TextMatrix(0, 0), u"文科"_s + item);
+    }
+}
+
+TEST_F(StatisticsRun, ARateAsItselfReadsItsOwnSetting)
+{
+    library.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 120}});
+    const auto goodOnes = [&](workbench::RateTable rates) {
+        workbench::runReport({exams, u"各科良好率"_s, rates}, context, grid);
+        return grid.TextMatrix(7, 1);
+    };
+    EXPECT_EQ(goodOnes(workbench::RateTable::Excellent), u"0"_s);
+    EXPECT_EQ(goodOnes(workbench::RateTable::Chosen), u"1"_s);
+}
+
+TEST_F(StatisticsRun, SeveralExamsWhoseFullMarksAddUpAreNotedAndOfferedOneByOne)
+{
+    exams = {u"期中"_s, u"期末"_s};
+    library.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 150}});
+    for (const QString& item : {u"高分段、低分段"_s, u"各科优秀率"_s}) {
+        const auto notes = workbench::reportNotes({exams, item});
+        ASSERT_EQ(notes.size(), 1u) << item.toStdString();
+        EXPECT_EQ(notes[0].text, u"选了 2 次考试，分数线按这几次满分相加的和计算。"_s);
+        EXPECT_TRUE(workbench::reportNotes(notes[0].instead).empty());
+        workbench::runReport({exams, item}, context, grid);
+        EXPECT_EQ(grid.TextMatrix(8, 2), u"0"_s);
+        workbench::runReport(notes[0].instead, context, grid);
+        EXPECT_EQ(grid.TextMatrix(0, 0), u"期中"_s);
+        EXPECT_EQ(grid.TextMatrix(10, 0), u"期末"_s);
+        EXPECT_EQ(grid.Rows(), 20);
+        EXPECT_EQ(grid.TextMatrix(8, 1), u"1"_s) << grid::gridText(grid).toStdString();
+    }
+}
+
+TEST_F(StatisticsRun, BothNotesCanHoldAndEachOfferKeepsTheOther)
+{
+    exams = {u"期中"_s, u"期末"_s};
+    const auto notes = workbench::reportNotes({exams, u"各科及格率"_s});
+    ASSERT_EQ(notes.size(), 2u);
+    for (const workbench::ReportNote& note : notes)
+        EXPECT_EQ(workbench::reportNotes(note.instead).size(), 1u);
+    const auto last = workbench::reportNotes(notes[0].instead);
+    workbench::runReport(last[0].instead, context, grid);
+    EXPECT_EQ(grid.TextMatrix(1, 0), u"文科各科及格率"_s);
+}
+
+TEST_F(StatisticsRun, WhatIsAsItSaysHasNoNote)
+{
+    exams = {u"期中"_s, u"期末"_s};
+    for (const QString& item : workbench::statisticsItems(library.scores)) {
+        const bool expected = item.endsWith(u'率') || item == u"高分段、低分段";
+        EXPECT_EQ(!workbench::reportNotes({exams, item}).empty(), expected) << item.toStdString();
+    }
+    EXPECT_TRUE(workbench::reportNotes({{u"期中"_s}, u"各科优秀率"_s}).empty());
+    EXPECT_TRUE(workbench::reportNotes({exams, std::nullopt}).empty());
+}
+
 TEST_F(StatisticsRun, ExamsGoToTheReportInTheOrderOfTheList)
 {
     exams = {u"期中"_s, u"期末"_s};
