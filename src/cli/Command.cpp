@@ -9,10 +9,11 @@ const std::vector<Command>& commands()
 {
     static const std::vector<Command> all = {
         {u"new",
-         {{u"subjects"_s}, {u"force"_s}, 1, 1},
-         u"yunshan-cli new LIB --subjects 语文,数学,… [--force]\n"
+         {{u"subjects"_s}, {u"force"_s, u"trim-formulas"_s}, 1, 1},
+         u"yunshan-cli new LIB --subjects 语文,数学,… [--force] [--trim-formulas]\n"
          "    新建成绩库。科目按给出的顺序建立，名称以“总分”结尾的是总分。\n"
-         "    --force            文件已存在时覆盖它\n",
+         "    --force            文件已存在时覆盖它\n"
+         "    --trim-formulas    从总分公式里去掉成绩库没有的科目（默认保持不变）\n",
          runNew},
         {u"import-students",
          {{u"sheet"_s, u"accept-existing"_s}, {u"no-backup"_s}, 2, 2},

@@ -12,6 +12,8 @@ Exit runNew(Session& session)
     const QStringList subjects = session.arguments.list(u"subjects"_s);
     if (session.arguments.has(u"force"_s))
         session.dialogs.answer(u"是否覆盖原文件"_s, runtime::Answer::Ok);
+    if (session.arguments.has(u"trim-formulas"_s))
+        session.dialogs.answer(u"总分公式"_s, u"改为现有科目"_s);
     const bool made =
         library::NewLibrary(session.scores).createAsked(subjects, session.arguments.path(0));
     return made ? session.result() : Exit::Error;

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include "library/ColumnNames.h"
+#include "library/FormulaTrim.h"
 #include "library/LibraryShape.h"
 #include "platform/database/Compact.h"
 #include "platform/database/Error.h"
@@ -151,20 +152,23 @@ bool NewLibrary::createAsked(const QStringList& subjects, const QString& path)
     }
     if (path.isEmpty())
         return false;
-    create(subjects);
+    const bool made = create(subjects);
     if (!m_library.Conn.isOpen())
         return false;
+    if (made)
+        offerFormulaTrim(m_library);
     MsgBox(u"新建数据库成功，现在将设置学生信息。"_s);
     return true;
 }
 
-void NewLibrary::create(const QStringList& subjects)
+bool NewLibrary::create(const QStringList& subjects)
 {
-    trap([&] { makeFile(subjects); });
+    const bool made = trap([&] { makeFile(subjects); });
     m_library.Conn.Close();
     m_library.OpenDB();
     m_library.catalogue.ExamList.clear();
     m_library.notifyChanged();
+    return made;
 }
 
 void NewLibrary::makeFile(const QStringList& subjects) const

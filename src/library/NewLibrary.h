@@ -39,8 +39,8 @@ public:
     /// Makes the library at LibPath and opens it: the template with the columns of the subjects, in
     /// the order given. A statement that is refused is shown and the next one runs. The library
     /// takes its name when it is whole; where it cannot be made, that is shown, and a file that
-    /// stands there is as it was and is opened.
-    void create(const QStringList& subjects);
+    /// stands there is as it was and is opened. False then.
+    bool create(const QStringList& subjects);
 
 private:
     void makeFile(const QStringList& subjects) const;

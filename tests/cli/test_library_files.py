@@ -22,7 +22,8 @@ class NewLibrary(yunshan.ProgramTest):
 
     def test_subjects_become_columns_in_the_order_given(self):
         result = self.run_program("new", self.library, "--subjects", "数学, 语文,,理科总分")
-        self.assertEqual((result.out, result.err), ("", MADE))
+        self.assertEqual(result.out, "")
+        self.assertTrue(result.err.endswith(MADE), result.err)
         expected = [subject + tail for subject in ("数学", "语文", "理科总分") for tail in COLUMNS]
         self.assertEqual(self.columns("成绩表")[8:], expected + ["理科总分T分年名", "备注"])
         self.assertEqual(self.columns("考试名称表")[5:], ["数学", "语文", "理科总分"])
@@ -35,6 +36,17 @@ class NewLibrary(yunshan.ProgramTest):
         self.assertEqual(self.rows("select 设置 from 设置表 where 名称='T分'"), [("10z+50",)])
         self.assertIn(("总分",), self.rows("select 总分 from 总分公式"))
         self.assertEqual(self.rows("select count(*) from 颜色表"), [(16,)])
+
+    def test_formulas_keep_subjects_that_the_library_lacks_unless_they_are_trimmed(self):
+        formula = "select 公式 from 总分公式 where 总分='理科总分'"
+        subjects = ("--subjects", "语文,数学,理科总分")
+        result = self.run_program("new", self.library, *subjects)
+        self.assertIn("理科总分=语文+数学+英语+物理+化学+生物 → 语文+数学\n", result.err)
+        self.assertTrue(result.err.endswith(" → 保持不变\n" + MADE), result.err)
+        self.assertEqual(self.rows(formula), [("语文+数学+英语+物理+化学+生物",)])
+        result = self.run_program("new", self.library, *subjects, "--force", "--trim-formulas")
+        self.assertTrue(result.err.endswith(" → 改为现有科目\n" + MADE), result.err)
+        self.assertEqual(self.rows(formula), [("语文+数学",)])
 
     def test_without_subjects_nothing_is_made(self):
         result = self.run_program("new", self.library, expect=USAGE)

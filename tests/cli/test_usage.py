@@ -102,7 +102,7 @@ class Locale(yunshan.ProgramTest):
         environment = yunshan.environment(self.folder) | {"LC_ALL": "C"}
         result = self.run_program("new", self.library, "--subjects", "语文,总分", env=environment)
         self.assertEqual(result.out, "")
-        self.assertEqual(result.err, "新建数据库成功，现在将设置学生信息。\n")
+        self.assertTrue(result.err.endswith("新建数据库成功，现在将设置学生信息。\n"), result.err)
         self.assertEqual(self.run_program("info", "试验.CJK", env=environment)
                          .json()["Columns"]["All"], ["语文", "总分"])
         self.assertEqual(self.run_program("--help", env=environment, expect=DONE).err, "")
