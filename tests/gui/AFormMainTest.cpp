@@ -1,6 +1,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QLabel>
 #include <QListWidget>
 #include <QScopeGuard>
 
@@ -173,6 +174,43 @@ TEST_F(MainWindow, BrowsingShowsTheGridBesideThePanel)
     press(u"CommandLLCJ"_s);
     EXPECT_TRUE(gridView()->isVisible());
     EXPECT_TRUE(panel()->isVisible());
+}
+
+TEST_F(MainWindow, TheNoteOnARateStandsOverTheResultAndItsLinkRunsTheRate)
+{
+    startWithExam();
+    auto* note = window->findChild<QLabel*>(u"LabelResultNote"_s);
+    ASSERT_NE(note, nullptr);
+    auto* items = window->findChild<QComboBox*>(u"Combo3"_s);
+    items->setCurrentText(u"各科及格率"_s);
+    EXPECT_FALSE(note->isVisible());
+    press(u"CommandZXTJ"_s);
+    EXPECT_TRUE(note->isVisible());
+    EXPECT_LE(note->geometry().bottom(), gridView()->geometry().top());
+    EXPECT_TRUE(note->accessibleName().contains(u"给出的是“各科优秀率”的表"_s));
+    EXPECT_EQ(gridView()->grid().TextMatrix(0, 0), u"各科优秀率"_s);
+    // What is chosen by now plays no part.
+    items->setCurrentText(u"考试人数"_s);
+    Q_EMIT note->linkActivated(u"0"_s);
+    EXPECT_EQ(gridView()->grid().TextMatrix(0, 0), u"各科及格率"_s);
+    EXPECT_FALSE(note->isVisible());
+}
+
+TEST_F(MainWindow, TheNoteGoesWithItsResult)
+{
+    startWithExam();
+    auto* note = window->findChild<QLabel*>(u"LabelResultNote"_s);
+    window->findChild<QComboBox*>(u"Combo3"_s)->setCurrentText(u"各科差生率"_s);
+    press(u"CommandZXTJ"_s);
+    EXPECT_TRUE(note->isVisible());
+    press(u"CommandLLCJ"_s);
+    EXPECT_FALSE(note->isVisible());
+    press(u"CommandZXTJ"_s);
+    EXPECT_TRUE(note->isVisible());
+    test.scores.Conn.Close();
+    window->start(QString());
+    Q_EMIT test.scores.opened();
+    EXPECT_FALSE(note->isVisible());
 }
 
 TEST_F(MainWindow, AfterAQueryThePanelStepsAsideIfAskedAndComesBackOnDemand)

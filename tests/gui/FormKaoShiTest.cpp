@@ -96,6 +96,65 @@ TEST_F(Workbench, StatisticsFillTheGridWithTheItemOfTheList)
     EXPECT_EQ(grid.TextMatrix(2, 1), u"1/0/1"_s);
 }
 
+TEST_F(Workbench, ARateThatRunsAsAnotherIsNotedBesideTheItemWithALinkThatRunsIt)
+{
+    auto* note = find<QLabel>(u"LabelNote"_s);
+    EXPECT_FALSE(note->isVisible());
+    pick(u"Combo3"_s, u"各科优秀率"_s);
+    EXPECT_FALSE(note->isVisible());
+    pick(u"Combo3"_s, u"各科良好率"_s);
+    EXPECT_TRUE(note->isVisible());
+    EXPECT_TRUE(note->accessibleName().contains(u"给出的是“各科优秀率”的表"_s));
+    press(u"CommandZXTJ"_s);
+    EXPECT_EQ(grid.TextMatrix(0, 0), u"文科各科优秀率"_s);
+    EXPECT_EQ(form->resultNotes().size(), 1u);
+    followLink(note);
+    EXPECT_EQ(grid.TextMatrix(0, 0), u"文科各科良好率"_s);
+    EXPECT_TRUE(form->resultNotes().empty());
+    pick(u"Combo3"_s, u"考试人数"_s);
+    EXPECT_FALSE(note->isVisible());
+}
+
+TEST_F(Workbench, ExamsWhoseFullMarksAddUpAreNotedWhileSeveralAreChosen)
+{
+    auto* note = find<QLabel>(u"LabelNote"_s);
+    pick(u"Combo3"_s, u"高分段、低分段"_s);
+    EXPECT_FALSE(note->isVisible());
+    clickItem(u"ListKSMC"_s, 1, Qt::ControlModifier);
+    EXPECT_TRUE(note->isVisible());
+    EXPECT_TRUE(note->accessibleName().contains(u"选了 2 次考试"_s));
+    followLink(note);
+    EXPECT_EQ(grid.TextMatrix(0, 0), u"期中"_s);
+    EXPECT_EQ(grid.TextMatrix(9, 0), u"期末"_s);
+    clickItem(u"ListKSMC"_s, 1);
+    EXPECT_FALSE(note->isVisible());
+}
+
+TEST_F(Workbench, WithoutALibraryThereIsNoNote)
+{
+    pick(u"Combo3"_s, u"各科差生率"_s);
+    test.scores.Conn.Close();
+    form->init();
+    EXPECT_FALSE(find<QLabel>(u"LabelNote"_s)->isVisible());
+}
+
+TEST_F(Workbench, ATypedChangeIsAskedAboutAndTheSafeAnswerLeavesTheGrid)
+{
+    const QSignalSpy filled(form.get(), &workbench::FormKaoShi::gridFilled);
+    find<QPlainTextEdit>(u"Text1"_s)->setPlainText(u"delete from 成绩表"_s);
+    test.dialogs.expect(u"会改动成绩库里的 2 行"_s, u"取消"_s);
+    press(u"CommandLLCJ"_s);
+    EXPECT_EQ(filled.count(), 0);
+    EXPECT_EQ(test.rows(u"select count(*) from 成绩表"_s), u"2"_s);
+}
+
+TEST_F(Workbench, TheTipOfTheStatementTellsHowToCompareDecimals)
+{
+    const QString tip = find<QPlainTextEdit>(u"Text1"_s)->toolTip();
+    EXPECT_TRUE(tip.startsWith(u"SQL语句，可直接输入后点击[浏览成绩]执行查询 \n"_s));
+    EXPECT_TRUE(tip.contains(u"round(语文,4)>=89.7"_s));
+}
+
 TEST_F(Workbench, TheComprehensiveAnalysisOpensAWorkbookForEachStream)
 {
     test.execute(u"update 设置表 set 加入综合分析='否' where 名称 like '%总分上线人数'"_s);

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -66,6 +67,18 @@ protected:
         box->showPopup();
         box->view()->setCurrentIndex(box->model()->index(index, 0));
         QTest::keyClick(box->view(), Qt::Key_Return);
+    }
+
+    /// Reaches the first link of a label by the keyboard and follows it.
+    void followLink(QLabel* label)
+    {
+        label->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(label->window()));
+        label->setFocus(Qt::TabFocusReason);
+        ASSERT_TRUE(label->hasFocus());
+        QTest::keyClick(label, Qt::Key_Tab);
+        ASSERT_TRUE(label->hasFocus()) << "Tab stays on the label while it has another link";
+        QTest::keyClick(label, Qt::Key_Return);
     }
 
     /// Chooses "全", or the first or second stream.

@@ -24,6 +24,7 @@
 #include "shell/GridExport.h"
 #include "shell/LibraryFile.h"
 #include "shell/ui/ColumnWidths.h"
+#include "workbench/ui/NoteLabel.h"
 
 namespace shell {
 
@@ -119,7 +120,9 @@ void AFormMain::buildGrid()
     trap([&] { background->LoadPicture(m_library.paths().dataFile(u"bj.jpg"_s)); });
     auto* layout = new QVBoxLayout(background);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(MSFlexGrid1);
+    LabelResultNote = new workbench::NoteLabel(u"LabelResultNote"_s, background);
+    layout->addWidget(LabelResultNote);
+    layout->addWidget(MSFlexGrid1, 1);
     setCentralWidget(background);
 }
 
@@ -131,6 +134,8 @@ void AFormMain::buildWorkbench()
     m_panel->setWidget(m_workbench);
     addDockWidget(Qt::LeftDockWidgetArea, m_panel);
     connect(m_workbench, &workbench::FormKaoShi::gridFilled, this, &AFormMain::showGrid);
+    connect(LabelResultNote, &workbench::NoteLabel::reportRequested, m_workbench,
+            &workbench::FormKaoShi::runStatistics);
     connect(m_workbench, &workbench::FormKaoShi::importRequested, this,
             [this] { m_screens.showFormDaoRu(); });
     connect(m_workbench, &workbench::FormKaoShi::customDisplayRequested, this,
@@ -235,8 +240,10 @@ void AFormMain::ShowInfo()
 void AFormMain::takeLibrary()
 {
     // What is shown stems from the library before.
-    if (openPath() != m_shownLibrary)
+    if (openPath() != m_shownLibrary) {
         MSFlexGrid1->hide();
+        LabelResultNote->showNotes({});
+    }
     m_shownLibrary = openPath();
     m_workbench->init();
     ShowInfo();
@@ -311,6 +318,7 @@ void AFormMain::mMfgToXls_Click()
 void AFormMain::showGrid(workbench::AfterQuery afterwards)
 {
     restoreWidths(m_grid);
+    LabelResultNote->showNotes(m_workbench->resultNotes());
     MSFlexGrid1->show();
     MSFlexGrid1->refresh();
     if (afterwards == workbench::AfterQuery::Minimise) {

@@ -13,6 +13,10 @@
 class QDockWidget;
 class QMenu;
 
+namespace workbench {
+class NoteLabel;
+}
+
 namespace grid {
 class FlexGridView;
 }
@@ -79,6 +83,7 @@ private:
     MainMenu m_menu;
     grid::FlexGrid m_grid;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
+    workbench::NoteLabel* LabelResultNote = nullptr;
     QMenu* mTC = nullptr;
     QDockWidget* m_panel = nullptr;
     QTimer m_layoutChange;

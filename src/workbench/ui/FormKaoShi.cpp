@@ -17,6 +17,7 @@
 #include "platform/widgets/ScreenProgress.h"
 #include "workbench/ExamOrder.h"
 #include "workbench/TotalsRun.h"
+#include "workbench/ui/NoteLabel.h"
 
 namespace workbench {
 
@@ -166,7 +167,10 @@ void FormKaoShi::buildOrder(QGridLayout* layout)
     keys->setColumnStretch(1, 1);
     layout->addLayout(keys, 4, 0, 1, 4);
     Text1 = named(new QPlainTextEdit(this), u"Text1"_s, u"SQL语句"_s);
-    Text1->setToolTip(u"SQL语句，可直接输入后点击[浏览成绩]执行查询 \n"_s);
+    // A score is kept as the nearest number of 32 bits: 89.7 lies a little below.
+    Text1->setToolTip(u"SQL语句，可直接输入后点击[浏览成绩]执行查询 \n"
+                      "比较带小数的分数时先取整，例如：round(语文,4)>=89.7\n"
+                      "会改动成绩库的语句执行前要确认，并先备份"_s);
     Text1->setTabChangesFocus(true);
     Text1->setMaximumHeight(Text1->fontMetrics().lineSpacing() * 5);
     layout->addWidget(Text1, 5, 0, 1, 4);
@@ -187,6 +191,7 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     CommandZXTJ->setToolTip(u"对选中的考试执行指定统计"_s);
     Combo3 = named(new QComboBox(this), u"Combo3"_s, u"统计项目"_s);
     showAsList(Combo3);
+    LabelNote = new NoteLabel(u"LabelNote"_s, this);
     CheckMin = named(new QCheckBox(u"查询后最小化(&M)"_s, this), u"CheckMin"_s, u"查询后最小化"_s);
     Picture1 = named(new QWidget(this), u"Picture1"_s, u"进度"_s);
     LabelXX = widgets::namedText(new QLabel(Picture1), u"LabelXX"_s);
@@ -206,6 +211,7 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     statistics->addWidget(Combo3, 1);
     commands->addLayout(statistics, 2, 0, 1, 2);
     commands->addWidget(CommandZXTJ, 2, 2);
+    commands->addWidget(LabelNote, 3, 0, 1, 3);
     layout->addLayout(commands, 6, 0, 1, 4);
     layout->addWidget(Picture1, 7, 0, 1, 4);
     layout->setRowStretch(1, 1);
@@ -229,8 +235,10 @@ void FormKaoShi::connectLists()
         }
     }
     connect(Combo3, &QComboBox::currentIndexChanged, this, [this](int index) {
-        if (!m_showing)
-            m_selection.Combo3.text = index < 0 ? StatisticsPrompt : Combo3->itemText(index);
+        if (m_showing)
+            return;
+        m_selection.Combo3.text = index < 0 ? StatisticsPrompt : Combo3->itemText(index);
+        showNotes();
     });
     for (size_t i = 0; i < OptionButton1.size(); ++i) {
         connect(OptionButton1[i], &QRadioButton::clicked, this,
@@ -259,6 +267,7 @@ void FormKaoShi::connectCommands()
     // What opens a screen is no command of its own: the screen's buttons are.
     connect(CommandDRKS, &QPushButton::clicked, this, &FormKaoShi::importRequested);
     connect(CommandZDYXS, &QPushButton::clicked, this, &FormKaoShi::CommandZDYXS_Click);
+    connect(LabelNote, &NoteLabel::reportRequested, this, &FormKaoShi::runStatistics);
     connect(CommandUP, &QPushButton::clicked, this, [this] { moveExam(Direction::Up); });
     connect(CommandDown, &QPushButton::clicked, this, [this] { moveExam(Direction::Down); });
 }
@@ -312,6 +321,7 @@ void FormKaoShi::showState()
     showDropDown(Combo3, m_selection.Combo3, StatisticsPrompt);
     Text1->setPlainText(m_selection.Text1);
     m_showing = false;
+    showNotes();
     for (QPushButton* command : {CommandZHFX, CommandJSZF, CommandLLCJ, CommandDRKS, CommandZXTJ,
                                  CommandZDYXS, Command1, CommandUP, CommandDown})
         command->setEnabled(m_selection.commandsAvailable == Available::Yes);
@@ -336,6 +346,14 @@ void FormKaoShi::takeState()
     m_showing = true;
     Text1->setPlainText(m_selection.Text1);
     m_showing = false;
+    showNotes();
+}
+
+void FormKaoShi::showNotes()
+{
+    const bool available = m_selection.commandsAvailable == Available::Yes;
+    LabelNote->showNotes(available ? reportNotes(m_selection.reportRequest())
+                                   : std::vector<ReportNote>());
 }
 
 void FormKaoShi::moveExam(Direction direction)
@@ -357,8 +375,10 @@ void FormKaoShi::Command1_Click()
 
 void FormKaoShi::CommandLLCJ_Click()
 {
-    if (browse(m_library, m_selection.browseRequest(), m_grid))
-        Q_EMIT gridFilled(m_selection.afterQuery());
+    if (!browse(m_library, m_selection.browseRequest(), m_grid))
+        return;
+    m_resultNotes.clear();
+    Q_EMIT gridFilled(m_selection.afterQuery());
 }
 
 void FormKaoShi::CommandZF_Click()
@@ -369,8 +389,16 @@ void FormKaoShi::CommandZF_Click()
 
 void FormKaoShi::CommandZXTJ_Click()
 {
-    if (runReport(m_selection.reportRequest(), m_reports, m_grid))
-        Q_EMIT gridFilled(m_selection.afterQuery());
+    runStatistics(m_selection.reportRequest());
+}
+
+void FormKaoShi::runStatistics(const ReportRequest& request)
+{
+    const widgets::CommandScope command(m_dialogs);
+    if (!runReport(request, m_reports, m_grid))
+        return;
+    m_resultNotes = reportNotes(request);
+    Q_EMIT gridFilled(m_selection.afterQuery());
 }
 
 void FormKaoShi::Command2_Click()

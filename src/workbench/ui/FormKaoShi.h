@@ -21,6 +21,8 @@ class QRadioButton;
 
 namespace workbench {
 
+class NoteLabel;
+
 /// The exam workbench: what is chosen in its lists, and the commands for the chosen exams. Results
 /// go to the main window's grid.
 class FormKaoShi : public widgets::Backdrop
@@ -34,6 +36,12 @@ public:
 
     /// Fills all lists from the open library.
     void init();
+
+    /// Runs a report as "执行统计" does.
+    void runStatistics(const ReportRequest& request);
+
+    /// The notes on what the main grid shows.
+    const std::vector<ReportNote>& resultNotes() const { return m_resultNotes; }
 
 Q_SIGNALS:
     /// The main grid was filled.
@@ -64,6 +72,8 @@ private:
     void showState();
     /// Takes what the widgets show into the selection, and rebuilds the SQL text.
     void takeState();
+    /// The notes on what "执行统计" would do now.
+    void showNotes();
     void moveExam(Direction direction);
     void OptionButton1_Click(int index);
     void Command1_Click();
@@ -80,6 +90,7 @@ private:
     excel::Applications& m_applications;
     widgets::ScreenDialogs& m_dialogs;
     grid::FlexGrid& m_grid;
+    std::vector<ReportNote> m_resultNotes;
     /// True while the program itself changes the widgets.
     bool m_showing = false;
 
@@ -91,6 +102,7 @@ private:
     std::array<QComboBox*, MostSortKeys> Combo1{};
     std::array<QComboBox*, MostSortKeys> Combo2{};
     QComboBox* Combo3 = nullptr;
+    NoteLabel* LabelNote = nullptr;
     QCheckBox* CheckMin = nullptr;
     QPlainTextEdit* Text1 = nullptr;
     QWidget* Picture1 = nullptr;
