@@ -90,7 +90,10 @@ const std::vector<Window> windows{
       {Push, u"CommandZDYXS", u"自定义显示"},
       {Push, u"CommandDRKS", u"导入考试", u"导入考试成绩到数据中"},
       {Check, u"CheckMin", u"查询后最小化"},
-      {Memo, u"Text1", u"", u"SQL语句，可直接输入后点击[浏览成绩]执行查询 \n"},
+      {Memo, u"Text1", u"",
+       u"SQL语句，可直接输入后点击[浏览成绩]执行查询 \n"
+       "比较带小数的分数时先取整，例如：round(语文,4)>=89.7\n"
+       "会改动成绩库的语句执行前要确认，并先备份"},
       {Panel, u"Picture1"},
       {Label, u"LabelXX"}}},
     {u"FormNew",
