@@ -35,7 +35,6 @@ WORKERS = 2
 KILLS_EACH = 90  # of each kind of delay, for scoring and for importing
 FEWEST_INSIDE = 20
 LONGEST = 40  # seconds for each case; a slow build gets fewer kills, but never fewer than 110
-HOT_JOURNAL = bytes.fromhex("d9d505f920a163d7")
 
 
 @dataclass
@@ -161,15 +160,6 @@ def measure(case, folder):
         case.seconds = statistics.median(pool.map(timed, range(2 * WORKERS + 1)))
 
 
-def is_hot(journal):
-    """Whether the journal is complete, so that the library may be half written."""
-    try:
-        with open(journal, "rb") as file:
-            return file.read(8) == HOT_JOURNAL
-    except FileNotFoundError:
-        return False
-
-
 def wait_for(sign, process, journal, times):
     """Waits until the sign has come up so many times, or the process has ended."""
     there = False
@@ -193,7 +183,7 @@ def look(case, library):
     opened = yunshan.run("info", library, cwd=library.parent)
     if opened.code != yunshan.DONE:
         return "?", f"the program does not open it: {opened.err}"
-    if is_hot(Path(f"{library}-journal")):
+    if yunshan.is_hot(Path(f"{library}-journal")):
         return "?", "a hot journal is left although the program opened the library"
     conn = sqlite3.connect(library)
     try:
@@ -219,7 +209,7 @@ def shoot(case, folder, moment):
         wait_for(moment.sign, process, journal, moment.times)
     time.sleep(moment.delay)
     inside = kill(process)
-    hot = is_hot(journal)
+    hot = yunshan.is_hot(journal)
     state, complaint = look(case, library)
     shutil.rmtree(place)
     return Shot(state, inside, hot, complaint and f"{case.name}, killed {moment}: {complaint}")
@@ -233,7 +223,7 @@ def plan(case):
     for journal in range(1, journals + 1):
         for step in range(steps):
             moments.append(Moment(case.seconds / 2 * step / steps, Path.exists, journal))
-            moments.append(Moment(case.seconds / 5 * (step / steps) ** 2, is_hot, journal))
+            moments.append(Moment(case.seconds / 5 * (step / steps) ** 2, yunshan.is_hot, journal))
     random.Random(1).shuffle(moments)
     return moments
 

@@ -25,6 +25,7 @@ PROGRAM = None
 HEADINGS = ("班级", "学号", "姓名")
 DONE, ERROR, USAGE = 0, 1, 2
 FINISHED = "导入完成！\n"
+HOT_JOURNAL = bytes.fromhex("d9d505f920a163d7")
 
 
 @dataclass
@@ -104,6 +105,15 @@ def content_hash(library):
         return digest.hexdigest()
     finally:
         conn.close()
+
+
+def is_hot(journal):
+    """Whether the journal is complete, so that the library may be half written."""
+    try:
+        with open(journal, "rb") as file:
+            return file.read(8) == HOT_JOURNAL
+    except FileNotFoundError:
+        return False
 
 
 def file_hash(path):
