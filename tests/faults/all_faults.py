@@ -1,0 +1,53 @@
+#!/usr/bin/python3
+"""Every file call of every scenario fails once, and from then on; the program is killed at every file
+call, and at random moments. Prints what went wrong, and the figures; ends with 1 if anything did.
+
+all_faults.py YUNSHAN-CLI SCREEN_COMMANDS SHIM [--kills N] [--only TEXT] [--most N] [--list]
+"""
+
+import argparse
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+import campaign
+import injection
+
+
+def arguments():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("programs", nargs=3, type=Path, metavar="PROGRAM")
+    parser.add_argument("--kills", type=int, default=1000, help="at random moments (1000)")
+    parser.add_argument("--only", default="", help="scenarios whose names hold this text")
+    parser.add_argument("--most", type=int, help="of each kind of fault no more than this many")
+    parser.add_argument("--list", action="store_true", help="print each complaint")
+    return parser.parse_args()
+
+
+def run_all(given, folder):
+    trial = campaign.Campaign(injection.Programs(*(path.resolve() for path in given.programs)),
+                              folder)
+    trial.scenarios = [scenario for scenario in trial.scenarios if given.only in scenario.name]
+    thin = injection.thinned(given.most) if given.most else injection.every
+    for scenario in trial.scenarios:
+        begun = time.monotonic()
+        found = trial.run(scenario, thin)
+        print(f"{scenario.name}: {len(scenario.calls)} file calls, {len(found)} complaints, "
+              f"{time.monotonic() - begun:.0f} s", flush=True)
+    trial.kill_at_random(given.kills)
+    return trial.figures
+
+
+def main():
+    given = arguments()
+    with tempfile.TemporaryDirectory(prefix="yunshan-faults-") as folder:
+        figures = run_all(given, folder)
+    complaints = figures.complaints
+    print(*(map(str, complaints) if given.list else campaign.grouped(complaints)), sep="\n")
+    print(*campaign.report(figures), sep="\n")
+    return 1 if complaints else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

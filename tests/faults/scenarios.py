@@ -1,0 +1,243 @@
+"""The commands that are disturbed, each with the folder that it runs in and the states of the library
+that it may leave."""
+
+import shutil
+import sqlite3
+from dataclasses import dataclass, field
+from pathlib import Path
+
+import injection
+import libraries
+from injection import yunshan
+
+LIBRARY = "试验.CJK"
+SUBJECTS = ("语文", "数学", "英语")
+BEFORE, AFTER = "before", "after"
+# 综合分析完毕！ is none of them: it is told before the workbooks are saved.
+CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！")
+EARLIER_COPIES = 5
+REMARK = "备注" * 350
+
+
+@dataclass
+class Scenario:
+    """A command, and the folder of which each run gets a copy."""
+
+    name: str
+    folder: Path
+    command: tuple
+    # By name, the commands that lead to the states that lie between before and after.
+    between: dict = field(default_factory=dict)
+    # By the name of a state, the command that leads from it to the end, if that is not the same.
+    finish: dict = field(default_factory=dict)
+    makes_copies: bool = False
+    keeps_content: bool = False
+    usual_code: int = yunshan.DONE
+    # What measure() finds out.
+    states: dict = field(default_factory=dict)  # content to name
+    before: str = ""
+    final: str = ""
+    earlier: str = ""  # what the copies hold that are there before
+    earlier_copies: int = 0
+    calls: list = field(default_factory=list)
+    usual_out: list = field(default_factory=list)
+    usual_err: list = field(default_factory=list)
+    books: dict = field(default_factory=dict)
+
+    def place(self, folder):
+        return Path(shutil.copytree(self.folder, folder))
+
+
+def cli(*arguments):
+    command, *rest = arguments
+    return ("yunshan-cli", command, LIBRARY, *rest)
+
+
+def screen(command, *rest):
+    return ("screen_commands", command, LIBRARY, *rest)
+
+
+def score(number):
+    """Scores of a pupil, some of them with a fraction."""
+    return 60 + number * 7 % 40, 55 + number * 11 % 45 + 0.5, 70 + number * 3 % 30
+
+
+def pupils(classes, size=10):
+    return [(group, number, f"学生{group}之{number}") for group in classes
+            for number in range(1, size + 1)]
+
+
+def exam_sheet(classes, size=10, more=0):
+    rows = [(*yunshan.HEADINGS, *SUBJECTS)]
+    rows += [(*pupil, *score(7 * pupil[0] + pupil[1] + more)) for pupil in pupils(classes, size)]
+    rows[2] = (*rows[2][:3], "缺考", *rows[2][4:])
+    return {"Sheet": rows}
+
+
+def write_books(folder):
+    names = [(*pupil, "文" if pupil[0] < 3 else "理") for pupil in pupils((1, 2, 3, 4))]
+    yunshan.write_book(folder / "名单.xlsx", {"Sheet": [(*yunshan.HEADINGS, "科类"), *names]})
+    for name, sheet in {"文.xlsx": exam_sheet((1, 2)), "理.xlsx": exam_sheet((3, 4)),
+                        "新.xlsx": exam_sheet((1, 2), 12, 5)}.items():
+        yunshan.write_book(folder / name, sheet)
+    stopped = exam_sheet((1, 2), 12, 5)
+    stopped["Sheet"].append((1, 1, "别人", *score(1)))
+    yunshan.write_book(folder / "中断.xlsx", stopped)
+
+
+class Preparation:
+    """Makes the libraries that scenarios begin with by the program itself."""
+
+    def __init__(self, programs, folder):
+        self.programs = programs
+        self.folder = folder
+
+    def copied(self, name, of):
+        return Path(shutil.copytree(of, self.folder / name))
+
+    def run(self, place, *commands, expect=yunshan.DONE):
+        for command in commands:
+            result = injection.run(self.programs, place, command)
+            if result.code != expect:
+                raise SystemExit(f"{command} ended with {result.code}: {result.err}")
+        shutil.rmtree(place / "scratch", ignore_errors=True)
+        return place
+
+    def books(self):
+        place = self.folder / "books"
+        place.mkdir()
+        write_books(place)
+        return place
+
+    def empty(self, of):
+        place = self.copied("empty", of)
+        self.run(place, cli("new", "--subjects", ",".join(SUBJECTS) + ",总分"))
+        conn = sqlite3.connect(place / LIBRARY)
+        conn.execute("update 总分公式 set 公式='语文+数学+英语' where 总分='总分'")
+        conn.execute("delete from 总分公式 where 总分<>'总分'")
+        conn.commit()
+        conn.close()
+        return place
+
+    def spread(self, place):
+        """Long remarks, so that a table has many pages and a run reads them when it needs them."""
+        conn = sqlite3.connect(place / LIBRARY)
+        for table in ("信息表", "成绩表"):
+            conn.execute(f"update {table} set 备注=?", (REMARK,))
+        conn.commit()
+        conn.close()
+        return place
+
+    def with_earlier_copies(self, place):
+        """As many copies as are kept, none of the present state."""
+        earlier = self.folder / "empty" / LIBRARY
+        for day in range(EARLIER_COPIES):
+            shutil.copyfile(earlier, place / f"{LIBRARY}_2024-03-0{day + 1}_0800.bak")
+        return place
+
+    def crashed(self, of, command):
+        """The command was killed while it wrote the library, whose journal is left."""
+        place = self.copied("crashed", of)
+        calls, _ = injection.logged_calls(self.programs, self.copied("uncrashed", of), command)
+        writes = [number for number, (kind, file) in enumerate(calls, 1)
+                  if kind == "write" and file.endswith(LIBRARY)]
+        fault = injection.Fault(injection.ANY, writes[-1], injection.KILLS)
+        injection.run(self.programs, place, command, fault)
+        if not Path(f"{place / LIBRARY}-journal").exists():
+            raise SystemExit("the crashed library has no journal")
+        shutil.rmtree(place / "scratch")
+        return place
+
+
+def import_scenarios(make, students, scored):
+    names = ("import-exam", "新.xlsx", "--exam", "期末", "--add-students")
+    stopped = ("import-exam", "中断.xlsx", "--exam", "期末", "--add-students", "--no-backup")
+    yield Scenario("import of students", make.with_earlier_copies(make.copied("list", make.bare)),
+                   cli("import-students", "名单.xlsx"), makes_copies=True)
+    copied = make.with_earlier_copies(make.copied("copied", students))
+    yield Scenario("import of an exam", copied,
+                   cli("import-exam", "文.xlsx", "--exam", "期中"), makes_copies=True)
+    yield Scenario("import into an exam", scored,
+                   cli("import-exam", "新.xlsx", "--exam", "期中", "--existing"),
+                   makes_copies=True)
+    yield Scenario("import with newcomers and scoring", scored, cli(*names, "--score"),
+                   between={"after the names": (cli(*stopped),),
+                            "after the exam's rows": (cli(*names, "--no-backup"),)},
+                   finish={"after the exam's rows": cli("score", "期末")}, makes_copies=True)
+
+
+def new_scenarios(books, scored, crashed):
+    new = cli("new", "--subjects", "语文,数学,总分")
+    yield Scenario("new", books, new)
+    yield Scenario("new over a library", scored, (*new, "--force"))
+    yield Scenario("new over a crashed library", crashed, (*new, "--force"))
+
+
+def all_scenarios(programs, folder):
+    """All scenarios, their libraries prepared in the folder."""
+    make = Preparation(programs, folder)
+    books = make.books()
+    make.bare = make.empty(books)
+    students = make.spread(make.run(make.copied("students", make.bare),
+                                    cli("import-students", "名单.xlsx", "--no-backup")))
+    unscored = make.spread(make.run(
+        make.copied("unscored", students),
+        cli("import-exam", "文.xlsx", "--exam", "期中", "--no-backup"),
+        cli("import-exam", "理.xlsx", "--exam", "期中", "--no-backup")))
+    scored = make.run(make.copied("scored", unscored), cli("score", "期中"))
+    crashed = make.crashed(unscored, cli("score", "期中"))
+    change = "update 成绩表 set 语文=100 where 班级=1"
+    return [
+        Scenario("scoring", unscored, cli("score", "期中")),
+        Scenario("scoring on the screen", unscored, screen("totals", "期中")),
+        *import_scenarios(make, students, scored),
+        *new_scenarios(books, scored, crashed),
+        Scenario("analysis", scored, cli("analyze", "--exam", "期中", "--out", "out")),
+        # A statement that changes something gives no rows to show, which is told as an error.
+        Scenario("typed statement", scored, cli("browse", "--exam", "期中", "--sql", change),
+                 usual_code=yunshan.ERROR),
+        Scenario("compaction", scored, screen("compact"), makes_copies=True, keeps_content=True),
+        Scenario("compaction of a crashed library", crashed, screen("compact-named"),
+                 makes_copies=True, keeps_content=True),
+        Scenario("opening a crashed library", crashed, cli("info"), keeps_content=True),
+    ]
+
+
+def state_after(programs, scenario, folder, commands):
+    place = scenario.place(folder)
+    for command in commands:
+        injection.run(programs, place, command)
+    found = libraries.content(place / LIBRARY)
+    shutil.rmtree(place)
+    return found
+
+
+def lines(text, place):
+    """The lines of an output, without the folder that the run had."""
+    return text.replace(str(place), "").splitlines()
+
+
+def measure_states(programs, scenario, folder):
+    scenario.before = state_after(programs, scenario, folder / "state", ())
+    scenario.states = {scenario.before: BEFORE}
+    for name, commands in scenario.between.items():
+        scenario.states[state_after(programs, scenario, folder / "state", commands)] = name
+    for copy in libraries.copies(scenario.folder / LIBRARY):
+        scenario.earlier = libraries.content(copy)
+        scenario.earlier_copies += 1
+
+
+def measure(programs, scenario, folder):
+    """Sets what the scenario does undisturbed: its calls, its output, and the states it may leave."""
+    measure_states(programs, scenario, folder)
+    place = scenario.place(folder / "run")
+    scenario.calls, usual = injection.logged_calls(programs, place, scenario.command)
+    if usual.code != scenario.usual_code:
+        raise SystemExit(f"{scenario.name} ended with {usual.code}: {usual.err}")
+    scenario.usual_out, scenario.usual_err = lines(usual.out, place), lines(usual.err, place)
+    scenario.final = scenario.before
+    if not scenario.keeps_content:
+        scenario.final = libraries.content(place / LIBRARY)
+    scenario.states[scenario.final] = AFTER
+    scenario.books = {book.name: libraries.workbook(book) for book in place.glob("out/*.xlsx")}
+    shutil.rmtree(place)
