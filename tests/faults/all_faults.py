@@ -26,16 +26,16 @@ def arguments():
 
 
 def run_all(given, folder):
-    trial = campaign.Campaign(injection.Programs(*(path.resolve() for path in given.programs)),
-                              folder)
-    trial.scenarios = [scenario for scenario in trial.scenarios if given.only in scenario.name]
+    programs = injection.Programs(*(path.resolve() for path in given.programs))
+    trial = campaign.Campaign(programs, folder, lambda name: given.only in name)
     thin = injection.thinned(given.most) if given.most else injection.every
     for scenario in trial.scenarios:
         begun = time.monotonic()
         found = trial.run(scenario, thin)
         print(f"{scenario.name}: {len(scenario.calls)} file calls, {len(found)} complaints, "
               f"{time.monotonic() - begun:.0f} s", flush=True)
-    trial.kill_at_random(given.kills)
+    if given.kills:
+        trial.kill_at_random(given.kills)
     return trial.figures
 
 
@@ -44,8 +44,9 @@ def main():
     with tempfile.TemporaryDirectory(prefix="yunshan-faults-") as folder:
         figures = run_all(given, folder)
     complaints = figures.complaints
-    print(*(map(str, complaints) if given.list else campaign.grouped(complaints)), sep="\n")
-    print(*campaign.report(figures), sep="\n")
+    told = complaints if given.list else campaign.grouped(complaints)
+    for line in (*told, *campaign.report(figures)):
+        print(line)
     return 1 if complaints else 0
 
 

@@ -37,16 +37,17 @@ class Figures:
 
 
 class Campaign:
-    """Scenarios that are prepared and measured in a folder."""
+    """Scenarios that are prepared and measured in a folder; `wanted` picks them by their names."""
 
-    def __init__(self, programs, folder, workers=None):
+    def __init__(self, programs, folder, wanted=lambda name: True):
         self.programs = programs
         self.folder = Path(folder).resolve()
-        self.workers = workers or os.cpu_count()
+        self.workers = os.cpu_count()
         self.figures = Figures()
         prepared = self.folder / "prepared"
         prepared.mkdir()
-        self.scenarios = scenarios.all_scenarios(programs, prepared)
+        self.scenarios = [scenario for scenario in scenarios.all_scenarios(programs, prepared)
+                          if wanted(scenario.name)]
         for scenario in self.scenarios:
             scenarios.measure(programs, scenario, self.folder)
 

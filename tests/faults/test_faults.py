@@ -122,12 +122,11 @@ class Scenarios(unittest.TestCase):
     def setUpClass(cls):
         folder = tempfile.TemporaryDirectory(prefix="yunshan-faults-")
         cls.addClassCleanup(folder.cleanup)
-        cls.trial = campaign.Campaign(PROGRAMS, folder.name)
+        cls.trial = campaign.Campaign(PROGRAMS, folder.name,
+                                      lambda name: name not in LEFT_TO_THE_WHOLE)
 
     def test_nothing_is_lost_and_no_success_is_told_that_was_none(self):
         for scenario in self.trial.scenarios:
-            if scenario.name in LEFT_TO_THE_WHOLE:
-                continue
             with self.subTest(scenario=scenario.name):
                 found = self.trial.run(scenario, injection.thinned(MOST))
                 self.assertFalse(found, "\n" + "\n".join(map(str, found)))
