@@ -1,5 +1,7 @@
 #include "import/KnownStudents.h"
 
+#include "platform/runtime/Numbers.h"
+
 namespace importing {
 
 using namespace Qt::StringLiterals;
@@ -43,7 +45,7 @@ void KnownStudents::take(database::Statement& rows, Students& students)
         if (!classNumber.isNumber() || !number.isNumber())
             continue;
         const qsizetype known = students.size();
-        Student& student = students[{classNumber.toDouble(), number.toDouble()}];
+        Student& student = students[{runtime::Val(classNumber), runtime::Val(number)}];
         if (students.size() > known)
             student = {rows.integer(0), rows.text(1)};
     }

@@ -23,7 +23,7 @@ public:
 
     explicit KnownStudents(database::Connection& connection) : m_connection(connection) {}
 
-    /// The first student of that class and number, or null. Throws Error.
+    /// The first student of that class and number (as `Val` reads them), or null. Throws Error.
     const Student* find(double classNumber, double number);
 
     /// Takes in a student who was just written. Throws Error.

@@ -171,7 +171,7 @@ std::vector<double> classesOf(database::Connection& conn, const QString& stream)
     database::Recordset rows;
     rows.Open(u"select distinct 班级  from 信息表 where 科类=?"_s, {stream}, conn);
     for (; !rows.Eof(); rows.MoveNext()) {
-        const double number = runtime::Val(rows.Fields(0).Value());
+        const double number = rows.Fields(0).Value().toDouble();
         // Class 0 would mean the grade.
         if (number > 0)
             classes.push_back(number);

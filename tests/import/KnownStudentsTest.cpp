@@ -68,6 +68,12 @@ TEST_F(KnownStudentsTest, AStudentWithoutClassOrNumberIsPassedOver)
     EXPECT_EQ(name(0, 1), u"-"_s);
 }
 
+TEST_F(KnownStudentsTest, NumbersCountWithTheirFifteenDigits)
+{
+    library.addStudent(2.000000000000004, 1234567890123456, u"乙"_s, u"理"_s);
+    EXPECT_EQ(name(2, 1234567890123460), u"乙"_s);
+}
+
 TEST_F(KnownStudentsTest, AllAreReadAnewAfterTheTablesWereChanged)
 {
     EXPECT_EQ(name(1, 1), u"甲"_s);

@@ -85,6 +85,13 @@ QString significant(double number, int digits)
     return QString::fromLatin1(buffer, end - buffer).replace(u'e', u'E');
 }
 
+/// True for what is seen at a glance to be the number of its own text.
+bool isShortDecimal(double number)
+{
+    const double hundredths = std::nearbyint(number * 100);
+    return hundredths / 100 == number && std::abs(hundredths) < 1e15;
+}
+
 /// The usual ones without a call of pow, which gives the same numbers.
 double powerOfTen(int digits)
 {
@@ -109,9 +116,10 @@ double Val(QStringView text)
 
 double Val(const Value& value)
 {
-    if (value.isNumber())
-        return value.toDouble();
-    return Val(value.text());
+    const double number = value.toDouble();
+    const bool asItIs =
+        value.kind() == Value::Kind::Double ? isShortDecimal(number) : value.isNumber();
+    return asItIs ? number : Val(value.text());
 }
 
 double Round(double number, int digits)

@@ -14,7 +14,8 @@ inline double Val(const QString& text)
     return Val(QStringView(text));
 }
 
-/// `Val` of the value's text; a numeric value is taken as it is. Never fails.
+/// `Val` of the value's text, so that a Double counts with its 15 significant digits; an Integer or
+/// Single is taken as it is. Never fails.
 double Val(const Value& value);
 
 /// Rounds to `digits` decimals (0 or more), a value exactly half way to the even neighbour.

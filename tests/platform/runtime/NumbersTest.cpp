@@ -71,6 +71,16 @@ TEST(Val, GivesTheNearestNumber)
         EXPECT_EQ(Val(QString::fromLatin1(text)), std::strtod(text, nullptr)) << text;
 }
 
+TEST(Val, ReadsADoubleByItsFifteenDigits)
+{
+    for (const double number : {0.0, -3.5, 89.7, 118.25, 0.1 + 0.2, 1e14 + 0.5, 2.000000000000004,
+                                1234567890123456.0, 100.0 / 3, 1e300, 4.9e-324})
+        EXPECT_EQ(Val(Value(number)), Val(runtime::doubleText(number))) << number;
+    EXPECT_EQ(Val(Value(0.1 + 0.2)), 0.3);
+    EXPECT_EQ(Val(Value(2.000000000000004)), 2);
+    EXPECT_EQ(Val(Value(1234567890123456.0)), 1234567890123460.0);
+}
+
 TEST(Val, TakesANumericValueAsItIsAndReadsAnyOtherThroughItsText)
 {
     EXPECT_EQ(Val(Value(3)), 3);
