@@ -1,6 +1,7 @@
 #include "import/ClassAnswers.h"
 
 #include "platform/database/Statement.h"
+#include "platform/runtime/Numbers.h"
 
 namespace importing {
 
@@ -10,6 +11,18 @@ void ClassAnswers::forget()
 {
     m_categories.clear();
     m_streams.clear();
+}
+
+void ClassAnswers::giveStream(const std::vector<double>& classes, const QString& stream)
+{
+    m_given.clear();
+    for (const double classNumber : classes)
+        m_given.emplace(classNumber, stream);
+}
+
+bool ClassAnswers::hasStream(double classNumber)
+{
+    return m_given.contains(classNumber) || hasStudents(classNumber);
 }
 
 bool ClassAnswers::hasStudents(double classNumber)
@@ -35,11 +48,21 @@ runtime::Value ClassAnswers::GetLeiBie(double classNumber)
     return category;
 }
 
+runtime::Value ClassAnswers::streamOf(const runtime::Value& classCell)
+{
+    const double classNumber = runtime::Val(classCell);
+    return m_given.contains(classNumber) ? GetBJKL(classNumber)
+                                         : m_library.students.GetBJKL(classCell);
+}
+
 runtime::Value ClassAnswers::GetBJKL(double classNumber)
 {
     const auto known = m_streams.find(classNumber);
     if (known != m_streams.end())
         return known->second;
+    const auto given = m_given.find(classNumber);
+    if (given != m_given.end() && !hasStudents(classNumber))
+        return given->second;
     runtime::Value stream = m_library.students.GetBJKL(classNumber);
     if (hasStudents(classNumber))
         m_streams.emplace(classNumber, stream);

@@ -5,9 +5,10 @@
 #include <QFileInfo>
 
 #include "import/ExamWriter.h"
-#include "import/SheetPass.h"
 #include "library/LibraryBackup.h"
 #include "platform/database/WriteBatch.h"
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
 #include "scoring/Scoring.h"
 
@@ -24,9 +25,14 @@ namespace {
 
 const Trap trap{" - Private Sub Command1_Click/FormDaoRu"};
 
-/// Rows that are looked at; a sheet ends earlier at the first empty number.
-constexpr int lastRow = 65555;
 constexpr int firstSubjectColumn = 4;
+
+/// Asks a guard; one that cannot read the library stops the import.
+template <class Guard> bool passes(Guard&& guard)
+{
+    bool passed = false;
+    return trap([&] { passed = guard(); }) && passed;
+}
 
 } // namespace
 
@@ -38,7 +44,8 @@ ExamImport::ExamImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake& inta
       m_questions(questions),
       m_progress(progress),
       m_classes(scoreLibrary),
-      m_students(scoreLibrary.Conn)
+      m_students(scoreLibrary.Conn),
+      m_guards(scoreLibrary, m_classes, m_students)
 {
 }
 
@@ -56,7 +63,7 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
     m_sheet = nullptr;
     if (m_state.ErrorCount > 0)
         m_questions.errorList(m_state);
-    if (!writeExam(request.examChoice))
+    if (!writeExam())
         return ImportResult::Stopped;
     finish(request.afterwards);
     return ImportResult::Finished;
@@ -68,17 +75,8 @@ bool ExamImport::prepare(const ExamImportRequest& request)
         || !checkExamName(request))
         return false;
     m_state.ExamName = request.examName;
-    m_sheet = m_intake.openSheet(request.sheetName);
-    if (m_sheet == nullptr)
+    if (!openSheet(request.sheetName) || !passGuards(request))
         return false;
-    if (!trap([&] { findSubjects(); }))
-        return false;
-    if (m_state.KMImport.empty()) {
-        MsgBox(u"没有找到科目，程序退出！"_s, u"错误"_s, Buttons::Ok, Icon::Critical);
-        return false;
-    }
-    // The class of the first row stands for the whole sheet.
-    trap([&] { m_stream = m_library.students.GetBJKL(m_sheet->Cells(2, 1)).text(); });
     m_questions.fullMarks(m_state, m_stream + u"科："_s + m_state.ExamName);
     return trap([&] { sizeGrids(); });
 }
@@ -89,11 +87,64 @@ bool ExamImport::checkExamName(const ExamImportRequest& request) const
         MsgBox(u"请输入考试名称！"_s, u"错误"_s, Buttons::Ok, Icon::Critical);
         return false;
     }
+    if (!passes([&] { return m_guards.isUsableName(request.examName); }))
+        return false;
     if (request.examChoice == ExamChoice::Typed)
-        return true;
+        return passes([&] { return m_guards.mayStayUnlisted(request.examName); });
     const QString question =
         u"确实要将数据到入 "_s + request.examName + u" 吗？原有数据将被新数据替换！"_s;
     return MsgBox(question, u"提示"_s, Buttons::OkCancel) == Answer::Ok;
+}
+
+bool ExamImport::openSheet(const QString& sheetName)
+{
+    m_sheet = m_intake.openSheet(sheetName);
+    if (m_sheet == nullptr || !trap([&] { findSubjects(); }))
+        return false;
+    if (m_state.KMImport.empty())
+        MsgBox(u"没有找到科目，程序退出！"_s, u"错误"_s, Buttons::Ok, Icon::Critical);
+    return !m_state.KMImport.empty();
+}
+
+bool ExamImport::passGuards(const ExamImportRequest& request)
+{
+    const SheetRows rows(*m_sheet);
+    noteEnd(rows);
+    return passes([&] { return m_guards.giveStreams(rows, request.streamOfNewClasses); })
+           && takeStream() && passes([&] { return m_guards.mayReadTexts(rows, m_state.KMImport); })
+           && passes([&] { return settleTarget(rows, request.examChoice); });
+}
+
+bool ExamImport::settleTarget(const SheetRows& rows, ExamChoice examChoice)
+{
+    m_target = ScoreTarget::NewRows;
+    if (examChoice == ExamChoice::Typed)
+        return m_guards.mayRepeat(rows, m_state.ExamName);
+    const std::optional<ScoreTarget> target = m_guards.overwrittenRows(rows, m_state.ExamName);
+    m_target = target.value_or(m_target);
+    return target.has_value();
+}
+
+/// The class of the first row stands for the whole sheet.
+bool ExamImport::takeStream()
+{
+    return trap([&] {
+        const runtime::Phase phase;
+        m_stream = m_classes.streamOf(m_sheet->Cells(SheetRows::First, 1)).text();
+    });
+}
+
+void ExamImport::noteEnd(const SheetRows& rows)
+{
+    m_endNotice.clear();
+    const int left = rows.rowsLeft(m_state.KMImport);
+    if (left == 0)
+        return;
+    const QString why = rows.end() > SheetRows::Last
+                            ? u"一次最多读到第 %1 行"_s.arg(SheetRows::Last)
+                            : u"第 %1 行没有学号"_s.arg(rows.end());
+    m_endNotice =
+        why + u"，导入到此为止，从第 %1 行起有内容的 %2 行没有导入。"_s.arg(rows.end()).arg(left);
 }
 
 void ExamImport::findSubjects()
@@ -129,55 +180,81 @@ void ExamImport::sizeGrids()
     errors.setColWidth(6, 0);
     m_state.ErrorCount = 0;
     m_state.badCells.clear();
+    m_state.studentIds = {0};
 }
 
 bool ExamImport::takeRows(NewStudents newStudents)
 {
-    std::optional<IntakeBatch> batch;
-    if (!trap([&] { batch.emplace(m_library.Conn); }))
-        return false;
-    StudentMatch students(m_library, m_classes, m_students, *batch);
-    SheetPass pass(*m_sheet, m_state, students, newStudents);
-    SheetPass::Outcome outcome = SheetPass::Outcome::Continue;
-    const bool read = trap([&] {
-        const int rows = m_sheet->lastUsedRow() - 1;
-        for (int row = 2; row <= lastRow && outcome == SheetPass::Outcome::Continue; ++row) {
-            m_progress.report(TakingRows, row - 2, rows);
-            outcome = m_progress.cancelled() ? SheetPass::Outcome::Cancelled : pass.takeRow(row);
-            if (!batch->isUsable())
-                return;
-        }
-    });
-    // What was answered stays, however the pass ended.
-    const bool written = batch->isUsable() && trap([&] { batch->commit(); });
-    return read && written && outcome != SheetPass::Outcome::Cancelled;
+    SheetPass::Outcome outcome = SheetPass::Outcome::Cancelled;
+    return trap([&] {
+               IntakeBatch batch(m_library.Conn);
+               // Others can have written while the guards asked.
+               m_students.forgetIfOutdated();
+               m_classes.forget();
+               m_dataVersion = m_library.Conn.dataVersion();
+               outcome = passSheet(batch, newStudents);
+               // What was answered stays, however the pass ended.
+               batch.commit();
+           })
+           && outcome != SheetPass::Outcome::Cancelled;
 }
 
-bool ExamImport::writeExam(ExamChoice examChoice)
+SheetPass::Outcome ExamImport::passSheet(IntakeBatch& batch, NewStudents newStudents)
+{
+    StudentMatch students(m_library, m_classes, m_students, batch);
+    SheetPass pass(*m_sheet, m_state, students, newStudents);
+    const int rows = m_sheet->lastUsedRow() - 1;
+    SheetPass::Outcome outcome = SheetPass::Outcome::Continue;
+    for (int row = SheetRows::First; outcome == SheetPass::Outcome::Continue; ++row) {
+        m_progress.report(TakingRows, row - SheetRows::First, rows);
+        outcome = m_progress.cancelled() ? SheetPass::Outcome::Cancelled : pass.takeRow(row);
+    }
+    return outcome;
+}
+
+bool ExamImport::writeExam()
 {
     bool complete = false;
-    trap([&] {
-        database::WriteBatch batch(m_library.Conn);
-        // Others can write while the list of errors stands open.
-        m_students.forgetIfOutdated();
-        ExamWriter writer(m_library, m_classes, m_students, m_state, examChoice);
-        writer.writeExamRow(m_stream);
-        if (m_library.Conn.batchBroken())
-            return;
-        writer.beginScores();
-        const int rows = m_state.MFGData.Rows();
-        for (int row = 1; row < rows; ++row) {
-            m_progress.report(TakingRows, row, rows);
-            if (m_progress.cancelled())
-                return;
-            writer.writeScoreRow(row);
-            if (m_library.Conn.batchBroken())
-                return;
-        }
-        batch.commit();
-        complete = true;
-    });
-    return complete;
+    return trap([&] {
+               database::WriteBatch batch(m_library.Conn);
+               complete = writeRows();
+               if (complete)
+                   batch.commit();
+           })
+           && complete;
+}
+
+bool ExamImport::writeRows()
+{
+    rematchStudents();
+    ExamWriter writer(m_library, m_classes, m_state, m_target);
+    writer.writeExamRow(m_stream);
+    writer.beginScores();
+    const int rows = m_state.MFGData.Rows();
+    for (int row = 1; row < rows; ++row) {
+        m_progress.report(TakingRows, row, rows);
+        if (m_progress.cancelled())
+            return false;
+        writer.writeScoreRow(row);
+    }
+    return true;
+}
+
+/// Others can write while a question waits or the list of errors stands open.
+void ExamImport::rematchStudents()
+{
+    if (m_library.Conn.dataVersion() == m_dataVersion)
+        return;
+    m_classes.forget();
+    m_students.forget();
+    for (int row = 1; row < m_state.MFGData.Rows(); ++row) {
+        const QString& number = m_state.MFGData.TextMatrix(row, 1);
+        const KnownStudents::Student* student =
+            number.isEmpty() ? nullptr
+                             : m_students.find(runtime::Val(m_state.MFGData.TextMatrix(row, 0)),
+                                               runtime::Val(number));
+        m_state.studentIds[size_t(row)] = student == nullptr ? 0 : student->id;
+    }
 }
 
 void ExamImport::finish(Afterwards afterwards)
@@ -195,6 +272,8 @@ void ExamImport::finish(Afterwards afterwards)
     m_library.catalogue.GetKSXX();
     m_library.notifyChanged();
     m_progress.finish();
+    if (!m_endNotice.isEmpty())
+        MsgBox(m_endNotice);
     MsgBox(u"导入完成！"_s);
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "import/ClassAnswers.h"
+#include "import/ImportGuards.h"
 #include "import/ImportQuestions.h"
 #include "import/KnownStudents.h"
-#include "import/StudentMatch.h"
+#include "import/SheetPass.h"
 #include "import/WorkbookIntake.h"
 #include "platform/runtime/Progress.h"
 
@@ -26,6 +27,8 @@ struct ExamImportRequest
     NewStudents newStudents = NewStudents::Ask;
     Afterwards afterwards = Afterwards::LeaveUnscored;
     Backup backup = Backup::Make;
+    /// The stream of classes that have no student yet; empty to ask for it.
+    QString streamOfNewClasses = {};
 };
 
 /// Takes one sheet of exam results into the library.
@@ -41,11 +44,20 @@ public:
 private:
     bool prepare(const ExamImportRequest& request);
     bool checkExamName(const ExamImportRequest& request) const;
+    bool openSheet(const QString& sheetName);
     void findSubjects();
+    /// What the sheet holds and the library would lose; settles stream and target.
+    bool passGuards(const ExamImportRequest& request);
+    bool settleTarget(const SheetRows& rows, ExamChoice examChoice);
+    bool takeStream();
+    void noteEnd(const SheetRows& rows);
     void sizeGrids();
     /// The first pass: matches the students, judges the scores, fills the staging grid.
     bool takeRows(NewStudents newStudents);
-    bool writeExam(ExamChoice examChoice);
+    SheetPass::Outcome passSheet(IntakeBatch& batch, NewStudents newStudents);
+    bool writeExam();
+    bool writeRows();
+    void rematchStudents();
     void finish(Afterwards afterwards);
 
     library::ScoreLibrary& m_library;
@@ -55,8 +67,14 @@ private:
     runtime::Progress& m_progress;
     ClassAnswers m_classes;
     KnownStudents m_students;
+    ImportGuards m_guards;
     excel::Worksheet* m_sheet = nullptr;
     QString m_stream;
+    ScoreTarget m_target = ScoreTarget::NewRows;
+    /// That of the library when the first student was matched.
+    qint64 m_dataVersion = 0;
+    /// Says which rows of the sheet were not taken; empty if all were.
+    QString m_endNotice;
 };
 
 } // namespace importing

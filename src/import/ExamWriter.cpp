@@ -1,5 +1,6 @@
 #include "import/ExamWriter.h"
 
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -16,6 +17,11 @@ const Trap writerTrap{" - Private Sub Command1_Click/FormDaoRu"};
 
 const QString absent = u"缺考"_s;
 
+// Columns of the staging grid ahead of the scores.
+constexpr int classColumn = 0;
+constexpr int numberColumn = 1;
+constexpr int nameColumn = 2;
+
 /// A number read back from the staging grid; a text that is none goes to the field as it stands.
 Value numberOrText(const QString& text)
 {
@@ -25,12 +31,8 @@ Value numberOrText(const QString& text)
 } // namespace
 
 ExamWriter::ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
-                       KnownStudents& students, const ImportState& state, ExamChoice examChoice)
-    : m_library(scoreLibrary),
-      m_classes(classes),
-      m_students(students),
-      m_state(state),
-      m_examChoice(examChoice)
+                       const ImportState& state, ScoreTarget target)
+    : m_library(scoreLibrary), m_classes(classes), m_state(state), m_target(target)
 {
 }
 
@@ -60,23 +62,38 @@ void ExamWriter::set(const database::FieldByName& column, const Value& value)
     writerTrap([&] { column.in(m_rows).setValue(value); });
 }
 
+void ExamWriter::addExamRow(const QString& stream)
+{
+    const int number = m_library.catalogue.GetKSBH(m_state.ExamName);
+    m_rows.AddNew();
+    setExamField(u"考试名称"_s, m_state.ExamName);
+    setExamField(u"科类"_s, stream);
+    setExamField(u"考试编号"_s, number);
+}
+
+void ExamWriter::openExamRow(const QString& stream)
+{
+    const QString& exam = m_state.ExamName;
+    switch (m_target) {
+    case ScoreTarget::NewRows:
+        m_rows.Open(u"select *  from 考试名称表 order by 考试编号"_s, m_library.Conn);
+        addExamRow(stream);
+        break;
+    case ScoreTarget::FirstRows:
+        m_rows.Open(u"select *  from 考试名称表 where 考试名称=? order by 考试编号"_s, {exam},
+                    m_library.Conn);
+        break;
+    case ScoreTarget::ExamRows:
+        m_rows.Open(u"select *  from 考试名称表 where 考试名称=? and 科类=? order by 考试编号"_s,
+                    {exam, stream}, m_library.Conn);
+        if (m_rows.RecordCount() == 0)
+            addExamRow(stream);
+    }
+}
+
 void ExamWriter::writeExamRow(const QString& stream)
 {
-    const bool opened = writerTrap([&] {
-        if (m_examChoice == ExamChoice::Typed) {
-            const int number = m_library.catalogue.GetKSBH(m_state.ExamName);
-            m_rows.Open(u"select *  from 考试名称表 order by 考试编号"_s, m_library.Conn);
-            m_rows.AddNew();
-            setExamField(u"考试名称"_s, m_state.ExamName);
-            setExamField(u"科类"_s, stream);
-            setExamField(u"考试编号"_s, number);
-        } else {
-            m_rows.Open(u"select *  from 考试名称表 where 考试名称='"_s + m_state.ExamName
-                            + u"' order by 考试编号"_s,
-                        m_library.Conn);
-        }
-    });
-    if (!opened)
+    if (!writerTrap([&] { openExamRow(stream); }))
         return;
     for (const ImportSubject& subject : m_state.KMImport)
         setExamField(subject.KMName, subject.KMFull);
@@ -90,8 +107,7 @@ void ExamWriter::copyFormulas()
     for (const QString& total : m_library.catalogue.TotalColumns) {
         writerTrap([&] {
             database::Recordset formula;
-            formula.Open(u"select *  from 总分公式 where 总分='"_s + total + u"'"_s,
-                         m_library.Conn);
+            formula.Open(u"select *  from 总分公式 where 总分=?"_s, {total}, m_library.Conn);
             m_rows.Fields(total).setValue(formula.Fields(u"公式"_s).Value());
         });
     }
@@ -103,70 +119,72 @@ void ExamWriter::beginScores()
     // row.
     m_examNumber = m_library.catalogue.GetKSBH(m_state.ExamName);
     findColumns();
-    if (m_examChoice == ExamChoice::Typed)
+    if (m_target == ScoreTarget::NewRows)
         writerTrap([&] { m_rows.Open(u"select *  from 成绩表"_s, m_library.Conn); });
 }
 
 void ExamWriter::writeScoreRow(int row)
 {
-    const QString& classText = m_state.MFGData.TextMatrix(row, 0);
-    const QString& numberText = m_state.MFGData.TextMatrix(row, 1);
-    const QString& name = m_state.MFGData.TextMatrix(row, 2);
-    if (classText.isEmpty() || !openStudentRow(classText, numberText, name))
+    if (m_state.MFGData.TextMatrix(row, classColumn).isEmpty() || !openStudentRow(row))
         return;
-    setStudent(classText, numberText, name);
+    setStudent(row);
     setScores(row);
     writerTrap([&] { m_rows.Update(); });
-    if (m_examChoice == ExamChoice::PickedFromList)
+    if (m_target != ScoreTarget::NewRows)
         m_rows.Close();
 }
 
-bool ExamWriter::openStudentRow(const QString& classText, const QString& numberText,
-                                const QString& name)
+bool ExamWriter::openStudentRow(int row)
 {
     return writerTrap([&] {
-        if (m_examChoice == ExamChoice::Typed) {
+        if (m_target == ScoreTarget::NewRows) {
             m_rows.AddNew();
             return;
         }
-        m_rows.Open(u"select *  from 成绩表 where 班级="_s + classText + u" and 学号="_s
-                        + numberText + u" and 姓名='"_s + name + u"'"_s,
-                    m_library.Conn);
+        const QString& number = m_state.MFGData.TextMatrix(row, numberColumn);
+        if (number.isEmpty())
+            throw runtime::Error(u"没有学号，找不到这名学生的成绩。"_s);
+        std::vector<Value> student{Val(m_state.MFGData.TextMatrix(row, classColumn)), Val(number),
+                                   m_state.MFGData.TextMatrix(row, nameColumn)};
+        QString sql = u"select *  from 成绩表 where 班级=? and 学号=? and 姓名=?"_s;
+        if (m_target == ScoreTarget::ExamRows) {
+            sql += u" and 考试名称=?"_s;
+            student.emplace_back(m_state.ExamName);
+        }
+        m_rows.Open(sql, student, m_library.Conn);
         if (m_rows.RecordCount() == 0)
             m_rows.AddNew();
     });
 }
 
-void ExamWriter::setStudent(const QString& classText, const QString& numberText,
-                            const QString& name)
+void ExamWriter::setStudent(int row)
 {
+    const QString& classText = m_state.MFGData.TextMatrix(row, classColumn);
     const double classNumber = Val(classText);
     set(m_columns->classNumber, numberOrText(classText));
-    set(m_columns->number, numberOrText(numberText));
-    set(m_columns->name, name);
+    set(m_columns->number, numberOrText(m_state.MFGData.TextMatrix(row, numberColumn)));
+    set(m_columns->name, m_state.MFGData.TextMatrix(row, nameColumn));
     set(m_columns->category, m_classes.GetLeiBie(classNumber));
     set(m_columns->stream, m_classes.GetBJKL(classNumber));
     set(m_columns->exam, m_state.ExamName);
     set(m_columns->examNumber, m_examNumber);
-    setStudentId(classNumber, Val(numberText));
+    setStudentId(m_state.studentIds[size_t(row)]);
 }
 
 /// A row keeps the student that it has; a new row, or one of a student who was refused, gets the
 /// ID.
-void ExamWriter::setStudentId(double classNumber, double number)
+void ExamWriter::setStudentId(qint64 student)
 {
     writerTrap([&] {
         database::Field id = m_columns->id.in(m_rows);
-        if (!id.Value().isNull())
-            return;
-        const KnownStudents::Student* student = m_students.find(classNumber, number);
-        id.setValue(student == nullptr ? Value() : Value(student->id));
+        if (id.Value().isNull())
+            id.setValue(student == 0 ? Value() : Value(student));
     });
 }
 
 void ExamWriter::setScores(int row)
 {
-    int stagingColumn = 3;
+    int stagingColumn = nameColumn + 1;
     for (const database::FieldByName& column : m_scoreColumns) {
         const QString& text = m_state.MFGData.TextMatrix(row, stagingColumn++);
         set(column, text == absent ? -1.0 : Val(text));

@@ -3,9 +3,9 @@
 #include <optional>
 
 #include "import/ClassAnswers.h"
-#include "import/ExamImport.h"
 #include "import/ImportState.h"
-#include "import/KnownStudents.h"
+#include "import/ScoreTarget.h"
+#include "library/ScoreLibrary.h"
 
 namespace importing {
 
@@ -14,17 +14,18 @@ namespace importing {
 class ExamWriter
 {
 public:
-    ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes, KnownStudents& students,
-               const ImportState& state, ExamChoice examChoice);
+    ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes, const ImportState& state,
+               ScoreTarget target);
 
-    /// Full marks, and the library's present formulas of the totals.
+    /// Full marks, and the library's present formulas of the totals. Where each student's first row
+    /// is overwritten, they go to the exam's first row, whichever its stream.
     void writeExamRow(const QString& stream);
 
     /// Finds the columns and the exam's number; to be called once before the score rows.
     void beginScores();
 
-    /// Writes row `row` of the staging grid. A picked exam overwrites the first row of that class,
-    /// number and name, from whichever exam it stems.
+    /// Writes row `row` of the staging grid. Rows that are overwritten are found by class, number
+    /// and name.
     void writeScoreRow(int row);
 
 private:
@@ -41,21 +42,22 @@ private:
         database::FieldByName id;
     };
 
+    void openExamRow(const QString& stream);
+    void addExamRow(const QString& stream);
     void copyFormulas();
     void setExamField(const QString& column, const runtime::Value& value);
     database::FieldByName findColumn(const QString& name) const;
     void findColumns();
     void set(const database::FieldByName& column, const runtime::Value& value);
-    bool openStudentRow(const QString& classText, const QString& numberText, const QString& name);
-    void setStudent(const QString& classText, const QString& numberText, const QString& name);
-    void setStudentId(double classNumber, double number);
+    bool openStudentRow(int row);
+    void setStudent(int row);
+    void setStudentId(qint64 student);
     void setScores(int row);
 
     library::ScoreLibrary& m_library;
     ClassAnswers& m_classes;
-    KnownStudents& m_students;
     const ImportState& m_state;
-    ExamChoice m_examChoice;
+    ScoreTarget m_target;
     database::Recordset m_rows;
     int m_examNumber = 0;
     std::optional<StudentColumns> m_columns;

@@ -39,6 +39,8 @@ struct ImportState
     };
     /// Where the bad scores stand, in the order of the rows of `errors`.
     std::vector<Cell> badCells;
+    /// ID of the student of each row of the staging grid; 0 for one whom the library does not know.
+    std::vector<qint64> studentIds;
     /// Class, number, name, subject, bad value, reason (emptied once answered), and a column of no
     /// width; row 0 holds the headings.
     grid::FlexGrid errors;

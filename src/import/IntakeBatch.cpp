@@ -30,9 +30,4 @@ void IntakeBatch::commit()
     m_batch.reset();
 }
 
-bool IntakeBatch::isUsable() const
-{
-    return m_batch.has_value() && !m_connection.batchBroken();
-}
-
 } // namespace importing

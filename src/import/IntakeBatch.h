@@ -8,8 +8,8 @@
 
 namespace importing {
 
-/// The batch in which names enter the library. What was answered reaches the disk before the next
-/// question is shown, so that nothing is held open while the user thinks.
+/// The batch in which names are read and enter the library. What was answered reaches the disk
+/// before the next question is shown, so that nothing is held open while the user thinks.
 class IntakeBatch
 {
 public:
@@ -21,10 +21,6 @@ public:
 
     /// Writes what is pending; the batch is over then. Throws Error, and nothing of it was written.
     void commit();
-
-    /// False once the engine gave the batch up (a full disk does that); nothing more can be
-    /// written.
-    bool isUsable() const;
 
 private:
     database::Connection& m_connection;

@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "import/BadScore.h"
+#include "import/SheetRows.h"
 #include "platform/runtime/Numbers.h"
-#include "platform/runtime/Text.h"
 
 namespace importing {
 
@@ -28,22 +28,23 @@ SheetPass::SheetPass(const excel::Worksheet& sheet, ImportState& state, StudentM
 
 SheetPass::Outcome SheetPass::takeRow(int row)
 {
-    if (isEmptyCell(m_sheet.Cells(row, 2)))
+    if (row > SheetRows::Last || isEmptyCell(m_sheet.Cells(row, 2)))
         return Outcome::EndOfSheet;
     grid::FlexGrid& staging = m_state.MFGData;
     staging.setRows(row);
-    const double classNumber = Val(m_sheet.Cells(row, 1));
-    const double number = Val(m_sheet.Cells(row, 2));
-    const QString name = runtime::Trim(m_sheet.Cells(row, 3).text());
+    const auto [classNumber, number, name] = studentIn(m_sheet, row);
     const QString libraryName = m_students.TestStuName(classNumber, number, name, m_newStudents);
+    const qint64 id = m_students.matchedId();
     if (!nameAccepted(libraryName, classNumber, number, name))
         return Outcome::Cancelled;
     const QStringList student{textOf(classNumber), textOf(number), name};
     for (int col = 0; col < firstScoreColumn; ++col)
         staging.setTextMatrix(row - 1, col, student[col]);
     // A row can be dropped by this name.
-    if (libraryName == "-1"_L1)
+    const bool dropped = libraryName == "-1"_L1;
+    if (dropped)
         staging.setTextMatrix(row - 1, 1, {});
+    m_state.studentIds.push_back(dropped ? 0 : id);
     judgeScores(row, student);
     return Outcome::Continue;
 }

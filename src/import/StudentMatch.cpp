@@ -26,21 +26,25 @@ StudentMatch::StudentMatch(library::ScoreLibrary& scoreLibrary, ClassAnswers& cl
 QString StudentMatch::TestStuName(double classNumber, double number, const QString& name,
                                   NewStudents newStudents)
 {
-    QString result;
-    testTrap([&] {
-        const KnownStudents::Student* known = m_known.find(classNumber, number);
-        if (known != nullptr && known->name != name)
-            result = known->name;
-        else if (known == nullptr && mayAdd(classNumber, number, name, newStudents))
-            add(classNumber, number, name);
-    });
-    return result;
+    m_matchedId = 0;
+    const KnownStudents::Student* known = nullptr;
+    if (!testTrap([&] { known = m_known.find(classNumber, number); }))
+        return {};
+    if (known != nullptr) {
+        m_matchedId = known->id;
+        return known->name == name ? QString() : known->name;
+    }
+    // No trap around the question: without a batch to go on with, the import is at its end.
+    if (mayAdd(classNumber, number, name, newStudents))
+        testTrap([&] { add(classNumber, number, name); });
+    return {};
 }
 
 Answer StudentMatch::ask(const QString& text, const QString& title, runtime::Buttons buttons)
 {
     // While the question waits, others can write.
     m_known.forget();
+    m_classes.forget();
     return m_batch.ask(text, title, buttons);
 }
 
@@ -68,22 +72,25 @@ void StudentMatch::add(double classNumber, double number, const QString& name)
     set(u"姓名"_s, name);
     set(u"类别代码"_s, 1);
     // The first student of a class has no stream to take over; GetBJKL says so in a message.
-    const bool classKnown = m_classes.hasStudents(classNumber);
+    const bool classKnown = m_classes.hasStream(classNumber);
     const Value stream = m_classes.GetBJKL(classNumber);
     set(u"科类"_s, classKnown ? stream : Value(u""_s));
     rows.Update();
-    m_known.add(rows.lastInsertId());
+    m_matchedId = rows.lastInsertId();
+    m_known.add(m_matchedId);
 }
 
 void StudentMatch::SetStuName(double classNumber, double number, const QString& name)
 {
     const Trap trap{" - Sub SetStuName/Mdl_MDB"};
-    const QString tail = u" set 姓名='"_s + name + u"' where 班级="_s + doubleText(classNumber)
-                         + u" and 学号="_s + doubleText(number);
     m_known.forget();
-    database::Recordset rows;
-    trap([&] { rows.Open(u"update  信息表"_s + tail, m_library.Conn); });
-    trap([&] { rows.Open(u"update  成绩表"_s + tail, m_library.Conn); });
+    for (const QString& sql : {u"update 信息表 set 姓名=? where 班级=? and 学号=?"_s,
+                               u"update 成绩表 set 姓名=? where 班级=? and 学号=?"_s}) {
+        trap([&] {
+            database::Recordset rows;
+            rows.Open(sql, {name, classNumber, number}, m_library.Conn);
+        });
+    }
 }
 
 namespace {

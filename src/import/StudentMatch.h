@@ -20,9 +20,13 @@ public:
                  IntakeBatch& batch);
 
     /// The library's name of the student if it is another one than `name`; empty for the same name,
-    /// for an added student and for a refused one.
+    /// for an added student and for a refused one. Throws Error if what is pending cannot be
+    /// written before a question.
     QString TestStuName(double classNumber, double number, const QString& name,
                         NewStudents newStudents);
+
+    /// ID of the student whom the latest TestStuName found or added; 0 for a refused one.
+    qint64 matchedId() const { return m_matchedId; }
 
     /// Writes the name to the student and to all rows of 成绩表 with that class and number.
     void SetStuName(double classNumber, double number, const QString& name);
@@ -42,6 +46,7 @@ private:
     KnownStudents& m_known;
     IntakeBatch& m_batch;
     database::Recordset m_newStudents;
+    qint64 m_matchedId = 0;
 };
 
 } // namespace importing

@@ -141,6 +141,35 @@ TEST_F(ExamImportScreen, ExamPickedFromTheListIsReplacedOnlyAfterAQuestion)
     EXPECT_EQ(scoreRows(u"考试名称,考试编号"_s), u"期中|2 / 期中|2"_s);
 }
 
+TEST_F(ExamImportScreen, APickedExamCanLeaveTheScoresOfOtherExamsAlone)
+{
+    library.addScores(u"期初"_s, 1, 1, {{u"考试编号"_s, 1}, {u"语文"_s, 60}});
+    choose(workbook(u"期末.xlsx"_s, two));
+    const auto pickAnd = [this](const QString& button) {
+        pickLastExam();
+        dialogs.expect(u"确实要将数据到入 期中 吗"_s, Answer::Ok);
+        dialogs.expect(u"将覆盖 1 名学生其他考试（期初）的成绩"_s, button);
+    };
+    pickAnd(u"取消"_s);
+    press(u"Command1"_s);
+    EXPECT_EQ(backups(), QStringList());
+    pickAnd(u"只更新本考试"_s);
+    import();
+    EXPECT_EQ(scoreRows(u"姓名,考试名称,语文"_s), u"王芳|期初|60 / 王芳|期中|120 / 陈静|期中|-1"_s);
+}
+
+TEST_F(ExamImportScreen, ACancelledGuardLeavesTheScreenReadyForAnotherName)
+{
+    library.addExam(u"高一期末"_s, u"文"_s, 3, {});
+    choose(workbook(u"期末.xlsx"_s, two));
+    dialogs.expect(u"考试列表里看不到它"_s, u"取消"_s);
+    press(u"Command1"_s);
+    EXPECT_EQ(scoreRows(u"*"_s), QString());
+    typeExam(u"高二期末"_s);
+    import();
+    EXPECT_EQ(scoreRows(u"考试名称"_s), u"高二期末 / 高二期末"_s);
+}
+
 TEST_F(ExamImportScreen, PickingTheEntryThatStoodBeforeIsAPickAgain)
 {
     choose(workbook(u"期末.xlsx"_s, two));
@@ -212,10 +241,11 @@ TEST_F(ExamImportScreen, UnknownStudentsAreAskedAboutUnlessAddedByTheTick)
     EXPECT_EQ(library.rows(u"select 姓名 from 信息表 where 学号=8"_s), QString());
     EXPECT_EQ(scoreRows(u"姓名"_s), u"赵六"_s) << "a refused student's scores come in";
     toggle(u"CheckAdd"_s);
+    dialogs.expect(u"再次导入会使 1 人的成绩重复"_s, u"继续"_s);
     import();
     EXPECT_EQ(library.rows(u"select 姓名,类别代码,科类 from 信息表 where 学号=8"_s),
               u"赵六|1|文"_s);
-    EXPECT_EQ(dialogs.questions.size(), 1);
+    EXPECT_EQ(dialogs.questions.size(), 2);
 }
 
 TEST_F(ExamImportScreen, AnotherNameIsAskedAboutAndCancelEndsTheImport)

@@ -106,6 +106,7 @@ TEST_F(ExamImportFinish, StudentsWhoComeInWithTheirScoresAreNotScored)
     forgetStudents();
     request.afterwards = importing::Afterwards::Score;
     twoStudents();
+    dialogs.expect(u"班级 1 还没有学生"_s, u"留空"_s);
     EXPECT_EQ(run(), importing::ImportResult::Finished);
     EXPECT_EQ(scoreRows(derived), u"NULL|NULL|NULL|NULL / NULL|NULL|NULL|NULL"_s);
     EXPECT_EQ(library.scores.catalogue.Streams, QStringList{QString()});

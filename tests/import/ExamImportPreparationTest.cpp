@@ -154,9 +154,10 @@ TEST_F(ExamImportPreparation, TheFirstRowsClassGivesTheStream)
     EXPECT_EQ(library.rows(u"select 科类 from 考试名称表"_s), u"理"_s);
 }
 
-TEST_F(ExamImportPreparation, UnknownFirstClassGivesTheStream1)
+TEST_F(ExamImportPreparation, UnknownFirstClassThatIsLeftEmptyGivesTheStream1)
 {
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {9, 1, u"赵六"_s, 90}});
+    dialogs.expect(u"班级 9 还没有学生"_s, u"留空"_s);
     run();
     EXPECT_EQ(questions.labels, QStringList{u"1科：期中"_s});
     EXPECT_EQ(library.rows(u"select 科类 from 考试名称表"_s), u"1"_s);

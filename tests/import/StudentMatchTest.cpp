@@ -88,6 +88,7 @@ TEST_F(StudentMatchTest, AutoAddAsksNothing)
 TEST_F(StudentMatchTest, FirstStudentOfAClassHasAnEmptyStream)
 {
     match.TestStuName(9, 1, u"赵六"_s, NewStudents::Add);
+    batch.commit();
     ASSERT_FALSE(dialogs.failures.isEmpty());
     for (const QString& failure : dialogs.failures)
         EXPECT_TRUE(failure.endsWith(u" - Function GetBJKL/Mdl_MDB"_s)) << failure.toStdString();
@@ -101,6 +102,7 @@ TEST_F(StudentMatchTest, FirstStudentOfAClassHasAnEmptyStream)
 TEST_F(StudentMatchTest, NameThatDoesNotFitCostsItsFieldAndOneMessage)
 {
     match.TestStuName(1, 3, QString(300, u'名'), NewStudents::Add);
+    batch.commit();
     ASSERT_EQ(dialogs.failures.size(), 1);
     EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Function TestStuName/Mdl_MDB"_s));
     EXPECT_EQ(library.rows(u"select 姓名,科类 from 信息表 where 学号=3"_s), u"NULL|文"_s);
@@ -184,13 +186,52 @@ TEST_F(StudentMatchTest, RenamingReachesStudentAndAllExams)
     EXPECT_EQ(library.rows(u"select 姓名 from 成绩表"_s), u"王小芳 / 王小芳 / 李强"_s);
 }
 
-TEST_F(StudentMatchTest, NameWithAnApostropheCannotBeWrittenAndIsReported)
+TEST_F(StudentMatchTest, NameWithAnApostropheIsNotWrittenAnywhereAndIsReported)
 {
-    match.SetStuName(1, 1, u"O'Neil"_s);
-    EXPECT_EQ(dialogs.failures.size(), 2) << "one for each table";
-    for (const QString& failure : dialogs.failures)
-        EXPECT_TRUE(failure.endsWith(u" - Sub SetStuName/Mdl_MDB"_s)) << failure.toStdString();
-    EXPECT_EQ(students(), u"1|1|王芳 / 2|1|李强"_s);
+    library.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
+    for (const QString& name :
+         {u"O'Neil"_s, u"王' --"_s, u"' or ''='"_s, u"'; drop table 成绩表"_s}) {
+        dialogs.failures.clear();
+        importing::IntakeBatch stretch(library.scores.Conn);
+        match.SetStuName(1, 1, name);
+        stretch.commit();
+        batch.commit();
+        EXPECT_EQ(dialogs.failures.size(), 2) << "one for each table";
+        for (const QString& failure : dialogs.failures)
+            EXPECT_TRUE(failure.endsWith(u" - Sub SetStuName/Mdl_MDB"_s)) << failure.toStdString();
+        EXPECT_EQ(students(), u"1|1|王芳 / 2|1|李强"_s) << name.toStdString();
+        EXPECT_EQ(library.rows(u"select 姓名 from 成绩表"_s), u"王芳"_s) << name.toStdString();
+    }
+}
+
+TEST_F(StudentMatchTest, NameWithACommentSignIsWrittenToTheStudentAlone)
+{
+    match.SetStuName(1, 1, u"王芳--/*"_s);
+    EXPECT_EQ(students(), u"1|1|王芳--/* / 2|1|李强"_s);
+}
+
+TEST_F(StudentMatchTest, TheMatchedStudentIsKnownByTheId)
+{
+    EXPECT_EQ(match.TestStuName(2, 1, u"李强"_s, NewStudents::Ask), QString());
+    EXPECT_EQ(match.matchedId(), 2);
+    EXPECT_EQ(match.TestStuName(2, 1, u"李刚"_s, NewStudents::Ask), u"李强"_s);
+    EXPECT_EQ(match.matchedId(), 2);
+    match.TestStuName(2, 2, u"赵六"_s, NewStudents::Add);
+    EXPECT_EQ(match.matchedId(), 3);
+    dialogs.expect(u"是否添加新学生"_s, Answer::Cancel);
+    match.TestStuName(2, 3, u"孙七"_s, NewStudents::Ask);
+    EXPECT_EQ(match.matchedId(), 0);
+}
+
+TEST_F(StudentMatchTest, AClassWithoutStudentsTakesTheStreamThatItWasGiven)
+{
+    classes.giveStream({9, 2}, u"文"_s);
+    match.TestStuName(9, 1, u"赵六"_s, NewStudents::Add);
+    match.TestStuName(2, 2, u"孙七"_s, NewStudents::Add);
+    batch.commit();
+    EXPECT_EQ(dialogs.shown, QStringList());
+    EXPECT_EQ(library.rows(u"select 姓名,科类 from 信息表 where ID>2"_s), u"赵六|文 / 孙七|理"_s)
+        << "a class that has students keeps theirs";
 }
 
 TEST_F(StudentMatchTest, TheMismatchQuestionReadsAsDesigned)
