@@ -26,13 +26,17 @@ const std::vector<Command>& commands()
          "    --no-backup        导入前不备份成绩库\n",
          runImportStudents},
         {u"import-exam",
-         {{u"exam"_s, u"sheet"_s, u"full-marks"_s, u"on-mismatch"_s, u"on-unknown"_s},
-          {u"existing"_s, u"add-students"_s, u"score"_s, u"no-backup"_s},
+         {{u"exam"_s, u"sheet"_s, u"full-marks"_s, u"on-mismatch"_s, u"on-unknown"_s, u"stream"_s,
+           u"accept-overwrite"_s},
+          {u"existing"_s, u"add-students"_s, u"score"_s, u"no-backup"_s, u"accept-duplicate"_s,
+           u"accept-unlisted"_s, u"accept-texts"_s},
           2,
           2},
          u"yunshan-cli import-exam LIB BOOK --exam NAME [--sheet NAME] [--existing]\n"
          "            [--full-marks 语文=150,…] [--add-students] [--score]\n"
-         "            [--on-mismatch replace|keep|cancel] [--on-unknown add|skip] [--no-backup]\n"
+         "            [--on-mismatch replace|keep|cancel] [--on-unknown add|skip]\n"
+         "            [--stream 文|理] [--accept-overwrite original|this-exam]\n"
+         "            [--accept-duplicate] [--accept-unlisted] [--accept-texts] [--no-backup]\n"
          "    从工作簿导入一次考试的成绩。\n"
          "    --exam NAME        考试名称；不加 --existing 时按手工输入的新考试处理\n"
          "    --existing         从已有考试中选择，原有数据被新数据替换\n"
@@ -42,6 +46,13 @@ const std::vector<Command>& commands()
          "    --score            导入后计算总分\n"
          "    --on-mismatch …    姓名不一致时：replace 替换，keep 保留，cancel 终止（默认）\n"
          "    --on-unknown …     遇到新学生时：add 添加，skip 不添加（默认，成绩仍然导入）\n"
+         "    --stream …         还没有学生的班级的科类\n"
+         "    --accept-overwrite …  会覆盖其他考试的成绩时：original 按原规则导入，\n"
+         "                       this-exam 只更新本考试\n"
+         "    --accept-duplicate 学生已有这次考试的成绩，也再导入一次\n"
+         "    --accept-unlisted  考试列表里会看不到这个名称，也导入\n"
+         "    --accept-texts     成绩里有缺考、作弊以外的文字，也导入\n"
+         "                       没有给出以上选项，遇到这些情况就停止，什么也不导入\n"
          "    --no-backup        导入前不备份成绩库\n",
          runImportExam},
         {u"score",

@@ -44,8 +44,77 @@ void planAnswers(CliDialogs& dialogs, const Arguments& arguments)
         dialogs.answer(u"原有数据将被新数据替换"_s, Answer::Ok);
 }
 
-ExamImportRequest requestFrom(const Arguments& arguments, const QString& sheet)
+/// A question that ends an import unless a flag of its own was given.
+struct Guard
 {
+    /// Part of the question's text.
+    QString question;
+    QString flag;
+    /// What is said where the flag is missing.
+    QString hint;
+    /// The button that the flag presses.
+    QString accepted = u"继续"_s;
+};
+
+const std::vector<Guard>& guards()
+{
+    static const std::vector<Guard> all{
+        {u"还没有学生，科类设为："_s, u"stream"_s,
+         u"请用 --stream 文 或 --stream 理 给出这些班级的科类。"_s},
+        {u"名学生其他考试"_s, u"accept-overwrite"_s,
+         u"请用 --accept-overwrite original（按原规则导入）或 "
+         "--accept-overwrite this-exam（只更新本考试）。"_s,
+         u"按原规则导入"_s},
+        {u"人的成绩重复"_s, u"accept-duplicate"_s,
+         u"确实要再次导入，请加上 --accept-duplicate。"_s},
+        {u"考试列表里看不到它"_s, u"accept-unlisted"_s,
+         u"确实要用这个名称，请加上 --accept-unlisted。"_s, u"仍然导入"_s},
+        {u"既不是缺考也不是作弊"_s, u"accept-texts"_s,
+         u"确实要这样导入，请加上 --accept-texts。"_s},
+    };
+    return all;
+}
+
+void planAccepted(CliDialogs& dialogs, const Arguments& arguments)
+{
+    const QString rows = arguments.oneOf(u"accept-overwrite"_s, {u"original"_s, u"this-exam"_s});
+    for (const Guard& guard : guards()) {
+        if (arguments.has(guard.flag))
+            dialogs.answer(guard.question, guard.accepted);
+    }
+    // The last plan for a question is the one that counts.
+    if (rows == "this-exam"_L1)
+        dialogs.answer(u"名学生其他考试"_s, u"只更新本考试"_s);
+}
+
+/// Names the flag that would have answered the question which ended an import.
+void printHints(const Session& session)
+{
+    const QString shown = session.dialogs.messages().join(u'\n');
+    for (const Guard& guard : guards()) {
+        if (shown.contains(guard.question) && !session.arguments.has(guard.flag))
+            printError(guard.hint);
+    }
+}
+
+/// The stream of classes without students. Throws UsageError for one that is neither 文 nor 理 nor
+/// one of the open library, or a third one.
+QString streamOfNewClasses(const Session& session)
+{
+    const QString stream = session.arguments.value(u"stream"_s);
+    QStringList known = session.scores.catalogue.Streams;
+    known.removeAll(QString());
+    if (known.size() < 2)
+        known += QStringList{u"文"_s, u"理"_s};
+    known.removeDuplicates();
+    if (session.arguments.has(u"stream"_s) && !known.contains(stream))
+        throw UsageError(u"科类“%1”不正确，可以是：%2。"_s.arg(stream, known.join(u'、')));
+    return stream;
+}
+
+ExamImportRequest requestFrom(const Session& session, const QString& sheet)
+{
+    const Arguments& arguments = session.arguments;
     ExamImportRequest request;
     request.workbookPath = arguments.path(1);
     request.sheetName = sheet;
@@ -55,6 +124,7 @@ ExamImportRequest requestFrom(const Arguments& arguments, const QString& sheet)
     request.newStudents = arguments.has(u"add-students"_s) ? NewStudents::Add : NewStudents::Ask;
     request.afterwards = arguments.has(u"score"_s) ? Afterwards::Score : Afterwards::LeaveUnscored;
     request.backup = backupChoice(arguments);
+    request.streamOfNewClasses = streamOfNewClasses(session);
     return request;
 }
 
@@ -115,6 +185,7 @@ Exit runImportExam(Session& session)
     const QString exam = examName(arguments);
     CliImportQuestions questions(session.scores.paths(), arguments.list(u"full-marks"_s));
     planAnswers(session.dialogs, arguments);
+    planAccepted(session.dialogs, arguments);
     if (!session.openLibrary() || !checkBook(session))
         return Exit::Error;
     if (arguments.has(u"existing"_s))
@@ -126,7 +197,10 @@ Exit runImportExam(Session& session)
     ImportState state;
     CliProgress progress;
     ExamImport import(session.scores, intake, state, questions, progress);
-    return exitOf(session, import.run(requestFrom(arguments, sheet)));
+    const ImportResult result = import.run(requestFrom(session, sheet));
+    if (result == ImportResult::Stopped)
+        printHints(session);
+    return exitOf(session, result);
 }
 
 } // namespace cli

@@ -74,14 +74,16 @@ class Stored(ExamTest):
 
     def test_absent_cheated_and_other_texts(self):
         result = self.take((1, 1, "甲", "缺考", "作弊"), (1, 2, "乙", "abc", " 缺考"),
-                           (1, 3, "丙", "8 5分", "12.5"))
+                           (1, 3, "丙", "8 5分", "12.5"), options=("--accept-texts",))
         self.assertNotIn("处成绩有问题", result.err)
+        self.assertIn("有 3 个单元格的文字既不是缺考也不是作弊，按 0 分计：“ 缺考”（1）、abc（1）；"
+                      "按开头的数字计：8 5分（1） → 继续\n", result.err)
         self.assertEqual(self.scores(), [(1, 1, -1, 0), (1, 2, 0, 0), (1, 3, 85, 12.5)])
 
     def test_bad_cells_are_listed_and_stored_as_the_sheet_has_them(self):
         result = self.take((1, 1, "甲", 151, 60), (1, 2, "乙", -5, None),
                            (1, 3, "丙", "abc", " 缺考"), (2, 1, "戊", 100.5, "作弊"),
-                           options=("--full-marks", "语文=100,数学=100"))
+                           options=("--full-marks", "语文=100,数学=100", "--accept-texts"))
         self.assertEqual(self.bad_cells(result),
                          [("1", "1", "甲", "语文", "151", "超过总分"),
                           ("1", "2", "乙", "语文", "-5", "分值不能为负"),
@@ -97,7 +99,9 @@ class Stored(ExamTest):
         self.assertEqual(self.scores("语文"), [(yunshan.single(90.1),), (yunshan.single(90.2),)])
 
     def test_an_empty_number_ends_the_sheet(self):
-        self.take((1, 1, "甲", 90, 80), (1, None, "乙", 1, 1), (1, 3, "丙", 70, 60))
+        result = self.take((1, 1, "甲", 90, 80), (1, None, "乙", 1, 1), (1, 3, "丙", 70, 60))
+        self.assertIn("第 3 行没有学号，导入到此为止，从第 3 行起有内容的 2 行没有导入。\n" + FINISHED,
+                      result.err)
         self.assertEqual(self.scores(), [(1, 1, 90, 80)])
 
     def test_columns_that_are_no_subjects_are_passed_over(self):
@@ -204,27 +208,28 @@ class Unknown(ExamTest):
         self.assertNotIn("是否添加新学生", result.err)
         self.assertEqual(self.scores("id, 姓名"), [(5, "新")])
 
-    def test_the_first_student_of_a_class_has_no_stream(self):
-        result = self.take((1, 1, "甲", 90, 80), (7, 1, "新", 70, 60), (7, 2, "又", 60, 50),
-                           options=("--add-students",), expect=ERROR)
-        self.assertIn(" - Function GetBJKL/Mdl_MDB", result.err)
-        self.assertTrue(result.err.endswith(FINISHED), result.err)
+    def test_a_new_class_takes_the_stream_that_is_given(self):
+        result = self.take((7, 1, "新", 70, 60), (1, 1, "甲", 90, 80), (7, 2, "又", 60, 50),
+                           options=("--add-students", "--stream", "理"))
+        self.assertEqual(result.err, f"理科：期中：满分 语文=150，数学=150\n{FINISHED}")
         self.assertEqual(self.rows("select 学号, 姓名, 科类 from 信息表 where 班级=7"),
-                         [(1, "新", ""), (2, "又", "")])
-        self.assertEqual(self.scores("id, 班级, 科类"), [(1, 1, "文"), (5, 7, ""), (6, 7, "")])
+                         [(1, "新", "理"), (2, "又", "理")])
+        self.assertEqual(self.scores("id, 班级, 科类"), [(5, 7, "理"), (1, 1, "文"), (6, 7, "理")])
+        self.assertEqual(self.exams("科类"), [("理",)])
 
-    def test_a_sheet_of_an_unknown_class_has_stream_1(self):
-        result = self.take((7, 1, "新", 70, 60), options=("--on-unknown", "skip"), expect=ERROR)
-        self.assertIn("1科：期中：满分 ", result.err)
-        self.assertEqual(self.exams("科类"), [("1",)])
-        self.assertEqual(self.scores("id, 班级, 科类, 类别代码"), [(None, 7, "1", 1)])
+    def test_a_new_class_of_refused_students_has_the_stream_in_their_scores(self):
+        result = self.take((7, 1, "新", 70, 60), options=("--on-unknown", "skip", "--stream", "文"),
+                           expect=ERROR)
+        self.assertIn(" - Function GetLeiBie/Mdl_MDB", result.err)
+        self.assertEqual(self.exams("科类"), [("文",)])
+        self.assertEqual(self.scores("id, 班级, 科类, 类别代码"), [(None, 7, "文", 1)])
 
 
 class Exams(ExamTest):
     def test_a_typed_name_is_a_new_exam_even_if_it_exists(self):
         self.take((1, 1, "甲", 90, 80))
         self.take((2, 1, "戊", 70, 60))
-        self.take((1, 1, "甲", 91, 81))
+        self.take((1, 1, "甲", 91, 81), options=("--accept-duplicate",))
         self.assertEqual(self.exams(), [("期中", "文", 1), ("期中", "理", 1), ("期中", "文", 1)])
         self.assertEqual(self.scores(), [(1, 1, 90, 80), (2, 1, 70, 60), (1, 1, 91, 81)])
 
@@ -244,11 +249,19 @@ class Exams(ExamTest):
     def test_an_existing_exam_takes_over_the_first_row_of_each_student(self):
         self.take((1, 1, "甲", 90, 80), exam="期中")
         self.take((1, 1, "甲", 50, 40), exam="期末")
-        self.take((1, 1, "甲", 51), exam="期末", options=("--existing",),
-                  headings=(*HEADINGS, "语文"))
+        self.take((1, 1, "甲", 51), exam="期末", headings=(*HEADINGS, "语文"),
+                  options=("--existing", "--accept-overwrite", "original"))
         self.assertEqual(self.scores("考试名称, 考试编号, 语文, 数学"),
                          [("期末", 2, 51, 80), ("期末", 2, 50, 40)])
         self.assertEqual(self.exams("考试名称, 考试编号"), [("期中", 1), ("期末", 2)])
+
+    def test_an_existing_exam_can_keep_to_its_own_rows(self):
+        self.take((1, 1, "甲", 90, 80), exam="期中")
+        self.take((1, 1, "甲", 50, 40), exam="期末")
+        self.take((1, 1, "甲", 51, 41), (2, 1, "戊", 61, 60), exam="期末",
+                  options=("--existing", "--accept-overwrite", "this-exam"))
+        self.assertEqual(self.scores("姓名, 考试名称, 考试编号, 语文"),
+                         [("甲", "期中", 1, 90), ("甲", "期末", 2, 51), ("戊", "期末", 2, 61)])
 
     def test_an_existing_exam_keeps_the_full_marks_of_other_subjects(self):
         self.take((1, 1, "甲", 90, 80), options=("--full-marks", "语文=120,数学=100"))
@@ -275,6 +288,41 @@ class Refused(ExamTest):
         self.assertEqual(result.out, "")
         self.assertTrue(result.err.startswith(says), result.err)
         self.assertUntouched(before)
+
+    def test_what_a_flag_would_accept(self):
+        self.take((1, 1, "甲", 60, 60), exam="高一期末")
+        self.take((1, 1, "甲", 61, 61), exam="期中")
+        cases = (
+            (((7, 1, "新", 70, 60),), "月考", ("--add-students",),
+             "班级 7 还没有学生，科类设为： → 取消\n", "请用 --stream 文 或 --stream 理 给出这些班级的科类。\n"),
+            (((1, 1, "甲", 70, 60),), "期中", ("--existing",),
+             "将覆盖 1 名学生其他考试（高一期末）的成绩。", "--accept-overwrite this-exam（只更新本考试）。\n"),
+            (((1, 1, "甲", 70, 60), (1, 2, "乙", 70, 60)), "期中", (),
+             "考试“期中”里已有这些学生的成绩，再次导入会使 1 人的成绩重复。 → 取消\n",
+             "确实要再次导入，请加上 --accept-duplicate。\n"),
+            (((1, 1, "甲", 70, 60),), "期末", (),
+             "“期末”是已有考试“高一期末”的一部分，", "确实要用这个名称，请加上 --accept-unlisted。\n"),
+            (((1, 1, "甲", "abc", "请假"), (1, 2, "乙", "abc", 60)), "月考", (),
+             "有 3 个单元格的文字既不是缺考也不是作弊，按 0 分计：abc（2）、请假（1） → 取消\n",
+             "确实要这样导入，请加上 --accept-texts。\n"))
+        before = yunshan.file_hash(self.library)
+        for rows, exam, options, question, hint in cases:
+            result = self.take(*rows, exam=exam, options=options, expect=ERROR)
+            self.assertIn(question, result.err)
+            self.assertTrue(result.err.endswith(hint), result.err)
+            self.assertNotIn("满分", result.err)
+            self.assertUntouched(before)
+
+    def test_a_name_of_an_exam_that_cannot_be(self):
+        self.take((1, 1, "甲", 60, 60), exam="AB")
+        for name, says in (("考" * 51, "[错误] 考试名称最多 50 个字，现在有 51 个字。\n"),
+                           ("期\n中", "[错误] 考试名称里不能有换行、制表符等控制字符。\n"),
+                           ("ab", "[错误] 已有考试“AB”，与“ab”只有字母的大小写不同，请换一个名称。\n")):
+            self.refused((1, 1, "甲", 90, 80), exam=name, says=says)
+
+    def test_a_stream_that_cannot_be(self):
+        self.refused((7, 1, "新", 90, 80), options=("--stream", "数"), expect=USAGE,
+                     says="科类“数”不正确，可以是：文、理。\n")
 
     def test_headings_must_stand_exactly(self):
         says = "[错误] 指定的工作表格式不对！\n\n前3列名称应为：班级,学号,姓名\n"

@@ -65,7 +65,7 @@ class Score(Prepared):
 
     def test_an_exam_that_the_list_passes_over_is_refused_with_the_reason(self):
         book = self.book("成绩.xlsx", (*HEADINGS, "语文"), (1, 1, "甲", 60))
-        self.import_exam(book, "中")
+        self.import_exam(book, "中", "--accept-unlisted")
         before = yunshan.file_hash(self.library)
         for command in (("score", self.library, "中"),
                         ("browse", self.library, "--exam", "中"),
@@ -119,7 +119,7 @@ class Info(Prepared):
 
     def test_an_exam_named_as_a_part_of_an_earlier_one_is_not_listed(self):
         book = self.book("成绩.xlsx", (*HEADINGS, "语文"), (1, 1, "甲", 60))
-        self.import_exam(book, "中")
+        self.import_exam(book, "中", "--accept-unlisted")
         info = self.run_program("info", self.library).json()
         self.assertEqual(info["ExamList"], ["期中", "期末"])
         self.assertEqual([exam["考试名称"] for exam in info["Exams"]], ["期中", "期末", "中"])

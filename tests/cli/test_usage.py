@@ -74,12 +74,14 @@ class Usage(yunshan.ProgramTest):
                  (("import-exam", "a", "b", "--exam", "A", "--on-mismatch", "maybe"),
                   "--on-mismatch", "cancel、replace、keep"),
                  (("import-exam", "a", "b", "--exam", "A", "--on-unknown", "maybe"),
-                  "--on-unknown", "skip、add"))
+                  "--on-unknown", "skip、add"),
+                 (("import-exam", "a", "b", "--exam", "A", "--accept-overwrite", "yes"),
+                  "--accept-overwrite", "original、this-exam"))
         for arguments, option, choices in cases:
             self.assertEqual(self.wrong(*arguments)[0], f"选项 {option} 的值只能是：{choices}")
 
     def test_full_marks_that_are_no_marks(self):
-        for text in ("语文", "语文=", "语文=0", "语文=-5", "语文=abc"):
+        for text in ("语文", "语文=", "语文=0", "语文=-5", "语文=abc", "语文=1e39"):
             self.assertEqual(self.wrong("import-exam", "a", "b", "--exam", "A",
                                         "--full-marks", text)[0],
                              f"满分不正确：{text}（应为 科目=满分）")

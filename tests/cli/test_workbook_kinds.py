@@ -135,7 +135,7 @@ class GoodWorkbooks(yunshan.ProgramTest):
         old = self.folder / "旧.xlsx"
         old.write_bytes(xls.xls_bytes("一班", ROWS))
         for round_, path in enumerate((new, old), 1):
-            result = self.import_exam(path, "期中")
+            result = self.import_exam(path, "期中", "--accept-duplicate")
             self.assertTrue(result.err.endswith(FINISHED))
             self.assertEqual(self.stored(), expected * round_)
 
