@@ -52,8 +52,26 @@ bool mayRun(library::ScoreLibrary& scoreLibrary, const QString& sql)
                          .title = u"修改成绩库"_s})
         == 1)
         return false;
-    library::backUpLibrary(scoreLibrary.Conn.path(), QDateTime::currentDateTime());
+    runtime::NoProgress unwatched;
+    library::backUpLibrary(scoreLibrary.Conn.path(), QDateTime::currentDateTime(), unwatched);
     return true;
+}
+
+StoppableStatements::StoppableStatements(database::Connection& connection,
+                                         runtime::Progress& progress)
+    : m_connection(connection), m_former(connection.userLimits())
+{
+    database::UserLimits limits = m_former;
+    limits.isStopped = [&progress] {
+        progress.report(u"浏览成绩..."_s, 0, 0);
+        return progress.cancelled();
+    };
+    connection.setUserLimits(limits);
+}
+
+StoppableStatements::~StoppableStatements()
+{
+    m_connection.setUserLimits(m_former);
 }
 
 } // namespace workbench

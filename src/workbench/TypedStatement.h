@@ -1,6 +1,7 @@
 #pragma once
 
 #include "library/ScoreLibrary.h"
+#include "platform/runtime/Progress.h"
 
 namespace workbench {
 
@@ -8,5 +9,20 @@ namespace workbench {
 /// change and wants that. A copy of the library has been made then. Throws runtime::Error for a
 /// statement that cannot run, and if the copy cannot be made.
 bool mayRun(library::ScoreLibrary& scoreLibrary, const QString& sql);
+
+/// As long as it lives, statements that the user typed tell the progress that they run, and end
+/// when it is cancelled.
+class StoppableStatements
+{
+public:
+    StoppableStatements(database::Connection& connection, runtime::Progress& progress);
+    ~StoppableStatements();
+    StoppableStatements(const StoppableStatements&) = delete;
+    StoppableStatements& operator=(const StoppableStatements&) = delete;
+
+private:
+    database::Connection& m_connection;
+    database::UserLimits m_former;
+};
 
 } // namespace workbench

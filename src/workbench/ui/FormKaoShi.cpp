@@ -17,6 +17,7 @@
 #include "platform/widgets/ScreenProgress.h"
 #include "workbench/ExamOrder.h"
 #include "workbench/TotalsRun.h"
+#include "workbench/TypedStatement.h"
 #include "workbench/ui/NoteLabel.h"
 
 namespace workbench {
@@ -375,7 +376,11 @@ void FormKaoShi::Command1_Click()
 
 void FormKaoShi::CommandLLCJ_Click()
 {
-    if (!browse(m_library, m_selection.browseRequest(), m_grid))
+    widgets::ScreenProgress progress(window());
+    const StoppableStatements stoppable(m_library.Conn, progress);
+    const bool shown = browse(m_library, m_selection.browseRequest(), m_grid);
+    progress.finish();
+    if (!shown)
         return;
     m_resultNotes.clear();
     Q_EMIT gridFilled(m_selection.afterQuery());
