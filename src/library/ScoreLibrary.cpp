@@ -9,6 +9,7 @@
 #include "platform/database/ReadBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/FileErrors.h"
+#include "platform/runtime/Phase.h"
 #include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
 
@@ -52,10 +53,16 @@ void ScoreLibrary::OpenDB()
     if (!trap([&] { Conn.Open(LibPath, libraryShape()); }))
         return;
     removeLeftOvers(Conn.path(), m_paths.templateFile());
-    {
+    const bool isRead = trap([&] {
+        const runtime::Phase phase;
         const database::ReadBatch reading(Conn);
         catalogue.GetKeLei();
         catalogue.GetKSXX();
+    });
+    // What was read in part would pass for the whole library.
+    if (!isRead) {
+        Conn.Close();
+        return notifyChanged();
     }
     Q_EMIT opened();
 }
@@ -90,10 +97,14 @@ void ScoreLibrary::SaveBin(const QString& fileName, database::Field field)
     const Trap trap{" - Sub SaveBin/Mdl_MDB"};
     trap([&] {
         QFile file(fileName);
-        if (!file.open(QIODevice::ReadOnly))
+        QByteArray bytes;
+        if (file.open(QIODevice::ReadOnly))
+            bytes = file.readAll();
+        // A picture that was read in part would pass for a whole one.
+        if (file.error() != QFileDevice::NoError)
             throw runtime::Error(
                 u"无法读取文件 %1（%2）。"_s.arg(fileName, runtime::fileErrorText(file.error())));
-        field.AppendChunk(file.readAll());
+        field.AppendChunk(bytes);
     });
 }
 

@@ -38,7 +38,8 @@ public:
 
     /// Opens the file that LibPath names and loads its structure; tells by opened(). A file that
     /// does not exist, or cannot be opened, is shown in a message, and a library open before stays
-    /// open; LibPath is empty after a file that does not exist.
+    /// open; LibPath is empty after a file that does not exist. A library that opens but cannot be
+    /// read is closed again.
     void OpenDB();
 
     /// Tells whoever listens that exams, students or settings changed, or that no library is open

@@ -53,16 +53,34 @@ TEST_F(OpeningALibrary, TellsItsListenersAndKnowsItsFolder)
     EXPECT_TRUE(test.dialogs.shown.isEmpty());
 }
 
-TEST_F(OpeningALibrary, ReadsOneStateOfItsFile)
+TEST_F(OpeningALibrary, AMessageAboutItKeepsNobodyFromTheFile)
 {
     test.addStudent(1, 1, u"甲"_s, u""_s);
     const QString path = test.scores.Conn.path();
     QList<bool> wasFree;
-    // Acts ahead of what lets go of the file before the box.
     const runtime::BeforeDialogs beforeBox([&] { wasFree.append(support::isFree(path)); });
     open(path);
-    EXPECT_EQ(wasFree, QList<bool>{false});
-    EXPECT_TRUE(support::isFree(path));
+    EXPECT_EQ(wasFree, QList<bool>{true});
+}
+
+TEST_F(OpeningALibrary, OneWhosePagesCannotBeReadIsToldAndNotOpen)
+{
+    test.addStudent(1, 1, u"甲"_s, u"理"_s);
+    const QString path = test.scores.Conn.path();
+    test.scores.Conn.Close();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    // The table of students begins somewhere behind the first page, which tells of the tables.
+    constexpr qint64 pageSize = 8192;
+    ASSERT_TRUE(file.seek(pageSize));
+    file.write(QByteArray(int(file.size() - pageSize), '\x5a'));
+    file.close();
+    open(path);
+    EXPECT_EQ(test.dialogs.failures,
+              QStringList{u"成绩库文件已经损坏。（database disk image is malformed）"
+                          " - Public Sub OpenDB/Mdl_MDB"_s});
+    EXPECT_FALSE(test.scores.Conn.isOpen());
+    EXPECT_EQ(opened, 0);
 }
 
 TEST_F(OpeningALibrary, AMissingFileClearsThePathAndTheOldOneStaysOpen)
