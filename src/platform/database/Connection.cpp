@@ -7,6 +7,7 @@
 #include "platform/database/Sql.h"
 #include "platform/database/Statement.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/Phase.h"
 
 namespace database {
 
@@ -59,6 +60,17 @@ sqlite3* Connection::openHandle() const
     if (!d->handle)
         throw Error(Failure::Missing, u"没有打开成绩库。"_s);
     return d->handle.get();
+}
+
+void Connection::fail()
+{
+    const Error error = engineError(handle());
+    if (!isFileTrouble(handle()) || !runtime::Phase::isRunning())
+        throw error;
+    const bool isWriting = d->batchDepth > 0;
+    d->batchFailed = isWriting;
+    throw runtime::PhaseError(error.description()
+                              + (isWriting ? u"这一步已经停止，什么也没有写入。"_s : QString()));
 }
 
 void Connection::Execute(const QString& sql, Trust trust)

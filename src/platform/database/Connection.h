@@ -78,6 +78,8 @@ private:
     friend class Statement;
 
     sqlite3* openHandle() const;
+    /// Throws the engine's last error: as a PhaseError where it is file trouble within a phase.
+    [[noreturn]] void fail();
     /// Throws Error if nothing can be written now: the file vanished, or the batch is broken.
     void checkWritable();
     /// What goes ahead of every statement that writes. Throws Error.

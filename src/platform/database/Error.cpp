@@ -4,8 +4,6 @@
 
 #include <QRegularExpression>
 
-#include "platform/runtime/Phase.h"
-
 namespace database {
 
 namespace {
@@ -121,14 +119,6 @@ bool isFileTrouble(sqlite3* handle)
     default:
         return false;
     }
-}
-
-void throwEngineError(sqlite3* handle)
-{
-    const Error error = engineError(handle);
-    if (runtime::Phase::isRunning() && isFileTrouble(handle))
-        throw runtime::PhaseError(error.description() + u"这一步已经停止，什么也没有写入。"_s);
-    throw error;
 }
 
 void runOnEngine(sqlite3* handle, const char* sql)

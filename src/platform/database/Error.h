@@ -45,9 +45,6 @@ Error engineError(sqlite3* handle);
 /// read before cannot be trusted to be all there is, nor what was written to be whole.
 bool isFileTrouble(sqlite3* handle);
 
-/// Throws the engine's last error: as a PhaseError where it is file trouble within a phase.
-[[noreturn]] void throwEngineError(sqlite3* handle);
-
 /// Runs a statement of our own without rows, past all that Connection guards. Throws Error.
 void runOnEngine(sqlite3* handle, const char* sql);
 

@@ -139,7 +139,7 @@ Statement::Statement(Connection& connection, const QString& sql, Trust trust)
     const char* tail = nullptr;
     if (sqlite3_prepare_v2(handle, text.constData(), int(text.size()), &statement, &tail)
         != SQLITE_OK)
-        throwEngineError(handle);
+        connection.fail();
     d->statement.reset(statement);
     const std::optional<std::vector<SqlToken>> rest = sqlTokens(QString::fromUtf8(tail));
     if (!rest || std::any_of(rest->begin(), rest->end(), [](const SqlToken& token) {
@@ -290,11 +290,9 @@ void Statement::stop()
 
 void Statement::fail()
 {
-    if (d->connection.d->batchDepth > 0 && isFileTrouble(d->db()))
-        d->connection.d->batchFailed = true;
     // The engine forgets its error with the statement.
     const auto startAnew = qScopeGuard([this] { reset(); });
-    throwEngineError(d->db());
+    d->connection.fail();
 }
 
 int Statement::run()
