@@ -23,20 +23,20 @@ using namespace Qt::StringLiterals;
 bool run(library::ScoreLibrary& scores, const QStringList& arguments)
 {
     const QString& command = arguments[1];
+    cli::CliProgress progress;
     scores.LibPath = QFileInfo(arguments[2]).absoluteFilePath();
     if (command == "compact-named"_L1) {
-        shell::compactLibrary(scores, u"2024-05-06"_s);
+        shell::compactLibrary(scores, u"2024-05-06"_s, progress);
         return true;
     }
     scores.OpenDB();
     if (!scores.Conn.isOpen())
         return false;
     if (command == "compact"_L1) {
-        shell::compactLibrary(scores, u"2024-05-06"_s);
+        shell::compactLibrary(scores, u"2024-05-06"_s, progress);
         return true;
     }
     scoring::Scoring scoring(scores);
-    cli::CliProgress progress;
     workbench::computeTotals(arguments.mid(3), scoring, progress);
     return command == "totals"_L1;
 }

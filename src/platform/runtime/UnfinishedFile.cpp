@@ -104,8 +104,13 @@ UnfinishedFile::UnfinishedFile(const QString& neighbour) : m_neighbour(neighbour
 UnfinishedFile::~UnfinishedFile()
 {
     close(m_file);
-    if (!m_isInPlace)
-        unlink(QFile::encodeName(m_path).constData());
+    if (m_isInPlace)
+        return;
+    // With what an engine has left beside it.
+    for (const char* ending : {"", "-journal", "-wal", "-shm"}) {
+        const QByteArray name = QFile::encodeName(m_path) + ending;
+        unlink(name.constData());
+    }
 }
 
 void UnfinishedFile::write(const QByteArray& bytes)
