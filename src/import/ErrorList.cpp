@@ -81,7 +81,8 @@ QString ErrorList::note() const
     const QString kept = u"这些成绩仍按表格里的内容存入成绩库（空白存成 0），改了也不起作用。"_s;
     const grid::FlexGrid& staging = m_state.MFGData;
     const int place = int(m_state.KMImport.size()) + 1;
-    if (place >= staging.Rows() || place >= staging.Cols())
+    if (place >= staging.Rows() || place >= staging.Cols()
+        || staging.TextMatrix(place, 0).isEmpty())
         return kept;
     return kept
            + u"注意：最后确认的分值会写到 %1 班 %2 号 %3 的“%4”里，代替那里原来的内容。"_s.arg(

@@ -48,7 +48,7 @@ protected:
         const int row = state.errors.Rows();
         state.ErrorCount += 1;
         state.errors.setRows(row + 1);
-        state.badCells.push_back({row, subject == "语文"_L1 ? 3 : 4});
+        state.badCells.push_back({row, subject == u"语文" ? 3 : 4});
         setRow(row, {u"1"_s, QString::number(row), u"王芳"_s, subject, score, reason});
     }
 
