@@ -58,11 +58,11 @@ TEST_F(CustomDisplayTest, OffersTheColumnsFromTheFourthFieldOnAndTicksWhatIsShow
 {
     open({u"班级"_s, u"学号"_s, u"姓名"_s, u"语文年名"_s, u"语文"_s, u"没有了"_s});
     EXPECT_EQ(gridText(display.columns), u"项目名称\t显示\n"
+                                         "班级\t√\n"
+                                         "学号\t√\n"
                                          "姓名\t√\n"
-                                         "类别代码\t\n"
                                          "科类\t\n"
                                          "考试名称\t\n"
-                                         "考试编号\t\n"
                                          "语文\t√\n"
                                          "语文年名\t√\n"
                                          "语文班名\t\n"
@@ -104,7 +104,7 @@ TEST_F(CustomDisplayTest, TheChoicesAreAllAndTheStreams)
 
 TEST_F(CustomDisplayTest, FlippingARowTicksItOrTakesTheTickAway)
 {
-    open({u"姓名"_s});
+    open({u"班级"_s});
     display.flip(1);
     display.flip(2);
     EXPECT_EQ(display.columns.TextMatrix(1, 1), u""_s);
@@ -123,12 +123,12 @@ TEST_F(CustomDisplayTest, FlippingTheHeadingLeavesIt)
 TEST_F(CustomDisplayTest, ABlockMovesUpToTheTopAndNoFurther)
 {
     open({u"考试名称"_s});
-    RowBlock block = display.moveUp({3, 4});
-    EXPECT_EQ(block, (RowBlock{2, 3}));
-    block = display.moveUp(display.moveUp(block));
+    RowBlock block = display.moveUp({4, 5});
+    EXPECT_EQ(block, (RowBlock{3, 4}));
+    block = display.moveUp(display.moveUp(display.moveUp(block)));
     EXPECT_EQ(block, (RowBlock{1, 2}));
     EXPECT_EQ(columns().mid(0, 5),
-              (QStringList{u"科类"_s, u"考试名称"_s, u"姓名"_s, u"类别代码"_s, u"考试编号"_s}));
+              (QStringList{u"科类"_s, u"考试名称"_s, u"班级"_s, u"学号"_s, u"姓名"_s}));
     EXPECT_EQ(display.columns.TextMatrix(2, 1), u"√"_s);
 }
 
@@ -144,9 +144,9 @@ TEST_F(CustomDisplayTest, TheFirstRowIsTheBlockToBeginWith)
 {
     open({});
     const RowBlock first = display.moveUp({});
-    EXPECT_EQ(columns().first(), u"姓名"_s);
+    EXPECT_EQ(columns().first(), u"班级"_s);
     display.moveDown(first);
-    EXPECT_EQ(columns().mid(0, 2), (QStringList{u"类别代码"_s, u"姓名"_s}));
+    EXPECT_EQ(columns().mid(0, 2), (QStringList{u"学号"_s, u"班级"_s}));
     EXPECT_EQ(test.dialogs.shown, QStringList());
 }
 
@@ -165,13 +165,13 @@ TEST_F(CustomDisplayTest, SavesTheTickedColumnsInGridOrderUnderItemAndStream)
 
 TEST_F(CustomDisplayTest, ASecondSaveReplacesTheFirstAndAnotherStreamGetsItsOwnRow)
 {
-    open({u"姓名"_s, u"语文"_s});
+    open({u"班级"_s, u"语文"_s});
     save(u"文"_s);
     display.flip(1);
     save(u"理"_s);
     display.flip(2);
     save(u"文"_s);
-    EXPECT_EQ(stored(), u"原始分和名次文|类别代码,语文 / 原始分和名次理|语文"_s);
+    EXPECT_EQ(stored(), u"原始分和名次文|学号,语文 / 原始分和名次理|语文"_s);
     EXPECT_EQ(test.dialogs.shown, (QStringList{u"成功保存 自定义显示项目 原始分和名次文"_s,
                                                u"成功保存 自定义显示项目 原始分和名次理"_s,
                                                u"成功保存 自定义显示项目 原始分和名次文"_s}));
@@ -188,7 +188,7 @@ TEST_F(CustomDisplayTest, WithNothingTickedAnEmptyListIsStoredAndCountsAsNone)
 
 TEST_F(CustomDisplayTest, TheFirstThreeFieldsAreNotKeptByASave)
 {
-    open({u"班级"_s, u"学号"_s, u"姓名"_s});
+    open({u"id"_s, u"考试编号"_s, u"类别代码"_s, u"姓名"_s});
     save(u"全"_s);
     EXPECT_EQ(stored(), u"原始分和名次全|姓名"_s);
 }

@@ -14,7 +14,7 @@ NOBODY = 65534
 OPENING = " - Public Sub OpenDB/Mdl_MDB"
 IMPORTING = " - Private Sub Command1_Click/FormDaoRu"
 READ_ONLY = ("成绩库是只读的，不能写入。（attempt to write a readonly database）"
-             " - Sub PanNJBjMC/Mdl_MDB")
+             "这一步已经停止，什么也没有写入。 - Sub PanNJBjMC/Mdl_MDB")
 CUT_OFF = "{0} 不完整或已损坏：.xlsx 文件的压缩包无法读完。请重新复制或下载后再试。"
 
 

@@ -250,7 +250,7 @@ TEST_F(MainWindow, TheCustomDisplayComesUpForTheItemAndTheStreamOfTheWorkbench)
         EXPECT_EQ(screen.findChild<QComboBox*>(u"ComboKL"_s)->currentText(), u"理"_s);
         const grid::FlexGrid& items =
             screen.findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s)->grid();
-        EXPECT_EQ(items.TextMatrix(1, 0), u"姓名"_s);
+        EXPECT_EQ(items.TextMatrix(1, 0), u"班级"_s);
         EXPECT_EQ(items.TextMatrix(1, 1), u"√"_s);
         screen.close();
     });

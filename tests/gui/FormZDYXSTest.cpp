@@ -28,7 +28,7 @@ protected:
         test.addStudent(1, 1, u"甲"_s, u"文"_s);
         test.addStudent(2, 1, u"乙"_s, u"理"_s);
         test.reload();
-        test.scores.settings.DisplayItems = {u"班级"_s, u"姓名"_s, u"语文T分"_s};
+        test.scores.settings.DisplayItems = {u"考试编号"_s, u"班级"_s, u"语文T分"_s};
         form = std::make_unique<configuration::FormZDYXS>(test.scores, screenDialogs, nullptr);
         form->setItem(u"T分"_s, u"文"_s);
         form->init();
@@ -80,7 +80,7 @@ TEST_F(CustomDisplayScreen, ComesUpWithTheItemTheStreamAndTheTicksOfTheWorkbench
     EXPECT_EQ(find<QComboBox>(u"ComboKL"_s)->currentText(), u"文"_s);
     EXPECT_EQ(cell(0, 0), u"项目名称"_s);
     EXPECT_EQ(cell(0, 1), u"显示"_s);
-    EXPECT_EQ(cell(1, 0), u"姓名"_s);
+    EXPECT_EQ(cell(1, 0), u"班级"_s);
     EXPECT_EQ(cell(1, 1), u"√"_s);
     EXPECT_EQ(cell(2, 1), u""_s);
     EXPECT_EQ(cell(10, 0), u"语文T分"_s);
@@ -112,7 +112,7 @@ TEST_F(CustomDisplayScreen, AClickTicksAndASecondOneUnticks)
     clickCell(2, 1);
     EXPECT_EQ(cell(2, 1), u""_s);
     clickCell(2, 0);
-    EXPECT_EQ(cell(2, 0), u"类别代码"_s);
+    EXPECT_EQ(cell(2, 0), u"学号"_s);
     EXPECT_EQ(cell(2, 1), u""_s);
     clickCell(0, 1);
     EXPECT_EQ(cell(0, 1), u"显示"_s);
@@ -123,7 +123,7 @@ TEST_F(CustomDisplayScreen, TheSpaceBarTicksTheCurrentRow)
     clickCell(2, 0);
     QTest::keyClick(view, Qt::Key_Down);
     QTest::keyClick(view, Qt::Key_Space);
-    EXPECT_EQ(cell(3, 0), u"科类"_s);
+    EXPECT_EQ(cell(3, 0), u"姓名"_s);
     EXPECT_EQ(cell(3, 1), u"√"_s);
 }
 
@@ -133,17 +133,17 @@ TEST_F(CustomDisplayScreen, ADraggedBlockMovesAndStaysTheBlock)
     press(u"CommandUP"_s);
     press(u"CommandUP"_s);
     press(u"CommandUP"_s);
-    EXPECT_EQ(cell(1, 0), u"科类"_s);
-    EXPECT_EQ(cell(2, 0), u"考试名称"_s);
-    EXPECT_EQ(cell(3, 0), u"姓名"_s);
+    EXPECT_EQ(cell(1, 0), u"姓名"_s);
+    EXPECT_EQ(cell(2, 0), u"科类"_s);
+    EXPECT_EQ(cell(3, 0), u"班级"_s);
     EXPECT_EQ(cell(3, 1), u"√"_s);
     EXPECT_EQ(view->grid().Row, 1);
     EXPECT_EQ(view->grid().RowSel, 2);
     press(u"CommandDown"_s);
-    EXPECT_EQ(cell(1, 0), u"姓名"_s);
-    EXPECT_EQ(cell(2, 0), u"科类"_s);
-    EXPECT_EQ(cell(3, 0), u"考试名称"_s);
-    EXPECT_EQ(cell(4, 0), u"类别代码"_s);
+    EXPECT_EQ(cell(1, 0), u"班级"_s);
+    EXPECT_EQ(cell(2, 0), u"姓名"_s);
+    EXPECT_EQ(cell(3, 0), u"科类"_s);
+    EXPECT_EQ(cell(4, 0), u"学号"_s);
 }
 
 TEST_F(CustomDisplayScreen, ADragInTheSecondColumnFlipsTheCellUnderThePointerAlone)
@@ -153,9 +153,9 @@ TEST_F(CustomDisplayScreen, ADragInTheSecondColumnFlipsTheCellUnderThePointerAlo
     EXPECT_EQ(cell(3, 1), u""_s);
     EXPECT_EQ(cell(4, 1), u"√"_s);
     press(u"CommandUP"_s);
-    EXPECT_EQ(cell(1, 0), u"类别代码"_s);
+    EXPECT_EQ(cell(1, 0), u"学号"_s);
     EXPECT_EQ(cell(3, 1), u"√"_s);
-    EXPECT_EQ(cell(4, 0), u"姓名"_s);
+    EXPECT_EQ(cell(4, 0), u"班级"_s);
 }
 
 TEST_F(CustomDisplayScreen, RowsSelectedByKeysMoveToo)
@@ -163,9 +163,9 @@ TEST_F(CustomDisplayScreen, RowsSelectedByKeysMoveToo)
     clickCell(2, 0);
     QTest::keyClick(view, Qt::Key_Down, Qt::ShiftModifier);
     press(u"CommandDown"_s);
-    EXPECT_EQ(cell(2, 0), u"考试名称"_s);
-    EXPECT_EQ(cell(3, 0), u"类别代码"_s);
-    EXPECT_EQ(cell(4, 0), u"科类"_s);
+    EXPECT_EQ(cell(2, 0), u"科类"_s);
+    EXPECT_EQ(cell(3, 0), u"学号"_s);
+    EXPECT_EQ(cell(4, 0), u"姓名"_s);
 }
 
 TEST_F(CustomDisplayScreen, SavesUnderTheStreamThatIsChosenNowAndStaysOpen)
@@ -176,7 +176,7 @@ TEST_F(CustomDisplayScreen, SavesUnderTheStreamThatIsChosenNowAndStaysOpen)
     QTest::keyClick(ComboKL, Qt::Key_Down);
     clickCell(1, 1);
     press(u"Command1"_s);
-    EXPECT_EQ(stored(), u"T分文|姓名,语文T分 / T分理|语文T分"_s);
+    EXPECT_EQ(stored(), u"T分文|班级,语文T分 / T分理|语文T分"_s);
     EXPECT_EQ(test.dialogs.shown, (QStringList{u"成功保存 自定义显示项目 T分文"_s,
                                                u"成功保存 自定义显示项目 T分理"_s}));
     EXPECT_TRUE(form->isVisible());

@@ -57,8 +57,9 @@ protected:
     void browse()
     {
         const QStringList classes = workbench::classes(library.scores.catalogue);
-        const workbench::BrowseRequest request{exams, u"原始分和名次"_s, library::AllStreams,
-                                               workbench::rowsSql({exams, classes, {u"1"_s}, {}})};
+        const workbench::RowChoice rows{exams, classes, {u"1"_s}, {}};
+        const workbench::BrowseRequest request{rows, u"原始分和名次"_s, library::AllStreams,
+                                               workbench::rowsSql(rows)};
         ASSERT_TRUE(workbench::browse(library.scores, request, grid));
     }
 
