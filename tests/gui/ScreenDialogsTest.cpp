@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "gui/ModalBoxes.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Trap.h"
 #include "support/PrintQString.h"
 
@@ -219,6 +220,23 @@ TEST_F(ScreenDialogs, WhatAQuietCommandPassesOverIsToldWithWhatItFolded)
         });
     }
     EXPECT_EQ(boxes.count, 3);
+}
+
+TEST_F(ScreenDialogs, AQuietCommandStillTellsThatNothingWasWritten)
+{
+    const widgets::CommandScope command(dialogs);
+    const runtime::Trap trap{" - tag"};
+    boxes.expect([](QDialog& window) {
+        window.findChild<QCheckBox*>(u"CheckQuiet"_s)->setChecked(true);
+        box(window).accept();
+    });
+    trap.fail(u"一"_s);
+    boxes.expect([](QDialog& window) {
+        EXPECT_EQ(box(window).text(), u"磁盘已满 - tag"_s);
+        box(window).accept();
+    });
+    trap([] { throw runtime::PhaseError(u"磁盘已满"_s); });
+    EXPECT_EQ(boxes.count, 2);
 }
 
 TEST_F(ScreenDialogs, ACommandWithoutSilenceEndsWithoutACount)

@@ -115,6 +115,9 @@ bool isFileTrouble(sqlite3* handle)
     case SQLITE_READONLY:
     case SQLITE_CANTOPEN:
     case SQLITE_NOMEM:
+    case SQLITE_PERM:
+    case SQLITE_PROTOCOL:
+    case SQLITE_NOLFS:
         return true;
     default:
         return false;

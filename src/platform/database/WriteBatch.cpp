@@ -9,6 +9,21 @@ namespace database {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Begins or ends a batch. Where that fails, nothing of it counts.
+void runBorder(sqlite3* handle, const char* sql)
+{
+    try {
+        runOnEngine(handle, sql);
+    } catch (Error& error) {
+        error.setEndsPhase();
+        throw;
+    }
+}
+
+} // namespace
+
 WriteBatch::WriteBatch(Connection& connection)
     : m_connection(connection), m_outermost(connection.d->batchDepth == 0)
 {
@@ -17,7 +32,7 @@ WriteBatch::WriteBatch(Connection& connection)
     // The engine begins on a read-only file too, and then refuses row after row.
     if (sqlite3_db_readonly(handle, "main") == 1)
         throw Error(Failure::ReadOnly, u"成绩库是只读的，不能写入。"_s);
-    runOnEngine(handle, m_outermost ? "BEGIN IMMEDIATE" : "SAVEPOINT inner_batch");
+    runBorder(handle, m_outermost ? "BEGIN IMMEDIATE" : "SAVEPOINT inner_batch");
     // What waits for the first write must find the file as it is.
     if (m_outermost && !connection.d->beforeFirstWrite) {
         connection.ensureIndexes();
@@ -56,7 +71,7 @@ void WriteBatch::commit()
         throw Error(Failure::DiskFull, u"写入没有完成，成绩库保持原样。"_s);
     if (m_outermost)
         m_connection.d->identity.check(m_connection.d->path);
-    runOnEngine(m_connection.openHandle(), m_outermost ? "COMMIT" : "RELEASE inner_batch");
+    runBorder(m_connection.openHandle(), m_outermost ? "COMMIT" : "RELEASE inner_batch");
     end();
     if (m_outermost)
         m_connection.d->identity.checkWritten(m_connection.d->path);

@@ -49,6 +49,10 @@ public:
     /// may offer to show no more of them until the running command ends.
     virtual void failure(const QString& text) = 0;
 
+    /// A failure after which nothing of a phase counts. It is shown whatever the user said of
+    /// failures.
+    virtual void phaseFailed(const QString& text) { failure(text); }
+
     /// The file dialog. `filter` is of the form "成绩库|*.CJK". The full path of the file chosen,
     /// or nothing when cancelled; asking before overwriting is the caller's.
     virtual std::optional<QString> chooseFile(const QString& title, const QString& filter,

@@ -19,8 +19,13 @@ public:
 
     const char* what() const noexcept override;
 
+    /// It ended a phase: nothing of it counts, which no user may miss.
+    bool endsPhase() const { return m_endsPhase; }
+    void setEndsPhase() { m_endsPhase = true; }
+
 private:
     QString m_description;
+    bool m_endsPhase = false;
     mutable QByteArray m_utf8;
 };
 
@@ -29,7 +34,7 @@ private:
 class PhaseError : public Error
 {
 public:
-    using Error::Error;
+    explicit PhaseError(QString description) : Error(std::move(description)) { setEndsPhase(); }
 };
 
 } // namespace runtime

@@ -25,6 +25,16 @@ void Trap::fail(const QString& description) const
         tell();
 }
 
+void Trap::tellEnd(const QString& description) const
+{
+    if (!m_tag)
+        return;
+    const QString text = description + QString::fromUtf8(m_tag);
+    const auto tell = [text] { Dialogs::current().phaseFailed(text); };
+    if (!Phase::keepBack(tell))
+        tell();
+}
+
 void Trap::report() const
 {
     try {
@@ -32,9 +42,12 @@ void Trap::report() const
     } catch (const PhaseError& error) {
         if (Phase::isRunning())
             throw;
-        fail(error.description());
+        tellEnd(error.description());
     } catch (const Error& error) {
-        fail(error.description());
+        if (error.endsPhase())
+            tellEnd(error.description());
+        else
+            fail(error.description());
     } catch (const std::logic_error&) {
         // A mistake of ours is not the user's to read away.
         throw;

@@ -36,6 +36,8 @@ public:
 
 private:
     void report() const;
+    /// Shows that a phase failed, however many failures were shown before.
+    void tellEnd(const QString& description) const;
 
     const char* m_tag;
 };

@@ -145,6 +145,11 @@ void ScreenDialogs::failure(const QString& text)
     m_quiet = box.checkBox() && box.checkBox()->isChecked();
 }
 
+void ScreenDialogs::phaseFailed(const QString& text)
+{
+    message(text, {}, Buttons::Ok, Icon::Warning);
+}
+
 std::optional<QString> ScreenDialogs::chooseFile(const QString& title, const QString& filter,
                                                  FileMode mode)
 {

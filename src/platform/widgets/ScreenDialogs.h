@@ -23,6 +23,7 @@ public:
     int choose(const runtime::Choice& choice) override;
     bool fold(const QString& failure) override;
     void failure(const QString& text) override;
+    void phaseFailed(const QString& text) override;
     std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                       runtime::FileMode mode) override;
     std::optional<int> chooseColor(const QString& title, int start) override;

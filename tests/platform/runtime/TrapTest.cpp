@@ -95,6 +95,27 @@ TEST(Trap, WithinAPhaseAFailureOfTheFileOrOfMemoryPassesToTheTrapAroundIt)
                                              u"一条语句 - inner"_s, u"内存不足。 - outer"_s}));
 }
 
+/// Has shown enough failures, and shows no more of them.
+class Tired : public support::ScriptedDialogs
+{
+public:
+    bool fold(const QString&) override { return true; }
+};
+
+TEST(Trap, ThatAPhaseFailedIsShownHoweverManyFailuresWereShownBefore)
+{
+    Tired dialogs;
+    const Trap trap{" - tag"};
+    trap([] { throw Error(u"一条"_s); });
+    EXPECT_EQ(dialogs.shown, QStringList());
+    trap([] { throw PhaseError(u"磁盘"_s); });
+    trap([] {
+        const Phase phase;
+        throw PhaseError(u"内存"_s);
+    });
+    EXPECT_EQ(dialogs.shown, QStringList({u"磁盘 - tag"_s, u"内存 - tag"_s}));
+}
+
 TEST(Phase, KeepsWhatTellsSomethingBackUntilTheOutermostOneEnds)
 {
     support::ScriptedDialogs dialogs;
