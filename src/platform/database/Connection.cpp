@@ -113,6 +113,9 @@ const TableColumns& Connection::columns(const QString& table)
             type.kind = ColumnType::Kind::Long;
         columns->append({info.text(0), type});
     }
+    // A column of that name hides the row ids.
+    if (columns->find(u"rowid"_s) >= 0)
+        columns->setHasRowIds(false);
     return **d->tables.insert(key, columns);
 }
 

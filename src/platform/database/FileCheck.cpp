@@ -56,6 +56,26 @@ void checkHeader(const QString& path)
         throw Error(Failure::Damaged, u"%1 不完整（后面一部分丢失了），无法打开。"_s.arg(path));
 }
 
+namespace {
+
+/// Row ids are reached by this name, which a column would hide.
+void checkNoRowIdColumn(sqlite3* handle, const QString& path)
+{
+    sqlite3_stmt* found = nullptr;
+    const char* sql = "select m.name from sqlite_master m, pragma_table_info(m.name) c "
+                      "where m.type='table' and c.name='rowid' collate nocase";
+    if (sqlite3_prepare_v2(handle, sql, -1, &found, nullptr) != SQLITE_OK)
+        throw engineError(handle);
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(found, sqlite3_finalize);
+    if (sqlite3_step(found) != SQLITE_ROW)
+        return;
+    const auto* table = reinterpret_cast<const char*>(sqlite3_column_text(found, 0));
+    throw Error(Failure::NoLibrary,
+                u"%1 不能打开：表“%2”里有名为 rowid 的列。"_s.arg(path, QString::fromUtf8(table)));
+}
+
+} // namespace
+
 void checkTables(sqlite3* handle, const QString& path, const FileShape& shape)
 {
     sqlite3_stmt* found = nullptr;
@@ -76,6 +96,8 @@ void checkTables(sqlite3* handle, const QString& path, const FileShape& shape)
             throw Error(Failure::NoLibrary,
                         u"%1 不是成绩库：“%2”是视图，不是表。"_s.arg(path, table));
     }
+    if (!shape.tables.isEmpty())
+        checkNoRowIdColumn(handle, path);
 }
 
 } // namespace database

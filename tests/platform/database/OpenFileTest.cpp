@@ -4,6 +4,7 @@
 
 #include "DatabaseFile.h"
 #include "platform/database/OpenFile.h"
+#include "platform/database/Sql.h"
 #include "platform/database/WriteBatch.h"
 #include "support/OrdinaryUser.h"
 
@@ -326,6 +327,14 @@ TEST_F(Files, AViewInThePlaceOfATableIsTold)
     EXPECT_TRUE(errorOf([&] { rowsOf(connection, u"select * from V"_s); })
                     .description()
                     .startsWith(u"“V”是视图，不是表，不能使用。"_s));
+}
+
+TEST_F(Files, AColumnThatHidesTheRowIdsIsTold)
+{
+    OtherProgram(path).run("create table U(RowId, n)");
+    EXPECT_EQ(refused({{u"T"_s}, {}}).description(),
+              u"%1 不能打开：表“U”里有名为 rowid 的列。"_s.arg(path));
+    EXPECT_THROW(SqlText(u"ALTER TABLE T add COLUMN rowid Single"_s), Error);
 }
 
 TEST_F(Files, APathThatTheEngineHasNoRoomForIsTold)
