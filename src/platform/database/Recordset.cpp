@@ -6,6 +6,7 @@
 #include "platform/database/RowSource.h"
 #include "platform/database/Sql.h"
 #include "platform/database/Statement.h"
+#include "platform/database/WriteBatch.h"
 
 namespace database {
 
@@ -55,12 +56,21 @@ void Recordset::Open(const QString& sql, const std::vector<runtime::Value>& valu
     }
     const std::unique_ptr<Statement> statement = orderedStatement(connection, text, trust);
     statement->bindQuoted(values);
+    // What a typed statement changes counts only if it ran to its end within the limits.
+    std::optional<WriteBatch> batch;
+    if (trust == Trust::User && !statement->readsOnly())
+        batch.emplace(connection);
     if (statement->columnCount() > 0) {
         const UserLimits* limits = trust == Trust::User ? &connection.userLimits() : nullptr;
-        d->rows = std::make_unique<Snapshot>(*statement, limits);
+        auto rows = std::make_unique<Snapshot>(*statement, limits);
+        if (batch)
+            batch->commit();
+        d->rows = std::move(rows);
         return;
     }
     connection.runStatement(*statement, text);
+    if (batch)
+        batch->commit();
 }
 
 Recordset::Private& Recordset::open() const

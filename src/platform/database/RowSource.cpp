@@ -41,10 +41,11 @@ public:
     {
         if (!m_limits)
             return;
+        ++m_rows;
         m_cells += statement.columnCount();
         for (int column = 0; column < statement.columnCount(); ++column)
             m_bytes += statement.size(column);
-        if (m_cells > m_limits->cells || m_bytes > m_limits->bytes)
+        if (m_rows > m_limits->rows || m_cells > m_limits->cells || m_bytes > m_limits->bytes)
             tooMuch();
     }
 
@@ -55,6 +56,7 @@ public:
 
 private:
     const UserLimits* m_limits;
+    qint64 m_rows = 0;
     qint64 m_cells = 0;
     qint64 m_bytes = 0;
 };
@@ -115,7 +117,8 @@ Keyset::Keyset(Connection& connection, const TableQuery& query, const std::vecto
     sql += u" order by "_s + (query.orderBy.isEmpty() ? QString() : query.orderBy + u", "_s)
            + u"rowid"_s;
     const qint64 columns = std::max(1, m_columns.count());
-    m_mostKeys = trust == Trust::User ? connection.userLimits().cells / columns
+    const UserLimits& limits = connection.userLimits();
+    m_mostKeys = trust == Trust::User ? std::min(limits.rows, limits.cells / columns)
                                       : std::numeric_limits<qint64>::max();
     m_keyStatement = trust == Trust::User ? std::make_shared<Statement>(connection, sql, trust)
                                           : connection.sharedStatement(sql);

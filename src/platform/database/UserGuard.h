@@ -18,7 +18,8 @@ enum class Trust {
 struct UserLimits
 {
     int milliseconds = 20'000;
-    /// Values of a result.
+    /// Rows and values of a result.
+    qint64 rows = 1'000'000;
     qint64 cells = 20'000'000;
     /// Bytes of the texts and pictures of a result that is read at once.
     qint64 bytes = 500'000'000;

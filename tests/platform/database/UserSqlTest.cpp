@@ -159,6 +159,19 @@ TEST_F(UserSql, AResultOfTooManyBytesIsRefused)
         << "the program's own statements know no such limit";
 }
 
+TEST_F(UserSql, AChangeWhoseRowsAreTooManyIsTakenBack)
+{
+    connection.setUserLimits({.rows = 1});
+    EXPECT_EQ(refused(u"update T set n=n+5 returning n"_s).description(),
+              u"查询结果太多，已经停止。"_s);
+    EXPECT_EQ(rowsOf(connection, u"select n from T"_s), u"1 / 2"_s);
+    connection.setUserLimits({});
+    EXPECT_EQ(rowsOf(connection, u"update T set n=n+5 returning n"_s, Trust::User), u"6 / 7"_s);
+    connection.Close();
+    connection.Open(file.path());
+    EXPECT_EQ(rowsOf(connection, u"select n from T"_s), u"6 / 7"_s);
+}
+
 TEST_F(UserSql, RowsOfATableAreLimitedToo)
 {
     connection.setUserLimits({.cells = 1});
