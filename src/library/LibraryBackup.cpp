@@ -80,6 +80,7 @@ void copyLibrary(const QString& libraryPath, const QString& copy, runtime::Progr
 {
     runtime::UnfinishedFile unfinished(copy);
     copyBytes(database::LockedBytes(libraryPath), unfinished, progress);
+    database::removeLogs(copy);
     unfinished.replace(copy, libraryPath);
 }
 

@@ -58,16 +58,6 @@ std::optional<database::FileLock> heldForReplacing(const QString& target,
     return {};
 }
 
-/// What a crash left beside a former file would be played back into the new one.
-void removeLogs(const QString& target)
-{
-    for (const QString& ending : {u"-journal"_s, u"-wal"_s}) {
-        const QString log = target + ending;
-        if (QFileInfo::exists(log) && !QFile::remove(log))
-            throw runtime::Error(u"无法删除原文件留下的 %1。"_s.arg(log));
-    }
-}
-
 void addColumns(database::Connection& conn, const QStringList& subjects)
 {
     const auto execute = [&](const QString& sql, const QString& column) {
@@ -181,7 +171,7 @@ void NewLibrary::makeFile(const QStringList& subjects) const
     file.write(bytes);
     addColumns(file.path(), subjects);
     database::checkPages(file.path());
-    removeLogs(target);
+    database::removeLogs(target);
     file.replace(target, target);
 }
 

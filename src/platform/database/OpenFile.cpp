@@ -102,6 +102,15 @@ FileLock::FileLock(const QString& path, Against against) : m_handle(openedFile(p
                 against == Against::Writers ? "BEGIN IMMEDIATE" : "BEGIN EXCLUSIVE");
 }
 
+void removeLogs(const QString& path)
+{
+    for (const QString& ending : {u"-journal"_s, u"-wal"_s}) {
+        const QString log = path + ending;
+        if (QFileInfo::exists(log) && !QFile::remove(log))
+            throw Error(Failure::Other, u"无法删除原文件留下的 %1。"_s.arg(log));
+    }
+}
+
 bool isInUse(const QString& path)
 {
     if (!QFileInfo(path).isFile())

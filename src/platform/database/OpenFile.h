@@ -44,6 +44,10 @@ private:
     Handle m_handle;
 };
 
+/// Removes what a crash left beside a file that is to be replaced: it would be played back into the
+/// new one. Throws Error if it cannot be removed.
+void removeLogs(const QString& path);
+
 /// True if another connection reads or writes the library file at this moment, in this program or
 /// in another one; one that merely has the file open is not noticed. A missing file, or one that is
 /// no library, is not in use.
