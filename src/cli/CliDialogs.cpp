@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "platform/runtime/Error.h"
+#include "platform/runtime/Text.h"
 
 namespace cli {
 
@@ -117,7 +118,7 @@ void CliDialogs::say(const QString& text)
 
 void printError(const QString& text)
 {
-    const QByteArray bytes = text.toUtf8() + '\n';
+    const QByteArray bytes = runtime::forTerminal(text).toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stderr);
 }
 

@@ -3,6 +3,7 @@
 #include <QJsonArray>
 
 #include "platform/grid/FlexGrid.h"
+#include "platform/runtime/Text.h"
 
 namespace grid {
 
@@ -13,7 +14,7 @@ namespace {
 QString cellText(QString text)
 {
     text.replace(u"\r\n"_s, u"\n"_s);
-    return text.replace(u'\n', u'⏎').replace(u'\t', u' ');
+    return runtime::forTerminal(text.replace(u'\n', u'⏎').replace(u'\t', u' '));
 }
 
 QJsonArray numbers(const std::set<int>& lines)

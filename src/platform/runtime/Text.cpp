@@ -37,4 +37,22 @@ QString Right(const QString& text, int count)
     return text.right(count);
 }
 
+QString forTerminal(QString text)
+{
+    constexpr char16_t firstPicture = 0x2400;
+    constexpr char16_t pictureOfDelete = 0x2421;
+    for (QChar& c : text) {
+        const char16_t code = c.unicode();
+        const bool turns = (code >= 0x202a && code <= 0x202e) || (code >= 0x2066 && code <= 0x2069)
+                           || code == 0x200e || code == 0x200f || code == 0x061c;
+        if (code < u' ' && code != u'\n' && code != u'\t')
+            c = QChar(char16_t(firstPicture + code));
+        else if (code == 0x7f)
+            c = QChar(pictureOfDelete);
+        else if (turns || (code >= 0x80 && code < 0xa0))
+            c = QChar::ReplacementCharacter;
+    }
+    return text;
+}
+
 } // namespace runtime

@@ -17,4 +17,9 @@ QStringList splitList(const QString& text, const QString& separator);
 /// The last `count` characters, or the whole text if it is shorter.
 QString Right(const QString& text, int count);
 
+/// The text as a terminal may show it: control characters but line breaks and tabs by their
+/// pictures (␛),
+/// and what would turn the direction of the text behind it as "�".
+QString forTerminal(QString text);
+
 } // namespace runtime

@@ -162,5 +162,12 @@ TEST_F(TextFile, WritingIntoAMissingFolderIsAnError)
     EXPECT_THROW(writeTextFile(folder.filePath(u"none/file.txt"_s), u"x"_s), Error);
 }
 
+TEST(ForTerminal, ShowsWhatWouldSteerATerminalInsteadOfSendingIt)
+{
+    EXPECT_EQ(forTerminal(u"王芳\n总分 <a> %1"_s), u"王芳\n总分 <a> %1"_s);
+    EXPECT_EQ(forTerminal(u"a\x1b[2Jb\rc\td"_s), u"a␛[2Jb␍c\td"_s);
+    EXPECT_EQ(forTerminal(u"\u202e颠倒\u2066\u200f\u0085\u007f"_s), u"�颠倒���␡"_s);
+}
+
 } // namespace
 } // namespace runtime
