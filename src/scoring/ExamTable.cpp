@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <numeric>
 
 #include "platform/database/SqlPieces.h"
+#include "platform/runtime/Dialogs.h"
 
 namespace scoring {
 
@@ -69,6 +71,19 @@ void ExamTable::chooseColumns(const TableScope& scope)
         m_positions.insert(m_columns[i].name().toCaseFolded(), int(i));
 }
 
+namespace {
+
+/// Tells how many values of a column are no numbers, or none that can be reckoned with.
+void tellOthers(const QString& exam, const QString& stream, const std::map<QString, int>& others)
+{
+    for (const auto& [column, count] : others)
+        runtime::warn(
+            u"考试“%1”（%2）的列“%3”里有 %4 个内容不是可以计算的数字，按没有成绩处理。"_s.arg(
+                exam, stream, column, QString::number(count)));
+}
+
+} // namespace
+
 void ExamTable::read(const QString& exam, const QString& stream, const QString& filter)
 {
     QStringList names;
@@ -84,13 +99,18 @@ void ExamTable::read(const QString& exam, const QString& stream, const QString& 
     // scored by the formulas of the exam before.
     rows.bindQuoted({exam, stream});
     std::vector<double> numbers(1 + m_readAtOnce);
+    std::map<QString, int> others;
     while (rows.step()) {
         m_rowIds.push_back(rows.integer(0));
-        rows.readNumbers(1, numbers);
+        const bool hasOthers = rows.readNumbers(1, numbers);
         m_classes.push_back(numbers[0]);
-        for (size_t i = 0; i < m_readAtOnce; ++i)
+        for (size_t i = 0; i < m_readAtOnce; ++i) {
             m_columns[i].append(numbers[i + 1]);
+            if (hasOthers && std::isnan(numbers[i + 1]) && !rows.isNull(int(i) + 2))
+                ++others[m_columns[i].name()];
+        }
     }
+    tellOthers(exam, stream, others);
 }
 
 namespace {

@@ -1,5 +1,7 @@
 #include "statistics/LineTable.h"
 
+#include <algorithm>
+
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -47,6 +49,11 @@ LineTable FenLiNumTJ(const QStringList& streams, const QString& title, const QSt
         for (const QString& entry : text.split(u','))
             numbers.append(doubleText(Val(entry)));
         table.fill(numbers);
+    }
+    const auto isTooLong = [](const QStringList& numbers) { return numbers.size() > MostLines; };
+    if (std::any_of(table.begin(), table.end(), isTooLong)) {
+        runtime::warn(u"%1   条件设置不正确！数字太多，最多 %2 个。"_s.arg(title).arg(MostLines));
+        return {};
     }
     return table;
 }

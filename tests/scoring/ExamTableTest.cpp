@@ -65,6 +65,19 @@ TEST_F(ExamTables, AnotherColumnIsReadWhenItIsAskedFor)
     EXPECT_EQ(table.column(u"姓名"_s), nullptr);
 }
 
+TEST_F(ExamTables, WhatIsNoNumberCountsAsNoneAndIsToldOnceAColumn)
+{
+    test.execute(u"update 成绩表 set 语文年名='第一' where 语文年名 is null"_s);
+    test.execute(u"update 成绩表 set 语文年名=9e999 where 语文年名=3"_s);
+    const ExamTable table(test.scores.Conn, u"期末"_s, u"理"_s);
+    const TableColumn* ranks = table.column(u"语文年名"_s);
+    for (size_t row = 0; row < table.rowCount(); ++row)
+        EXPECT_TRUE(ranks->isNull(row));
+    EXPECT_EQ(test.dialogs.shown,
+              QStringList{u"考试“期末”（理）的列“语文年名”里有 3 个内容不是可以计算的数字，"
+                          "按没有成绩处理。"_s});
+}
+
 TEST_F(ExamTables, WhatWasSetStaysWhenTheRestIsRead)
 {
     ExamTable table(test.scores.Conn, u"期末"_s, u"理"_s, scoresFirst);

@@ -26,6 +26,19 @@ TEST_F(NumberLists, PlainListServesBothStreamsAsNumbers)
     EXPECT_EQ(lines(u"五百"_s), u"0 / 0"_s);
 }
 
+TEST_F(NumberLists, MoreNumbersThanATableHoldsAreRefusedAndLeaveNone)
+{
+    const QString many = QStringList(statistics::MostLines + 1, u"500"_s).join(u',');
+    for (const QString& text : {many, QString(u"文=1||理="_s + many)}) {
+        library.dialogs.shown.clear();
+        const statistics::LineTable lines =
+            statistics::FenLiNumTJ({u"文"_s, u"理"_s}, u"总分上线人数"_s, text);
+        EXPECT_TRUE(lines[0].isEmpty() && lines[1].isEmpty());
+        EXPECT_EQ(library.dialogs.shown,
+                  QStringList{u"总分上线人数   条件设置不正确！数字太多，最多 1000 个。"_s});
+    }
+}
+
 TEST_F(NumberLists, EmptyTextGivesNoNumbers)
 {
     EXPECT_EQ(lines(u""_s), u" / "_s);

@@ -1,6 +1,7 @@
 #include "platform/database/Statement.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include <sqlite3.h>
@@ -341,16 +342,21 @@ qint64 Statement::integer(int column) const
     return sqlite3_column_int64(d->statement.get(), column);
 }
 
-void Statement::readNumbers(int first, std::span<double> numbers) const
+bool Statement::readNumbers(int first, std::span<double> numbers) const
 {
     sqlite3_stmt* statement = d->statement.get();
+    bool hasOthers = false;
     for (double& number : numbers) {
+        const int type = sqlite3_column_type(statement, first);
         number = sqlite3_column_double(statement, first);
-        // A NULL reads as 0.
-        if (number == 0 && sqlite3_column_type(statement, first) == SQLITE_NULL)
+        const bool isNumber =
+            (type == SQLITE_INTEGER || type == SQLITE_FLOAT) && std::isfinite(number);
+        if (!isNumber)
             number = std::numeric_limits<double>::quiet_NaN();
+        hasOthers = hasOthers || (!isNumber && type != SQLITE_NULL);
         ++first;
     }
+    return hasOthers;
 }
 
 qint64 Statement::size(int column) const

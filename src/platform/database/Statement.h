@@ -64,8 +64,9 @@ public:
     bool isNull(int column) const;
     double number(int column) const;
     qint64 integer(int column) const;
-    /// The numbers of the columns from `first` on; NULL is NaN.
-    void readNumbers(int first, std::span<double> numbers) const;
+    /// The numbers of the columns from `first` on; NULL is NaN. What is no number, or none that can
+    /// be reckoned with, is NaN too: true if there is such a one.
+    bool readNumbers(int first, std::span<double> numbers) const;
     /// Length in bytes of a text or picture; 0 for anything else.
     qint64 size(int column) const;
     QString text(int column) const;
