@@ -259,7 +259,10 @@ void ExamImport::rematchStudents()
 
 void ExamImport::finish(Afterwards afterwards)
 {
-    m_library.catalogue.GetKSXX();
+    trap([&] {
+        const runtime::Phase phase;
+        m_library.catalogue.GetKSXX();
+    });
     const QString ranking = u"导入完成，计算排名..."_s;
     m_progress.report(ranking, 0, 0);
     if (afterwards == Afterwards::Score) {
@@ -268,8 +271,7 @@ void ExamImport::finish(Afterwards afterwards)
         });
         scoring::Scoring(m_library).score(m_state.ExamName, progress);
     }
-    m_library.catalogue.GetKeLei();
-    m_library.catalogue.GetKSXX();
+    trap([&] { m_library.readCatalogue(); });
     m_library.notifyChanged();
     m_progress.finish();
     if (!m_endNotice.isEmpty())

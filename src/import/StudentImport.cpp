@@ -52,8 +52,7 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
     m_progress.finish();
     m_sheet = nullptr;
     m_intake.quitApplication();
-    m_library.catalogue.GetKeLei();
-    m_library.catalogue.GetKSXX();
+    studentTrap([&] { m_library.readCatalogue(); });
     m_library.notifyChanged();
     if (leftOut > 0)
         runtime::MsgBox(

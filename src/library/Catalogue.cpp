@@ -103,10 +103,10 @@ void Catalogue::GetKSXX()
         ExamList = exams;
     });
     trap([&] {
+        const database::TableColumns& fields = m_conn.columns(u"考试名称表"_s);
         AllColumns.clear();
         SubjectColumns.clear();
         TotalColumns.clear();
-        const database::TableColumns& fields = m_conn.columns(u"考试名称表"_s);
         for (int i = fixedExamFields; i < fields.count(); ++i) {
             const QString& name = fields.at(i).name;
             AllColumns.append(name);

@@ -53,18 +53,29 @@ void ScoreLibrary::OpenDB()
     if (!trap([&] { Conn.Open(LibPath, libraryShape()); }))
         return;
     removeLeftOvers(Conn.path(), m_paths.templateFile());
-    const bool isRead = trap([&] {
-        const runtime::Phase phase;
-        const database::ReadBatch reading(Conn);
-        catalogue.GetKeLei();
-        catalogue.GetKSXX();
-    });
     // What was read in part would pass for the whole library.
-    if (!isRead) {
+    if (!trap([&] { readCatalogue(); })) {
         Conn.Close();
         return notifyChanged();
     }
     Q_EMIT opened();
+}
+
+void ScoreLibrary::readCatalogue()
+{
+    const runtime::Phase phase;
+    const database::ReadBatch reading(Conn);
+    m_catalogueVersion.reset();
+    const qint64 version = Conn.dataVersion();
+    catalogue.GetKeLei();
+    catalogue.GetKSXX();
+    m_catalogueVersion = version;
+}
+
+void ScoreLibrary::refreshCatalogue()
+{
+    if (m_catalogueVersion != Conn.dataVersion())
+        readCatalogue();
 }
 
 void ScoreLibrary::notifyChanged()

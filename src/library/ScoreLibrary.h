@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include <QObject>
 #include <QString>
 
@@ -42,6 +44,12 @@ public:
     /// read is closed again.
     void OpenDB();
 
+    /// Reads streams, exams, columns and classes anew from one state of the file. Throws
+    /// runtime::PhaseError; the lists are those of before then, or of before and after.
+    void readCatalogue();
+    /// The same if it was not read since another program wrote the file, or not to its end.
+    void refreshCatalogue();
+
     /// Tells whoever listens that exams, students or settings changed, or that no library is open
     /// any more.
     void notifyChanged();
@@ -66,6 +74,8 @@ Q_SIGNALS:
 
 private:
     runtime::AppPaths m_paths;
+    /// The state of the file that the catalogue was read from.
+    std::optional<qint64> m_catalogueVersion;
 };
 
 } // namespace library

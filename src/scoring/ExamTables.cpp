@@ -2,6 +2,13 @@
 
 namespace scoring {
 
+ExamTables::ExamTables(library::ScoreLibrary& scoreLibrary, const QString& exam)
+    : m_conn(scoreLibrary.Conn), m_batch(scoreLibrary.Conn), m_exam(exam)
+{
+    scoreLibrary.refreshCatalogue();
+    m_scores = scoreLibrary.catalogue.AllColumns;
+}
+
 ExamTable& ExamTables::of(const QString& stream)
 {
     auto found = m_tables.find(stream);

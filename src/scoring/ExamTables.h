@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 
+#include "library/ScoreLibrary.h"
 #include "platform/database/WriteBatch.h"
 #include "scoring/ExamTable.h"
 
@@ -13,12 +14,10 @@ namespace scoring {
 class ExamTables
 {
 public:
-    /// `scores` names the columns that are read at once; what scoring makes of them is read when it
-    /// is asked for. Throws database::Error if the library cannot be written.
-    ExamTables(database::Connection& connection, const QString& exam, const QStringList& scores)
-        : m_conn(connection), m_batch(connection), m_exam(exam), m_scores(scores)
-    {
-    }
+    /// Reads the library's catalogue anew where another program has written since. The scores are
+    /// read at once; what scoring makes of them is read when it is asked for. Throws Error if the
+    /// library cannot be written.
+    ExamTables(library::ScoreLibrary& scoreLibrary, const QString& exam);
 
     /// Throws database::Error.
     ExamTable& of(const QString& stream);

@@ -14,7 +14,7 @@ void Scoring::Zfen(const QString& exam)
 {
     const Trap trap{" - Sub Zfen/Mdl_MDB"};
     trap([&] {
-        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
+        ExamTables tables(m_library, exam);
         computeStandardScores(m_library, tables);
         tables.write();
     });
@@ -24,7 +24,7 @@ void Scoring::JiSuanZF(const QString& exam)
 {
     const Trap trap{" - Sub JiSuanZF/Mdl_MDB"};
     trap([&] {
-        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
+        ExamTables tables(m_library, exam);
         computeTotals(m_library, tables);
         tables.write();
     });
@@ -34,7 +34,7 @@ void Scoring::PanNJBjMC(const QString& exam)
 {
     const Trap trap{" - Sub PanNJBjMC/Mdl_MDB"};
     trap([&] {
-        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
+        ExamTables tables(m_library, exam);
         computeRanks(m_library, tables);
         tables.write();
     });
@@ -44,7 +44,7 @@ void Scoring::PaiMC(const QString& exam, const QString& stream, double classNumb
 {
     const Trap trap{" - Sub PaiMC/Mdl_MDB"};
     trap([&] {
-        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
+        ExamTables tables(m_library, exam);
         computeGroupRanks(m_library, tables, stream, classNumber);
         tables.write();
     });
@@ -55,7 +55,7 @@ bool Scoring::score(const QString& exam, runtime::Progress& progress)
     const Trap trap{" - Sub PanNJBjMC/Mdl_MDB"};
     bool complete = false;
     trap([&] {
-        ExamTables tables(m_library.Conn, exam, m_library.catalogue.AllColumns);
+        ExamTables tables(m_library, exam);
         complete = runSteps(tables, progress);
     });
     return complete;

@@ -442,4 +442,26 @@ TEST(Scoring, ALibraryThatAnotherProgramWritesIsToldOnceAndStaysAsItWas)
     EXPECT_TRUE(scoring::Scoring(test.scores).score(exam, progress)) << "and then it works";
 }
 
+TEST(Scoring, AStreamThatAnotherProgramBroughtMeanwhileIsScoredToo)
+{
+    TestLibrary test(subjects + totals);
+    test.addStudent(1, 1, u"甲"_s, u"理"_s);
+    test.addExam(exam, u"理"_s, 1, {{u"语文"_s, 150}, {u"总分"_s, u"语文"_s}});
+    test.addScores(exam, 1, 1, {{u"语文"_s, 90}});
+    test.reload();
+    runtime::NoProgress progress;
+    EXPECT_TRUE(scoring::Scoring(test.scores).score(exam, progress));
+    {
+        database::Connection other;
+        other.Open(test.scores.Conn.path());
+        other.Execute(u"insert into 信息表(班级,学号,姓名,科类) values(2,1,'乙','文')"_s);
+        other.Execute(u"insert into 考试名称表(考试名称,科类,考试编号,语文,总分) "
+                      "values('期末','文',1,150,'语文')"_s);
+        other.Execute(u"insert into 成绩表(班级,学号,姓名,科类,考试名称,语文) "
+                      "values(2,1,'乙','文','期末',80)"_s);
+    }
+    EXPECT_TRUE(scoring::Scoring(test.scores).score(exam, progress));
+    EXPECT_EQ(test.rows(u"select 总分, 总分年名 from 成绩表 where 姓名='乙'"_s), u"80|1"_s);
+}
+
 } // namespace
