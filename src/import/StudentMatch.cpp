@@ -35,9 +35,18 @@ QString StudentMatch::TestStuName(double classNumber, double number, const QStri
         return known->name == name ? QString() : known->name;
     }
     // No trap around the question: without a batch to go on with, the import is at its end.
-    if (mayAdd(classNumber, number, name, newStudents))
-        testTrap([&] { add(classNumber, number, name); });
-    return {};
+    if (!mayAdd(classNumber, number, name, newStudents))
+        return {};
+    QString libraryName;
+    testTrap([&] {
+        // While the question waited, another program may have added him.
+        known = m_known.find(classNumber, number);
+        if (known == nullptr)
+            return add(classNumber, number, name);
+        m_matchedId = known->id;
+        libraryName = known->name == name ? QString() : known->name;
+    });
+    return libraryName;
 }
 
 Answer StudentMatch::ask(const QString& text, const QString& title, runtime::Buttons buttons)

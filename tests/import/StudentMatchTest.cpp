@@ -176,6 +176,30 @@ TEST_F(StudentMatchTest, WhatOthersWriteWhileAQuestionWaitsCounts)
     EXPECT_EQ(match.TestStuName(2, 1, u"李强"_s, NewStudents::Ask), u"李刚"_s);
 }
 
+TEST_F(StudentMatchTest, AStudentWhomAnotherProgramAddedMeanwhileIsNotAddedAgain)
+{
+    class Adding : public runtime::Dialogs
+    {
+    public:
+        explicit Adding(const QString& path) : m_path(path), m_installed(*this) {}
+
+        Answer message(const QString&, const QString&, runtime::Buttons, runtime::Icon) override
+        {
+            database::Connection other;
+            other.Open(m_path);
+            other.Execute(u"insert into 信息表(班级,学号,姓名) values(1,3,'李司')"_s);
+            return Answer::Ok;
+        }
+        void failure(const QString& text) override { ADD_FAILURE() << text.toStdString(); }
+
+    private:
+        QString m_path;
+        runtime::InstalledDialogs m_installed;
+    } adding(library.scores.LibPath);
+    EXPECT_EQ(match.TestStuName(1, 3, u"李四"_s, NewStudents::Ask), u"李司"_s);
+    EXPECT_EQ(library.rows(u"select 姓名 from 信息表 where 学号=3"_s), u"李司"_s);
+}
+
 TEST_F(StudentMatchTest, RenamingReachesStudentAndAllExams)
 {
     library.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
