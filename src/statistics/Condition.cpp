@@ -64,6 +64,13 @@ std::optional<Comparison> comparisonOf(QStringView text)
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
+/// A half goes away from zero, as it does where the engine rounds.
+double roundedToCompare(double value)
+{
+    constexpr double scale = 1e4;
+    return std::round(value * scale) / scale;
+}
+
 /// The smallest value whose rounding passes `test`, as that of no smaller one does, next to
 /// `number`. It lies half a place below a number of so many places.
 template <class Test> double smallestThat(double number, const Test& test)
@@ -76,7 +83,7 @@ template <class Test> double smallestThat(double number, const Test& test)
     double whole = std::floor(number * scale) - 1;
     while (!test(whole / scale))
         ++whole;
-    const auto passes = [&](double value) { return test(runtime::Round(value, ComparedDigits)); };
+    const auto passes = [&](double value) { return test(roundedToCompare(value)); };
     double at = (whole - 0.5) / scale;
     while (passes(std::nextafter(at, -infinity)))
         at = std::nextafter(at, -infinity);
