@@ -182,7 +182,11 @@ void Analysis::writeStudents(const StudentSheet& sheet, const QStringList& colum
             analysisTrap([&] {
                 const QString text = fields[size_t(col)].in(rows).Value().text();
                 const bool inWords = sheet.absence == Absence::InWords && text == u"-1"_s;
-                slot().ReportSheet->setCellText(row, col + 1, inWords ? u"缺考"_s : text);
+                // A name such as -3 is no number.
+                if (columns[col] == u"姓名"_s)
+                    slot().ReportSheet->setCell(row, col + 1, text);
+                else
+                    slot().ReportSheet->setCellText(row, col + 1, inWords ? u"缺考"_s : text);
             });
         }
     }
