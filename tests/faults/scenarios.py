@@ -154,11 +154,17 @@ def import_scenarios(make, students, scored):
     stopped = ("import-exam", "中断.xlsx", "--exam", "期末", "--add-students", "--no-backup")
     yield Scenario("import of students", make.with_earlier_copies(make.copied("list", make.bare)),
                    cli("import-students", "名单.xlsx"), makes_copies=True)
+    yield Scenario("import of students who are there", students,
+                   cli("import-students", "名单.xlsx", "--accept-existing", "add"),
+                   makes_copies=True)
     copied = make.with_earlier_copies(make.copied("copied", students))
     yield Scenario("import of an exam", copied,
                    cli("import-exam", "文.xlsx", "--exam", "期中"), makes_copies=True)
     yield Scenario("import into an exam", scored,
                    cli("import-exam", "新.xlsx", "--exam", "期中", "--existing"),
+                   makes_copies=True)
+    yield Scenario("import of an exam again", scored,
+                   cli("import-exam", "文.xlsx", "--exam", "期中", "--accept-duplicate"),
                    makes_copies=True)
     yield Scenario("import with newcomers and scoring", scored, cli(*names, "--score"),
                    between={"after the names": (cli(*stopped),),
