@@ -128,6 +128,19 @@ void StudentImport::readHeadings()
     }
 }
 
+/// A refusal quotes the value first and gives the reason behind it. Photos are few, and each is
+/// looked for by its name.
+QString StudentImport::Heading::toldAs(const QString& refusal)
+{
+    if (rule == Rule::Photo)
+        return refusal;
+    const QString reason = refusal.mid(refusal.lastIndexOf(u'”') + 1);
+    QString& told = refusals[reason];
+    if (told.isEmpty())
+        told = refusal;
+    return told;
+}
+
 bool StudentImport::writeRows()
 {
     bool complete = false;
@@ -164,8 +177,8 @@ void StudentImport::writeStudent(int row)
     studentTrap([&] { m_rows.Update(); });
 }
 
-/// Thousands of cells of a column can be refused, each for a value of its own. All are told in the
-/// words of the first, so that they fold into one message.
+/// Thousands of cells of a column can be refused, each for a value of its own. Those of one reason
+/// are told in the words of the first, so that they fold into one message.
 void StudentImport::storeCell(Heading& heading, const Value& cell)
 {
     if (heading.rule == Rule::PassedOver)
@@ -178,9 +191,7 @@ void StudentImport::storeCell(Heading& heading, const Value& cell)
         } catch (const runtime::PhaseError&) {
             throw;
         } catch (const runtime::Error& error) {
-            if (heading.refusal.isEmpty())
-                heading.refusal = error.description();
-            throw runtime::Error(heading.refusal);
+            throw runtime::Error(heading.toldAs(error.description()));
         }
     });
 }

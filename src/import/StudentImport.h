@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include <QHash>
+
 #include "import/WorkbookIntake.h"
 #include "library/ScoreLibrary.h"
 #include "platform/database/Recordset.h"
@@ -32,8 +34,11 @@ private:
     {
         database::FieldByName field;
         Rule rule = Rule::AsItStands;
-        /// Why the first cell that was refused could not be stored.
-        QString refusal = {};
+        /// What was told of the first cell that was refused, for each reason.
+        QHash<QString, QString> refusals = {};
+
+        /// The words in which a refusal is told.
+        QString toldAs(const QString& refusal);
     };
 
     /// What is done with a student whose class and number are taken.

@@ -316,6 +316,31 @@ TEST_F(StudentImportTest, WhatDoesNotFitAColumnIsToldInOneWayAndNothingElseIsLos
     }
 }
 
+TEST_F(StudentImportTest, EachReasonOfAColumnIsToldInItsOwnWords)
+{
+    library.execute(u"ALTER TABLE 信息表 add COLUMN 身高 Single"_s);
+    const QString told = u"“%1”不能存入列“身高”：%2。"_s + tag;
+    const QString tooLarge = told.arg(u"1E+39"_s, u"数字太大"_s);
+    const QString noNumber = told.arg(u"高"_s, u"不是数字"_s);
+    column(u"身高"_s, {1e39, u"高"_s, u"2e39"_s, u"矮”"_s, 170});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(dialogs.failures, (QStringList{tooLarge, noNumber, tooLarge, noNumber}));
+    EXPECT_EQ(students(u"身高"_s), u"NULL / NULL / NULL / NULL / 170"_s);
+}
+
+TEST_F(StudentImportTest, EachPhotoThatIsTooLargeIsNamed)
+{
+    QStringList expected;
+    for (const QString& name : {u"大.jpg"_s, u"更大.jpg"_s}) {
+        QFile large(library.file(name));
+        ASSERT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(100'000'001));
+        expected.append(u"照片“%1”太大，没有存入；最大 99 MB。"_s.arg(name) + tag);
+    }
+    column(u"照片名"_s, {u"大.jpg"_s, u"更大.jpg"_s});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(dialogs.failures, expected);
+}
+
 TEST_F(StudentImportTest, APhotoThatIsTooLargeCostsAMessageAndTheRecordIsAddedWithoutIt)
 {
     writeFile(library.file(u"小.jpg"_s), "small");
