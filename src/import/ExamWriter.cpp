@@ -1,5 +1,6 @@
 #include "import/ExamWriter.h"
 
+#include "platform/database/Statement.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
@@ -71,6 +72,39 @@ void ExamWriter::addExamRow(const QString& stream)
     setExamField(u"考试编号"_s, number);
 }
 
+/// The row id that a statement finds first, or Null. Texts may hold anything here.
+Value ExamWriter::firstRow(const QString& sql, const std::vector<Value>& values) const
+{
+    database::Statement& rows = m_library.Conn.prepared(sql);
+    rows.bind(values);
+    const Value found = rows.step() ? rows.value(0) : Value();
+    rows.finish();
+    return found;
+}
+
+Value ExamWriter::rowOfStream(const QString& stream) const
+{
+    return firstRow(u"select rowid from 考试名称表 where 考试名称=? and 科类=? "
+                    "order by 考试编号, rowid limit 1"_s,
+                    {m_state.ExamName, stream});
+}
+
+/// The exam's row of the student, whatever name it bears; where none has the student's ID, one of
+/// that class and number that has no ID or bears the name.
+Value ExamWriter::rowOfStudent(int row) const
+{
+    const grid::FlexGrid& staging = m_state.MFGData;
+    const qint64 student = m_state.studentIds[size_t(row)];
+    // The plus keeps the engine from walking through the whole exam for each student.
+    return firstRow(u"select rowid from 成绩表 where +考试名称=?1 and (id=?2 or "
+                    "(班级=?3 and 学号=?4 and (?2 is null or ifnull(id, 0)=0 or 姓名=?5))) "
+                    "order by id is not ?2, rowid limit 1"_s,
+                    {m_state.ExamName, student == 0 ? Value() : Value(student),
+                     Val(staging.TextMatrix(row, classColumn)),
+                     Val(staging.TextMatrix(row, numberColumn)),
+                     staging.TextMatrix(row, nameColumn)});
+}
+
 void ExamWriter::openExamRow(const QString& stream)
 {
     const QString& exam = m_state.ExamName;
@@ -84,8 +118,8 @@ void ExamWriter::openExamRow(const QString& stream)
                     m_library.Conn);
         break;
     case ScoreTarget::ExamRows:
-        m_rows.Open(u"select *  from 考试名称表 where 考试名称=? and 科类=? order by 考试编号"_s,
-                    {exam, stream}, m_library.Conn);
+        m_rows.Open(u"select *  from 考试名称表 where rowid=?"_s, {rowOfStream(stream)},
+                    m_library.Conn);
         if (m_rows.RecordCount() == 0)
             addExamRow(stream);
     }
@@ -144,14 +178,14 @@ bool ExamWriter::openStudentRow(int row)
         const QString& number = m_state.MFGData.TextMatrix(row, numberColumn);
         if (number.isEmpty())
             throw runtime::Error(u"没有学号，找不到这名学生的成绩。"_s);
-        std::vector<Value> student{Val(m_state.MFGData.TextMatrix(row, classColumn)), Val(number),
-                                   m_state.MFGData.TextMatrix(row, nameColumn)};
-        QString sql = u"select *  from 成绩表 where 班级=? and 学号=? and 姓名=?"_s;
-        if (m_target == ScoreTarget::ExamRows) {
-            sql += u" and 考试名称=?"_s;
-            student.emplace_back(m_state.ExamName);
-        }
-        m_rows.Open(sql, student, m_library.Conn);
+        if (m_target == ScoreTarget::ExamRows)
+            m_rows.Open(u"select *  from 成绩表 where rowid=?"_s, {rowOfStudent(row)},
+                        m_library.Conn);
+        else
+            m_rows.Open(u"select *  from 成绩表 where 班级=? and 学号=? and 姓名=?"_s,
+                        {Val(m_state.MFGData.TextMatrix(row, classColumn)), Val(number),
+                         m_state.MFGData.TextMatrix(row, nameColumn)},
+                        m_library.Conn);
         if (m_rows.RecordCount() == 0)
             m_rows.AddNew();
     });

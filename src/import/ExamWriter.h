@@ -24,8 +24,8 @@ public:
     /// Finds the columns and the exam's number; to be called once before the score rows.
     void beginScores();
 
-    /// Writes row `row` of the staging grid. Rows that are overwritten are found by class, number
-    /// and name.
+    /// Writes row `row` of the staging grid. First rows are found by class, number and name,
+    /// the exam's rows by its name and the student.
     void writeScoreRow(int row);
 
 private:
@@ -42,6 +42,9 @@ private:
         database::FieldByName id;
     };
 
+    runtime::Value firstRow(const QString& sql, const std::vector<runtime::Value>& values) const;
+    runtime::Value rowOfStream(const QString& stream) const;
+    runtime::Value rowOfStudent(int row) const;
     void openExamRow(const QString& stream);
     void addExamRow(const QString& stream);
     void copyFormulas();
