@@ -120,7 +120,8 @@ bool ExamImport::settleTarget(const SheetRows& rows, ExamChoice examChoice)
     m_target = ScoreTarget::NewRows;
     if (examChoice == ExamChoice::Typed)
         return m_guards.mayRepeat(rows, m_state.ExamName);
-    const std::optional<ScoreTarget> target = m_guards.overwrittenRows(rows, m_state.ExamName);
+    const std::optional<ScoreTarget> target =
+        m_guards.overwrittenRows(rows, m_state.ExamName, m_stream);
     m_target = target.value_or(m_target);
     return target.has_value();
 }

@@ -8,7 +8,6 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Phase.h"
-#include "platform/runtime/Trap.h"
 
 namespace importing {
 
@@ -24,15 +23,12 @@ constexpr qsizetype listedAtMost = 10;
 
 const QString cancel = u"取消"_s;
 
-/// Reads what a question tells, from one state of the file. A statement that this library refuses
-/// costs the question alone: the import itself tells of it.
+/// Reads what a question tells, from one state of the file.
 template <class Reading> void read(database::Connection& connection, Reading&& reading)
 {
     const runtime::Phase phase;
-    runtime::Trap::silent()([&] {
-        const database::ReadBatch state(connection);
-        reading();
-    });
+    const database::ReadBatch state(connection);
+    reading();
 }
 
 /// "期初、月考", and of many names the first ones and their number.
@@ -65,8 +61,11 @@ QString nameFault(const QString& exam, const QStringList& known)
         return u"考试名称最多 %1 个字，现在有 %2 个字。"_s.arg(longestName).arg(exam.size());
     if (std::any_of(exam.begin(), exam.end(), isControl))
         return u"考试名称里不能有换行、制表符等控制字符。"_s;
+    // The name of an exam that is there was given already.
+    if (known.contains(exam))
+        return {};
     for (const QString& other : known) {
-        if (other != exam && other.compare(exam, Qt::CaseInsensitive) == 0)
+        if (other.compare(exam, Qt::CaseInsensitive) == 0)
             return u"已有考试“%1”，与“%2”只有字母的大小写不同，请换一个名称。"_s.arg(other, exam);
     }
     return {};
@@ -154,7 +153,7 @@ bool ImportGuards::giveStreams(const SheetRows& rows, const QString& chosen)
         return true;
     const QStringList known = streams();
     if (!chosen.isEmpty() || known.size() == 1) {
-        m_classes.giveStream(empty, chosen.isEmpty() ? known[0] : chosen);
+        m_classes.giveStream(empty, known.size() == 1 ? known[0] : chosen);
         return true;
     }
     const QString none = u"留空"_s;
@@ -191,6 +190,12 @@ QString countedTexts(const TextCounts& counts)
         shown.append(u"%1（%2）"_s.arg(cut, QString::number(counts[text])));
     }
     return listed(shown, u"种"_s);
+}
+
+/// “文”科
+QString named(const QString& stream)
+{
+    return stream.isEmpty() ? u"没有科类"_s : u"“%1”科"_s.arg(stream);
 }
 
 int cells(const TextCounts& counts)
@@ -260,26 +265,51 @@ ImportGuards::Overwritten ImportGuards::overwrittenBy(const SheetRows& rows, con
             if (!firstRow.step() || firstRow.integer(1) != 0)
                 continue;
             if (counted.emplace(student.classNumber, student.number).second)
-                found.exams.append(firstRow.text(0));
+                found.exams.append(firstRow.text(0).isEmpty() ? u"没有名称的考试"_s
+                                                              : firstRow.text(0));
         }
         firstRow.finish();
         found.students = int(counted.size());
     });
     found.exams.removeDuplicates();
-    found.exams.removeAll(QString());
     return found;
 }
 
-std::optional<ScoreTarget> ImportGuards::overwrittenRows(const SheetRows& rows, const QString& exam)
+/// Where the original rule puts full marks and formulas: the exam's first row, whichever its
+/// stream. Empty if that is the sheet's own.
+QString ImportGuards::wrongExamRow(const QString& exam, const QString& stream) const
 {
+    QString sentence;
+    read(m_library.Conn, [&] {
+        database::Statement& firstRow = m_library.Conn.prepared(
+            u"select 科类 from 考试名称表 where 考试名称=? order by 考试编号, rowid limit 1"_s);
+        firstRow.bind({exam});
+        if (firstRow.step() && firstRow.text(0) != stream)
+            sentence = u"满分和总分公式会写到%1的考试行，不是%2的。"_s.arg(named(firstRow.text(0)),
+                                                                           named(stream));
+        firstRow.finish();
+    });
+    return sentence;
+}
+
+std::optional<ScoreTarget> ImportGuards::overwrittenRows(const SheetRows& rows, const QString& exam,
+                                                         const QString& stream)
+{
+    QStringList costs;
     const Overwritten lost = overwrittenBy(rows, exam);
-    if (lost.students == 0)
+    if (lost.students > 0)
+        costs.append(u"将覆盖 %1 名学生其他考试（%2）的成绩。"_s.arg(QString::number(lost.students),
+                                                                     listed(lost.exams, u"次"_s)));
+    if (const QString sentence = wrongExamRow(exam, stream); !sentence.isEmpty())
+        costs.append(sentence);
+    if (costs.isEmpty())
         return ScoreTarget::FirstRows;
     const int button = runtime::choose(
-        {.text = u"将覆盖 %1 名学生其他考试（%2）的成绩。\n\n"
-                 "[按原规则导入]改写每名学生在成绩库里的第一条成绩，它就成为这次考试的成绩\n"
-                 "[只更新本考试]只改写考试“%3”的成绩，没有的学生新增一条"_s.arg(lost.students)
-                     .arg(listed(lost.exams, u"次"_s), exam),
+        {.text = costs.join(u'\n')
+                 + u"\n\n[按原规则导入]改写每名学生在成绩库里的第一条成绩，它就成为这次考试的成绩；"
+                   "满分和总分公式写到这次考试的第一行\n"
+                   "[只更新本考试]只改写考试“%1”的成绩，没有的学生新增一条；"
+                   "满分和总分公式写到%2的考试行"_s.arg(exam, named(stream)),
          .buttons = {u"按原规则导入"_s, u"只更新本考试"_s, cancel},
          .safe = 2,
          .title = u"提示"_s});

@@ -12,7 +12,7 @@ namespace importing {
 /// What an import of scores asks ahead of its first write, where it would cost what the user may
 /// not expect to lose. What is told is counted in the library and on the sheet; nothing is asked
 /// where nothing is at stake, and the safe answer ends the import. All of it throws
-/// runtime::PhaseError if the library cannot be read.
+/// runtime::Error if the library cannot be read.
 class ImportGuards
 {
 public:
@@ -20,15 +20,15 @@ public:
     ImportGuards(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
                  KnownStudents& students);
 
-    /// False, after a message, for a name that no row can hold or that differs from another exam's
-    /// in case only.
+    /// False, after a message, for a name that no row can hold, or a new one that differs from
+    /// another exam's in case only.
     bool isUsableName(const QString& exam) const;
 
     /// A new exam whose name the list of exams will pass over. False: the import is given up.
     bool mayStayUnlisted(const QString& exam) const;
 
-    /// Gives the classes of the sheet that have no student the stream `chosen`, or if that is empty
-    /// the library's only one, or else the one that the user names. False: the import is given up.
+    /// Gives the classes of the sheet that have no student the library's only stream, or if it has
+    /// several `chosen`, or else the one that the user names. False: the import is given up.
     bool giveStreams(const SheetRows& rows, const QString& chosen);
 
     /// Texts that will be stored as numbers. False: the import is given up.
@@ -37,8 +37,10 @@ public:
     /// Scores that students of the sheet have in this exam already. False: the import is given up.
     bool mayRepeat(const SheetRows& rows, const QString& exam) const;
 
-    /// Which rows an exam picked from the list overwrites. Nothing: the import is given up.
-    std::optional<ScoreTarget> overwrittenRows(const SheetRows& rows, const QString& exam);
+    /// Which rows a sheet of that stream overwrites for an exam picked from the list. Nothing: the
+    /// import is given up.
+    std::optional<ScoreTarget> overwrittenRows(const SheetRows& rows, const QString& exam,
+                                               const QString& stream);
 
 private:
     struct Overwritten
@@ -51,6 +53,7 @@ private:
     std::vector<double> classesWithoutStudents(const SheetRows& rows) const;
     QStringList streams() const;
     Overwritten overwrittenBy(const SheetRows& rows, const QString& exam);
+    QString wrongExamRow(const QString& exam, const QString& stream) const;
 
     library::ScoreLibrary& m_library;
     ClassAnswers& m_classes;

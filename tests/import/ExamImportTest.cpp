@@ -266,6 +266,7 @@ TEST_F(ExamImportTest, PickedExamKeepsTheMarksOfSubjectsThatAreNotOnTheSheet)
     library.addExam(u"期中"_s, u"文"_s, 1, {{u"语文"_s, 80}});
     sheet({heads({u"语文"_s}), {2, 1, u"李强"_s, 70}});
     pick();
+    dialogs.expect(u"会写到“文”科的考试行"_s, u"按原规则导入"_s);
     run();
     EXPECT_EQ(library.rows(u"select 科类,考试编号,语文,数学 from 考试名称表"_s),
               u"理|2|90|100 / 文|1|150|NULL"_s)

@@ -4,45 +4,16 @@
 
 #include <sqlite3.h>
 
-#include "ExamImportFixture.h"
+#include "GuardedImportFixture.h"
 
 namespace {
 
 using importing::ImportResult;
 using runtime::Answer;
 
-/// Imports that would cost something unexpected.
-class ImportGuardsTest : public ExamImportFixture
+class ImportGuardsTest : public GuardedImport
 {
 protected:
-    /// 王芳 and 李强 sat 语文.
-    void twoStudents()
-    {
-        sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 90}, {2, 1, u"李强"_s, 80}});
-    }
-
-    /// 王芳 of class 12, which has no student.
-    void newClass() { sheet({heads({u"语文"_s}), {12, 1, u"周八"_s, 90}, {1, 1, u"王芳"_s, 91}}); }
-
-    QString exams()
-    {
-        return library.rows(u"select 考试名称,科类,考试编号,语文 from 考试名称表"_s);
-    }
-    QString everything()
-    {
-        return library.rows(u"select * from 成绩表"_s) + library.rows(u"select * from 考试名称表"_s)
-               + library.rows(u"select ID,班级,学号,姓名,科类 from 信息表"_s);
-    }
-
-    /// The import stops, and nothing was written.
-    void expectRefused()
-    {
-        const QString before = everything();
-        EXPECT_EQ(run(), ImportResult::Stopped);
-        EXPECT_EQ(everything(), before);
-        EXPECT_EQ(questions.labels, QStringList()) << "full marks are not asked for any more";
-    }
-
     const support::BoxLook error{u"错误"_s, runtime::Buttons::Ok, runtime::Icon::Critical};
     const QString whichStream = u"班级 12 还没有学生，科类设为："_s;
 };
@@ -64,6 +35,20 @@ TEST_F(ImportGuardsTest, ANameThatNoRowCanHoldIsRefused)
         EXPECT_EQ(dialogs.look(fault), error);
     }
     request.examName = QString(50, u'考');
+    EXPECT_EQ(run(), ImportResult::Finished);
+}
+
+TEST_F(ImportGuardsTest, ExamsThatAreThereKeepNamesThatDifferInCaseOnly)
+{
+    library.addExam(u"AB"_s, u"文"_s, 1, {});
+    library.addExam(u"ab"_s, u"文"_s, 2, {});
+    library.reload();
+    request.examName = u"ab"_s;
+    twoStudents();
+    EXPECT_EQ(run(), ImportResult::Finished) << "the other stream of an exam";
+    request.examChoice = importing::ExamChoice::PickedFromList;
+    twoStudents();
+    dialogs.expect(u"确实要将数据到入 ab 吗"_s, Answer::Ok);
     EXPECT_EQ(run(), ImportResult::Finished);
 }
 
@@ -147,6 +132,15 @@ TEST_F(ImportGuardsTest, ALibraryOfOneStreamGivesItWithoutAQuestion)
     newClass();
     EXPECT_EQ(run(), ImportResult::Finished);
     EXPECT_EQ(dialogs.shown, QStringList{u"导入完成！"_s});
+    EXPECT_EQ(scoreRows(u"科类"_s), u"文 / 文"_s);
+}
+
+TEST_F(ImportGuardsTest, AStreamThatWasChosenBeforeGivesWayToALibrarysOnlyOne)
+{
+    library.execute(u"update 信息表 set 科类='文'"_s);
+    newClass();
+    request.streamOfNewClasses = u"理"_s;
+    EXPECT_EQ(run(), ImportResult::Finished);
     EXPECT_EQ(scoreRows(u"科类"_s), u"文 / 文"_s);
 }
 
@@ -239,81 +233,6 @@ TEST_F(ImportGuardsTest, TheOtherStreamOfAnExamIsNoRepetition)
     EXPECT_EQ(dialogs.questions, QStringList());
 }
 
-/// The exams 期初 and 期中; 王芳 and 陈静 sat both, and 陈静's first row is of 期中.
-class OverwrittenExam : public ImportGuardsTest
-{
-protected:
-    OverwrittenExam()
-    {
-        library.addExam(u"期初"_s, u"文"_s, 1, {{u"语文"_s, 100}});
-        library.addExam(u"期中"_s, u"理"_s, 2, {{u"语文"_s, 100}});
-        library.addScores(u"期初"_s, 1, 1, {{u"考试编号"_s, 1}, {u"语文"_s, 60}});
-        library.addScores(u"期中"_s, 1, 1, {{u"考试编号"_s, 2}, {u"语文"_s, 61}});
-        library.addScores(u"期中"_s, 1, 2, {{u"考试编号"_s, 2}, {u"语文"_s, 62}});
-        library.addScores(u"期初"_s, 1, 2, {{u"考试编号"_s, 1}, {u"语文"_s, 63}});
-        library.reload();
-        sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 91}, {1, 2, u"陈静"_s, 92}});
-    }
-
-    const QString columns = u"姓名,考试名称,考试编号,语文"_s;
-    const QString question = u"将覆盖 1 名学生其他考试（期初）的成绩"_s;
-};
-
-TEST_F(OverwrittenExam, CancelLeavesAllAsItWas)
-{
-    pick();
-    dialogs.expect(question, u"取消"_s);
-    expectRefused();
-}
-
-TEST_F(OverwrittenExam, TheOriginalRuleOverwritesFirstRows)
-{
-    pick();
-    dialogs.expect(question, u"按原规则导入"_s);
-    EXPECT_EQ(run(), ImportResult::Finished);
-    EXPECT_EQ(scoreRows(columns),
-              u"王芳|期中|2|91 / 王芳|期中|2|61 / 陈静|期中|2|92 / 陈静|期初|1|63"_s);
-    EXPECT_EQ(exams(), u"期初|文|1|100 / 期中|理|2|150"_s);
-}
-
-TEST_F(OverwrittenExam, ThisExamAloneGetsItsRowsAndTheRowOfItsStream)
-{
-    sheet(
-        {heads({u"语文"_s}), {1, 1, u"王芳"_s, 91}, {1, 2, u"陈静"_s, 92}, {2, 1, u"李强"_s, 93}});
-    pick();
-    dialogs.expect(question, u"只更新本考试"_s);
-    EXPECT_EQ(run(), ImportResult::Finished);
-    EXPECT_EQ(scoreRows(columns), u"王芳|期初|1|60 / 王芳|期中|2|91 / 陈静|期中|2|92 / "
-                                  "陈静|期初|1|63 / 李强|期中|2|93"_s);
-    EXPECT_EQ(scoreRows(u"count(id)"_s), u"5"_s);
-    EXPECT_EQ(library.rows(u"select 考试名称,科类,考试编号,语文,总分 from 考试名称表"_s),
-              u"期初|文|1|100|NULL / 期中|理|2|100|NULL / 期中|文|2|150|语文+数学"_s);
-
-    pick();
-    dialogs.expect(question, u"只更新本考试"_s);
-    questions.fullMark = 120;
-    EXPECT_EQ(run(), ImportResult::Finished);
-    EXPECT_EQ(exams(), u"期初|文|1|100 / 期中|理|2|100 / 期中|文|2|120"_s)
-        << "the row of the stream is there by now";
-    EXPECT_EQ(scoreRows(u"count(*)"_s), u"5"_s);
-}
-
-TEST_F(OverwrittenExam, AStudentWhoMayBeRenamedOnTheWayCounts)
-{
-    sheet({heads({u"语文"_s}), {1, 1, u"王芬"_s, 91}});
-    pick();
-    dialogs.expect(question, u"取消"_s);
-    expectRefused();
-}
-
-TEST_F(OverwrittenExam, WithoutRowsOfOtherExamsNothingIsAsked)
-{
-    sheet({heads({u"语文"_s}), {1, 2, u"陈静"_s, 92}, {2, 1, u"李强"_s, 93}});
-    pick();
-    EXPECT_EQ(run(), ImportResult::Finished);
-    EXPECT_EQ(dialogs.questions.size(), 1);
-}
-
 /// Texts that were statements once.
 class HostileTexts : public ImportGuardsTest, public testing::WithParamInterface<const char*>
 {
@@ -401,6 +320,20 @@ TEST_F(ImportGuardsTest, ALibraryThatCannotBeReadStopsTheImportWithOneSentence)
     EXPECT_TRUE(dialogs.failures.value(0).endsWith(u" - Private Sub Command1_Click/FormDaoRu"_s));
     EXPECT_EQ(questions.labels, QStringList()) << "not asked for a stream 1";
     EXPECT_EQ(exams() + scoreRows(u"*"_s), QString());
+}
+
+TEST_F(ImportGuardsTest, AGuardThatTheLibraryRefusesStopsTheImport)
+{
+    library.addExam(u"期中"_s, u"文"_s, 1, {});
+    library.execute(u"alter table 成绩表 drop column 姓名"_s);
+    sheet({heads({u"语文"_s}), {1, 9, u"新生"_s, 90}});
+    pick();
+    const QString before = everything();
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(everything(), before);
+    EXPECT_EQ(questions.labels, QStringList());
+    ASSERT_EQ(dialogs.failures.size(), 1) << dialogs.failures.join(u'\n').toStdString();
+    EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Private Sub Command1_Click/FormDaoRu"_s));
 }
 
 /// Answers 取消 to everything, and locks the library while the first question waits.
