@@ -56,12 +56,15 @@ struct Guard
     QString accepted = u"继续"_s;
 };
 
+/// What every question about the rows of an exam picked from the list says, whatever is at stake.
+const QString overwriteQuestion = u"[只更新本考试]"_s;
+
 const std::vector<Guard>& guards()
 {
     static const std::vector<Guard> all{
         {u"还没有学生，科类设为："_s, u"stream"_s,
          u"请用 --stream 文 或 --stream 理 给出这些班级的科类。"_s},
-        {u"名学生其他考试"_s, u"accept-overwrite"_s,
+        {overwriteQuestion, u"accept-overwrite"_s,
          u"请用 --accept-overwrite original（按原规则导入）或 "
          "--accept-overwrite this-exam（只更新本考试）。"_s,
          u"按原规则导入"_s},
@@ -84,7 +87,7 @@ void planAccepted(CliDialogs& dialogs, const Arguments& arguments)
     }
     // The last plan for a question is the one that counts.
     if (rows == "this-exam"_L1)
-        dialogs.answer(u"名学生其他考试"_s, u"只更新本考试"_s);
+        dialogs.answer(overwriteQuestion, u"只更新本考试"_s);
 }
 
 /// Names the flag that would have answered the question which ended an import.
@@ -98,15 +101,14 @@ void printHints(const Session& session)
 }
 
 /// The stream of classes without students. Throws UsageError for one that is neither 文 nor 理 nor
-/// one of the open library, or a third one.
+/// one of the open library, or a third one, or not the only one.
 QString streamOfNewClasses(const Session& session)
 {
     const QString stream = session.arguments.value(u"stream"_s);
     QStringList known = session.scores.catalogue.Streams;
     known.removeAll(QString());
-    if (known.size() < 2)
-        known += QStringList{u"文"_s, u"理"_s};
-    known.removeDuplicates();
+    if (known.isEmpty())
+        known = QStringList{u"文"_s, u"理"_s};
     if (session.arguments.has(u"stream"_s) && !known.contains(stream))
         throw UsageError(u"科类“%1”不正确，可以是：%2。"_s.arg(stream, known.join(u'、')));
     return stream;

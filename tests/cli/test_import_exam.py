@@ -263,6 +263,16 @@ class Exams(ExamTest):
         self.assertEqual(self.scores("姓名, 考试名称, 考试编号, 语文"),
                          [("甲", "期中", 1, 90), ("甲", "期末", 2, 51), ("戊", "期末", 2, 61)])
 
+    def test_the_second_stream_of_an_existing_exam_has_its_full_marks_where_the_flag_says(self):
+        self.take((1, 1, "甲", 90, 80))
+        self.take((2, 1, "戊", 90, 80))
+        for flag, mark, marks in (("this-exam", 130, [("文", 150), ("理", 130)]),
+                                  ("original", 120, [("文", 120), ("理", 130)])):
+            self.take((2, 1, "戊", 91, 81),
+                      options=("--existing", "--accept-overwrite", flag,
+                               "--full-marks", f"语文={mark}"))
+            self.assertEqual(self.exams("科类, 语文"), marks)
+
     def test_an_existing_exam_keeps_the_full_marks_of_other_subjects(self):
         self.take((1, 1, "甲", 90, 80), options=("--full-marks", "语文=120,数学=100"))
         self.take((1, 1, "甲", 91), options=("--existing", "--full-marks", "语文=130"),
@@ -297,6 +307,8 @@ class Refused(ExamTest):
              "班级 7 还没有学生，科类设为： → 取消\n", "请用 --stream 文 或 --stream 理 给出这些班级的科类。\n"),
             (((1, 1, "甲", 70, 60),), "期中", ("--existing",),
              "将覆盖 1 名学生其他考试（高一期末）的成绩。", "--accept-overwrite this-exam（只更新本考试）。\n"),
+            (((2, 1, "戊", 70, 60),), "期中", ("--existing",),
+             "满分和总分公式会写到“文”科的考试行，不是“理”科的。", "--accept-overwrite this-exam（只更新本考试）。\n"),
             (((1, 1, "甲", 70, 60), (1, 2, "乙", 70, 60)), "期中", (),
              "考试“期中”里已有这些学生的成绩，再次导入会使 1 人的成绩重复。 → 取消\n",
              "确实要再次导入，请加上 --accept-duplicate。\n"),
@@ -310,7 +322,7 @@ class Refused(ExamTest):
             result = self.take(*rows, exam=exam, options=options, expect=ERROR)
             self.assertIn(question, result.err)
             self.assertTrue(result.err.endswith(hint), result.err)
-            self.assertNotIn("满分", result.err)
+            self.assertNotIn("：满分 ", result.err)
             self.assertUntouched(before)
 
     def test_a_name_of_an_exam_that_cannot_be(self):
@@ -323,6 +335,13 @@ class Refused(ExamTest):
     def test_a_stream_that_cannot_be(self):
         self.refused((7, 1, "新", 90, 80), options=("--stream", "数"), expect=USAGE,
                      says="科类“数”不正确，可以是：文、理。\n")
+
+    def test_a_stream_that_is_not_the_only_one(self):
+        self.change("update 信息表 set 科类='文'")
+        self.refused((7, 1, "新", 90, 80), options=("--stream", "理"), expect=USAGE,
+                     says="科类“理”不正确，可以是：文。\n")
+        self.take((7, 1, "新", 90, 80), options=("--stream", "文", "--add-students"))
+        self.assertEqual(self.scores("科类"), [("文",)])
 
     def test_headings_must_stand_exactly(self):
         says = "[错误] 指定的工作表格式不对！\n\n前3列名称应为：班级,学号,姓名\n"
