@@ -1,5 +1,7 @@
 #include "library/FormulaTrim.h"
 
+#include <algorithm>
+
 #include "platform/database/Recordset.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
@@ -16,11 +18,18 @@ void openFormula(database::Recordset& rows, const QString& total, database::Conn
     rows.Open(u"select * from 总分公式 where 总分=?"_s, {total}, conn);
 }
 
+bool isTrimmable(const FormulaTrim& trim)
+{
+    return !trim.trimmed.isEmpty();
+}
+
 bool isWanted(const std::vector<FormulaTrim>& trims)
 {
     QStringList lines;
     for (const FormulaTrim& trim : trims)
-        lines.append(u"%1=%2 → %3"_s.arg(trim.total, trim.formula, trim.trimmed));
+        lines.append(u"%1=%2 → %3"_s.arg(trim.total, trim.formula,
+                                         isTrimmable(trim) ? trim.trimmed
+                                                           : u"（没有现有科目，保持不变）"_s));
     return runtime::choose(
                {.text = u"这些总分公式里有成绩库没有的科目：\n\n%1\n\n"
                         "改为现有科目后，总分只加箭头后面的科目。"_s.arg(lines.join(u'\n')),
@@ -34,6 +43,8 @@ void writeTrimmed(ScoreLibrary& scoreLibrary)
 {
     database::WriteBatch batch(scoreLibrary.Conn);
     for (const FormulaTrim& trim : formulasToTrim(scoreLibrary)) {
+        if (!isTrimmable(trim))
+            continue;
         database::Recordset rows;
         openFormula(rows, trim.total, scoreLibrary.Conn);
         rows.Fields(u"公式"_s).setValue(trim.trimmed);
@@ -55,7 +66,7 @@ std::vector<FormulaTrim> formulasToTrim(ScoreLibrary& scoreLibrary)
         const QStringList terms = formulaTerms(formula);
         QStringList left = terms;
         left.removeIf([&](const QString& term) { return !catalogue.AllColumns.contains(term); });
-        if (!left.isEmpty() && left.size() < terms.size())
+        if (!formula.isEmpty() && left.size() < terms.size())
             trims.push_back({total, formula, left.join(u'+')});
     }
     return trims;
@@ -66,7 +77,7 @@ void offerFormulaTrim(ScoreLibrary& scoreLibrary)
     const runtime::Trap trap{" - Private Sub Command1_Click/FormNew"};
     trap([&] {
         const std::vector<FormulaTrim> trims = formulasToTrim(scoreLibrary);
-        if (!trims.empty() && isWanted(trims))
+        if (std::ranges::any_of(trims, isTrimmable) && isWanted(trims))
             writeTrimmed(scoreLibrary);
     });
 }

@@ -13,12 +13,11 @@ struct FormulaTrim
 {
     QString total;
     QString formula;
-    /// What is left of it.
+    /// What is left of it; a formula of which nothing is left stays as it is.
     QString trimmed;
 };
 
-/// The formulas of the library's totals that name subjects which it lacks; not those none of whose
-/// terms is left. Throws database::Error.
+/// The formulas of the library's totals that name subjects which it lacks. Throws database::Error.
 std::vector<FormulaTrim> formulasToTrim(ScoreLibrary& scoreLibrary);
 
 /// Offers to cut the subjects that a new library lacks out of its formulas, if there are any.

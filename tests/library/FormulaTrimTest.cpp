@@ -27,19 +27,23 @@ protected:
     TestLibrary test{{u"语文"_s, u"数学"_s, u"总分"_s, u"文科总分"_s, u"理科总分"_s}};
 };
 
-TEST_F(FormulaTrims, OnlyFormulasThatNameLackingSubjectsAndKeepOthersAreOffered)
+TEST_F(FormulaTrims, OnlyFormulasThatNameLackingSubjectsAreTold)
 {
     const std::vector<library::FormulaTrim> trims = library::formulasToTrim(test.scores);
-    ASSERT_EQ(trims.size(), 1u);
+    ASSERT_EQ(trims.size(), 2u);
     EXPECT_EQ(trims[0].total, u"总分"_s);
     EXPECT_EQ(trims[0].formula, u"语文+体育+数学+音乐"_s);
     EXPECT_EQ(trims[0].trimmed, u"语文+数学"_s);
+    EXPECT_EQ(trims[1].total, u"理科总分"_s);
+    EXPECT_EQ(trims[1].trimmed, QString());
 }
 
 TEST_F(FormulaTrims, TrimmingWritesWhatIsLeft)
 {
     test.dialogs.expect(u"总分=语文+体育+数学+音乐 → 语文+数学\n"_s, u"改为现有科目"_s);
     library::offerFormulaTrim(test.scores);
+    EXPECT_TRUE(
+        test.dialogs.questions[0].contains(u"理科总分=体育+音乐 → （没有现有科目，保持不变）\n"_s));
     EXPECT_EQ(formulas(), u"语文+数学 / 语文+数学 / 体育+音乐 / 语文+体育"_s);
     library::offerFormulaTrim(test.scores);
     EXPECT_EQ(test.dialogs.shown.size(), 1) << "there is nothing left to offer";
@@ -51,6 +55,7 @@ TEST_F(FormulaTrims, TheSafeAnswerKeepsTheFormulas)
     test.dialogs.expect(u"总分公式里有成绩库没有的科目"_s, u"保持不变"_s);
     library::offerFormulaTrim(test.scores);
     EXPECT_EQ(formulas(), before);
+    EXPECT_EQ(test.dialogs.safeOf(u"总分公式"_s), u"保持不变"_s);
 }
 
 TEST_F(FormulaTrims, ANewLibraryOffersItBeforeItsClosingText)

@@ -51,6 +51,7 @@ int ScriptedDialogs::choose(const runtime::Choice& choice)
 {
     shown.append(choice.title.isEmpty() ? choice.text : choice.title + u": "_s + choice.text);
     questions.append(choice.text);
+    m_choices.push_back(choice);
     const auto button = [&choice](const PlannedChoice& planned) {
         const qsizetype found = choice.buttons.indexOf(planned.caption);
         if (found < 0)
@@ -98,6 +99,17 @@ BoxLook ScriptedDialogs::look(const QString& part) const
     if (box != m_boxes.rend())
         return box->look;
     ADD_FAILURE() << "no such box: " << part.toStdString();
+    return {};
+}
+
+QString ScriptedDialogs::safeOf(const QString& part) const
+{
+    const auto choice =
+        std::find_if(m_choices.rbegin(), m_choices.rend(),
+                     [&](const runtime::Choice& c) { return c.text.contains(part); });
+    if (choice != m_choices.rend())
+        return choice->buttons.value(choice->safe);
+    ADD_FAILURE() << "no such question: " << part.toStdString();
     return {};
 }
 

@@ -52,6 +52,10 @@ public:
     /// How the last message box with `part` in its text looked; fails the test if there was none.
     BoxLook look(const QString& part) const;
 
+    /// The caption of the safe button of the last question put by runtime::choose() with `part` in
+    /// its text; fails the test if there was none.
+    QString safeOf(const QString& part) const;
+
     runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
                             runtime::Icon icon) override;
     int choose(const runtime::Choice& choice) override;
@@ -88,6 +92,7 @@ private:
     };
 
     std::vector<Box> m_boxes;
+    std::vector<runtime::Choice> m_choices;
     std::deque<Planned> m_planned;
     std::vector<Planned> m_standing;
     std::deque<PlannedChoice> m_plannedChoices;
