@@ -147,8 +147,9 @@ int browse(const runtime::AppPaths& paths)
                                       u"类别代码"_s, u"考试名称"_s})
               .mid(0, 96);
     grid::FlexGrid grid;
+    runtime::NoProgress progress;
     const double seconds =
-        medianSeconds([&] { workbench::ShowKSCJmain(scores, sql, items, grid); });
+        medianSeconds([&] { workbench::ShowKSCJmain(scores, sql, items, grid, progress); });
     if (grid.Rows() != 12001 || grid.Cols() != 100 || grid.TextMatrix(12000, 99).isEmpty())
         return 1;
     return judged("browse 12,000 rows x 100 columns", seconds, 1.0);
@@ -181,10 +182,11 @@ int browseExam(const runtime::AppPaths& paths, const QString& path, const QStrin
     scores.OpenDB();
     const QStringList items = numberColumns(scores.Conn, {});
     grid::FlexGrid grid;
+    runtime::NoProgress progress;
     const double seconds = medianSeconds([&] {
         const QString sql = workbench::rowsSql(
             {{exam}, workbench::classes(scores.catalogue), workbench::categories(scores), {}});
-        workbench::ShowKSCJmain(scores, sql, items, grid);
+        workbench::ShowKSCJmain(scores, sql, items, grid, progress);
     });
     std::printf("rows=%d total=%.2f\n", grid.Rows() - 1, seconds * 1000);
     return grid.Rows() > 1 ? 0 : 1;

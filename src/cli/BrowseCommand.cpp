@@ -1,4 +1,5 @@
 #include "cli/ChosenOptions.h"
+#include "cli/CliProgress.h"
 #include "cli/Command.h"
 #include "cli/GridOutput.h"
 #include "library/ColumnNames.h"
@@ -40,7 +41,9 @@ Exit runBrowse(Session& session)
         session.dialogs.answer(u"这条语句会"_s, u"执行"_s);
     const workbench::BrowseRequest request = browseRequest(session);
     grid::FlexGrid grid;
-    const bool filled = workbench::browse(session.scores, request, grid);
+    CliProgress progress;
+    const bool filled = workbench::browse(session.scores, request, grid, progress);
+    progress.finish();
     // A refusal leaves nothing to show as text; the object tells its message.
     if (filled || format == "json"_L1)
         printGrid(session, grid, request.sql, format);

@@ -152,11 +152,11 @@ bool showChosenRows(library::ScoreLibrary& scoreLibrary, const RowChoice& choice
 } // namespace
 
 bool ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const QStringList& items,
-                  FlexGrid& grid)
+                  FlexGrid& grid, runtime::Progress& progress)
 {
     return showRows(
         [&](database::Recordset& rows) {
-            const bool wanted = mayRun(scoreLibrary, sql);
+            const bool wanted = mayRun(scoreLibrary, sql, progress);
             if (wanted)
                 rows.Open(sql, scoreLibrary.Conn, database::Trust::User);
             return wanted;
@@ -171,7 +171,8 @@ bool checkExamChosen(const QStringList& exams)
     return !exams.isEmpty();
 }
 
-bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request, FlexGrid& grid)
+bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request, FlexGrid& grid,
+            runtime::Progress& progress)
 {
     const Trap trap{" - Private Sub Command19_Click/FormKaoShi"};
     if (!checkExamChosen(request.rows.exams))
@@ -182,7 +183,7 @@ bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request, F
     trap([&] {
         shown = request.sql == rowsSql(request.rows)
                     ? showChosenRows(scoreLibrary, request.rows, items, grid)
-                    : ShowKSCJmain(scoreLibrary, request.sql, items, grid);
+                    : ShowKSCJmain(scoreLibrary, request.sql, items, grid, progress);
     });
     grid.Visible = grid.Visible || shown;
     return shown;

@@ -2,6 +2,7 @@
 
 #include "library/ScoreLibrary.h"
 #include "platform/grid/FlexGrid.h"
+#include "platform/runtime/Progress.h"
 #include "workbench/ScoreQuery.h"
 
 namespace workbench {
@@ -31,14 +32,14 @@ QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
 /// item. Of the looks of the table before, its merges and fixed rows stay. A failing statement is
 /// shown and the next one runs, so that a name that is no field costs one message for each row.
 /// False, and the grid as it was, if the statement would change the library and the user does not
-/// want that.
+/// want that, or no copy of the library could be made before.
 bool ShowKSCJmain(library::ScoreLibrary& scoreLibrary, const QString& sql, const QStringList& items,
-                  grid::FlexGrid& grid);
+                  grid::FlexGrid& grid, runtime::Progress& progress);
 
 /// Fills the grid and shows it. False, after a message, if no exam is chosen, and if the user does
 /// not want the typed statement to run.
-bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request,
-            grid::FlexGrid& grid);
+bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request, grid::FlexGrid& grid,
+            runtime::Progress& progress);
 
 /// The heading of a column: "语文年名" is shown as "语名".
 QString browseHeading(const QString& item);

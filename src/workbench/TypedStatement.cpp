@@ -5,7 +5,9 @@
 #include "platform/database/Statement.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/FoldedFailures.h"
+#include "platform/runtime/Trap.h"
 
 namespace workbench {
 
@@ -36,9 +38,21 @@ QString shown(const QString& sql)
     return sql.size() <= most ? sql : sql.left(most) + u"……"_s;
 }
 
+bool isCopied(const QString& libraryPath, runtime::Progress& progress)
+{
+    const runtime::Trap trap{" - Sub ShowKSCJmain/FormKaoShi"};
+    try {
+        library::backUpLibrary(libraryPath, QDateTime::currentDateTime(), progress);
+        return true;
+    } catch (const runtime::Error& error) {
+        trap.fail(u"备份没有成功，语句没有执行："_s + error.description());
+        return false;
+    }
+}
+
 } // namespace
 
-bool mayRun(library::ScoreLibrary& scoreLibrary, const QString& sql)
+bool mayRun(library::ScoreLibrary& scoreLibrary, const QString& sql, runtime::Progress& progress)
 {
     const database::SqlText text(sql);
     database::Statement statement(scoreLibrary.Conn, text.engineText(), database::Trust::User);
@@ -46,15 +60,9 @@ bool mayRun(library::ScoreLibrary& scoreLibrary, const QString& sql)
         return true;
     const QString question = whatChanges(scoreLibrary.Conn, text, statement) + u"\n\n"_s
                              + shown(sql) + u"\n\n执行前会备份成绩库。是否执行？"_s;
-    if (runtime::choose({.text = question,
-                         .buttons = {u"执行"_s, u"取消"_s},
-                         .safe = 1,
-                         .title = u"修改成绩库"_s})
-        == 1)
-        return false;
-    runtime::NoProgress unwatched;
-    library::backUpLibrary(scoreLibrary.Conn.path(), QDateTime::currentDateTime(), unwatched);
-    return true;
+    const int pressed = runtime::choose(
+        {.text = question, .buttons = {u"执行"_s, u"取消"_s}, .safe = 1, .title = u"修改成绩库"_s});
+    return pressed == 0 && isCopied(scoreLibrary.Conn.path(), progress);
 }
 
 StoppableStatements::StoppableStatements(database::Connection& connection,

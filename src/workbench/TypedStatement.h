@@ -6,9 +6,9 @@
 namespace workbench {
 
 /// Whether a statement that the user typed may run: it only reads, or he was told what it would
-/// change and wants that. A copy of the library has been made then. Throws runtime::Error for a
-/// statement that cannot run, and if the copy cannot be made.
-bool mayRun(library::ScoreLibrary& scoreLibrary, const QString& sql);
+/// change and wants that. A copy of the library has been made then; false, after a message, if it
+/// could not be. Throws runtime::Error for a statement that cannot run.
+bool mayRun(library::ScoreLibrary& scoreLibrary, const QString& sql, runtime::Progress& progress);
 
 /// As long as it lives, statements that the user typed tell the progress that they run, and end
 /// when it is cancelled.

@@ -60,7 +60,8 @@ protected:
         const workbench::RowChoice rows{exams, classes, {u"1"_s}, {}};
         const workbench::BrowseRequest request{rows, u"原始分和名次"_s, library::AllStreams,
                                                workbench::rowsSql(rows)};
-        ASSERT_TRUE(workbench::browse(library.scores, request, grid));
+        runtime::NoProgress progress;
+        ASSERT_TRUE(workbench::browse(library.scores, request, grid, progress));
     }
 
     /// The grid as it stands in a file.

@@ -23,7 +23,7 @@ protected:
 
     void show(const QStringList& items, const QString& sql)
     {
-        workbench::ShowKSCJmain(library.scores, sql, items, grid);
+        workbench::ShowKSCJmain(library.scores, sql, items, grid, progress);
     }
 
     void storeDisplay(const QString& name, const QString& items)
@@ -57,6 +57,7 @@ protected:
     }
 
     FlexGrid grid;
+    runtime::NoProgress progress;
     const QString tag = u" - Sub ShowKSCJmain/FormKaoShi"_s;
     const QString raw = u"原始分和名次"_s;
     const QString all = u"select * from 成绩表"_s;
@@ -222,7 +223,7 @@ TEST_F(BrowseTest, AnExamMustBeChosen)
     workbench::BrowseRequest nothing = request();
     nothing.rows.exams.clear();
     grid.Visible = false;
-    EXPECT_FALSE(workbench::browse(library.scores, nothing, grid));
+    EXPECT_FALSE(workbench::browse(library.scores, nothing, grid, progress));
     EXPECT_EQ(library.dialogs.shown, QStringList{u"没有选择考试，请选择考试继续。"_s});
     EXPECT_FALSE(grid.Visible);
     EXPECT_EQ(grid.Cols(), 2);
@@ -231,7 +232,7 @@ TEST_F(BrowseTest, AnExamMustBeChosen)
 TEST_F(BrowseTest, FillsAndShowsTheGrid)
 {
     grid.Visible = false;
-    EXPECT_TRUE(workbench::browse(library.scores, request(), grid));
+    EXPECT_TRUE(workbench::browse(library.scores, request(), grid, progress));
     EXPECT_TRUE(grid.Visible);
     EXPECT_EQ(grid.Cols(), 11);
     EXPECT_EQ(grid.Rows(), 3);
@@ -244,8 +245,25 @@ TEST_F(BrowseTest, ThePromptForAClassIsRunAsAStatementAndFails)
     workbench::BrowseRequest prompted = request();
     prompted.rows.classes.clear();
     prompted.sql = workbench::rowsSql(prompted.rows);
-    EXPECT_TRUE(workbench::browse(library.scores, prompted, grid));
+    EXPECT_TRUE(workbench::browse(library.scores, prompted, grid, progress));
     expectFailures(3, tag);
+}
+
+TEST_F(BrowseTest, WithoutACopyAWantedStatementLeavesLibraryAndGrid)
+{
+    struct Cancelled : runtime::NoProgress
+    {
+        bool cancelled() const override { return true; }
+    } cancelled;
+    workbench::BrowseRequest typed = request();
+    typed.sql = u"delete from 成绩表"_s;
+    grid.setTextMatrix(0, 0, u"早先"_s);
+    library.dialogs.expect(u"会改动成绩库里的 2 行"_s, u"执行"_s);
+    EXPECT_FALSE(workbench::browse(library.scores, typed, grid, cancelled));
+    EXPECT_EQ(library.dialogs.failures,
+              QStringList{u"备份没有成功，语句没有执行：备份没有做完就取消了。"_s + tag});
+    EXPECT_EQ(grid.TextMatrix(0, 0), u"早先"_s);
+    EXPECT_EQ(library.rows(u"select count(*) from 成绩表"_s), u"2"_s);
 }
 
 TEST_F(BrowseTest, AStatementThatTheUserDoesNotWantLeavesLibraryAndGrid)
@@ -255,7 +273,7 @@ TEST_F(BrowseTest, AStatementThatTheUserDoesNotWantLeavesLibraryAndGrid)
     grid.setTextMatrix(0, 0, u"早先"_s);
     grid.Visible = false;
     library.dialogs.expect(u"会改动成绩库里的 2 行"_s, u"取消"_s);
-    EXPECT_FALSE(workbench::browse(library.scores, typed, grid));
+    EXPECT_FALSE(workbench::browse(library.scores, typed, grid, progress));
     EXPECT_EQ(grid.TextMatrix(0, 0), u"早先"_s);
     EXPECT_FALSE(grid.Visible);
     EXPECT_EQ(library.rows(u"select count(*) from 成绩表"_s), u"2"_s);
@@ -268,7 +286,7 @@ TEST_F(BrowseTest, AnExamsNameIsNeverReadAsAPartOfTheStatement)
         SCOPED_TRACE(name.toStdString());
         library.dialogs.failures.clear();
         grid = {};
-        EXPECT_TRUE(workbench::browse(library.scores, request({name}), grid));
+        EXPECT_TRUE(workbench::browse(library.scores, request({name}), grid, progress));
         expectFailures(3, tag);
         EXPECT_TRUE(library.dialogs.failures.first().contains(u"单引号"_s));
         EXPECT_EQ(grid.Rows(), 2);
@@ -276,7 +294,7 @@ TEST_F(BrowseTest, AnExamsNameIsNeverReadAsAPartOfTheStatement)
     }
     for (const QString& name : {u"2024--2025"_s, u"a/*b*/"_s, u"]"_s, u"%"_s, u"?"_s}) {
         library.addScores(name, 2, 1, {{u"语文"_s, 77}});
-        EXPECT_TRUE(workbench::browse(library.scores, request({name}), grid));
+        EXPECT_TRUE(workbench::browse(library.scores, request({name}), grid, progress));
         EXPECT_EQ(grid.Rows(), 2);
         EXPECT_EQ(grid.TextMatrix(1, 4), u"77"_s) << name.toStdString();
     }
@@ -286,7 +304,7 @@ TEST_F(BrowseTest, AnOvertypedStatementIsShownUnderTheSameColumns)
 {
     workbench::BrowseRequest typed = request();
     typed.sql = u"select * from 成绩表 where 语文>0"_s;
-    EXPECT_TRUE(workbench::browse(library.scores, typed, grid));
+    EXPECT_TRUE(workbench::browse(library.scores, typed, grid, progress));
     EXPECT_EQ(grid.Rows(), 2);
     EXPECT_EQ(grid.TextMatrix(0, 5), u"语名"_s);
     EXPECT_EQ(grid.TextMatrix(1, 4), u"100.5"_s);

@@ -19,7 +19,11 @@ protected:
         library.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 80}});
     }
 
-    bool mayRun(const QString& sql) { return workbench::mayRun(library.scores, sql); }
+    bool mayRun(const QString& sql)
+    {
+        runtime::NoProgress progress;
+        return workbench::mayRun(library.scores, sql, progress);
+    }
 
     qsizetype copies() const
     {
@@ -50,6 +54,7 @@ TEST_F(TypedStatement, AChangeIsToldWithItsRowsAndTakenBackUntilItIsWanted)
     for (const auto& [sql, says] : cases) {
         library.dialogs.expect(says, u"取消"_s);
         EXPECT_FALSE(mayRun(sql)) << sql.toStdString();
+        EXPECT_EQ(library.dialogs.safeOf(says), u"取消"_s);
         EXPECT_EQ(library.rows(u"select 语文 from 成绩表"_s), u"90 / 80"_s);
     }
     EXPECT_TRUE(library.dialogs.questions.first().contains(u"update 成绩表 set 语文=0"_s));

@@ -378,7 +378,7 @@ void FormKaoShi::CommandLLCJ_Click()
 {
     widgets::ScreenProgress progress(window());
     const StoppableStatements stoppable(m_library.Conn, progress);
-    const bool shown = browse(m_library, m_selection.browseRequest(), m_grid);
+    const bool shown = browse(m_library, m_selection.browseRequest(), m_grid, progress);
     progress.finish();
     if (!shown)
         return;
