@@ -8,6 +8,7 @@
 #include "gui/MainWindowFixture.h"
 #include "gui/ModalBoxes.h"
 #include "platform/runtime/TextFile.h"
+#include "workbench/ui/FormKaoShi.h"
 
 namespace {
 
@@ -211,6 +212,24 @@ TEST_F(MainWindow, TheNoteGoesWithItsResult)
     window->start(QString());
     Q_EMIT test.scores.opened();
     EXPECT_FALSE(note->isVisible());
+}
+
+TEST_F(MainWindow, GridAndNoteGoWhenTheLibraryIsClosed)
+{
+    startWithExam();
+    auto* note = window->findChild<QLabel*>(u"LabelResultNote"_s);
+    window->findChild<QComboBox*>(u"Combo3"_s)->setCurrentText(u"各科差生率"_s);
+    press(u"CommandZXTJ"_s);
+    EXPECT_TRUE(note->isVisible());
+    test.scores.Conn.Close();
+    test.scores.notifyChanged();
+    EXPECT_FALSE(note->isVisible());
+    EXPECT_FALSE(gridView()->isVisible());
+    // A link that was pressed before it went.
+    auto* form = window->findChild<workbench::FormKaoShi*>();
+    form->runStatistics({{u"期中"_s}, u"各科差生率"_s});
+    EXPECT_FALSE(gridView()->isVisible());
+    EXPECT_EQ(test.dialogs.shown, QStringList());
 }
 
 TEST_F(MainWindow, AfterAQueryThePanelStepsAsideIfAskedAndComesBackOnDemand)

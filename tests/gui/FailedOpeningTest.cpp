@@ -131,6 +131,7 @@ TEST_F(FailedOpening, OfAFileThatDoesNotExistLeavesTheOpenLibrary)
 TEST_F(FailedOpening, AfterACompactionThatLeavesNoLibraryTheCommandsAreOff)
 {
     startWithExam();
+    press(u"CommandLLCJ"_s);
     QFile damaged(path);
     ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
     damaged.write("SQLite format 3\0 and no more", 28);
@@ -138,6 +139,7 @@ TEST_F(FailedOpening, AfterACompactionThatLeavesNoLibraryTheCommandsAreOff)
     item(u"mfSaveAs"_s)->trigger();
     EXPECT_EQ(test.dialogs.shown.last(), u"压缩完毕!"_s);
     expectCommands(false);
+    EXPECT_FALSE(gridView()->isVisible());
 }
 
 } // namespace

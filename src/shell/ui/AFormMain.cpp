@@ -78,6 +78,10 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
     connectMenu();
     connectRecent();
     connect(&m_library, &library::ScoreLibrary::opened, this, &AFormMain::takeLibrary);
+    connect(&m_library, &library::ScoreLibrary::changed, this, [this] {
+        if (!m_library.Conn.isOpen())
+            hideResult();
+    });
     connect(&m_library, &library::ScoreLibrary::changed, m_workbench, &workbench::FormKaoShi::init);
     restoreLayout();
 }
@@ -240,13 +244,17 @@ void AFormMain::ShowInfo()
 void AFormMain::takeLibrary()
 {
     // What is shown stems from the library before.
-    if (openPath() != m_shownLibrary) {
-        MSFlexGrid1->hide();
-        LabelResultNote->showNotes({});
-    }
+    if (openPath() != m_shownLibrary)
+        hideResult();
     m_shownLibrary = openPath();
     m_workbench->init();
     ShowInfo();
+}
+
+void AFormMain::hideResult()
+{
+    MSFlexGrid1->hide();
+    LabelResultNote->showNotes({});
 }
 
 void AFormMain::openLibrary(const QString& path)

@@ -58,6 +58,7 @@ private:
     /// "" when no library is open.
     QString openPath() const;
     void takeLibrary();
+    void hideResult();
     void openLibrary(const QString& path);
     void takeDropped(const QString& file);
     void showGrid(workbench::AfterQuery afterwards);

@@ -399,6 +399,9 @@ void FormKaoShi::CommandZXTJ_Click()
 
 void FormKaoShi::runStatistics(const ReportRequest& request)
 {
+    // A link may be followed while its library is gone.
+    if (m_selection.commandsAvailable != Available::Yes)
+        return;
     const widgets::CommandScope command(m_dialogs);
     if (!runReport(request, m_reports, m_grid))
         return;
