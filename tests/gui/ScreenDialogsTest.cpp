@@ -1,5 +1,7 @@
 #include "platform/widgets/ScreenDialogs.h"
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QColorDialog>
 #include <QFileDialog>
@@ -52,6 +54,8 @@ protected:
         });
     }
 
+    const runtime::Choice skipOrAll{
+        .text = u"<b>甲</b>"_s, .buttons = {u"跳过"_s, u"全部"_s, u"取消"_s}, .safe = 2};
     support::ModalBoxes boxes;
     widgets::ScreenDialogs dialogs;
 };
@@ -135,6 +139,68 @@ TEST_F(ScreenDialogs, ABoxShowsItsTextAsItStandsUnderItsTitle)
         window.accept();
     });
     dialogs.message(u"文"_s, {}, Buttons::Ok, Icon::None);
+}
+
+TEST_F(ScreenDialogs, AChoiceShowsItsButtonsInOrderAndItsTextAsItStands)
+{
+    boxes.expect([](QDialog& window) {
+        QStringList captions;
+        QList<QPushButton*> buttons = window.findChildren<QPushButton*>();
+        std::ranges::sort(buttons, {}, [](const QPushButton* button) { return button->x(); });
+        for (const QPushButton* button : buttons) {
+            captions.append(button->text());
+            EXPECT_EQ(button->isDefault(), button->text() == u"取消"_s);
+        }
+        EXPECT_EQ(captions, (QStringList{u"跳过"_s, u"全部"_s, u"取消"_s}));
+        EXPECT_EQ(box(window).text(), u"<b>甲</b>"_s);
+        EXPECT_EQ(box(window).textFormat(), Qt::PlainText);
+        EXPECT_EQ(window.windowTitle(), u"云杉学业册"_s);
+        QTest::mouseClick(buttons[1], Qt::LeftButton);
+    });
+    EXPECT_EQ(dialogs.choose(skipOrAll), 1);
+}
+
+TEST_F(ScreenDialogs, AChoiceThatIsNotMadeGivesTheSafeAnswer)
+{
+    for (const int safe : {0, 1, 2}) {
+        runtime::Choice choice = skipOrAll;
+        choice.safe = safe;
+        boxes.expect([](QDialog& window) { QTest::keyClick(&window, Qt::Key_Escape); });
+        EXPECT_EQ(dialogs.choose(choice), safe);
+        boxes.expect([](QDialog& window) { window.close(); });
+        EXPECT_EQ(dialogs.choose(choice), safe);
+        boxes.expect([](QDialog& window) { QTest::keyClick(&window, Qt::Key_Return); });
+        EXPECT_EQ(dialogs.choose(choice), safe);
+    }
+}
+
+TEST_F(ScreenDialogs, ABoxWithALongTextFitsASmallScreenAndShowsItsButtons)
+{
+    const auto fits = [this] {
+        boxes.expect([](QDialog& window) {
+            EXPECT_LE(window.width(), 1024);
+            EXPECT_LE(window.height(), 700);
+            for (const QAbstractButton* button : box(window).buttons()) {
+                const QPoint place = button->mapTo(&window, QPoint());
+                EXPECT_TRUE(window.rect().contains(QRect(place, button->size())));
+            }
+            EXPECT_TRUE(box(window).text().startsWith(u"学生"_s));
+            EXPECT_TRUE(box(window).text().contains(u"…"_s));
+            EXPECT_TRUE(box(window).text().endsWith(u"继续？"_s));
+            QTest::keyClick(&window, Qt::Key_Escape);
+        });
+    };
+    for (const QString& part : {u"x"_s, u"长"_s, u"甲、"_s, u"行\n"_s, u"a b "_s}) {
+        const QString text = u"学生 "_s + part.repeated(10'000) + u"\n\n继续？"_s;
+        fits();
+        dialogs.message(text, {}, Buttons::OkCancel, Icon::Warning);
+        runtime::Choice choice = skipOrAll;
+        choice.text = text;
+        fits();
+        dialogs.choose(choice);
+        fits();
+        dialogs.failure(text);
+    }
 }
 
 TEST_F(ScreenDialogs, AFailureOutsideACommandOffersNoSilence)

@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 
 namespace widgets {
 
@@ -75,6 +76,37 @@ QString shownTitle(const QString& title)
     return title.isEmpty() ? ProductTitle : title;
 }
 
+/// Long words, such as a name that fills a cell, with … for their middle.
+QString shortWords(QString text)
+{
+    constexpr qsizetype most = 200;
+    static const QRegularExpression longWord(u"[^\\s、，。；：！？]{%1,}"_s.arg(most + 1));
+    for (QRegularExpressionMatch word = longWord.match(text); word.hasMatch();
+         word = longWord.match(text, word.capturedStart() + most))
+        text.replace(word.capturedStart() + most / 2, word.capturedLength() - most + 1, u"…"_s);
+    return text;
+}
+
+/// The text as far as a box on a small screen has room for it and its buttons: … stands for the
+/// middle, as both ends tell what it is about.
+QString shownText(const QString& text)
+{
+    constexpr qsizetype mostRows = 30;
+    constexpr qsizetype rowLength = 25;
+    QString shown = shortWords(text);
+    QStringList rows;
+    for (const QString& line : shown.split(u'\n')) {
+        for (qsizetype start = 0; start == 0 || start < line.size(); start += rowLength)
+            rows.append(line.mid(start, rowLength));
+        rows.last().append(u'\n');
+    }
+    if (rows.size() <= mostRows)
+        return shown;
+    constexpr qsizetype half = mostRows / 2;
+    return rows.first(half).join(QString()) + u"\n…\n"_s
+           + rows.last(half).join(QString()).chopped(1);
+}
+
 /// "成绩库|*.CJK" in the file dialog's words; the extension counts in either case, and "*.*" means
 /// all files.
 QString nameFilter(const QString& filter)
@@ -94,7 +126,8 @@ const QString ProductTitle = u"云杉学业册"_s;
 
 Answer ScreenDialogs::message(const QString& text, const QString& title, Buttons buttons, Icon icon)
 {
-    QMessageBox box(picture(icon), shownTitle(title), text, standardButtons(buttons), owner());
+    QMessageBox box(picture(icon), shownTitle(title), shownText(text), standardButtons(buttons),
+                    owner());
     // Names typed by a user may look like markup; they are shown as they stand.
     box.setTextFormat(Qt::PlainText);
     if (buttons == Buttons::YesNo)
@@ -106,7 +139,7 @@ Answer ScreenDialogs::message(const QString& text, const QString& title, Buttons
 
 int ScreenDialogs::choose(const runtime::Choice& choice)
 {
-    QMessageBox box(QMessageBox::Question, shownTitle(choice.title), choice.text,
+    QMessageBox box(QMessageBox::Question, shownTitle(choice.title), shownText(choice.text),
                     QMessageBox::NoButton, owner());
     box.setTextFormat(Qt::PlainText);
     QList<QAbstractButton*> buttons;
@@ -134,7 +167,8 @@ void ScreenDialogs::failure(const QString& text)
         ++m_passedOver;
         return;
     }
-    QMessageBox box(QMessageBox::Warning, shownTitle({}), text, QMessageBox::Ok, owner());
+    QMessageBox box(QMessageBox::Warning, shownTitle({}), shownText(text), QMessageBox::Ok,
+                    owner());
     box.setTextFormat(Qt::PlainText);
     if (m_commandDepth > 0) {
         auto* quiet = new QCheckBox(u"本次操作不再显示这类消息(&N)"_s);
