@@ -143,6 +143,7 @@ TEST_F(StatisticsRun, SeveralExamsWhoseFullMarksAddUpAreNotedAndOfferedOneByOne)
         const auto notes = workbench::reportNotes({exams, item});
         ASSERT_EQ(notes.size(), 1u) << item.toStdString();
         EXPECT_EQ(notes[0].text, u"选了 2 次考试，分数线按这几次满分相加的和计算。"_s);
+        EXPECT_EQ(notes[0].offer, u"逐次考试统计"_s);
         EXPECT_TRUE(workbench::reportNotes(notes[0].instead).empty());
         workbench::runReport({exams, item}, context, grid);
         EXPECT_EQ(grid.TextMatrix(8, 2), u"0"_s);
