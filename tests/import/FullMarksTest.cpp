@@ -143,6 +143,7 @@ TEST_F(FullMarksTest, LeavingWithOpenSubjectsIsAskedAbout)
     load({u"语文"_s, u"数学"_s}, u"语文=120\n"_s);
     dialogs.expect(u"还有 2 个科目没有确定满分（语文、数学）。"_s, u"返回"_s);
     EXPECT_FALSE(marks.mayLeave()) << "no mark counts until it was accepted";
+    EXPECT_EQ(dialogs.safeOf(u"没有确定满分"_s), u"返回"_s);
     marks.accept();
     dialogs.expect(u"还有 1 个科目没有确定满分（数学）。"_s, u"继续"_s);
     EXPECT_TRUE(marks.mayLeave());

@@ -60,6 +60,7 @@ TEST_F(ImportGuardsTest, ANameThatTheListWillPassOverIsAskedAbout)
     twoStudents();
     dialogs.expect(u"“期中”是已有考试“高一期中”的一部分，导入以后考试列表里看不到它"_s, u"取消"_s);
     expectRefused();
+    EXPECT_EQ(dialogs.safeOf(u"看不到它"_s), u"取消"_s);
     dialogs.expect(u"看不到它"_s, u"仍然导入"_s);
     EXPECT_EQ(run(), ImportResult::Finished);
     EXPECT_EQ(library.scores.catalogue.ExamList, (QStringList{u"高一期中"_s, u"月考"_s}));
@@ -94,6 +95,7 @@ TEST_F(ImportGuardsTest, WithoutAStreamForANewClassNothingIsImported)
     newClass();
     dialogs.expect(whichStream, u"取消"_s);
     expectRefused();
+    EXPECT_EQ(dialogs.safeOf(whichStream), u"取消"_s);
 }
 
 TEST_F(ImportGuardsTest, SeveralNewClassesAreOneQuestion)
@@ -173,6 +175,7 @@ TEST_F(ImportGuardsTest, TextsThatAreNoScoresAreListedOnceBeforeAnythingIsWritte
         u"有 3 个单元格的文字既不是缺考也不是作弊，按 0 分计：abc（2）、请假（1）"_s;
     dialogs.expect(text, u"取消"_s);
     expectRefused();
+    EXPECT_EQ(dialogs.safeOf(text), u"取消"_s);
     dialogs.expect(text, u"继续"_s);
     EXPECT_EQ(run(), ImportResult::Finished);
     EXPECT_EQ(dialogs.questions, (QStringList{text, text}));
@@ -219,6 +222,7 @@ TEST_F(ImportGuardsTest, TheSameSheetAgainIsAskedAboutWithTheNumberOfStudents)
     questions.labels.clear();
     dialogs.expect(text, u"取消"_s);
     expectRefused();
+    EXPECT_EQ(dialogs.safeOf(text), u"取消"_s);
     dialogs.expect(text, u"继续"_s);
     EXPECT_EQ(run(), ImportResult::Finished);
     EXPECT_EQ(scoreRows(u"姓名"_s), u"王芳 / 李强 / 王芳 / 李强"_s);

@@ -33,6 +33,7 @@ TEST_F(OverwrittenExam, CancelLeavesAllAsItWas)
     pick();
     dialogs.expect(question, u"取消"_s);
     expectRefused();
+    EXPECT_EQ(dialogs.safeOf(question), u"取消"_s);
 }
 
 TEST_F(OverwrittenExam, TheOriginalRuleOverwritesFirstRows)

@@ -97,6 +97,7 @@ TEST_F(TakenNumbersInAList, AreCountedAndAskedAboutBeforeAnythingIsWritten)
 {
     dialogs.expect(QString::fromUtf16(question), u"取消"_s);
     EXPECT_EQ(run(Backup::Make), ImportResult::Stopped);
+    EXPECT_EQ(dialogs.safeOf(QString::fromUtf16(question)), u"取消"_s);
     EXPECT_EQ(dialogs.shown,
               QStringList{u"名单中有 1 人的班级和学号在成绩库里已经有了（1 班 2 号 李四）。\n"
                           "名单中有 1 人的班级和学号在名单的前面已经有了（1 班 3 号 赵六）。\n\n"
