@@ -59,9 +59,10 @@ void ErrorList::store(const Answer& answer)
 
 void ErrorList::takeBack()
 {
-    for (auto last = m_overwritten.rbegin(); last != m_overwritten.rend(); ++last)
-        m_state.MFGData.setTextMatrix(last->cell.row, last->cell.column, last->text);
-    m_overwritten.clear();
+    for (; !m_overwritten.empty(); m_overwritten.pop_back()) {
+        const auto& [cell, text] = m_overwritten.back();
+        m_state.MFGData.setTextMatrix(cell.row, cell.column, text);
+    }
 }
 
 void ErrorList::setDestination(Destination destination)
@@ -78,7 +79,7 @@ QString ErrorList::note() const
 {
     if (m_destination == Destination::BadCells)
         return u"确认过的分值代替表格里的分值存入成绩库；没有改的仍按表格保存。"_s;
-    const QString kept = u"这些成绩仍按表格里的内容存入成绩库（空白存成 0），改了也不起作用。"_s;
+    QString kept = u"这些成绩仍按表格里的内容存入成绩库（空白存成 0），改了也不起作用。"_s;
     const grid::FlexGrid& staging = m_state.MFGData;
     const int place = int(m_state.KMImport.size()) + 1;
     if (place >= staging.Rows() || place >= staging.Cols()

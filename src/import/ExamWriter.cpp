@@ -19,9 +19,9 @@ const Trap writerTrap{" - Private Sub Command1_Click/FormDaoRu"};
 const QString absent = u"缺考"_s;
 
 // Columns of the staging grid ahead of the scores.
-constexpr int classColumn = 0;
-constexpr int numberColumn = 1;
-constexpr int nameColumn = 2;
+constexpr int stagedClass = 0;
+constexpr int stagedNumber = 1;
+constexpr int stagedName = 2;
 
 /// A number read back from the staging grid; a text that is none goes to the field as it stands.
 Value numberOrText(const QString& text)
@@ -77,7 +77,7 @@ Value ExamWriter::firstRow(const QString& sql, const std::vector<Value>& values)
 {
     database::Statement& rows = m_library.Conn.prepared(sql);
     rows.bind(values);
-    const Value found = rows.step() ? rows.value(0) : Value();
+    Value found = rows.step() ? rows.value(0) : Value();
     rows.finish();
     return found;
 }
@@ -100,9 +100,9 @@ Value ExamWriter::rowOfStudent(int row) const
                     "(班级=?3 and 学号=?4 and (?2 is null or ifnull(id, 0)=0 or 姓名=?5))) "
                     "order by id is not ?2, rowid limit 1"_s,
                     {m_state.ExamName, student == 0 ? Value() : Value(student),
-                     Val(staging.TextMatrix(row, classColumn)),
-                     Val(staging.TextMatrix(row, numberColumn)),
-                     staging.TextMatrix(row, nameColumn)});
+                     Val(staging.TextMatrix(row, stagedClass)),
+                     Val(staging.TextMatrix(row, stagedNumber)),
+                     staging.TextMatrix(row, stagedName)});
 }
 
 void ExamWriter::openExamRow(const QString& stream)
@@ -159,7 +159,7 @@ void ExamWriter::beginScores()
 
 void ExamWriter::writeScoreRow(int row)
 {
-    if (m_state.MFGData.TextMatrix(row, classColumn).isEmpty() || !openStudentRow(row))
+    if (m_state.MFGData.TextMatrix(row, stagedClass).isEmpty() || !openStudentRow(row))
         return;
     setStudent(row);
     setScores(row);
@@ -175,7 +175,7 @@ bool ExamWriter::openStudentRow(int row)
             m_rows.AddNew();
             return;
         }
-        const QString& number = m_state.MFGData.TextMatrix(row, numberColumn);
+        const QString& number = m_state.MFGData.TextMatrix(row, stagedNumber);
         if (number.isEmpty())
             throw runtime::Error(u"没有学号，找不到这名学生的成绩。"_s);
         if (m_target == ScoreTarget::ExamRows)
@@ -183,8 +183,8 @@ bool ExamWriter::openStudentRow(int row)
                         m_library.Conn);
         else
             m_rows.Open(u"select *  from 成绩表 where 班级=? and 学号=? and 姓名=?"_s,
-                        {Val(m_state.MFGData.TextMatrix(row, classColumn)), Val(number),
-                         m_state.MFGData.TextMatrix(row, nameColumn)},
+                        {Val(m_state.MFGData.TextMatrix(row, stagedClass)), Val(number),
+                         m_state.MFGData.TextMatrix(row, stagedName)},
                         m_library.Conn);
         if (m_rows.RecordCount() == 0)
             m_rows.AddNew();
@@ -193,11 +193,11 @@ bool ExamWriter::openStudentRow(int row)
 
 void ExamWriter::setStudent(int row)
 {
-    const QString& classText = m_state.MFGData.TextMatrix(row, classColumn);
+    const QString& classText = m_state.MFGData.TextMatrix(row, stagedClass);
     const double classNumber = Val(classText);
     set(m_columns->classNumber, numberOrText(classText));
-    set(m_columns->number, numberOrText(m_state.MFGData.TextMatrix(row, numberColumn)));
-    set(m_columns->name, m_state.MFGData.TextMatrix(row, nameColumn));
+    set(m_columns->number, numberOrText(m_state.MFGData.TextMatrix(row, stagedNumber)));
+    set(m_columns->name, m_state.MFGData.TextMatrix(row, stagedName));
     set(m_columns->category, m_classes.GetLeiBie(classNumber));
     set(m_columns->stream, m_classes.GetBJKL(classNumber));
     set(m_columns->exam, m_state.ExamName);
@@ -218,7 +218,7 @@ void ExamWriter::setStudentId(qint64 student)
 
 void ExamWriter::setScores(int row)
 {
-    int stagingColumn = nameColumn + 1;
+    int stagingColumn = stagedName + 1;
     for (const database::FieldByName& column : m_scoreColumns) {
         const QString& text = m_state.MFGData.TextMatrix(row, stagingColumn++);
         set(column, text == absent ? -1.0 : Val(text));

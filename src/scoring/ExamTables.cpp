@@ -2,11 +2,23 @@
 
 namespace scoring {
 
-ExamTables::ExamTables(library::ScoreLibrary& scoreLibrary, const QString& exam)
-    : m_conn(scoreLibrary.Conn), m_batch(scoreLibrary.Conn), m_exam(exam)
+namespace {
+
+const QStringList& presentColumns(library::ScoreLibrary& scoreLibrary)
 {
     scoreLibrary.refreshCatalogue();
-    m_scores = scoreLibrary.catalogue.AllColumns;
+    return scoreLibrary.catalogue.AllColumns;
+}
+
+} // namespace
+
+// The columns are looked at within the batch, which begins before them.
+ExamTables::ExamTables(library::ScoreLibrary& scoreLibrary, const QString& exam)
+    : m_conn(scoreLibrary.Conn),
+      m_batch(scoreLibrary.Conn),
+      m_exam(exam),
+      m_scores(presentColumns(scoreLibrary))
+{
 }
 
 ExamTable& ExamTables::of(const QString& stream)

@@ -16,7 +16,7 @@ using runtime::Trap;
 
 namespace {
 
-const Trap trap{" - Private Sub mfSaveAs_Click/FormMain"};
+const Trap compactTrap{" - Private Sub mfSaveAs_Click/FormMain"};
 
 /// Of the backup, so that what it holds is proved to be readable.
 void putCompactedCopy(const QString& backup, const QString& library)
@@ -30,10 +30,10 @@ void putCompactedCopy(const QString& backup, const QString& library)
 void compactFile(const QString& library, const QString& backup, runtime::Progress& progress)
 {
     std::optional<database::FileLock> held;
-    if (!trap([&] { held.emplace(library, database::FileLock::Against::Writers); }))
+    if (!compactTrap([&] { held.emplace(library, database::FileLock::Against::Writers); }))
         return;
-    const bool isKept = trap([&] { library::copyLibrary(library, backup, progress); });
-    trap([&] {
+    const bool isKept = compactTrap([&] { library::copyLibrary(library, backup, progress); });
+    compactTrap([&] {
         if (!isKept)
             throw runtime::Error(u"没有备份 %1，成绩库没有压缩。"_s.arg(backup));
         putCompactedCopy(backup, library);
@@ -47,7 +47,7 @@ void compactLibrary(library::ScoreLibrary& scoreLibrary, const QString& date,
 {
     const database::Connection& open = scoreLibrary.Conn;
     const QString library = open.isOpen() ? open.path() : database::realPath(scoreLibrary.LibPath);
-    trap([&] { scoreLibrary.Conn.Close(); });
+    compactTrap([&] { scoreLibrary.Conn.Close(); });
     compactFile(library, library + u'_' + date + u"_.bak"_s, progress);
     progress.finish();
     scoreLibrary.LibPath = library;

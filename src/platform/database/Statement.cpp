@@ -7,7 +7,6 @@
 #include <sqlite3.h>
 
 #include <QElapsedTimer>
-#include <QScopeGuard>
 
 #include "platform/database/ConnectionPrivate.h"
 #include "platform/database/Error.h"
@@ -291,9 +290,13 @@ void Statement::stop()
 
 void Statement::fail()
 {
-    // The engine forgets its error with the statement.
-    const auto startAnew = qScopeGuard([this] { reset(); });
-    d->connection.fail();
+    try {
+        d->connection.fail();
+    } catch (...) {
+        // Only now: the engine forgets its error with the statement.
+        reset();
+        throw;
+    }
 }
 
 int Statement::run()
