@@ -97,7 +97,7 @@ Value ExamWriter::rowOfStudent(int row) const
     const qint64 student = m_state.studentIds[size_t(row)];
     // The plus keeps the engine from walking through the whole exam for each student.
     return firstRow(u"select rowid from 成绩表 where +考试名称=?1 and (id=?2 or "
-                    "(班级=?3 and 学号=?4 and (?2 is null or ifnull(id, 0)=0 or 姓名=?5))) "
+                    "(班级=?3 and 学号=?4 and (ifnull(id, 0)=0 or 姓名=?5))) "
                     "order by id is not ?2, rowid limit 1"_s,
                     {m_state.ExamName, student == 0 ? Value() : Value(student),
                      Val(staging.TextMatrix(row, stagedClass)),
@@ -211,7 +211,7 @@ void ExamWriter::setStudentId(qint64 student)
 {
     writerTrap([&] {
         database::Field id = m_columns->id.in(m_rows);
-        if (id.Value().isNull())
+        if (Val(id.Value()) == 0)
             id.setValue(student == 0 ? Value() : Value(student));
     });
 }

@@ -131,6 +131,21 @@ TEST_F(OverwrittenExam, ARowThatNamesAStudentWhoIsGoneIsFoundByTheName)
               u"77|期初|60 / 77|期中|91 / 77|期中|92 / 77|期初|63"_s);
 }
 
+TEST_F(OverwrittenExam, ARowOfAnotherStudentIsNotTakenForOneWhoWasRefused)
+{
+    library.addScores(u"期中"_s, 3, 41, {{u"id"_s, 77}, {u"姓名"_s, u"乙"_s}, {u"语文"_s, 64}});
+    library.addStudent(3, 1, u"丙"_s, u"文"_s);
+    library.reload();
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 91}, {3, 41, u"甲"_s, 92}});
+    pick();
+    request.newStudents = importing::NewStudents::Ask;
+    dialogs.expect(question, u"只更新本考试"_s);
+    dialogs.expect(u"是否添加新学生"_s, runtime::Answer::Cancel);
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(library.rows(u"select 姓名, id, 语文 from 成绩表 where 学号=41"_s),
+              u"乙|77|64 / 甲|NULL|92"_s);
+}
+
 TEST_F(OverwrittenExam, ANameWithAnApostropheIsFoundWhereThisExamAloneIsWritten)
 {
     library.addStudent(1, 3, u"O'Neil"_s, u"文"_s);

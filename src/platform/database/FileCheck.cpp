@@ -67,8 +67,11 @@ void checkNoRowIdColumn(sqlite3* handle, const QString& path)
     if (sqlite3_prepare_v2(handle, sql, -1, &found, nullptr) != SQLITE_OK)
         throw engineError(handle);
     const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> guard(found, sqlite3_finalize);
-    if (sqlite3_step(found) != SQLITE_ROW)
+    const int code = sqlite3_step(found);
+    if (code == SQLITE_DONE)
         return;
+    if (code != SQLITE_ROW)
+        throw engineError(handle);
     const auto* table = reinterpret_cast<const char*>(sqlite3_column_text(found, 0));
     throw Error(Failure::NoLibrary,
                 u"%1 不能打开：表“%2”里有名为 rowid 的列。"_s.arg(path, QString::fromUtf8(table)));
