@@ -104,7 +104,7 @@ void printHints(const Session& session)
 /// one of the open library, or a third one, or not the only one.
 QString streamOfNewClasses(const Session& session)
 {
-    const QString stream = session.arguments.value(u"stream"_s);
+    QString stream = session.arguments.value(u"stream"_s);
     QStringList known = session.scores.catalogue.Streams;
     known.removeAll(QString());
     if (known.isEmpty())
