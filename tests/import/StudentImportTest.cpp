@@ -1,61 +1,15 @@
-// Long because every column and every question of a student list is tested on one fixture.
-#include "import/StudentImport.h"
-
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <QDir>
 #include <QFile>
 
-#include "SheetFixture.h"
+#include "StudentImportFixture.h"
 
 namespace {
 
 using importing::Backup;
 using importing::ImportResult;
-
-class StudentImportTest : public SheetFixture
-{
-protected:
-    StudentImportTest() : SheetFixture(importing::studentSheet) {}
-
-    ImportResult run(Backup backup = Backup::SwitchedOff)
-    {
-        return importing::StudentImport(library.scores, intake, progress).run(sheetName, backup);
-    }
-
-    QString students(const QString& columns)
-    {
-        return library.rows(u"select "_s + columns + u" from 信息表"_s);
-    }
-
-    void writeFile(const QString& path, const QByteArray& bytes)
-    {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-
-    /// The values of one column below its heading, one student each.
-    void column(const QString& heading, const std::vector<runtime::Value>& cells)
-    {
-        Rows rows{{u"班级"_s, u"学号"_s, u"姓名"_s, heading}};
-        int number = 0;
-        for (const runtime::Value& cell : cells)
-            rows.push_back({1, ++number, u"学生"_s, cell});
-        sheet(rows);
-    }
-
-    /// Lets the library file grow by so many pages and no further, as a full disk does.
-    void allowPages(int pages)
-    {
-        const int present = library.rows(u"select * from pragma_page_count"_s).toInt();
-        const std::string limit = "pragma max_page_count=" + std::to_string(present + pages);
-        sqlite3_exec(library.scores.Conn.handle(), limit.c_str(), nullptr, nullptr, nullptr);
-    }
-
-    const QString tag = u" - Private Sub Command1_Click/FormDaoRuXinXi"_s;
-};
 
 TEST_F(StudentImportTest, BringsInTheColumnsThatTheHeadingsName)
 {
@@ -73,75 +27,6 @@ TEST_F(StudentImportTest, WithoutAStreamColumnEveryoneIsInTheSciences)
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}, {1, 2, u"陈静"_s}});
     run();
     EXPECT_EQ(students(u"科类"_s), u"理 / 理"_s);
-}
-
-class TakenNumbersInAList : public StudentImportTest
-{
-protected:
-    TakenNumbersInAList()
-    {
-        library.addStudent(1, 1, u"张三"_s, u"文"_s);
-        library.addStudent(1, 2, u"李四"_s, u"文"_s);
-        sheet({{u"班级"_s, u"学号"_s, u"姓名"_s},
-               {1, 2, u"李四"_s},
-               {1, 3, u"王五"_s},
-               {u"1班"_s, u"03"_s, u"赵六"_s},
-               {1, {}, u"甲"_s},
-               {1, {}, u"乙"_s}});
-    }
-
-    static constexpr const char16_t* question = u"名单中有 1 人的班级和学号在成绩库里已经有了";
-};
-
-TEST_F(TakenNumbersInAList, AreCountedAndAskedAboutBeforeAnythingIsWritten)
-{
-    dialogs.expect(QString::fromUtf16(question), u"取消"_s);
-    EXPECT_EQ(run(Backup::Make), ImportResult::Stopped);
-    EXPECT_EQ(dialogs.safeOf(QString::fromUtf16(question)), u"取消"_s);
-    EXPECT_EQ(dialogs.shown,
-              QStringList{u"名单中有 1 人的班级和学号在成绩库里已经有了（1 班 2 号 李四）。\n"
-                          "名单中有 1 人的班级和学号在名单的前面已经有了（1 班 3 号 赵六）。\n\n"
-                          "跳过已有：不导入这些人，只导入其余的 3 人。\n"
-                          "全部添加：全部导入，这样的班级和学号就会有两条以上的记录。"_s});
-    EXPECT_EQ(students(u"姓名"_s), u"张三 / 李四"_s);
-    EXPECT_EQ(QDir(library.folder.path()).entryList({u"*.bak"_s}), QStringList());
-}
-
-TEST_F(TakenNumbersInAList, CanBePassedOver)
-{
-    dialogs.expect(QString::fromUtf16(question), u"跳过已有"_s);
-    EXPECT_EQ(run(), ImportResult::Finished);
-    EXPECT_EQ(students(u"学号,姓名"_s), u"1|张三 / 2|李四 / 3|王五 / 0|甲 / 0|乙"_s);
-    EXPECT_EQ(dialogs.shown.value(1), u"导入完成！"_s);
-}
-
-TEST_F(TakenNumbersInAList, CanAllBeAdded)
-{
-    dialogs.expect(QString::fromUtf16(question), u"全部添加"_s);
-    EXPECT_EQ(run(), ImportResult::Finished);
-    EXPECT_EQ(students(u"学号,姓名"_s),
-              u"1|张三 / 2|李四 / 2|李四 / 3|王五 / 3|赵六 / 0|甲 / 0|乙"_s);
-}
-
-TEST_F(StudentImportTest, OfManyTakenNumbersThreeAreNamed)
-{
-    Rows rows{{u"班级"_s, u"学号"_s, u"姓名"_s}};
-    rows.resize(1201, {1, 1, u"王芳"_s});
-    sheet(rows);
-    dialogs.expect(u"名单中有 1199 人的班级和学号在名单的前面已经有了"
-                   "（1 班 1 号 王芳、1 班 1 号 王芳、1 班 1 号 王芳 …）。"_s,
-                   u"取消"_s);
-    EXPECT_EQ(run(), ImportResult::Stopped);
-}
-
-TEST_F(StudentImportTest, ImportedTwiceAStudentIsAskedAboutAndCanStandTwice)
-{
-    dialogs.expect(u"跳过已有"_s, u"全部添加"_s);
-    for (int time = 0; time < 2; ++time) {
-        sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}});
-        EXPECT_EQ(run(), ImportResult::Finished);
-    }
-    EXPECT_EQ(students(u"姓名"_s), u"王芳 / 王芳"_s);
 }
 
 TEST_F(StudentImportTest, EmptyClassEndsTheSheet)
