@@ -11,6 +11,7 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Trap.h"
 #include "support/ErrorOf.h"
+#include "support/FileBytes.h"
 #include "support/FullDisk.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
@@ -18,7 +19,9 @@
 namespace {
 
 using namespace Qt::StringLiterals;
+using support::read;
 using support::TestLibrary;
+using support::write;
 
 class Telling : public runtime::NoProgress
 {
@@ -60,17 +63,6 @@ protected:
     QStringList files() const
     {
         return QDir(test.folder.path()).entryList(QDir::Files | QDir::Hidden);
-    }
-
-    static void write(const QString& path, const QByteArray& bytes)
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
-    static QByteArray read(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     /// Adds a student in a batch, as an import does; false if it was not written.

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ErrorOf.h"
+#include "support/FileBytes.h"
 #include "support/FullDisk.h"
 #include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
@@ -19,6 +20,8 @@ namespace runtime {
 namespace {
 
 using namespace Qt::StringLiterals;
+using support::read;
+using support::write;
 
 class UnfinishedFiles : public testing::Test
 {
@@ -27,16 +30,6 @@ protected:
     QStringList files() const
     {
         return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    }
-    static void write(const QString& path, const QByteArray& bytes)
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
-    static QByteArray read(const QString& path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     static int rights(const QString& path)
     {
