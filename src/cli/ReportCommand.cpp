@@ -20,7 +20,7 @@ bool fillByButton(const Session& session, const QStringList& exams, ReportContex
     workbench::ReportRequest request{exams,
                                      workbench::chosenItem(session.arguments.value(u"button"_s))};
     if (session.arguments.has(u"each"_s))
-        request.tables = workbench::ExamTables::OneByOne;
+        request.tables = workbench::ExamGrouping::OneByOne;
     return workbench::runReport(request, context, grid);
 }
 

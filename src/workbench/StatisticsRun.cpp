@@ -79,7 +79,7 @@ void fillGrid(const ReportRequest& request, const statistics::Report& report,
     const auto fill = [&](QString exams, grid::FlexGrid& table) {
         trap([&] { report(context, exams, table, statistics::Transfer::GridOnly); });
     };
-    if (request.tables == ExamTables::OneByOne)
+    if (request.tables == ExamGrouping::OneByOne)
         reportExamByExam(request.exams, fill, grid);
     else
         fill(request.exams.join(u','), grid);
@@ -107,9 +107,9 @@ std::vector<ReportNote> reportNotes(const ReportRequest& request)
                          u"统计“%1”"_s.arg(item->text), chosen});
     }
     const bool addsUp = item->report == excellentRate || item->report == groups;
-    if (addsUp && request.exams.size() > 1 && request.tables == ExamTables::Together) {
+    if (addsUp && request.exams.size() > 1 && request.tables == ExamGrouping::Together) {
         ReportRequest each = request;
-        each.tables = ExamTables::OneByOne;
+        each.tables = ExamGrouping::OneByOne;
         notes.push_back(
             {u"选了 %1 次考试，分数线按这几次满分相加的和计算。"_s.arg(request.exams.size()),
              u"逐次考试统计"_s, each});

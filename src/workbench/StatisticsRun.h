@@ -24,7 +24,7 @@ std::optional<QString> chosenItem(const QString& shown);
 enum class RateTable { Excellent, Chosen };
 
 /// How several exams are reported on.
-enum class ExamTables { Together, OneByOne };
+enum class ExamGrouping { Together, OneByOne };
 
 /// A report as the workbench runs it.
 struct ReportRequest
@@ -34,7 +34,7 @@ struct ReportRequest
     /// One of statisticsItems(); nothing is refused.
     std::optional<QString> item;
     RateTable rates = RateTable::Excellent;
-    ExamTables tables = ExamTables::Together;
+    ExamGrouping tables = ExamGrouping::Together;
 };
 
 /// What the result of a request is other than a user may think, and the request that gives him
