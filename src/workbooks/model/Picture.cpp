@@ -78,34 +78,9 @@ QByteArray readPicture(const QString& path)
 }
 
 Picture::Picture(QByteArray bytes, Changes& changes)
-    : m_bytes(std::move(bytes)),
-      m_place(QPointF(), QSizeF(pictureSize(m_bytes)) * pointsPerPixel),
-      m_changes(changes)
+    : Shape({QPointF(), QSizeF(pictureSize(bytes)) * pointsPerPixel}, changes),
+      m_bytes(std::move(bytes))
 {
-}
-
-void Picture::setLeft(double points)
-{
-    m_place.moveLeft(points);
-    m_changes.note();
-}
-
-void Picture::setTop(double points)
-{
-    m_place.moveTop(points);
-    m_changes.note();
-}
-
-void Picture::setWidth(double points)
-{
-    m_place.setWidth(points);
-    m_changes.note();
-}
-
-void Picture::setHeight(double points)
-{
-    m_place.setHeight(points);
-    m_changes.note();
 }
 
 } // namespace excel

@@ -1,17 +1,15 @@
 #pragma once
 
 #include <QByteArray>
-#include <QRectF>
 #include <QSize>
 #include <QString>
 
-#include "workbooks/model/Changes.h"
+#include "workbooks/model/Shape.h"
 
 namespace excel {
 
-/// A picture that lies over the cells. Places and sizes are in points from the sheet's corner;
-/// setting one is a change of the workbook.
-class Picture
+/// A picture that lies over the cells.
+class Picture : public Shape
 {
 public:
     /// At the sheet's corner in its natural size.
@@ -20,21 +18,8 @@ public:
     /// The file's bytes: PNG, JPEG or BMP.
     const QByteArray& bytes() const { return m_bytes; }
 
-    double Left() const { return m_place.x(); }
-    double Top() const { return m_place.y(); }
-    double Width() const { return m_place.width(); }
-    double Height() const { return m_place.height(); }
-    QRectF place() const { return m_place; }
-
-    void setLeft(double points);
-    void setTop(double points);
-    void setWidth(double points);
-    void setHeight(double points);
-
 private:
     QByteArray m_bytes;
-    QRectF m_place;
-    Changes& m_changes;
 };
 
 /// The bytes of a picture file. Throws runtime::Error if it cannot be read or is no PNG, JPEG or

@@ -234,6 +234,12 @@ double SheetGeometry::columnLeft(int column) const
                   [this](int before) { return pointsOfColumn(shownColumnWidth(before)); });
 }
 
+QRectF SheetGeometry::place(const CellRange& block) const
+{
+    return {QPointF(columnLeft(block.firstColumn), rowTop(block.firstRow)),
+            QPointF(columnLeft(block.lastColumn + 1), rowTop(block.lastRow + 1))};
+}
+
 int SheetGeometry::rowAt(double place) const
 {
     return lineAt(m_rowEdges, place, lastGridRow, [this](int row) { return shownRowHeight(row); });

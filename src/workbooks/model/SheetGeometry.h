@@ -3,6 +3,8 @@
 #include <map>
 #include <vector>
 
+#include <QRectF>
+
 #include "workbooks/model/CellRange.h"
 #include "workbooks/model/CellTable.h"
 #include "workbooks/model/Changes.h"
@@ -70,6 +72,8 @@ public:
     /// last one its end.
     double rowTop(int row) const;
     double columnLeft(int column) const;
+    /// A block's place, in points from the sheet's corner.
+    QRectF place(const CellRange& block) const;
     /// The row and column that a place in points from the sheet's corner lies in.
     int rowAt(double place) const;
     int columnAt(double place) const;

@@ -6,6 +6,11 @@
 
 namespace excel {
 
+QRectF SheetRange::place() const
+{
+    return m_sheet.geometry().place(m_area);
+}
+
 void SheetRange::setMergeCells(bool merged) const
 {
     if (merged)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QRectF>
+
 #include "workbooks/model/CellFormat.h"
 #include "workbooks/model/CellTable.h"
 
@@ -15,6 +17,15 @@ public:
     SheetRange(Worksheet& sheet, const CellRange& area) : m_sheet(sheet), m_area(area) {}
 
     const CellRange& area() const { return m_area; }
+
+    // Where the block lies, in points from the sheet's corner. Throw runtime::Error once the sheet
+    // is gone.
+
+    double Left() const { return place().x(); }
+    double Top() const { return place().y(); }
+    double Width() const { return place().width(); }
+    double Height() const { return place().height(); }
+    QRectF place() const;
 
     /// True makes the block one cell; merges that it touches grow together with it into the
     /// smallest block that holds them all. A block of one cell stays as it is. False takes the

@@ -56,7 +56,7 @@ void Worksheet::close()
     m_cells.clear();
     m_merges.clear();
     m_geometry.clear();
-    m_pictures.clear();
+    m_drawings.clear();
 }
 
 const QString& Worksheet::Name() const
@@ -147,18 +147,48 @@ const std::vector<int>& Worksheet::pageBreaks() const
     return m_pageBreaks;
 }
 
+template <class Kind, class... Arguments> Kind& Worksheet::draw(Arguments&&... arguments)
+{
+    check();
+    m_drawings.emplace_back(std::in_place_type<Kind>, std::forward<Arguments>(arguments)...,
+                            m_changes);
+    m_changes.note();
+    return std::get<Kind>(m_drawings.back());
+}
+
 Picture& Worksheet::insertPicture(const QString& path)
 {
     check();
-    m_pictures.emplace_back(readPicture(path), m_changes);
-    m_changes.note();
-    return m_pictures.back();
+    return draw<Picture>(readPicture(path));
 }
 
-const std::deque<Picture>& Worksheet::pictures() const
+Chart& Worksheet::addChart(const QRectF& place)
+{
+    return draw<Chart>(place);
+}
+
+DrawnLine& Worksheet::addLine(const QPointF& from, const QPointF& to)
+{
+    return draw<DrawnLine>(from, to);
+}
+
+TextLabel& Worksheet::addLabel(const QRectF& place)
+{
+    return draw<TextLabel>(place);
+}
+
+const Drawings& Worksheet::drawings() const
 {
     check();
-    return m_pictures;
+    return m_drawings;
+}
+
+Shape& Worksheet::Shapes(int number)
+{
+    check();
+    if (number < 1 || number > int(m_drawings.size()))
+        throw runtime::Error(u"工作表中没有第 %1 个图形。"_s.arg(number));
+    return shapeOf(m_drawings[size_t(number - 1)]);
 }
 
 bool Worksheet::AutoFilterMode() const

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <deque>
 #include <optional>
 #include <vector>
 
@@ -8,9 +7,9 @@
 
 #include "platform/runtime/Value.h"
 #include "workbooks/model/CellTable.h"
+#include "workbooks/model/Drawings.h"
 #include "workbooks/model/FormatTable.h"
 #include "workbooks/model/PageLayout.h"
-#include "workbooks/model/Picture.h"
 #include "workbooks/model/SheetGeometry.h"
 #include "workbooks/model/SheetMerges.h"
 #include "workbooks/model/SheetRange.h"
@@ -22,7 +21,7 @@ class Workbook;
 enum class Visibility { Visible, Hidden, VeryHidden };
 
 /// One sheet of an open workbook, put together of its cells, formats, merges, geometry and
-/// pictures. Every call throws runtime::Error once the sheet was deleted or its workbook closed.
+/// drawings. Every call throws runtime::Error once the sheet was deleted or its workbook closed.
 /// Rows and columns count from 1. Dates are what the clock on the wall shows, in UTC; a time
 /// without a day stands on `dayZero`.
 class Worksheet
@@ -88,7 +87,14 @@ public:
 
     /// Puts a picture file at the sheet's corner. Throws runtime::Error as `readPicture` does.
     Picture& insertPicture(const QString& path);
-    const std::deque<Picture>& pictures() const;
+    // Places and sizes are in points from the sheet's corner.
+    Chart& addChart(const QRectF& place);
+    DrawnLine& addLine(const QPointF& from, const QPointF& to);
+    TextLabel& addLabel(const QRectF& place);
+    const Drawings& drawings() const;
+    /// A drawing, counted from 1 in the order of their making. Throws runtime::Error if there is no
+    /// such one.
+    Shape& Shapes(int number);
 
     /// True while an automatic filter is on.
     bool AutoFilterMode() const;
@@ -122,6 +128,7 @@ private:
         if (m_book == nullptr)
             refuseGone();
     }
+    template <class Kind, class... Arguments> Kind& draw(Arguments&&... arguments);
     void check(int row, int column) const
     {
         check();
@@ -140,7 +147,7 @@ private:
     FormatTable m_formats;
     SheetMerges m_merges;
     SheetGeometry m_geometry;
-    std::deque<Picture> m_pictures; // their owner may hold references
+    Drawings m_drawings;
     PageLayout m_page;
     std::vector<int> m_pageBreaks;
     std::optional<CellRange> m_autoFilter;

@@ -28,20 +28,20 @@ const QColor gridColor(0xb0, 0xb0, 0xb0);
 
 bool isEmpty(const Worksheet& sheet)
 {
-    return sheet.table().lastRow() == 0 && sheet.merges().isEmpty() && sheet.pictures().empty();
+    return sheet.table().lastRow() == 0 && sheet.merges().isEmpty() && sheet.drawings().empty();
 }
 
-/// The used block, and what lies under the pictures.
+/// The used block, and what lies under the drawings.
 CellRange printedBlock(const Worksheet& sheet)
 {
     CellRange block = usedBlock(sheet);
     const SheetGeometry& geometry = sheet.geometry();
-    for (const Picture& picture : sheet.pictures()) {
+    for (const Drawing& drawing : sheet.drawings()) {
+        const QRectF place = shapeOf(drawing).place();
         while (block.lastColumn < lastGridColumn
-               && geometry.columnLeft(block.lastColumn + 1) < picture.place().right())
+               && geometry.columnLeft(block.lastColumn + 1) < place.right())
             ++block.lastColumn;
-        while (block.lastRow < lastGridRow
-               && geometry.rowTop(block.lastRow + 1) < picture.place().bottom())
+        while (block.lastRow < lastGridRow && geometry.rowTop(block.lastRow + 1) < place.bottom())
             ++block.lastRow;
     }
     return block;
@@ -151,7 +151,7 @@ void SheetPages::paint(QPainter& painter, int page, double scale)
     const double room = look.lineWidth;
     painter.setClipRect(places.bounds().adjusted(-room, -room, room, room));
     m_painter.paintCells(painter, places, look, shown);
-    m_painter.paintPictures(painter, places, places.bounds());
+    m_painter.paintDrawings(painter, places, places.bounds());
     painter.restore();
 }
 

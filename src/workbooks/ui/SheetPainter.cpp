@@ -301,7 +301,7 @@ QRectF SheetPlaces::placeOf(const CellRange& block) const
 }
 
 SheetPainter::SheetPainter(const Worksheet& sheet)
-    : m_sheet(sheet), m_merges(sheet.merges()), m_pictures(sheet.pictures())
+    : m_sheet(sheet), m_merges(sheet.merges()), m_drawings(sheet.drawings())
 {
 }
 
@@ -311,14 +311,15 @@ void SheetPainter::paintCells(QPainter& painter, const SheetPlaces& places, cons
     Painting(painter, m_sheet, places, look, ShownCells(m_merges, places, shown)).run();
 }
 
-void SheetPainter::paintPictures(QPainter& painter, const SheetPlaces& places, const QRectF& area)
+void SheetPainter::paintDrawings(QPainter& painter, const SheetPlaces& places, const QRectF& area)
 {
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    for (const Picture& picture : m_pictures) {
-        const QRectF place = places.pictureAt(picture.place());
-        if (place.intersects(area))
-            painter.drawImage(place, m_images.imageOf(picture));
+    for (const Drawing& drawing : m_drawings) {
+        const QRectF place = places.pictureAt(shapeOf(drawing).place());
+        const auto* picture = std::get_if<Picture>(&drawing);
+        if (picture != nullptr && place.intersects(area))
+            painter.drawImage(place, m_images.imageOf(*picture));
     }
     painter.restore();
 }

@@ -44,7 +44,7 @@ struct SheetLook
     Lines lines = Lines::All;
 };
 
-/// Paints the cells of a sheet with their lines and texts, and the pictures over them: the one
+/// Paints the cells of a sheet with their lines and texts, and the drawings over them: the one
 /// painter of windows, printers and PDF files. Fonts have the sizes of the painter's device.
 class SheetPainter
 {
@@ -55,13 +55,13 @@ public:
     /// Paints the cells of a block and what reaches into it.
     void paintCells(QPainter& painter, const SheetPlaces& places, const SheetLook& look,
                     const CellRange& shown) const;
-    /// Paints the pictures of which something lies in `area`, which is in dots.
-    void paintPictures(QPainter& painter, const SheetPlaces& places, const QRectF& area);
+    /// Paints the drawings of which something lies in `area`, which is in dots.
+    void paintDrawings(QPainter& painter, const SheetPlaces& places, const QRectF& area);
 
 private:
     const Worksheet& m_sheet;
     const SheetMerges& m_merges;
-    const std::deque<Picture>& m_pictures;
+    const Drawings& m_drawings;
     PictureImages m_images;
 };
 

@@ -242,7 +242,7 @@ void WorksheetView::paintEvent(QPaintEvent* event)
         m_painter->paintCells(painter, places, look, shown);
         drawFrame(painter);
     }
-    m_painter->paintPictures(painter, places, event->rect());
+    m_painter->paintDrawings(painter, places, event->rect());
 }
 
 QMimeData* WorksheetView::selectedCells() const

@@ -124,7 +124,7 @@ SheetContent XlsxSheetWriter::write()
     worksheet_set_default_row(m_target, SheetGeometry::standardRowHeight, LXW_FALSE);
     SheetContent content;
     content.columns = columns();
-    if (!m_sheet.pictures().empty())
+    if (!m_sheet.drawings().empty())
         tellSizes();
     writePage();
     writeMerges();
@@ -289,7 +289,11 @@ void XlsxSheetWriter::writeText(const Cell& cell, const QString& text)
 void XlsxSheetWriter::writePictures()
 {
     const SheetGeometry& geometry = m_sheet.geometry();
-    for (const Picture& picture : m_sheet.pictures()) {
+    for (const Drawing& drawing : m_sheet.drawings()) {
+        const auto* found = std::get_if<Picture>(&drawing);
+        if (found == nullptr)
+            continue;
+        const Picture& picture = *found;
         const QSize pixels = pictureSize(picture.bytes());
         if (pixels.isEmpty())
             continue;

@@ -207,7 +207,7 @@ TEST_F(WorkbookTest, APictureKeepsACopyOfItsFile)
     const QString text = folder.write(u"a.bmp"_s, "BM and no more");
     EXPECT_EQ(errorOf([&] { sheet.insertPicture(text); }),
               text + u" 不是可以插入的图片（PNG、JPEG 或 BMP）。"_s);
-    EXPECT_EQ(sheet.pictures().size(), 1u);
+    EXPECT_EQ(sheet.drawings().size(), 1u);
 }
 
 TEST_F(WorkbookTest, PictureSizesAreReadFromTheirHeads)
