@@ -19,6 +19,15 @@ function(yunshan_engine name)
   endif()
 endfunction()
 
+# yunshan_paint(<name> DEPENDS <targets>...): the static library yunshan_<name>_paint of what a folder
+# paints on any device, which adds QtGui to its engine.
+function(yunshan_paint name)
+  cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+  add_library(yunshan_${name}_paint STATIC ${sources})
+  target_link_libraries(yunshan_${name}_paint PUBLIC yunshan_${name} Qt6::Gui ${ARG_DEPENDS})
+endfunction()
+
 # yunshan_screens(<name> DEPENDS <targets>...): the static library yunshan_<name>_ui of the screens of a
 # folder, which adds QtWidgets to its engine.
 function(yunshan_screens name)

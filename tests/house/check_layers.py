@@ -2,7 +2,7 @@
 
 A file may include its own layer and lower ones. Layers of one height (database and widgets; grid and chart; library and
 oldlibraries; the six subsystems; shell and cli) do not know each other. Headers of a ui/ folder are for other ui/ folders,
-the shell, main and the tests.
+the shell, main and the tests; those of a paint/ folder are for these, other paint/ folders and the command line.
 """
 
 import sys
@@ -23,6 +23,8 @@ def complaint_about(file, name):
         return "is not written from src/"
     if tree.holds_widgets(name) and not tree.is_screen(file):
         return "is a screen, and this file is none"
+    if tree.paints(name) and not tree.may_paint(file):
+        return "paints, and this file is an engine"
     if wanted == layer or HEIGHT[wanted] < HEIGHT[layer]:
         return None
     if HEIGHT[wanted] == HEIGHT[layer]:

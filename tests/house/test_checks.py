@@ -112,6 +112,13 @@ class Layers(MadeUpTree):
         self.assertOneComplaint(self.including("src/cli/A.cpp", "platform/grid/ui/View.h"),
                                 "is a screen")
 
+    def test_what_paints_is_for_screens_other_painters_and_the_command_line(self):
+        painter = "platform/chart/paint/ChartPainter.h"
+        for file in ("workbooks/ui/A.cpp", "individual/paint/A.cpp", "cli/A.cpp", "main/A.cpp"):
+            with self.subTest(file):
+                self.assertEqual(self.including("src/" + file, painter), [])
+        self.assertOneComplaint(self.including("src/workbooks/model/A.cpp", painter), "paints")
+
     def test_screens_shell_and_main_include_screens(self):
         self.including("src/workbench/ui/FormKaoShi.cpp", "platform/grid/ui/FlexGridView.h")
         self.including("src/shell/FormMain.cpp", "workbench/ui/FormKaoShi.h")
@@ -130,9 +137,11 @@ class Widgets(MadeUpTree):
         super().setUp()
         self.write("qt/QtCore/QString", "")
         self.write("qt/QtCore/qglobal.h", "")
+        self.write("qt/QtGui/QPainter", "")
 
     def found(self):
-        return self.complaints(check_widgets.check, qtcore=self.root / "qt/QtCore")
+        return self.complaints(check_widgets.check, qtcore=self.root / "qt/QtCore",
+                               qtgui=self.root / "qt/QtGui")
 
     def test_qtcore_and_the_standard_library_are_allowed(self):
         self.write("src/library/A.cpp", "#include <QString>\n#include <qglobal.h>\n"
@@ -155,9 +164,26 @@ class Widgets(MadeUpTree):
             self.write(f"src/{folder}/A.cpp", "#include <QWidget>\n")
         self.assertEqual(self.found(), [])
 
+    def test_what_paints_may_know_qtgui_and_no_widget(self):
+        self.write("src/platform/chart/paint/A.cpp", "#include <QPainter>\n#include <QString>\n")
+        self.write("src/platform/chart/paint/CMakeLists.txt",
+                   "yunshan_paint(chart DEPENDS Qt6::Gui yunshan_grid_paint)\n")
+        self.assertEqual(self.found(), [])
+        self.write("src/platform/chart/paint/A.cpp", "#include <QWidget>\n")
+        self.assertOneComplaint(self.found(), "src/platform/chart/paint/A.cpp:1", "QtCore or QtGui")
+
     def test_the_command_line_may_not(self):
-        self.write("src/cli/A.cpp", "#include <QWidget>\n")
-        self.assertOneComplaint(self.found(), "src/cli/A.cpp:1")
+        for name in ("QWidget", "QPainter"):
+            with self.subTest(name):
+                self.write("src/cli/A.cpp", f"#include <{name}>\n")
+                self.assertOneComplaint(self.found(), "src/cli/A.cpp:1")
+
+    def test_the_command_line_links_what_paints_and_an_engine_does_not(self):
+        line = "target_link_libraries(yunshan PRIVATE yunshan_chart_paint)"
+        self.write("src/cli/CMakeLists.txt", line)
+        self.assertEqual(self.found(), [])
+        self.write("src/workbooks/CMakeLists.txt", line)
+        self.assertOneComplaint(self.found(), "src/workbooks/CMakeLists.txt", "yunshan_chart_paint")
 
     def test_linking_widgets_to_an_engine_is_refused(self):
         for line in ("yunshan_engine(grid DEPENDS Qt6::Widgets)",

@@ -26,14 +26,24 @@ def layer_of(path):
     return parts[0] if len(parts) > 1 else ""
 
 
+def paints(path):
+    """Whether a path relative to src/ is of a folder that paints: it knows QtGui, and no widgets."""
+    return "paint" in Path(path).parts[:-1]
+
+
 def is_screen(path):
     """Whether a path relative to src/ may know widgets."""
     return "ui" in Path(path).parts[:-1] or layer_of(path) in SCREENS
 
 
 def holds_widgets(path):
-    """Whether a header, relative to src/, is one that engines may not include."""
+    """Whether a header, relative to src/, is one that only screens may include."""
     return "ui" in Path(path).parts[:-1] or layer_of(path) == "widgets"
+
+
+def may_paint(path):
+    """Whether a path relative to src/ may know what paints: the command line makes pictures too."""
+    return paints(path) or is_screen(path) or layer_of(path) == "cli"
 
 
 def includes(path):
