@@ -130,6 +130,17 @@ TEST_F(Workbench, ExamsWhoseFullMarksAddUpAreNotedWhileSeveralAreChosen)
     EXPECT_FALSE(note->isVisible());
 }
 
+TEST_F(Workbench, NoButtonMovesAwayWhenANoteComes)
+{
+    auto* run = find<QPushButton>(u"CommandZXTJ"_s);
+    pick(u"Combo3"_s, u"各科优秀率"_s);
+    const QPoint before = run->mapToGlobal(QPoint());
+    pick(u"Combo3"_s, u"各科良好率"_s);
+    QApplication::processEvents();
+    EXPECT_TRUE(find<QLabel>(u"LabelNote"_s)->isVisible());
+    EXPECT_EQ(run->mapToGlobal(QPoint()), before);
+}
+
 TEST_F(Workbench, WithoutALibraryThereIsNoNote)
 {
     pick(u"Combo3"_s, u"各科差生率"_s);

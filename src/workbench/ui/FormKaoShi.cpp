@@ -212,9 +212,10 @@ void FormKaoShi::buildCommands(QGridLayout* layout)
     statistics->addWidget(Combo3, 1);
     commands->addLayout(statistics, 2, 0, 1, 2);
     commands->addWidget(CommandZXTJ, 2, 2);
-    commands->addWidget(LabelNote, 3, 0, 1, 3);
-    layout->addLayout(commands, 6, 0, 1, 4);
-    layout->addWidget(Picture1, 7, 0, 1, 4);
+    // Above the commands, so that none of them moves away under the pointer when it comes.
+    layout->addWidget(LabelNote, 6, 0, 1, 4);
+    layout->addLayout(commands, 7, 0, 1, 4);
+    layout->addWidget(Picture1, 8, 0, 1, 4);
     layout->setRowStretch(1, 1);
 }
 
