@@ -39,9 +39,12 @@ def without_comments(text):
     return re.sub(r"//[^\n]*", lambda found: " " * len(found.group()), text)
 
 
+JOINED_BEHIND = re.compile(r"\s*(\+|\)?\s*\.(arg|append|prepend|insert|replace)\()")
+JOINED_BEFORE = re.compile(r"(\+=?|\.(append|prepend)\(|\.replace\([^;]*,)\s*$")
+
+
 def is_joined(text, begin, end):
-    return (text[:begin].rstrip().endswith("+") or text[end:].lstrip().startswith("+")
-            or text[end:].lstrip().startswith(".arg("))
+    return bool(JOINED_BEFORE.search(text[:begin][-200:]) or JOINED_BEHIND.match(text, end))
 
 
 def check(root, _arguments=None):

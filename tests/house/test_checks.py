@@ -55,7 +55,13 @@ class Statements(MadeUpTree):
         for line in ('u"select * from T where 姓名='"'"'"_s + name',
                      'x + u" order by 班级"_s',
                      'u"update T set %1"_s.arg(name)',
-                     'u"select a "\n    "from T where b="_s + b'):
+                     'u"select a "\n    "from T where b="_s + b',
+                     'sql += u" where 姓名="_s;',
+                     'sql.append(u" order by 班级"_s);',
+                     'sql.prepend(u"select * from T "_s);',
+                     'sql.replace(u"?"_s, u" where 姓名="_s);',
+                     'QString(u"select * from T"_s).append(name);',
+                     'QString(u"select * from X"_s).replace(u"X"_s, name);'):
             with self.subTest(line):
                 self.assertOneComplaint(self.complaints_about(line), "src/library/A.cpp:1",
                                         "puts SQL together")
