@@ -107,17 +107,20 @@ QStringList Settings::GetZDYXS(const QString& name)
         rows.Open(u"select * from 自定义显示表 where 项目名称=?"_s, {name}, m_conn);
         if (rows.RecordCount() == 0)
             return;
-        const database::TableColumns& fields = m_conn.columns(u"成绩表"_s);
-        const QString stored = rows.Fields(u"显示项目"_s).Value().text();
-        for (const QString& token : stored.split(u',')) {
-            const bool known =
-                std::any_of(fields.begin(), fields.end(),
-                            [&](const database::Column& c) { return c.name == token; });
-            if (known)
-                items.append(token);
-        }
+        items = scoreColumns(rows.Fields(u"显示项目"_s).Value().text().split(u','));
     });
     return items;
+}
+
+QStringList Settings::scoreColumns(const QStringList& names)
+{
+    const database::TableColumns& fields = m_conn.columns(u"成绩表"_s);
+    QStringList known = names;
+    known.removeIf([&](const QString& name) {
+        return std::none_of(fields.begin(), fields.end(),
+                            [&](const database::Column& c) { return c.name == name; });
+    });
+    return known;
 }
 
 } // namespace library

@@ -40,6 +40,8 @@ public:
     /// The columns of the stored selection of that name, in its order; columns that are gone drop
     /// out. None without such a selection.
     QStringList GetZDYXS(const QString& name);
+    /// Those of the names that columns of 成绩表 have, in their order. Throws Error.
+    QStringList scoreColumns(const QStringList& names);
 
 private:
     database::Connection& m_conn;
