@@ -87,11 +87,10 @@ QString CustomDisplay::tickedColumns() const
     return ticked.join(u',');
 }
 
-void CustomDisplay::save(const QString& item, const QString& stream)
+void CustomDisplay::save(const QString& key)
 {
     const Trap trap{" - Private Sub Command1_Click/FormZDYXS"};
     const QString ticked = tickedColumns();
-    const QString key = item + stream;
     trap([&] {
         database::WriteBatch batch(m_library.Conn);
         database::Recordset rows;

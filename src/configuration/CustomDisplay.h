@@ -15,7 +15,7 @@ struct RowBlock
 };
 
 /// Which columns of 成绩表 are shown, and in which order, for one item of the workbench and one
-/// stream.
+/// stream, or for the export of scores.
 class CustomDisplay
 {
 public:
@@ -42,8 +42,8 @@ public:
     RowBlock moveUp(RowBlock block);
     RowBlock moveDown(RowBlock block);
 
-    /// Saves the ticked columns for an item such as 原始分和名次 and a stream.
-    void save(const QString& item, const QString& stream);
+    /// Saves the ticked columns under a key, such as 原始分和名次 with a stream behind it.
+    void save(const QString& key);
 
 private:
     QString tickedColumns() const;

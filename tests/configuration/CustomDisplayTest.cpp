@@ -38,7 +38,7 @@ protected:
         return -1;
     }
 
-    void save(const QString& stream) { display.save(u"原始分和名次"_s, stream); }
+    void save(const QString& stream) { display.save(u"原始分和名次"_s + stream); }
 
     QStringList columns() const
     {
@@ -184,6 +184,16 @@ TEST_F(CustomDisplayTest, WithNothingTickedAnEmptyListIsStoredAndCountsAsNone)
     EXPECT_EQ(stored(), u"原始分和名次全|"_s);
     EXPECT_EQ(test.dialogs.shown, QStringList{u"成功保存 自定义显示项目 原始分和名次全"_s});
     EXPECT_EQ(test.scores.settings.GetZDYXS(u"原始分和名次全"_s), QStringList());
+}
+
+TEST_F(CustomDisplayTest, AKeyWithoutAStreamAnswersToItselfAlone)
+{
+    open({u"姓名"_s});
+    display.save(u"导出成绩True"_s);
+    EXPECT_EQ(stored(), u"导出成绩True|姓名"_s);
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"成功保存 自定义显示项目 导出成绩True"_s});
+    EXPECT_EQ(test.scores.settings.GetZDYXS(u"导出成绩True"_s), QStringList{u"姓名"_s});
+    EXPECT_EQ(test.scores.settings.GetZDYXS(u"导出成绩False"_s), QStringList());
 }
 
 TEST_F(CustomDisplayTest, TheFirstThreeFieldsAreNotKeptByASave)

@@ -233,4 +233,17 @@ TEST_F(CustomDisplayScreen, FillsMostOfTheScreensHeightAndTheGridTheWindow)
     EXPECT_EQ(view->grid().ColAlignment(1), 0);
 }
 
+TEST_F(CustomDisplayScreen, AnItemOfAllStreamsOffersNoStreamAndIsSavedUnderItsKey)
+{
+    form->setItemOfAllStreams(u"导出成绩"_s, u"导出成绩False"_s);
+    form->init();
+    EXPECT_EQ(form->windowTitle(), u"自定义显示  导出成绩"_s);
+    EXPECT_FALSE(find<QComboBox>(u"ComboKL"_s)->isVisible());
+    EXPECT_FALSE(find<QLabel>(u"Label1"_s)->isVisible());
+    press(u"Command1"_s);
+    EXPECT_EQ(stored(), u"导出成绩False|班级,语文T分"_s);
+    EXPECT_EQ(test.dialogs.shown, QStringList{u"成功保存 自定义显示项目 导出成绩False"_s});
+    EXPECT_TRUE(form->isVisible());
+}
+
 } // namespace

@@ -52,9 +52,9 @@ QWidget* FormZDYXS::makeStrip()
     auto* Command2 = button(u"Command2"_s, u"取消(&C)"_s, Picture1);
     auto* strip = new QHBoxLayout(Picture1);
     strip->setContentsMargins(0, 0, 0, 0);
-    strip->addWidget(label(u"Label1"_s, u"科类(&K)"_s, ComboKL, Picture1));
-    for (QWidget* control :
-         std::initializer_list<QWidget*>{ComboKL, CommandUP, CommandDown, Command1, Command2})
+    Label1 = label(u"Label1"_s, u"科类(&K)"_s, ComboKL, Picture1);
+    for (QWidget* control : std::initializer_list<QWidget*>{Label1, ComboKL, CommandUP, CommandDown,
+                                                            Command1, Command2})
         strip->addWidget(control);
     return Picture1;
 }
@@ -78,6 +78,14 @@ void FormZDYXS::setItem(const QString& item, const QString& streamWord)
 {
     XMName = item;
     ComboKL->setCurrentText(streamWord);
+}
+
+void FormZDYXS::setItemOfAllStreams(const QString& item, const QString& key)
+{
+    XMName = item;
+    m_keyOfAllStreams = key;
+    Label1->hide();
+    ComboKL->hide();
 }
 
 void FormZDYXS::init()
@@ -154,7 +162,12 @@ void FormZDYXS::moveBlock(RowBlock (CustomDisplay::*step)(RowBlock))
 void FormZDYXS::Command1_Click()
 {
     const CommandScope command(m_dialogs);
-    m_display.save(XMName, ComboKL->currentText());
+    m_display.save(key());
+}
+
+QString FormZDYXS::key() const
+{
+    return m_keyOfAllStreams.isEmpty() ? XMName + ComboKL->currentText() : m_keyOfAllStreams;
 }
 
 void FormZDYXS::keyPressEvent(QKeyEvent* event)
