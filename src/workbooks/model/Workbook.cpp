@@ -156,11 +156,24 @@ void Workbook::setSaved(bool saved)
     m_changes.setSaved(saved);
 }
 
+QStringList Workbook::notKept() const
+{
+    check();
+    return lossNames(m_losses);
+}
+
+void Workbook::addLosses(const Losses& losses)
+{
+    check();
+    m_losses.insert(losses.begin(), losses.end());
+}
+
 void Workbook::SaveAs(const QString& path)
 {
     check();
     writeXlsx(*this, path);
     m_path = path;
+    m_losses.clear();
     m_changes.setSaved(true);
 }
 

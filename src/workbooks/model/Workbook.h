@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include "workbooks/model/Loss.h"
 #include "workbooks/model/Worksheet.h"
 
 namespace excel {
@@ -62,6 +63,12 @@ public:
     /// Grows with every change, so that a window can tell whether to paint anew.
     quint64 revision() const { return m_changes.revision(); }
 
+    /// What the file that it was read from holds beside what was read, in words for the user; empty
+    /// for a workbook that was made here, and once it was saved.
+    QStringList notKept() const;
+    /// For readers: adds to `notKept`.
+    void addLosses(const Losses& losses);
+
     /// Writes the workbook as an .xlsx file and belongs to that file from then on. Throws
     /// runtime::Error, as `writeXlsx` does.
     void SaveAs(const QString& path);
@@ -83,6 +90,7 @@ private:
     std::vector<std::unique_ptr<Worksheet>> m_sheets;
     std::vector<std::unique_ptr<Worksheet>> m_deleted; // screens may still hold references
     const Worksheet* m_active = nullptr;
+    Losses m_losses;
     bool m_open = true;
 };
 

@@ -137,6 +137,10 @@ void Worksheet::addPageBreak(int row)
     const auto place = std::lower_bound(m_pageBreaks.begin(), m_pageBreaks.end(), row);
     if (row == 1 || (place != m_pageBreaks.end() && *place == row))
         return;
+    if (m_pageBreaks.size() >= size_t(mostPageBreaks))
+        throw runtime::Error(
+            u"一个工作表最多有 %1 个分页符，不能在第 %2 行之上再加。"_s.arg(mostPageBreaks)
+                .arg(row));
     m_pageBreaks.insert(place, row);
     m_changes.note();
 }

@@ -80,8 +80,10 @@ public:
 
     PageLayout& PageSetup();
     const PageLayout& PageSetup() const;
-    /// Breaks pages above this row.
+    /// Breaks pages above this row. Throws runtime::Error beyond `mostPageBreaks`.
     void addPageBreak(int row);
+    /// As many as programs for spreadsheets take on a sheet.
+    static constexpr int mostPageBreaks = 1023;
     /// Rows that begin a page, ascending.
     const std::vector<int>& pageBreaks() const;
 

@@ -13,6 +13,7 @@ constexpr int typeOfWorksheet = 0;
 constexpr int filterName = 0x0D; // the built-in name of a filter's block
 constexpr int builtInFlag = 0x20;
 constexpr int areaToken = 0x3B;
+constexpr qsizetype sizeOfLooks = 14;
 constexpr qsizetype placeOfActiveTab = 10;
 
 Visibility visibilityOf(int state)
@@ -69,12 +70,12 @@ void XlsGlobals::take(const XlsRecord& record)
     case record::format:
         takeFormat(record);
         break;
-    case record::cellStyle: {
-        ByteCursor bytes = record.read();
-        bytes.skip(2);
-        m_formats.addStyle(bytes.u16());
+    case record::cellStyle:
+        takeStyle(record);
         break;
-    }
+    case record::macros:
+        losses.insert(Loss::Macros);
+        break;
     case record::sharedTexts:
         takeSharedTexts(record);
         break;
@@ -118,8 +119,10 @@ void XlsGlobals::takeSheet(const XlsRecord& record)
     sheet.visibility = visibilityOf(reader.u8());
     const int type = reader.u8();
     sheet.name = shortText(reader);
-    if (type != typeOfWorksheet)
+    if (type != typeOfWorksheet) {
+        losses.insert(Loss::OtherSheets);
         return;
+    }
     sheets.push_back(sheet);
     m_sheetNumbers.push_back(m_sheetNumber);
 }
@@ -130,6 +133,25 @@ void XlsGlobals::takeFormat(const XlsRecord& record)
     const int number = reader.u16();
     m_formats.addFormat(number,
                         m_version == XlsVersion::Biff8 ? longText(reader) : shortText(reader));
+}
+
+void XlsGlobals::takeStyle(const XlsRecord& record)
+{
+    constexpr int standardAlignment = 0x20;
+    constexpr int templateFlag = 4;
+    ByteCursor bytes = record.read();
+    const int font = bytes.u16();
+    m_formats.addStyle(bytes.u16());
+    if (m_version != XlsVersion::Biff8 || bytes.left() < sizeOfLooks)
+        return;
+    const bool isTemplate = (bytes.u16() & templateFlag) != 0;
+    const int alignment = bytes.u8();
+    bytes.skip(3);
+    const bool hasBorder = bytes.u16() != 0;
+    bytes.skip(2);
+    const bool hasFill = (bytes.u32() >> 26) != 0;
+    if (!isTemplate && (font != 0 || alignment != standardAlignment || hasBorder || hasFill))
+        losses.insert(Loss::Looks);
 }
 
 void XlsGlobals::takeSharedTexts(const XlsRecord& record)

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QString>
 
+#include "workbooks/model/Loss.h"
 #include "workbooks/model/Worksheet.h"
 #include "workbooks/readers/Budget.h"
 #include "workbooks/readers/NumberFormats.h"
@@ -46,11 +47,13 @@ public:
     bool isActive(int sheetIndex) const;
 
     std::vector<Sheet> sheets;
+    Losses losses;
 
 private:
     void take(const XlsRecord& record);
     void takeSheet(const XlsRecord& record);
     void takeFormat(const XlsRecord& record);
+    void takeStyle(const XlsRecord& record);
     void takeSharedTexts(const XlsRecord& record);
     void takeName(const XlsRecord& record);
     QString shortText(XlsTextReader& reader) const;

@@ -25,12 +25,15 @@ int typeOf(const XlsRecord& bof)
 void readLoneSheet(Workbook& book, XlsGlobals& globals, XlsStream& stream, Budget& budget)
 {
     Worksheet& sheet = book.addSheet(QFileInfo(book.path()).completeBaseName());
-    XlsSheetReader(sheet, globals, budget).read(stream, std::nullopt);
+    XlsSheetReader reader(sheet, globals, budget);
+    reader.read(stream, std::nullopt);
+    book.addLosses(reader.losses);
 }
 
 void readSheets(Workbook& book, XlsGlobals& globals, XlsStream& stream, Budget& budget)
 {
     globals.read(stream);
+    book.addLosses(globals.losses);
     int index = 0;
     for (const XlsGlobals::Sheet& entry : globals.sheets) {
         Worksheet& sheet = book.addSheet(entry.name);
@@ -39,7 +42,9 @@ void readSheets(Workbook& book, XlsGlobals& globals, XlsStream& stream, Budget& 
         XlsRecord bof;
         if (!stream.next(bof) || bof.type != record::bof)
             throw ReadFailure{Fault::CutOffXls};
-        XlsSheetReader(sheet, globals, budget).read(stream, globals.filterRange(index));
+        XlsSheetReader reader(sheet, globals, budget);
+        reader.read(stream, globals.filterRange(index));
+        book.addLosses(reader.losses);
         if (globals.isActive(index++))
             sheet.Activate();
     }

@@ -43,6 +43,20 @@ double unpackRk(quint32 packed)
     return (packed & timesHundred) != 0 ? number / 100 : number;
 }
 
+/// False for the arrows of a filter and the frames of comments.
+bool isDrawing(const XlsRecord& record)
+{
+    constexpr int arrow = 0x14;
+    constexpr int comment = 0x19;
+    constexpr qint64 kindPlace = 4;
+    ByteCursor bytes = record.read();
+    if (bytes.left() < kindPlace + 2)
+        return true;
+    bytes.skip(kindPlace);
+    const int kind = bytes.u16();
+    return kind != arrow && kind != comment;
+}
+
 } // namespace
 
 void XlsSheetReader::read(XlsStream& stream, const std::optional<CellRange>& filterRange)
@@ -104,6 +118,34 @@ void XlsSheetReader::take(const XlsRecord& record)
         takeCell(record);
         break;
     default:
+        noteLoss(record);
+        break;
+    }
+}
+
+void XlsSheetReader::noteLoss(const XlsRecord& record)
+{
+    switch (record.type) {
+    case record::object:
+        if (isDrawing(record))
+            losses.insert(Loss::Shapes);
+        break;
+    case record::note:
+        losses.insert(Loss::Comments);
+        break;
+    case record::conditionalFormats:
+        losses.insert(Loss::ConditionalFormats);
+        break;
+    case record::validations:
+        losses.insert(Loss::Validations);
+        break;
+    case record::link:
+        losses.insert(Loss::Links);
+        break;
+    case record::pageBreaks:
+        losses.insert(Loss::Printing);
+        break;
+    default:
         break;
     }
 }
@@ -142,6 +184,7 @@ void XlsSheetReader::takeCell(const XlsRecord& record)
 void XlsSheetReader::takeFormula(const XlsRecord& record)
 {
     ByteCursor bytes = record.read();
+    losses.insert(Loss::Formulas);
     const int row = bytes.u16();
     const int column = bytes.u16();
     const int style = bytes.u16();

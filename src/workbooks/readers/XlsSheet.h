@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "workbooks/model/Loss.h"
 #include "workbooks/model/Worksheet.h"
 #include "workbooks/readers/XlsGlobals.h"
 
@@ -19,6 +20,8 @@ public:
     /// Reads from behind the sheet's BOF. `filterRange` is the block of an automatic filter.
     void read(XlsStream& stream, const std::optional<CellRange>& filterRange);
 
+    Losses losses;
+
 private:
     void take(const XlsRecord& record);
     void takeCell(const XlsRecord& record);
@@ -27,6 +30,7 @@ private:
     void takeRow(const XlsRecord& record);
     void takeColumns(const XlsRecord& record);
     void takeMerged(const XlsRecord& record);
+    void noteLoss(const XlsRecord& record);
     void add(int row, int column, const runtime::Value& value);
 
     Worksheet& m_sheet;

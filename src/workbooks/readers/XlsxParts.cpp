@@ -76,9 +76,18 @@ void StylesHandler::startElement(std::string_view name, const XmlAttributes& att
     else if (name == "numFmt" && m_inFormats)
         formats.addFormat(attributes.number("numFmtId", 0), attributes.text("formatCode"));
     else if (name == "xf" && m_inCellStyles)
-        formats.addStyle(attributes.number("numFmtId", 0));
+        addStyle(attributes);
+    else if (name == "alignment" && m_inCellStyles)
+        hasLooks = true;
     if (formats.size() > mostStyles)
         throw ReadFailure{Fault::TooLarge};
+}
+
+void StylesHandler::addStyle(const XmlAttributes& attributes)
+{
+    formats.addStyle(attributes.number("numFmtId", 0));
+    for (const std::string_view look : {"fontId", "fillId", "borderId"})
+        hasLooks = hasLooks || attributes.number(look, 0) != 0;
 }
 
 void StylesHandler::endElement(std::string_view name)

@@ -73,8 +73,12 @@ public:
     void endElement(std::string_view name) override;
 
     NumberFormats formats;
+    /// True if a style has a font, fill, border or alignment of its own.
+    bool hasLooks = false;
 
 private:
+    void addStyle(const XmlAttributes& attributes);
+
     bool m_inFormats = false;
     bool m_inCellStyles = false;
 };

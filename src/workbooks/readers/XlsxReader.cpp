@@ -32,6 +32,7 @@ private:
     ZipArchive m_archive;
     Budget& m_budget;
     XlsxContext m_context;
+    Losses m_losses; // of what the sheets share
 };
 
 void XlsxReader::scan(const QByteArray& part, qint64 limit, XmlHandler& handler)
@@ -74,6 +75,8 @@ void XlsxReader::readShared(const RelationsHandler& relations)
         StylesHandler handler;
         scan(styles, largestListPart, handler);
         m_context.formats = std::move(handler.formats);
+        if (handler.hasLooks)
+            m_losses.insert(Loss::Looks);
     }
     const QByteArray texts = relations.ofKind(u"sharedStrings"_s).part;
     if (m_archive.contains(texts)) {
@@ -89,6 +92,9 @@ void XlsxReader::readSheet(Workbook& book, const BookHandler::Sheet& entry, cons
     sheet.setVisibility(entry.visibility);
     XlsxSheetHandler handler(sheet, m_context, m_budget);
     scan(part, largestDataPart, handler);
+    if (handler.hasLegacyDrawing && !relationsOf(part).ofKind(u"comments"_s).part.isEmpty())
+        handler.losses.insert(Loss::Comments);
+    book.addLosses(handler.losses);
 }
 
 void XlsxReader::readInto(Workbook& book)
@@ -102,6 +108,9 @@ void XlsxReader::readInto(Workbook& book)
     m_context.dates = list.dates;
     const RelationsHandler relations = relationsOf(part);
     readShared(relations);
+    book.addLosses(m_losses);
+    if (!relations.ofKind(u"vbaProject"_s).part.isEmpty())
+        book.addLosses({Loss::Macros});
     int tab = 0;
     for (const BookHandler::Sheet& entry : list.sheets) {
         const Relation relation = relations.relations.value(entry.relation);
@@ -112,6 +121,8 @@ void XlsxReader::readInto(Workbook& book)
             readSheet(book, entry, relation.part);
             if (tab == list.activeTab)
                 book.Worksheets().Item(book.Worksheets().Count()).Activate();
+        } else {
+            book.addLosses({Loss::OtherSheets});
         }
         ++tab;
     }

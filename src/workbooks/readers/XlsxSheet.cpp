@@ -76,6 +76,22 @@ double widthOf(const char* text)
     return charactersOf(width);
 }
 
+/// What an element of a sheet stands for that is not read.
+std::optional<Loss> lossOf(std::string_view name)
+{
+    if (name == "drawing" || name == "oleObjects" || name == "controls")
+        return Loss::Shapes;
+    if (name == "conditionalFormatting")
+        return Loss::ConditionalFormats;
+    if (name == "dataValidation")
+        return Loss::Validations;
+    if (name == "hyperlink")
+        return Loss::Links;
+    if (name == "pageSetup" || name == "headerFooter" || name == "brk")
+        return Loss::Printing;
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<CellRange> parseRange(std::string_view text)
@@ -111,6 +127,7 @@ void XlsxSheetHandler::startInCell(std::string_view name)
         collecting = !m_inPhonetic;
     } else if (name == "f") {
         m_hasFormula = true;
+        losses.insert(Loss::Formulas);
     } else if (name == "rPh") {
         m_inPhonetic = true;
     }
@@ -133,7 +150,19 @@ void XlsxSheetHandler::startOutside(std::string_view name, const XmlAttributes& 
         m_budget.takeCells(1);
         if (const auto range = parseRange(reference == nullptr ? "" : reference))
             m_sheet.merges().add(*range);
+    } else {
+        noteLoss(name, attributes);
     }
+}
+
+void XlsxSheetHandler::noteLoss(std::string_view name, const XmlAttributes& attributes)
+{
+    if (name == "legacyDrawing")
+        hasLegacyDrawing = true;
+    else if (name == "pane" && attributes.text("state").startsWith(u"frozen"))
+        losses.insert(Loss::Panes);
+    else if (const std::optional<Loss> loss = lossOf(name))
+        losses.insert(*loss);
 }
 
 void XlsxSheetHandler::startAutoFilter(const XmlAttributes& attributes)

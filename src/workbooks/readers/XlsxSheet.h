@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include "workbooks/model/Loss.h"
 #include "workbooks/model/Worksheet.h"
 #include "workbooks/readers/Budget.h"
 #include "workbooks/readers/NumberFormats.h"
@@ -33,6 +34,10 @@ public:
     void startElement(std::string_view name, const XmlAttributes& attributes) override;
     void endElement(std::string_view name) override;
 
+    Losses losses;
+    /// True if it has comments or controls.
+    bool hasLegacyDrawing = false;
+
 private:
     enum class CellType { Number, Shared, Inline, FormulaText, Boolean, Error, IsoDate };
 
@@ -44,6 +49,7 @@ private:
     void payForCell();
     void payForPage(int row);
     void addColumns(const XmlAttributes& attributes);
+    void noteLoss(std::string_view name, const XmlAttributes& attributes);
     void startAutoFilter(const XmlAttributes& attributes);
 
     static CellType typeOf(std::string_view text);

@@ -19,7 +19,7 @@ using runtime::Value;
 
 // The library walks through every cell of a merge.
 constexpr qint64 mostMergedCells = 20'000'000;
-constexpr size_t mostPageBreaks = LXW_BREAKS_MAX;
+static_assert(Worksheet::mostPageBreaks <= LXW_BREAKS_MAX);
 
 lxw_row_t rowIndex(int row)
 {
@@ -185,8 +185,6 @@ void XlsxSheetWriter::writePage()
     std::vector<lxw_row_t> breaks;
     for (const int row : m_sheet.pageBreaks())
         breaks.push_back(rowIndex(row));
-    if (breaks.size() > mostPageBreaks)
-        breaks.resize(mostPageBreaks);
     breaks.push_back(0);
     if (breaks.size() > 1)
         worksheet_set_h_pagebreaks(m_target, breaks.data());

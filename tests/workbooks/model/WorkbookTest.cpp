@@ -187,6 +187,17 @@ TEST_F(WorkbookTest, ARowIsAsHighAsItsTextsNeed)
     }
 }
 
+TEST_F(WorkbookTest, APageBreakBeyondWhatFilesTakeIsRefused)
+{
+    const int last = excel::Worksheet::mostPageBreaks + 1;
+    for (int row = 2; row <= last; ++row)
+        sheet.addPageBreak(row);
+    EXPECT_EQ(errorOf([&] { sheet.addPageBreak(2000); }),
+              u"一个工作表最多有 1023 个分页符，不能在第 2000 行之上再加。"_s);
+    sheet.addPageBreak(last); // which is there
+    EXPECT_EQ(sheet.pageBreaks().size(), 1023u);
+}
+
 TEST_F(WorkbookTest, PageBreaksAreKeptInOrderOnce)
 {
     for (const int row : {62, 31, 62, 1})
