@@ -7,14 +7,14 @@ namespace chart {
 
 namespace {
 
-// Rooms around the inside of the plot, in points: the value axis with its title on the left, the
-// title and the names of two lines above, a label such as 平均 123.45 on the right.
+// Rooms around the inside of the plot, in points: the value axis with its title on the left, a
+// label such as 平均 123.45 on the right, nothing at the side without names.
 constexpr double roomLeft = 54;
-constexpr double roomAbove = 52;
 constexpr double roomRight = 60;
-constexpr double roomBelow = 12;
+constexpr double edgeRoom = 12;
 
 constexpr int mostSteps = 10;
+constexpr double largestValue = 1e15;
 
 double niceStep(double range)
 {
@@ -38,7 +38,7 @@ Bounds boundsOf(const std::vector<std::optional<double>>& values)
     Bounds bounds{0, 0};
     bool found = false;
     for (const std::optional<double>& value : values) {
-        if (!value)
+        if (!value || !(std::abs(*value) <= largestValue))
             continue;
         bounds.low = found ? std::min(bounds.low, *value) : *value;
         bounds.high = found ? std::max(bounds.high, *value) : *value;
@@ -49,16 +49,19 @@ Bounds boundsOf(const std::vector<std::optional<double>>& values)
 
 } // namespace
 
-QRectF plotInside(const QSizeF& frame)
+QRectF plotInside(const QSizeF& frame, Growth growth)
 {
+    const bool namesAbove = growth == Growth::Downward;
+    const double above = titleRoom + (namesAbove ? namesRoom : 0);
+    const double below = namesAbove ? edgeRoom : namesRoom;
     const double width = std::max(0.0, frame.width() - 2 * areaOffset - roomLeft - roomRight);
-    const double height = std::max(0.0, frame.height() - 2 * areaOffset - roomAbove - roomBelow);
-    return {roomLeft, roomAbove, width, height};
+    const double height = std::max(0.0, frame.height() - 2 * areaOffset - above - below);
+    return {roomLeft, above, width, height};
 }
 
-QRectF plotInFrame(const QSizeF& frame)
+QRectF plotInFrame(const QSizeF& frame, Growth growth)
 {
-    return plotInside(frame).translated(areaOffset, areaOffset);
+    return plotInside(frame, growth).translated(areaOffset, areaOffset);
 }
 
 ValueScale scaleOf(const LineChart& chart)
@@ -90,6 +93,16 @@ double shareOf(double value, const ValueScale& scale, Growth growth)
 {
     const double above = (value - scale.minimum) / (scale.maximum - scale.minimum);
     return growth == Growth::Downward ? above : 1 - above;
+}
+
+bool isOnScale(double value, const ValueScale& scale)
+{
+    return value >= scale.minimum && value <= scale.maximum;
+}
+
+int slotCount(const LineChart& chart)
+{
+    return int(std::max(chart.categories.size(), qsizetype(chart.values.size())));
 }
 
 double slotShare(int category, int categories)

@@ -30,24 +30,9 @@ void Chart::setSource(const ChartSource& source)
     noteChange();
 }
 
-double Chart::InsideLeft() const
+QRectF Chart::inside() const
 {
-    return chart::plotInside(place().size()).x();
-}
-
-double Chart::InsideTop() const
-{
-    return chart::plotInside(place().size()).y();
-}
-
-double Chart::InsideWidth() const
-{
-    return chart::plotInside(place().size()).width();
-}
-
-double Chart::InsideHeight() const
-{
-    return chart::plotInside(place().size()).height();
+    return chart::plotInside(place().size(), m_design.axis.growth);
 }
 
 chart::LineChart filledChart(const Worksheet& sheet, const Chart& chart)

@@ -36,12 +36,14 @@ public:
     // The plot without the texts around it, in points from the chart's area, which begins
     // chart::areaOffset inside its place.
 
-    double InsideLeft() const;
-    double InsideTop() const;
-    double InsideWidth() const;
-    double InsideHeight() const;
+    double InsideLeft() const { return inside().x(); }
+    double InsideTop() const { return inside().y(); }
+    double InsideWidth() const { return inside().width(); }
+    double InsideHeight() const { return inside().height(); }
 
 private:
+    QRectF inside() const;
+
     chart::LineChart m_design;
     std::optional<ChartSource> m_source;
 };
