@@ -23,14 +23,19 @@ StudentTreePanel::StudentTreePanel(widgets::ScreenDialogs& dialogs, QWidget* par
     connect(TreeView1, &StudentTreeView::nodeChosen, this, &StudentTreePanel::nodeChosen);
     connect(TextFind, &QLineEdit::textChanged, LabelFindResult, &QLabel::clear);
     connect(&m_idle, &QTimer::timeout, this, &StudentTreePanel::spellAhead);
-    for (const auto& [keys, direction] :
-         {std::pair{Qt::Key_F3 | Qt::KeyboardModifiers{}, Qt::AscendingOrder},
-          std::pair{Qt::Key_F3 | Qt::SHIFT, Qt::DescendingOrder}})
-        connect(new QShortcut(QKeySequence(keys), window()), &QShortcut::activated, this,
-                [this, way = direction] { findStudent(way); });
+    addKey(Qt::Key_F3, Qt::AscendingOrder);
+    addKey(Qt::SHIFT | Qt::Key_F3, Qt::DescendingOrder);
 }
 
 StudentTreePanel::~StudentTreePanel() = default;
+
+/// Elsewhere on the screen the key may find something else.
+void StudentTreePanel::addKey(const QKeySequence& key, Qt::SortOrder direction)
+{
+    auto* shortcut = new QShortcut(key, this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this, direction] { findStudent(direction); });
+}
 
 void StudentTreePanel::build()
 {

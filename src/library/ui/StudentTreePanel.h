@@ -41,6 +41,7 @@ protected:
 
 private:
     void build();
+    void addKey(const QKeySequence& key, Qt::SortOrder direction);
     void findStudent(Qt::SortOrder direction);
     /// Names are spelled while the user types, in steps that he does not feel.
     void spellAhead();
