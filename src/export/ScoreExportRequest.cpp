@@ -1,6 +1,7 @@
 #include "export/ScoreExportRequest.h"
 
 #include "library/ColumnNames.h"
+#include "platform/runtime/Trap.h"
 
 namespace exporting {
 
@@ -27,9 +28,13 @@ QString displayName(BlockLayout layout)
 
 QStringList ZDYxs(library::ScoreLibrary& scoreLibrary, const ScoreExportRequest& request)
 {
+    const runtime::Trap trap{" - Sub ZDYxs/FormDaoChu"};
     library::Settings& settings = scoreLibrary.settings;
-    QStringList columns = request.columns ? settings.scoreColumns(*request.columns)
-                                          : settings.GetZDYXS(displayName(request.layout));
+    QStringList columns;
+    trap([&] {
+        columns = request.columns ? settings.scoreColumns(*request.columns)
+                                  : settings.GetZDYXS(displayName(request.layout));
+    });
     if (columns.isEmpty())
         columns = defaultColumns(request);
     settings.DisplayItems = columns;
