@@ -115,4 +115,14 @@ QByteArray fileText(const QString& text)
     return isPlain(whole) ? whole.toUtf8() : escaped(whole).toUtf8();
 }
 
+QString drawnText(const QString& text)
+{
+    QString drawn = cut(text, longestText).toString();
+    for (QChar& letter : drawn) {
+        if (letter < u' ' || letter >= u'\xFFFE')
+            letter = u' ';
+    }
+    return drawn;
+}
+
 } // namespace excel

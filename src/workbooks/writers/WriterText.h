@@ -14,4 +14,7 @@ QStringList legalSheetNames(const QStringList& names);
 /// as "_x0001_".
 QByteArray fileText(const QString& text);
 
+/// A text of a drawing: in one line, without what XML cannot hold.
+QString drawnText(const QString& text);
+
 } // namespace excel

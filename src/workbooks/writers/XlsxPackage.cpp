@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 
-#include <zip.h>
+#include "workbooks/writers/ZipSource.h"
 
 namespace excel {
 
@@ -94,92 +95,6 @@ std::string partOf(zip_t* archive, zip_uint64_t index)
     return size == zip_int64_t(content.size()) ? content : std::string();
 }
 
-/// A sheet's part as the zip library asks for it, so that its rows are not copied.
-class SheetPart
-{
-public:
-    /// The rows stand between the two halves of the page.
-    SheetPart(std::string head, ScratchText& rows, std::string tail)
-        : m_head(std::move(head)), m_rows(rows), m_tail(std::move(tail))
-    {
-    }
-
-    static zip_int64_t answer(void* part, void* data, zip_uint64_t length, zip_source_cmd_t command)
-    {
-        return static_cast<SheetPart*>(part)->answer(data, length, command);
-    }
-
-private:
-    zip_int64_t answer(void* data, zip_uint64_t length, zip_source_cmd_t command);
-    size_t size() const { return m_head.size() + m_rows.size() + m_tail.size(); }
-    zip_int64_t open();
-    zip_int64_t read(char* data, size_t length);
-    zip_int64_t tell(zip_stat_t* stat) const;
-
-    std::string m_head;
-    ScratchText& m_rows;
-    std::string m_tail;
-    size_t m_place = 0; // in all of it
-    zip_error_t m_error{};
-};
-
-zip_int64_t SheetPart::answer(void* data, zip_uint64_t length, zip_source_cmd_t command)
-{
-    switch (command) {
-    case ZIP_SOURCE_SUPPORTS:
-        return zip_source_make_command_bitmap(ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE,
-                                              ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR, ZIP_SOURCE_FREE,
-                                              -1);
-    case ZIP_SOURCE_OPEN:
-        return open();
-    case ZIP_SOURCE_READ:
-        return read(static_cast<char*>(data), length);
-    case ZIP_SOURCE_STAT:
-        return tell(static_cast<zip_stat_t*>(data));
-    case ZIP_SOURCE_ERROR:
-        return zip_error_to_data(&m_error, data, length);
-    case ZIP_SOURCE_FREE:
-        delete this;
-        return 0;
-    default:
-        return 0;
-    }
-}
-
-zip_int64_t SheetPart::open()
-{
-    m_place = 0;
-    if (m_rows.rewind())
-        return 0;
-    zip_error_set(&m_error, ZIP_ER_OPEN, 0);
-    return -1;
-}
-
-/// As much as follows in one piece; the zip library asks again until nothing does.
-zip_int64_t SheetPart::read(char* data, size_t length)
-{
-    size_t size = 0;
-    if (m_place < m_head.size())
-        size = m_head.copy(data, length, m_place);
-    else if (m_place < m_head.size() + m_rows.size())
-        size = m_rows.read(data, length);
-    else
-        size = m_tail.copy(data, length, m_place - m_head.size() - m_rows.size());
-    m_place += size;
-    if (size > 0 || m_place == this->size())
-        return zip_int64_t(size);
-    zip_error_set(&m_error, ZIP_ER_READ, 0);
-    return -1;
-}
-
-zip_int64_t SheetPart::tell(zip_stat_t* stat) const
-{
-    zip_stat_init(stat);
-    stat->size = size();
-    stat->valid = ZIP_STAT_SIZE;
-    return sizeof *stat;
-}
-
 /// What stands before the rows, with these columns in place of its own.
 std::string withColumns(std::string head, const std::string& columns)
 {
@@ -192,21 +107,39 @@ std::string withColumns(std::string head, const std::string& columns)
 }
 
 /// The page with the content in place of its own; null if it is no page.
-std::unique_ptr<SheetPart> filled(const std::string& page, SheetContent& content)
+std::unique_ptr<ZipSource> filled(const std::string& page, SheetContent& content)
 {
     const std::string first = "<sheetData";
     const std::string last = "</sheetData>";
     const std::string none = first + "/>";
     const size_t begin = page.find(first);
-    if (begin == std::string::npos)
+    const size_t root = page.rfind("</worksheet>");
+    if (begin == std::string::npos || root == std::string::npos)
         return nullptr;
     const bool isEmpty = page.compare(begin, none.size(), none) == 0;
-    const size_t end = isEmpty ? begin : page.find(last, begin);
-    if (end == std::string::npos)
+    const size_t rowsEnd = isEmpty ? begin : page.find(last, begin);
+    if (rowsEnd == std::string::npos)
         return nullptr;
+    const size_t end = rowsEnd + (isEmpty ? none : last).size();
     const std::string head = withColumns(page.substr(0, begin), content.columns);
-    return std::make_unique<SheetPart>(head + first + '>', content.rows,
-                                       last + page.substr(end + (isEmpty ? none : last).size()));
+    return std::make_unique<PageSource>(head + first + '>', content.rows,
+                                        last + page.substr(end, root - end) + content.drawing
+                                            + page.substr(root));
+}
+
+/// Adds a part; its place in the archive must be free.
+bool addPart(zip_t* archive, const std::string& name, std::unique_ptr<ZipSource> content)
+{
+    zip_source_t* source = ZipSource::make(archive, std::move(content));
+    if (source == nullptr)
+        return false;
+    const zip_int64_t added = zip_file_add(archive, name.c_str(), source, ZIP_FL_ENC_UTF_8);
+    if (added < 0) {
+        zip_source_free(source);
+        return false;
+    }
+    return zip_set_file_compression(archive, zip_uint64_t(added), ZIP_CM_DEFLATE, compression) == 0
+           && zip_file_set_dostime(archive, zip_uint64_t(added), 0, firstDosDate, 0) == 0;
 }
 
 bool putContent(zip_t* archive, size_t sheet, SheetContent& content)
@@ -216,22 +149,64 @@ bool putContent(zip_t* archive, size_t sheet, SheetContent& content)
     if (found < 0)
         return false;
     const auto index = zip_uint64_t(found);
-    std::unique_ptr<SheetPart> part = filled(partOf(archive, index), content);
-    if (part == nullptr)
+    std::unique_ptr<ZipSource> page = filled(partOf(archive, index), content);
+    if (page == nullptr)
         return false;
-    zip_source_t* source = zip_source_function(archive, &SheetPart::answer, part.get());
-    if (source == nullptr)
-        return false;
-    static_cast<void>(part.release()); // the source frees it
     // A new part, since one that is replaced keeps the strength of compression that it had.
     zip_delete(archive, index);
-    const zip_int64_t added = zip_file_add(archive, name.c_str(), source, ZIP_FL_ENC_UTF_8);
-    if (added < 0) {
-        zip_source_free(source);
-        return false;
+    return addPart(archive, name, std::move(page));
+}
+
+/// What the list of types has to say of these parts: of a picture by its ending, of others by name.
+std::string typesOf(const std::vector<NewPart>& parts)
+{
+    std::set<std::string> endings;
+    std::string types;
+    for (const NewPart& part : parts) {
+        const std::string type = "ContentType=\"" + part.type + "\"/>";
+        const std::string ending = part.name.substr(part.name.rfind('.') + 1);
+        if (part.type.empty())
+            continue;
+        if (ending == "xml")
+            types += "<Override PartName=\"/" + part.name + "\" " + type;
+        else if (endings.insert(ending).second)
+            types += "<Default Extension=\"" + ending + "\" " + type;
     }
-    return zip_set_file_compression(archive, zip_uint64_t(added), ZIP_CM_DEFLATE, compression) == 0
-           && zip_file_set_dostime(archive, zip_uint64_t(added), 0, firstDosDate, 0) == 0;
+    return types;
+}
+
+/// The list of types stays the first part, by which some programs know such a file.
+bool addTypes(zip_t* archive, const std::vector<NewPart>& parts)
+{
+    const zip_int64_t found = zip_name_locate(archive, "[Content_Types].xml", 0);
+    if (found < 0)
+        return false;
+    std::string list = partOf(archive, zip_uint64_t(found));
+    const size_t end = list.rfind("</Types>");
+    if (end == std::string::npos)
+        return false;
+    list.insert(end, typesOf(parts));
+    zip_source_t* source =
+        ZipSource::make(archive, std::make_unique<TextSource>([list] { return list; }));
+    if (source == nullptr)
+        return false;
+    if (zip_file_replace(archive, zip_uint64_t(found), source, 0) == 0)
+        return true;
+    zip_source_free(source);
+    return false;
+}
+
+bool addParts(zip_t* archive, std::vector<NewPart> parts)
+{
+    if (parts.empty())
+        return true;
+    if (!addTypes(archive, parts))
+        return false;
+    for (NewPart& part : parts) {
+        if (!addPart(archive, part.name, std::make_unique<TextSource>(std::move(part.text))))
+            return false;
+    }
+    return true;
 }
 
 QByteArray contentOf(zip_source_t* source)
@@ -260,7 +235,8 @@ bool isWhole(const QByteArray& fileName)
     return count > 0;
 }
 
-QByteArray withContents(QByteArray package, std::deque<SheetContent>& contents)
+QByteArray withContents(QByteArray package, std::deque<SheetContent>& contents,
+                        std::vector<NewPart> parts)
 {
     const std::unique_ptr<zip_source_t, FreeSource> bytes(
         zip_source_buffer_create(package.data(), zip_uint64_t(package.size()), 0, nullptr));
@@ -271,11 +247,12 @@ QByteArray withContents(QByteArray package, std::deque<SheetContent>& contents)
         return {};
     zip_source_keep(bytes.get()); // the archive gives up its own hold
     for (size_t i = 0; i < contents.size(); ++i) {
-        const bool isEmpty = contents[i].columns.empty() && contents[i].rows.size() == 0;
+        const bool isEmpty = contents[i].columns.empty() && contents[i].rows.size() == 0
+                             && contents[i].drawing.empty();
         if (!isEmpty && !putContent(archive.get(), i + 1, contents[i]))
             return {};
     }
-    if (zip_close(archive.get()) != 0)
+    if (!addParts(archive.get(), std::move(parts)) || zip_close(archive.get()) != 0)
         return {};
     static_cast<void>(archive.release()); // closed
     return contentOf(bytes.get());

@@ -68,13 +68,6 @@ void XlsxRows::start(const RowHead& head)
     m_rowNumber = std::to_string(head.row);
 }
 
-void XlsxRows::tellHeight(const RowHead& head)
-{
-    lxw_row_col_options options = {};
-    options.hidden = head.state == RowState::Hidden;
-    worksheet_set_row_opt(m_target, lxw_row_t(head.row - 1), head.height, nullptr, &options);
-}
-
 /// Counts a cell to those that the sheet uses.
 void XlsxRows::noteUse(int row, int column)
 {
@@ -150,8 +143,6 @@ void XlsxRows::endBlock()
         const bool isEmpty = end == head.cells;
         if (isEmpty && !head.isSet)
             continue;
-        if (m_tellsHeights && head.isSet)
-            tellHeight(head);
         m_rows.append(rowTag(head, isEmpty ? "1:1" : spans));
         m_rows.append(isEmpty ? "/>" : ">");
         if (isEmpty)

@@ -21,9 +21,6 @@ class XlsxRows
 public:
     XlsxRows(lxw_worksheet* target, SharedTexts& texts);
 
-    /// The library gets to know the heights too, by which it places pictures. Before the first row.
-    void tellHeights() { m_tellsHeights = true; }
-
     /// Begins a row; one without cells is left out.
     void beginRow(int row);
     /// Begins a row that has a height of its own or is hidden; the height of all rows is not
@@ -48,7 +45,6 @@ private:
     };
 
     void start(const RowHead& head);
-    void tellHeight(const RowHead& head);
     void noteUse(int row, int column);
     void beginCell(int column, int style, const char* rest);
     void endBlock();
@@ -57,7 +53,6 @@ private:
 
     lxw_worksheet* m_target;
     SharedTexts& m_texts;
-    bool m_tellsHeights = false;
     std::vector<std::string> m_letters; // of the columns
     ScratchText m_rows;
     // Rows in hand, 16 at most: they have their first and last columns in common.

@@ -77,14 +77,6 @@ std::string columnTag(const ColumnRange& range, int style)
     return tag + " customWidth=\"1\"/>";
 }
 
-/// The characters that the library takes for so many pixels.
-double libraryWidth(double pixels)
-{
-    constexpr double characterOfLibrary = 7;
-    const double ofOne = characterOfLibrary + spacePixels;
-    return pixels < ofOne ? pixels / ofOne : (pixels - spacePixels) / characterOfLibrary;
-}
-
 /// As a double, a Single such as 89.7 has digits of its own no more.
 double withOwnDigits(const Value& single)
 {
@@ -106,11 +98,6 @@ std::optional<double> fileDays(const QDateTime& moment)
     return day > lastOf1899 && day <= lastBeforeLeapDay ? days - 1 : days;
 }
 
-int32_t pixelsOf(double points)
-{
-    return int32_t(std::max(0L, std::lround(points / pointsPerPixel)));
-}
-
 } // namespace
 
 XlsxSheetWriter::XlsxSheetWriter(const Worksheet& sheet, lxw_worksheet* target,
@@ -124,12 +111,9 @@ SheetContent XlsxSheetWriter::write()
     worksheet_set_default_row(m_target, SheetGeometry::standardRowHeight, LXW_FALSE);
     SheetContent content;
     content.columns = columns();
-    if (!m_sheet.drawings().empty())
-        tellSizes();
     writePage();
     writeMerges();
     writeRows();
-    writePictures();
     if (const std::optional<CellRange> filter = m_sheet.autoFilter())
         worksheet_autofilter(m_target, rowIndex(filter->firstRow), columnIndex(filter->firstColumn),
                              rowIndex(filter->lastRow), columnIndex(filter->lastColumn));
@@ -151,26 +135,6 @@ std::string XlsxSheetWriter::columns()
     for (const ColumnRange& range : ranges)
         text += columnTag(range, style);
     return text + "</cols>";
-}
-
-/// The library gets to know how many pixels wide and high the lines are, by which it places
-/// pictures. It reckons with another font than ours.
-void XlsxSheetWriter::tellSizes()
-{
-    m_target->default_col_pixels = uint32_t(columnPixels(SheetGeometry::standardColumnWidth));
-    const lxw_col_t firstUsed = m_target->dim_colmin;
-    const lxw_col_t lastUsed = m_target->dim_colmax;
-    for (const ColumnRange& range : m_sheet.geometry().columns()) {
-        lxw_row_col_options options = {};
-        options.hidden = range.hidden;
-        worksheet_set_column_opt(m_target, columnIndex(range.first), columnIndex(range.last),
-                                 libraryWidth(std::floor(columnPixels(range.width))), nullptr,
-                                 &options);
-    }
-    // A width alone makes no column a used one.
-    m_target->dim_colmin = firstUsed;
-    m_target->dim_colmax = lastUsed;
-    m_rows.tellHeights();
 }
 
 void XlsxSheetWriter::writePage()
@@ -282,31 +246,6 @@ void XlsxSheetWriter::writeText(const Cell& cell, const QString& text)
     const NumberKind kind =
         runtime::looksLikeFormula(text) ? NumberKind::Text : NumberKind::General;
     m_rows.addText(cell.column(), m_formats.styleOf(cell.format(), kind), text);
-}
-
-void XlsxSheetWriter::writePictures()
-{
-    const SheetGeometry& geometry = m_sheet.geometry();
-    for (const Drawing& drawing : m_sheet.drawings()) {
-        const auto* found = std::get_if<Picture>(&drawing);
-        if (found == nullptr)
-            continue;
-        const Picture& picture = *found;
-        const QSize pixels = pictureSize(picture.bytes());
-        if (pixels.isEmpty())
-            continue;
-        const int row = geometry.rowAt(picture.Top());
-        const int column = geometry.columnAt(picture.Left());
-        lxw_image_options options = {};
-        options.x_offset = pixelsOf(picture.Left() - geometry.columnLeft(column));
-        options.y_offset = pixelsOf(picture.Top() - geometry.rowTop(row));
-        options.x_scale = picture.Width() / pointsPerPixel / pixels.width();
-        options.y_scale = picture.Height() / pointsPerPixel / pixels.height();
-        worksheet_insert_image_buffer_opt(
-            m_target, rowIndex(row), columnIndex(column),
-            reinterpret_cast<const unsigned char*>(picture.bytes().constData()),
-            size_t(picture.bytes().size()), &options);
-    }
 }
 
 } // namespace excel

@@ -19,7 +19,6 @@ public:
 
 private:
     std::string columns();
-    void tellSizes();
     void writePage();
     void writeMerges();
     void writeRows();
@@ -29,7 +28,6 @@ private:
     void writeDate(const Cell& cell);
     void writeNumber(const Cell& cell, double number);
     void writeText(const Cell& cell, const QString& text);
-    void writePictures();
 
     const Worksheet& m_sheet;
     lxw_worksheet* m_target;

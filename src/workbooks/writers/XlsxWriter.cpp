@@ -16,6 +16,7 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/QuietLibraries.h"
 #include "workbooks/writers/WriterText.h"
+#include "workbooks/writers/XlsxDrawings.h"
 #include "workbooks/writers/XlsxPackage.h"
 #include "workbooks/writers/XlsxSheetWriter.h"
 
@@ -46,13 +47,19 @@ const Worksheet* frontSheet(const Workbook& book, const std::vector<const Worksh
     return isSeen(active) || seen == sheets.end() ? active : *seen;
 }
 
-/// Gives what the library does not know of the sheets.
-std::deque<SheetContent> writeSheets(const Workbook& book, lxw_workbook* target)
+/// What the library does not write of a workbook.
+struct Additions
+{
+    std::deque<SheetContent> contents;
+    XlsxDrawings drawings;
+};
+
+Additions writeSheets(const Workbook& book, lxw_workbook* target)
 {
     const std::vector<const Worksheet*> sheets = book.sheets();
-    std::deque<SheetContent> contents;
+    Additions additions;
     if (sheets.empty())
-        return contents;
+        return additions;
     QStringList names;
     for (const Worksheet* sheet : sheets)
         names.append(sheet->Name());
@@ -69,9 +76,11 @@ std::deque<SheetContent> writeSheets(const Workbook& book, lxw_workbook* target)
             worksheet_activate(page);
         else if (sheets[i]->visibility() != Visibility::Visible)
             worksheet_hide(page);
-        contents.push_back(XlsxSheetWriter(*sheets[i], page, formats, texts).write());
+        SheetContent& content = additions.contents.emplace_back();
+        content = XlsxSheetWriter(*sheets[i], page, formats, texts).write();
+        content.drawing = additions.drawings.add(*sheets[i], i + 1, names[qsizetype(i)]);
     }
-    return contents;
+    return additions;
 }
 
 /// A new file beside the one that it shall replace; gone again unless it was put in place.
@@ -153,9 +162,9 @@ void writeXlsx(const Workbook& book, const QString& path)
     std::unique_ptr<lxw_workbook, FreeBook> target(workbook_new(file.name().constData()));
     if (target == nullptr)
         refuse(path, u"内存不足。"_s);
-    std::deque<SheetContent> contents = writeSheets(book, target.get());
+    Additions additions = writeSheets(book, target.get());
     if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(file.name())
-        || !file.replace(withContents(file.read(), contents)))
+        || !file.replace(withContents(file.read(), additions.contents, additions.drawings.take())))
         refuse(path, u"写文件时出错，磁盘可能已满或已断开。"_s);
     file.putInPlace();
 }

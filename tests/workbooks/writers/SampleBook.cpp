@@ -70,13 +70,53 @@ void addPicture(Worksheet& sheet)
     picture.setTop(sheet.geometry().rowTop(5) + 1);
 }
 
+/// A chart over whole cells with the line and the label of its average, over the last block.
+void addChart(Worksheet& sheet)
+{
+    const QString exams[] = {u"期中"_s, u"期末<&>"_s, u"月考"_s};
+    int row = 10;
+    for (const QString& exam : exams) {
+        sheet.setCellText(row, 1, exam);
+        if (row != 11)
+            sheet.setCell(row, 3, 10.0 * row);
+        ++row;
+    }
+    excel::Chart& chart = sheet.addChart(sheet.Range(14, 1, 30, 12).place());
+    chart.setSource({{10, 1, 12, 1}, {10, 3, 12, 3}});
+    chart::LineChart design;
+    design.title = u"张三排名分析(共300人)"_s;
+    design.axis.title = u"名次"_s;
+    design.axis.minimum = 1;
+    design.axis.maximum = 300;
+    design.axis.growth = chart::Growth::Downward;
+    design.hasDataLabels = true;
+    chart.setDesign(design);
+    const QPointF from(chart.Left() + 3 + chart.InsideLeft(),
+                       chart.Top() + 3 + chart.InsideTop() + 110.5 * chart.InsideHeight() / 300);
+    const QPointF to = from + QPointF(chart.InsideWidth(), 0);
+    excel::DrawnLine& line = sheet.addLine(from, to);
+    line.setDashStyle(excel::DashStyle::Dash);
+    line.setWeight(1);
+    sheet.addLabel(QRectF(to, QSizeF(20, 12))).setText(u"平均110.5 <&>"_s);
+}
+
+/// A sheet with nothing else: lines to all four sides, and a chart without data.
+void addLooseDrawings(Worksheet& sheet)
+{
+    const QPointF center(60, 60);
+    for (const QPointF& end : {QPointF(100, 100), QPointF(20, 100), QPointF(20, 20)})
+        sheet.addLine(center, end);
+    sheet.addLine(center, QPointF(100, 20)).setColor(0xC00000);
+    sheet.addChart(QRectF(0, 135, 540, 270));
+}
+
 } // namespace
 
 QByteArray samplePng()
 {
-    return QByteArray::fromHex("89504e470d0a1a0a0000000d4948445200000002000000010802000000"
-                               "7b40e8dd0000000f49444154789c63f8cfc0c0f01f00050001ff1f5cdd35"
-                               "0000000049454e44ae426082");
+    return QByteArray::fromHex("89504e470d0a1a0a0000000d49484452000000020000000108020000007b40e8"
+                               "dd0000000f49444154789c63f8ffffff810307001378053e6ca080b900000000"
+                               "49454e44ae426082");
 }
 
 void fillSampleBook(excel::Workbook& book)
@@ -86,6 +126,8 @@ void fillSampleBook(excel::Workbook& book)
     fillReport(book.Sheets().Item(1));
     fillPrint(book.Sheets().Item(2));
     addPicture(book.Sheets().Item(2));
+    addChart(book.Sheets().Item(2));
+    addLooseDrawings(book.Sheets().Item(3));
     book.Sheets().Item(3).setVisibility(excel::Visibility::Hidden);
     book.Sheets().Item(2).Activate();
 }

@@ -13,11 +13,19 @@ import tempfile
 import unittest
 import zipfile
 from pathlib import Path
+from xml.etree import ElementTree
 
 import openpyxl
 
 NOBODY = 65534
 PROGRAM = ""
+# Units of drawings in a point.
+UNITS = 12700
+# Twelve columns, of which the fourth is hidden, in points.
+WIDTH_OF_CHART = (65 + 10 * 37) * .75
+NAMES = {"xdr": "http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing",
+         "c": "http://schemas.openxmlformats.org/drawingml/2006/chart",
+         "a": "http://schemas.openxmlformats.org/drawingml/2006/main"}
 
 
 class Written(unittest.TestCase):
@@ -25,9 +33,9 @@ class Written(unittest.TestCase):
     def setUpClass(cls):
         cls.folder = tempfile.TemporaryDirectory()
         cls.addClassCleanup(cls.folder.cleanup)
-        path = Path(cls.folder.name) / "样本.xlsx"
-        subprocess.run([PROGRAM, path], check=True)
-        cls.book = openpyxl.load_workbook(path)
+        cls.path = Path(cls.folder.name) / "样本.xlsx"
+        subprocess.run([PROGRAM, cls.path], check=True)
+        cls.book = openpyxl.load_workbook(cls.path)
         cls.report, cls.page, cls.hidden = cls.book.worksheets
 
     def test_sheets(self):
@@ -102,15 +110,108 @@ class Written(unittest.TestCase):
         self.assertEqual(int(self.report.page_setup.paperSize), 9)
         self.assertAlmostEqual(self.report.page_margins.left, 0.7)
 
+    def corner(self, marker):
+        """Column, row, and how far the corner lies inside them, in points."""
+        return (marker.col + 1, marker.row + 1, round(marker.colOff / UNITS, 2),
+                round(marker.rowOff / UNITS, 2))
+
+    def anchored(self, sheet):
+        """The drawings of a sheet as (kind, corners, element), from the lowest to the uppermost."""
+        number = self.book.worksheets.index(sheet)
+        with zipfile.ZipFile(self.path) as parts:
+            root = ElementTree.fromstring(parts.read(f"xl/drawings/drawing{number}.xml"))
+        found = []
+        for anchor in root:
+            lower, upper, shape, _ = anchor
+            corners = [[int(part.text) for part in corner] for corner in (lower, upper)]
+            found.append((shape.tag.split("}")[1],
+                          [(column + 1, row + 1, round(x / UNITS, 2), round(y / UNITS, 2))
+                           for column, x, row, y in corners], shape))
+        return found
+
     def test_picture(self):
-        path = Path(self.folder.name) / "样本.xlsx"
-        listing = subprocess.run(["unzip", "-l", path], capture_output=True, text=True)
-        if listing.returncode == 127:
-            self.skipTest("unzip is missing")
-        self.assertIn("xl/media/image1.png", listing.stdout)
+        kind, corners, _ = self.anchored(self.page)[0]
+        self.assertEqual((kind, corners), ("pic", [(1, 5, 0, 1), (1, 5, 1.5, 1.75)]))
+        with zipfile.ZipFile(self.path) as parts:
+            self.assertTrue(parts.read("xl/media/image1.png").startswith(b"\x89PNG"))
+
+    def test_the_chart_ends_at_the_very_cells(self):
+        chart, = self.page._charts
+        self.assertEqual(self.corner(chart.anchor._from), (1, 14, 0, 0))
+        self.assertEqual(self.corner(chart.anchor.to), (13, 31, 0, 0))
+
+    def test_the_chart_shows_its_cells(self):
+        chart, = self.page._charts
+        series, = chart.series
+        self.assertEqual(series.cat.strRef.f, "'导出'!$A$10:$A$12")
+        self.assertEqual(series.val.numRef.f, "'导出'!$C$10:$C$12")
+        self.assertEqual([(point.idx, point.v) for point in series.cat.strRef.strCache.pt],
+                         [(0, "期中"), (1, "期末<&>"), (2, "月考")])
+        self.assertEqual([(point.idx, point.v) for point in series.val.numRef.numCache.pt],
+                         [(0, 100), (2, 120)])
+        self.assertEqual(series.marker.symbol, "diamond")
+        self.assertEqual((series.dLbls.showVal, series.dLbls.dLblPos), (True, "t"))
+
+    def test_titles_and_axis_of_the_chart(self):
+        chart, = self.page._charts
+        for title, text, size in ((chart.title, "张三排名分析(共300人)", 1200),
+                                  (chart.y_axis.title, "名次", 1500)):
+            run, = title.tx.rich.p[0].r
+            self.assertEqual((run.t, run.rPr.sz, run.rPr.b), (text, size, True))
+        scaling = chart.y_axis.scaling
+        self.assertEqual((scaling.min, scaling.max, scaling.orientation), (1, 300, "maxMin"))
+        self.assertEqual(chart.y_axis.crosses, "autoZero")
+        self.assertIsNone(chart.legend)
+
+    def test_the_plot_is_white_in_a_thin_grey_frame(self):
+        with zipfile.ZipFile(self.path) as parts:
+            root = ElementTree.fromstring(parts.read("xl/charts/chart1.xml"))
+        fill, frame = root.find("c:chart/c:plotArea/c:spPr", NAMES)
+        self.assertEqual(fill.find("a:srgbClr", NAMES).get("val"), "FFFFFF")
+        self.assertEqual(frame.find(".//a:srgbClr", NAMES).get("val"), "808080")
+        self.assertEqual(frame.get("w"), "12700")
+
+    def test_the_inside_of_the_plot_as_shares_of_the_chart(self):
+        chart, = self.page._charts
+        layout = chart.layout.manualLayout
+        self.assertEqual((layout.layoutTarget, layout.xMode, layout.yMode), ("inner", "edge", "edge"))
+        width, height = WIDTH_OF_CHART, 17 * 13.5
+        for share, points in ((layout.x, (3 + 54) / width), (layout.y, (3 + 52) / height),
+                              (layout.w, (width - 6 - 54 - 60) / width),
+                              (layout.h, (height - 6 - 52 - 12) / height)):
+            self.assertAlmostEqual(share, points, places=5)
+
+    def test_line_and_label_lie_on_the_chart_in_their_order(self):
+        drawings = self.anchored(self.page)
+        self.assertEqual([kind for kind, _, _ in drawings], ["pic", "graphicFrame", "cxnSp", "sp"])
+        y = 13 * 13.5 + 3 + 52 + 110.5 * (17 * 13.5 - 70) / 300
+        row, offset = int(y // 13.5), round(y % 13.5, 2)
+        (_, (begin, end), line), (_, (corner, _), label) = drawings[2:]
+        left, right = 3 + 54, WIDTH_OF_CHART - 3 - 60
+        self.assertEqual(begin, (2, row + 1, left - 65 * .75, offset))
+        self.assertEqual(end, (10, row + 1, right - (65 + 7 * 37) * .75, offset))
+        self.assertEqual(corner, end)
+        look = line.find("xdr:spPr/a:ln", NAMES)
+        self.assertEqual(look.get("w"), "12700")
+        self.assertEqual(look.find("a:prstDash", NAMES).get("val"), "dash")
+        self.assertEqual(label.find(".//a:t", NAMES).text, "平均110.5 <&>")
+        self.assertEqual(label.find(".//a:rPr", NAMES).get("sz"), "1000")
+        self.assertEqual(label.find(".//a:bodyPr", NAMES).get("wrap"), "none")
+
+    def test_a_sheet_of_lines_alone(self):
+        drawings = self.anchored(self.hidden)
+        self.assertEqual([kind for kind, _, _ in drawings], ["cxnSp"] * 4 + ["graphicFrame"])
+        flips = [(place.get("flipH"), place.get("flipV"))
+                 for place in (shape.find("xdr:spPr/a:xfrm", NAMES) for _, _, shape in drawings[:4])]
+        self.assertEqual(flips, [(None, None), ("1", None), ("1", "1"), (None, "1")])
+        colors = [shape.find(".//a:srgbClr", NAMES).get("val") for _, _, shape in drawings[:4]]
+        self.assertEqual(colors, ["000000"] * 3 + ["C00000"])
+        chart, = self.hidden._charts
+        self.assertEqual(len(chart.series), 0)
+        self.assertIsNone(chart.y_axis.scaling.max)
 
     def test_what_a_merge_covers_is_in_the_file(self):
-        with zipfile.ZipFile(Path(self.folder.name) / "样本.xlsx") as parts:
+        with zipfile.ZipFile(self.path) as parts:
             row = parts.read("xl/worksheets/sheet1.xml").split(b"</row>")[0]
         self.assertEqual(row.count(b"<v>0</v>"), 3)
 
