@@ -14,6 +14,33 @@ CellRange usedBlock(const Worksheet& sheet)
     return used;
 }
 
+namespace {
+
+/// The last line that begins before a place, which itself lies in `line`.
+int lastBefore(double place, int line, double begin)
+{
+    return line > 1 && begin >= place ? line - 1 : line;
+}
+
+} // namespace
+
+CellRange shownBlock(const Worksheet& sheet)
+{
+    CellRange block = usedBlock(sheet);
+    QPointF end;
+    for (const Drawing& drawing : sheet.drawings()) {
+        const QPointF corner = shapeOf(drawing).place().bottomRight();
+        end = {std::max(end.x(), corner.x()), std::max(end.y(), corner.y())};
+    }
+    const SheetGeometry& geometry = sheet.geometry();
+    const int row = geometry.rowAt(end.y());
+    const int column = geometry.columnAt(end.x());
+    block.lastRow = std::max(block.lastRow, lastBefore(end.y(), row, geometry.rowTop(row)));
+    block.lastColumn =
+        std::max(block.lastColumn, lastBefore(end.x(), column, geometry.columnLeft(column)));
+    return block;
+}
+
 const CellFormat& formatOf(const Worksheet& sheet, int row, int column)
 {
     return sheet.formats().format(sheet.table().format(row, column));

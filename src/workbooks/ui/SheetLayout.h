@@ -9,6 +9,9 @@ namespace excel {
 /// The smallest block from A1 on that holds all cells and merges.
 CellRange usedBlock(const Worksheet& sheet);
 
+/// The used block, and what lies under the drawings.
+CellRange shownBlock(const Worksheet& sheet);
+
 /// How the cells of a sheet look; answers also once its workbook was closed.
 const CellFormat& formatOf(const Worksheet& sheet, int row, int column);
 

@@ -31,22 +31,6 @@ bool isEmpty(const Worksheet& sheet)
     return sheet.table().lastRow() == 0 && sheet.merges().isEmpty() && sheet.drawings().empty();
 }
 
-/// The used block, and what lies under the drawings.
-CellRange printedBlock(const Worksheet& sheet)
-{
-    CellRange block = usedBlock(sheet);
-    const SheetGeometry& geometry = sheet.geometry();
-    for (const Drawing& drawing : sheet.drawings()) {
-        const QRectF place = shapeOf(drawing).place();
-        while (block.lastColumn < lastGridColumn
-               && geometry.columnLeft(block.lastColumn + 1) < place.right())
-            ++block.lastColumn;
-        while (block.lastRow < lastGridRow && geometry.rowTop(block.lastRow + 1) < place.bottom())
-            ++block.lastRow;
-    }
-    return block;
-}
-
 /// The places of a page whose first cell stands at the origin.
 class PagePlaces : public SheetPlaces
 {
@@ -66,10 +50,6 @@ public:
     double top(int row) const override { return (m_geometry.rowTop(row) - m_origin.y()) * m_scale; }
     double width(int column) const override { return left(column + 1) - left(column); }
     double height(int row) const override { return top(row + 1) - top(row); }
-    QRectF pictureAt(const QRectF& points) const override
-    {
-        return QRectF((points.topLeft() - m_origin) * m_scale, points.size() * m_scale);
-    }
     QRectF bounds() const override { return placeOf(m_page); }
 
 private:
@@ -101,7 +81,7 @@ SheetPages::SheetPages(const Worksheet& sheet, const QSizeF& area)
 {
     if (isEmpty(sheet))
         return;
-    const CellRange used = printedBlock(sheet);
+    const CellRange used = shownBlock(sheet);
     m_columns = bands(m_geometry.columnPoints(used.lastColumn), area.width(), {});
     m_rows = bands(m_geometry.shownRowHeights(used.lastRow), area.height(), sheet.pageBreaks());
 }
@@ -146,12 +126,13 @@ void SheetPages::paint(QPainter& painter, int page, double scale)
     look.ink = Qt::black;
     if (!m_hasBorders)
         look.grid = gridColor;
+    look.scale = scale;
     look.lineWidth = borderWidth * scale;
     painter.save();
     const double room = look.lineWidth;
     painter.setClipRect(places.bounds().adjusted(-room, -room, room, room));
     m_painter.paintCells(painter, places, look, shown);
-    m_painter.paintDrawings(painter, places, places.bounds());
+    m_painter.paintDrawings(painter, places, look, shown);
     painter.restore();
 }
 

@@ -293,15 +293,8 @@ void Painting::paintText(const CellRange& block, int lastColumn) const
 
 } // namespace
 
-QRectF SheetPlaces::placeOf(const CellRange& block) const
-{
-    return QRectF(QPointF(left(block.firstColumn), top(block.firstRow)),
-                  QPointF(left(block.lastColumn) + width(block.lastColumn),
-                          top(block.lastRow) + height(block.lastRow)));
-}
-
 SheetPainter::SheetPainter(const Worksheet& sheet)
-    : m_sheet(sheet), m_merges(sheet.merges()), m_drawings(sheet.drawings())
+    : m_sheet(sheet), m_merges(sheet.merges()), m_drawings(sheet)
 {
 }
 
@@ -311,17 +304,10 @@ void SheetPainter::paintCells(QPainter& painter, const SheetPlaces& places, cons
     Painting(painter, m_sheet, places, look, ShownCells(m_merges, places, shown)).run();
 }
 
-void SheetPainter::paintDrawings(QPainter& painter, const SheetPlaces& places, const QRectF& area)
+void SheetPainter::paintDrawings(QPainter& painter, const SheetPlaces& places,
+                                 const SheetLook& look, const CellRange& shown)
 {
-    painter.save();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    for (const Drawing& drawing : m_drawings) {
-        const QRectF place = places.pictureAt(shapeOf(drawing).place());
-        const auto* picture = std::get_if<Picture>(&drawing);
-        if (picture != nullptr && place.intersects(area))
-            painter.drawImage(place, m_images.imageOf(*picture));
-    }
-    painter.restore();
+    m_drawings.paint(painter, places, look, shown);
 }
 
 } // namespace excel

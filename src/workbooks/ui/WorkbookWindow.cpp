@@ -234,7 +234,11 @@ void WorkbookWindow::showCell(int row, int column)
     if (model.sheet() == nullptr || row < 1)
         return CellText->clear();
     const QString content = displayText(model.value(row, column)).simplified();
-    CellText->setText(u"%1%2  %3"_s.arg(columnName(column)).arg(row).arg(content));
+    QString text = u"%1%2  %3"_s.arg(columnName(column)).arg(row).arg(content);
+    const QString title = m_view->chartTitleAt(row, column).simplified();
+    if (!title.isEmpty())
+        text += u"  [图表] "_s + title;
+    CellText->setText(text);
 }
 
 bool WorkbookWindow::mayClose()

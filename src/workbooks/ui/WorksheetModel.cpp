@@ -9,7 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Empty cells that are shown beside the used ones, and the least that is shown.
+// Empty cells that are shown beside the used ones and those under drawings, and the least that is
+// shown.
 constexpr int moreRows = 20;
 constexpr int leastRows = 60;
 constexpr int moreColumns = 3;
@@ -22,10 +23,10 @@ void WorksheetModel::show(const Worksheet* sheet)
     beginResetModel();
     m_sheet = sheet;
     m_used = sheet ? usedBlock(*sheet) : CellRange();
-    m_rows = sheet ? std::min(std::max(m_used.lastRow + moreRows, leastRows), lastGridRow) : 0;
+    const CellRange shown = sheet ? shownBlock(*sheet) : CellRange();
+    m_rows = sheet ? std::clamp(shown.lastRow + moreRows, leastRows, lastGridRow) : 0;
     m_columns =
-        sheet ? std::min(std::max(m_used.lastColumn + moreColumns, leastColumns), lastGridColumn)
-              : 0;
+        sheet ? std::clamp(shown.lastColumn + moreColumns, leastColumns, lastGridColumn) : 0;
     endResetModel();
 }
 

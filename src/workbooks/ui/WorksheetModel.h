@@ -6,8 +6,9 @@
 
 namespace excel {
 
-/// A sheet as Qt's views see it: the used cells and some empty ones around them. Cells are read
-/// when they are asked for; row and column 0 of the model are row 1 and column A of the sheet.
+/// A sheet as Qt's views see it: the used cells, those under drawings, and some empty ones around
+/// them. Cells are read when they are asked for; row and column 0 of the model are row 1 and column
+/// A of the sheet.
 class WorksheetModel : public QAbstractTableModel
 {
     Q_OBJECT

@@ -54,14 +54,6 @@ public:
     double top(int row) const override { return m_view.rowViewportPosition(row - 1); }
     double width(int column) const override { return m_view.columnWidth(column - 1); }
     double height(int row) const override { return m_view.rowHeight(row - 1); }
-    QRectF pictureAt(const QRectF& points) const override
-    {
-        const int across = m_view.logicalDpiX();
-        const int down = m_view.logicalDpiY();
-        return QRect(pixels(points.x(), across), pixels(points.y(), down),
-                     pixels(points.width(), across), pixels(points.height(), down))
-            .translated(corner());
-    }
     QRectF bounds() const override
     {
         return QRect(corner(),
@@ -225,24 +217,31 @@ void WorksheetView::drawFrame(QPainter& painter) const
     painter.drawRect(cell.adjusted(1, 1, -1, -1));
 }
 
+SheetLook WorksheetView::sheetLook() const
+{
+    SheetLook look;
+    look.ink = palette().color(QPalette::Text);
+    look.grid = widgets::gridLineColor(palette());
+    look.scale = logicalDpiY() / pointsPerInch;
+    look.inset = 0.5;
+    look.lines = SheetLook::Lines::RightAndLower;
+    return look;
+}
+
 void WorksheetView::paintEvent(QPaintEvent* event)
 {
     if (m_painter == nullptr)
         return;
-    const ViewPlaces places(*this);
     const CellRange shown = cellsIn(event->rect());
+    if (shown.firstRow < 1 || shown.firstColumn < 1)
+        return;
+    const ViewPlaces places(*this);
+    const SheetLook look = sheetLook();
     QPainter painter(viewport());
-    if (shown.firstRow > 0 && shown.firstColumn > 0) {
-        tintSelection(painter, shown);
-        SheetLook look;
-        look.ink = palette().color(QPalette::Text);
-        look.grid = widgets::gridLineColor(palette());
-        look.inset = 0.5;
-        look.lines = SheetLook::Lines::RightAndLower;
-        m_painter->paintCells(painter, places, look, shown);
-        drawFrame(painter);
-    }
-    m_painter->paintDrawings(painter, places, event->rect());
+    tintSelection(painter, shown);
+    m_painter->paintCells(painter, places, look, shown);
+    drawFrame(painter);
+    m_painter->paintDrawings(painter, places, look, shown);
 }
 
 QMimeData* WorksheetView::selectedCells() const
@@ -318,6 +317,11 @@ bool WorksheetView::findText(const QString& text, Qt::SortOrder direction)
 void WorksheetView::goTo(int row, int column)
 {
     setCurrentIndex(m_model->index(row - 1, column - 1));
+}
+
+QString WorksheetView::chartTitleAt(int row, int column) const
+{
+    return m_painter != nullptr ? m_painter->drawings().chartTitleAt(row, column) : QString();
 }
 
 void WorksheetView::openFind()

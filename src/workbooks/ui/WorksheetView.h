@@ -15,7 +15,7 @@ class FindBar;
 
 namespace excel {
 
-/// Shows one sheet: merges, lines, fonts, sizes, pictures; copies a block of cells and finds texts.
+/// Shows one sheet: merges, lines, fonts, sizes, drawings; copies a block of cells and finds texts.
 class WorksheetView : public QTableView
 {
     Q_OBJECT
@@ -37,6 +37,9 @@ public:
     void openFind();
     void findAgain(Qt::SortOrder direction);
 
+    /// The title of the chart over a cell; empty if there is none.
+    QString chartTitleAt(int row, int column) const;
+
     const WorksheetModel& sheetModel() const { return *m_model; }
 
 Q_SIGNALS:
@@ -55,6 +58,7 @@ private:
     CellRange cellsIn(const QRect& area) const;
     void tintSelection(QPainter& painter, const CellRange& shown) const;
     void drawFrame(QPainter& painter) const;
+    SheetLook sheetLook() const;
     void goTo(int row, int column);
     QRect selectedBlock() const;
     void select(const QRect& block, const QPoint& current);
