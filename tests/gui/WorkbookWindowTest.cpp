@@ -158,12 +158,45 @@ TEST_F(WorkbookWindowTest, TheFileThatAWorkbookWasReadFromIsNotOverwritten)
     WorkbookWindow other(read, u"x"_s, desktop);
     other.setAttribute(Qt::WA_DeleteOnClose, false);
     dialogs.file = file(u"c.xls"_s);
+    dialogs.expect(u"页面设置和分页"_s, u"继续另存(&S)"_s);
     dialogs.expect(u"同名文件已存在，是否覆盖原文件？"_s, runtime::Answer::Ok);
     other.findChild<QAction*>(u"SaveAs"_s)->trigger();
     EXPECT_EQ(dialogs.shown.last(), u"错误: 不能覆盖工作簿的原文件，请换一个文件名。"_s);
     dialogs.file = file(u"d.xlsx"_s);
     other.findChild<QAction*>(u"SaveAs"_s)->trigger();
     EXPECT_TRUE(QFile::exists(file(u"d.xlsx"_s)));
+}
+
+TEST_F(WorkbookWindowTest, SavingAWorkbookThatWasReadTellsOnceWhatItDoesNotKeep)
+{
+    book.SaveAs(file(u"c.xlsx"_s));
+    Workbook& read = application.Workbooks().Open(file(u"c.xlsx"_s));
+    read.addLosses({excel::Loss::Shapes, excel::Loss::Printing});
+    WorkbookWindow other(read, u"x"_s, desktop);
+    other.setAttribute(Qt::WA_DeleteOnClose, false);
+    const QString told =
+        u"原文件中的下列内容不会保存到新文件中：\n图片、图表和图形、页面设置和分页。\n原文件不变。"_s;
+    const auto save = [&] { other.findChild<QAction*>(u"SaveAs"_s)->trigger(); };
+    dialogs.expect(told, u"取消"_s);
+    save();
+    EXPECT_EQ(dialogs.safeOf(told), u"取消"_s);
+    EXPECT_EQ(dialogs.fileTitle, QString());
+    dialogs.expect(told, u"继续另存(&S)"_s);
+    save();
+    EXPECT_NE(dialogs.fileTitle, QString());
+    dialogs.file = file(u"d.xlsx"_s);
+    save();
+    EXPECT_TRUE(QFile::exists(file(u"d.xlsx"_s)));
+    EXPECT_EQ(dialogs.questions.count(told), 2);
+}
+
+TEST_F(WorkbookWindowTest, AWorkbookThatWasMadeHereIsSavedWithoutAQuestion)
+{
+    sheet(1).addLine({1, 1}, {50, 50});
+    dialogs.file = file(u"e.xlsx"_s);
+    click(u"SaveAs"_s);
+    EXPECT_EQ(dialogs.questions, QStringList());
+    EXPECT_TRUE(QFile::exists(file(u"e.xlsx"_s)));
 }
 
 TEST_F(WorkbookWindowTest, AWorkbookClosedFromOutsideTakesItsWindowAlong)

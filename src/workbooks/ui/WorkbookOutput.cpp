@@ -136,6 +136,17 @@ Desktop::Desktop()
 {
 }
 
+bool mayLose(const Workbook& book)
+{
+    const QStringList lost = book.notKept();
+    if (lost.isEmpty())
+        return true;
+    const QString text = u"原文件中的下列内容不会保存到新文件中：\n%1。\n原文件不变。"_s;
+    return runtime::choose(
+               {text.arg(lost.join(u'、')), {u"继续另存(&S)"_s, u"取消"_s}, 1, u"另存为"_s})
+           == 0;
+}
+
 bool saveWorkbookAs(Workbook& book, const QString& source)
 {
     const QString file = chooseTarget(u"EXCEL文件|*.xlsx"_s, u".xlsx"_s, u".xls"_s);

@@ -24,6 +24,10 @@ struct Desktop
     std::function<bool(QPrinter&, int pages, QWidget* owner)> choosePrinter;
 };
 
+/// Tells what a workbook that was read will not keep when it is saved; false if the user gave up.
+/// Asks nothing where all is kept.
+bool mayLose(const Workbook& book);
+
 /// Asks for a file and saves the workbook there as .xlsx; an ending that says so is put behind the
 /// name. `source`, the file that it was read from, is not overwritten, since it can hold more than
 /// a Workbook does. False if the user gave up or it failed, which a message tells.

@@ -265,9 +265,17 @@ void WorkbookWindow::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
+/// Told once, unless the user gives up.
+bool WorkbookWindow::lossesAccepted()
+{
+    if (!m_lossesAccepted)
+        m_lossesAccepted = mayLose(*m_book);
+    return m_lossesAccepted;
+}
+
 void WorkbookWindow::saveAs()
 {
-    if (m_book != nullptr && saveWorkbookAs(*m_book, m_source))
+    if (m_book != nullptr && lossesAccepted() && saveWorkbookAs(*m_book, m_source))
         refresh();
 }
 

@@ -63,6 +63,7 @@ private:
     void stepTab(int step);
     void showCell(int row, int column);
     bool mayClose();
+    bool lossesAccepted();
 
     void saveAs();
     void print();
@@ -82,6 +83,7 @@ private:
     /// The file that the workbook was read from, empty for one that the program made. What was
     /// read is there to be looked at and needs no saving.
     QString m_source;
+    bool m_lossesAccepted = false; // what of that file is not kept was told
     Desktop m_desktop;
     QTemporaryDir m_copies;
     quint64 m_shownRevision = 0;
