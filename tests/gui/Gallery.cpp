@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include "configuration/ui/FormZDYXS.h"
+#include "export/ui/FormDaoChu.h"
 #include "import/ui/FormDaoRu.h"
 #include "import/ui/FormDaoRuXinXi.h"
 #include "import/ui/FormShuRuMF.h"
@@ -37,6 +38,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"Formgf", &Gallery::errorList},
     {u"FormZFGS", &Gallery::formulas},
     {u"FormZDYXS", &Gallery::customDisplay},
+    {u"FormDaoChu", &Gallery::scoreExport},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
 };
@@ -188,6 +190,12 @@ QWidget* Gallery::customDisplay()
     form->setItem(u"T分"_s, u"文"_s);
     form->init();
     return form;
+}
+
+QWidget* Gallery::scoreExport()
+{
+    return keep(std::make_unique<exporting::FormDaoChu>(library.scores, m_screenDialogs,
+                                                        m_applications, nullptr));
 }
 
 QWidget* Gallery::about()

@@ -65,6 +65,7 @@ private:
     QWidget* errorList();
     QWidget* formulas();
     QWidget* customDisplay();
+    QWidget* scoreExport();
     QWidget* about();
     QWidget* progress();
     QWidget* workbook();

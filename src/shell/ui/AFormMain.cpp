@@ -189,6 +189,7 @@ void AFormMain::connectMenu()
     connectScreen(u"meDRLB"_s, &MenuScreens::importStudents);
     connectScreen(u"meJCCJ"_s, &MenuScreens::checkScores);
     connectScreen(u"meZFGS"_s, &MenuScreens::showFormZFGS);
+    connectScreen(u"mtEXCEL"_s, &MenuScreens::showFormDaoChu);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }
 

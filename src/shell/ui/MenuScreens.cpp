@@ -1,6 +1,7 @@
 #include "shell/ui/MenuScreens.h"
 
 #include "configuration/ui/FormZDYXS.h"
+#include "export/ui/FormDaoChu.h"
 #include "import/ui/FormDaoRu.h"
 #include "import/ui/FormDaoRuXinXi.h"
 #include "import/ui/Formgf.h"
@@ -17,6 +18,8 @@ MenuScreens::MenuScreens(library::ScoreLibrary& scoreLibrary, widgets::ScreenDia
     : m_library(scoreLibrary), m_dialogs(dialogs), m_mainWindow(mainWindow)
 {
 }
+
+MenuScreens::~MenuScreens() = default;
 
 void MenuScreens::show(widgets::Screen& screen)
 {
@@ -77,6 +80,30 @@ void MenuScreens::showFormZDYXS(const QString& item, const QString& stream)
 {
     configuration::FormZDYXS screen(m_library, m_dialogs, &m_mainWindow);
     screen.setItem(item, stream);
+    screen.init();
+    show(screen);
+}
+
+void MenuScreens::showFormDaoChu()
+{
+    const QString library = m_library.Conn.path();
+    if (m_export && m_exportedLibrary == library) {
+        m_export->Form_Load();
+    } else {
+        m_export = std::make_unique<exporting::FormDaoChu>(m_library, m_dialogs, m_applications,
+                                                           &m_mainWindow);
+        QObject::connect(
+            m_export.get(), &exporting::FormDaoChu::columnsRequested, m_export.get(),
+            [this](const QString& item, const QString& key) { showColumnsOfExport(item, key); });
+        m_exportedLibrary = library;
+    }
+    show(*m_export);
+}
+
+void MenuScreens::showColumnsOfExport(const QString& item, const QString& key)
+{
+    configuration::FormZDYXS screen(m_library, m_dialogs, m_export.get());
+    screen.setItemOfAllStreams(item, key);
     screen.init();
     show(screen);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "import/ImportState.h"
 #include "library/ScoreLibrary.h"
 #include "platform/widgets/Screen.h"
@@ -11,16 +13,21 @@ namespace importing {
 class IntakeScreen;
 }
 
+namespace exporting {
+class FormDaoChu;
+}
+
 namespace shell {
 
 /// The screens that the menus and the workbench open, each modal over the main window; the windows
-/// of the workbooks stay free. Keeps what outlives a screen: the latest import and the open
-/// workbooks.
+/// of the workbooks stay free. Keeps what outlives a screen: the latest import, the open workbooks,
+/// and the screen of the export with what was chosen on it.
 class MenuScreens
 {
 public:
     MenuScreens(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                 QWidget& mainWindow);
+    ~MenuScreens();
 
     excel::Applications& applications() { return m_applications; }
     excel::WorkbookWindows& workbookWindows() { return m_windows; }
@@ -35,6 +42,8 @@ public:
     void showFormZFGS();
     /// "自定义显示" for an item and a stream of the workbench.
     void showFormZDYXS(const QString& item, const QString& stream);
+    /// "导出到Excel": shown again over the same library, the screen holds what was chosen on it.
+    void showFormDaoChu();
     /// "检查成绩": the bad scores of the latest import since the program started, if there were
     /// any.
     void checkScores();
@@ -43,6 +52,8 @@ public:
 private:
     void show(widgets::Screen& screen);
     void showFormDaoRuXinXi(QWidget& over);
+    /// "自定义显示" for the columns of the export, over its screen.
+    void showColumnsOfExport(const QString& item, const QString& key);
     /// The workbook's window follows the sheet that is chosen on the screen, and the screen that
     /// of the window.
     void follow(importing::IntakeScreen& screen);
@@ -53,6 +64,9 @@ private:
     excel::Applications m_applications;
     excel::WorkbookWindows m_windows;
     importing::ImportState m_latestImport;
+    std::unique_ptr<exporting::FormDaoChu> m_export;
+    /// The library that the choices on m_export were made in.
+    QString m_exportedLibrary;
 };
 
 } // namespace shell
