@@ -5,6 +5,7 @@
 
 #include "platform/runtime/Error.h"
 #include "workbooks/model/ColumnWidth.h"
+#include "workbooks/model/TextWidth.h"
 
 namespace excel {
 
@@ -22,17 +23,12 @@ double pointsOfColumn(double characters)
     return std::floor(columnPixels(characters)) * pointsPerPixel;
 }
 
-/// Lines that a text takes where a column is that many characters wide; a Chinese character is as
-/// wide as two others.
+/// Lines that a text takes where a column is that many characters wide.
 double wrappedLines(const QString& text, double characters)
 {
     double lines = 0;
-    for (const QString& paragraph : text.split(u'\n')) {
-        const auto wide = std::count_if(paragraph.begin(), paragraph.end(),
-                                        [](QChar c) { return c.unicode() >= 0x2e80; });
-        const double width = double(paragraph.size() + wide);
-        lines += std::max(1.0, std::ceil(width / std::max(characters, 1.0)));
-    }
+    for (const QStringView paragraph : QStringView(text).split(u'\n'))
+        lines += std::max(1.0, std::ceil(characterCells(paragraph) / std::max(characters, 1.0)));
     return lines;
 }
 
