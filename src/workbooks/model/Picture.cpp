@@ -6,6 +6,7 @@
 #include <QtEndian>
 
 #include "platform/runtime/Error.h"
+#include "workbooks/model/PictureResolution.h"
 #include "workbooks/model/Points.h"
 
 namespace excel {
@@ -77,9 +78,16 @@ QByteArray readPicture(const QString& path)
     return bytes;
 }
 
+QSizeF naturalSize(const QByteArray& bytes)
+{
+    const QSize pixels = pictureSize(bytes);
+    const QSizeF resolution = pictureResolution(bytes);
+    return {pixels.width() * pointsPerInch / resolution.width(),
+            pixels.height() * pointsPerInch / resolution.height()};
+}
+
 Picture::Picture(QByteArray bytes, Changes& changes)
-    : Shape({QPointF(), QSizeF(pictureSize(bytes)) * pointsPerPixel}, changes),
-      m_bytes(std::move(bytes))
+    : Shape({QPointF(), naturalSize(bytes)}, changes), m_bytes(std::move(bytes))
 {
 }
 

@@ -29,4 +29,7 @@ QByteArray readPicture(const QString& path);
 /// Width and height in pixels, empty if the bytes are no such picture.
 QSize pictureSize(const QByteArray& bytes);
 
+/// Width and height in points, by the pixels and the resolution.
+QSizeF naturalSize(const QByteArray& bytes);
+
 } // namespace excel
