@@ -13,11 +13,13 @@ QRectF SheetRange::place() const
 
 void SheetRange::setMergeCells(bool merged) const
 {
+    SheetMerges& merges = m_sheet.merges();
+    const int firstRow = merges.grown(m_area).firstRow;
     if (merged)
-        m_sheet.merges().unite(m_area);
+        merges.unite(m_area);
     else
-        m_sheet.merges().split(m_area);
-    m_sheet.m_geometry.rowChanged(1); // a merge may reach above the block
+        merges.split(m_area);
+    m_sheet.m_geometry.rowChanged(firstRow);
     m_sheet.m_changes.note();
 }
 

@@ -114,6 +114,17 @@ TEST_F(SheetGeometryTest, ATextMergedOverRowsNeedsOfTheFirstWhatTheOthersLack)
     EXPECT_EQ(geometry.shownRowHeight(3), height);
 }
 
+TEST_F(SheetGeometryTest, AMergeThatGrowsOrGoesMovesTheRowsFromItsBeginOn)
+{
+    sheet.setCellText(2, 1, u"一\n二\n三"_s);
+    sheet.Range(2, 1, 3, 1).setMergeCells(true);
+    EXPECT_EQ(geometry.rowTop(3), 3 * height);
+    sheet.Range(3, 1, 4, 1).setMergeCells(true);
+    EXPECT_EQ(geometry.rowTop(3), 2 * height);
+    sheet.Range(4, 1, 4, 1).setMergeCells(false);
+    EXPECT_EQ(geometry.rowTop(3), 4 * height);
+}
+
 TEST_F(SheetGeometryTest, NoTextMakesARowHigherThanASheetAllows)
 {
     sheet.setCellText(1, 1, u"行\n"_s.repeated(100));

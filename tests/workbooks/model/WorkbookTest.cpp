@@ -221,19 +221,6 @@ TEST_F(WorkbookTest, APictureKeepsACopyOfItsFile)
     EXPECT_EQ(sheet.drawings().size(), 1u);
 }
 
-TEST_F(WorkbookTest, PictureSizesAreReadFromTheirHeads)
-{
-    const QByteArray bmp = "BM" + QByteArray(16, '\0') + u32(300) + u32(quint32(-200));
-    const QByteArray jpeg = QByteArray::fromHex("ffd8ffe0000400ffffc000110800c8012c030000");
-    EXPECT_EQ(excel::pictureSize(bmp), QSize(300, 200));
-    EXPECT_EQ(excel::pictureSize(jpeg), QSize(300, 200));
-    EXPECT_EQ(excel::pictureSize(samplePng()), QSize(2, 1));
-    for (const QByteArray& whole : {bmp, jpeg, samplePng()}) {
-        for (qsizetype length = 0; length < 13; ++length)
-            EXPECT_TRUE(excel::pictureSize(whole.left(length)).isEmpty());
-    }
-}
-
 TEST(OpenExcel, TakesTheLatestInstanceThatStillAnswers)
 {
     excel::Applications applications;
