@@ -2,10 +2,10 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
+#include "platform/runtime/FileNames.h"
 #include "statistics/ComprehensiveAnalysis.h"
 #include "workbooks/model/BookJson.h"
 
@@ -15,11 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What stands in no file name is replaced.
 QString fileName(const QString& exam, const QString& stream)
 {
-    static const QRegularExpression refused(u"[\\\\/:*?\"<>|\\x00-\\x1f]"_s);
-    return QString(exam + u"综合分析("_s + stream + u").xlsx"_s).replace(refused, u"_"_s);
+    return runtime::fileNameFrom(exam + u"综合分析("_s + stream + u").xlsx"_s);
 }
 
 using Books = std::map<QString, excel::Workbook*>;
@@ -44,10 +42,9 @@ Paths pathsOf(QStringList streams, const QString& exam, const QDir& folder)
     QStringList taken;
     streams.sort();
     for (const QString& stream : std::as_const(streams)) {
-        QString path = folder.absoluteFilePath(fileName(exam, stream));
         // Streams can differ in nothing but signs that were replaced.
-        while (taken.contains(path))
-            path.insert(path.lastIndexOf(u'.'), u'_');
+        const QString path =
+            runtime::freeFileName(folder.absoluteFilePath(fileName(exam, stream)), taken);
         taken.append(path);
         paths[stream] = path;
     }
