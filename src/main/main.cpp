@@ -8,6 +8,7 @@
 #include <QPalette>
 #include <QTranslator>
 
+#include "platform/runtime/ChineseFonts.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/QuietLibraries.h"
 #include "platform/widgets/ProgramStyle.h"
@@ -27,12 +28,10 @@ void speakChinese(QTranslator& translator)
         QCoreApplication::installTranslator(&translator);
 }
 
-/// Families that have the glyphs of Chinese names, the most complete first.
 QFont chineseFont()
 {
     QFont font;
-    font.setFamilies({u"Microsoft YaHei"_s, u"Noto Sans CJK SC"_s, u"WenQuanYi Micro Hei"_s,
-                      u"Droid Sans Fallback"_s});
+    font.setFamilies(runtime::chineseFontFamilies());
     font.setPointSize(10);
     return font;
 }
