@@ -1,7 +1,9 @@
 #include "cli/ChosenOptions.h"
 
+#include <QFileInfo>
 #include <QSet>
 
+#include "individual/ChartColors.h"
 #include "library/ColumnNames.h"
 #include "platform/database/Error.h"
 #include "workbench/Offers.h"
@@ -83,6 +85,14 @@ QStringList chosenClasses(const Session& session, const QString& stream)
     return offered;
 }
 
+double chosenClass(const Session& session)
+{
+    return chosen(workbench::classes(session.scores.catalogue),
+                  {session.arguments.value(u"class"_s).trimmed()}, u"班级"_s)
+        .constFirst()
+        .toDouble();
+}
+
 std::vector<SortKey> chosenOrder(const Session& session)
 {
     const QStringList texts = session.arguments.list(u"order"_s);
@@ -92,6 +102,34 @@ std::vector<SortKey> chosenOrder(const Session& session)
     for (const QString& text : texts)
         order.push_back(sortKey(session.scores.Conn.columns(u"成绩表"_s), text));
     return order;
+}
+
+std::vector<individual::TickedColumn> chosenTicks(const Session& session)
+{
+    const QStringList& columns = session.scores.catalogue.AllColumns;
+    const QStringList names =
+        session.arguments.has(u"columns"_s)
+            ? chosen(columns, session.arguments.list(u"columns"_s), u"科目或总分"_s)
+            : columns.mid(0, 1);
+    individual::ChartColors colors(session.scores);
+    colors.load();
+    std::vector<individual::TickedColumn> ticked;
+    for (const QString& name : names)
+        ticked.push_back({name, colors.color(int(columns.indexOf(name)) + 1)});
+    return ticked;
+}
+
+individual::RankKind chosenRanks(const Session& session)
+{
+    return session.arguments.oneOf(u"rank"_s, {u"年名"_s, u"班名"_s}) == u"年名"_s
+               ? individual::RankKind::Grade
+               : individual::RankKind::Class;
+}
+
+void refuseExisting(const Session& session, const QString& path)
+{
+    if (!path.isEmpty() && !session.arguments.has(u"force"_s) && QFileInfo::exists(path))
+        throw runtime::Error(u"文件 %1 已存在，没有覆盖。要覆盖它，请加上 --force。"_s.arg(path));
 }
 
 } // namespace cli

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include "cli/Session.h"
+#include "individual/ChartRanks.h"
 #include "workbench/ScoreQuery.h"
 
 namespace cli {
@@ -21,8 +22,21 @@ QStringList chosenCategories(const Session& session);
 /// Throws UsageError, also for a stream that the library does not have.
 QStringList chosenClasses(const Session& session, const QString& stream);
 
+/// The class that --class names. Throws UsageError for one that has no students.
+double chosenClass(const Session& session);
+
 /// The sort keys that --order names, as in "总分:desc". Throws UsageError for more than
 /// MostSortKeys of them, and for a column that 成绩表 does not have.
 std::vector<workbench::SortKey> chosenOrder(const Session& session);
+
+/// The subjects and totals that --columns names, in the library's order, with the colours of their
+/// lines; without it the first alone. Throws UsageError.
+std::vector<individual::TickedColumn> chosenTicks(const Session& session);
+
+/// The ranks that --rank names, 年名 without it. Throws UsageError.
+individual::RankKind chosenRanks(const Session& session);
+
+/// Throws Error if a file of this name exists and --force is not given.
+void refuseExisting(const Session& session, const QString& path);
 
 } // namespace cli

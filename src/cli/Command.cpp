@@ -97,6 +97,36 @@ const std::vector<Command>& commands()
          "    --force            文件已存在时覆盖它\n"
          "    --format json      输出工作簿的全部内容，这时可以不给 --out\n",
          runAnalyze},
+        {u"student",
+         {{u"id"_s, u"class"_s, u"number"_s, u"columns"_s, u"rank"_s, u"size"_s, u"picture"_s,
+           u"out"_s, u"format"_s},
+          {u"with-chart"_s, u"force"_s},
+          1,
+          1},
+         u"yunshan-cli student LIB (--id N | --class C --number N) [--columns C1,C2]\n"
+         "            [--rank 年名|班名] [--size WxH] [--picture FILE.png|.bmp|.pdf]\n"
+         "            [--out BOOK.xlsx [--with-chart]] [--force] [--format tsv|json]\n"
+         "    一名学生的历次成绩和名次分析图。\n"
+         "    --id N             学生的 ID；也可以用 --class 和 --number 给出班级和学号\n"
+         "    --columns …        图中的科目和总分（默认只有第一列；\"\" 为一列也不选）\n"
+         "    --rank …           年级名次（默认）或班级名次\n"
+         "    --size WxH         图的宽和高，单位为缇，1440 缇为 1 英寸（默认 9000x4000）\n"
+         "    --picture FILE     把分析图存入图片或 PDF 文件\n"
+         "    --out BOOK.xlsx    把成绩存入工作簿；加 --with-chart 时带分析图\n"
+         "    --force            文件已存在时覆盖它\n"
+         "    --format …         tsv 输出成绩表（默认），json 输出成绩表和图的全部内容\n",
+         runStudent,
+         {u"picture"_s, u"with-chart"_s}},
+        {u"class-charts",
+         {{u"class"_s, u"columns"_s, u"rank"_s, u"out"_s}, {u"force"_s}, 1, 1},
+         u"yunshan-cli class-charts LIB --class C [--columns C1,C2] [--rank 年名|班名]\n"
+         "            --out FILE.pdf|FOLDER [--force]\n"
+         "    导出全班的分析图：一个 PDF 文件，每人一页；或一个文件夹，每人一张图片。\n"
+         "    --columns …        图中的科目和总分（默认只有第一列；\"\" 为一列也不选）\n"
+         "    --rank …           年级名次（默认）或班级名次\n"
+         "    --force            文件已存在时覆盖它\n",
+         runClassCharts,
+         {u"out"_s}},
         {u"info",
          {{}, {}, 1, 1},
          u"yunshan-cli info LIB\n"
@@ -104,6 +134,15 @@ const std::vector<Command>& commands()
          runInfo},
     };
     return all;
+}
+
+const Command* findCommand(const QString& name)
+{
+    for (const Command& command : commands()) {
+        if (name == QStringView(command.name))
+            return &command;
+    }
+    return nullptr;
 }
 
 } // namespace cli

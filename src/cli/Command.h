@@ -13,6 +13,8 @@ struct Command
     Syntax syntax;
     const char16_t* help = nullptr;
     Exit (*run)(Session&) = nullptr;
+    /// Options with which the command paints, so that the program needs fonts.
+    QStringList paintingOptions = {};
 };
 
 // The commands, a source each.
@@ -25,8 +27,13 @@ Exit runBrowse(Session& session);
 Exit runReport(Session& session);
 Exit runAnalyze(Session& session);
 Exit runInfo(Session& session);
+Exit runStudent(Session& session);
+Exit runClassCharts(Session& session);
 
 /// All commands, in the order of the help text.
 const std::vector<Command>& commands();
+
+/// The command of that name; null if there is none.
+const Command* findCommand(const QString& name);
 
 } // namespace cli

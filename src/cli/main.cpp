@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <csignal>
 
 #include <QCoreApplication>
 
 #include "cli/Command.h"
+#include "individual/paint/PaintingApplication.h"
 #include "platform/runtime/QuietLibraries.h"
 
 namespace {
@@ -20,15 +22,6 @@ QString helpForAll()
              "退出码：0 完成，1 出错或没有完成，2 用法不正确。\n"_s;
 }
 
-const Command* findCommand(const QString& name)
-{
-    for (const Command& command : commands()) {
-        if (name == QStringView(command.name))
-            return &command;
-    }
-    return nullptr;
-}
-
 Exit runCommand(const Command& command, const QStringList& rest)
 {
     const Arguments arguments(rest, command.syntax);
@@ -40,7 +33,6 @@ Exit runCommand(const Command& command, const QStringList& rest)
 
 Exit runProgram(QStringList arguments)
 {
-    arguments.removeFirst();
     const QString name = arguments.isEmpty() ? QString() : arguments.takeFirst();
     if (name == "--help"_L1 || name == "help"_L1) {
         printResult(helpForAll());
@@ -65,6 +57,34 @@ Exit runProgram(QStringList arguments)
     }
 }
 
+/// Whether the command paints, so that the program needs fonts.
+bool isToPaint(const QStringList& arguments)
+{
+    const Command* command = findCommand(arguments.value(0));
+    return command && std::any_of(arguments.begin(), arguments.end(), [&](const QString& argument) {
+               const QString name = argument.section(u'=', 0, 0);
+               return name.startsWith("--"_L1) && command->paintingOptions.contains(name.mid(2));
+           });
+}
+
+int run(const QStringList& arguments)
+{
+    try {
+        return int(runProgram(arguments));
+    } catch (const std::exception& error) {
+        printError(QString::fromUtf8(error.what()));
+        return int(Exit::Error);
+    }
+}
+
+int runPainting(char* program, const QStringList& arguments)
+{
+    const individual::PaintingApplication application(program);
+    if (!individual::PaintingApplication::hasChineseGlyphs())
+        printError(u"No Chinese font is installed. Please install fonts-noto-cjk."_s);
+    return run(arguments);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -74,11 +94,11 @@ int main(int argc, char** argv)
     // A limit on the size of files is an error of the write, as a full disk is.
     std::signal(SIGXFSZ, SIG_IGN);
     runtime::quietQt();
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    if (isToPaint(arguments))
+        return runPainting(argv[0], arguments);
     const QCoreApplication application(argc, argv);
-    try {
-        return int(runProgram(QCoreApplication::arguments()));
-    } catch (const std::exception& error) {
-        printError(QString::fromUtf8(error.what()));
-        return int(Exit::Error);
-    }
+    return run(arguments);
 }
