@@ -6,8 +6,6 @@ namespace exporting {
 
 namespace {
 
-/// More of them on one sheet are not taken by programs for spreadsheets.
-constexpr size_t mostPageBreaks = 1023;
 constexpr double inchesOfOneCentimetre = 0.393700787401575;
 
 void setWidths(excel::Worksheet& sheet)
@@ -47,7 +45,8 @@ void ExportSheets::layOut()
 bool ExportSheets::isFull() const
 {
     bool full = false;
-    exportTrap([&] { full = m_sheet->pageBreaks().size() >= mostPageBreaks; });
+    exportTrap(
+        [&] { full = int(m_sheet->pageBreaks().size()) >= excel::Worksheet::mostPageBreaks; });
     return full;
 }
 
