@@ -61,6 +61,12 @@ QStringList chosenExams(const Session& session)
     return chosen(exams, wanted, u"考试"_s);
 }
 
+QStringList chosenSubjects(const Session& session)
+{
+    return chosen(session.scores.catalogue.AllColumns, session.arguments.list(u"subjects"_s),
+                  u"科目"_s);
+}
+
 QStringList chosenCategories(const Session& session)
 {
     QStringList offered = workbench::categories(session.scores);

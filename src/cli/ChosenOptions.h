@@ -15,6 +15,9 @@ namespace cli {
 /// UsageError.
 QStringList chosenExams(const Session& session);
 
+/// The subjects and totals that --subjects names, in the library's order. Throws UsageError.
+QStringList chosenSubjects(const Session& session);
+
 /// The categories that --categories names; without it all. Throws UsageError.
 QStringList chosenCategories(const Session& session);
 

@@ -97,6 +97,29 @@ const std::vector<Command>& commands()
          "    --force            文件已存在时覆盖它\n"
          "    --format json      输出工作簿的全部内容，这时可以不给 --out\n",
          runAnalyze},
+        {u"export",
+         {{u"exam"_s, u"subjects"_s, u"classes"_s, u"class-average"_s, u"grade-average"_s,
+           u"blank-rows"_s, u"columns"_s, u"out"_s, u"format"_s},
+          {u"info-row"_s, u"chart"_s, u"grade-by-own-exam"_s, u"keep-together"_s, u"force"_s},
+          1,
+          1},
+         u"yunshan-cli export LIB --exam A,B --subjects S1,S2 --classes 1,2 [--info-row]\n"
+         "            [--class-average EXAM] [--grade-average EXAM] [--grade-by-own-exam]\n"
+         "            [--blank-rows TEXT | --chart] [--keep-together] [--columns C1,C2,…]\n"
+         "            [--out FILE] [--force] [--format paths|json]\n"
+         "    导出成绩到工作簿：每名学生一块，每次考试一行，存为 FILE，输出文件的路径。\n"
+         "    --info-row         学生信息单独一行\n"
+         "    --class-average …  添加这次考试的班级平均分\n"
+         "    --grade-average …  添加年级平均分；标注和数据仍取自班级平均分的考试\n"
+         "    --grade-by-own-exam\n"
+         "                       年级平均按所选考试标注和计算\n"
+         "    --blank-rows TEXT  学生成绩间空行数（默认 2）\n"
+         "    --chart            绘制总分排名折线图(一人一页)\n"
+         "    --keep-together    不拆开学生的成绩块\n"
+         "    --columns …        这次导出的列，代替成绩库里保存的；没有的列略去\n"
+         "    --force            文件已存在时覆盖它\n"
+         "    --format json      输出工作簿的全部内容，这时可以不给 --out\n",
+         runExport},
         {u"student",
          {{u"id"_s, u"class"_s, u"number"_s, u"columns"_s, u"rank"_s, u"size"_s, u"picture"_s,
            u"out"_s, u"format"_s},

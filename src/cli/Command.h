@@ -26,6 +26,7 @@ Exit runScore(Session& session);
 Exit runBrowse(Session& session);
 Exit runReport(Session& session);
 Exit runAnalyze(Session& session);
+Exit runExport(Session& session);
 Exit runInfo(Session& session);
 Exit runStudent(Session& session);
 Exit runClassCharts(Session& session);
