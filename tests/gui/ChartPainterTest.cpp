@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/chart/ChartColors.h"
+#include "platform/chart/ChartLook.h"
 #include "platform/chart/ChartLayout.h"
 #include "platform/chart/paint/FittedText.h"
 #include "support/PrintQString.h"
@@ -260,7 +260,7 @@ TEST(ChartPainter, HostileTextsStayInTheirRooms)
     EXPECT_EQ(painted.spilt(), 0);
     const QRectF plot = painted.plot();
     EXPECT_EQ(painted.text({plot.left() + 2, plot.top() + 2, plot.width() - 4, 20}), 0);
-    EXPECT_EQ(painted.text({plot.left() - 20, 24, 18, plot.top() - 34}), 0);
+    EXPECT_EQ(painted.text({plot.left() - 20, 30, 18, plot.top() - 40}), 0);
 }
 
 TEST(FittedText, TakesOneLineWhereItFitsElseTwoOfWhichTheSecondIsCut)

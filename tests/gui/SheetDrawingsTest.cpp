@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "gui/WorkbookFixture.h"
-#include "platform/chart/ChartColors.h"
+#include "platform/chart/ChartLook.h"
 #include "platform/chart/ChartLayout.h"
 #include "workbooks/model/Points.h"
 #include "workbooks/ui/SheetLayout.h"

@@ -15,7 +15,7 @@ constexpr double areaOffset = 3;
 
 // Heights of the rooms for the chart's title, at its top, and for two lines of names beside the
 // plot.
-constexpr double titleRoom = 22;
+constexpr double titleRoom = 26;
 constexpr double namesRoom = 30;
 
 /// The inside of the plot, without the texts around it, of a chart whose frame has this size: in

@@ -8,6 +8,7 @@
 #include <xlsxwriter.h>
 
 #include "platform/chart/ChartLayout.h"
+#include "platform/chart/ChartLook.h"
 #include "workbooks/model/Worksheet.h"
 #include "workbooks/writers/WriterText.h"
 
@@ -17,8 +18,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr lxw_color_t plotBorder = 0x808080;
-constexpr float plotBorderWeight = 1;
+// What the library takes for an angle of 0 and for the colour 0.
+constexpr int upright = 360;
+constexpr lxw_color_t black = LXW_COLOR_BLACK;
 
 struct FreeChart
 {
@@ -62,6 +64,22 @@ lxw_chart_font boldFont(double size)
     return font;
 }
 
+lxw_chart_font plainFont()
+{
+    lxw_chart_font font = {};
+    font.size = chart::textSize;
+    font.rotation = upright;
+    return font;
+}
+
+lxw_chart_line lineOf(lxw_color_t color, double width)
+{
+    lxw_chart_line line = {};
+    line.color = color;
+    line.width = float(width);
+    return line;
+}
+
 void setTitles(lxw_chart* target, const chart::LineChart& design)
 {
     lxw_chart_font titleFont = boldFont(design.titleSize);
@@ -91,14 +109,44 @@ void setAxis(lxw_chart_axis* target, const chart::ValueAxis& axis)
 
 void setPlot(lxw_chart* target)
 {
-    lxw_chart_fill fill = {};
-    fill.color = LXW_COLOR_WHITE;
-    lxw_chart_line border = {};
-    border.color = plotBorder;
-    border.width = plotBorderWeight;
-    chart_plotarea_set_fill(target, &fill);
+    lxw_chart_fill white = {};
+    white.color = LXW_COLOR_WHITE;
+    lxw_chart_line areaBorder = lineOf(black, chart::thinLine);
+    lxw_chart_line border = lineOf(chart::plotBorderColor, chart::thinLine);
+    lxw_chart_line grid = lineOf(chart::gridlineColor, chart::thinLine);
+    chart_chartarea_set_line(target, &areaBorder);
+    chart_plotarea_set_fill(target, &white);
     chart_plotarea_set_line(target, &border);
+    chart_axis_major_gridlines_set_line(target->y_axis, &grid);
     chart_legend_set_position(target, LXW_CHART_LEGEND_NONE);
+}
+
+void setAxisLooks(lxw_chart* target)
+{
+    for (lxw_chart_axis* axis : {target->x_axis, target->y_axis}) {
+        lxw_chart_font font = plainFont();
+        lxw_chart_line line = lineOf(black, chart::thinLine);
+        chart_axis_set_num_font(axis, &font);
+        chart_axis_set_line(axis, &line);
+    }
+}
+
+void setSeriesLook(lxw_chart_series* series, const chart::LineChart& design)
+{
+    lxw_chart_line line = lineOf(chart::seriesColor, chart::seriesLine);
+    lxw_chart_fill fill = {};
+    fill.color = chart::seriesColor;
+    chart_series_set_line(series, &line);
+    chart_series_set_marker_type(series, design.hasMarkers ? LXW_CHART_MARKER_DIAMOND
+                                                           : LXW_CHART_MARKER_NONE);
+    chart_series_set_marker_fill(series, &fill);
+    chart_series_set_marker_line(series, &line);
+    if (!design.hasDataLabels)
+        return;
+    lxw_chart_font font = plainFont();
+    chart_series_set_labels(series);
+    chart_series_set_labels_position(series, LXW_CHART_LABEL_POSITION_ABOVE);
+    chart_series_set_labels_font(series, &font);
 }
 
 lxw_series_data_point* addPoint(lxw_series_range* range)
@@ -144,12 +192,7 @@ void addSeries(lxw_chart* target, const QString& sheetName, const Chart& chart,
         keepTexts(series->categories, filled.categories);
         keepNumbers(series->values, filled.values);
     }
-    chart_series_set_marker_type(series, filled.hasMarkers ? LXW_CHART_MARKER_DIAMOND
-                                                           : LXW_CHART_MARKER_NONE);
-    if (filled.hasDataLabels) {
-        chart_series_set_labels(series);
-        chart_series_set_labels_position(series, LXW_CHART_LABEL_POSITION_ABOVE);
-    }
+    setSeriesLook(series, filled);
 }
 
 std::string written(lxw_chart* chart)
@@ -205,6 +248,7 @@ std::string chartPart(const Worksheet& sheet, const QString& sheetName, const Ch
     target->id = uint32_t(number - 1);
     setTitles(target.get(), chart.design());
     setAxis(target->y_axis, chart.design().axis);
+    setAxisLooks(target.get());
     setPlot(target.get());
     if (chart.source() && isInGrid(chart.source()->categories) && isInGrid(chart.source()->values))
         addSeries(target.get(), sheetName, chart, filledChart(sheet, chart));

@@ -20,20 +20,20 @@ void expectSame(const QRectF& found, const QRectF& expected)
 
 TEST(ChartLayout, ThePlotLeavesRoomForTitlesNamesAndTheLabelAtTheEndOfALine)
 {
-    // 54 for the value axis, 60 at the right, 22 for the title, 30 for names, 12 without names.
-    expectSame(chart::plotInside({372, 300}, Growth::Downward), {54, 52, 252, 230});
-    expectSame(chart::plotInside({372, 300}, Growth::Upward), {54, 22, 252, 242});
+    // 54 for the value axis, 60 at the right, 26 for the title, 30 for names, 12 without names.
+    expectSame(chart::plotInside({372, 300}, Growth::Downward), {54, 56, 252, 226});
+    expectSame(chart::plotInside({372, 300}, Growth::Upward), {54, 26, 252, 238});
 }
 
 TEST(ChartLayout, TheAreaOfAChartBeginsThreePointsInsideItsFrame)
 {
-    expectSame(chart::plotInFrame({372, 300}, Growth::Downward), {57, 55, 252, 230});
+    expectSame(chart::plotInFrame({372, 300}, Growth::Downward), {57, 59, 252, 226});
 }
 
 TEST(ChartLayout, AFrameWithoutRoomHasAPlotOfNoSize)
 {
-    expectSame(chart::plotInside({100, 40}, Growth::Downward), {54, 52, 0, 0});
-    expectSame(chart::plotInside({0, 0}, Growth::Upward), {54, 22, 0, 0});
+    expectSame(chart::plotInside({100, 40}, Growth::Downward), {54, 56, 0, 0});
+    expectSame(chart::plotInside({0, 0}, Growth::Upward), {54, 26, 0, 0});
 }
 
 struct ScaleCase

@@ -132,6 +132,27 @@ TEST_F(XlsxDrawings, LabelsOfPointsAndMarkersAreWrittenAsAsked)
     EXPECT_TRUE(chartPart().contains("<c:symbol val=\"none\"/>"));
 }
 
+TEST_F(XlsxDrawings, AChartLooksInAFileAsInTheWindow)
+{
+    chart::LineChart design;
+    design.hasDataLabels = true;
+    addChart(design);
+    const QByteArray part = chartPart();
+    const auto line = [](const QByteArray& before, const QByteArray& color) -> QByteArray {
+        return before + "<c:spPr><a:ln w=\"9525\"><a:solidFill><a:srgbClr val=\"" + color + "\"/>";
+    };
+    EXPECT_TRUE(part.contains(line("<c:majorGridlines>", "C0C0C0")));
+    EXPECT_TRUE(part.contains(line("</c:chart>", "000000")));
+    EXPECT_TRUE(part.contains("<c:spPr><a:solidFill><a:srgbClr val=\"FFFFFF\"/></a:solidFill>"
+                              "<a:ln w=\"9525\"><a:solidFill><a:srgbClr val=\"808080\"/>"));
+    EXPECT_TRUE(part.contains("<c:symbol val=\"diamond\"/><c:spPr><a:solidFill>"
+                              "<a:srgbClr val=\"000080\"/>"));
+    // Names and numbers stand upright, in 10 points; so do the labels.
+    EXPECT_EQ(part.count("<a:bodyPr rot=\"0\" vert=\"horz\"/><a:lstStyle/><a:p><a:pPr>"
+                         "<a:defRPr sz=\"1000\""),
+              3);
+}
+
 TEST_F(XlsxDrawings, AFrameEndsAtItsCellsAfterTheirSizesChanged)
 {
     sheet.setColumnWidth(1, 35, 4.3);

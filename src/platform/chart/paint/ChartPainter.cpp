@@ -7,8 +7,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include "platform/chart/ChartColors.h"
 #include "platform/chart/ChartLayout.h"
+#include "platform/chart/ChartLook.h"
 #include "platform/chart/paint/FittedText.h"
 #include "platform/runtime/Numbers.h"
 
@@ -17,9 +17,6 @@ namespace chart {
 namespace {
 
 // In points.
-constexpr double textSize = 10;
-constexpr double thin = 0.75;
-constexpr double seriesWidth = 1;
 constexpr double markerReach = 3.5;
 constexpr double markLength = 3;
 constexpr double gap = 2;
@@ -144,8 +141,8 @@ void Painting::run() const
 void Painting::paintArea() const
 {
     m_painter.fillRect(m_place.frame, colorOf(areaColor));
-    const double inset = dots(thin) / 2;
-    m_painter.setPen(pen(axisColor, thin));
+    const double inset = dots(thinLine) / 2;
+    m_painter.setPen(pen(axisColor, thinLine));
     m_painter.drawRect(m_place.frame.adjusted(inset, inset, -inset, -inset));
 }
 
@@ -166,12 +163,12 @@ void Painting::paintTitles() const
 
 void Painting::paintGrid() const
 {
-    m_painter.setPen(pen(gridlineColor, thin));
+    m_painter.setPen(pen(gridlineColor, thinLine));
     for (const double mark : marksOf(m_scale)) {
         const double y = std::round(heightOf(mark));
         m_painter.drawLine(QPointF(m_plot.left(), y), QPointF(m_plot.right(), y));
     }
-    m_painter.setPen(pen(plotBorderColor, thin));
+    m_painter.setPen(pen(plotBorderColor, thinLine));
     m_painter.drawRect(m_plot);
 }
 
@@ -180,7 +177,7 @@ void Painting::paintScale() const
     const QFont numbers = font(textSize, QFont::Normal);
     const double line = QFontMetricsF(numbers, m_painter.device()).height();
     m_painter.setFont(numbers);
-    m_painter.setPen(pen(axisColor, thin));
+    m_painter.setPen(pen(axisColor, thinLine));
     m_painter.drawLine(m_plot.topLeft(), m_plot.bottomLeft());
     const double end = m_plot.left() - dots(markLength);
     for (const double mark : marksOf(m_scale)) {
@@ -198,7 +195,7 @@ void Painting::paintSlots() const
 {
     const double y = namesAbove() ? m_plot.top() : m_plot.bottom();
     const double end = y + dots(namesAbove() ? -markLength : markLength);
-    m_painter.setPen(pen(axisColor, thin));
+    m_painter.setPen(pen(axisColor, thinLine));
     m_painter.drawLine(QPointF(m_plot.left(), y), QPointF(m_plot.right(), y));
     for (int slot = 0; m_slots > 0 && slot <= m_slots; ++slot) {
         const double x = std::round(m_plot.left() + m_plot.width() * slot / m_slots);
@@ -246,7 +243,7 @@ void Painting::paintSeries() const
     m_painter.save();
     m_painter.setClipRect(m_plot, Qt::IntersectClip);
     m_painter.setRenderHint(QPainter::Antialiasing);
-    m_painter.strokePath(path, pen(seriesColor, seriesWidth));
+    m_painter.strokePath(path, pen(seriesColor, seriesLine));
     m_painter.restore();
 }
 
