@@ -9,8 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/chart/ChartLook.h"
 #include "platform/chart/ChartLayout.h"
+#include "platform/chart/ChartLook.h"
 #include "platform/chart/paint/FittedText.h"
 #include "support/PrintQString.h"
 
@@ -175,7 +175,7 @@ TEST(ChartPainter, AStudentWithOneExamHasASinglePoint)
     chart.values = {150.5};
     const Painted painted(chart);
     const QPointF middle = painted.plot().center();
-    EXPECT_GT(painted.series({middle - QPointF(4, 4), QSizeF(8, 8)}), 50);
+    EXPECT_GT(painted.series({middle - QPointF(4, 4), QSizeF(8, 8)}), 30);
     EXPECT_EQ(painted.series({painted.plot().topLeft(), middle - QPointF(8, 0)}), 0);
 }
 

@@ -15,5 +15,6 @@ constexpr int seriesColor = 0x000080;
 constexpr double textSize = 10;
 constexpr double thinLine = 0.75;
 constexpr double seriesLine = 1;
+constexpr double markerSize = 5;
 
 } // namespace chart

@@ -17,7 +17,7 @@ namespace chart {
 namespace {
 
 // In points.
-constexpr double markerReach = 3.5;
+constexpr double markerReach = markerSize / 2;
 constexpr double markLength = 3;
 constexpr double gap = 2;
 constexpr double leastNameRoom = 2 * textSize;
