@@ -3,11 +3,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QVBoxLayout>
 
 #include "export/ExportOffers.h"
 #include "export/ScoreExport.h"
@@ -96,7 +98,7 @@ void FormDaoChu::build()
                                                          makeLayouts(), LabelXX, makeButtons()})
         layout->addWidget(part, row++, 0, 1, 3);
     layout->setRowStretch(2, 1);
-    resize(fontMetrics().averageCharWidth() * 80, fontMetrics().lineSpacing() * 30);
+    resize(fontMetrics().averageCharWidth() * 80, fontMetrics().lineSpacing() * 36);
 }
 
 void FormDaoChu::makeLists(QGridLayout* layout)
@@ -166,12 +168,14 @@ QWidget* FormDaoChu::makeLayouts()
                               u"一页放不下的学生整个移到下一页"_s);
     OptionZXT = named(new QRadioButton(u"绘制总分排名折线图(一人一页)(&Z)"_s, rows), u"OptionZXT"_s,
                       u"绘制总分排名折线图(一人一页)"_s);
-    auto* layout = new QGridLayout(rows);
+    auto* blankRows = new QHBoxLayout;
+    for (QWidget* part : std::initializer_list<QWidget*>{Option2, TextKH, CheckKeepBlocks})
+        blankRows->addWidget(part);
+    blankRows->addStretch();
+    auto* layout = new QVBoxLayout(rows);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(Option2, 0, 0);
-    layout->addWidget(TextKH, 0, 1);
-    layout->addWidget(CheckKeepBlocks, 0, 2);
-    layout->addWidget(OptionZXT, 1, 0, 1, 3);
+    layout->addLayout(blankRows);
+    layout->addWidget(OptionZXT);
     return rows;
 }
 
