@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
+#include "workbooks/model/ColumnFit.h"
 
 namespace individual {
 
@@ -56,6 +57,7 @@ excel::Application& wydc(excel::Applications& applications, const runtime::AppPa
         excel::Worksheet& ExcelSheet = ExcelApp.Workbooks().Add().Worksheets().Item(1);
         reportTrap([&] { ExcelSheet.setCell(1, 1, name); });
         writeExams(ExcelSheet, exams);
+        reportTrap([&] { excel::autoFitColumns(ExcelSheet); });
         if (content == ReportContent::ExamsAndChart)
             insertChart(ExcelSheet, paths.dataFile(u"tmp.bmp"_s), exams.Rows() + 2, savePic);
         ExcelSheet.Activate();

@@ -100,6 +100,15 @@ TEST_F(ReportOfAStudent, TheGridHasLinesAroundEachCellAndTheNameHasNone)
     EXPECT_EQ(sheet.format(2, 4).borders.right, excel::LineStyle::None);
 }
 
+TEST_F(ReportOfAStudent, ColumnsAreAsWideAsTheirTexts)
+{
+    excel::Worksheet& sheet = examsAlone();
+    const double wide = sheet.Range(1, 1, 1, 1).Width();
+    const double narrow = sheet.Range(1, 2, 1, 2).Width();
+    EXPECT_GT(wide, 1.5 * narrow);
+    EXPECT_EQ(sheet.Range(1, 3, 1, 3).Width(), narrow);
+}
+
 TEST_F(ReportOfAStudent, IsShownUnsavedInASpreadsheetOfItsOwn)
 {
     examsAlone();
