@@ -58,11 +58,11 @@ qint64 Students::GetZRS(const QString& stream, double classNumber)
     trap([&] {
         database::Recordset rows;
         if (classNumber == 0)
-            rows.Open(u"select *  from 信息表 where 科类=?"_s, {stream}, m_conn);
+            rows.Open(u"select count(*) from 信息表 where 科类=?"_s, {stream}, m_conn);
         else
-            rows.Open(u"select *  from 信息表 where 科类=? and 班级=?"_s, {stream, classNumber},
-                      m_conn);
-        students = rows.RecordCount();
+            rows.Open(u"select count(*) from 信息表 where 科类=? and 班级=?"_s,
+                      {stream, classNumber}, m_conn);
+        students = qint64(rows.Fields(0).Value().toDouble());
     });
     return students;
 }
