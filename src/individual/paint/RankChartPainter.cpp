@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include <QFontMetricsF>
 #include <QPainter>
+
+#include "individual/paint/LinePen.h"
 
 namespace individual {
 
@@ -13,19 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double lineWidth = 15; // in twips: a dot of a screen
-constexpr int longestText = 200;
-
-/// Draws a text of one line or more whose upper or lower edge lies at `y`, centred at `x`. Of an
-/// endless one, which no surface has room for, only the beginning is measured.
-void drawCentred(QPainter& painter, const QString& text, double x, double y, Qt::AlignmentFlag edge)
-{
-    const QString shown = text.left(longestText);
-    const QFontMetricsF metrics(painter.font(), painter.device());
-    const QSizeF size = metrics.size(0, shown);
-    const double top = edge == Qt::AlignTop ? y : y - size.height();
-    painter.drawText(QRectF(x - size.width() / 2, top, size.width(), size.height()),
-                     Qt::AlignHCenter | Qt::TextDontClip, shown);
-}
 
 } // namespace
 
@@ -43,7 +31,7 @@ RankChartPainter::RankChartPainter(const RankChart& chart, double scale, const Q
     m_font.setPixelSize(std::max(1, int(std::lround(textSize * scale))));
 }
 
-QPen RankChartPainter::pen(const QColor& color, Qt::PenStyle style) const
+QPen RankChartPainter::linePen(const QColor& color, Qt::PenStyle style) const
 {
     return {color, std::max(1.0, lineWidth * m_scale), style};
 }
@@ -58,9 +46,9 @@ void RankChartPainter::paintFrame(QPainter& painter) const
     const QLineF corners = scaled(m_chart.frame);
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(pen(m_ink.lines));
+    painter.setPen(linePen(m_ink.lines));
     painter.drawRect(QRectF(corners.p1(), corners.p2()));
-    painter.setPen(pen(m_ink.lines, Qt::DotLine));
+    painter.setPen(linePen(m_ink.lines, Qt::DotLine));
     for (const RankChart::Line& line : m_chart.dotted)
         painter.drawLine(scaled(line));
 }
@@ -70,14 +58,14 @@ void RankChartPainter::paintColumn(QPainter& painter, const QString& column) con
     for (const RankChart::Segment& segment : m_chart.segments) {
         if (segment.column != column)
             continue;
-        painter.setPen(pen(chartColor(segment.colour)));
+        painter.setPen(linePen(chartColor(segment.colour)));
         painter.drawLine(scaled(segment.line));
     }
     const double radius = RankChart::pointRadius * m_scale;
     for (const RankChart::Point& point : m_chart.points) {
         if (point.column != column)
             continue;
-        painter.setPen(pen(chartColor(point.colour)));
+        painter.setPen(linePen(chartColor(point.colour)));
         painter.setBrush(chartColor(point.colour));
         painter.drawEllipse(QPointF(point.x, point.y) * m_scale, radius, radius);
     }
@@ -101,23 +89,21 @@ void RankChartPainter::paintLines(QPainter& painter) const
 void RankChartPainter::paintLabels(QPainter& painter) const
 {
     painter.save();
-    painter.setFont(m_font);
+    LinePen pen(painter, m_font);
     painter.setPen(m_ink.texts);
-    const double lineHeight = QFontMetricsF(m_font, painter.device()).height();
-    drawCentred(painter, m_chart.name, m_chart.width * m_scale / 2,
-                RankChart::nameTop(lineHeight / m_scale) * m_scale, Qt::AlignTop);
+    const double lineHeight = pen.lineHeight();
+    pen.drawCentred(m_chart.name, m_chart.width * m_scale / 2,
+                    RankChart::nameTop(lineHeight / m_scale) * m_scale);
     for (const RankChart::ExamLabel& label : m_chart.examLabels) {
         const double height = lineHeight * double(label.text.count(u'\n') + 1);
-        drawCentred(painter, label.text, label.x * m_scale,
-                    m_chart.examLabelTop(height / m_scale) * m_scale, Qt::AlignTop);
+        pen.drawCentred(label.text, label.x * m_scale,
+                        m_chart.examLabelTop(height / m_scale) * m_scale);
     }
     const double note = RankChart::notePlace * m_scale;
-    painter.drawText(QRectF(note, note, m_chart.width * m_scale, lineHeight),
-                     Qt::AlignLeft | Qt::AlignTop, m_chart.note.value_or(QString()));
+    pen.draw(m_chart.note.value_or(QString()), note, note);
     for (const RankChart::RankLabel& label : m_chart.rankLabels) {
         painter.setPen(chartColor(label.colour));
-        drawCentred(painter, label.text, label.x * m_scale, label.bottom * m_scale,
-                    Qt::AlignBottom);
+        pen.drawAbove(label.text, label.x * m_scale, label.bottom * m_scale);
     }
     painter.restore();
 }

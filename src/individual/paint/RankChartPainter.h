@@ -40,7 +40,7 @@ public:
 private:
     void paintFrame(QPainter& painter) const;
     void paintColumn(QPainter& painter, const QString& column) const;
-    QPen pen(const QColor& color, Qt::PenStyle style = Qt::SolidLine) const;
+    QPen linePen(const QColor& color, Qt::PenStyle style = Qt::SolidLine) const;
     QLineF scaled(const RankChart::Line& line) const;
 
     const RankChart& m_chart;

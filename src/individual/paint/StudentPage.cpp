@@ -6,6 +6,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
+#include "individual/paint/LinePen.h"
 #include "individual/paint/RankChartPainter.h"
 
 namespace individual {
@@ -22,6 +23,8 @@ constexpr double tableShare = 0.5; // of the page's height at most
 constexpr double widestStretch = 2;
 constexpr double smallestFont = 0.5; // of the size that was meant, ahead of an ellipsis
 constexpr int longestText = 200;
+constexpr int longestCell = 20;
+constexpr double ruleWidth = 10;
 
 bool hasRows(library::ScoreLibrary& scores, qint64 id)
 {
@@ -56,39 +59,60 @@ class ExamTable
 public:
     ExamTable(const grid::FlexGrid& exams, double width, double mostHeight) : m_exams(exams)
     {
-        double natural = 0;
         for (int col = 0; col < exams.Cols(); ++col)
-            natural += exams.ColWidth(col);
-        m_stretch = std::min(width / natural, widestStretch);
+            m_naturalWidth += exams.ColWidth(col);
+        m_stretch = std::min(width / m_naturalWidth, widestStretch);
         m_rowHeight = std::min(highestRow, mostHeight / exams.Rows());
     }
 
+    double width() const { return m_stretch * m_naturalWidth; }
     double height() const { return m_rowHeight * m_exams.Rows(); }
     void paint(QPainter& painter, const QPointF& corner, double scale) const;
 
 private:
+    static void paintCell(QPainter& painter, LinePen& pen, const QRectF& cell, const QString& text);
+
     const grid::FlexGrid& m_exams;
+    double m_naturalWidth = 0;
     double m_stretch = 1;
     double m_rowHeight = 0;
 };
 
 void ExamTable::paint(QPainter& painter, const QPointF& corner, double scale) const
 {
+    painter.save();
+    painter.setPen(QPen(Qt::black, std::max(1.0, ruleWidth * scale)));
+    const QRectF place(corner * scale, QSizeF(width(), height()) * scale);
     const double high = m_rowHeight * scale;
     const double size = std::min(RankChartPainter::textSize, m_rowHeight * 0.7) * scale;
-    painter.setPen(QPen(Qt::black, std::max(1.0, 10 * scale)));
-    for (int row = 0; row < m_exams.Rows(); ++row) {
-        double x = corner.x() * scale;
-        for (int col = 0; col < m_exams.Cols(); ++col) {
-            const double wide = m_exams.ColWidth(col) * m_stretch * scale;
-            const QRectF cell(x, corner.y() * scale + row * high, wide, high);
-            painter.drawRect(cell);
-            const double gap = 20 * scale;
-            drawFitted(painter, cell.adjusted(gap, 0, -gap, 0), m_exams.TextMatrix(row, col), size,
-                       Qt::AlignHCenter);
-            x += wide;
-        }
+    QFont font = painter.font();
+    font.setPixelSize(std::max(1, int(size)));
+    LinePen pen(painter, font);
+    for (int row = 0; row <= m_exams.Rows(); ++row)
+        painter.drawLine(QLineF(place.left(), place.top() + row * high, place.right(),
+                                place.top() + row * high));
+    double x = place.left();
+    for (int col = 0; col < m_exams.Cols(); ++col) {
+        painter.drawLine(QLineF(x, place.top(), x, place.bottom()));
+        const double wide = m_exams.ColWidth(col) * m_stretch * scale;
+        for (int row = 0; row < m_exams.Rows(); ++row)
+            paintCell(painter, pen, {x, place.top() + row * high, wide, high},
+                      m_exams.TextMatrix(row, col));
+        x += wide;
     }
+    painter.drawLine(QLineF(x, place.top(), x, place.bottom()));
+    painter.restore();
+}
+
+void ExamTable::paintCell(QPainter& painter, LinePen& pen, const QRectF& cell, const QString& text)
+{
+    const double gap = cell.height() * 0.05;
+    if (text.size() <= longestCell && !text.contains(u'\n')
+        && pen.width(text) <= cell.width() - 2 * gap)
+        pen.drawCentred(text, cell.center().x(), cell.center().y() - pen.lineHeight() / 2);
+    else
+        drawFitted(painter, cell.adjusted(gap, 0, -gap, 0), text, painter.font().pixelSize(),
+                   Qt::AlignHCenter);
 }
 
 } // namespace

@@ -1,0 +1,46 @@
+#include "individual/paint/LinePen.h"
+
+#include <QPainter>
+
+namespace individual {
+
+namespace {
+
+constexpr int longestText = 200;
+
+} // namespace
+
+LinePen::LinePen(QPainter& painter, const QFont& font)
+    : m_painter(painter), m_metrics(font, painter.device())
+{
+    painter.setFont(font);
+}
+
+double LinePen::width(const QString& line)
+{
+    const auto known = m_widths.constFind(line);
+    if (known != m_widths.constEnd())
+        return *known;
+    return m_widths.insert(line, m_metrics.horizontalAdvance(line)).value();
+}
+
+void LinePen::draw(const QString& line, double x, double top)
+{
+    m_painter.drawText(QPointF(x, top + m_metrics.ascent()), line);
+}
+
+void LinePen::drawCentred(const QString& text, double x, double top)
+{
+    for (const QString& line : text.left(longestText).split(u'\n')) {
+        draw(line, x - width(line) / 2, top);
+        top += lineHeight();
+    }
+}
+
+void LinePen::drawAbove(const QString& text, double x, double bottom)
+{
+    const auto lines = text.left(longestText).count(u'\n') + 1;
+    drawCentred(text, x, bottom - double(lines) * lineHeight());
+}
+
+} // namespace individual
