@@ -16,7 +16,7 @@ using runtime::Buttons;
 
 Answer PrintedDialogs::message(const QString& text, const QString&, Buttons buttons, runtime::Icon)
 {
-    if (text != u"导入完成！"_s)
+    if (text != u"导入完成！"_s && text != u"导出完成！"_s)
         failure(text);
     return buttons == Buttons::Ok ? Answer::Ok : Answer::Cancel;
 }
