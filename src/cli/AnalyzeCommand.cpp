@@ -3,6 +3,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include "cli/ChosenOptions.h"
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
 #include "platform/runtime/FileNames.h"
@@ -51,15 +52,6 @@ Paths pathsOf(QStringList streams, const QString& exam, const QDir& folder)
     return paths;
 }
 
-void refuseExisting(const Paths& paths)
-{
-    for (const auto& [stream, path] : paths) {
-        if (QFileInfo::exists(path))
-            throw runtime::Error(
-                u"文件 %1 已存在，没有覆盖。要覆盖它，请加上 --force。"_s.arg(path));
-    }
-}
-
 QStringList save(const Books& books, const Paths& paths)
 {
     QStringList saved;
@@ -105,8 +97,10 @@ Exit runAnalyze(Session& session)
     const QDir folder(QDir::current().absoluteFilePath(arguments.value(u"out"_s)));
     const Paths paths = pathsOf(session.scores.catalogue.Streams, exam, folder);
     const bool saving = arguments.has(u"out"_s);
-    if (saving && !arguments.has(u"force"_s))
-        refuseExisting(paths);
+    for (const auto& [stream, path] : paths) {
+        if (saving)
+            refuseExisting(arguments, path);
+    }
     statistics::ReportContext context(session.scores);
     excel::Application application;
     CliProgress progress;

@@ -132,10 +132,19 @@ individual::RankKind chosenRanks(const Session& session)
                : individual::RankKind::Class;
 }
 
-void refuseExisting(const Session& session, const QString& path)
+void refuseExisting(const Arguments& arguments, const QString& path)
 {
-    if (!path.isEmpty() && !session.arguments.has(u"force"_s) && QFileInfo::exists(path))
+    if (!arguments.has(u"force"_s) && QFileInfo::exists(path))
         throw runtime::Error(u"文件 %1 已存在，没有覆盖。要覆盖它，请加上 --force。"_s.arg(path));
+}
+
+QString chosenFile(const Arguments& arguments, const QString& option)
+{
+    if (!arguments.has(option))
+        return {};
+    const QString path = QFileInfo(arguments.value(option)).absoluteFilePath();
+    refuseExisting(arguments, path);
+    return path;
 }
 
 } // namespace cli

@@ -40,6 +40,10 @@ std::vector<individual::TickedColumn> chosenTicks(const Session& session);
 individual::RankKind chosenRanks(const Session& session);
 
 /// Throws Error if a file of this name exists and --force is not given.
-void refuseExisting(const Session& session, const QString& path);
+void refuseExisting(const Arguments& arguments, const QString& path);
+
+/// The full path of the file that an option names; "" without the option. Throws Error as
+/// refuseExisting does.
+QString chosenFile(const Arguments& arguments, const QString& option);
 
 } // namespace cli

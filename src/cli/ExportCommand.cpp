@@ -1,4 +1,3 @@
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -60,18 +59,6 @@ ScoreExportRequest exportRequest(const Session& session)
     return request;
 }
 
-/// Where the workbook is saved; "" without --out. Throws Error for a file that stands there.
-QString targetOf(const Arguments& arguments)
-{
-    if (!arguments.has(u"out"_s))
-        return {};
-    const QFileInfo file(arguments.value(u"out"_s));
-    if (file.exists() && !arguments.has(u"force"_s))
-        throw runtime::Error(
-            u"文件 %1 已存在，没有覆盖。要覆盖它，请加上 --force。"_s.arg(file.absoluteFilePath()));
-    return file.absoluteFilePath();
-}
-
 QString content(const Session& session, excel::Workbook& book)
 {
     session.dialogs.endCommand();
@@ -90,7 +77,7 @@ Exit runExport(Session& session)
     if (!session.openLibrary())
         return Exit::Error;
     const ScoreExportRequest request = exportRequest(session);
-    const QString target = targetOf(arguments);
+    const QString target = chosenFile(arguments, u"out"_s);
     const QString note = exporting::averageNote(request);
     if (!note.isEmpty())
         printError(note);

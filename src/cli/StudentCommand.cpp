@@ -1,4 +1,3 @@
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -173,11 +172,6 @@ void print(const Session& session, const QString& title, const individual::Stude
     printResult(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) + u'\n');
 }
 
-QString absolute(const QString& path)
-{
-    return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
-}
-
 } // namespace
 
 Exit runStudent(Session& session)
@@ -192,10 +186,8 @@ Exit runStudent(Session& session)
         return Exit::Error;
     const qint64 id = chosenStudent(session);
     const std::vector<individual::TickedColumn> ticked = chosenTicks(session);
-    const QString picture = absolute(arguments.value(u"picture"_s));
-    const QString book = absolute(arguments.value(u"out"_s));
-    refuseExisting(session, picture);
-    refuseExisting(session, book);
+    const QString picture = chosenFile(arguments, u"picture"_s);
+    const QString book = chosenFile(arguments, u"out"_s);
 
     const QString title = individual::studentTitle(session.scores, id);
     individual::StudentExams student(session.scores);
