@@ -127,8 +127,15 @@ std::optional<QString> ScriptedDialogs::chooseFile(const QString& title, const Q
     return file;
 }
 
-std::optional<int> ScriptedDialogs::chooseColor(const QString&, int)
+std::optional<QString> ScriptedDialogs::chooseFolder(const QString& title)
 {
+    fileTitle = title;
+    return folder;
+}
+
+std::optional<int> ScriptedDialogs::chooseColor(const QString&, int start)
+{
+    startColors.append(start);
     return color;
 }
 

@@ -61,15 +61,19 @@ public:
     int choose(const runtime::Choice& choice) override;
     void failure(const QString& text) override;
 
-    /// What the file and the colour dialog give; nothing stands for 取消.
+    /// What the file, the folder and the colour dialog give; nothing stands for 取消.
     std::optional<QString> file;
+    std::optional<QString> folder;
     std::optional<int> color;
+    /// Colours that the colour dialog began with.
+    QList<int> startColors;
     /// Title and filter that the file dialog was shown with.
     QString fileTitle;
     QString fileFilter;
 
     std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                       runtime::FileMode mode) override;
+    std::optional<QString> chooseFolder(const QString& title) override;
     std::optional<int> chooseColor(const QString& title, int start) override;
 
 private:

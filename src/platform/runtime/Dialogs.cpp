@@ -57,6 +57,11 @@ std::optional<QString> Dialogs::chooseFile(const QString&, const QString&, FileM
     return std::nullopt;
 }
 
+std::optional<QString> Dialogs::chooseFolder(const QString&)
+{
+    return std::nullopt;
+}
+
 std::optional<int> Dialogs::chooseColor(const QString&, int)
 {
     return std::nullopt;
@@ -116,6 +121,13 @@ QString ShowFileDialog(const QString& filter, FileMode mode)
     if (mode == FileMode::Open || !QFileInfo::exists(file))
         return file;
     return mayOverwrite() ? file : QString();
+}
+
+QString OpenDirectoryTV(const QString& title)
+{
+    QString folder;
+    Trap::silent()([&] { folder = Dialogs::current().chooseFolder(title).value_or(QString()); });
+    return folder;
 }
 
 QString GetColor(int start)

@@ -58,6 +58,9 @@ public:
     virtual std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                               FileMode mode);
 
+    /// The folder dialog: the full path of the folder chosen, or nothing when cancelled.
+    virtual std::optional<QString> chooseFolder(const QString& title);
+
     /// The colour dialog, colours as 0xBBGGRR; nothing when cancelled.
     virtual std::optional<int> chooseColor(const QString& title, int start);
 
@@ -113,6 +116,9 @@ bool mayOverwrite();
 /// Asks for a file. Saving under the name of an existing one is asked about once more. "" when
 /// cancelled or refused, and, without a message, when the dialog failed.
 QString ShowFileDialog(const QString& filter, FileMode mode);
+
+/// Asks for a folder; "" when cancelled, and, without a message, when the dialog failed.
+QString OpenDirectoryTV(const QString& title);
 
 /// Asks for a colour: its number as text, or "err" when cancelled.
 QString GetColor(int start);

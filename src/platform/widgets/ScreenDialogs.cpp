@@ -202,6 +202,12 @@ std::optional<QString> ScreenDialogs::chooseFile(const QString& title, const QSt
     return dialog.selectedFiles().constFirst();
 }
 
+std::optional<QString> ScreenDialogs::chooseFolder(const QString& title)
+{
+    const QString folder = QFileDialog::getExistingDirectory(owner(), title);
+    return folder.isEmpty() ? std::nullopt : std::optional(folder);
+}
+
 std::optional<int> ScreenDialogs::chooseColor(const QString& title, int start)
 {
     const QColor before(start & 0xff, (start >> 8) & 0xff, (start >> 16) & 0xff);

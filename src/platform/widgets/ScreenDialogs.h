@@ -26,6 +26,7 @@ public:
     void phaseFailed(const QString& text) override;
     std::optional<QString> chooseFile(const QString& title, const QString& filter,
                                       runtime::FileMode mode) override;
+    std::optional<QString> chooseFolder(const QString& title) override;
     std::optional<int> chooseColor(const QString& title, int start) override;
 
     /// The folder that the next file dialog begins with.
