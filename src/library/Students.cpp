@@ -67,6 +67,13 @@ qint64 Students::GetZRS(const QString& stream, double classNumber)
     return students;
 }
 
+std::optional<Value> Students::classOf(qint64 id)
+{
+    database::Recordset rows;
+    rows.Open(u"select 班级 from 信息表 where id=?"_s, {id}, m_conn);
+    return rows.Eof() ? std::nullopt : std::optional(rows.Fields(0).Value());
+}
+
 QString Students::GetGRXX(qint64 id)
 {
     const Trap trap{" - Function GetGRXX/Mdl_MDB"};

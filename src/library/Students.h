@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include <QString>
 
 #include "platform/database/Connection.h"
@@ -20,6 +22,9 @@ public:
     runtime::Value GetBJKL(const runtime::Value& classNumber);
     /// How many students the stream has, or one class of it; class 0 means the whole stream.
     qint64 GetZRS(const QString& stream, double classNumber);
+    /// 班级 of the student's row in 信息表; nothing if there is none any more. Throws
+    /// database::Error.
+    std::optional<runtime::Value> classOf(qint64 id);
     /// The student's line: name, class, number, category, stream.
     QString GetGRXX(qint64 id);
     /// The student's value in a rank column of an exam; "" if exam or column is "" or there is no
