@@ -42,6 +42,7 @@ constexpr const char* Push = "QPushButton";
 constexpr const char* Check = "QCheckBox";
 constexpr const char* Option = "QRadioButton";
 constexpr const char* Label = "QLabel";
+constexpr const char* Tree = "QTreeWidget";
 constexpr const char* Panel = "QWidget";
 
 const char16_t* const multiSelect = u"按下Ctrl键或Shift键可多选";
@@ -214,6 +215,24 @@ const std::vector<Window> windows{
       {Push, u"Command1", u"导出"},
       {Push, u"Command2", u"退出"},
       {Push, u"Command3", u"格式设置"}}},
+    {u"FormGeRenChengJi",
+     u"学生成绩分析",
+     {{Label, u"LabelFind", u"查找学生"},
+      {Editor, u"TextFind", u"", u"回车或 F3 找下一个，按住 Shift 找上一个"},
+      {Tree, u"TreeView1"},
+      {Panel, u"Picture2"},
+      {Panel, u"Frame1"},
+      {Option, u"Option1", u"年名"},
+      {Option, u"Option2", u"班名"},
+      {Check, u"CheckBox1_1", u"语文"},
+      {Check, u"CheckBox1_3", u"总分"},
+      {Push, u"Command1_1", u"", u"改变颜色"},
+      {Push, u"Command1_3", u"", u"改变颜色"},
+      {Grid, u"MSFlexGrid1"},
+      {Panel, u"PictureW", u"", u"上下拖动，或按 ↑↓，改变表格与图的高度"},
+      {Panel, u"Picture1"},
+      {Label, u"LabelStuName"},
+      {Label, u"LabelKSMC_0"}}},
     {u"frmAbout", u"关于软件", {}},
 };
 

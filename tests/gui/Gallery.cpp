@@ -14,6 +14,7 @@
 #include "import/ui/FormDaoRuXinXi.h"
 #include "import/ui/FormShuRuMF.h"
 #include "import/ui/Formgf.h"
+#include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
 #include "scoring/ui/FormZFGS.h"
@@ -39,6 +40,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormZFGS", &Gallery::formulas},
     {u"FormZDYXS", &Gallery::customDisplay},
     {u"FormDaoChu", &Gallery::scoreExport},
+    {u"FormGeRenChengJi", &Gallery::individualAnalysis},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
 };
@@ -196,6 +198,12 @@ QWidget* Gallery::scoreExport()
 {
     return keep(std::make_unique<exporting::FormDaoChu>(library.scores, m_screenDialogs,
                                                         m_applications, nullptr));
+}
+
+QWidget* Gallery::individualAnalysis()
+{
+    return keep(std::make_unique<individual::FormGeRenChengJi>(library.scores, m_screenDialogs,
+                                                               m_applications, nullptr));
 }
 
 QWidget* Gallery::about()

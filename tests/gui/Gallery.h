@@ -66,6 +66,7 @@ private:
     QWidget* formulas();
     QWidget* customDisplay();
     QWidget* scoreExport();
+    QWidget* individualAnalysis();
     QWidget* about();
     QWidget* progress();
     QWidget* workbook();

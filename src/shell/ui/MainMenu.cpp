@@ -69,7 +69,7 @@ constexpr Entry entries[] = {
     {u"mSJCL", nullptr, nullptr, State::Ready},
     {u"mSJCL", u"mFXSZ", u"分析设置(&F)", State::Later},
     {u"mSJCL", nullptr, nullptr, State::Ready},
-    {u"mSJCL", u"msGRFX", u"个人分析(&G)", State::Later},
+    {u"mSJCL", u"msGRFX", u"个人分析(&G)", State::Ready},
     {u"mSJCL", u"mZHFX", u"综合分析(&Z)", State::NoAction},
     {u"mSJCL", nullptr, nullptr, State::Ready},
     {u"mSJCL", u"mtEXCEL", u"导出到Excel(&E)", State::Ready},

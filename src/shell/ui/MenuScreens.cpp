@@ -5,6 +5,7 @@
 #include "import/ui/FormDaoRu.h"
 #include "import/ui/FormDaoRuXinXi.h"
 #include "import/ui/Formgf.h"
+#include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/frmAbout.h"
@@ -105,6 +106,12 @@ void MenuScreens::showColumnsOfExport(const QString& item, const QString& key)
     configuration::FormZDYXS screen(m_library, m_dialogs, m_export.get());
     screen.setItemOfAllStreams(item, key);
     screen.init();
+    show(screen);
+}
+
+void MenuScreens::showFormGeRenChengJi()
+{
+    individual::FormGeRenChengJi screen(m_library, m_dialogs, m_applications, &m_mainWindow);
     show(screen);
 }
 

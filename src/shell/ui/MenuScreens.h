@@ -44,6 +44,8 @@ public:
     void showFormZDYXS(const QString& item, const QString& stream);
     /// "导出到Excel": shown again over the same library, the screen holds what was chosen on it.
     void showFormDaoChu();
+    /// "个人分析".
+    void showFormGeRenChengJi();
     /// "检查成绩": the bad scores of the latest import since the program started, if there were
     /// any.
     void checkScores();

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QLabel>
+
+namespace individual {
+
+/// A text that stands on the chart. One that may be moved follows the left mouse button; let go
+/// outside the chart, it goes back.
+class ChartLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    enum class Moves { No, Yes };
+
+    ChartLabel(const QString& name, Moves moves, QWidget* surface);
+
+    /// Shows the text as it stands, cut to what a chart has room for, in this colour.
+    void setContent(const QString& text, const QColor& color);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    Moves m_moves;
+    bool m_dragged = false;
+    // Where the pointer holds the label, and where the label was.
+    int DragX = 0;
+    int DragY = 0;
+    QPoint m_before;
+};
+
+} // namespace individual
