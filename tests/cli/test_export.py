@@ -154,6 +154,17 @@ class Files(Prepared):
         self.assertEqual([cell.value for cell in sheet[3]][:5], ["期中", 90, 1, 170, 1])
         self.assertEqual(sheet.page_setup.orientation, "landscape")
 
+    def test_saves_the_charts_and_the_page_breaks(self):
+        path = self.folder / "成绩.xlsx"
+        self.export("--chart", "--out", path)
+        sheet = openpyxl.load_workbook(path)["Sheet1"]
+        self.assertEqual([shown.id for shown in sheet.row_breaks.brk], [30, 61, 92, 123])
+        self.assertEqual(len(sheet._charts), 4)
+        series = sheet._charts[1].series[0]
+        self.assertEqual((series.cat.strRef.f, series.val.numRef.f),
+                         ("'Sheet1'!$A$33:$A$34", "'Sheet1'!$H$33:$H$34"))
+        self.assertEqual(sheet._charts[1].y_axis.scaling.orientation, "maxMin")
+
     def test_a_file_is_overwritten_by_force_only(self):
         path = self.folder / "成绩.xlsx"
         path.write_text("mine")

@@ -192,6 +192,8 @@ def all_scenarios(programs, folder):
         cli("import-exam", "理.xlsx", "--exam", "期中", "--no-backup")))
     scored = make.run(make.copied("scored", unscored), cli("score", "期中"))
     crashed = make.crashed(unscored, cli("score", "期中"))
+    exported = make.copied("exported", scored)
+    (exported / "out").mkdir()
     change = "update 成绩表 set 语文=100 where 班级=1"
     return [
         Scenario("scoring", unscored, cli("score", "期中")),
@@ -199,6 +201,9 @@ def all_scenarios(programs, folder):
         *import_scenarios(make, students, scored),
         *new_scenarios(books, scored, crashed),
         Scenario("analysis", scored, cli("analyze", "--exam", "期中", "--out", "out", "--force")),
+        Scenario("score export", exported,
+                 cli("export", "--exam", "期中", "--subjects", "语文,总分", "--classes", "1,2",
+                     "--chart", "--class-average", "期中", "--out", "out/成绩.xlsx", "--force")),
         # A statement that changes something gives no rows to show, which is told as an error.
         Scenario("typed statement", scored,
                  cli("browse", "--exam", "期中", "--sql", change, "--accept-changes"),
