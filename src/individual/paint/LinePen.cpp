@@ -11,7 +11,10 @@ constexpr int longestText = 200;
 } // namespace
 
 LinePen::LinePen(QPainter& painter, const QFont& font)
-    : m_painter(painter), m_metrics(font, painter.device())
+    : m_painter(painter),
+      m_metrics(font, painter.device()),
+      m_lineHeight(
+          lineHeight(font.pixelSize() > 0 ? font.pixelSize() : QFontInfo(font).pixelSize()))
 {
     painter.setFont(font);
 }
@@ -26,7 +29,8 @@ double LinePen::width(const QString& line)
 
 void LinePen::draw(const QString& line, double x, double top)
 {
-    m_painter.drawText(QPointF(x, top + m_metrics.ascent()), line);
+    const double above = (m_lineHeight - m_metrics.height()) / 2;
+    m_painter.drawText(QPointF(x, top + above + m_metrics.ascent()), line);
 }
 
 void LinePen::drawCentred(const QString& text, double x, double top)

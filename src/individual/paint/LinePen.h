@@ -15,7 +15,10 @@ class LinePen
 public:
     LinePen(QPainter& painter, const QFont& font);
 
-    double lineHeight() const { return m_metrics.height(); }
+    /// Of letters of this size. Fonts with Chinese letters ask for more, and the two lines of an
+    /// exam would not fit below a chart's frame.
+    static double lineHeight(double letterSize) { return letterSize * 1.15; }
+    double lineHeight() const { return m_lineHeight; }
     double width(const QString& line);
 
     /// The text centred at `x` with its upper edge at `top`.
@@ -28,6 +31,7 @@ public:
 private:
     QPainter& m_painter;
     QFontMetricsF m_metrics;
+    double m_lineHeight;
     QHash<QString, double> m_widths;
 };
 

@@ -1,7 +1,9 @@
 #include "individual/ui/ChartLabel.h"
 
 #include <QMouseEvent>
+#include <QPainter>
 
+#include "individual/paint/LinePen.h"
 #include "platform/widgets/Screen.h"
 
 namespace individual {
@@ -18,14 +20,36 @@ ChartLabel::ChartLabel(const QString& name, Moves moves, QWidget* surface)
 
 void ChartLabel::setContent(const QString& text, const QColor& color)
 {
-    constexpr int longest = 200;
+    constexpr qsizetype longest = 200;
     setText(text.left(longest));
-    if (palette().color(foregroundRole()) != color) {
-        QPalette colors = palette();
-        colors.setColor(foregroundRole(), color);
-        setPalette(colors);
+    m_lines = QLabel::text().split(u'\n');
+    const QFontMetrics metrics = fontMetrics();
+    m_lineHeight = qRound(LinePen::lineHeight(fontInfo().pixelSize()));
+    int width = 0;
+    for (const QString& line : std::as_const(m_lines))
+        width = std::max(width, metrics.horizontalAdvance(line));
+    resize(width + 2, m_lineHeight * int(m_lines.size()));
+    if (m_color != color)
+        setColor(color);
+}
+
+void ChartLabel::setColor(const QColor& color)
+{
+    m_color = color;
+    QPalette colors = palette();
+    colors.setColor(foregroundRole(), color);
+    setPalette(colors);
+}
+
+void ChartLabel::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    QRect line(0, 0, width(), m_lineHeight);
+    for (const QString& text : std::as_const(m_lines)) {
+        painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip, text);
+        line.translate(0, m_lineHeight);
     }
-    resize(sizeHint());
 }
 
 void ChartLabel::mousePressEvent(QMouseEvent* event)

@@ -4,8 +4,8 @@
 
 namespace individual {
 
-/// A text that stands on the chart. One that may be moved follows the left mouse button; let go
-/// outside the chart, it goes back.
+/// A text that stands on the chart, its lines as close as the margin below the frame wants them.
+/// One that may be moved follows the left mouse button; let go outside the chart, it goes back.
 class ChartLabel : public QLabel
 {
     Q_OBJECT
@@ -19,12 +19,18 @@ public:
     void setContent(const QString& text, const QColor& color);
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void setColor(const QColor& color);
+
     Moves m_moves;
+    QStringList m_lines;
+    int m_lineHeight = 0;
+    QColor m_color;
     bool m_dragged = false;
     // Where the pointer holds the label, and where the label was.
     int DragX = 0;

@@ -48,6 +48,14 @@ QColor ChartSurface::textColor() const
     return palette().color(QPalette::Text);
 }
 
+/// Two lines of larger letters have no room below the frame.
+QFont ChartSurface::examFont() const
+{
+    QFont smaller = font();
+    smaller.setPixelSize(std::min(fontInfo().pixelSize(), pixels(RankChartPainter::textSize)));
+    return smaller;
+}
+
 ChartLabel& ChartSurface::examLabel(size_t index)
 {
     while (LabelKSMC.size() <= index)
@@ -96,6 +104,7 @@ void ChartSurface::showExams(const RankChart& chart)
 {
     for (size_t i = 0; i < chart.examLabels.size(); ++i) {
         ChartLabel& label = examLabel(i + 1);
+        label.setFont(examFont());
         label.setContent(chart.examLabels[i].text, textColor());
         const double top = chart.examLabelTop(lengthInTwips(label.height()));
         label.move(pixels(chart.examLabels[i].x) - label.width() / 2, pixels(top));

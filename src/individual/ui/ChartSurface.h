@@ -50,6 +50,7 @@ private:
     void showExams(const RankChart& chart);
     void showRanks(const RankChart& chart);
     QColor textColor() const;
+    QFont examFont() const;
     ChartLabel& examLabel(size_t index);
     ChartLabel& rankLabel(size_t index);
 

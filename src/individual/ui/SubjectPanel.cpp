@@ -23,6 +23,7 @@ SubjectPanel::SubjectPanel(const QStringList& columns, ChartColors& colors, QWid
     auto* Frame1 = named(new QWidget, u"Frame1"_s, u"图中的科目"_s);
     auto* layout = new QGridLayout(Frame1);
     layout->addWidget(makeKinds(Frame1), 0, 0, 1, 2);
+    layout->setVerticalSpacing(2);
     layout->setColumnStretch(1, 1);
     for (int i = 1; i <= columns.size(); ++i)
         addColumn(layout, columns[i - 1], colors.color(i));
