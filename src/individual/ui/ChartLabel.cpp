@@ -41,13 +41,13 @@ void ChartLabel::setColor(const QColor& color)
     setPalette(colors);
 }
 
-void ChartLabel::paintEvent(QPaintEvent* /*event*/)
+void ChartLabel::paintOn(QPainter& surface) const
 {
-    QPainter painter(this);
-    painter.setPen(palette().color(foregroundRole()));
-    QRect line(0, 0, width(), m_lineHeight);
-    for (const QString& text : std::as_const(m_lines)) {
-        painter.drawText(line, Qt::AlignCenter | Qt::TextDontClip, text);
+    surface.setFont(font());
+    surface.setPen(m_color);
+    QRect line(pos(), QSize(width(), m_lineHeight));
+    for (const QString& text : m_lines) {
+        surface.drawText(line, Qt::AlignCenter | Qt::TextDontClip, text);
         line.translate(0, m_lineHeight);
     }
 }

@@ -18,8 +18,12 @@ public:
     /// Shows the text as it stands, cut to what a chart has room for, in this colour.
     void setContent(const QString& text, const QColor& color);
 
+    /// Paints the text on the surface. A label that painted itself would cost a painter of its own,
+    /// and a chart can have 700.
+    void paintOn(QPainter& surface) const;
+
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void paintEvent(QPaintEvent* /*event*/) override {}
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

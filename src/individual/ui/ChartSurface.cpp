@@ -1,6 +1,7 @@
 #include "individual/ui/ChartSurface.h"
 
 #include <QContextMenuEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPixmap>
 
@@ -75,11 +76,13 @@ ChartLabel& ChartSurface::rankLabel(size_t index)
 void ChartSurface::show(const RankChart& chart)
 {
     m_chart = chart;
+    // Painted once, not for each label that moves.
+    setUpdatesEnabled(false);
     showName(chart);
     showNote(chart);
     showExams(chart);
     showRanks(chart);
-    update();
+    setUpdatesEnabled(true);
 }
 
 void ChartSurface::showName(const RankChart& chart)
@@ -141,13 +144,25 @@ QImage ChartSurface::picture()
     return image;
 }
 
-void ChartSurface::paintEvent(QPaintEvent* /*event*/)
+void ChartSurface::paintEvent(QPaintEvent* event)
 {
     if (!m_chart)
         return;
     QPainter painter(this);
     const ChartInk ink{textColor(), textColor()};
     RankChartPainter(*m_chart, logicalDpiX() / twipsPerInch, font(), ink).paintLines(painter);
+    paintLabels(painter, event->rect());
+}
+
+void ChartSurface::paintLabels(QPainter& painter, const QRect& part) const
+{
+    std::vector<ChartLabel*> labels = LabelKSMC;
+    labels.insert(labels.end(), LabelMinCi.begin(), LabelMinCi.end());
+    labels.push_back(LabelStuName);
+    for (const ChartLabel* label : labels) {
+        if (!label->isHidden() && label->geometry().intersects(part))
+            label->paintOn(painter);
+    }
 }
 
 void ChartSurface::contextMenuEvent(QContextMenuEvent* event)

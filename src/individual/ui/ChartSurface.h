@@ -45,6 +45,7 @@ protected:
 private:
     int pixels(double twips) const;
     double lengthInTwips(int pixels) const;
+    void paintLabels(QPainter& painter, const QRect& part) const;
     void showName(const RankChart& chart);
     void showNote(const RankChart& chart);
     void showExams(const RankChart& chart);
