@@ -42,7 +42,11 @@ class Painted
 {
 public:
     explicit Painted(const LineChart& chart, double scale = 2, const QSizeF& points = frameSize)
-        : m_scale(scale), m_image(sizeFor(points), QImage::Format_RGB32)
+        : m_scale(scale),
+          m_image(sizeFor(points), QImage::Format_RGB32),
+          m_plot(chart::plotInFrame(points, chart.axis.growth)),
+          m_growth(chart.axis.growth),
+          m_valueScale(chart::scaleOf(chart))
     {
         m_image.fill(Qt::green);
         QPainter painter(&m_image);
@@ -53,9 +57,6 @@ public:
         place.scale = scale;
         place.font = QApplication::font();
         chart::paintChart(painter, chart, place);
-        m_plot = chart::plotInFrame(points, chart.axis.growth);
-        m_growth = chart.axis.growth;
-        m_valueScale = chart::scaleOf(chart);
     }
 
     const QRectF& plot() const { return m_plot; }
@@ -113,7 +114,7 @@ private:
     QImage m_image;
     QRect m_frame;
     QRectF m_plot;
-    Growth m_growth = Growth::Upward;
+    Growth m_growth;
     chart::ValueScale m_valueScale;
 };
 
@@ -253,9 +254,10 @@ TEST(ChartPainter, AChartWithoutDataOrRoomHasNoPoints)
 TEST(ChartPainter, HostileTextsStayInTheirRooms)
 {
     LineChart chart = ranks();
-    for (QString* text :
-         {&chart.title, &chart.axis.title, &chart.categories[0], &chart.categories[1]})
-        *text = u"'--\n"_s + QString(10000, u'长');
+    const QString hostile = u"'--\n"_s + QString(10000, u'长');
+    chart.title = hostile;
+    chart.axis.title = hostile;
+    chart.categories = {hostile, hostile, u"一模"_s};
     const Painted painted(chart);
     EXPECT_EQ(painted.spilt(), 0);
     const QRectF plot = painted.plot();

@@ -123,12 +123,12 @@ void DrawingPainter::paint(QPainter& painter, const SheetPlaces& places, const S
 QString DrawingPainter::chartTitleAt(int row, int column) const
 {
     const QRectF cell = m_geometry.place({row, column, row, column});
-    for (auto drawing = m_drawings.rbegin(); drawing != m_drawings.rend(); ++drawing) {
-        const auto* chart = std::get_if<Chart>(&*drawing);
-        if (chart != nullptr && chart->place().intersects(cell))
-            return chart->design().title;
-    }
-    return {};
+    const auto found =
+        std::find_if(m_drawings.rbegin(), m_drawings.rend(), [&](const Drawing& drawing) {
+            return std::holds_alternative<Chart>(drawing)
+                   && shapeOf(drawing).place().intersects(cell);
+        });
+    return found != m_drawings.rend() ? std::get<Chart>(*found).design().title : QString();
 }
 
 } // namespace excel
