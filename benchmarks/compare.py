@@ -101,6 +101,23 @@ def compare_writing(options, writer, folder):
     report("writing 3000 x 30 and 40 tables", times, bounds, ratios, f", peak {peak:.0f} MB")
 
 
+def compare_blocks(options, folder):
+    """The score export's workbook, saved, against libxlsxwriter alone; both as built here."""
+    for charts in ([], ["charts"]):
+        times, bounds, ratios, filled, peak = [], [], [], [], 0
+        for _ in range(options.rounds):
+            begin = time.perf_counter()
+            run(options.programs / "bare_blocks", folder / "bound.xlsx", *charts)
+            bounds.append((time.perf_counter() - begin) * 1000)
+            text = run(options.programs / "bench_blocks", folder / "ours.xlsx", *charts)
+            times.append(figure(text, "saved"))
+            filled.append(figure(text, "filled"))
+            peak = max(peak, figure(text, "peak_mb"))
+            ratios.append(times[-1] / bounds[-1])
+        report(" ".join(["saving 3000 blocks", *charts]), times, bounds, ratios,
+               f", filled in {statistics.median(filled):.0f} ms, peak {peak:.0f} MB")
+
+
 def compare_reports(options, floor, folder):
     """Twelve tables of one exam. The bound's tables differ a little: a row for each stream besides the
     classes, differences from the mean and Z and T averages where ours have lines and rank bands."""
@@ -160,7 +177,7 @@ def main():
                         default=Path(__file__).resolve().parent.parent / "build/release/bin")
     parser.add_argument("--rounds", type=int, default=7)
     parser.add_argument("--journal", default="delete", choices=["delete", "wal"])
-    parser.add_argument("--only", choices=["writing", "scoring", "import", "reports", "growth"])
+    parser.add_argument("--only", choices=["writing", "scoring", "import", "reports", "growth", "blocks"])
     options = parser.parse_args()
     options.bound = options.bound.resolve()
     with tempfile.TemporaryDirectory() as name:
@@ -174,7 +191,8 @@ def main():
                        "scoring": lambda: compare_scoring(options, floor, folder),
                        "import": lambda: compare_import(options, floor, workbooks, folder),
                        "reports": lambda: compare_reports(options, floor, folder),
-                       "growth": lambda: compare_growth(options, folder)}
+                       "growth": lambda: compare_growth(options, folder),
+                       "blocks": lambda: compare_blocks(options, folder)}
         for what, compare in comparisons.items():
             if options.only in (None, what):
                 compare()
