@@ -23,6 +23,8 @@ PROGRAM = ""
 UNITS = 12700
 # Twelve columns, of which the fourth is hidden, in points.
 WIDTH_OF_CHART = (65 + 10 * 37) * .75
+# Title and names of a chart, in points.
+ABOVE_PLOT = 26 + 30
 NAMES = {"xdr": "http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing",
          "c": "http://schemas.openxmlformats.org/drawingml/2006/chart",
          "a": "http://schemas.openxmlformats.org/drawingml/2006/main"}
@@ -169,22 +171,22 @@ class Written(unittest.TestCase):
         fill, frame = root.find("c:chart/c:plotArea/c:spPr", NAMES)
         self.assertEqual(fill.find("a:srgbClr", NAMES).get("val"), "FFFFFF")
         self.assertEqual(frame.find(".//a:srgbClr", NAMES).get("val"), "808080")
-        self.assertEqual(frame.get("w"), "12700")
+        self.assertEqual(frame.get("w"), "9525")
 
     def test_the_inside_of_the_plot_as_shares_of_the_chart(self):
         chart, = self.page._charts
         layout = chart.layout.manualLayout
         self.assertEqual((layout.layoutTarget, layout.xMode, layout.yMode), ("inner", "edge", "edge"))
         width, height = WIDTH_OF_CHART, 17 * 13.5
-        for share, points in ((layout.x, (3 + 54) / width), (layout.y, (3 + 52) / height),
+        for share, points in ((layout.x, (3 + 54) / width), (layout.y, (3 + ABOVE_PLOT) / height),
                               (layout.w, (width - 6 - 54 - 60) / width),
-                              (layout.h, (height - 6 - 52 - 12) / height)):
+                              (layout.h, (height - 6 - ABOVE_PLOT - 12) / height)):
             self.assertAlmostEqual(share, points, places=5)
 
     def test_line_and_label_lie_on_the_chart_in_their_order(self):
         drawings = self.anchored(self.page)
         self.assertEqual([kind for kind, _, _ in drawings], ["pic", "graphicFrame", "cxnSp", "sp"])
-        y = 13 * 13.5 + 3 + 52 + 110.5 * (17 * 13.5 - 70) / 300
+        y = 13 * 13.5 + 3 + ABOVE_PLOT + 110.5 * (17 * 13.5 - 6 - ABOVE_PLOT - 12) / 300
         row, offset = int(y // 13.5), round(y % 13.5, 2)
         (_, (begin, end), line), (_, (corner, _), label) = drawings[2:]
         left, right = 3 + 54, WIDTH_OF_CHART - 3 - 60
