@@ -63,8 +63,8 @@ const char* flipsOf(const QLineF& line)
     const bool right = line.x1() > line.x2();
     const bool below = line.y1() > line.y2();
     if (right)
-        return below ? " flipH=\"1\" flipV=\"1\"" : " flipH=\"1\"";
-    return below ? " flipV=\"1\"" : "";
+        return below ? R"( flipH="1" flipV="1")" : R"( flipH="1")";
+    return below ? R"( flipV="1")" : "";
 }
 
 std::string solidFill(int color)
@@ -77,7 +77,7 @@ std::string font()
 {
     const std::string name = QString::fromUtf16(CellFormat::defaultFontName).toUtf8().toStdString();
     const std::string size = std::to_string(std::lround(TextLabel::fontSize * 100));
-    return "<a:rPr lang=\"zh-CN\" sz=\"" + size + "\">" + solidFill(0) + "<a:latin typeface=\""
+    return R"(<a:rPr lang="zh-CN" sz=")" + size + "\">" + solidFill(0) + "<a:latin typeface=\""
            + name + "\"/><a:ea typeface=\"" + name + "\"/></a:rPr>";
 }
 
@@ -146,7 +146,7 @@ void XlsxAnchors::add(const DrawnLine& line)
 void XlsxAnchors::add(const TextLabel& label)
 {
     begin(label.place(), "twoCell");
-    m_text += "<xdr:sp macro=\"\" textlink=\"\">";
+    m_text += R"(<xdr:sp macro="" textlink="">)";
     addProperties("Sp", "标签", "<xdr:cNvSpPr txBox=\"1\"/>");
     m_text += element("xdr:spPr", transform(label.place(), "") + shape("rect") + "<a:noFill/>"
                                       + "<a:ln><a:noFill/></a:ln>");

@@ -27,6 +27,12 @@ struct FreeChart
     void operator()(lxw_chart* chart) const { lxw_chart_free(chart); }
 };
 
+struct FreeText
+{
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): the stream allocated it
+    void operator()(char* text) const { std::free(text); }
+};
+
 using LibraryChart = std::unique_ptr<lxw_chart, FreeChart>;
 
 bool isInGrid(const CellRange& block)
@@ -152,8 +158,9 @@ void setSeriesLook(lxw_chart_series* series, const chart::LineChart& design)
 lxw_series_data_point* addPoint(lxw_series_range* range)
 {
     // The library frees it.
-    auto* point =
-        static_cast<lxw_series_data_point*>(std::calloc(1, sizeof(lxw_series_data_point)));
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
+    void* memory = std::calloc(1, sizeof(lxw_series_data_point));
+    auto* point = static_cast<lxw_series_data_point*>(memory);
     if (point == nullptr)
         throw std::bad_alloc();
     STAILQ_INSERT_TAIL(range->data_cache, point, list_pointers);
@@ -205,7 +212,7 @@ std::string written(lxw_chart* chart)
     lxw_chart_assemble_xml_file(chart);
     const bool isWhole = std::fclose(chart->file) == 0;
     chart->file = nullptr;
-    const std::unique_ptr<char, decltype(&std::free)> bytes(text, &std::free);
+    const std::unique_ptr<char, FreeText> bytes(text);
     return isWhole ? std::string(text, size) : std::string();
 }
 

@@ -30,7 +30,7 @@ private:
 
 std::string Relations::add(const std::string& kind, const std::string& target)
 {
-    const std::string id = "rId" + std::to_string(++m_count);
+    std::string id = "rId" + std::to_string(++m_count);
     m_entries += "<Relationship Id=\"" + id
                  + "\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
                  + kind + "\" Target=\"../" + target + "\"/>";

@@ -168,9 +168,9 @@ std::string typesOf(const std::vector<NewPart>& parts)
         if (part.type.empty())
             continue;
         if (ending == "xml")
-            types += "<Override PartName=\"/" + part.name + "\" " + type;
+            types.append("<Override PartName=\"/").append(part.name).append("\" ").append(type);
         else if (endings.insert(ending).second)
-            types += "<Default Extension=\"" + ending + "\" " + type;
+            types.append("<Default Extension=\"").append(ending).append("\" ").append(type);
     }
     return types;
 }
