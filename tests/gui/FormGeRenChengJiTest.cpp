@@ -385,6 +385,39 @@ TEST_F(IndividualAnalysis, AnEndlessNameOfAnExamDoesNotHarm)
     EXPECT_FALSE(chart->picture().isNull());
 }
 
+/// The chart in a dark palette, which goes when the test ends.
+class DarkPalette : public support::IndividualFixture
+{
+protected:
+    DarkPalette()
+    {
+        QPalette dark(QColor(45, 45, 45));
+        dark.setColor(QPalette::Base, QColor(30, 30, 30));
+        dark.setColor(QPalette::Text, Qt::white);
+        QApplication::setPalette(dark);
+        open();
+    }
+    ~DarkPalette() override
+    {
+        form.reset();
+        QApplication::setPalette(m_before);
+    }
+
+private:
+    const QPalette m_before = QApplication::palette();
+};
+
+TEST_F(DarkPalette, FrameAndTextsOfTheChartAreLight)
+{
+    clickNode(0, 0);
+    const QImage picture = chart->picture();
+    EXPECT_LT(picture.pixelColor(2, 2).lightness(), 60);
+    const int margin = view->pixels(500);
+    EXPECT_GT(picture.pixelColor(chart->width() / 4, margin).lightness(), 200);
+    const QLabel* name = label(u"LabelStuName"_s);
+    EXPECT_EQ(name->palette().color(name->foregroundRole()), QColor(Qt::white));
+}
+
 class OddLibraries : public support::IndividualFixture
 {
 };

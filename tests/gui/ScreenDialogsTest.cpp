@@ -363,6 +363,21 @@ TEST_F(ScreenDialogs, ASavedFileGetsTheExtensionAndIsNotAskedAboutTwice)
     EXPECT_EQ(boxes.count, 1);
 }
 
+TEST_F(ScreenDialogs, AFolderIsChosenOrNone)
+{
+    const QTemporaryDir folder;
+    boxes.expect([&](QDialog& window) {
+        auto& dialog = dynamic_cast<QFileDialog&>(window);
+        EXPECT_EQ(dialog.windowTitle(), u"选择文件夹"_s);
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
+        dialog.setDirectory(folder.path());
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    EXPECT_EQ(dialogs.chooseFolder(u"选择文件夹"_s), folder.path());
+    boxes.expect([](QDialog& window) { window.reject(); });
+    EXPECT_EQ(dialogs.chooseFolder(u"选择文件夹"_s), std::nullopt);
+}
+
 TEST_F(ScreenDialogs, AColourIsItsRedFirst)
 {
     boxes.expect([](QDialog& window) {

@@ -53,6 +53,16 @@ TEST_F(StudentLookups, AStudentsLineLeavesOutWhatIsEmpty)
     EXPECT_EQ(students().GetGRXX(id), u"王五 3 班 12 号 ，体育，理"_s);
 }
 
+TEST_F(StudentLookups, AStudentWhoIsGoneHasNoClass)
+{
+    const qint64 id = test.addStudent(3, 12, u"王五"_s, u"理"_s);
+    EXPECT_EQ(students().classOf(id), runtime::Value(3.0));
+    EXPECT_FALSE(students().classOf(id + 1).has_value());
+    EXPECT_FALSE(students().classOf(0).has_value());
+    test.execute(u"update 信息表 set 班级=null"_s);
+    EXPECT_EQ(students().classOf(id), runtime::Value());
+}
+
 TEST_F(StudentLookups, ARankIsTextAndEmptyWhereThereIsNone)
 {
     const qint64 id = test.addStudent(1, 1, u"甲"_s, u"理"_s);

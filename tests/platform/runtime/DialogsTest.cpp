@@ -90,6 +90,15 @@ TEST(BrokenFileDialog, GivesAnEmptyNameWithoutAMessage)
     EXPECT_EQ(dialogs.failures, QStringList());
 }
 
+TEST(FolderDialog, GivesTheFolderOrNothing)
+{
+    support::ScriptedDialogs dialogs;
+    EXPECT_EQ(OpenDirectoryTV(u"选择文件夹"_s), u""_s);
+    dialogs.folder = u"/图"_s;
+    EXPECT_EQ(OpenDirectoryTV(u"选择文件夹"_s), u"/图"_s);
+    EXPECT_EQ(dialogs.fileTitle, u"选择文件夹"_s);
+}
+
 TEST(ColorDialog, GivesTheColorAsANumberOrErr)
 {
     support::ScriptedDialogs dialogs;
