@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHideEvent>
 #include <QMenu>
 #include <QSettings>
 #include <QSplitter>

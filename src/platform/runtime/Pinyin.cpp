@@ -1,5 +1,7 @@
 #include "platform/runtime/Pinyin.h"
 
+#include <QStringList>
+
 #include <unicode/translit.h>
 #include <unicode/unistr.h>
 
