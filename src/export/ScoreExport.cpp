@@ -139,7 +139,6 @@ bool ScoreExport::fill(excel::Application& application)
         ++m_done;
     }
     m_progress.finish();
-    application.setScreenUpdating(true);
     return m_done == total;
 }
 
@@ -225,6 +224,8 @@ ScoreExportResult exportScores(library::ScoreLibrary& scoreLibrary,
     reading.reset();
     run.tellEnd(end);
     tellRunning(RunningText::Hidden);
+    // The window comes last, lest the screen of the closing text stands before it.
+    application.setScreenUpdating(true);
     exportTrap([&] { application.setVisible(true); });
     exportTrap([&] { run.book().Worksheets().Item(1).Activate(); });
     return {end, &run.book()};

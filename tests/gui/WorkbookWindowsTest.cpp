@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QTabBar>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -125,6 +126,41 @@ TEST_F(WorkbookWindowsTest, AScreenThatBlocksItsOwnWindowLeavesTheWorkbookUsable
     auto* tabs = window->findChild<QTabBar*>(u"SheetTabs"_s);
     QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(2).center());
     EXPECT_EQ(&book.activeSheet(), &book.Worksheets().Item(3));
+}
+
+/// A modal screen over a main window, active as one that just ran a command.
+class WorkbookWindowsOverAScreen : public WorkbookWindowsTest
+{
+protected:
+    WorkbookWindowsOverAScreen() : screen(&main)
+    {
+        main.show();
+        screen.setWindowModality(Qt::WindowModal);
+        screen.show();
+        screen.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
+    }
+
+    QWidget main;
+    QDialog screen;
+};
+
+TEST_F(WorkbookWindowsOverAScreen, AWorkbookThatItMadeComesInFront)
+{
+    const Workbook& book = application.Workbooks().Add();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(windows.windowOf(book)));
+}
+
+TEST_F(WorkbookWindowsOverAScreen, AWorkbookThatItOpenedToReadStaysBehind)
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"成绩.xlsx"_s);
+    Application hidden;
+    hidden.Workbooks().Add().SaveAs(file);
+    const Workbook& book = application.Workbooks().Open(file);
+    ASSERT_NE(windows.windowOf(book), nullptr);
+    QApplication::processEvents();
+    EXPECT_TRUE(screen.isActiveWindow());
 }
 
 } // namespace

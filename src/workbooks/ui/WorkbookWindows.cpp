@@ -73,7 +73,8 @@ void WorkbookWindows::openMissing(Application& application)
     }
 }
 
-/// A screen that waits for an answer stays in front of the workbook that it opened.
+/// A screen that waits for an answer stays in front of the workbook that it opened to be read. One
+/// that it made is what the user wants to see next.
 void WorkbookWindows::open(Workbook& book)
 {
     if (book.path().isEmpty())
@@ -81,7 +82,7 @@ void WorkbookWindows::open(Workbook& book)
     auto* window = new WorkbookWindow(book, u"工作簿%1"_s.arg(m_made), m_desktop);
     m_windows.emplace_back(window);
     connect(window, &WorkbookWindow::sheetChosen, this, &WorkbookWindows::sheetChosen);
-    QWidget* waiting = QApplication::activeModalWidget();
+    QWidget* waiting = book.path().isEmpty() ? nullptr : QApplication::activeModalWidget();
     window->setAttribute(Qt::WA_ShowWithoutActivating, waiting != nullptr);
     window->show();
     QWidget* front = waiting != nullptr ? waiting : window;
