@@ -142,7 +142,7 @@ QString chosenFile(const Arguments& arguments, const QString& option)
 {
     if (!arguments.has(option))
         return {};
-    const QString path = QFileInfo(arguments.value(option)).absoluteFilePath();
+    QString path = QFileInfo(arguments.value(option)).absoluteFilePath();
     refuseExisting(arguments, path);
     return path;
 }

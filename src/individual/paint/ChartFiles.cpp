@@ -21,7 +21,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double screenDotsPerInch = 96;
-constexpr int pdfDotsPerInch = 600;
 constexpr double twipsOfPoint = 20;
 
 QString ending(const QString& path)

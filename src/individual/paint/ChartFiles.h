@@ -18,6 +18,9 @@ constexpr double dotsOfTwip(double dotsPerInch)
     return dotsPerInch / 1440;
 }
 
+/// Of the PDF files that are made here.
+constexpr int pdfDotsPerInch = 600;
+
 /// True for a name that ends as files do that hold pictures of charts: .png, .bmp or .pdf.
 bool isChartFile(const QString& path);
 

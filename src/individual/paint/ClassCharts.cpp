@@ -21,7 +21,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int pdfDotsPerInch = 600;
 constexpr double pictureDotsPerInch = 120;
 
 class ClassExport

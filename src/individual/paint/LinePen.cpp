@@ -6,8 +6,6 @@ namespace individual {
 
 namespace {
 
-constexpr int longestText = 200;
-
 } // namespace
 
 LinePen::LinePen(QPainter& painter, const QFont& font)
@@ -35,7 +33,7 @@ void LinePen::draw(const QString& line, double x, double top)
 
 void LinePen::drawCentred(const QString& text, double x, double top)
 {
-    for (const QString& line : text.left(longestText).split(u'\n')) {
+    for (const QString& line : text.left(mostPainted).split(u'\n')) {
         draw(line, x - width(line) / 2, top);
         top += lineHeight();
     }
@@ -43,7 +41,7 @@ void LinePen::drawCentred(const QString& text, double x, double top)
 
 void LinePen::drawAbove(const QString& text, double x, double bottom)
 {
-    const auto lines = text.left(longestText).count(u'\n') + 1;
+    const auto lines = text.left(mostPainted).count(u'\n') + 1;
     drawCentred(text, x, bottom - double(lines) * lineHeight());
 }
 

@@ -8,6 +8,9 @@ class QPainter;
 
 namespace individual {
 
+/// Characters of a text that are painted at most.
+constexpr int mostPainted = 200;
+
 /// Draws many short texts in one font, each measured once. A text of several lines has each of them
 /// centred; of an endless one, which no page has room for, only the beginning counts.
 class LinePen

@@ -22,7 +22,6 @@ constexpr double highestRow = 300;
 constexpr double tableShare = 0.5; // of the page's height at most
 constexpr double widestStretch = 2;
 constexpr double smallestFont = 0.5; // of the size that was meant, ahead of an ellipsis
-constexpr int longestText = 200;
 constexpr int longestCell = 20;
 constexpr double ruleWidth = 10;
 
@@ -40,7 +39,7 @@ void drawFitted(QPainter& painter, const QRectF& area, const QString& text, doub
 {
     QFont font = painter.font();
     font.setPixelSize(std::max(1, int(size)));
-    QString shown = text.left(longestText).simplified();
+    QString shown = text.left(mostPainted).simplified();
     const double wide = QFontMetricsF(font, painter.device()).horizontalAdvance(shown);
     if (wide > area.width()) {
         font.setPixelSize(std::max(1, int(size * std::max(smallestFont, area.width() / wide))));
@@ -119,11 +118,11 @@ void ExamTable::paintCell(QPainter& painter, LinePen& pen, const QRectF& cell, c
 
 StudentPage::StudentPage(library::ScoreLibrary& scores, const ClassChartsRequest& request,
                          const ClassStudent& student)
-    : m_heading(studentHeading(request.classNumber, student))
+    : m_heading(studentHeading(request.classNumber, student)),
+      m_hasExams(hasRows(scores, student.id))
 {
     StudentExams exams(scores);
     exams.MSFlexGrid1.setRows(1);
-    m_hasExams = hasRows(scores, student.id);
     if (m_hasExams)
         exams.ShowGeRenCJ(student.id);
     m_chart = readRanks(scores, exams, request.ticked, request.kind);

@@ -32,7 +32,7 @@ private:
     QString m_heading;
     grid::FlexGrid m_exams;
     RankChartRequest m_chart;
-    bool m_hasExams = false;
+    bool m_hasExams;
 };
 
 } // namespace individual
