@@ -1,7 +1,9 @@
 #include "library/ui/StudentTreePanel.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -102,6 +104,50 @@ TEST_F(StudentTreeOnScreen, AKeyThatMovesNothingShowsTheStudentAgain)
     click(item(1, 1));
     QTest::keyClick(tree, Qt::Key_Down);
     EXPECT_EQ(chosen, (QList<qint64>{22, 22}));
+}
+
+TEST_F(StudentTreeOnScreen, AKeyThatWasPressedElsewhereChoosesNothing)
+{
+    click(item(1, 1));
+    // Enter closed a box above the window and is let go here.
+    QTest::keyRelease(tree, Qt::Key_Return);
+    EXPECT_EQ(chosen, QList<qint64>{22});
+    QTest::keyPress(tree, Qt::Key_Up);
+    QTest::keyRelease(tree, Qt::Key_Return);
+    EXPECT_EQ(chosen, (QList<qint64>{22, 21}));
+}
+
+TEST_F(StudentTreeOnScreen, AClickThatSlipsToAnotherStudentChoosesWhoIsSelected)
+{
+    QWidget* place = tree->viewport();
+    const QPoint from = tree->visualItemRect(item(0, 0)).center();
+    const QPoint to = tree->visualItemRect(item(1, 0)).center();
+    QTest::mousePress(place, Qt::LeftButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, to, place->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(place, &move);
+    QTest::mouseRelease(place, Qt::LeftButton, {}, to);
+    ASSERT_EQ(chosen.size(), 1);
+    EXPECT_EQ(chosen.last(), panel.selected());
+}
+
+TEST_F(StudentTreeOnScreen, TheRightButtonChoosesWhomItSelects)
+{
+    click(item(0, 0));
+    QTest::mouseClick(tree->viewport(), Qt::RightButton, {},
+                      tree->visualItemRect(item(1, 0)).center());
+    EXPECT_EQ(chosen.last(), panel.selected());
+}
+
+TEST_F(StudentTreeOnScreen, FoldingAClassChoosesNobody)
+{
+    type(u"zgf"_s);
+    tree->setFocus();
+    const QRect row = tree->visualItemRect(item(1));
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {},
+                      QPoint(row.left() - tree->indentation() / 2, row.center().y()));
+    EXPECT_FALSE(item(1)->isExpanded());
+    EXPECT_EQ(chosen, QList<qint64>{11});
 }
 
 TEST_F(StudentTreeOnScreen, EnterGoesFromOneFoundStudentToTheNext)

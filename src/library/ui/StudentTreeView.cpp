@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <memory>
-#include <utility>
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 namespace library {
 
@@ -29,7 +29,7 @@ StudentTreeView::StudentTreeView(QWidget* parent) : QTreeWidget(parent)
     setHeaderHidden(true);
     // Asked for the height of each student, the view would take a third of a second for 12,000.
     setUniformRowHeights(true);
-    connect(this, &QTreeWidget::itemClicked, this, &StudentTreeView::nodeChosen);
+    connect(this, &QTreeWidget::itemClicked, this, &StudentTreeView::choose);
 }
 
 void StudentTreeView::setTree(const StudentTree& tree)
@@ -37,6 +37,7 @@ void StudentTreeView::setTree(const StudentTree& tree)
     QFont bold = font();
     bold.setBold(true);
     m_students.clear();
+    m_told.clear();
     clear();
     QList<QTreeWidgetItem*> classes;
     for (const ClassNode& node : tree) {
@@ -56,6 +57,7 @@ void StudentTreeView::selectStudent(int place)
 {
     setCurrentItem(m_students.at(size_t(place)));
     scrollToItem(currentItem());
+    m_told = selectedItems();
 }
 
 int StudentTreeView::selectedPlace() const
@@ -67,20 +69,39 @@ int StudentTreeView::selectedPlace() const
     return found == m_students.end() ? -1 : int(found - m_students.begin());
 }
 
+void StudentTreeView::choose()
+{
+    m_told = selectedItems();
+    Q_EMIT nodeChosen();
+}
+
+void StudentTreeView::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTreeWidget::mouseReleaseEvent(event);
+    // A mouse that slips while its button is down selects without a click.
+    if (selectedItems() != m_told)
+        choose();
+}
+
 void StudentTreeView::keyPressEvent(QKeyEvent* event)
 {
+    m_pressed = event->key();
     const QList<QTreeWidgetItem*> before = selectedItems();
     QTreeWidget::keyPressEvent(event);
     m_toldByPress = selectedItems() != before;
     if (m_toldByPress)
-        Q_EMIT nodeChosen();
+        choose();
 }
 
 void StudentTreeView::keyReleaseEvent(QKeyEvent* event)
 {
     QTreeWidget::keyReleaseEvent(event);
-    if (!std::exchange(m_toldByPress, false))
-        Q_EMIT nodeChosen();
+    // Enter that closed a box above the window is let go here, and must not bring the box again.
+    if (event->isAutoRepeat() || event->key() != m_pressed)
+        return;
+    m_pressed = 0;
+    if (!m_toldByPress)
+        choose();
 }
 
 } // namespace library

@@ -24,16 +24,23 @@ public:
     int selectedPlace() const;
 
 Q_SIGNALS:
-    /// A node was clicked, or a key was pressed and released here, or moved the selection.
+    /// A node was clicked or selected by mouse or keyboard, or a key was pressed and released here.
     void nodeChosen();
 
 protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
 
 private:
+    void choose();
+
     std::vector<QTreeWidgetItem*> m_students;
-    /// The key that is down has chosen a node already.
+    /// What was selected when nodeChosen was told last.
+    QList<QTreeWidgetItem*> m_told;
+    /// The key that was pressed last and is down; 0 for none.
+    int m_pressed = 0;
+    /// That key has chosen a node already.
     bool m_toldByPress = false;
 };
 
