@@ -137,6 +137,7 @@ void FormGeRenChengJi::connectControls()
     connect(m_right, &ExamsAndChart::splitterReleased, this, &FormGeRenChengJi::TreeView1_Click);
     connect(m_right, &ExamsAndChart::menuRequested, this,
             [this](const QPoint& place) { tDC->popup(place); });
+    connect(m_sides, &QSplitter::splitterMoved, this, &FormGeRenChengJi::redraw);
     connect(Picture2, &SubjectPanel::chosen, this, [this] {
         const CommandScope command(m_dialogs);
         HuiTu();
@@ -168,6 +169,12 @@ void FormGeRenChengJi::hideEvent(QHideEvent* event)
 void FormGeRenChengJi::resizeEvent(QResizeEvent* event)
 {
     Screen::resizeEvent(event);
+    redraw();
+}
+
+/// The chart has another size.
+void FormGeRenChengJi::redraw()
+{
     if (!ChartReady || isMinimized())
         return;
     const CommandScope command(m_dialogs);
@@ -204,7 +211,8 @@ void FormGeRenChengJi::ShowSel()
     setWindowTitle(studentTitle(m_library, id));
     m_student.ShowGeRenCJ(id);
     m_right->exams()->refresh();
-    FormZP->setWindowTitle(m_student.StuName.text());
+    if (!m_student.StuName.isNull())
+        FormZP->setWindowTitle(m_student.StuName.text());
     showPhoto();
     HuiTu();
 }

@@ -41,6 +41,7 @@ private:
     void restoreSizes();
     void Form_Load();
     void ShowStuTree();
+    void redraw();
     void TreeView1_Click();
     void ShowSel();
     bool isThere(qint64 id);
