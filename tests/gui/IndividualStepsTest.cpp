@@ -106,4 +106,14 @@ TEST_F(StepsOfIndividualAnalysis, TheSplitterLetGoWithAClassSelectedShowsNobody)
     EXPECT_EQ(label(u"LabelMinCi_1"_s)->y(), rank);
 }
 
+TEST_F(StepsOfIndividualAnalysis, TheWorkbookHasTheWholeOfALongName)
+{
+    const QString name(300, u'长');
+    test.execute(u"update 成绩表 set 姓名='%1' where id=%2"_s.arg(name).arg(wang));
+    clickNode(0, 0);
+    trigger(u"tDCCJ"_s);
+    EXPECT_EQ(applications.front()->Workbooks().Item(1).Worksheets().Item(1).Cells(1, 1).text(),
+              name);
+}
+
 } // namespace

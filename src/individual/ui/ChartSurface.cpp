@@ -131,7 +131,7 @@ void ChartSurface::showRanks(const RankChart& chart)
 
 QString ChartSurface::shownName() const
 {
-    return LabelStuName->text();
+    return m_chart ? m_chart->name : QString();
 }
 
 QImage ChartSurface::picture()

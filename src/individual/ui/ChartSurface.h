@@ -27,7 +27,7 @@ public:
     void show(const RankChart& chart);
     using QWidget::show;
 
-    /// The text of the name's label.
+    /// The name that stands over the chart, whole also where its label has no room for it.
     QString shownName() const;
 
     /// The surface with its labels, wherever they were dragged, as it stands on the screen.
