@@ -4,6 +4,8 @@
 #include <QMenu>
 
 #include "gui/IndividualFixture.h"
+#include "gui/ProgressCanceller.h"
+#include "individual/paint/ClassCharts.h"
 
 namespace {
 
@@ -134,6 +136,43 @@ TEST_F(ChartsOfAClass, GoToAFolderOfPictures)
     trigger(u"ExportClass"_s);
     EXPECT_EQ(test.dialogs.fileTitle, u"选择存放图片的文件夹"_s);
     EXPECT_EQ(QDir(test.file(u"图"_s)).entryList({u"*.png"_s}).size(), 2);
+}
+
+TEST_F(ChartsOfAClass, AreDrawnWithTheTicksColoursAndRanksOfTheScreen)
+{
+    clickNode(0, 0);
+    test.dialogs.color = 0x112233;
+    press(u"Command1_2"_s);
+    press(u"CheckBox1_1"_s);
+    press(u"CheckBox1_2"_s);
+    press(u"Option2"_s);
+    choose(u"文件夹，每人一张图片(&F)"_s);
+    test.dialogs.folder = test.file(u"图"_s);
+    trigger(u"ExportClass"_s);
+    runtime::NoProgress progress;
+    individual::exportClassCharts(test.scores,
+                                  {1, {{u"数学"_s, 0x112233}}, individual::RankKind::Class},
+                                  test.file(u"同"_s), progress);
+    for (const QString& name : {u"1班1号王芳.png"_s, u"1班2号陈静.png"_s}) {
+        const QImage picture(test.file(u"图/"_s + name));
+        EXPECT_FALSE(picture.isNull());
+        EXPECT_EQ(picture, QImage(test.file(u"同/"_s + name)));
+    }
+}
+
+TEST_F(ChartsOfAClass, CanBeCancelled)
+{
+    test.execute(u"insert into 信息表(班级,学号,姓名,科类) with recursive n(i) as "
+                 "(values(3) union all select i + 1 from n where i < 2000) "
+                 "select 1, i, '学生', '理' from n"_s);
+    clickNode(0, 0);
+    choose(u"一个 PDF 文件，每人一页(&P)"_s);
+    test.dialogs.file = test.file(u"一班.pdf"_s);
+    support::ProgressCanceller canceller;
+    trigger(u"ExportClass"_s);
+    EXPECT_EQ(canceller.text, u"正在导出分析图：学生"_s);
+    EXPECT_EQ(test.dialogs.shown.last(), u"提示: 已经取消。没有导出PDF文件。"_s);
+    EXPECT_FALSE(QFile::exists(test.file(u"一班.pdf"_s)));
 }
 
 TEST_F(ChartsOfAClass, AreNotMadeWithoutAWish)
