@@ -54,7 +54,7 @@ void HuiTu(excel::Worksheet& sheet, const RankChart& asked)
     if (chart == nullptr)
         return;
     // That a column is missing is told once for all charts of a run.
-    if (asked.labelColumn > 0 && asked.rankColumn > 0) {
+    if (asked.labelColumn > 0 && asked.rankColumn > 0 && asked.lastRow >= asked.firstRow) {
         trap([&] {
             const auto cells = [&](int column) {
                 return sheet.Range(asked.firstRow, column, asked.lastRow, column).area();

@@ -8,7 +8,7 @@ namespace exporting {
 struct RankChart
 {
     int firstRow = 1; ///< of his exams
-    int lastRow = 1;
+    int lastRow = 1;  ///< above firstRow where he has none
     int chartTop = 1;
     /// 0 or less makes a frame that ends above its top; the corners are put in order.
     int chartRows = 1;
@@ -23,7 +23,7 @@ struct RankChart
 
 /// Draws a student's ranks across his exams on the sheet, rank 1 at the top, with a dashed line and
 /// a label at their average. A step that fails is shown, and the next one is done; without one of
-/// the columns the chart has no data.
+/// the columns, and without a row, the chart has no data.
 void HuiTu(excel::Worksheet& sheet, const RankChart& asked);
 
 } // namespace exporting

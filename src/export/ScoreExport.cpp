@@ -114,7 +114,7 @@ bool ScoreExport::prepare()
 void ScoreExport::tellMissingColumn() const
 {
     const bool draws = m_request.layout == BlockLayout::RankChart;
-    if (draws && (m_columns->labelColumn == 0 || m_columns->rankColumn == 0))
+    if (draws && !m_columns->haveChartData())
         runtime::Trap(" - Sub HuiTu/FormDaoChu")
             .fail(u"导出的列里没有“考试名称”或“总分年名”，图里没有数据。"_s);
 }

@@ -177,8 +177,9 @@ bool StudentBlock::drawChart()
     chart.chartTop = m_row + 1;
     chart.chartRows = m_begin + ExportSheets::pageRows - chart.chartTop - 1;
     chart.chartColumns = std::clamp(m_columns.count(), fewestChartColumns, mostChartColumns);
-    chart.title = u"%1排名分析(共%2人)"_s.arg(m_student.name).arg(m_run.studentCount);
-    chart.averageRank = averageRank();
+    chart.title =
+        m_student.name + u"排名分析(共"_s + QString::number(m_run.studentCount) + u"人)"_s;
+    chart.averageRank = m_columns.haveChartData() ? averageRank() : 0;
     chart.studentCount = m_run.studentCount;
     chart.rankColumn = m_columns.rankColumn;
     chart.labelColumn = m_columns.labelColumn;

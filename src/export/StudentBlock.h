@@ -14,6 +14,8 @@ struct BlockColumns
     explicit BlockColumns(const QStringList& columns);
 
     int count() const { return int(names.size()); }
+    /// True with both of the columns that a chart shows.
+    bool haveChartData() const { return labelColumn > 0 && rankColumn > 0; }
 
     QStringList names;
     int labelColumn; ///< 考试名称

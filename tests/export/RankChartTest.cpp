@@ -80,6 +80,13 @@ TEST_F(RankChart, ShowsTheRanksOfTheExamsFromOneToTheHeadCount)
     EXPECT_EQ(chart.source(), (excel::ChartSource{{33, 1, 34, 1}, {33, 8, 34, 8}}));
 }
 
+TEST_F(RankChart, TheTitleHasTheNameAsItStands)
+{
+    test.execute(u"update 信息表 set 姓名='%2%1' where 姓名='甲'"_s);
+    run();
+    EXPECT_EQ(Drawn(sheet()).charts[0]->design().title, u"%2%1排名分析(共6人)"_s);
+}
+
 TEST_F(RankChart, ALineAndALabelStandAtTheAverageRank)
 {
     run();
@@ -162,6 +169,7 @@ TEST_F(RankChart, AStudentWithoutRowsHasTheHeadCountOfTheOneBefore)
     ASSERT_EQ(drawn.charts.size(), 3U);
     EXPECT_EQ(drawn.charts[2]->design().title, u"丁排名分析(共7人)"_s);
     EXPECT_EQ(drawn.labels[2]->text(), u"平均0"_s);
+    EXPECT_EQ(drawn.charts[2]->source(), std::nullopt) << "there is no row to show";
     EXPECT_EQ(exportFailures(), QStringList{u"没有当前记录。"_s});
 }
 
@@ -210,7 +218,7 @@ TEST_F(RankChart, OfASavedListWithoutTheExamHasNoData)
     run();
     const Drawn drawn(sheet());
     EXPECT_EQ(drawn.charts[1]->source(), std::nullopt);
-    EXPECT_EQ(drawn.labels[0]->text(), u"平均1.5"_s);
+    EXPECT_EQ(drawn.labels[0]->text(), u"平均0"_s);
     EXPECT_EQ(test.dialogs.failures, QStringList{noData});
 }
 
