@@ -13,7 +13,8 @@ QStringList classesToExport(library::ScoreLibrary& scoreLibrary)
     QStringList classes;
     trap([&] {
         database::Recordset rows;
-        rows.Open(u"select distinct 班级 from 信息表 order by 班级"_s, scoreLibrary.Conn);
+        rows.Open(u"select distinct 班级 from 信息表 where 班级 is not null order by 班级"_s,
+                  scoreLibrary.Conn);
         for (; !rows.Eof(); rows.MoveNext())
             classes.append(rows.Fields(0).Value().text());
     });
