@@ -34,7 +34,7 @@ extern const QString TScoreFamily;
 /// Stands for all streams where one is chosen.
 extern const QString AllStreams;
 
-/// Class, number and name: the first fields of 成绩表, which no list of columns offers.
+/// So many fields at the head of 成绩表 no list of columns offers: id, 考试编号 and 类别代码.
 inline constexpr int fieldsNotOffered = 3;
 
 } // namespace library
