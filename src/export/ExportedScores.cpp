@@ -31,26 +31,34 @@ const Value& StudentScores::value(int row, int column) const
 
 ExportedScores::ExportedScores(database::Connection& connection, const QStringList& exams,
                                const QStringList& columns)
-    : m_conn(connection), m_values(exams.begin(), exams.end()), m_names{u"科类"_s}
+    : m_conn(connection), m_values(exams.begin(), exams.end()), m_columns(columns)
 {
     m_values.emplace_back(); // of the student
-    const database::TableColumns& known = connection.columns(u"成绩表"_s);
-    for (const QString& column : columns) {
+}
+
+QStringList ExportedScores::readNames()
+{
+    const database::TableColumns& known = m_conn.columns(u"成绩表"_s);
+    QStringList names{u"科类"_s};
+    m_empty.m_missing.clear();
+    for (const QString& column : m_columns) {
         const bool isThere = known.find(column) >= 0;
         m_empty.m_missing.append(isThere ? QString() : column);
         // What stands in the place of a missing column is never looked at.
-        m_names.append(isThere ? column : m_names.first());
+        names.append(isThere ? column : names.first());
     }
+    return names;
 }
 
 void ExportedScores::prepare()
 {
+    const QStringList names = readNames();
     const int exams = int(m_values.size()) - 1;
     m_statement.emplace(
         m_conn,
         database::sqlWith(u"select %1 from 成绩表 where 考试名称 in (%2) and id=%3 "
                           "order by 考试编号, rowid"_s,
-                          {database::SqlPiece::names(m_names), database::SqlPiece::places(1, exams),
+                          {database::SqlPiece::names(names), database::SqlPiece::places(1, exams),
                            database::SqlPiece::places(exams + 1, 1)}));
     m_types.clear();
     for (int column = 0; column < m_statement->columnCount(); ++column)

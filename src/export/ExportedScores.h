@@ -56,11 +56,13 @@ public:
 
 private:
     void prepare();
+    /// What the statement reads: 科类, then the columns.
+    QStringList readNames();
 
     database::Connection& m_conn;
     std::vector<runtime::Value> m_values; // the exams, then the student
+    QStringList m_columns;
     StudentScores m_empty;
-    QStringList m_names;
     std::vector<database::ColumnType> m_types;
     std::optional<database::Statement> m_statement;
 };

@@ -63,23 +63,19 @@ private:
     std::optional<ExportedScores> m_scores;
     std::optional<StudentBlock::Run> m_run;
     std::optional<ExportSheets> m_sheets;
-    int m_row = 1;       // r
-    int m_pageBegin = 1; // of the page that is being filled
+    int m_row = 1;              // r
+    int m_pageBegin = 1;        // of the page that is being filled
+    std::optional<int> m_total; // students; nothing if they could not be read
+    QString m_gone;             // what of the request is not there
     int m_done = 0;
     int m_overfull = 0;
 };
 
 bool ScoreExport::isAllChosen() const
 {
-    QString missing;
-    if (m_request.exams.isEmpty())
-        missing = u"请选择 要导出成绩的 考试名称！"_s;
-    else if (m_request.subjects.isEmpty())
-        missing = u"请选择要导出成绩的 科目！"_s;
-    else if (m_request.classes.isEmpty())
-        missing = u"请选择 要导出成绩的 班级！"_s;
+    const QString missing = missingChoice(m_request);
     if (!missing.isEmpty())
-        runtime::warn(missing);
+        runtime::MsgBox(missing);
     return missing.isEmpty();
 }
 
@@ -102,11 +98,12 @@ bool ScoreExport::prepare()
         return false;
     openStudents();
     m_columns.emplace(ZDYxs(m_library, m_request));
+    exportTrap([&] { m_gone = goneNote(m_library, m_request); });
     const bool draws = m_request.layout == BlockLayout::RankChart;
     if (!draws
         || std::any_of(m_request.subjects.begin(), m_request.subjects.end(), library::isTotal))
         return true;
-    runtime::warn(u"没有选择总分，不能根据总分绘图！"_s);
+    runtime::MsgBox(u"没有选择总分，不能根据总分绘图！"_s);
     return false;
 }
 
@@ -125,8 +122,8 @@ bool ScoreExport::fill(excel::Application& application)
     m_sheets.emplace(application);
     m_scores.emplace(m_library.Conn, m_request.exams, m_columns->names);
     m_run.emplace(StudentBlock::Run{m_library, m_request, *m_columns, m_figures});
-    int total = 0;
-    exportTrap([&] { total = int(m_students.RecordCount()); });
+    exportTrap([&] { m_total = int(m_students.RecordCount()); });
+    const int total = m_total.value_or(0);
     if (total > 0)
         tellMissingColumn();
     while (m_done < total && !m_progress.cancelled()) {
@@ -195,6 +192,8 @@ void ScoreExport::beginNextSheet()
 
 void ScoreExport::tellEnd(ExportEnd end) const
 {
+    if (!m_gone.isEmpty())
+        runtime::MsgBox(m_gone);
     if (m_overfull > 0)
         runtime::MsgBox(
             u"有 %1 页放不下成绩和图，图盖住了成绩。请减少考试后重新导出。"_s.arg(m_overfull));
@@ -202,7 +201,7 @@ void ScoreExport::tellEnd(ExportEnd end) const
         runtime::MsgBox(u"导出已取消，已经写入的 %1 名学生留在表格里。"_s.arg(m_done));
         return;
     }
-    if (m_done == 0)
+    if (m_total == 0)
         runtime::MsgBox(u"所选的班级没有学生，表格是空的。"_s);
     runtime::MsgBox(u"成绩导出完毕！"_s);
 }

@@ -1,6 +1,7 @@
 #include "export/ScoreExportRequest.h"
 
 #include "library/ColumnNames.h"
+#include "platform/database/Statement.h"
 #include "platform/runtime/Trap.h"
 
 namespace exporting {
@@ -17,6 +18,21 @@ QStringList defaultColumns(const ScoreExportRequest& request)
     for (const QString& subject : request.subjects)
         columns << subject << library::gradeRankColumn(subject);
     return columns;
+}
+
+/// The columns that the blocks are to have, also those that are gone. None for the default ones.
+QStringList chosenColumns(library::Settings& settings, const ScoreExportRequest& request)
+{
+    return request.columns ? *request.columns : settings.storedColumns(displayName(request.layout));
+}
+
+bool hasExam(database::Connection& connection, const QString& exam)
+{
+    database::Statement& rows = connection.prepared(u"select 1 from 考试名称表 where 考试名称=?"_s);
+    rows.bind({exam});
+    const bool found = rows.step();
+    rows.finish();
+    return found;
 }
 
 } // namespace
@@ -41,8 +57,34 @@ QStringList ZDYxs(library::ScoreLibrary& scoreLibrary, const ScoreExportRequest&
     return columns;
 }
 
+QString goneNote(library::ScoreLibrary& scoreLibrary, const ScoreExportRequest& request)
+{
+    QStringList exams = request.exams;
+    exams.removeIf([&](const QString& exam) { return hasExam(scoreLibrary.Conn, exam); });
+    QStringList columns = chosenColumns(scoreLibrary.settings, request);
+    const QStringList known = scoreLibrary.settings.scoreColumns(columns);
+    columns.removeIf([&](const QString& column) { return known.contains(column); });
+    QStringList notes;
+    if (!exams.isEmpty())
+        notes.append(u"成绩库里已经没有考试 "_s + exams.join(u'、') + u"，没有导出。"_s);
+    if (!columns.isEmpty())
+        notes.append(u"成绩表里没有列 "_s + columns.join(u'、') + u"，没有导出。"_s);
+    return notes.join(u'\n');
+}
+
+QString missingChoice(const ScoreExportRequest& request)
+{
+    if (request.exams.isEmpty())
+        return u"请选择 要导出成绩的 考试名称！"_s;
+    if (request.subjects.isEmpty())
+        return u"请选择要导出成绩的 科目！"_s;
+    return request.classes.isEmpty() ? u"请选择 要导出成绩的 班级！"_s : QString();
+}
+
 QString averageNote(const ScoreExportRequest& request)
 {
+    if (!missingChoice(request).isEmpty())
+        return {};
     const bool gradeRow = request.gradeAverage.ticked && request.gradeAverage.chosen;
     const bool classRow = request.classAverage.ticked && request.classAverage.chosen;
     if (!gradeRow || classRow || request.gradeAverageByItsExam)

@@ -53,7 +53,14 @@ QString displayName(BlockLayout layout);
 /// library's DisplayItems too.
 QStringList ZDYxs(library::ScoreLibrary& scoreLibrary, const ScoreExportRequest& request);
 
-/// What the user should know before the export; empty if there is nothing.
+/// What of the request the library does not have any more, exams or columns that a list was saved
+/// with; empty if all is there. The export does without. Throws database::Error.
+QString goneNote(library::ScoreLibrary& scoreLibrary, const ScoreExportRequest& request);
+
+/// The message about what is not chosen; empty if exams, subjects and classes are.
+QString missingChoice(const ScoreExportRequest& request);
+
+/// What the user should know before an export that will not be refused; empty if there is nothing.
 QString averageNote(const ScoreExportRequest& request);
 
 } // namespace exporting

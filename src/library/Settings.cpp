@@ -102,14 +102,17 @@ QStringList Settings::GetZDYXS(const QString& name)
 {
     const Trap trap{" - Sub GetZDYXS/Mdl_MDB"};
     QStringList items;
-    trap([&] {
-        database::Recordset rows;
-        rows.Open(u"select * from 自定义显示表 where 项目名称=?"_s, {name}, m_conn);
-        if (rows.RecordCount() == 0)
-            return;
-        items = scoreColumns(rows.Fields(u"显示项目"_s).Value().text().split(u','));
-    });
+    trap([&] { items = scoreColumns(storedColumns(name)); });
     return items;
+}
+
+QStringList Settings::storedColumns(const QString& name)
+{
+    database::Recordset rows;
+    rows.Open(u"select * from 自定义显示表 where 项目名称=?"_s, {name}, m_conn);
+    if (rows.RecordCount() == 0)
+        return {};
+    return rows.Fields(u"显示项目"_s).Value().text().split(u',', Qt::SkipEmptyParts);
 }
 
 QStringList Settings::scoreColumns(const QStringList& names)

@@ -40,6 +40,9 @@ public:
     /// The columns of the stored selection of that name, in its order; columns that are gone drop
     /// out. None without such a selection.
     QStringList GetZDYXS(const QString& name);
+    /// The names of the stored selection of that name as they stand in it, also those of columns
+    /// that are gone. Throws Error.
+    QStringList storedColumns(const QString& name);
     /// Those of the names that columns of 成绩表 have, in their order. Throws Error.
     QStringList scoreColumns(const QStringList& names);
 

@@ -74,9 +74,19 @@ TEST_F(ExportColumns, GivenForOneRunStandForTheSavedOnes)
     EXPECT_EQ(ZDYxs(test.scores, request).size(), 8);
 }
 
-TEST(AverageNote, TellsWhatTheGradesRowAloneWillShow)
+/// One with all that an export needs.
+ScoreExportRequest wholeRequest()
 {
     ScoreExportRequest request;
+    request.exams = QStringList{u"期中"_s};
+    request.subjects = QStringList{u"语文"_s};
+    request.classes = QStringList{u"1"_s};
+    return request;
+}
+
+TEST(AverageNote, TellsWhatTheGradesRowAloneWillShow)
+{
+    ScoreExportRequest request = wholeRequest();
     request.gradeAverage = {true, u"期末"_s, true};
     EXPECT_EQ(averageNote(request),
               u"只勾选了年级平均分：它的行按班级平均分的考试标注为“选择考试班平”，平均分全部是 0，"
@@ -89,9 +99,17 @@ TEST(AverageNote, TellsWhatTheGradesRowAloneWillShow)
         "要按年级平均分所选的“期末”计算，请勾选“年级平均按所选考试标注”。"_s);
 }
 
+TEST(AverageNote, WaitsUntilAllIsChosen)
+{
+    ScoreExportRequest request = wholeRequest();
+    request.gradeAverage = {true, u"期末"_s, true};
+    request.classes.clear();
+    EXPECT_EQ(averageNote(request), QString());
+}
+
 TEST(AverageNote, IsEmptyWhereNothingMisleads)
 {
-    ScoreExportRequest request;
+    ScoreExportRequest request = wholeRequest();
     EXPECT_EQ(averageNote(request), QString());
     request.classAverage = {true, u"期中"_s, true};
     EXPECT_EQ(averageNote(request), QString());

@@ -25,6 +25,7 @@ TEST_F(ScoreExport, AStudentHasAHeadingRowAndARowForEachExamInTheirOrder)
                      u"|||||||"_s, u"考试名称|班级|学号|姓名|语文|语名|总分|总名"_s,
                      u"期中|1|2|乙|80.5|1|80.5|1"_s, u"期末|1|2|乙|-1|-1|-1|-1"_s, u"|||||||"_s}));
     EXPECT_EQ(test.dialogs.shown, QStringList{done});
+    EXPECT_EQ(test.dialogs.look(done), support::BoxLook());
     EXPECT_EQ(sheet().lastUsedRow(), 8);
 }
 
@@ -97,6 +98,8 @@ TEST_F(ScoreExport, WhatIsNotChosenIsAskedForInOrder)
         test.dialogs.shown,
         (QStringList{u"请选择 要导出成绩的 考试名称！"_s, u"请选择要导出成绩的 科目！"_s,
                      u"请选择 要导出成绩的 班级！"_s, u"没有选择总分，不能根据总分绘图！"_s}));
+    for (const QString& text : test.dialogs.shown)
+        EXPECT_EQ(test.dialogs.look(text), support::BoxLook()) << text.toStdString();
     EXPECT_TRUE(applications.empty());
     EXPECT_EQ(progress.finished, 0);
     // The list of columns was made before it was known that no total is chosen.
@@ -150,13 +153,42 @@ TEST_F(ScoreExport, AStudentWithoutRowsGetsHisHeadingAndAMessageForTheReadOfTheF
     EXPECT_EQ(exportFailures(), (QStringList{noRow, noRow}));
 }
 
-TEST_F(ScoreExport, AnExamThatIsGoneLeavesTheOtherOnes)
+TEST_F(ScoreExport, TwoRowsOfOneExamAreBothWritten)
+{
+    test.addScores(u"期中"_s, 1, 1, {{u"考试编号"_s, 1}, {u"语文"_s, 60}});
+    run();
+    EXPECT_EQ(rows(2, 4), (QStringList{u"期中|1|1|甲|72.1|2|72.1|2"_s, u"期中|1|1|甲|60|||"_s,
+                                       u"期末|1|1|甲|90|1|90|1"_s}));
+    EXPECT_EQ(sheet().format(4, 8).borders.bottom, excel::LineStyle::Continuous);
+}
+
+TEST_F(ScoreExport, AnExamThatIsGoneIsToldAndLeavesTheOtherOnes)
 {
     request.exams = QStringList{u"不存在"_s, u"期末"_s};
     run();
     EXPECT_EQ(cell(2, 1), u"期末"_s);
     EXPECT_EQ(cell(3, 1), u""_s);
-    EXPECT_EQ(test.dialogs.shown, QStringList{done});
+    EXPECT_EQ(test.dialogs.shown,
+              (QStringList{u"成绩库里已经没有考试 不存在，没有导出。"_s, done}));
+}
+
+TEST_F(ScoreExport, AColumnThatIsGoneSinceTheListWasSavedIsTold)
+{
+    test.execute(u"insert into 自定义显示表 (项目名称, 显示项目) values "
+                 "('导出成绩False','考试名称,物理,化学,语文')"_s);
+    run();
+    EXPECT_EQ(rows(1, 2), (QStringList{u"考试名称|语文"_s, u"期中|72.1"_s}));
+    EXPECT_EQ(test.dialogs.shown, (QStringList{u"成绩表里没有列 物理、化学，没有导出。"_s, done}));
+}
+
+TEST_F(ScoreExport, ALibraryThatCannotBeReadIsToldAndDoesNotCountAsEmpty)
+{
+    test.scores.Conn.Close();
+    EXPECT_EQ(run().end, ExportEnd::Finished);
+    EXPECT_EQ(sheet().lastUsedRow(), 1);
+    EXPECT_FALSE(exportFailures().isEmpty());
+    EXPECT_EQ(test.dialogs.shown.last(), done);
+    EXPECT_FALSE(test.dialogs.shown.contains(u"所选的班级没有学生，表格是空的。"_s));
 }
 
 TEST_F(ScoreExport, AnExamWithAnApostropheMakesTheStatementWrong)
