@@ -112,8 +112,25 @@ class Json(Prepared):
     def test_columns_stand_for_the_saved_list(self):
         self.change("insert into 自定义显示表 (项目名称, 显示项目) values ('导出成绩False','姓名')")
         self.assertEqual(row(self.cells(), 1, 2), ["姓名", ""])
-        cells = self.cells("--columns", "语文,物理,考试名称")
-        self.assertEqual(row(cells, 1, 3), ["语文", "考试名称", ""])
+        book = self.json("--columns", "语文,物理,考试名称")
+        self.assertEqual(row(book["content"]["Sheet1"]["cells"], 1, 3), ["语文", "考试名称", ""])
+        self.assertEqual(book["Messages"], ["成绩表里没有列 物理，没有导出。", FINISHED])
+
+    def test_a_student_without_rows_has_a_chart_without_data(self):
+        self.change("delete from 成绩表 where 姓名='乙'")
+        sheet = self.sheet("--chart", expect=ERROR)
+        chart = sheet["charts"][1]
+        self.assertEqual((chart["title"], chart["categories"], chart["values"]),
+                         ("乙排名分析(共2人)", [], []))
+        self.assertEqual(sheet["shapes"][3]["text"], "平均0")
+
+    def test_one_student_in_the_grade(self):
+        self.change("delete from 信息表 where 姓名='乙'")
+        path = self.folder / "成绩.xlsx"
+        sheet = self.sheet("--chart", "--out", path)
+        self.assertEqual((sheet["charts"][0]["min"], sheet["charts"][0]["max"]), (1, 1))
+        scaling = openpyxl.load_workbook(path)["Sheet1"]._charts[0].y_axis.scaling
+        self.assertEqual((scaling.min, scaling.max), (1, None))
 
     def test_a_list_without_the_rank_gives_charts_without_data(self):
         result = self.export("--chart", "--columns", "考试名称,语文", "--format", "json",
@@ -214,7 +231,8 @@ class Refusals(Prepared):
         for options, says in (
                 (("--exam", "", *CHOICE[2:]), "请选择 要导出成绩的 考试名称！"),
                 ((*CHOICE[:2], "--subjects", "", *CHOICE[4:]), "请选择要导出成绩的 科目！"),
-                ((*CHOICE[:4], "--classes", ""), "请选择 要导出成绩的 班级！"),
+                ((*CHOICE[:4], "--classes", "", "--grade-average", "期末"),
+                 "请选择 要导出成绩的 班级！"),
                 ((*CHOICE[:2], "--subjects", "语文", *CHOICE[4:], "--chart"),
                  "没有选择总分，不能根据总分绘图！")):
             with self.subTest(says):
