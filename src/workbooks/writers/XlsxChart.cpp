@@ -222,11 +222,14 @@ std::string share(const char* name, double part, double whole)
     return std::string("<c:") + name + " val=\"" + number.toStdString() + "\"/>";
 }
 
-/// The inside of the plot as shares of the chart.
+/// The inside of the plot as shares of the chart. Where a chart has no room for it, the shares
+/// would lie outside, and its place is left to the program that shows the chart.
 std::string layout(const Chart& chart)
 {
     const QSizeF frame = chart.place().size();
     const QRectF plot = chart::plotInFrame(frame, chart.design().axis.growth);
+    if (plot.isEmpty())
+        return "<c:layout/>";
     return "<c:layout><c:manualLayout><c:layoutTarget val=\"inner\"/><c:xMode val=\"edge\"/>"
            "<c:yMode val=\"edge\"/>"
            + share("x", plot.x(), frame.width()) + share("y", plot.y(), frame.height())

@@ -123,6 +123,16 @@ TEST_F(XlsxDrawings, AChartOverCellsThatNoSheetHasIsWrittenWithoutData)
     EXPECT_TRUE(chartPart().contains("<c:lineChart>"));
 }
 
+TEST_F(XlsxDrawings, AChartWithoutRoomForItsPlotLeavesItsPlaceToTheReader)
+{
+    excel::Chart& chart = addChart({});
+    EXPECT_TRUE(chartPart().contains("<c:plotArea><c:layout><c:manualLayout>"));
+    for (const double height : {27.0, 0.0}) {
+        chart.setHeight(height);
+        EXPECT_TRUE(chartPart().contains("<c:plotArea><c:layout/>")) << height;
+    }
+}
+
 TEST_F(XlsxDrawings, LabelsOfPointsAndMarkersAreWrittenAsAsked)
 {
     chart::LineChart design;
