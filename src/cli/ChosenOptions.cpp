@@ -6,6 +6,7 @@
 #include "individual/ChartColors.h"
 #include "library/ColumnNames.h"
 #include "platform/database/Error.h"
+#include "platform/database/FileIdentity.h"
 #include "workbench/Offers.h"
 
 namespace cli {
@@ -132,18 +133,22 @@ individual::RankKind chosenRanks(const Session& session)
                : individual::RankKind::Class;
 }
 
-void refuseExisting(const Arguments& arguments, const QString& path)
+void refuseExisting(const Session& session, const QString& path)
 {
-    if (!arguments.has(u"force"_s) && QFileInfo::exists(path))
+    if (!QFileInfo::exists(path))
+        return;
+    if (database::FileIdentity::of(path) == database::FileIdentity::of(session.scores.Conn.path()))
+        throw runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(path));
+    if (!session.arguments.has(u"force"_s))
         throw runtime::Error(u"文件 %1 已存在，没有覆盖。要覆盖它，请加上 --force。"_s.arg(path));
 }
 
-QString chosenFile(const Arguments& arguments, const QString& option)
+QString chosenFile(const Session& session, const QString& option)
 {
-    if (!arguments.has(option))
+    if (!session.arguments.has(option))
         return {};
-    QString path = QFileInfo(arguments.value(option)).absoluteFilePath();
-    refuseExisting(arguments, path);
+    QString path = QFileInfo(session.arguments.value(option)).absoluteFilePath();
+    refuseExisting(session, path);
     return path;
 }
 

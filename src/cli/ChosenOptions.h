@@ -39,11 +39,11 @@ std::vector<individual::TickedColumn> chosenTicks(const Session& session);
 /// The ranks that --rank names, 年名 without it. Throws UsageError.
 individual::RankKind chosenRanks(const Session& session);
 
-/// Throws Error if a file of this name exists and --force is not given.
-void refuseExisting(const Arguments& arguments, const QString& path);
+/// Throws Error if a file of this name exists and --force is not given, or is the open library.
+void refuseExisting(const Session& session, const QString& path);
 
 /// The full path of the file that an option names; "" without the option. Throws Error as
 /// refuseExisting does.
-QString chosenFile(const Arguments& arguments, const QString& option);
+QString chosenFile(const Session& session, const QString& option);
 
 } // namespace cli

@@ -77,7 +77,7 @@ Exit runExport(Session& session)
     if (!session.openLibrary())
         return Exit::Error;
     const ScoreExportRequest request = exportRequest(session);
-    const QString target = chosenFile(arguments, u"out"_s);
+    const QString target = chosenFile(session, u"out"_s);
     const QString note = exporting::averageNote(request);
     if (!note.isEmpty())
         printError(note);

@@ -186,8 +186,8 @@ Exit runStudent(Session& session)
         return Exit::Error;
     const qint64 id = chosenStudent(session);
     const std::vector<individual::TickedColumn> ticked = chosenTicks(session);
-    const QString picture = chosenFile(arguments, u"picture"_s);
-    const QString book = chosenFile(arguments, u"out"_s);
+    const QString picture = chosenFile(session, u"picture"_s);
+    const QString book = chosenFile(session, u"out"_s);
 
     const QString title = individual::studentTitle(session.scores, id);
     individual::StudentExams student(session.scores);

@@ -245,6 +245,14 @@ class Files(Scored):
             self.run_program("student", self.library, "--id", "1", option, path, "--force")
             self.assertNotEqual(path.read_bytes(), b"old")
 
+    def test_the_library_is_not_replaced_even_by_force(self):
+        before = self.library.read_bytes()
+        result = self.run_program("student", self.library, "--id", "1", "--out", self.library,
+                                  "--force", expect=ERROR)
+        self.assertEqual((result.out, result.err),
+                         ("", f"文件 {self.library} 正在使用，不能覆盖。\n"))
+        self.assertEqual(self.library.read_bytes(), before)
+
     def test_a_folder_that_is_not_there_is_told(self):
         for option, name in (("--picture", "图.png"), ("--out", "成绩.xlsx")):
             result = self.run_program("student", self.library, "--id", "1", option,
