@@ -363,6 +363,25 @@ TEST_F(ScreenDialogs, ASavedFileGetsTheExtensionAndIsNotAskedAboutTwice)
     EXPECT_EQ(boxes.count, 1);
 }
 
+TEST_F(ScreenDialogs, ABoxBelongsToTheModalScreenUnlessAWindowBesideItIsInUse)
+{
+    QWidget main;
+    QDialog screen(&main);
+    screen.setWindowModality(Qt::WindowModal);
+    QWidget beside;
+    for (QWidget* window : {&main, static_cast<QWidget*>(&screen), &beside})
+        window->show();
+    for (QWidget* window : {static_cast<QWidget*>(&screen), &beside}) {
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+        boxes.expect([&](QDialog& shown) {
+            EXPECT_EQ(shown.parentWidget(), window);
+            box(shown).accept();
+        });
+        runtime::MsgBox(u"好"_s);
+    }
+}
+
 TEST_F(ScreenDialogs, AFolderIsChosenOrNone)
 {
     const QTemporaryDir folder;

@@ -64,11 +64,24 @@ Answer answerOf(int button)
     }
 }
 
-/// The window that a box belongs to: the modal one on top, else the active one.
+const QWidget* root(const QWidget* widget)
+{
+    while (widget->parentWidget() != nullptr)
+        widget = widget->parentWidget();
+    return widget;
+}
+
+/// The window that a box belongs to: the modal one on top, unless the active one has nothing to do
+/// with it, as a workbook's has; else the active one.
 QWidget* owner()
 {
-    return QApplication::activeModalWidget() ? QApplication::activeModalWidget()
-                                             : QApplication::activeWindow();
+    QWidget* modal = QApplication::activeModalWidget();
+    QWidget* active = QApplication::activeWindow();
+    if (modal == nullptr)
+        return active;
+    const bool isFree = active != nullptr && modal->windowModality() == Qt::WindowModal
+                        && root(active) != root(modal);
+    return isFree ? active : modal;
 }
 
 QString shownTitle(const QString& title)
