@@ -244,8 +244,8 @@ TEST_F(IndividualAnalysis, ANewSizeOfTheWindowDrawsTheChartAnew)
 {
     clickNode(0, 0);
     const int before = label(u"LabelStuName"_s)->x();
-    form->resize(form->size() - QSize(100, 0));
-    EXPECT_NEAR(label(u"LabelStuName"_s)->x(), before - 50, 2);
+    form->resize(form->size() + QSize(100, 0));
+    EXPECT_NEAR(label(u"LabelStuName"_s)->x(), before + 50, 2);
 }
 
 TEST_F(IndividualAnalysis, TheSplitterMovesByMouseAndDrawsWhenItIsLetGo)
@@ -296,6 +296,14 @@ TEST_F(IndividualAnalysis, TheSplitterMovesByKeyboard)
     EXPECT_NE(label(u"LabelMinCi_1"_s)->y(), name);
     QTest::keyClick(bar, Qt::Key_Down);
     EXPECT_EQ(bar->y(), top);
+}
+
+TEST_F(IndividualAnalysis, ThePhotoHidesNothingOfAWindowThatNobodyPlaced)
+{
+    clickNode(0, 0);
+    ASSERT_TRUE(photo->isVisible());
+    EXPECT_FALSE(form->frameGeometry().intersects(photo->frameGeometry()));
+    EXPECT_TRUE(form->screen()->availableGeometry().contains(form->geometry()));
 }
 
 TEST_F(IndividualAnalysis, TheWindowKeepsItsSizes)

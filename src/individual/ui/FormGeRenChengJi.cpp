@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QHideEvent>
 #include <QMenu>
+#include <QScreen>
 #include <QSettings>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -145,11 +146,24 @@ void FormGeRenChengJi::connectControls()
     connect(Picture2, &SubjectPanel::swatchPressed, this, &FormGeRenChengJi::Command1_MouseUp);
 }
 
+/// The photo in the display's top right corner would hide the button that closes this window.
+void FormGeRenChengJi::placeBesidePhoto()
+{
+    const QRect display = screen()->availableGeometry();
+    const int letter = fontMetrics().averageCharWidth();
+    const int frames = letter * 4;
+    const int room = display.width() - FormZP->width() - frames;
+    resize(std::min(letter * 150, room),
+           std::min(fontMetrics().lineSpacing() * 42, display.height() - frames * 2));
+    move(display.left() + std::min(room - width(), (display.width() - width()) / 2),
+         display.top() + (display.height() - height()) / 2);
+}
+
 void FormGeRenChengJi::restoreSizes()
 {
     const QSettings settings;
     if (!restoreGeometry(settings.value(geometryKey).toByteArray()))
-        resize(QSize(fontMetrics().averageCharWidth() * 150, fontMetrics().lineSpacing() * 42));
+        placeBesidePhoto();
     m_sides->restoreState(settings.value(sidesKey).toByteArray());
     if (settings.contains(gridHeightKey))
         m_right->setGridHeight(settings.value(gridHeightKey).toInt());

@@ -38,6 +38,7 @@ private:
     void addCommand(const QString& name, const QString& caption,
                     void (FormGeRenChengJi::*command)());
     void connectControls();
+    void placeBesidePhoto();
     void restoreSizes();
     void Form_Load();
     void ShowStuTree();
