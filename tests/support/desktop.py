@@ -198,6 +198,16 @@ class Run:
         window.find("menu item", menu).click()
         window.find("popup menu").find("menu item", name).click()
 
+    def choose_from_popup(self, element, key):
+        """Chooses by its access key from the menu that the right button opens on an element. Qt does
+        not list such menus among the program's windows."""
+        x, y, width, height = element.box()
+        before = self.desktop.windows_of(self.process.pid)
+        self.desktop.right_click_at(x + width // 2, y + height // 2)
+        wait_for(f"menu on {element.name}",
+                 lambda: self.desktop.windows_of(self.process.pid) - before)
+        self.desktop.press(key)
+
     def resize(self, window, width, height):
         """Gives the active window this size, as by dragging its corner."""
         self.desktop.xdotool("getactivewindow", "windowsize", width, height)
@@ -282,13 +292,14 @@ class DesktopTest(unittest.TestCase):
         return result
 
     @classmethod
-    def make_library(cls, library, exam):
-        """The library of the demonstration with one exam that is not scored."""
+    def make_library(cls, library, *exams):
+        """The library of the demonstration with exams that are not scored."""
         cls.cli("new", library, "--subjects", SUBJECTS)
         cls.cli("import-students", library, yunshan.DEMO / "学生名单.xlsx", "--no-backup")
-        for sheet in ("文科", "理科"):
-            cls.cli("import-exam", library, yunshan.DEMO / f"{exam}.xlsx", "--exam", exam,
-                    "--sheet", sheet, "--no-backup")
+        for exam in exams:
+            for sheet in ("文科", "理科"):
+                cls.cli("import-exam", library, yunshan.DEMO / f"{exam}.xlsx", "--exam", exam,
+                        "--sheet", sheet, "--no-backup")
 
     def show_failure(self):
         folder = PICTURES if os.access(PICTURES, os.W_OK) else tempfile.gettempdir()

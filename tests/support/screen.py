@@ -197,14 +197,29 @@ class Desktop:
 
     def pixel(self, x, y):
         """The red, green and blue at a place of the screen."""
+        return self.pixels()(x, y)
+
+    def pixels(self):
+        """What gives the colour of a place of the screen, which is as it is now."""
         dump = self.dump()
         header = struct.unpack(">25I", dump[:100])
-        place = header[0] + 12 * header[19] + y * header[12] + 4 * x
-        return dump[place + 2], dump[place + 1], dump[place]
+        start, line = header[0] + 12 * header[19], header[12]
+
+        def pixel(x, y):
+            place = start + y * line + 4 * x
+            return dump[place + 2], dump[place + 1], dump[place]
+
+        return pixel
 
     def xdotool(self, *arguments):
         subprocess.run(["xdotool", *map(str, arguments)], env=self.env, check=True, timeout=LIMIT,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def windows_of(self, process):
+        """The visible windows of a process, as the screen numbers them."""
+        done = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(process)],
+                              env=self.env, timeout=LIMIT, capture_output=True, check=False)
+        return set(done.stdout.split())
 
     def press(self, *keys):
         self.xdotool("key", "--delay", 20, *keys)
@@ -213,6 +228,15 @@ class Desktop:
         hold = ["keydown", modifier] if modifier else []
         release = ["keyup", modifier] if modifier else []
         self.xdotool("mousemove", x, y, *hold, "click", 1, *release)
+
+    def right_click_at(self, x, y):
+        self.xdotool("mousemove", x, y, "click", 3)
+
+    def drag(self, x, y, to_x, to_y):
+        """Drags by the left button, in two steps as a hand does."""
+        self.xdotool("mousemove", x, y, "mousedown", 1)
+        self.xdotool("mousemove", (x + to_x) // 2, (y + to_y) // 2)
+        self.xdotool("mousemove", to_x, to_y, "mouseup", 1)
 
     def paste(self, text):
         """Puts a text where the keyboard is; typing would lose the first of Chinese characters."""
