@@ -70,6 +70,7 @@ TEST_F(StepsOfIndividualAnalysis, ANewSizeAheadOfTheFirstChartDrawsNone)
 
 TEST_F(StepsOfIndividualAnalysis, TheEdgeBetweenTreeAndChartDrawsTheChartAnew)
 {
+    form->resize(1200, 700);
     clickNode(0, 0);
     const int before = chart->width();
     moveSides(60);
