@@ -135,8 +135,11 @@ individual::RankKind chosenRanks(const Session& session)
 
 void refuseExisting(const Session& session, const QString& path)
 {
-    if (!QFileInfo::exists(path))
+    const QFileInfo target(path);
+    if (!target.exists() && !target.isSymLink())
         return;
+    if (!target.isFile())
+        throw runtime::Error(u"%1 不是普通文件，不能覆盖。"_s.arg(path));
     if (database::FileIdentity::of(path) == database::FileIdentity::of(session.scores.Conn.path()))
         throw runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(path));
     if (!session.arguments.has(u"force"_s))

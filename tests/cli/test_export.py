@@ -1,5 +1,6 @@
 """The score export from outside: what it writes, as JSON and as a file, and what it refuses."""
 
+import os
 import sys
 from pathlib import Path
 
@@ -190,6 +191,16 @@ class Files(Prepared):
         self.assertEqual((result.out, path.read_text()), ("", "mine"))
         self.export("--out", path, "--force")
         self.assertIn("Sheet1", openpyxl.load_workbook(path).sheetnames)
+
+    def test_what_is_no_regular_file_is_not_replaced_even_by_force(self):
+        pipe, link = self.folder / "pipe.xlsx", self.folder / "link.xlsx"
+        os.mkfifo(pipe)
+        link.symlink_to(self.folder / "gone.xlsx")
+        for place in (pipe, link, self.folder):
+            with self.subTest(place.name):
+                result = self.export("--out", place, "--force", expect=ERROR)
+                self.assertIn("不是普通文件，不能覆盖。", result.err)
+        self.assertTrue(pipe.is_fifo() and link.is_symlink())
 
     def test_saves_and_prints_the_content(self):
         path = self.folder / "成绩.xlsx"
