@@ -43,7 +43,7 @@ void drawAverage(excel::Worksheet& sheet, const excel::Chart& chart, const RankC
 
 } // namespace
 
-void HuiTu(excel::Worksheet& sheet, const RankChart& asked)
+PlotRoom HuiTu(excel::Worksheet& sheet, const RankChart& asked)
 {
     const runtime::Trap trap{" - Sub HuiTu/FormDaoChu"};
     excel::Chart* chart = nullptr;
@@ -52,7 +52,7 @@ void HuiTu(excel::Worksheet& sheet, const RankChart& asked)
         chart = &sheet.addChart(sheet.Range(asked.chartTop, 1, end, asked.chartColumns).place());
     });
     if (chart == nullptr)
-        return;
+        return PlotRoom::None;
     // That a column is missing is told once for all charts of a run.
     if (asked.labelColumn > 0 && asked.rankColumn > 0 && asked.lastRow >= asked.firstRow) {
         trap([&] {
@@ -64,6 +64,7 @@ void HuiTu(excel::Worksheet& sheet, const RankChart& asked)
     }
     trap([&] { chart->setDesign(design(asked)); });
     trap([&] { drawAverage(sheet, *chart, asked); });
+    return chart->InsideHeight() > 0 ? PlotRoom::Enough : PlotRoom::None;
 }
 
 } // namespace exporting

@@ -21,9 +21,12 @@ struct RankChart
     int labelColumn = 0; ///< 考试名称, likewise
 };
 
+/// Whether the inside of a chart's plot has any height; without, its line lies somewhere else.
+enum class PlotRoom { None, Enough };
+
 /// Draws a student's ranks across his exams on the sheet, rank 1 at the top, with a dashed line and
 /// a label at their average. A step that fails is shown, and the next one is done; without one of
 /// the columns, and without a row, the chart has no data.
-void HuiTu(excel::Worksheet& sheet, const RankChart& asked);
+PlotRoom HuiTu(excel::Worksheet& sheet, const RankChart& asked);
 
 } // namespace exporting

@@ -4,7 +4,6 @@
 
 #include "export/ExportTrap.h"
 #include "export/StudentBlock.h"
-#include "library/ColumnNames.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/runtime/Dialogs.h"
@@ -99,12 +98,10 @@ bool ScoreExport::prepare()
     openStudents();
     m_columns.emplace(ZDYxs(m_library, m_request));
     exportTrap([&] { m_gone = goneNote(m_library, m_request); });
-    const bool draws = m_request.layout == BlockLayout::RankChart;
-    if (!draws
-        || std::any_of(m_request.subjects.begin(), m_request.subjects.end(), library::isTotal))
-        return true;
-    runtime::MsgBox(u"没有选择总分，不能根据总分绘图！"_s);
-    return false;
+    const QString missing = missingTotal(m_request);
+    if (!missing.isEmpty())
+        runtime::MsgBox(missing);
+    return missing.isEmpty();
 }
 
 /// Without one of the two columns the charts have no data, which is told once.
@@ -195,8 +192,7 @@ void ScoreExport::tellEnd(ExportEnd end) const
     if (!m_gone.isEmpty())
         runtime::MsgBox(m_gone);
     if (m_overfull > 0)
-        runtime::MsgBox(
-            u"有 %1 页放不下成绩和图，图盖住了成绩。请减少考试后重新导出。"_s.arg(m_overfull));
+        runtime::MsgBox(u"有 %1 页放不下成绩和图。请减少考试后重新导出。"_s.arg(m_overfull));
     if (end == ExportEnd::Cancelled) {
         runtime::MsgBox(u"导出已取消，已经写入的 %1 名学生留在表格里。"_s.arg(m_done));
         return;

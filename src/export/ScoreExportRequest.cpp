@@ -1,5 +1,7 @@
 #include "export/ScoreExportRequest.h"
 
+#include <algorithm>
+
 #include "library/ColumnNames.h"
 #include "platform/database/Statement.h"
 #include "platform/runtime/Trap.h"
@@ -81,9 +83,18 @@ QString missingChoice(const ScoreExportRequest& request)
     return request.classes.isEmpty() ? u"请选择 要导出成绩的 班级！"_s : QString();
 }
 
+QString missingTotal(const ScoreExportRequest& request)
+{
+    const QStringList& chosen = request.subjects;
+    const bool draws = request.layout == BlockLayout::RankChart;
+    return draws && std::none_of(chosen.begin(), chosen.end(), library::isTotal)
+               ? u"没有选择总分，不能根据总分绘图！"_s
+               : QString();
+}
+
 QString averageNote(const ScoreExportRequest& request)
 {
-    if (!missingChoice(request).isEmpty())
+    if (!missingChoice(request).isEmpty() || !missingTotal(request).isEmpty())
         return {};
     const bool gradeRow = request.gradeAverage.ticked && request.gradeAverage.chosen;
     const bool classRow = request.classAverage.ticked && request.classAverage.chosen;

@@ -60,6 +60,9 @@ QString goneNote(library::ScoreLibrary& scoreLibrary, const ScoreExportRequest& 
 /// The message about what is not chosen; empty if exams, subjects and classes are.
 QString missingChoice(const ScoreExportRequest& request);
 
+/// The message that there is no total to draw charts of; empty if there is, or none are drawn.
+QString missingTotal(const ScoreExportRequest& request);
+
 /// What the user should know before an export that will not be refused; empty if there is nothing.
 QString averageNote(const ScoreExportRequest& request);
 

@@ -183,9 +183,9 @@ bool StudentBlock::drawChart()
     chart.studentCount = m_run.studentCount;
     chart.rankColumn = m_columns.rankColumn;
     chart.labelColumn = m_columns.labelColumn;
-    HuiTu(m_sheet, chart);
+    const PlotRoom room = HuiTu(m_sheet, chart);
     exportTrap([&] { m_sheet.addPageBreak(m_begin + ExportSheets::pageRows - 1); });
-    return chart.chartRows > 0;
+    return chart.chartRows > 0 && room == PlotRoom::Enough;
 }
 
 } // namespace exporting

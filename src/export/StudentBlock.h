@@ -47,8 +47,8 @@ public:
 
     /// Heading, exams, averages and borders.
     void writeRows();
-    /// The chart, down to the end of the page, and the page break. False if the page has no row
-    /// left for the chart.
+    /// The chart, down to the end of the page, and the page break. False if the page has no room
+    /// left for its plot.
     bool drawChart();
 
     /// The row that was written last (r).

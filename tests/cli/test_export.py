@@ -160,7 +160,7 @@ class Json(Prepared):
             self.change("insert into 成绩表 (id, 考试名称, 科类, 总分年名) "
                         "select ID, '期中', 科类, 1 from 信息表 where 姓名='甲'")
         self.assertEqual(self.json("--chart")["Messages"],
-                         ["有 1 页放不下成绩和图，图盖住了成绩。请减少考试后重新导出。", FINISHED])
+                         ["有 1 页放不下成绩和图。请减少考试后重新导出。", FINISHED])
 
 
 class Files(Prepared):

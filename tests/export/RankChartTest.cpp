@@ -235,9 +235,25 @@ TEST_F(RankChart, OnAPageThatTheRowsFillItsFrameIsPutInOrderAndThePageIsTold)
     const Drawn drawn(sheet());
     EXPECT_EQ(frame(*drawn.charts[0]), (excel::CellRange{30, 1, 31, 12}));
     EXPECT_EQ(cell(32, 1), u"考试名称"_s);
-    EXPECT_EQ(test.dialogs.shown,
-              (QStringList{u"有 1 页放不下成绩和图，图盖住了成绩。请减少考试后重新导出。"_s,
-                           u"成绩导出完毕！"_s}));
+    EXPECT_EQ(test.dialogs.shown, (QStringList{u"有 1 页放不下成绩和图。请减少考试后重新导出。"_s,
+                                               u"成绩导出完毕！"_s}));
+}
+
+TEST_F(RankChart, APageWithoutRoomForThePlotIsTold)
+{
+    const auto examsUpTo = [&](int last) {
+        for (int number = int(request.exams.size()) + 1; number <= last; ++number) {
+            const QString exam = u"考试%1"_s.arg(number);
+            test.addExam(exam, u"理"_s, number, {{u"语文"_s, 100}});
+            test.addScores(exam, 1, 1, {{u"总分年名"_s, number}});
+            request.exams.append(exam);
+        }
+        test.dialogs.shown.clear();
+        run();
+        return test.dialogs.shown.first();
+    };
+    EXPECT_EQ(examsUpTo(23), u"成绩导出完毕！"_s);
+    EXPECT_EQ(examsUpTo(24), u"有 1 页放不下成绩和图。请减少考试后重新导出。"_s);
 }
 
 TEST(HuiTu, AFrameBeyondTheSheetDrawsNothingAfterItsMessage)

@@ -103,6 +103,12 @@ TEST(AverageNote, WaitsUntilAllIsChosen)
 {
     ScoreExportRequest request = wholeRequest();
     request.gradeAverage = {true, u"期末"_s, true};
+    EXPECT_NE(averageNote(request), QString());
+    request.layout = exporting::BlockLayout::RankChart;
+    request.subjects = {u"语文"_s};
+    EXPECT_EQ(averageNote(request), QString());
+    request = wholeRequest();
+    request.gradeAverage = {true, u"期末"_s, true};
     request.classes.clear();
     EXPECT_EQ(averageNote(request), QString());
 }
