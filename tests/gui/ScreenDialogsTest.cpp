@@ -267,6 +267,29 @@ TEST_F(ScreenDialogs, AFailureThatRepeatsIsShownOnceAndCountedAtTheEndOfTheComma
     EXPECT_EQ(boxes.count, 4);
 }
 
+TEST_F(ScreenDialogs, TheKeyboardGoesBackToTheWindowThatABoxBelongsTo)
+{
+    QWidget screen;
+    QWidget photo;
+    screen.show();
+    photo.show();
+    screen.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
+    const auto takeKeyboard = [&](QDialog& window) {
+        photo.activateWindow();
+        window.accept();
+    };
+    boxes.expect(takeKeyboard);
+    dialogs.message(u"一"_s, {}, Buttons::Ok, Icon::None);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
+    boxes.expect(takeKeyboard);
+    dialogs.choose(skipOrAll);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
+    boxes.expect(takeKeyboard);
+    dialogs.failure(u"二"_s);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
+}
+
 TEST_F(ScreenDialogs, WhatAQuietCommandPassesOverIsToldWithWhatItFolded)
 {
     const runtime::Trap trap{" - Sub X/Y"};

@@ -7,6 +7,7 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
 
@@ -84,6 +85,17 @@ QWidget* owner()
     return isFree ? active : modal;
 }
 
+/// Shows a box and gives the button that was pressed. Behind it a window manager may give the
+/// keyboard to another window of the program: it goes back to the one that the box belongs to.
+int run(QMessageBox& box)
+{
+    const QPointer<QWidget> window = box.parentWidget();
+    const int pressed = box.exec();
+    if (window != nullptr && window->isVisible())
+        window->activateWindow();
+    return pressed;
+}
+
 QString shownTitle(const QString& title)
 {
     return title.isEmpty() ? ProductTitle : title;
@@ -147,7 +159,7 @@ Answer ScreenDialogs::message(const QString& text, const QString& title, Buttons
         box.setDefaultButton(QMessageBox::No);
     else if (buttons != Buttons::Ok)
         box.setDefaultButton(QMessageBox::Cancel);
-    return answerOf(box.exec());
+    return answerOf(run(box));
 }
 
 int ScreenDialogs::choose(const runtime::Choice& choice)
@@ -161,7 +173,7 @@ int ScreenDialogs::choose(const runtime::Choice& choice)
         buttons.append(box.addButton(caption, QMessageBox::AcceptRole));
     box.setDefaultButton(static_cast<QPushButton*>(buttons.value(choice.safe)));
     box.setEscapeButton(buttons.value(choice.safe));
-    box.exec();
+    run(box);
     const int pressed = int(buttons.indexOf(box.clickedButton()));
     return pressed < 0 ? choice.safe : pressed;
 }
@@ -188,7 +200,7 @@ void ScreenDialogs::failure(const QString& text)
         quiet->setObjectName(u"CheckQuiet"_s);
         box.setCheckBox(quiet);
     }
-    box.exec();
+    run(box);
     m_quiet = box.checkBox() && box.checkBox()->isChecked();
 }
 
