@@ -89,6 +89,11 @@ QStringList StudentExams::exams() const
     return names;
 }
 
+QString noExams()
+{
+    return u"成绩库里还没有考试，导入考试以后才有成绩和名次可以分析。"_s;
+}
+
 QString studentTitle(library::ScoreLibrary& scores, qint64 id)
 {
     return u"个人分析   -  "_s + scores.students.GetGRXX(id);

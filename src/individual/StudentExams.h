@@ -46,6 +46,9 @@ private:
     library::ScoreLibrary& m_scores;
 };
 
+/// What is told of a library without exams.
+QString noExams();
+
 /// The title of a window that shows the student.
 QString studentTitle(library::ScoreLibrary& scores, qint64 id);
 

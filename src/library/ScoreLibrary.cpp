@@ -5,6 +5,7 @@
 
 #include "library/LeftOvers.h"
 #include "library/LibraryShape.h"
+#include "library/StudentPhoto.h"
 #include "platform/database/Error.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/runtime/Dialogs.h"
@@ -129,7 +130,7 @@ QString ScoreLibrary::GetPic(qint64 id)
         const QString name = rows.Fields(u"照片名"_s).Value().text();
         if (runtime::Trim(name).isEmpty())
             return;
-        picture = m_paths.dataFile(u"tmp.tmp"_s);
+        picture = scratchPicture(m_paths);
         GetBin(rows.Fields(u"照片"_s), picture);
     });
     return picture;

@@ -54,6 +54,24 @@ TEST_F(StepsOfIndividualAnalysis, APhotoIsShownAndWithoutOneTheEmptyPicture)
     EXPECT_TRUE(test.dialogs.shown.isEmpty());
 }
 
+TEST_F(StepsOfIndividualAnalysis, APhotoWithoutBytesIsToldAndNeverThatOfTheStudentBefore)
+{
+    const QString noPicture = u"照片文件不存在。 - Sub LoadPic/FormZP"_s;
+    test.execute(u"update 信息表 set 照片名='1.bmp', 照片=x'"
+                 "424d3e0000000000000036000000280000000200000001000000010018000000000008000000"
+                 "130b0000130b000000000000000000000000ff0000ff0000' where ID=%1"_s.arg(wang));
+    for (const QString& bytes : {u"null"_s, u"x''"_s}) {
+        test.execute(
+            u"update 信息表 set 照片名='2.bmp', 照片=%1 where ID<>%2"_s.arg(bytes).arg(wang));
+        test.dialogs.failures.clear();
+        clickNode(0, 0);
+        EXPECT_EQ(photoSize(), QSize(2, 1));
+        clickNode(0, 1);
+        EXPECT_EQ(photoSize(), QImage(test.paths.dataFile(u"nopic.gif"_s)).size());
+        EXPECT_EQ(test.dialogs.failures, QStringList{noPicture});
+    }
+}
+
 TEST_F(StepsOfIndividualAnalysis, AFirstStudentWithoutScoresLeavesThePhotoItsCaption)
 {
     clickNode(1, 0);

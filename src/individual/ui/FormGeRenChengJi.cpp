@@ -17,6 +17,7 @@
 #include "individual/ui/ClassChartsChoice.h"
 #include "individual/ui/ExamsAndChart.h"
 #include "individual/ui/SubjectPanel.h"
+#include "library/StudentPhoto.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
@@ -77,7 +78,7 @@ void FormGeRenChengJi::Form_Load()
     restoreSizes();
     ShowStuTree();
     if (m_library.catalogue.ExamList.isEmpty())
-        runtime::warn(u"成绩库里还没有考试，导入考试以后才有成绩和名次可以分析。"_s);
+        runtime::warn(noExams());
 }
 
 void FormGeRenChengJi::build()
@@ -222,22 +223,14 @@ void FormGeRenChengJi::ShowSel()
         return;
     if (!isThere(id))
         return runtime::warn(u"成绩库里已经没有这名学生了。请关闭这个窗口，重新打开。"_s);
+    const bool hadFocus = isActiveWindow();
     setWindowTitle(studentTitle(m_library, id));
     m_student.ShowGeRenCJ(id);
     m_right->exams()->refresh();
     if (!m_student.StuName.isNull())
         FormZP->setWindowTitle(m_student.StuName.text());
-    showPhoto();
+    FormZP->LoadPic(library::studentPhoto(m_library, id));
     HuiTu();
-}
-
-void FormGeRenChengJi::showPhoto()
-{
-    const bool hadFocus = isActiveWindow();
-    QString path = m_library.GetPic(m_student.StuID);
-    if (path.isEmpty())
-        path = m_library.paths().dataFile(u"nopic.gif"_s);
-    FormZP->LoadPic(path);
     if (hadFocus)
         activateWindow();
 }

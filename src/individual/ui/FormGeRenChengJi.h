@@ -46,7 +46,6 @@ private:
     void TreeView1_Click();
     void ShowSel();
     bool isThere(qint64 id);
-    void showPhoto();
     void HuiTu();
     void Command1_MouseUp(int Index);
     bool SavePic(const QString& path);
