@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include "export/ExportOffers.h"
 #include "individual/ChartColors.h"
 #include "library/ColumnNames.h"
 #include "platform/database/Error.h"
@@ -94,7 +95,7 @@ QStringList chosenClasses(const Session& session, const QString& stream)
 
 double chosenClass(const Session& session)
 {
-    return chosen(workbench::classes(session.scores.catalogue),
+    return chosen(exporting::classesToExport(session.scores),
                   {session.arguments.value(u"class"_s).trimmed()}, u"班级"_s)
         .constFirst()
         .toDouble();

@@ -189,6 +189,8 @@ Exit runStudent(Session& session)
     const QString picture = chosenFile(session, u"picture"_s);
     const QString book = chosenFile(session, u"out"_s);
 
+    if (session.scores.catalogue.ExamList.isEmpty())
+        runtime::warn(individual::noExams());
     const QString title = individual::studentTitle(session.scores, id);
     individual::StudentExams student(session.scores);
     student.ShowGeRenCJ(id);
