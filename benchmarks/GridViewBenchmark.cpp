@@ -51,11 +51,6 @@ void fill(grid::FlexGrid& grid)
     }
 }
 
-double milliseconds(const QElapsedTimer& timer)
-{
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
 template <class Step> int frames(const char* what, grid::FlexGridView& view, Step&& step)
 {
     std::vector<double> times;
@@ -64,7 +59,7 @@ template <class Step> int frames(const char* what, grid::FlexGridView& view, Ste
         timer.start();
         step(frame);
         view.viewport()->repaint();
-        times.push_back(milliseconds(timer));
+        times.push_back(benchmark::milliseconds(timer));
     }
     const double worst = *std::max_element(times.begin(), times.end());
     const double median = benchmark::median(times);
@@ -77,7 +72,7 @@ template <class Work> void once(const char* what, Work&& work)
     QElapsedTimer timer;
     timer.start();
     work();
-    std::printf("%-66s %.1f ms\n", what, milliseconds(timer));
+    std::printf("%-66s %.1f ms\n", what, benchmark::milliseconds(timer));
 }
 
 /// A library of 50 classes of 60 students with one exam in 12 subjects.
@@ -132,7 +127,7 @@ int table(const runtime::AppPaths& paths)
                                                statistics::Transfer::GridOnly);
         view.refresh();
         view.viewport()->repaint();
-        times.push_back(milliseconds(timer));
+        times.push_back(benchmark::milliseconds(timer));
     }
     if (grid.Rows() != Classes + 2 || grid.Cols() != Subjects + 1
         || grid.TextMatrix(Classes + 1, Subjects) != u"60/0/60"_s)

@@ -26,11 +26,6 @@ constexpr int Subjects = 12;
 constexpr int Rounds = 40;
 constexpr double OpenGoalMs = 300;
 
-double milliseconds(const QElapsedTimer& timer)
-{
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
 QStringList subjectNames()
 {
     QStringList names;
@@ -130,7 +125,7 @@ int openScreen(library::ScoreLibrary& scores)
         QElapsedTimer timer;
         timer.start();
         const Screen screen(scores);
-        times.push_back(milliseconds(timer));
+        times.push_back(benchmark::milliseconds(timer));
     }
     return judge(u"open the screen of 12,000 students"_s, times, OpenGoalMs);
 }
@@ -145,7 +140,7 @@ int chooseStudents(library::ScoreLibrary& scores, int exams, double goal)
         QElapsedTimer timer;
         timer.start();
         screen.choose(round * 37);
-        times.push_back(milliseconds(timer));
+        times.push_back(benchmark::milliseconds(timer));
     }
     return judge(u"choose a student with %1 exams, 12 columns ticked"_s.arg(exams), times, goal);
 }
@@ -157,7 +152,7 @@ void findNobody(library::ScoreLibrary& scores)
         QElapsedTimer timer;
         timer.start();
         finder.next(u"zzzz"_s, -1);
-        std::printf("%-66s %.1f ms\n", what, milliseconds(timer));
+        std::printf("%-66s %.1f ms\n", what, benchmark::milliseconds(timer));
     }
 }
 

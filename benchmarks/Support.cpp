@@ -31,6 +31,11 @@ runtime::AppPaths programPaths(const char* program)
     return runtime::AppPaths(QFileInfo(QString::fromLocal8Bit(program)).absolutePath());
 }
 
+double milliseconds(const QElapsedTimer& timer)
+{
+    return double(timer.nsecsElapsed()) / 1e6;
+}
+
 double median(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());

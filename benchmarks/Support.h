@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include <QElapsedTimer>
 #include <QString>
 
 #include "platform/runtime/AppPaths.h"
@@ -23,6 +24,9 @@ private:
 
 /// The template and data/ beside the program.
 runtime::AppPaths programPaths(const char* program);
+
+/// Since the timer was started.
+double milliseconds(const QElapsedTimer& timer);
 
 double median(std::vector<double> values);
 

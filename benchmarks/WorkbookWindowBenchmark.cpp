@@ -31,11 +31,6 @@ constexpr int PrintedPages = 100;
 constexpr double OpenGoalMs = 1000;
 constexpr double TurnGoalMs = 50;
 
-double milliseconds(const QElapsedTimer& timer)
-{
-    return double(timer.nsecsElapsed()) / 1e6;
-}
-
 int report(const char* what, double found, double goal)
 {
     std::printf("%-66s %.1f ms (goal %.0f ms)\n", what, found, goal);
@@ -84,7 +79,7 @@ int window(excel::Workbook& book)
     window.show();
     QApplication::processEvents();
     window.grab();
-    const int opened = report("open the window", milliseconds(timer), OpenGoalMs);
+    const int opened = report("open the window", benchmark::milliseconds(timer), OpenGoalMs);
     auto* view = window.findChild<excel::WorksheetView*>();
     std::vector<double> times;
     for (int turn = 0; turn < Turns; ++turn) {
@@ -93,7 +88,7 @@ int window(excel::Workbook& book)
         if (turn == Turns / 2)
             view->verticalScrollBar()->setValue(view->verticalScrollBar()->maximum() / 2);
         view->viewport()->repaint();
-        times.push_back(milliseconds(timer));
+        times.push_back(benchmark::milliseconds(timer));
     }
     const double worst = *std::max_element(times.begin(), times.end());
     std::printf("%-66s %.1f ms\n", "turn a page, median", benchmark::median(times));
@@ -106,7 +101,8 @@ void pages(const excel::Worksheet& sheet)
     timer.start();
     const QPageLayout layout = excel::pageLayoutOf(sheet);
     excel::SheetPages pages(sheet, layout.paintRect(QPageLayout::Point).size());
-    std::printf("%-66s %.1f ms, %d pages\n", "find the pages", milliseconds(timer), pages.count());
+    std::printf("%-66s %.1f ms, %d pages\n", "find the pages", benchmark::milliseconds(timer),
+                pages.count());
     QBuffer file;
     file.open(QIODevice::WriteOnly);
     QPdfWriter writer(&file);
@@ -119,7 +115,8 @@ void pages(const excel::Worksheet& sheet)
         pages.paint(painter, page, writer.logicalDpiX() / excel::pointsPerInch);
     }
     painter.end();
-    std::printf("%-66s %.1f ms\n", "a page of a PDF", milliseconds(timer) / PrintedPages);
+    std::printf("%-66s %.1f ms\n", "a page of a PDF",
+                benchmark::milliseconds(timer) / PrintedPages);
 }
 
 } // namespace
