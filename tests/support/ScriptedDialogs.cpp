@@ -29,12 +29,17 @@ ScriptedDialogs::~ScriptedDialogs()
 
 void ScriptedDialogs::expect(const QString& part, Answer answer)
 {
-    m_planned.push_back({part, answer});
+    m_planned.push_back({part, answer, false});
+}
+
+void ScriptedDialogs::expectForRest(const QString& part, Answer answer)
+{
+    m_planned.push_back({part, answer, true});
 }
 
 void ScriptedDialogs::always(const QString& part, Answer answer)
 {
-    m_standing.push_back({part, answer});
+    m_standing.push_back({part, answer, false});
 }
 
 void ScriptedDialogs::expect(const QString& part, const QString& caption)
@@ -74,22 +79,35 @@ int ScriptedDialogs::choose(const runtime::Choice& choice)
 Answer ScriptedDialogs::message(const QString& text, const QString& title, Buttons buttons,
                                 runtime::Icon icon)
 {
+    return answerTo(text, title, buttons, icon).answer;
+}
+
+runtime::StandingAnswer ScriptedDialogs::messageOfMany(const QString& text, const QString& title,
+                                                       Buttons buttons, runtime::Icon icon)
+{
+    questionsOfMany.append(text);
+    return answerTo(text, title, buttons, icon);
+}
+
+runtime::StandingAnswer ScriptedDialogs::answerTo(const QString& text, const QString& title,
+                                                  Buttons buttons, runtime::Icon icon)
+{
     m_boxes.push_back({text, {title, buttons, icon}});
     shown.append(title.isEmpty() ? text : title + u": "_s + text);
     if (buttons == Buttons::Ok)
-        return Answer::Ok;
+        return {Answer::Ok};
     questions.append(text);
     if (!m_planned.empty() && text.contains(m_planned.front().part)) {
-        const Answer answer = m_planned.front().answer;
+        const Planned planned = m_planned.front();
         m_planned.pop_front();
-        return answer;
+        return {planned.answer, planned.forRest};
     }
     for (const Planned& standing : m_standing) {
         if (text.contains(standing.part))
-            return standing.answer;
+            return {standing.answer};
     }
     ADD_FAILURE() << "unexpected question: " << text.toStdString();
-    return buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+    return {buttons == Buttons::YesNo ? Answer::No : Answer::Cancel};
 }
 
 BoxLook ScriptedDialogs::look(const QString& part) const

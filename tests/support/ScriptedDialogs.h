@@ -34,6 +34,10 @@ public:
     /// Plans the answer to the next question whose text contains `part`.
     void expect(const QString& part, runtime::Answer answer);
 
+    /// Plans the answer to the next of many like questions whose text contains `part`: it stands
+    /// for the rest of them.
+    void expectForRest(const QString& part, runtime::Answer answer);
+
     /// Plans the button, by its caption, of the next question of that kind whose text contains
     /// `part`.
     void expect(const QString& part, const QString& caption);
@@ -45,6 +49,8 @@ public:
     /// Texts of all boxes shown, questions and failures in one order; a titled box as "title:
     /// text".
     QStringList shown;
+    /// Texts of the questions that offer an answer for all that follow.
+    QStringList questionsOfMany;
     /// Texts of the questions alone, and of the trapped failures alone.
     QStringList questions;
     QStringList failures;
@@ -58,6 +64,8 @@ public:
 
     runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
                             runtime::Icon icon) override;
+    runtime::StandingAnswer messageOfMany(const QString& text, const QString& title,
+                                          runtime::Buttons buttons, runtime::Icon icon) override;
     int choose(const runtime::Choice& choice) override;
     void failure(const QString& text) override;
 
@@ -77,10 +85,14 @@ public:
     std::optional<int> chooseColor(const QString& title, int start) override;
 
 private:
+    runtime::StandingAnswer answerTo(const QString& text, const QString& title,
+                                     runtime::Buttons buttons, runtime::Icon icon);
+
     struct Planned
     {
         QString part;
         runtime::Answer answer;
+        bool forRest = false;
     };
 
     struct PlannedChoice

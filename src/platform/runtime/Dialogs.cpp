@@ -47,6 +47,12 @@ bool Dialogs::fold(const QString&)
     return false;
 }
 
+StandingAnswer Dialogs::messageOfMany(const QString& text, const QString& title, Buttons buttons,
+                                      Icon icon)
+{
+    return {message(text, title, buttons, icon)};
+}
+
 int Dialogs::choose(const Choice& choice)
 {
     return choice.safe;
@@ -93,6 +99,11 @@ Answer MsgBox(const QString& text, const QString& title, Buttons buttons, Icon i
     if (buttons == Buttons::Ok && Phase::keepBack([=] { show(); }))
         return Answer::Ok;
     return show();
+}
+
+StandingAnswer MsgBoxOfMany(const QString& text, const QString& title, Buttons buttons, Icon icon)
+{
+    return Dialogs::current().messageOfMany(text, title, buttons, icon);
 }
 
 int choose(const Choice& choice)

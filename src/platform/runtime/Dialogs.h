@@ -28,6 +28,13 @@ struct Choice
     QString title = {};
 };
 
+/// The answer to one of many like questions, and whether it stands for the rest of them.
+struct StandingAnswer
+{
+    Answer answer = Answer::Ok;
+    bool forRest = false;
+};
+
 /// The one door through which every layer speaks with the user. The shell installs the real screen,
 /// the command line its own, tests a scripted one.
 class Dialogs
@@ -37,6 +44,11 @@ public:
 
     virtual Answer message(const QString& text, const QString& title, Buttons buttons,
                            Icon icon) = 0;
+
+    /// Asks one of many like questions; where it can be shown, the box offers to let the answer
+    /// stand for the rest of them.
+    virtual StandingAnswer messageOfMany(const QString& text, const QString& title, Buttons buttons,
+                                         Icon icon);
 
     /// The button that was pressed, counted from 0; the safe one where nobody can press any.
     virtual int choose(const Choice& choice);
@@ -103,6 +115,10 @@ private:
 /// Shows a message box and gives the button that was pressed.
 Answer MsgBox(const QString& text, const QString& title = {}, Buttons buttons = Buttons::Ok,
               Icon icon = Icon::None);
+
+/// Asks one of many like questions, with a box that offers 对其余都如此.
+StandingAnswer MsgBoxOfMany(const QString& text, const QString& title, Buttons buttons,
+                            Icon icon = Icon::None);
 
 /// Asks which way to go and gives the button that was pressed, counted from 0.
 int choose(const Choice& choice);

@@ -151,15 +151,32 @@ const QString ProductTitle = u"云杉学业册"_s;
 
 Answer ScreenDialogs::message(const QString& text, const QString& title, Buttons buttons, Icon icon)
 {
+    return ask(text, title, buttons, icon, nullptr).answer;
+}
+
+runtime::StandingAnswer ScreenDialogs::messageOfMany(const QString& text, const QString& title,
+                                                     Buttons buttons, Icon icon)
+{
+    auto* forRest = new QCheckBox(u"对其余都如此(&A)"_s);
+    forRest->setObjectName(u"CheckForRest"_s);
+    return ask(text, title, buttons, icon, forRest);
+}
+
+runtime::StandingAnswer ScreenDialogs::ask(const QString& text, const QString& title,
+                                           Buttons buttons, Icon icon, QCheckBox* forRest)
+{
     QMessageBox box(picture(icon), shownTitle(title), shownText(text), standardButtons(buttons),
                     owner());
     // Names typed by a user may look like markup; they are shown as they stand.
     box.setTextFormat(Qt::PlainText);
+    if (forRest != nullptr)
+        box.setCheckBox(forRest);
     if (buttons == Buttons::YesNo)
         box.setDefaultButton(QMessageBox::No);
     else if (buttons != Buttons::Ok)
         box.setDefaultButton(QMessageBox::Cancel);
-    return answerOf(run(box));
+    const Answer answer = answerOf(run(box));
+    return {answer, forRest != nullptr && forRest->isChecked()};
 }
 
 int ScreenDialogs::choose(const runtime::Choice& choice)

@@ -3,6 +3,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/FoldedFailures.h"
 
+class QCheckBox;
 class QWidget;
 
 namespace widgets {
@@ -20,6 +21,8 @@ public:
 
     runtime::Answer message(const QString& text, const QString& title, runtime::Buttons buttons,
                             runtime::Icon icon) override;
+    runtime::StandingAnswer messageOfMany(const QString& text, const QString& title,
+                                          runtime::Buttons buttons, runtime::Icon icon) override;
     int choose(const runtime::Choice& choice) override;
     bool fold(const QString& failure) override;
     void failure(const QString& text) override;
@@ -38,6 +41,11 @@ public:
     bool inCommand() const { return m_commandDepth > 0; }
 
 private:
+    /// `forRest` is the box's check box; null for a box without one.
+    static runtime::StandingAnswer ask(const QString& text, const QString& title,
+                                       runtime::Buttons buttons, runtime::Icon icon,
+                                       QCheckBox* forRest);
+
     int m_commandDepth = 0;
     bool m_quiet = false;
     qint64 m_passedOver = 0;
