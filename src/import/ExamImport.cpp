@@ -5,7 +5,6 @@
 #include <QFileInfo>
 
 #include "import/ExamWriter.h"
-#include "library/LibraryBackup.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Phase.h"
@@ -55,9 +54,7 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
     m_students.forget();
     if (!prepare(request))
         return ImportResult::Stopped;
-    std::optional<library::BackupBeforeWrite> backup;
-    if (request.backup == Backup::Make)
-        backup.emplace(m_library, m_progress);
+    const library::BackupBeforeWrite copying(m_library, m_progress, request.backup);
     if (!takeRows(request.newStudents))
         return ImportResult::Stopped;
     m_sheet = nullptr;

@@ -7,7 +7,6 @@
 
 #include "import/CellDate.h"
 #include "import/TakenNumbers.h"
-#include "library/LibraryBackup.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
@@ -43,9 +42,7 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
     m_end = endOfList();
     if (!askAboutTaken())
         return ImportResult::Stopped;
-    std::optional<library::BackupBeforeWrite> copying;
-    if (backup == Backup::Make)
-        copying.emplace(m_library, m_progress);
+    const library::BackupBeforeWrite copying(m_library, m_progress, backup);
     if (!writeRows())
         return ImportResult::Stopped;
     const int leftOut = rowsBelowTheEnd();

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "library/LibraryBackup.h"
 #include "workbooks/model/Application.h"
 
 namespace importing {
@@ -14,8 +15,7 @@ namespace importing {
 /// screen by its frame leaves its workbook in view.
 using excel::Applications;
 
-/// Whether a dated copy of the library is made before the first write.
-enum class Backup { Make, SwitchedOff };
+using library::Backup;
 
 /// Stopped: refused, cancelled or not writable; the user was told.
 enum class ImportResult { Finished, Stopped };

@@ -98,9 +98,12 @@ QString backUpLibrary(const QString& libraryPath, const QDateTime& now, runtime:
     return copy;
 }
 
-BackupBeforeWrite::BackupBeforeWrite(ScoreLibrary& scoreLibrary, runtime::Progress& progress)
+BackupBeforeWrite::BackupBeforeWrite(ScoreLibrary& scoreLibrary, runtime::Progress& progress,
+                                     Backup backup)
     : m_connection(scoreLibrary.Conn)
 {
+    if (backup == Backup::SwitchedOff)
+        return;
     m_connection.setBeforeFirstWrite([this, &progress] {
         try {
             backUpLibrary(m_connection.path(), QDateTime::currentDateTime(), progress);

@@ -19,12 +19,17 @@ void copyLibrary(const QString& libraryPath, const QString& copy, runtime::Progr
 QString backUpLibrary(const QString& libraryPath, const QDateTime& now,
                       runtime::Progress& progress);
 
+/// Whether a dated copy of the library is made ahead of the first write.
+enum class Backup { Make, SwitchedOff };
+
 /// As long as it lives, the open library is backed up ahead of the first write; what writes nothing
 /// leaves no copy. Without the copy nothing is written: the phase that writes ends by a PhaseError.
+/// Switched off it does nothing.
 class BackupBeforeWrite
 {
 public:
-    BackupBeforeWrite(ScoreLibrary& scoreLibrary, runtime::Progress& progress);
+    BackupBeforeWrite(ScoreLibrary& scoreLibrary, runtime::Progress& progress,
+                      Backup backup = Backup::Make);
     ~BackupBeforeWrite();
     BackupBeforeWrite(const BackupBeforeWrite&) = delete;
     BackupBeforeWrite& operator=(const BackupBeforeWrite&) = delete;

@@ -62,7 +62,7 @@ void FormDaoRu::layOut()
     line(u"Label3"_s, u"3.设置考试的短名称（如高一下末，最好4个字）(&T)"_s, Text2);
     line(u"Label5"_s, u"4.设置考试的名称(&N)"_s, Combo2);
     auto* options = new QHBoxLayout;
-    for (QCheckBox* option : {CheckAdd, CheckBox1, CheckBackup})
+    for (QCheckBox* option : std::initializer_list<QCheckBox*>{CheckAdd, CheckBox1, CheckBackup})
         options->addWidget(option);
     layout->addLayout(options, layout->rowCount(), 0, 1, 3);
     layout->addWidget(Label6, layout->rowCount(), 0, 1, 3);

@@ -1,6 +1,5 @@
 #include "import/ui/FormDaoRuXinXi.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>

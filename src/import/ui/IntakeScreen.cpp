@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -47,10 +46,7 @@ void IntakeScreen::build()
     LabelFault->setWordWrap(true);
     LabelFault->hide();
     Combo1 = named(new QComboBox(this), u"Combo1"_s, u"数据表"_s);
-    CheckBackup = named(new QCheckBox(u"导入前备份成绩库(&K)"_s, this), u"CheckBackup"_s,
-                        u"导入前备份成绩库"_s);
-    CheckBackup->setToolTip(u"在成绩库旁边留一份副本，只保留最近的5份。"_s);
-    CheckBackup->setChecked(true);
+    CheckBackup = new library::BackupBox(u"导入前备份成绩库(&K)"_s, this);
     Label4 = widgets::namedText(new QLabel(this), u"Label4"_s);
     Command1 = button(u"Command1"_s, u"导入(&I)"_s, this);
     Command2 = button(u"Command2"_s, u"退出(&X)"_s, this);
@@ -136,7 +132,7 @@ void IntakeScreen::showFault(const QString& fault)
 
 Backup IntakeScreen::backup() const
 {
-    return CheckBackup->isChecked() ? Backup::Make : Backup::SwitchedOff;
+    return CheckBackup->backup();
 }
 
 } // namespace importing

@@ -5,10 +5,10 @@
 
 #include "import/WorkbookIntake.h"
 #include "library/ScoreLibrary.h"
+#include "library/ui/BackupBox.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenDialogs.h"
 
-class QCheckBox;
 class QComboBox;
 class QGridLayout;
 class QLineEdit;
@@ -56,7 +56,7 @@ protected:
     QPushButton* Command3 = nullptr;
     QLabel* LabelFault = nullptr;
     QComboBox* Combo1 = nullptr;
-    QCheckBox* CheckBackup = nullptr;
+    library::BackupBox* CheckBackup = nullptr;
     QLabel* Label4 = nullptr;
     QPushButton* Command1 = nullptr;
     QPushButton* Command2 = nullptr;
