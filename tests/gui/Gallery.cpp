@@ -17,6 +17,7 @@
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
+#include "maintenance/ui/FormZhuanBan.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
 #include "shell/ui/frmAbout.h"
@@ -41,6 +42,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormZDYXS", &Gallery::customDisplay},
     {u"FormDaoChu", &Gallery::scoreExport},
     {u"FormGeRenChengJi", &Gallery::individualAnalysis},
+    {u"FormZhuanBan", &Gallery::classChange},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
 };
@@ -204,6 +206,11 @@ QWidget* Gallery::individualAnalysis()
 {
     return keep(std::make_unique<individual::FormGeRenChengJi>(library.scores, m_screenDialogs,
                                                                m_applications, nullptr));
+}
+
+QWidget* Gallery::classChange()
+{
+    return keep(std::make_unique<maintenance::FormZhuanBan>(library.scores, nullptr));
 }
 
 QWidget* Gallery::about()

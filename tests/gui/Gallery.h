@@ -67,6 +67,7 @@ private:
     QWidget* customDisplay();
     QWidget* scoreExport();
     QWidget* individualAnalysis();
+    QWidget* classChange();
     QWidget* about();
     QWidget* progress();
     QWidget* workbook();

@@ -191,6 +191,7 @@ void AFormMain::connectMenu()
     connectScreen(u"meZFGS"_s, &MenuScreens::showFormZFGS);
     connectScreen(u"mtEXCEL"_s, &MenuScreens::showFormDaoChu);
     connectScreen(u"msGRFX"_s, &MenuScreens::showFormGeRenChengJi);
+    connectScreen(u"mtZB"_s, &MenuScreens::showFormZhuanBan);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }
 

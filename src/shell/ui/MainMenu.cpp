@@ -64,7 +64,7 @@ constexpr Entry entries[] = {
     {u"mSJWH", nullptr, nullptr, State::Ready},
     {u"mSJWH", u"mtSZWL", u"设置文理(&W)", State::Later},
     {u"mSJWH", u"mtSJFB", u"重新分班(&F)", State::Later},
-    {u"mSJWH", u"mtZB", u"个别转班(&B)", State::Later},
+    {u"mSJWH", u"mtZB", u"个别转班(&B)", State::Ready},
     {u"mSJCL", u"mSHowInfo", u"显示基本信息(&S)", State::Ready},
     {u"mSJCL", nullptr, nullptr, State::Ready},
     {u"mSJCL", u"mFXSZ", u"分析设置(&F)", State::Later},

@@ -7,6 +7,7 @@
 #include "import/ui/Formgf.h"
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
+#include "maintenance/ui/FormZhuanBan.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/frmAbout.h"
 
@@ -124,6 +125,12 @@ void MenuScreens::checkScores()
     } else {
         runtime::MsgBox(u"没有发现不合格的成绩！"_s);
     }
+}
+
+void MenuScreens::showFormZhuanBan()
+{
+    maintenance::FormZhuanBan screen(m_library, &m_mainWindow);
+    show(screen);
 }
 
 void MenuScreens::showAbout()

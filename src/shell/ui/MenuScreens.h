@@ -49,6 +49,8 @@ public:
     /// "检查成绩": the bad scores of the latest import since the program started, if there were
     /// any.
     void checkScores();
+    /// "转班".
+    void showFormZhuanBan();
     void showAbout();
 
 private:
