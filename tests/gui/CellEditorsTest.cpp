@@ -154,23 +154,6 @@ TEST_F(CellEditors, TheTextBoxTellsOfTheKeysThatLeadOut)
     EXPECT_TRUE(box->hasFocus());
 }
 
-TEST_F(CellEditors, TheUsualKeysWalkThroughTheGrid)
-{
-    useUsualKeys(box, &view);
-    ShowTextInMFG(box, &view, 3, 1);
-    QTest::keyClick(box, Qt::Key_Return);
-    EXPECT_EQ(box->text(), u"行4"_s);
-    QTest::keyClick(box, Qt::Key_Up);
-    EXPECT_EQ(box->text(), u"行3"_s);
-    QTest::keyClick(box, Qt::Key_Tab);
-    EXPECT_EQ(box->geometry(), cell(3, 2));
-    QTest::keyClick(box, Qt::Key_Escape);
-    EXPECT_FALSE(box->isVisible());
-    ShowTextInMFG(box, &view, 49, 1);
-    QTest::keyClick(box, Qt::Key_Return);
-    EXPECT_FALSE(box->isVisible());
-}
-
 TEST_F(CellEditors, AnInputMethodCanWriteIntoTheTextBox)
 {
     ShowTextInMFG(box, &view, 3, 2);

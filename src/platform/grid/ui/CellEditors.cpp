@@ -5,6 +5,7 @@
 #include <QListWidget>
 
 #include "platform/grid/ui/CellTextEditor.h"
+#include "platform/grid/ui/EditKeys.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Trap.h"
 
@@ -67,11 +68,11 @@ public:
     {
         if (watched != m_view || event->type() != QEvent::KeyPress)
             return false;
-        auto* const key = static_cast<QKeyEvent*>(event);
-        if (!opens(*key) && !types(*key))
+        const EditKey key = editKey(*static_cast<QKeyEvent*>(event));
+        if (key != EditKey::Open && key != EditKey::Type)
             return false;
         m_open(m_view->grid().Row, m_view->grid().Col);
-        if (types(*key) && m_box->isVisible()) {
+        if (key == EditKey::Type && m_box->isVisible()) {
             m_box->selectAll();
             QCoreApplication::sendEvent(m_box, event);
         }
@@ -79,17 +80,6 @@ public:
     }
 
 private:
-    static bool opens(const QKeyEvent& key)
-    {
-        return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_F2;
-    }
-
-    static bool types(const QKeyEvent& key)
-    {
-        const auto plain = Qt::ShiftModifier | Qt::KeypadModifier;
-        return !(key.modifiers() & ~plain) && !key.text().isEmpty() && key.text()[0].isPrint();
-    }
-
     CellTextEditor* m_box;
     FlexGridView* m_view;
     std::function<void(int, int)> m_open;
@@ -144,21 +134,6 @@ void useOpeningKeys(CellTextEditor* box, FlexGridView* view,
                     const std::function<void(int row, int col)>& open)
 {
     new OpeningKeys(box, view, open);
-}
-
-void useUsualKeys(CellTextEditor* box, FlexGridView* view)
-{
-    const auto go = [box, view](int rows, int cols) {
-        const int row = view->grid().Row + rows;
-        const int col = view->grid().Col + cols;
-        if (row < view->grid().Rows() && col < view->grid().Cols())
-            ShowTextInMFG(box, view, row, col);
-        else
-            HideTS(box);
-    };
-    QObject::connect(box, &CellTextEditor::moved, view, go);
-    QObject::connect(box, &CellTextEditor::entered, view, [go] { go(1, 0); });
-    QObject::connect(box, &CellTextEditor::cancelled, view, [box] { HideTS(box); });
 }
 
 } // namespace grid

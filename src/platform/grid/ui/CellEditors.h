@@ -34,8 +34,4 @@ void HideTS(QWidget* editor);
 void useOpeningKeys(CellTextEditor* box, FlexGridView* view,
                     const std::function<void(int row, int col)>& open);
 
-/// What the keys of a text box do where a screen says nothing else: Enter and the arrows go to the
-/// cell below or above, Tab to the right, Esc hides.
-void useUsualKeys(CellTextEditor* box, FlexGridView* view);
-
 } // namespace grid

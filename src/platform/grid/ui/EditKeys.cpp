@@ -1,0 +1,33 @@
+#include "platform/grid/ui/EditKeys.h"
+
+#include <QKeyEvent>
+
+namespace grid {
+
+namespace {
+
+constexpr auto plain = Qt::ShiftModifier | Qt::KeypadModifier;
+
+bool isPlain(const QKeyEvent& key)
+{
+    return !(key.modifiers() & ~plain);
+}
+
+} // namespace
+
+EditKey editKey(const QKeyEvent& key)
+{
+    if (key.key() == Qt::Key_Down && key.modifiers() & Qt::AltModifier)
+        return EditKey::OpenList;
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_F2)
+        return EditKey::Open;
+    const bool types = isPlain(key) && !key.text().isEmpty() && key.text()[0].isPrint();
+    return types ? EditKey::Type : EditKey::None;
+}
+
+bool isSpace(const QKeyEvent& key)
+{
+    return key.key() == Qt::Key_Space && isPlain(key);
+}
+
+} // namespace grid
