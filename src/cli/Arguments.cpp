@@ -29,19 +29,24 @@ void Arguments::takeOption(const QString& argument, const Syntax& syntax, QStrin
 {
     const qsizetype equals = argument.indexOf(u'=');
     const QString name = equals < 0 ? argument : argument.left(equals);
-    if (m_values.contains(name) || m_switches.contains(name))
+    if (has(name) && !syntax.repeatable.contains(name))
         throw UsageError(u"选项 --%1 出现了两次。"_s.arg(name));
     if (syntax.switches.contains(name) && equals < 0) {
         m_switches.insert(name);
     } else if (!syntax.options.contains(name)) {
         throw UsageError(u"不认识的选项：--%1"_s.arg(argument));
     } else if (equals >= 0) {
-        m_values.insert(name, argument.mid(equals + 1));
-    } else if (rest.isEmpty()) {
-        throw UsageError(u"选项 --%1 缺少值。"_s.arg(name));
+        m_values[name].append(argument.mid(equals + 1));
     } else {
-        m_values.insert(name, rest.takeFirst());
+        m_values[name].append(takeValue(name, rest));
     }
+}
+
+QString Arguments::takeValue(const QString& name, QStringList& rest)
+{
+    if (rest.isEmpty())
+        throw UsageError(u"选项 --%1 缺少值。"_s.arg(name));
+    return rest.takeFirst();
 }
 
 QString Arguments::path(int position) const
@@ -56,13 +61,13 @@ bool Arguments::has(const QString& name) const
 
 QString Arguments::value(const QString& name, const QString& otherwise) const
 {
-    return m_values.value(name, otherwise);
+    return m_values.value(name, {otherwise}).constFirst();
 }
 
 QStringList Arguments::list(const QString& name) const
 {
     QStringList parts;
-    for (const QString& part : m_values.value(name).split(u',')) {
+    for (const QString& part : value(name).split(u',')) {
         if (!part.trimmed().isEmpty())
             parts.append(part.trimmed());
     }
@@ -71,7 +76,7 @@ QStringList Arguments::list(const QString& name) const
 
 QString Arguments::oneOf(const QString& name, const QStringList& allowed) const
 {
-    QString given = m_values.value(name, allowed.first());
+    QString given = value(name, allowed.first());
     if (!allowed.contains(given))
         throw UsageError(u"选项 --%1 的值只能是：%2"_s.arg(name, allowed.join(u'、')));
     return given;

@@ -24,21 +24,26 @@ struct Syntax
     QStringList switches;
     int fewestPositionals = 0;
     int mostPositionals = 0;
+    /// Those of `options` that can be given several times.
+    QStringList repeatable = {};
 };
 
 /// The arguments of one command, taken apart.
 class Arguments
 {
 public:
-    /// Throws UsageError for an unknown or doubled option, a missing value, too few or many
-    /// positionals.
+    /// Throws UsageError for an unknown option, one given twice that is not repeatable, a missing
+    /// value, too few or many positionals.
     Arguments(const QStringList& arguments, const Syntax& syntax);
 
     const QStringList& positionals() const { return m_positionals; }
     /// A file path among the positionals, made absolute.
     QString path(int position) const;
     bool has(const QString& name) const;
+    /// The value given first.
     QString value(const QString& name, const QString& otherwise = {}) const;
+    /// All values of a repeatable option, in the order given.
+    QStringList values(const QString& name) const { return m_values.value(name); }
     /// The value split at commas, without blanks around and without empty parts.
     QStringList list(const QString& name) const;
     /// The value, which must be one of these; the first is taken when the option is not given.
@@ -46,9 +51,10 @@ public:
 
 private:
     void takeOption(const QString& argument, const Syntax& syntax, QStringList& rest);
+    static QString takeValue(const QString& name, QStringList& rest);
 
     QStringList m_positionals;
-    QHash<QString, QString> m_values;
+    QHash<QString, QStringList> m_values;
     QSet<QString> m_switches;
 };
 
