@@ -1,20 +1,16 @@
 #include "workbooks/writers/XlsxWriter.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <deque>
 #include <memory>
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
 
 #include "platform/runtime/Error.h"
 #include "platform/runtime/QuietLibraries.h"
+#include "platform/runtime/UnfinishedFile.h"
 #include "workbooks/writers/WriterText.h"
 #include "workbooks/writers/XlsxDrawings.h"
 #include "workbooks/writers/XlsxPackage.h"
@@ -83,90 +79,52 @@ Additions writeSheets(const Workbook& book, lxw_workbook* target)
     return additions;
 }
 
-/// A new file beside the one that it shall replace; gone again unless it was put in place.
-class NewFile
-{
-public:
-    explicit NewFile(const QString& path);
-
-    QByteArray name() const { return QFile::encodeName(m_file.fileName()); }
-    QByteArray read() const;
-    /// False if the file does not hold just these bytes then, or they are none.
-    bool replace(const QByteArray& content);
-    void putInPlace();
-
-private:
-    void keepPermissions();
-
-    const QString m_path;
-    QString m_place; // where the path leads to
-    QTemporaryFile m_file;
-};
-
-NewFile::NewFile(const QString& path) : m_path(path), m_place(path)
+/// Where the path leads to.
+QString placeOf(const QString& path)
 {
     const QFileInfo info(path);
     if (info.isDir())
         refuse(path, u"这是一个文件夹。"_s);
     if (!info.dir().exists())
         refuse(path, u"文件夹不存在。"_s);
-    if (info.exists()) {
-        if (!info.isWritable())
-            refuse(path, u"原有的文件是只读的。"_s);
-        m_place = info.canonicalFilePath();
-    }
-    m_file.setFileTemplate(QFileInfo(m_place).absolutePath() + u"/.yunshan-XXXXXX.xlsx"_s);
-    if (!m_file.open())
-        refuse(path, u"不能在这个文件夹中写文件，请检查权限和磁盘空间。"_s);
+    if (info.exists() && !info.isWritable())
+        refuse(path, u"原有的文件是只读的。"_s);
+    return info.exists() ? info.canonicalFilePath() : path;
 }
 
-QByteArray NewFile::read() const
+QByteArray bytesOf(const QString& path)
 {
-    QFile file(m_file.fileName());
+    QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-bool NewFile::replace(const QByteArray& content)
+/// What the file of the workbook shall hold; nothing if it could not be made.
+QByteArray packageOf(const Workbook& book, const runtime::UnfinishedFile& scratch)
 {
-    return !content.isEmpty() && m_file.resize(0) && m_file.seek(0)
-           && m_file.write(content) == content.size() && m_file.flush() && read() == content;
-}
-
-void NewFile::keepPermissions()
-{
-    if (QFile::exists(m_place)) {
-        m_file.setPermissions(QFile::permissions(m_place));
-        return;
-    }
-    const mode_t mask = umask(0);
-    umask(mask);
-    fchmod(m_file.handle(), 0666 & ~mask);
-}
-
-void NewFile::putInPlace()
-{
-    keepPermissions();
-    const bool isOnDisk = fsync(m_file.handle()) == 0;
-    if (!isOnDisk || std::rename(name().constData(), QFile::encodeName(m_place).constData()) != 0)
-        refuse(m_path, u"写文件时出错，磁盘可能已满或已断开。"_s);
-    m_file.setAutoRemove(false);
+    const QByteArray name = QFile::encodeName(scratch.path());
+    std::unique_ptr<lxw_workbook, FreeBook> target(workbook_new(name.constData()));
+    if (target == nullptr)
+        throw runtime::Error(u"内存不足。"_s);
+    Additions additions = writeSheets(book, target.get());
+    if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(name))
+        return {};
+    return withContents(bytesOf(scratch.path()), additions.contents, additions.drawings.take());
 }
 
 } // namespace
 
 void writeXlsx(const Workbook& book, const QString& path)
 {
-    NewFile file(path);
+    const QString place = placeOf(path);
+    runtime::removeLeftOvers(place);
     // It prints what it is about to return as an error.
     const runtime::QuietStderr quiet;
-    std::unique_ptr<lxw_workbook, FreeBook> target(workbook_new(file.name().constData()));
-    if (target == nullptr)
-        refuse(path, u"内存不足。"_s);
-    Additions additions = writeSheets(book, target.get());
-    if (workbook_close(target.release()) != LXW_NO_ERROR || !isWhole(file.name())
-        || !file.replace(withContents(file.read(), additions.contents, additions.drawings.take())))
+    const QByteArray package = packageOf(book, runtime::UnfinishedFile(place));
+    runtime::UnfinishedFile file(place);
+    file.write(package);
+    if (package.isEmpty() || bytesOf(file.path()) != package)
         refuse(path, u"写文件时出错，磁盘可能已满或已断开。"_s);
-    file.putInPlace();
+    file.replace(place, place);
 }
 
 } // namespace excel

@@ -3,8 +3,12 @@
 #include <cmath>
 #include <limits>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <QDir>
 
+#include "platform/runtime/UnfinishedFile.h"
 #include "support/ErrorOf.h"
 #include "support/FullDisk.h"
 #include "support/PrintQString.h"
@@ -48,7 +52,7 @@ protected:
         return excel::readWorkbook(path());
     }
     /// The file that is there stays as it is, and the user is told.
-    void expectRefusedByADiskOf(rlim_t size)
+    void expectRefusedByADiskOf(rlim_t size, const QString& told)
     {
         const QByteArray before = bytesOf(path());
         QString error;
@@ -58,8 +62,7 @@ protected:
             error = writeError(book, path());
         }
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-        EXPECT_EQ(error, u"无法保存 "_s + path() + u"：写文件时出错，磁盘可能已满或已断开。"_s)
-            << size;
+        EXPECT_EQ(error, told.arg(path())) << size;
         EXPECT_EQ(bytesOf(path()), before);
         EXPECT_EQ(files(), QStringList{u"a.xlsx"_s});
     }
@@ -435,11 +438,23 @@ TEST_F(WriterTest, PlacesThatTakeNoFileAreTold)
     EXPECT_EQ(writeError(book, path(u"没有/a.xlsx"_s)),
               u"无法保存 "_s + path(u"没有/a.xlsx"_s) + u"：文件夹不存在。"_s);
     EXPECT_EQ(writeError(book, u"/proc/a.xlsx"_s),
-              u"无法保存 /proc/a.xlsx：不能在这个文件夹中写文件，请检查权限和磁盘空间。"_s);
+              u"无法写入文件 /proc/a.xlsx（文件夹不存在）。"_s);
     const QString longName = path(QString(100, u'长') + u".xlsx"_s);
-    EXPECT_EQ(writeError(book, longName),
-              u"无法保存 "_s + longName + u"：写文件时出错，磁盘可能已满或已断开。"_s);
+    EXPECT_EQ(writeError(book, longName), u"无法写入文件 "_s + longName + u"（文件名太长）。"_s);
     EXPECT_EQ(files(), QStringList{u"夹"_s});
+}
+
+TEST_F(WriterTest, WhatAKilledProgramLeftOfASaveGoesWithTheNextOne)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        const runtime::UnfinishedFile file(path());
+        _exit(0); // without removing it
+    }
+    waitpid(child, nullptr, 0);
+    ASSERT_EQ(files().size(), 1);
+    excel::writeXlsx(book, path());
+    EXPECT_EQ(files(), QStringList{u"a.xlsx"_s});
 }
 
 TEST_F(WriterTest, AFullDiskIsToldAndTheOlderFileStays)
@@ -451,7 +466,7 @@ TEST_F(WriterTest, AFullDiskIsToldAndTheOlderFileStays)
     excel::writeXlsx(book, path());
     // From the first bytes on and in the scratch files of the parts.
     for (const rlim_t size : {1, 1000, 20000, 60000, 100000})
-        expectRefusedByADiskOf(size);
+        expectRefusedByADiskOf(size, u"无法保存 %1：写文件时出错，磁盘可能已满或已断开。"_s);
 }
 
 TEST_F(WriterTest, ADiskThatIsFullAtTheVeryEndIsToldToo)
@@ -465,5 +480,6 @@ TEST_F(WriterTest, ADiskThatIsFullAtTheVeryEndIsToldToo)
         }
     }
     excel::writeXlsx(book, path());
-    expectRefusedByADiskOf(rlim_t(QFileInfo(path()).size()) - 1);
+    expectRefusedByADiskOf(rlim_t(QFileInfo(path()).size()) - 1,
+                           u"无法写入文件 %1（磁盘已满，或文件的大小受到限制）。"_s);
 }

@@ -239,11 +239,11 @@ class WithoutRights(unittest.TestCase):
             os.setgid(NOBODY)
             os.setuid(NOBODY)
 
-    def assertRefused(self, reason):
+    def assertRefused(self, message):
         result = subprocess.run([self.program, self.target], capture_output=True, text=True,
                                 preexec_fn=self.become_nobody)
         self.assertEqual(result.returncode, 1)
-        self.assertEqual(result.stderr, f"无法保存 {self.target}：{reason}\n")
+        self.assertEqual(result.stderr, message.format(self.target) + "\n")
         self.assertEqual(self.target.read_bytes(), b"older")
         self.assertEqual([path.name for path in self.place.iterdir()], ["a.xlsx"])
 
@@ -252,12 +252,12 @@ class WithoutRights(unittest.TestCase):
             os.chown(self.target, NOBODY, NOBODY)
         self.place.chmod(0o555)
         self.addCleanup(self.place.chmod, 0o755)
-        self.assertRefused("不能在这个文件夹中写文件，请检查权限和磁盘空间。")
+        self.assertRefused("无法写入文件 {}（没有权限）。")
 
     def test_a_file_that_may_not_be_written(self):
         self.place.chmod(0o777)
         self.target.chmod(0o444)
-        self.assertRefused("原有的文件是只读的。")
+        self.assertRefused("无法保存 {}：原有的文件是只读的。")
 
 
 if __name__ == "__main__":
