@@ -104,10 +104,10 @@ void ScoreLibrary::GetBin(const database::Field& field, const QString& fileName)
     });
 }
 
-void ScoreLibrary::SaveBin(const QString& fileName, database::Field field)
+bool ScoreLibrary::SaveBin(const QString& fileName, database::Field field)
 {
     const Trap trap{" - Sub SaveBin/Mdl_MDB"};
-    trap([&] {
+    return trap([&] {
         QFile file(fileName);
         QByteArray bytes;
         if (file.open(QIODevice::ReadOnly))

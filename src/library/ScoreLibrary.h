@@ -60,8 +60,9 @@ public:
     static QString GetName(const QString& path);
     /// Writes the bytes of a binary field to a file, replacing it; an empty field writes nothing.
     void GetBin(const database::Field& field, const QString& fileName);
-    /// Puts the bytes of a file into a binary field.
-    void SaveBin(const QString& fileName, database::Field field);
+    /// Puts the bytes of a file into a binary field. False, after the message, if they could not be
+    /// read to the end; the field is as it was then.
+    bool SaveBin(const QString& fileName, database::Field field);
     /// Writes the student's picture to the one scratch file of data/ and gives its name; "" if the
     /// student has no 照片名.
     QString GetPic(qint64 id);
