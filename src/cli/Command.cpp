@@ -150,6 +150,19 @@ const std::vector<Command>& commands()
          "    --force            文件已存在时覆盖它\n",
          runClassCharts,
          {u"out"_s}},
+        {u"record",
+         {{u"id"_s, u"class"_s, u"number"_s, u"set"_s, u"photo"_s, u"format"_s},
+          {},
+          1,
+          1,
+          {u"set"_s}},
+         u"yunshan-cli record LIB (--id N | --class C --number N) [--set FIELD=VALUE]…\n"
+         "            [--photo FILE] [--format tsv|json]\n"
+         "    一名学生的信息；不给出 --set 和 --photo 时只输出。\n"
+         "    --set FIELD=VALUE  修改一项，可以多次给出；值为空时不改\n"
+         "    --photo FILE       照片，存入成绩库\n"
+         "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
+         runRecord},
         {u"info",
          {{}, {}, 1, 1},
          u"yunshan-cli info LIB\n"

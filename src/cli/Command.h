@@ -29,6 +29,7 @@ Exit runAnalyze(Session& session);
 Exit runExport(Session& session);
 Exit runInfo(Session& session);
 Exit runStudent(Session& session);
+Exit runRecord(Session& session);
 Exit runClassCharts(Session& session);
 
 /// All commands, in the order of the help text.
