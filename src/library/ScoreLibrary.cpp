@@ -21,6 +21,9 @@ using runtime::Trap;
 
 namespace {
 
+/// Pictures are read and written in pieces of this many bytes.
+constexpr qint64 pieceSize = 65536;
+
 /// Both kinds of slash separate folders.
 qsizetype lastSeparator(const QString& path)
 {
@@ -93,12 +96,17 @@ void ScoreLibrary::GetBin(const database::Field& field, const QString& fileName)
 {
     const Trap trap{" - Sub GetBin/Mdl_MDB"};
     trap([&] {
+        const database::ReadBatch reading(Conn);
         const qint64 size = field.ActualSize();
         if (size <= 0)
             return;
         QFile file(fileName);
-        if (!file.open(QIODevice::WriteOnly) || file.write(field.GetChunk(size)) != size
-            || !file.flush())
+        bool isWritten = file.open(QIODevice::WriteOnly);
+        for (qint64 at = 0; isWritten && at < size; at += pieceSize) {
+            const QByteArray piece = field.GetChunk(pieceSize, at);
+            isWritten = file.write(piece) == piece.size();
+        }
+        if (!isWritten || !file.flush())
             throw runtime::Error(
                 u"无法写入文件 %1（%2）。"_s.arg(fileName, runtime::fileErrorText(file.error())));
     });
@@ -109,14 +117,19 @@ bool ScoreLibrary::SaveBin(const QString& fileName, database::Field field)
     const Trap trap{" - Sub SaveBin/Mdl_MDB"};
     return trap([&] {
         QFile file(fileName);
-        QByteArray bytes;
-        if (file.open(QIODevice::ReadOnly))
-            bytes = file.readAll();
+        bool isToRead = file.open(QIODevice::ReadOnly);
+        if (file.size() > Conn.longestValue())
+            throw runtime::Error(u"文件 %1 太大，成绩库放不下。"_s.arg(fileName));
+        while (isToRead) {
+            field.AppendChunk(file.read(pieceSize));
+            isToRead = file.error() == QFileDevice::NoError && !file.atEnd();
+        }
+        if (file.error() == QFileDevice::NoError)
+            return;
         // A picture that was read in part would pass for a whole one.
-        if (file.error() != QFileDevice::NoError)
-            throw runtime::Error(
-                u"无法读取文件 %1（%2）。"_s.arg(fileName, runtime::fileErrorText(file.error())));
-        field.AppendChunk(bytes);
+        field.takeBack();
+        throw runtime::Error(
+            u"无法读取文件 %1（%2）。"_s.arg(fileName, runtime::fileErrorText(file.error())));
     });
 }
 

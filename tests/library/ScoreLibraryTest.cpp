@@ -235,9 +235,45 @@ TEST_F(Pictures, AMissingFileIsToldWithItsTag)
     database::Recordset rows;
     rows.Open(u"select * from 信息表"_s, test.scores.Conn);
     rows.AddNew();
-    test.scores.SaveBin(test.file(u"没有.jpg"_s), rows.Fields(u"照片"_s));
+    EXPECT_FALSE(test.scores.SaveBin(test.file(u"没有.jpg"_s), rows.Fields(u"照片"_s)));
     ASSERT_EQ(test.dialogs.failures.size(), 1);
     EXPECT_TRUE(test.dialogs.failures.first().endsWith(u" - Sub SaveBin/Mdl_MDB"_s));
+}
+
+TEST_F(Pictures, AFileThatCannotBeReadLeavesThePictureAsItWas)
+{
+    const qint64 id = student(u"甲.jpg"_s, "old");
+    database::Recordset rows;
+    rows.Open(u"select * from 信息表 where ID=?"_s, {id}, test.scores.Conn);
+    // Opens, and fails at the first read.
+    EXPECT_FALSE(test.scores.SaveBin(u"/proc/self/mem"_s, rows.Fields(u"照片"_s)));
+    EXPECT_TRUE(test.dialogs.failures.first().startsWith(u"无法读取文件 /proc/self/mem（"_s));
+    rows.Update();
+    EXPECT_EQ(readFile(test.scores.GetPic(id)), "old");
+}
+
+TEST_F(Pictures, AFileThatALibraryHasNoRoomForIsRefused)
+{
+    QFile file(test.file(u"film.jpg"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(200'000'000));
+    database::Recordset rows;
+    rows.Open(u"select * from 信息表"_s, test.scores.Conn);
+    rows.AddNew();
+    EXPECT_FALSE(test.scores.SaveBin(file.fileName(), rows.Fields(u"照片"_s)));
+    EXPECT_EQ(
+        test.dialogs.failures,
+        QStringList{u"文件 %1 太大，成绩库放不下。 - Sub SaveBin/Mdl_MDB"_s.arg(file.fileName())});
+}
+
+TEST_F(Pictures, OfNoBytesIsEmpty)
+{
+    const qint64 id = student(u"甲.jpg"_s, "old");
+    writeFile(test.file(u"empty.jpg"_s), "");
+    database::Recordset rows;
+    rows.Open(u"select * from 信息表 where ID=?"_s, {id}, test.scores.Conn);
+    EXPECT_TRUE(test.scores.SaveBin(test.file(u"empty.jpg"_s), rows.Fields(u"照片"_s)));
+    rows.Update();
+    EXPECT_EQ(rows.Fields(u"照片"_s).ActualSize(), 0);
 }
 
 } // namespace

@@ -76,6 +76,7 @@ private:
     friend class Recordset;
     friend class Keyset;
     friend class Statement;
+    friend class BlobReader;
 
     sqlite3* openHandle() const;
     /// Throws the engine's last error: as a PhaseError where it is file trouble within a phase.

@@ -20,6 +20,12 @@ public:
         return entry < 0 ? nullptr : &m_entries[size_t(entry)].second;
     }
 
+    runtime::Value* find(int field)
+    {
+        const int entry = entryOf(field);
+        return entry < 0 ? nullptr : &m_entries[size_t(entry)].second;
+    }
+
     void assign(int field, runtime::Value value)
     {
         const int entry = entryOf(field);
@@ -31,6 +37,17 @@ public:
             m_entryOf.resize(size_t(field) + 1, none);
         m_entryOf[size_t(field)] = int(m_entries.size());
         m_entries.emplace_back(field, std::move(value));
+    }
+
+    void remove(int field)
+    {
+        const int removed = entryOf(field);
+        if (removed < 0)
+            return;
+        m_entries.erase(m_entries.begin() + removed);
+        for (int& entry : m_entryOf)
+            entry -= entry > removed;
+        m_entryOf[size_t(field)] = none;
     }
 
     /// Keeps its memory for the next row.

@@ -180,20 +180,33 @@ QString Field::Name() const
 
 qint64 Field::ActualSize() const
 {
-    const runtime::Value value = Value();
-    return value.kind() == runtime::Value::Kind::Binary ? value.toBytes().size()
-                                                        : value.text().toUtf8().size();
+    return isInFile() ? m_rows->open().rows->size(m_position) : sizeOf(Value());
 }
 
-QByteArray Field::GetChunk(qint64 length) const
+QByteArray Field::GetChunk(qint64 length, qint64 from) const
 {
-    return Value().toBytes().left(length);
+    return isInFile() ? m_rows->open().rows->bytes(m_position, from, length)
+                      : bytesOf(Value(), from, length);
 }
 
 void Field::AppendChunk(const QByteArray& bytes)
 {
-    const runtime::Value* pending = m_rows->open().pending.find(m_position);
-    setValue(pending ? pending->toBytes() + bytes : bytes);
+    runtime::Value* pending = m_rows->open().pending.find(m_position);
+    if (pending)
+        pending->append(bytes);
+    else
+        setValue(bytes);
+}
+
+void Field::takeBack()
+{
+    m_rows->open().pending.remove(m_position);
+}
+
+bool Field::isInFile() const
+{
+    const Recordset::Private& state = m_rows->open();
+    return !state.adding && !state.pending.find(m_position);
 }
 
 } // namespace database

@@ -26,15 +26,20 @@ public:
     /// Length in bytes of a binary value, or of a text as the file keeps it; 0 for NULL.
     qint64 ActualSize() const;
 
-    /// The first `length` bytes of a binary value.
-    QByteArray GetChunk(qint64 length) const;
+    /// The bytes of a binary value from `from` on, `length` at most; the others are not read.
+    QByteArray GetChunk(qint64 length, qint64 from = 0) const;
 
     /// Appends bytes to the value that is being written to the row.
     void AppendChunk(const QByteArray& bytes);
 
+    /// Forgets what was assigned and not updated yet.
+    void takeBack();
+
 private:
     friend class Recordset;
     Field(Recordset& rows, int position) : m_rows(&rows), m_position(position) {}
+
+    bool isInFile() const;
 
     Recordset* m_rows;
     int m_position;

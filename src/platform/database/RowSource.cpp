@@ -5,6 +5,7 @@
 
 #include <sqlite3.h>
 
+#include "platform/database/BlobReader.h"
 #include "platform/database/Connection.h"
 #include "platform/database/Error.h"
 
@@ -12,6 +13,27 @@ namespace database {
 
 using namespace Qt::StringLiterals;
 using runtime::Value;
+
+qint64 sizeOf(const Value& value)
+{
+    return value.kind() == Value::Kind::Binary ? value.toBytes().size()
+                                               : value.text().toUtf8().size();
+}
+
+QByteArray bytesOf(const Value& value, qint64 from, qint64 length)
+{
+    return value.toBytes().mid(from, length);
+}
+
+qint64 RowSource::size(int column)
+{
+    return sizeOf(value(column));
+}
+
+QByteArray RowSource::bytes(int column, qint64 from, qint64 length)
+{
+    return bytesOf(value(column), from, length);
+}
 
 void RowSource::insert(const FieldValues&)
 {
@@ -108,7 +130,10 @@ Value Snapshot::value(int column)
 
 Keyset::Keyset(Connection& connection, const TableQuery& query, const std::vector<Value>& values,
                Trust trust)
-    : m_connection(connection), m_table(bracketed(query.table)), m_keyValues(values)
+    : m_connection(connection),
+      m_tableName(query.table),
+      m_table(bracketed(query.table)),
+      m_keyValues(values)
 {
     m_columns = connection.columns(query.table);
     QString sql = u"select rowid from "_s + m_table;
@@ -214,6 +239,35 @@ Value Keyset::value(int column)
                                       bracketed(m_columns.at(column).name), m_table));
     bytes.bindInteger(1, currentKey());
     return bytes.step() ? bytes.value(0) : Value();
+}
+
+bool Keyset::isBlob(int column)
+{
+    const Column& asked = m_columns.at(column);
+    if (asked.type.kind != ColumnType::Kind::Binary)
+        return false;
+    Statement& sort = m_connection.prepared(
+        u"select typeof(%1)='blob' from %2 where rowid=?"_s.arg(bracketed(asked.name), m_table));
+    sort.reset();
+    sort.bindInteger(1, currentKey());
+    const bool found = sort.step() && sort.integer(0) != 0;
+    sort.finish();
+    return found;
+}
+
+qint64 Keyset::size(int column)
+{
+    if (!isBlob(column))
+        return RowSource::size(column);
+    return BlobReader(m_connection, m_tableName, m_columns.at(column).name, currentKey()).size();
+}
+
+QByteArray Keyset::bytes(int column, qint64 from, qint64 length)
+{
+    if (!isBlob(column))
+        return RowSource::bytes(column, from, length);
+    return BlobReader(m_connection, m_tableName, m_columns.at(column).name, currentKey())
+        .read(from, length);
 }
 
 QString Keyset::writerText(const std::vector<int>& columns, Write write) const

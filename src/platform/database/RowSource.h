@@ -10,6 +10,10 @@
 
 namespace database {
 
+/// The same of a value that is in memory.
+qint64 sizeOf(const runtime::Value& value);
+QByteArray bytesOf(const runtime::Value& value, qint64 from, qint64 length);
+
 /// What stands behind a recordset: named, typed fields, and rows to step through.
 class RowSource
 {
@@ -22,6 +26,10 @@ public:
     virtual void moveNext() = 0;
     /// The value of a field of the current row. Throws Error if there is no row.
     virtual runtime::Value value(int column) = 0;
+    /// Length in bytes of a binary value, or of a text as the file keeps it; 0 for NULL.
+    virtual qint64 size(int column);
+    /// The bytes of a binary value from `from` on, `length` at most.
+    virtual QByteArray bytes(int column, qint64 from, qint64 length);
 
     /// Writing; a snapshot throws Error.
     virtual void insert(const FieldValues& values);
@@ -65,6 +73,8 @@ public:
     bool atEnd() override;
     void moveNext() override;
     runtime::Value value(int column) override;
+    qint64 size(int column) override;
+    QByteArray bytes(int column, qint64 from, qint64 length) override;
     void insert(const FieldValues& values) override;
     void update(const FieldValues& values) override;
     qint64 lastInsertId() const override { return m_lastInsertId; }
@@ -75,11 +85,14 @@ private:
     void takeKeys();
     qint64 currentKey();
     void fetch();
+    /// Whether the field has bytes, which can be read in parts.
+    bool isBlob(int column);
     Statement& writer(const FieldValues& values, Write write);
     QString writerText(const std::vector<int>& columns, Write write) const;
 
     Connection& m_connection;
-    QString m_table;
+    QString m_tableName;
+    QString m_table; // bracketed
     /// Delivers the row ids; gone once they are taken.
     std::shared_ptr<Statement> m_keyStatement;
     std::vector<runtime::Value> m_keyValues;

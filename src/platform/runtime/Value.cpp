@@ -49,6 +49,14 @@ QByteArray Value::toBytes() const
     return kind() == Kind::Binary ? std::get<QByteArray>(m_data) : QByteArray();
 }
 
+void Value::append(const QByteArray& bytes)
+{
+    if (QByteArray* own = std::get_if<QByteArray>(&m_data))
+        own->append(bytes);
+    else
+        m_data = bytes;
+}
+
 QDateTime Value::toDateTime() const
 {
     return kind() == Kind::Date ? std::get<QDateTime>(m_data) : QDateTime();

@@ -39,6 +39,8 @@ public:
     double toDouble() const;
     /// The bytes of a Binary value, empty for any other.
     QByteArray toBytes() const;
+    /// Puts bytes behind those of a Binary value; any other one becomes these bytes.
+    void append(const QByteArray& bytes);
     QDateTime toDateTime() const;
 
     /// The value joined to an empty text: Null gives "", a Single at most 7 significant digits, a
