@@ -31,6 +31,14 @@ Value aggregate(library::ScoreLibrary& scoreLibrary, const QString& sql, const Q
 
 } // namespace
 
+std::optional<TConversion> TConversion::parse(const QString& setting)
+{
+    const QStringList pieces = QString(setting).remove(u' ').toLower().split(u"z+"_s);
+    if (pieces.size() < 2)
+        return std::nullopt;
+    return TConversion{Val(pieces[0]), Val(pieces[1])};
+}
+
 void GetZtoT(library::ScoreLibrary& scoreLibrary)
 {
     const Trap reading{" - Sub GetZtoT/Mdl_MDB"};
@@ -38,13 +46,11 @@ void GetZtoT(library::ScoreLibrary& scoreLibrary)
         database::Recordset rows;
         rows.Open(u"SELECT * from 设置表 WHERE 名称='T分'"_s, scoreLibrary.Conn);
         const QString setting = rows.Fields(u"设置"_s).Value().text();
-        const QStringList pieces = QString(setting).remove(u' ').toLower().split(u"z+"_s);
-        if (pieces.size() < 2) {
-            runtime::warn(u"T分转换公式设置不正确！"_s);
-            return;
-        }
-        scoreLibrary.settings.TFactor = Val(pieces[0]);
-        scoreLibrary.settings.TOffset = Val(pieces[1]);
+        const std::optional<TConversion> conversion = TConversion::parse(setting);
+        if (!conversion)
+            return runtime::warn(u"T分转换公式设置不正确！"_s);
+        scoreLibrary.settings.TFactor = conversion->factor;
+        scoreLibrary.settings.TOffset = conversion->offset;
     });
 }
 

@@ -1,9 +1,21 @@
 #pragma once
 
+#include <optional>
+
 #include "library/ScoreLibrary.h"
 #include "scoring/ExamTables.h"
 
 namespace scoring {
+
+/// T = factor · z + offset.
+struct TConversion
+{
+    double factor = 0;
+    double offset = 0;
+
+    /// Reads a text such as "10z+50"; nothing for one without "z+".
+    static std::optional<TConversion> parse(const QString& setting);
+};
 
 /// Reads the setting "T分" into TFactor and TOffset of the library's Settings; one without "z+"
 /// is refused with a message.

@@ -20,6 +20,11 @@ struct Interval
 
     /// Throws runtime::Error for a text without a comma.
     static Interval parse(const QString& text);
+    /// From 0 to 1, with the operators that the first and the last character of the text mean.
+    static Interval whole(const QString& text);
+    /// What keeps the text from being read as it is meant: why parse() refuses it, or what it
+    /// passes over. "" for one that is in order.
+    static QString complaint(const QString& text);
 };
 
 /// SQL conditions of an interval, one for each of the subjects. Nothing, after a message, for a

@@ -2,6 +2,7 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
+#include "statistics/BandWidths.h"
 #include "statistics/ExamFigures.h"
 #include "statistics/Reports.h"
 
@@ -13,26 +14,6 @@ using runtime::doubleText;
 namespace {
 
 const runtime::Trap scoreBandsTrap{" - Sub TJGFSDRS/Mdl_MDB"};
-
-/// Widths of the bands, for subjects and for totals.
-struct BandWidths
-{
-    double subject = 0;
-    double total = 0;
-};
-
-/// Reads "单科10,总分50": two characters, then the number. False after a message if one is 0.
-bool readWidths(ReportContext& context, const QString& setting, BandWidths& widths)
-{
-    const QStringList parts = context.library.settings.GetSZ(setting).split(u',');
-    widths.subject = runtime::Val(parts.value(0).mid(2));
-    widths.total = runtime::Val(parts.value(1).mid(2));
-    if (widths.subject > 0 && widths.total > 0)
-        return true;
-    runtime::warn(u"分数段设置有问题\n单科分数段="_s + doubleText(widths.subject)
-                  + u"\n总分分数段="_s + doubleText(widths.total));
-    return false;
-}
 
 /// What a width that is far too small would ask for is no table any more.
 constexpr double MostBands = 10000;
@@ -111,9 +92,9 @@ void TJGFSDRS(ReportContext& context, QString& exams, const QString& title, grid
         return;
     ReportFrame frame(context, grid, exams, transfer, scoreBandsTrap);
     frame.clear();
-    BandWidths widths;
-    if (!readWidths(context, title, widths))
-        return;
+    const auto widths = BandWidths::parse(context.library.settings.GetSZ(title));
+    if (!widths.areUsable())
+        return runtime::warn(widths.refusal());
     for (int i = 0; i < frame.streamCount(); ++i) {
         const library::ColumnMarks items =
             context.library.catalogue.GetKSKMZF(exams, frame.stream(i));
