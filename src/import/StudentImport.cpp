@@ -182,7 +182,7 @@ void StudentImport::storeCell(Heading& heading, const Value& cell)
         return;
     studentTrap([&] {
         if (cell.kind() == Value::Kind::Error)
-            throw runtime::Error(u"单元格里是错误值“%1”，没有存入。"_s.arg(cell.text()));
+            throw runtime::Error(errorCellText(cell));
         try {
             store(heading, cell);
         } catch (const runtime::PhaseError&) {

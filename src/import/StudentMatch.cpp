@@ -102,8 +102,6 @@ void StudentMatch::SetStuName(double classNumber, double number, const QString& 
     }
 }
 
-namespace {
-
 QString nameMismatchText(double classNumber, double number, const QString& sheetName,
                          const QString& libraryName)
 {
@@ -115,8 +113,6 @@ QString nameMismatchText(double classNumber, double number, const QString& sheet
            + u"[否]保留数据库中记录的姓名,继续录入,即将["_s + sheetName + u"]和["_s + libraryName
            + u"]认为是同一人\n"_s + u"[取消]终止当前导入\n"_s;
 }
-
-} // namespace
 
 Answer StudentMatch::askNameMismatch(double classNumber, double number, const QString& sheetName,
                                      const QString& libraryName)

@@ -10,6 +10,10 @@ namespace importing {
 /// What is done with a student of the sheet whom the library does not know.
 enum class NewStudents { Ask, Add };
 
+/// The question which of a student's two names counts.
+QString nameMismatchText(double classNumber, double number, const QString& sheetName,
+                         const QString& libraryName);
+
 /// Finds the students of a sheet in 信息表 by class and number; adds and renames them.
 class StudentMatch
 {

@@ -43,6 +43,11 @@ bool isEmptyCell(const Value& cell)
     return cell.isNull() || (cell.kind() == Value::Kind::Text && cell.text().isEmpty());
 }
 
+QString errorCellText(const Value& cell)
+{
+    return u"单元格里是错误值“%1”，没有存入。"_s.arg(cell.text());
+}
+
 WorkbookIntake::WorkbookIntake(Applications& applications, const SheetRules& rules)
     : m_applications(applications), m_rules(rules)
 {

@@ -46,6 +46,9 @@ extern const QString TakingRows;
 /// True for a cell without a content and for an empty text.
 bool isEmptyCell(const runtime::Value& cell);
 
+/// What is told of an error cell (#N/A) whose field stays empty.
+QString errorCellText(const runtime::Value& cell);
+
 /// The workbook that an import reads from: choosing it, and opening one of its sheets.
 class WorkbookIntake
 {
