@@ -55,6 +55,18 @@ const std::vector<Command>& commands()
          "                       没有给出以上选项，遇到这些情况就停止，什么也不导入\n"
          "    --no-backup        导入前不备份成绩库\n",
          runImportExam},
+        {u"reclass",
+         {{u"sheet"_s, u"on-missing"_s, u"on-mismatch"_s}, {u"no-backup"_s}, 2, 2},
+         u"yunshan-cli reclass LIB BOOK [--sheet NAME] [--on-missing delete|keep]\n"
+         "            [--on-mismatch replace|keep|cancel] [--no-backup]\n"
+         "    重新分班。前 5 列为：班级、学号、姓名、新班级、新学号。\n"
+         "    --sheet NAME       数据表（默认第一张）\n"
+         "    --on-missing …     表里没有的学生：keep 留在原班（默认），\n"
+         "                       delete 删除，连同他现在的班级和学号名下的全部成绩\n"
+         "    --on-mismatch …    姓名不一致的学生：replace 改名，keep、cancel 不改名（默认）；\n"
+         "                       都留在原班\n"
+         "    --no-backup        写入前不备份成绩库\n",
+         runReclass},
         {u"score",
          {{}, {}, 2, 1000},
          u"yunshan-cli score LIB EXAM…\n"

@@ -22,6 +22,7 @@ struct Command
 Exit runNew(Session& session);
 Exit runImportStudents(Session& session);
 Exit runImportExam(Session& session);
+Exit runReclass(Session& session);
 Exit runScore(Session& session);
 Exit runBrowse(Session& session);
 Exit runReport(Session& session);

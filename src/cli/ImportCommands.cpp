@@ -4,6 +4,7 @@
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
 #include "import/ExamImport.h"
+#include "import/ReclassImport.h"
 #include "import/StudentImport.h"
 #include "import/WorkbookIntake.h"
 
@@ -31,13 +32,18 @@ QString chosenSheet(const WorkbookIntake& intake, const Arguments& arguments)
     return wanted;
 }
 
-void planAnswers(CliDialogs& dialogs, const Arguments& arguments)
+void planMismatch(CliDialogs& dialogs, const Arguments& arguments)
 {
     const QString mismatch =
         arguments.oneOf(u"on-mismatch"_s, {u"cancel"_s, u"replace"_s, u"keep"_s});
     dialogs.answer(u"与数据库中记录的不一致"_s, mismatch == "replace"_L1 ? Answer::Yes
                                                 : mismatch == "keep"_L1  ? Answer::No
                                                                          : Answer::Cancel);
+}
+
+void planAnswers(CliDialogs& dialogs, const Arguments& arguments)
+{
+    planMismatch(dialogs, arguments);
     const QString unknown = arguments.oneOf(u"on-unknown"_s, {u"skip"_s, u"add"_s});
     dialogs.answer(u"是否添加新学生"_s, unknown == "add"_L1 ? Answer::Ok : Answer::Cancel);
     if (arguments.has(u"existing"_s))
@@ -203,6 +209,26 @@ Exit runImportExam(Session& session)
     if (result == ImportResult::Stopped)
         printHints(session);
     return exitOf(session, result);
+}
+
+/// The box with the counts is answered by the command itself: whoever gives it wants the run.
+Exit runReclass(Session& session)
+{
+    const Arguments& arguments = session.arguments;
+    planMismatch(session.dialogs, arguments);
+    const QString missing = arguments.oneOf(u"on-missing"_s, {u"keep"_s, u"delete"_s});
+    session.dialogs.answer(u"分班表中没有下列学生的信息"_s,
+                           missing == "delete"_L1 ? Answer::Ok : Answer::Cancel);
+    session.dialogs.answer(u"移到新班级和新学号"_s, u"继续"_s);
+    if (!session.openLibrary() || !checkBook(session))
+        return Exit::Error;
+    Applications applications;
+    WorkbookIntake intake(applications, classChangeSheet);
+    intake.browse(arguments.path(1));
+    const QString sheet = chosenSheet(intake, arguments);
+    CliProgress progress;
+    ReclassImport import(session.scores, intake, progress);
+    return exitOf(session, import.run(sheet, backupChoice(arguments)));
 }
 
 } // namespace cli
