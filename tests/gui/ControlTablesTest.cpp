@@ -160,6 +160,17 @@ const std::vector<Window> windows{
        "类别代码、类别、科类、性别、照片名、出生时间、入学时间、学籍号、原毕业学校、身份证、"
        "民族、籍贯、备注"},
       {Label, u"Label4"}}},
+    {u"FormDaoRuFenBanXinXi",
+     u"导入分班信息",
+     {{Editor, u"Text1"},
+      {Push, u"Command3", u"浏览"},
+      {Combo, u"Combo1"},
+      {Push, u"Command1", u"导入"},
+      {Push, u"Command2", u"退出"},
+      {Label, u"Label1", u"1.打开要导入分班信息的Excel文件"},
+      {Label, u"Label2", u"2.设置要导入 分班信息 的数据表"},
+      {Label, u"Label3", u"数据表前5列为：班级、学号、姓名、新班级、新学号"},
+      {Label, u"Label4"}}},
     {u"FormShuRuMF",
      u"输入各科满分",
      {{Grid, u"MSFlexGrid1"},
@@ -371,7 +382,7 @@ TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
 
 TEST_F(ControlTables, TheImportsSayWhatStandsInTheFirstField)
 {
-    for (const QString& name : {u"FormDaoRu"_s, u"FormDaoRuXinXi"_s}) {
+    for (const QString& name : {u"FormDaoRu"_s, u"FormDaoRuXinXi"_s, u"FormDaoRuFenBanXinXi"_s}) {
         const auto* path = open(name).findChild<QLineEdit*>(u"Text1"_s);
         EXPECT_EQ(path->placeholderText(), u"Excel文件路径名"_s);
         EXPECT_EQ(path->accessibleName(), u"Excel文件路径名"_s);

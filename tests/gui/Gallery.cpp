@@ -11,6 +11,7 @@
 #include "configuration/ui/FormZDYXS.h"
 #include "export/ui/FormDaoChu.h"
 #include "import/ui/FormDaoRu.h"
+#include "import/ui/FormDaoRuFenBanXinXi.h"
 #include "import/ui/FormDaoRuXinXi.h"
 #include "import/ui/FormShuRuMF.h"
 #include "import/ui/Formgf.h"
@@ -36,6 +37,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormXiuGaiKeMu", &Gallery::subjects},
     {u"FormDaoRu", &Gallery::examImport},
     {u"FormDaoRuXinXi", &Gallery::studentImport},
+    {u"FormDaoRuFenBanXinXi", &Gallery::reclassing},
     {u"FormShuRuMF", &Gallery::fullMarks},
     {u"Formgf", &Gallery::errorList},
     {u"FormZFGS", &Gallery::formulas},
@@ -169,6 +171,12 @@ QWidget* Gallery::studentImport()
 {
     return keep(std::make_unique<importing::FormDaoRuXinXi>(library.scores, m_screenDialogs,
                                                             m_applications, nullptr));
+}
+
+QWidget* Gallery::reclassing()
+{
+    return keep(std::make_unique<importing::FormDaoRuFenBanXinXi>(library.scores, m_screenDialogs,
+                                                                  m_applications, nullptr));
 }
 
 QWidget* Gallery::fullMarks()

@@ -61,6 +61,7 @@ private:
     QWidget* subjects();
     QWidget* examImport();
     QWidget* studentImport();
+    QWidget* reclassing();
     QWidget* fullMarks();
     QWidget* errorList();
     QWidget* formulas();

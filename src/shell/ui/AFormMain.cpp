@@ -187,6 +187,7 @@ void AFormMain::connectMenu()
     connect(m_menu.item(u"meDRKS"_s), &QAction::triggered, this,
             [this] { m_screens.showFormDaoRu(); });
     connectScreen(u"meDRLB"_s, &MenuScreens::importStudents);
+    connectScreen(u"mtSJFB"_s, &MenuScreens::showFormDaoRuFenBanXinXi);
     connectScreen(u"meJCCJ"_s, &MenuScreens::checkScores);
     connectScreen(u"meZFGS"_s, &MenuScreens::showFormZFGS);
     connectScreen(u"mtEXCEL"_s, &MenuScreens::showFormDaoChu);

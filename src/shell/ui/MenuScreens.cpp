@@ -3,6 +3,7 @@
 #include "configuration/ui/FormZDYXS.h"
 #include "export/ui/FormDaoChu.h"
 #include "import/ui/FormDaoRu.h"
+#include "import/ui/FormDaoRuFenBanXinXi.h"
 #include "import/ui/FormDaoRuXinXi.h"
 #include "import/ui/Formgf.h"
 #include "individual/ui/FormGeRenChengJi.h"
@@ -68,6 +69,13 @@ void MenuScreens::importStudents()
 void MenuScreens::showFormDaoRuXinXi(QWidget& over)
 {
     importing::FormDaoRuXinXi screen(m_library, m_dialogs, m_applications, &over);
+    follow(screen);
+    show(screen);
+}
+
+void MenuScreens::showFormDaoRuFenBanXinXi()
+{
+    importing::FormDaoRuFenBanXinXi screen(m_library, m_dialogs, m_applications, &m_mainWindow);
     follow(screen);
     show(screen);
 }

@@ -38,6 +38,8 @@ public:
     void showFormDaoRu(const QString& workbook = {});
     /// "导入学生信息".
     void importStudents();
+    /// "重新分班".
+    void showFormDaoRuFenBanXinXi();
     /// "总分设置".
     void showFormZFGS();
     /// "自定义显示" for an item and a stream of the workbench.
