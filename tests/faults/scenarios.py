@@ -14,7 +14,7 @@ LIBRARY = "试验.CJK"
 SUBJECTS = ("语文", "数学", "英语")
 BEFORE, AFTER = "before", "after"
 # 综合分析完毕！ is none of them: it is told before the workbooks are saved.
-CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！")
+CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！", "分班完成！")
 EARLIER_COPIES = 5
 REMARK = "备注" * 350
 
@@ -74,12 +74,23 @@ def exam_sheet(classes, size=10, more=0):
     return {"Sheet": rows}
 
 
+def class_sheet():
+    """Classes 1 and 2 and classes 3 and 4 change places; one pupil is missing, one has another name, one
+    is unknown."""
+    rows = [(*pupil, 3 - pupil[0] if pupil[0] < 3 else 7 - pupil[0], pupil[1])
+            for pupil in pupils((1, 2, 3, 4))]
+    rows[4] = (*rows[4][:2], "改名", *rows[4][3:])
+    rows[7] = (9, 9, "生人", 1, 8)
+    return {"Sheet": [(*yunshan.HEADINGS, "新班级", "新学号"), *rows]}
+
+
 def write_books(folder):
     names = [(*pupil, "文" if pupil[0] < 3 else "理") for pupil in pupils((1, 2, 3, 4))]
     yunshan.write_book(folder / "名单.xlsx", {"Sheet": [(*yunshan.HEADINGS, "科类"), *names]})
     for name, sheet in {"文.xlsx": exam_sheet((1, 2)), "理.xlsx": exam_sheet((3, 4)),
                         "新.xlsx": exam_sheet((1, 2), 12, 5)}.items():
         yunshan.write_book(folder / name, sheet)
+    yunshan.write_book(folder / "分班.xlsx", class_sheet())
     stopped = exam_sheet((1, 2), 12, 5)
     stopped["Sheet"].append((1, 1, "别人", *score(1)))
     yunshan.write_book(folder / "中断.xlsx", stopped)
@@ -172,6 +183,14 @@ def import_scenarios(make, students, scored):
                    finish={"after the exam's rows": cli("score", "期末")}, makes_copies=True)
 
 
+def reclass_scenario(scored):
+    return Scenario("re-classing", scored,
+                    cli("reclass", "分班.xlsx", "--on-missing", "delete", "--on-mismatch",
+                        "replace"),
+                    between={"after the work table": (screen("refuse-classes", "分班.xlsx"),)},
+                    makes_copies=True)
+
+
 def new_scenarios(books, scored, crashed):
     new = cli("new", "--subjects", "语文,数学,总分")
     yield Scenario("new", books, new)
@@ -199,6 +218,7 @@ def all_scenarios(programs, folder):
         Scenario("scoring", unscored, cli("score", "期中")),
         Scenario("scoring on the screen", unscored, screen("totals", "期中")),
         *import_scenarios(make, students, scored),
+        reclass_scenario(scored),
         *new_scenarios(books, scored, crashed),
         Scenario("analysis", scored, cli("analyze", "--exam", "期中", "--out", "out", "--force")),
         Scenario("score export", exported,
