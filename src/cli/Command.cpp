@@ -175,6 +175,19 @@ const std::vector<Command>& commands()
          "    --photo FILE       照片，存入成绩库\n"
          "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
          runRecord},
+        {u"photos",
+         {{u"format"_s}, {u"missing"_s, u"replace"_s, u"smaller"_s, u"no-backup"_s}, 1, 2},
+         u"yunshan-cli photos LIB FOLDER [--replace] [--smaller] [--no-backup]\n"
+         "yunshan-cli photos LIB --missing [--format tsv|json]\n"
+         "    从文件夹设置全校学生的照片；或列出没有照片的学生。\n"
+         "    FOLDER             其中每个班一个文件夹，以班号命名；照片名为学号或姓名，以 .jpg "
+         "结尾\n"
+         "    --replace          已经有照片的学生也换成新的（默认只补没有照片的）\n"
+         "    --smaller          很大的照片改存高 600 像素的较小的图片（默认原样存入）\n"
+         "    --no-backup        设置前不备份成绩库\n"
+         "    --missing          列出没有照片的学生，什么也不改\n"
+         "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
+         runPhotos},
         {u"info",
          {{}, {}, 1, 1},
          u"yunshan-cli info LIB\n"

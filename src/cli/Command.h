@@ -31,6 +31,7 @@ Exit runExport(Session& session);
 Exit runInfo(Session& session);
 Exit runStudent(Session& session);
 Exit runRecord(Session& session);
+Exit runPhotos(Session& session);
 Exit runClassCharts(Session& session);
 
 /// All commands, in the order of the help text.
