@@ -25,6 +25,7 @@ struct Wording
 
 /// Words of the engine for a wrong statement; %1 is what the pattern catches.
 constexpr Wording sqlWordings[] = {
+    {"^no such column: \"(.*)\"$", noColumn},
     {"^no such column: (.*)$", noColumn},
     {"^no such table: (.*)$", u"没有名为“%1”的表。"},
     {"^access to view \"(.*)\" prohibited$", u"“%1”是视图，不是表，不能使用。"},
