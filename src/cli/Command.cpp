@@ -188,6 +188,13 @@ const std::vector<Command>& commands()
          "    --missing          列出没有照片的学生，什么也不改\n"
          "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
          runPhotos},
+        {u"correct",
+         {{u"exam"_s, u"class"_s, u"number"_s, u"subject"_s, u"score"_s}, {u"rescore"_s}, 1, 1},
+         u"yunshan-cli correct LIB --exam E --class C --number N --subject S --score TEXT\n"
+         "            [--rescore]\n"
+         "    修改一名学生在一次考试中的一科成绩，0 到满分。\n"
+         "    --rescore          保存后重新计算这次考试的总分、标准分和名次\n",
+         runCorrect},
         {u"info",
          {{}, {}, 1, 1},
          u"yunshan-cli info LIB\n"

@@ -33,6 +33,7 @@ Exit runStudent(Session& session);
 Exit runRecord(Session& session);
 Exit runPhotos(Session& session);
 Exit runClassCharts(Session& session);
+Exit runCorrect(Session& session);
 
 /// All commands, in the order of the help text.
 const std::vector<Command>& commands();
