@@ -195,6 +195,20 @@ const std::vector<Command>& commands()
          "    修改一名学生在一次考试中的一科成绩，0 到满分。\n"
          "    --rescore          保存后重新计算这次考试的总分、标准分和名次\n",
          runCorrect},
+        {u"delete-subjects",
+         {{}, {u"yes"_s, u"no-backup"_s}, 2, 2},
+         u"yunshan-cli delete-subjects LIB S1,S2 --yes [--no-backup]\n"
+         "    删除科目和总分，连同名次和标准分。删除后不可恢复。\n"
+         "    --yes              确实要删除，公式和设置里还写着它们也删除\n"
+         "    --no-backup        删除前不备份成绩库\n",
+         runDeleteSubjects},
+        {u"delete-exams",
+         {{}, {u"yes"_s, u"no-backup"_s}, 2, 2},
+         u"yunshan-cli delete-exams LIB A,B --yes [--no-backup]\n"
+         "    与菜单“删除考试”完全相同的操作：语句被数据库拒绝，考试保持不变。\n"
+         "    --yes              对确认回答“确定”（默认“取消”）\n"
+         "    --no-backup        写入前不备份成绩库\n",
+         runDeleteExams},
         {u"info",
          {{}, {}, 1, 1},
          u"yunshan-cli info LIB\n"

@@ -34,6 +34,8 @@ Exit runRecord(Session& session);
 Exit runPhotos(Session& session);
 Exit runClassCharts(Session& session);
 Exit runCorrect(Session& session);
+Exit runDeleteSubjects(Session& session);
+Exit runDeleteExams(Session& session);
 
 /// All commands, in the order of the help text.
 const std::vector<Command>& commands();

@@ -41,6 +41,16 @@ QString tRankColumn(const QString& total)
     return gradeRankColumn(tScoreColumn(total));
 }
 
+QStringList columnsOf(const QString& column)
+{
+    return {column,
+            gradeRankColumn(column),
+            classRankColumn(column),
+            zScoreColumn(column),
+            tScoreColumn(column),
+            tRankColumn(column)};
+}
+
 bool isGradeRankColumn(const QString& column)
 {
     return column.endsWith(gradeRank);

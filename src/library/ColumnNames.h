@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 namespace library {
 
@@ -16,6 +16,8 @@ QString zScoreColumn(const QString& column);
 QString tScoreColumn(const QString& column);
 /// Rank of a total in the grade by its T score: 总分T分年名.
 QString tRankColumn(const QString& total);
+/// A subject or total with all columns that can be derived of it.
+QStringList columnsOf(const QString& column);
 
 /// True for a column of ranks in the grade.
 bool isGradeRankColumn(const QString& column);

@@ -14,7 +14,8 @@ LIBRARY = "试验.CJK"
 SUBJECTS = ("语文", "数学", "英语")
 BEFORE, AFTER = "before", "after"
 # 综合分析完毕！ is none of them: it is told before the workbooks are saved.
-CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！", "分班完成！")
+CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！", "分班完成！",
+                 "删除完毕！")
 EARLIER_COPIES = 5
 REMARK = "备注" * 350
 
@@ -191,6 +192,15 @@ def reclass_scenario(scored):
                     makes_copies=True)
 
 
+def upkeep_scenarios(make, scored):
+    correct = ("correct", "--exam", "期中", "--class", "1", "--number", "1", "--subject", "语文",
+               "--score", "99.5")
+    yield Scenario("correction of a score", scored, cli(*correct, "--rescore"),
+                   between={"after the score": (cli(*correct),)})
+    yield Scenario("removal of subjects", make.with_earlier_copies(make.copied("removal", scored)),
+                   cli("delete-subjects", "数学,英语", "--yes"), makes_copies=True)
+
+
 def new_scenarios(books, scored, crashed):
     new = cli("new", "--subjects", "语文,数学,总分")
     yield Scenario("new", books, new)
@@ -228,6 +238,7 @@ def all_scenarios(programs, folder):
         Scenario("typed statement", scored,
                  cli("browse", "--exam", "期中", "--sql", change, "--accept-changes"),
                  usual_code=yunshan.ERROR, makes_copies=True),
+        *upkeep_scenarios(make, scored),
         Scenario("compaction", scored, screen("compact"), makes_copies=True, keeps_content=True),
         Scenario("compaction of a crashed library", crashed, screen("compact-named"),
                  makes_copies=True, keeps_content=True),

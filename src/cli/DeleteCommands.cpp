@@ -1,0 +1,68 @@
+#include "cli/CliProgress.h"
+#include "cli/Command.h"
+#include "maintenance/ExamRemoval.h"
+#include "maintenance/SubjectRemoval.h"
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+using maintenance::SubjectRemoval;
+
+namespace {
+
+/// The names that stand behind the library, joined by commas.
+QStringList namesOf(const Session& session)
+{
+    QStringList names;
+    for (const QString& name : session.arguments.positionals().at(1).split(u','))
+        names.append(name.trimmed());
+    names.removeAll(QString());
+    return names;
+}
+
+/// Those of the list that are named, as they would be selected on the screen.
+QStringList selectedFrom(const QStringList& list, const QStringList& names)
+{
+    QStringList selected = list;
+    selected.removeIf([&](const QString& entry) { return !names.contains(entry); });
+    return selected;
+}
+
+} // namespace
+
+Exit runDeleteSubjects(Session& session)
+{
+    if (session.arguments.has(u"yes"_s)) {
+        session.dialogs.answer(u"确实要删除以下科目吗"_s, runtime::Answer::Ok);
+        session.dialogs.answer(u"要删除的科目还写在"_s, u"仍然删除"_s);
+    }
+    if (!session.openLibrary())
+        return Exit::Error;
+    SubjectRemoval removal(session.scores);
+    const QStringList names = namesOf(session);
+    for (const QString& name : names) {
+        if (!removal.columns().contains(name))
+            throw UsageError(u"成绩库里没有科目“%1”。"_s.arg(name));
+    }
+    CliProgress progress;
+    const SubjectRemoval::Result result =
+        removal.run(selectedFrom(removal.columns(), names), progress,
+                    session.arguments.has(u"no-backup"_s) ? library::Backup::SwitchedOff
+                                                          : library::Backup::Make);
+    return result == SubjectRemoval::Result::Done ? session.result() : Exit::Error;
+}
+
+Exit runDeleteExams(Session& session)
+{
+    if (session.arguments.has(u"yes"_s))
+        session.dialogs.answer(u"确实要删除以下考试吗"_s, runtime::Answer::Ok);
+    if (!session.openLibrary())
+        return Exit::Error;
+    const QStringList names = namesOf(session);
+    session.requireExams(names);
+    maintenance::removeExams(session.scores,
+                             selectedFrom(session.scores.catalogue.ExamList, names));
+    return session.dialogs.cancelled() ? Exit::Error : session.result();
+}
+
+} // namespace cli
