@@ -162,7 +162,7 @@ QString ClassChangeCounts::question() const
         if (number > 0)
             lines.append(text.arg(number));
     };
-    add(scores, u"　　全部删除会连同他们现在的班级和学号名下的成绩 %1 条"_s);
+    add(scores, u"　　全部删除会连同他们现在的班级和学号名下的成绩 %1 条一并删去"_s);
     add(scoresOfOthers, u"　　这些成绩中有 %1 条是别人以前的成绩"_s);
     add(emptyNames, u"注意：%1 人在表格中没有姓名，改名会把姓名清空"_s);
     add(toZero, u"注意：%1 人的新班级或新学号是 0（空单元格和文字都按 0 计）"_s);
