@@ -119,8 +119,10 @@ QImage onWhite(const QImage& picture)
 PhotoSize PictureFiles::check(const QString& path) const
 {
     PictureFile file(path);
+    // A file that was read to its end no longer tells its size.
+    const PhotoSize size = file.photoSize();
     file.checkToTheEnd();
-    return file.photoSize();
+    return size;
 }
 
 QByteArray PictureFiles::smaller(const QString& path) const

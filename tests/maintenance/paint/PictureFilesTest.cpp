@@ -131,6 +131,7 @@ TEST_F(PhotosInFiles, AreLargeAboveTwoThousandPixelsOrFiveMegabytes)
     for (const Case& c : {Case{picture(2000, 10), PhotoSize::Ordinary},
                           {picture(2001, 10), PhotoSize::Large},
                           {picture(10, 2001), PhotoSize::Large},
+                          {picture(10, 2001, "PNG"), PhotoSize::Large},
                           {few + QByteArray(limit - few.size(), ' '), PhotoSize::Ordinary},
                           {few + QByteArray(limit - few.size() + 1, ' '), PhotoSize::Large}})
         EXPECT_EQ(files.check(file(u"1.jpg"_s, c.bytes)), c.size) << c.bytes.size();
