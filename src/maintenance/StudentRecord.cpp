@@ -81,7 +81,7 @@ bool StudentRecord::isUntouched(int row) const
 
 bool StudentRecord::isChanged() const
 {
-    for (int row = 0; row < MSFlexGrid1.Rows(); ++row) {
+    for (int row = 0; StuID != 0 && row < MSFlexGrid1.Rows(); ++row) {
         if (isTyped(row) && (row == PhotoRow || !value(row).isEmpty()))
             return true;
     }

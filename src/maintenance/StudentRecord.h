@@ -51,6 +51,8 @@ public:
     /// Takes a file as the student's new photo. False if it is no picture, which is told. One that
     /// does not exist is refused by the save.
     bool choosePhoto(const QString& path);
+    /// True from choosePhoto until the photo is stored or another student shown.
+    bool isPhotoChosen() const { return m_photo.has_value(); }
 
     /// True if the grid holds something that a save would store.
     bool isChanged() const;

@@ -117,8 +117,8 @@ TEST_F(MainWindow, AMissingHelpDocumentIsTold)
 TEST_F(MainWindow, ItemsWhoseScreensComeLaterAreOffAndSaySo)
 {
     window->start(path);
-    for (const QString& name : {u"mDelKM"_s, u"meXGCJ"_s, u"meSCKS"_s, u"meXXXG"_s, u"meSZTP"_s,
-                                u"meJCTP"_s, u"meJSMD"_s, u"mtSZWL"_s, u"mFXSZ"_s}) {
+    for (const QString& name : {u"mDelKM"_s, u"meXGCJ"_s, u"meSCKS"_s, u"meSZTP"_s, u"meJSMD"_s,
+                                u"mtSZWL"_s, u"mFXSZ"_s}) {
         EXPECT_FALSE(item(name)->isEnabled()) << name.toStdString();
         EXPECT_EQ(item(name)->toolTip(), u"尚未提供"_s) << name.toStdString();
     }
@@ -131,13 +131,30 @@ TEST_F(MainWindow, TheItemsOfTheMenusOpenTheirScreens)
          {std::pair{u"meDRKS"_s, u"FormDaoRu"_s}, std::pair{u"meDRLB"_s, u"FormDaoRuXinXi"_s},
           std::pair{u"meZFGS"_s, u"FormZFGS"_s}, std::pair{u"msGRFX"_s, u"FormGeRenChengJi"_s},
           std::pair{u"mfNew"_s, u"FormNew"_s}, std::pair{u"mtEXCEL"_s, u"FormDaoChu"_s},
-          std::pair{u"mtZB"_s, u"FormZhuanBan"_s},
+          std::pair{u"meXXXG"_s, u"FormXGXX"_s}, std::pair{u"mtZB"_s, u"FormZhuanBan"_s},
           std::pair{u"mtSJFB"_s, u"FormDaoRuFenBanXinXi"_s},
           std::pair{u"Habout"_s, u"frmAbout"_s}}) {
         EXPECT_EQ(screenOpenedBy([&] { item(name)->trigger(); }), screen) << name.toStdString();
     }
     EXPECT_EQ(test.dialogs.shown,
               QStringList{u"成绩库里还没有考试，导入考试以后才有成绩和名次可以分析。"_s});
+}
+
+TEST_F(MainWindow, TheCheckOfPhotosStaysOpenBesideTheMainWindow)
+{
+    window->start(path);
+    item(u"meJCTP"_s)->trigger();
+    auto* screen = window->findChild<QDialog*>(u"FormXGXX"_s);
+    ASSERT_NE(screen, nullptr);
+    EXPECT_TRUE(screen->isVisible());
+    EXPECT_FALSE(screen->isModal());
+    EXPECT_EQ(screen->findChild<QListWidget*>(u"List1"_s)->count(), 1);
+    test.addStudent(1, 2, u"乙"_s, u"理"_s);
+    item(u"meJCTP"_s)->trigger();
+    EXPECT_EQ(window->findChildren<QDialog*>(u"FormXGXX"_s).size(), 1);
+    EXPECT_EQ(screen->findChild<QListWidget*>(u"List1"_s)->count(), 2);
+    window->close();
+    EXPECT_FALSE(screen->isVisible());
 }
 
 TEST_F(MainWindow, TheWorkbenchOpensTheImportAndTheCustomDisplay)

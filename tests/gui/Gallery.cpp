@@ -18,6 +18,7 @@
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
+#include "maintenance/ui/FormXGXX.h"
 #include "maintenance/ui/FormZhuanBan.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
@@ -44,6 +45,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormZDYXS", &Gallery::customDisplay},
     {u"FormDaoChu", &Gallery::scoreExport},
     {u"FormGeRenChengJi", &Gallery::individualAnalysis},
+    {u"FormXGXX", &Gallery::record},
     {u"FormZhuanBan", &Gallery::classChange},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
@@ -214,6 +216,15 @@ QWidget* Gallery::individualAnalysis()
 {
     return keep(std::make_unique<individual::FormGeRenChengJi>(library.scores, m_screenDialogs,
                                                                m_applications, nullptr));
+}
+
+/// With the list of students without a photo.
+QWidget* Gallery::record()
+{
+    auto* form =
+        keep(std::make_unique<maintenance::FormXGXX>(library.scores, m_screenDialogs, nullptr));
+    form->listWithoutPhoto();
+    return form;
 }
 
 QWidget* Gallery::classChange()

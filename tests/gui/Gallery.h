@@ -68,6 +68,7 @@ private:
     QWidget* customDisplay();
     QWidget* scoreExport();
     QWidget* individualAnalysis();
+    QWidget* record();
     QWidget* classChange();
     QWidget* about();
     QWidget* progress();

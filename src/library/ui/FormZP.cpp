@@ -1,49 +1,16 @@
 #include "library/ui/FormZP.h"
 
-#include <QImageReader>
 #include <QLabel>
 #include <QMoveEvent>
 #include <QScopedValueRollback>
 #include <QScreen>
 
-#include "platform/runtime/Error.h"
+#include "library/ui/PhotoPicture.h"
 #include "platform/runtime/Trap.h"
 
 namespace library {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QString whyUnread(QImageReader::ImageReaderError error)
-{
-    switch (error) {
-    case QImageReader::FileNotFoundError:
-        return u"照片文件不存在。"_s;
-    case QImageReader::DeviceError:
-        return u"照片文件无法读取。"_s;
-    default:
-        return u"照片不是图片，或已损坏，或太大。"_s;
-    }
-}
-
-/// The picture of a file, whatever its extension, no larger than `most`. Throws Error.
-QImage readPicture(const QString& path, const QSize& most)
-{
-    QImageReader reader(path);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    // A camera's picture is not unpacked to its full size.
-    const QSize size = reader.size();
-    if (size.width() > most.width() || size.height() > most.height())
-        reader.setScaledSize(size.scaled(most, Qt::KeepAspectRatio).expandedTo({1, 1}));
-    QImage picture = reader.read();
-    if (picture.isNull())
-        throw runtime::Error(whyUnread(reader.error()));
-    return picture;
-}
-
-} // namespace
 
 FormZP::FormZP(const QString& noPicture, QWidget* owner)
     : Screen(u"FormZP"_s, u"照片"_s, owner), m_noPicture(noPicture)
@@ -75,7 +42,7 @@ void FormZP::LoadPic(const QString& path)
 
 void FormZP::showPicture(const QString& path)
 {
-    const QImage picture = readPicture(path, screen()->size());
+    const QImage picture = readPhoto(path, screen()->size());
     Image1->setPixmap(QPixmap::fromImage(picture));
     m_ratio = double(picture.width()) / picture.height();
 }

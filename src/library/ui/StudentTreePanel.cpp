@@ -72,6 +72,14 @@ std::optional<qint64> StudentTreePanel::selected() const
     return items.constFirst()->data(0, Qt::UserRole).toLongLong();
 }
 
+void StudentTreePanel::select(qint64 id)
+{
+    int place = m_finder->count() - 1;
+    while (place >= 0 && m_finder->student(place).id != id)
+        --place;
+    TreeView1->selectStudent(place);
+}
+
 void StudentTreePanel::findStudent(Qt::SortOrder direction)
 {
     const CommandScope command(m_dialogs);

@@ -30,6 +30,9 @@ public:
     /// The selected node: a student's ID, 0 for a class, nothing when none is selected.
     std::optional<qint64> selected() const;
 
+    /// Selects the student of this ID, or nothing if the tree has none, and tells nobody.
+    void select(qint64 id);
+
     StudentTreeView* view() const { return TreeView1; }
 
 Q_SIGNALS:

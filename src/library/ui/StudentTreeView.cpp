@@ -55,8 +55,9 @@ void StudentTreeView::setTree(const StudentTree& tree)
 
 void StudentTreeView::selectStudent(int place)
 {
-    setCurrentItem(m_students.at(size_t(place)));
-    scrollToItem(currentItem());
+    setCurrentItem(place < 0 ? nullptr : m_students.at(size_t(place)));
+    if (place >= 0)
+        scrollToItem(currentItem());
     m_told = selectedItems();
 }
 

@@ -18,7 +18,8 @@ public:
     /// Shows these classes, expanded, with the first one in view and nothing selected.
     void setTree(const StudentTree& tree);
 
-    /// Selects the student at a place in the tree, counted from 0 without the classes.
+    /// Selects the student at a place in the tree, counted from 0 without the classes; nothing for
+    /// -1.
     void selectStudent(int place);
     /// The place of the selected student; -1 for none.
     int selectedPlace() const;

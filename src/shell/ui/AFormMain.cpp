@@ -192,6 +192,8 @@ void AFormMain::connectMenu()
     connectScreen(u"meZFGS"_s, &MenuScreens::showFormZFGS);
     connectScreen(u"mtEXCEL"_s, &MenuScreens::showFormDaoChu);
     connectScreen(u"msGRFX"_s, &MenuScreens::showFormGeRenChengJi);
+    connectScreen(u"meXXXG"_s, &MenuScreens::showFormXGXX);
+    connectScreen(u"meJCTP"_s, &MenuScreens::checkPhotos);
     connectScreen(u"mtZB"_s, &MenuScreens::showFormZhuanBan);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }
@@ -304,7 +306,7 @@ void AFormMain::mfSaveAs_Click()
 void AFormMain::Mfexit_Click()
 {
     // At once, without the events of closing windows; only results that nobody saved are asked for.
-    if (m_screens.workbookWindows().closeAll())
+    if (m_screens.closeAll())
         QApplication::exit(0);
 }
 
@@ -374,7 +376,7 @@ void AFormMain::restoreLayout()
 
 void AFormMain::closeEvent(QCloseEvent* event)
 {
-    if (!m_screens.workbookWindows().closeAll())
+    if (!m_screens.closeAll())
         return event->ignore();
     saveLayout();
     QMainWindow::closeEvent(event);

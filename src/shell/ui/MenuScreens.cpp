@@ -8,6 +8,7 @@
 #include "import/ui/Formgf.h"
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
+#include "maintenance/ui/FormXGXX.h"
 #include "maintenance/ui/FormZhuanBan.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/frmAbout.h"
@@ -135,6 +136,23 @@ void MenuScreens::checkScores()
     }
 }
 
+void MenuScreens::showFormXGXX()
+{
+    maintenance::FormXGXX screen(m_library, m_dialogs, &m_mainWindow);
+    show(screen);
+}
+
+void MenuScreens::checkPhotos()
+{
+    if (!m_photoCheck) {
+        m_photoCheck = new maintenance::FormXGXX(m_library, m_dialogs, &m_mainWindow);
+        m_photoCheck->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_photoCheck->listWithoutPhoto();
+    m_photoCheck->show();
+    m_photoCheck->activateWindow();
+}
+
 void MenuScreens::showFormZhuanBan()
 {
     maintenance::FormZhuanBan screen(m_library, &m_mainWindow);
@@ -145,6 +163,11 @@ void MenuScreens::showAbout()
 {
     frmAbout screen(&m_mainWindow);
     show(screen);
+}
+
+bool MenuScreens::closeAll()
+{
+    return (!m_photoCheck || m_photoCheck->close()) && m_windows.closeAll();
 }
 
 } // namespace shell

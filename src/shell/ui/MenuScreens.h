@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include <QPointer>
+
 #include "import/ImportState.h"
 #include "library/ScoreLibrary.h"
 #include "platform/widgets/Screen.h"
@@ -15,6 +17,10 @@ class IntakeScreen;
 
 namespace exporting {
 class FormDaoChu;
+}
+
+namespace maintenance {
+class FormXGXX;
 }
 
 namespace shell {
@@ -51,9 +57,17 @@ public:
     /// "检查成绩": the bad scores of the latest import since the program started, if there were
     /// any.
     void checkScores();
+    /// "修改学生信息".
+    void showFormXGXX();
+    /// The same beside the list of students without a photo; it does not block the main window.
+    void checkPhotos();
     /// "转班".
     void showFormZhuanBan();
     void showAbout();
+
+    /// Closes the screens that do not block the main window and the windows of the workbooks; asks
+    /// for what is not saved there. False if the user stays.
+    bool closeAll();
 
 private:
     void show(widgets::Screen& screen);
@@ -73,6 +87,7 @@ private:
     std::unique_ptr<exporting::FormDaoChu> m_export;
     /// The library that the choices on m_export were made in.
     QString m_exportedLibrary;
+    QPointer<maintenance::FormXGXX> m_photoCheck;
 };
 
 } // namespace shell
