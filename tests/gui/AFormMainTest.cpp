@@ -157,6 +157,26 @@ TEST_F(MainWindow, TheCheckOfPhotosStaysOpenBesideTheMainWindow)
     EXPECT_FALSE(screen->isVisible());
 }
 
+TEST_F(MainWindow, ARecordThatIsNotSavedIsAskedAboutBeforeTheProgramEnds)
+{
+    window->start(path);
+    item(u"meJCTP"_s)->trigger();
+    const auto* screen = window->findChild<QDialog*>(u"FormXGXX"_s);
+    auto* list = screen->findChild<QListWidget*>(u"List1"_s);
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Down);
+    auto* view = screen->findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s);
+    view->select(5, 1, 5, 1);
+    QTest::keyClicks(view, u"x"_s);
+    test.dialogs.expect(u"还没有保存"_s, u"取消"_s);
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    test.dialogs.expect(u"还没有保存"_s, u"保存"_s);
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(test.rows(u"select 性别 from 信息表"_s), u"x"_s);
+}
+
 TEST_F(MainWindow, TheWorkbenchOpensTheImportAndTheCustomDisplay)
 {
     window->start(path);

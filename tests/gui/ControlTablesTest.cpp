@@ -251,7 +251,7 @@ const std::vector<Window> windows{
       {Tree, u"TreeView1"},
       {Grid, u"MSFlexGrid1"},
       {Editor, u"Text1"},
-      {Panel, u"Picture1"},
+      {Panel, u"Picture1", u"", u"点“照片名”一行，选择照片文件"},
       {Label, u"Image1"},
       {Push, u"Command1", u"修改"},
       {Push, u"Command2", u"退出"},

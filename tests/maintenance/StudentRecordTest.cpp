@@ -1,10 +1,13 @@
 #include "maintenance/StudentRecord.h"
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
 
 #include "platform/database/Error.h"
 #include "support/FileBytes.h"
 #include "support/FixedPhotoFiles.h"
+#include "support/OrdinaryUser.h"
 #include "support/OtherProgram.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
@@ -398,6 +401,26 @@ TEST_F(Record, ALockedLibraryKeepsTheRecordAndWhatWasTyped)
     EXPECT_EQ(field(u"性别"_s), u"女"_s);
     EXPECT_EQ(cell(5), u"男"_s);
     EXPECT_TRUE(record.isChanged());
+}
+
+TEST_F(Record, AReadOnlyLibraryIsToldOnceAndKeepsWhatWasTyped)
+{
+    const QByteArray library = test.scores.Conn.path().toUtf8();
+    test.scores.Conn.Close();
+    ASSERT_EQ(chmod(test.folder.path().toUtf8().constData(), 0755), 0);
+    ASSERT_EQ(chmod(library.constData(), 0444), 0);
+    const support::OrdinaryUser user;
+    test.scores.OpenDB();
+    EXPECT_TRUE(record.ShowGeRenXX(wang));
+    typeInto(u"性别"_s, u"男"_s);
+    typeInto(u"民族"_s, u"汉"_s);
+    EXPECT_EQ(record.Command1_Click(), RecordSave::Failed);
+    ASSERT_EQ(test.dialogs.shown.size(), 1);
+    EXPECT_TRUE(test.dialogs.shown[0].startsWith(u"成绩库是只读的，不能写入。"_s))
+        << test.dialogs.shown[0].toStdString();
+    EXPECT_TRUE(test.dialogs.shown[0].endsWith(saveTag));
+    EXPECT_EQ(cell(5), u"男"_s);
+    EXPECT_EQ(field(u"性别"_s), u"女"_s);
 }
 
 TEST_F(Record, TheLibraryTellsOfNamesClassesNumbersAndStreamsAlone)

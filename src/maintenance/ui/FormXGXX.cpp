@@ -57,6 +57,7 @@ void FormXGXX::build()
 {
     m_tree = new library::StudentTreePanel(m_dialogs, this);
     Picture1 = named(new PhotoBox(this), u"Picture1"_s, u"照片"_s);
+    Picture1->setToolTip(u"点“照片名”一行，选择照片文件"_s);
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(m_tree, 2);
     layout->addWidget(makeRecord(), 4);
@@ -118,7 +119,7 @@ void FormXGXX::Form_Load()
     MSFlexGrid1->refresh();
     MSFlexGrid1->select(0, StudentRecord::ValueCol, 0, StudentRecord::ValueCol);
     const QSize letter(fontMetrics().averageCharWidth(), fontMetrics().lineSpacing());
-    resize(letter.width() * 120, letter.height() * 28);
+    resize(letter.width() * 120, letter.height() * 32);
     ShowStuTree();
 }
 
