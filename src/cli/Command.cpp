@@ -209,6 +209,27 @@ const std::vector<Command>& commands()
          "    --yes              对确认回答“确定”（默认“取消”）\n"
          "    --no-backup        写入前不备份成绩库\n",
          runDeleteExams},
+        {u"settings",
+         {{u"set"_s, u"analysis"_s, u"conditions"_s, u"condition"_s, u"delete-conditions"_s,
+           u"format"_s},
+          {},
+          1,
+          1,
+          {u"set"_s, u"analysis"_s, u"condition"_s}},
+         u"yunshan-cli settings LIB [--set NAME=VALUE]… [--analysis NAME=是|否]…\n"
+         "            [--format tsv|json]\n"
+         "yunshan-cli settings LIB --conditions NAME\n"
+         "            [--condition STREAM:SUBJECT:>=85,<=100]… [--format tsv|json]\n"
+         "yunshan-cli settings LIB --delete-conditions NAME\n"
+         "    分析设置；不给出修改时只输出。\n"
+         "    --set NAME=VALUE   修改一项设置，可以多次给出\n"
+         "    --analysis …       是否加入综合分析，可以多次给出；第一项不能改\n"
+         "    --conditions NAME  一项设置的各科条件；不给出 --condition 时只输出\n"
+         "    --condition …      修改一科的两个条件并保存全部各科条件，可以多次给出\n"
+         "    --delete-conditions NAME\n"
+         "                       删除一项设置已经保存的各科条件，设置本身不变\n"
+         "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
+         runSettings},
         {u"info",
          {{}, {}, 1, 1},
          u"yunshan-cli info LIB\n"

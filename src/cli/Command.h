@@ -36,6 +36,7 @@ Exit runClassCharts(Session& session);
 Exit runCorrect(Session& session);
 Exit runDeleteSubjects(Session& session);
 Exit runDeleteExams(Session& session);
+Exit runSettings(Session& session);
 
 /// All commands, in the order of the help text.
 const std::vector<Command>& commands();

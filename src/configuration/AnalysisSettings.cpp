@@ -118,13 +118,18 @@ int AnalysisSettings::rowOf(const QString& name) const
 
 bool AnalysisSettings::isListEdited(int row) const
 {
-    const QString& name = settings.TextMatrix(row, NameCol);
-    return name == categories || name == comparedExams || name == averages;
+    return offersLibrary(row) || settings.TextMatrix(row, NameCol) == averages;
 }
 
 QStringList AnalysisSettings::choices(int row) const
 {
     return settings.TextMatrix(row, ChoicesCol).split(u',', Qt::SkipEmptyParts);
+}
+
+bool AnalysisSettings::offersLibrary(int row) const
+{
+    const QString& name = settings.TextMatrix(row, NameCol);
+    return name == categories || name == comparedExams;
 }
 
 bool AnalysisSettings::flip(int row)
@@ -218,13 +223,6 @@ bool AnalysisSettings::isChanged() const
     return allRows() != m_unchanged;
 }
 
-/// The choices of these rows are read from the library whenever they are shown.
-bool AnalysisSettings::keepsChoices(int row) const
-{
-    const QString& name = settings.TextMatrix(row, NameCol);
-    return name != categories && name != comparedExams;
-}
-
 void AnalysisSettings::saveFields(Recordset& rows, int row)
 {
     const Trap passedOver = Trap::silent();
@@ -234,7 +232,8 @@ void AnalysisSettings::saveFields(Recordset& rows, int row)
         // No number is no flag, and is not to become one.
         if (col == FlagCol && cell.isEmpty())
             continue;
-        const Trap& trap = col == ChoicesCol && !keepsChoices(row) ? passedOver : saving;
+        // Choices that are read anew whenever they are shown need not fit.
+        const Trap& trap = col == ChoicesCol && offersLibrary(row) ? passedOver : saving;
         trap([&] { rows.Fields(col + 1).setValue(cell); });
     }
 }

@@ -37,6 +37,8 @@ public:
     bool isListEdited(int row) const;
     /// What the value of a list-edited row can be put together of.
     QStringList choices(int row) const;
+    /// The choices are what the library holds, and "(全部)" stands for all of them.
+    bool offersLibrary(int row) const;
 
     /// Turns 是 to 否, and anything else to 是. The heading and the first row stay: false then.
     bool flip(int row);
@@ -72,7 +74,6 @@ private:
     QString allRows() const;
     void loadRow(database::Recordset& rows, int row);
     void offerValues(int row, const QString& name);
-    bool keepsChoices(int row) const;
     bool wantsStored(const QString& name, SubjectConditions& conditions) const;
     void saveRow(int row);
     void saveFields(database::Recordset& rows, int row);

@@ -15,7 +15,7 @@ SUBJECTS = ("语文", "数学", "英语")
 BEFORE, AFTER = "before", "after"
 # 综合分析完毕！ is none of them: it is told before the workbooks are saved.
 CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！", "分班完成！",
-                 "删除完毕！")
+                 "删除完毕！", "设置保存成功！")
 EARLIER_COPIES = 5
 REMARK = "备注" * 350
 
@@ -234,6 +234,8 @@ def all_scenarios(programs, folder):
         Scenario("score export", exported,
                  cli("export", "--exam", "期中", "--subjects", "语文,总分", "--classes", "1,2",
                      "--chart", "--class-average", "期中", "--out", "out/成绩.xlsx", "--force")),
+        Scenario("settings", scored,
+                 cli("settings", "--set", "各科优秀率=[0.8,1]", "--analysis", "各科及格率=否")),
         # A statement that changes something gives no rows to show, which is told as an error.
         Scenario("typed statement", scored,
                  cli("browse", "--exam", "期中", "--sql", change, "--accept-changes"),
