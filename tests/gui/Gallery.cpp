@@ -8,6 +8,8 @@
 #include <QStandardPaths>
 #include <QTest>
 
+#include "configuration/ui/FormSet.h"
+#include "configuration/ui/FormXiangXiSZ.h"
 #include "configuration/ui/FormZDYXS.h"
 #include "export/ui/FormDaoChu.h"
 #include "import/ui/FormDaoRu.h"
@@ -43,6 +45,8 @@ const Gallery::Entry Gallery::entries[] = {
     {u"Formgf", &Gallery::errorList},
     {u"FormZFGS", &Gallery::formulas},
     {u"FormZDYXS", &Gallery::customDisplay},
+    {u"FormSet", &Gallery::analysisSettings},
+    {u"FormXiangXiSZ", &Gallery::subjectConditions},
     {u"FormDaoChu", &Gallery::scoreExport},
     {u"FormGeRenChengJi", &Gallery::individualAnalysis},
     {u"FormXGXX", &Gallery::record},
@@ -204,6 +208,18 @@ QWidget* Gallery::customDisplay()
     form->setItem(u"T分"_s, u"文"_s);
     form->init();
     return form;
+}
+
+QWidget* Gallery::analysisSettings()
+{
+    return keep(std::make_unique<configuration::FormSet>(library.scores, m_screenDialogs, nullptr));
+}
+
+QWidget* Gallery::subjectConditions()
+{
+    m_conditions.makeFrom(statistics::Interval::parse(u"[0.85,1]"_s));
+    return keep(std::make_unique<configuration::FormXiangXiSZ>(m_conditions, m_settings,
+                                                               m_screenDialogs, nullptr));
 }
 
 QWidget* Gallery::scoreExport()

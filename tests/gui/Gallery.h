@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "configuration/AnalysisSettings.h"
 #include "import/ImportState.h"
 #include "platform/widgets/ScreenDialogs.h"
 #include "platform/widgets/ScreenProgress.h"
@@ -66,6 +67,8 @@ private:
     QWidget* errorList();
     QWidget* formulas();
     QWidget* customDisplay();
+    QWidget* analysisSettings();
+    QWidget* subjectConditions();
     QWidget* scoreExport();
     QWidget* individualAnalysis();
     QWidget* record();
@@ -88,6 +91,8 @@ private:
     excel::Applications m_applications;
     excel::Application m_spreadsheet;
     importing::ImportState m_state;
+    configuration::AnalysisSettings m_settings{library.scores};
+    configuration::SubjectConditions m_conditions{library.scores};
     std::unique_ptr<widgets::ScreenProgress> m_progress;
     std::unique_ptr<QWidget> m_window;
 };

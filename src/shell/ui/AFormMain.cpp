@@ -190,6 +190,7 @@ void AFormMain::connectMenu()
     connectScreen(u"mtSJFB"_s, &MenuScreens::showFormDaoRuFenBanXinXi);
     connectScreen(u"meJCCJ"_s, &MenuScreens::checkScores);
     connectScreen(u"meZFGS"_s, &MenuScreens::showFormZFGS);
+    connectScreen(u"mFXSZ"_s, &MenuScreens::showFormSet);
     connectScreen(u"mtEXCEL"_s, &MenuScreens::showFormDaoChu);
     connectScreen(u"msGRFX"_s, &MenuScreens::showFormGeRenChengJi);
     connectScreen(u"meXXXG"_s, &MenuScreens::showFormXGXX);

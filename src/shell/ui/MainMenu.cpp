@@ -67,7 +67,7 @@ constexpr Entry entries[] = {
     {u"mSJWH", u"mtZB", u"个别转班(&B)", State::Ready},
     {u"mSJCL", u"mSHowInfo", u"显示基本信息(&S)", State::Ready},
     {u"mSJCL", nullptr, nullptr, State::Ready},
-    {u"mSJCL", u"mFXSZ", u"分析设置(&F)", State::Later},
+    {u"mSJCL", u"mFXSZ", u"分析设置(&F)", State::Ready},
     {u"mSJCL", nullptr, nullptr, State::Ready},
     {u"mSJCL", u"msGRFX", u"个人分析(&G)", State::Ready},
     {u"mSJCL", u"mZHFX", u"综合分析(&Z)", State::NoAction},

@@ -1,5 +1,6 @@
 #include "shell/ui/MenuScreens.h"
 
+#include "configuration/ui/FormSet.h"
 #include "configuration/ui/FormZDYXS.h"
 #include "export/ui/FormDaoChu.h"
 #include "import/ui/FormDaoRu.h"
@@ -92,6 +93,12 @@ void MenuScreens::showFormZDYXS(const QString& item, const QString& stream)
     configuration::FormZDYXS screen(m_library, m_dialogs, &m_mainWindow);
     screen.setItem(item, stream);
     screen.init();
+    show(screen);
+}
+
+void MenuScreens::showFormSet()
+{
+    configuration::FormSet screen(m_library, m_dialogs, &m_mainWindow);
     show(screen);
 }
 

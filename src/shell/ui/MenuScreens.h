@@ -50,6 +50,8 @@ public:
     void showFormZFGS();
     /// "自定义显示" for an item and a stream of the workbench.
     void showFormZDYXS(const QString& item, const QString& stream);
+    /// "分析设置".
+    void showFormSet();
     /// "导出到Excel": shown again over the same library, the screen holds what was chosen on it.
     void showFormDaoChu();
     /// "个人分析".
