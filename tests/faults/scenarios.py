@@ -18,6 +18,8 @@ CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "�
                  "删除完毕！", "设置保存成功！")
 EARLIER_COPIES = 5
 REMARK = "备注" * 350
+PICTURE = bytes.fromhex("47494638396101000100800000ffffff00000021f90401000000002c0000000001000100"
+                        "0002024401003b")
 
 
 @dataclass
@@ -199,6 +201,11 @@ def upkeep_scenarios(make, scored):
                    between={"after the score": (cli(*correct),)})
     yield Scenario("removal of subjects", make.with_earlier_copies(make.copied("removal", scored)),
                    cli("delete-subjects", "数学,英语", "--yes"), makes_copies=True)
+    recorded = make.copied("record", scored)
+    (recorded / "照片.gif").write_bytes(PICTURE)
+    change = ("record", "--id", "1", "--set", "性别=女", "--set", "学号=77")
+    yield Scenario("change of a record", recorded, cli(*change, "--photo", "照片.gif"),
+                   between={"without the photo, which could not be read": (cli(*change),)})
 
 
 def new_scenarios(books, scored, crashed):
