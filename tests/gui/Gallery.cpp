@@ -20,7 +20,9 @@
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
+#include "maintenance/ui/FormDelKM.h"
 #include "maintenance/ui/FormXGXX.h"
+#include "maintenance/ui/FormXiuGaiChengJi.h"
 #include "maintenance/ui/FormZhuanBan.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
@@ -50,6 +52,8 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormDaoChu", &Gallery::scoreExport},
     {u"FormGeRenChengJi", &Gallery::individualAnalysis},
     {u"FormXGXX", &Gallery::record},
+    {u"FormXiuGaiChengJi", &Gallery::scoreCorrection},
+    {u"FormDelKM", &Gallery::subjectRemoval},
     {u"FormZhuanBan", &Gallery::classChange},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
@@ -241,6 +245,17 @@ QWidget* Gallery::record()
         keep(std::make_unique<maintenance::FormXGXX>(library.scores, m_screenDialogs, nullptr));
     form->listWithoutPhoto();
     return form;
+}
+
+QWidget* Gallery::scoreCorrection()
+{
+    return keep(
+        std::make_unique<maintenance::FormXiuGaiChengJi>(library.scores, m_screenDialogs, nullptr));
+}
+
+QWidget* Gallery::subjectRemoval()
+{
+    return keep(std::make_unique<maintenance::FormDelKM>(library.scores, m_screenDialogs, nullptr));
 }
 
 QWidget* Gallery::classChange()

@@ -72,6 +72,8 @@ private:
     QWidget* scoreExport();
     QWidget* individualAnalysis();
     QWidget* record();
+    QWidget* scoreCorrection();
+    QWidget* subjectRemoval();
     QWidget* classChange();
     QWidget* about();
     QWidget* progress();

@@ -23,9 +23,9 @@ QListWidget* addList(QGridLayout* layout, const ListPlace& place, const QString&
 }
 
 QListWidget* addMultiList(QGridLayout* layout, const ListPlace& place, const QString& name,
-                          const QString& caption)
+                          const QString& caption, const QString& captionName)
 {
-    QListWidget* const list = addList(layout, place, name, caption);
+    QListWidget* const list = addList(layout, place, name, caption, captionName);
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     auto* below = label(u"LabelHint"_s + name, multiSelectHint(), nullptr, layout->parentWidget());
     below->setWordWrap(true);

@@ -25,7 +25,7 @@ QListWidget* addList(QGridLayout* layout, const ListPlace& place, const QString&
 /// The same for a list of which several entries can be chosen, with the hint how below; its label
 /// is named "LabelHint" and the list's name.
 QListWidget* addMultiList(QGridLayout* layout, const ListPlace& place, const QString& name,
-                          const QString& caption);
+                          const QString& caption, const QString& captionName = {});
 
 /// How several entries of a list are chosen.
 QString multiSelectHint();

@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include "library/ui/FormNew.h"
+#include "maintenance/ExamRemoval.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
@@ -184,6 +185,7 @@ void AFormMain::connectMenu()
     connectItem(u"mSHowInfo"_s, &AFormMain::showWorkbench);
     connectItem(u"Hzt"_s, &AFormMain::Hzt_Click);
     connectItem(u"mUpdate"_s, &AFormMain::mUpdate_Click);
+    connectItem(u"meSCKS"_s, &AFormMain::meSCKS_Click);
     connect(m_menu.item(u"meDRKS"_s), &QAction::triggered, this,
             [this] { m_screens.showFormDaoRu(); });
     connectScreen(u"meDRLB"_s, &MenuScreens::importStudents);
@@ -195,6 +197,8 @@ void AFormMain::connectMenu()
     connectScreen(u"msGRFX"_s, &MenuScreens::showFormGeRenChengJi);
     connectScreen(u"meXXXG"_s, &MenuScreens::showFormXGXX);
     connectScreen(u"meJCTP"_s, &MenuScreens::checkPhotos);
+    connectScreen(u"meXGCJ"_s, &MenuScreens::showFormXiuGaiChengJi);
+    connectScreen(u"mDelKM"_s, &MenuScreens::showFormDelKM);
     connectScreen(u"mtZB"_s, &MenuScreens::showFormZhuanBan);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }
@@ -328,6 +332,11 @@ void AFormMain::mUpdate_Click()
 void AFormMain::mMfgToXls_Click()
 {
     copyGridToWorkbook(m_grid, excel::OpenExcel(m_screens.applications()));
+}
+
+void AFormMain::meSCKS_Click()
+{
+    maintenance::removeExams(m_library, m_workbench->selectedExams());
 }
 
 void AFormMain::showGrid(workbench::AfterQuery afterwards)

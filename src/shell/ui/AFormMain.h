@@ -76,6 +76,7 @@ private:
     void Hzt_Click();
     void mUpdate_Click();
     void mMfgToXls_Click();
+    void meSCKS_Click();
 
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;

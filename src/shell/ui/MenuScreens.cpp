@@ -9,7 +9,9 @@
 #include "import/ui/Formgf.h"
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
+#include "maintenance/ui/FormDelKM.h"
 #include "maintenance/ui/FormXGXX.h"
+#include "maintenance/ui/FormXiuGaiChengJi.h"
 #include "maintenance/ui/FormZhuanBan.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/frmAbout.h"
@@ -158,6 +160,18 @@ void MenuScreens::checkPhotos()
     m_photoCheck->listWithoutPhoto();
     m_photoCheck->show();
     m_photoCheck->activateWindow();
+}
+
+void MenuScreens::showFormXiuGaiChengJi()
+{
+    maintenance::FormXiuGaiChengJi screen(m_library, m_dialogs, &m_mainWindow);
+    show(screen);
+}
+
+void MenuScreens::showFormDelKM()
+{
+    maintenance::FormDelKM screen(m_library, m_dialogs, &m_mainWindow);
+    show(screen);
 }
 
 void MenuScreens::showFormZhuanBan()

@@ -63,6 +63,10 @@ public:
     void showFormXGXX();
     /// The same beside the list of students without a photo; it does not block the main window.
     void checkPhotos();
+    /// "修改成绩".
+    void showFormXiuGaiChengJi();
+    /// "删除科目".
+    void showFormDelKM();
     /// "转班".
     void showFormZhuanBan();
     void showAbout();

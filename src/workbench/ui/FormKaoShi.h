@@ -37,6 +37,9 @@ public:
     /// Fills all lists from the open library.
     void init();
 
+    /// The exams that are selected in ListKSMC, in its order.
+    QStringList selectedExams() const { return m_selection.ListKSMC.selectedTexts(); }
+
     /// Runs a report as "执行统计" does.
     void runStatistics(const ReportRequest& request);
 
