@@ -45,7 +45,7 @@ void FormSet::build()
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(MSFlexGrid1, 1);
     layout->addWidget(makeStrip());
-    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 36);
+    resize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 40);
 }
 
 QWidget* FormSet::makeStrip()
