@@ -123,6 +123,14 @@ bool mayOverwrite()
            != Answer::Cancel;
 }
 
+Unsaved askAboutUnsaved(const QString& text)
+{
+    return Unsaved(choose({.text = text,
+                           .buttons = {u"保存"_s, u"不保存"_s, u"取消"_s},
+                           .safe = int(Unsaved::Stay),
+                           .title = u"提示"_s}));
+}
+
 QString ShowFileDialog(const QString& filter, FileMode mode)
 {
     const QString title = mode == FileMode::Save ? u"保存文件"_s : u"打开文件"_s;

@@ -129,6 +129,13 @@ void warn(const QString& text);
 /// Asks whether an existing file may be overwritten; true for yes.
 bool mayOverwrite();
 
+/// What becomes of changes that nobody saved yet.
+enum class Unsaved { Save, Discard, Stay };
+
+/// Asks before such changes would be lost: 保存, 不保存, or 取消, the safe one, which stays with
+/// them.
+Unsaved askAboutUnsaved(const QString& text);
+
 /// Asks for a file. Saving under the name of an existing one is asked about once more. "" when
 /// cancelled or refused, and, without a message, when the dialog failed.
 QString ShowFileDialog(const QString& filter, FileMode mode);

@@ -13,21 +13,30 @@ namespace runtime {
 
 using namespace Qt::StringLiterals;
 
+QStringList readAllLines(const QString& file)
+{
+    if (!QFileInfo(file).isFile())
+        return {};
+    QFile in(file);
+    if (!in.open(QIODevice::ReadOnly))
+        throw Error(u"无法读取文件 %1（%2）"_s.arg(file, fileErrorText(in.error())));
+    QStringList lines = decodeText(in.readAll()).split(u'\n');
+    for (QString& line : lines) {
+        if (line.endsWith(u'\r'))
+            line.chop(1);
+    }
+    // What the last line end is followed by is no line.
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
 void readLines(const QString& file, QStringList& list)
 {
     if (!QFileInfo(file).isFile())
         return;
-    QFile in(file);
-    if (!in.open(QIODevice::ReadOnly))
-        throw Error(u"无法读取文件 %1（%2）"_s.arg(file, fileErrorText(in.error())));
-    list.clear();
-    const QString text = decodeText(in.readAll());
-    for (QStringView line : QStringView(text).split(u'\n')) {
-        if (line.endsWith(u'\r'))
-            line.chop(1);
-        if (!line.isEmpty())
-            list.append(line.toString());
-    }
+    list = readAllLines(file);
+    list.removeAll(QString());
 }
 
 void ReadTxtSet(const QString& file, QStringList& list)

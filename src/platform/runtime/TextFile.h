@@ -10,6 +10,10 @@ namespace runtime {
 /// read.
 void readLines(const QString& file, QStringList& list);
 
+/// All lines of a text file, the empty ones too; none if there is no such file. Throws Error where
+/// it cannot be read.
+QStringList readAllLines(const QString& file);
+
 /// readLines for the lists of defaults; a failure is shown in a message.
 void ReadTxtSet(const QString& file, QStringList& list);
 

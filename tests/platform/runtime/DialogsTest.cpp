@@ -99,6 +99,19 @@ TEST(FolderDialog, GivesTheFolderOrNothing)
     EXPECT_EQ(dialogs.fileTitle, u"选择文件夹"_s);
 }
 
+TEST(Unsaved, IsSavedLostOrStayedWithAsTheUserSays)
+{
+    support::ScriptedDialogs dialogs;
+    for (const auto& [caption, answer] :
+         {std::pair{u"保存"_s, Unsaved::Save}, std::pair{u"不保存"_s, Unsaved::Discard},
+          std::pair{u"取消"_s, Unsaved::Stay}}) {
+        dialogs.expect(u"改动"_s, caption);
+        EXPECT_EQ(askAboutUnsaved(u"改动还没有保存。"_s), answer) << caption.toStdString();
+    }
+    EXPECT_EQ(dialogs.safeOf(u"改动"_s), u"取消"_s);
+    EXPECT_EQ(dialogs.shown.first(), u"提示: 改动还没有保存。"_s);
+}
+
 TEST(ColorDialog, GivesTheColorAsANumberOrErr)
 {
     support::ScriptedDialogs dialogs;

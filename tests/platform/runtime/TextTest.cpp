@@ -136,6 +136,16 @@ TEST_F(TextFile, AFileThatCannotBeReadIsShownWithTheTagOfTheRoutine)
     EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Sub ReadTxtSet/MdlSYS"_s));
 }
 
+TEST_F(TextFile, AllItsLinesAreReadWithTheEmptyOnes)
+{
+    EXPECT_EQ(readAllLines(write("语文\r\n\r\n数学\n")),
+              (QStringList{u"语文"_s, u""_s, u"数学"_s}));
+    EXPECT_EQ(readAllLines(write("语文\n\n")), (QStringList{u"语文"_s, u""_s}));
+    EXPECT_EQ(readAllLines(write("语文")), QStringList{u"语文"_s}) << "without a line end";
+    EXPECT_EQ(readAllLines(write("")), QStringList());
+    EXPECT_EQ(readAllLines(folder.filePath(u"none.txt"_s)), QStringList());
+}
+
 TEST_F(TextFile, WritingReplacesTheFileWhole)
 {
     const QString name = write("an older and longer content");
