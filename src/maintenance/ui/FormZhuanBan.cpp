@@ -91,8 +91,9 @@ void FormZhuanBan::Form_Load()
         Combo4->addItems(classes);
     });
     addNumbers(Combo2);
+    // Without an entry its text is empty, too.
     for (QComboBox* box : {Combo1, Combo2, Combo4, Combo5})
-        box->clearEditText();
+        box->setCurrentIndex(-1);
 }
 
 /// The numbers go to the list of the first pair, though the class is that of the second.
