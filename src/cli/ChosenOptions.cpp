@@ -134,6 +134,11 @@ individual::RankKind chosenRanks(const Session& session)
                : individual::RankKind::Class;
 }
 
+library::Backup chosenBackup(const Arguments& arguments)
+{
+    return arguments.has(u"no-backup"_s) ? library::Backup::SwitchedOff : library::Backup::Make;
+}
+
 void refuseExisting(const Session& session, const QString& path)
 {
     const QFileInfo target(path);

@@ -7,6 +7,7 @@
 
 #include "cli/Session.h"
 #include "individual/ChartRanks.h"
+#include "library/LibraryBackup.h"
 #include "workbench/ScoreQuery.h"
 
 namespace cli {
@@ -38,6 +39,9 @@ std::vector<individual::TickedColumn> chosenTicks(const Session& session);
 
 /// The ranks that --rank names, 年名 without it. Throws UsageError.
 individual::RankKind chosenRanks(const Session& session);
+
+/// A dated copy, unless --no-backup is given.
+library::Backup chosenBackup(const Arguments& arguments);
 
 /// Throws Error if a file of this name exists and --force is not given, or is the open library.
 void refuseExisting(const Session& session, const QString& path);

@@ -230,6 +230,13 @@ const std::vector<Command>& commands()
          "                       删除一项设置已经保存的各科条件，设置本身不变\n"
          "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
          runSettings},
+        {u"set-streams",
+         {{u"science"_s}, {u"no-backup"_s}, 1, 1},
+         u"yunshan-cli set-streams LIB --science 3,4,5 [--no-backup]\n"
+         "    设置文理：给出的班在成绩表里的科类设为理，其余的班设为文。\n"
+         "    --science …        设为理的班；\"\" 为一个班也没有\n"
+         "    --no-backup        设置前不备份成绩库\n",
+         runSetStreams},
         {u"info",
          {{}, {}, 1, 1},
          u"yunshan-cli info LIB\n"

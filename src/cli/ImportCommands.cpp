@@ -1,5 +1,6 @@
 #include <QFileInfo>
 
+#include "cli/ChosenOptions.h"
 #include "cli/CliImportQuestions.h"
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
@@ -15,11 +16,6 @@ using namespace importing;
 using runtime::Answer;
 
 namespace {
-
-Backup backupChoice(const Arguments& arguments)
-{
-    return arguments.has(u"no-backup"_s) ? Backup::SwitchedOff : Backup::Make;
-}
 
 /// The sheet that --sheet names, else the first. Throws UsageError if the workbook has no such
 /// sheet; of a workbook that could not be opened the import itself says why.
@@ -131,7 +127,7 @@ ExamImportRequest requestFrom(const Session& session, const QString& sheet)
         arguments.has(u"existing"_s) ? ExamChoice::PickedFromList : ExamChoice::Typed;
     request.newStudents = arguments.has(u"add-students"_s) ? NewStudents::Add : NewStudents::Ask;
     request.afterwards = arguments.has(u"score"_s) ? Afterwards::Score : Afterwards::LeaveUnscored;
-    request.backup = backupChoice(arguments);
+    request.backup = chosenBackup(arguments);
     request.streamOfNewClasses = streamOfNewClasses(session);
     return request;
 }
@@ -180,7 +176,7 @@ Exit runImportStudents(Session& session)
     const QString sheet = chosenSheet(intake, arguments);
     CliProgress progress;
     StudentImport import(session.scores, intake, progress);
-    const ImportResult result = import.run(sheet, backupChoice(arguments));
+    const ImportResult result = import.run(sheet, chosenBackup(arguments));
     if (session.dialogs.cancelled())
         printError(
             u"什么也没有导入。请用 --accept-existing skip 跳过已有的人，或用 add 全部添加。"_s);
@@ -228,7 +224,7 @@ Exit runReclass(Session& session)
     const QString sheet = chosenSheet(intake, arguments);
     CliProgress progress;
     ReclassImport import(session.scores, intake, progress);
-    return exitOf(session, import.run(sheet, backupChoice(arguments)));
+    return exitOf(session, import.run(sheet, chosenBackup(arguments)));
 }
 
 } // namespace cli

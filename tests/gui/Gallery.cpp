@@ -21,6 +21,7 @@
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
 #include "maintenance/ui/FormDelKM.h"
+#include "maintenance/ui/FormSheZhiWenLi.h"
 #include "maintenance/ui/FormXGXX.h"
 #include "maintenance/ui/FormXiuGaiChengJi.h"
 #include "maintenance/ui/FormZhuanBan.h"
@@ -54,6 +55,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormXGXX", &Gallery::record},
     {u"FormXiuGaiChengJi", &Gallery::scoreCorrection},
     {u"FormDelKM", &Gallery::subjectRemoval},
+    {u"FormSheZhiWenLi", &Gallery::classStreams},
     {u"FormZhuanBan", &Gallery::classChange},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
@@ -256,6 +258,12 @@ QWidget* Gallery::scoreCorrection()
 QWidget* Gallery::subjectRemoval()
 {
     return keep(std::make_unique<maintenance::FormDelKM>(library.scores, m_screenDialogs, nullptr));
+}
+
+QWidget* Gallery::classStreams()
+{
+    return keep(
+        std::make_unique<maintenance::FormSheZhiWenLi>(library.scores, m_screenDialogs, nullptr));
 }
 
 QWidget* Gallery::classChange()

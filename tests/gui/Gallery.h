@@ -74,6 +74,7 @@ private:
     QWidget* record();
     QWidget* scoreCorrection();
     QWidget* subjectRemoval();
+    QWidget* classStreams();
     QWidget* classChange();
     QWidget* about();
     QWidget* progress();

@@ -62,7 +62,7 @@ constexpr Entry entries[] = {
     {u"mSJWH", u"meJSMD", u"教师名单(&M)", State::Later},
     {u"mSJWH", u"meZFGS", u"总分设置(&Z)", State::Ready},
     {u"mSJWH", nullptr, nullptr, State::Ready},
-    {u"mSJWH", u"mtSZWL", u"设置文理(&W)", State::Later},
+    {u"mSJWH", u"mtSZWL", u"设置文理(&W)", State::Ready},
     {u"mSJWH", u"mtSJFB", u"重新分班(&F)", State::Ready},
     {u"mSJWH", u"mtZB", u"个别转班(&B)", State::Ready},
     {u"mSJCL", u"mSHowInfo", u"显示基本信息(&S)", State::Ready},
