@@ -230,6 +230,15 @@ const std::vector<Command>& commands()
          "                       删除一项设置已经保存的各科条件，设置本身不变\n"
          "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
          runSettings},
+        {u"teachers",
+         {{u"exam"_s, u"copy-from"_s, u"set"_s, u"format"_s}, {}, 1, 1, {u"set"_s}},
+         u"yunshan-cli teachers LIB --exam E [--copy-from E2] [--set CLASS:COLUMN=NAMES]…\n"
+         "            [--format tsv|json]\n"
+         "    一次考试的教师名单；不给出 --copy-from 和 --set 时只输出。\n"
+         "    --copy-from E2     载入另一次考试的名单，存为这次考试的\n"
+         "    --set …            班级:科目=教师，例如 3:语文=张三,李四，可以多次给出\n"
+         "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
+         runTeachers},
         {u"set-streams",
          {{u"science"_s}, {u"no-backup"_s}, 1, 1},
          u"yunshan-cli set-streams LIB --science 3,4,5 [--no-backup]\n"

@@ -37,6 +37,7 @@ Exit runCorrect(Session& session);
 Exit runDeleteSubjects(Session& session);
 Exit runDeleteExams(Session& session);
 Exit runSettings(Session& session);
+Exit runTeachers(Session& session);
 Exit runSetStreams(Session& session);
 
 /// All commands, in the order of the help text.

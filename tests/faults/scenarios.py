@@ -15,7 +15,7 @@ SUBJECTS = ("语文", "数学", "英语")
 BEFORE, AFTER = "before", "after"
 # 综合分析完毕！ is none of them: it is told before the workbooks are saved.
 CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！", "分班完成！",
-                 "删除完毕！", "设置保存成功！")
+                 "删除完毕！", "设置保存成功！", "设置完毕！")
 EARLIER_COPIES = 5
 REMARK = "备注" * 350
 PICTURE = bytes.fromhex("47494638396101000100800000ffffff00000021f90401000000002c0000000001000100"
@@ -248,6 +248,10 @@ def all_scenarios(programs, folder):
                  cli("browse", "--exam", "期中", "--sql", change, "--accept-changes"),
                  usual_code=yunshan.ERROR, makes_copies=True),
         *upkeep_scenarios(make, scored),
+        Scenario("streams of classes", scored, cli("set-streams", "--science", "1,2"),
+                 makes_copies=True),
+        Scenario("list of teachers", scored,
+                 cli("teachers", "--exam", "期中", "--set", "1:语文=张三")),
         Scenario("compaction", scored, screen("compact"), makes_copies=True, keeps_content=True),
         Scenario("compaction of a crashed library", crashed, screen("compact-named"),
                  makes_copies=True, keeps_content=True),

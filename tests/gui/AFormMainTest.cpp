@@ -133,6 +133,7 @@ TEST_F(MainWindow, TheItemsOfTheMenusOpenTheirScreens)
           std::pair{u"mFXSZ"_s, u"FormSet"_s}, std::pair{u"meXXXG"_s, u"FormXGXX"_s},
           std::pair{u"mtZB"_s, u"FormZhuanBan"_s}, std::pair{u"meXGCJ"_s, u"FormXiuGaiChengJi"_s},
           std::pair{u"mDelKM"_s, u"FormDelKM"_s}, std::pair{u"mtSJFB"_s, u"FormDaoRuFenBanXinXi"_s},
+          std::pair{u"meJSMD"_s, u"FormJiaoShiMingDan"_s},
           std::pair{u"mtSZWL"_s, u"FormSheZhiWenLi"_s}, std::pair{u"Habout"_s, u"frmAbout"_s}}) {
         EXPECT_EQ(screenOpenedBy([&] { item(name)->trigger(); }), screen) << name.toStdString();
     }

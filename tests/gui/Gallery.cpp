@@ -21,9 +21,11 @@
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
 #include "maintenance/ui/FormDelKM.h"
+#include "maintenance/ui/FormJiaoShiMingDan.h"
 #include "maintenance/ui/FormSheZhiWenLi.h"
 #include "maintenance/ui/FormXGXX.h"
 #include "maintenance/ui/FormXiuGaiChengJi.h"
+#include "maintenance/ui/FormZMD.h"
 #include "maintenance/ui/FormZhuanBan.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
@@ -55,6 +57,8 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormXGXX", &Gallery::record},
     {u"FormXiuGaiChengJi", &Gallery::scoreCorrection},
     {u"FormDelKM", &Gallery::subjectRemoval},
+    {u"FormJiaoShiMingDan", &Gallery::teacherList},
+    {u"FormZMD", &Gallery::teacherNames},
     {u"FormSheZhiWenLi", &Gallery::classStreams},
     {u"FormZhuanBan", &Gallery::classChange},
     {u"frmAbout", &Gallery::about},
@@ -258,6 +262,17 @@ QWidget* Gallery::scoreCorrection()
 QWidget* Gallery::subjectRemoval()
 {
     return keep(std::make_unique<maintenance::FormDelKM>(library.scores, m_screenDialogs, nullptr));
+}
+
+QWidget* Gallery::teacherList()
+{
+    return keep(std::make_unique<maintenance::FormJiaoShiMingDan>(library.scores, m_screenDialogs,
+                                                                  nullptr));
+}
+
+QWidget* Gallery::teacherNames()
+{
+    return keep(std::make_unique<maintenance::FormZMD>(library.paths, m_screenDialogs, nullptr));
 }
 
 QWidget* Gallery::classStreams()

@@ -74,6 +74,8 @@ private:
     QWidget* record();
     QWidget* scoreCorrection();
     QWidget* subjectRemoval();
+    QWidget* teacherList();
+    QWidget* teacherNames();
     QWidget* classStreams();
     QWidget* classChange();
     QWidget* about();

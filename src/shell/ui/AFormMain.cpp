@@ -199,6 +199,7 @@ void AFormMain::connectMenu()
     connectScreen(u"meJCTP"_s, &MenuScreens::checkPhotos);
     connectScreen(u"meXGCJ"_s, &MenuScreens::showFormXiuGaiChengJi);
     connectScreen(u"mDelKM"_s, &MenuScreens::showFormDelKM);
+    connectScreen(u"meJSMD"_s, &MenuScreens::showFormJiaoShiMingDan);
     connectScreen(u"mtSZWL"_s, &MenuScreens::showFormSheZhiWenLi);
     connectScreen(u"mtZB"_s, &MenuScreens::showFormZhuanBan);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);

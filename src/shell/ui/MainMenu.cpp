@@ -59,7 +59,7 @@ constexpr Entry entries[] = {
     {u"mSJWH", u"meSZTP", u"设置图片(&T)", State::Later},
     {u"mSJWH", u"meJCTP", u"检查图片(&J)", State::Ready},
     {u"mSJWH", nullptr, nullptr, State::Ready},
-    {u"mSJWH", u"meJSMD", u"教师名单(&M)", State::Later},
+    {u"mSJWH", u"meJSMD", u"教师名单(&M)", State::Ready},
     {u"mSJWH", u"meZFGS", u"总分设置(&Z)", State::Ready},
     {u"mSJWH", nullptr, nullptr, State::Ready},
     {u"mSJWH", u"mtSZWL", u"设置文理(&W)", State::Ready},

@@ -10,6 +10,7 @@
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "maintenance/ui/FormDelKM.h"
+#include "maintenance/ui/FormJiaoShiMingDan.h"
 #include "maintenance/ui/FormSheZhiWenLi.h"
 #include "maintenance/ui/FormXGXX.h"
 #include "maintenance/ui/FormXiuGaiChengJi.h"
@@ -172,6 +173,12 @@ void MenuScreens::showFormXiuGaiChengJi()
 void MenuScreens::showFormDelKM()
 {
     maintenance::FormDelKM screen(m_library, m_dialogs, &m_mainWindow);
+    show(screen);
+}
+
+void MenuScreens::showFormJiaoShiMingDan()
+{
+    maintenance::FormJiaoShiMingDan screen(m_library, m_dialogs, &m_mainWindow);
     show(screen);
 }
 

@@ -67,6 +67,8 @@ public:
     void showFormXiuGaiChengJi();
     /// "删除科目".
     void showFormDelKM();
+    /// "设置教师名单".
+    void showFormJiaoShiMingDan();
     /// "设置科类(文理科)".
     void showFormSheZhiWenLi();
     /// "转班".
