@@ -39,6 +39,7 @@ constexpr const char* Memo = "QPlainTextEdit";
 constexpr const char* List = "QListWidget";
 constexpr const char* Combo = "QComboBox";
 constexpr const char* Push = "QPushButton";
+constexpr const char* Tool = "QToolButton";
 constexpr const char* Check = "QCheckBox";
 constexpr const char* Option = "QRadioButton";
 constexpr const char* Label = "QLabel";
@@ -126,6 +127,13 @@ const std::vector<Window> windows{
       {Push, u"Command1", u"确定"},
       {Push, u"Command2", u"退出"},
       {Push, u"Command3", u"重算总分"}}},
+    {u"FormSheZhiZhaoPian",
+     u"设置照片",
+     {{Editor, u"Text1"},
+      {Tool, u"Label2", u"…", u"浏览文件夹"},
+      {Label, u"Label3", u"学生照片所在的文件夹"},
+      {Check, u"CheckBackup", u"设置前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"},
+      {Push, u"Command1", u"确定"}}},
     {u"FormDaoRu",
      u"导入考试成绩",
      {{Editor, u"Text1"},

@@ -23,6 +23,7 @@
 #include "maintenance/ui/FormDelKM.h"
 #include "maintenance/ui/FormJiaoShiMingDan.h"
 #include "maintenance/ui/FormSheZhiWenLi.h"
+#include "maintenance/ui/FormSheZhiZhaoPian.h"
 #include "maintenance/ui/FormXGXX.h"
 #include "maintenance/ui/FormXiuGaiChengJi.h"
 #include "maintenance/ui/FormZMD.h"
@@ -60,6 +61,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormJiaoShiMingDan", &Gallery::teacherList},
     {u"FormZMD", &Gallery::teacherNames},
     {u"FormSheZhiWenLi", &Gallery::classStreams},
+    {u"FormSheZhiZhaoPian", &Gallery::photos},
     {u"FormZhuanBan", &Gallery::classChange},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
@@ -279,6 +281,12 @@ QWidget* Gallery::classStreams()
 {
     return keep(
         std::make_unique<maintenance::FormSheZhiWenLi>(library.scores, m_screenDialogs, nullptr));
+}
+
+QWidget* Gallery::photos()
+{
+    return keep(std::make_unique<maintenance::FormSheZhiZhaoPian>(library.scores, m_screenDialogs,
+                                                                  nullptr));
 }
 
 QWidget* Gallery::classChange()

@@ -77,6 +77,7 @@ private:
     QWidget* teacherList();
     QWidget* teacherNames();
     QWidget* classStreams();
+    QWidget* photos();
     QWidget* classChange();
     QWidget* about();
     QWidget* progress();

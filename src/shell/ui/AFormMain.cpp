@@ -201,6 +201,7 @@ void AFormMain::connectMenu()
     connectScreen(u"mDelKM"_s, &MenuScreens::showFormDelKM);
     connectScreen(u"meJSMD"_s, &MenuScreens::showFormJiaoShiMingDan);
     connectScreen(u"mtSZWL"_s, &MenuScreens::showFormSheZhiWenLi);
+    connectScreen(u"meSZTP"_s, &MenuScreens::showFormSheZhiZhaoPian);
     connectScreen(u"mtZB"_s, &MenuScreens::showFormZhuanBan);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }

@@ -12,67 +12,62 @@ using workbench::Available;
 
 namespace {
 
-enum class State {
-    Ready,
-    Later,   ///< its screen does not exist yet
-    NoAction ///< stands in the menu without an action of its own
-};
-
 struct Entry
 {
     const char16_t* menu;
     /// A name of nothing is a separator.
     const char16_t* name;
     const char16_t* caption;
-    State state;
 };
 
 constexpr Entry entries[] = {
-    {u"mF", u"mfNew", u"新建成绩库(&N)", State::Ready},
-    {u"mF", u"mfOpen", u"打开成绩库(&O)", State::Ready},
-    {u"mF", nullptr, nullptr, State::Ready},
-    {u"mF", u"mDelKM", u"删除科目(&D)", State::Ready},
-    {u"mF", u"mfSaveAs", u"压缩数据库(&S)", State::Ready},
-    {u"mF", nullptr, nullptr, State::Ready},
-    {u"mF", u"mfREC0", u"(最近打开的文件)", State::Ready},
-    {u"mF", u"mfREC1", u"2", State::Ready},
-    {u"mF", u"mfREC2", u"3", State::Ready},
-    {u"mF", u"mfREC3", u"4", State::Ready},
-    {u"mF", u"mfREC4", u"5", State::Ready},
-    {u"mF", u"mfREC5", u"6", State::Ready},
-    {u"mF", nullptr, nullptr, State::Ready},
-    {u"mF", u"Mfexit", u"退出(&X)", State::Ready},
-    {u"Medit", u"meLook", u"浏览考试(&L)", State::Ready},
-    {u"Medit", nullptr, nullptr, State::Ready},
-    {u"Medit", u"meDRKS", u"导入考试(&I)", State::Ready},
-    {u"Medit", nullptr, nullptr, State::Ready},
-    {u"Medit", u"meJCCJ", u"检查成绩(&J)", State::Ready},
-    {u"Medit", u"meXGCJ", u"修改成绩(&X)", State::Ready},
-    {u"Medit", nullptr, nullptr, State::Ready},
-    {u"Medit", u"syks", u"上移考试(&U)", State::NoAction},
-    {u"Medit", u"xyks", u"下移考试(&D)", State::NoAction},
-    {u"Medit", u"meKSGM", u"考试改名(&G)", State::NoAction},
-    {u"Medit", u"meSCKS", u"删除考试(&S)", State::Ready},
-    {u"mSJWH", u"meDRLB", u"导入信息(&I)", State::Ready},
-    {u"mSJWH", u"meXXXG", u"修改信息(&X)", State::Ready},
-    {u"mSJWH", nullptr, nullptr, State::Ready},
-    {u"mSJWH", u"meSZTP", u"设置图片(&T)", State::Later},
-    {u"mSJWH", u"meJCTP", u"检查图片(&J)", State::Ready},
-    {u"mSJWH", nullptr, nullptr, State::Ready},
-    {u"mSJWH", u"meJSMD", u"教师名单(&M)", State::Ready},
-    {u"mSJWH", u"meZFGS", u"总分设置(&Z)", State::Ready},
-    {u"mSJWH", nullptr, nullptr, State::Ready},
-    {u"mSJWH", u"mtSZWL", u"设置文理(&W)", State::Ready},
-    {u"mSJWH", u"mtSJFB", u"重新分班(&F)", State::Ready},
-    {u"mSJWH", u"mtZB", u"个别转班(&B)", State::Ready},
-    {u"mSJCL", u"mSHowInfo", u"显示基本信息(&S)", State::Ready},
-    {u"mSJCL", nullptr, nullptr, State::Ready},
-    {u"mSJCL", u"mFXSZ", u"分析设置(&F)", State::Ready},
-    {u"mSJCL", nullptr, nullptr, State::Ready},
-    {u"mSJCL", u"msGRFX", u"个人分析(&G)", State::Ready},
-    {u"mSJCL", u"mZHFX", u"综合分析(&Z)", State::NoAction},
-    {u"mSJCL", nullptr, nullptr, State::Ready},
-    {u"mSJCL", u"mtEXCEL", u"导出到Excel(&E)", State::Ready},
+    {u"mF", u"mfNew", u"新建成绩库(&N)"},
+    {u"mF", u"mfOpen", u"打开成绩库(&O)"},
+    {u"mF", nullptr, nullptr},
+    {u"mF", u"mDelKM", u"删除科目(&D)"},
+    {u"mF", u"mfSaveAs", u"压缩数据库(&S)"},
+    {u"mF", nullptr, nullptr},
+    {u"mF", u"mfREC0", u"(最近打开的文件)"},
+    {u"mF", u"mfREC1", u"2"},
+    {u"mF", u"mfREC2", u"3"},
+    {u"mF", u"mfREC3", u"4"},
+    {u"mF", u"mfREC4", u"5"},
+    {u"mF", u"mfREC5", u"6"},
+    {u"mF", nullptr, nullptr},
+    {u"mF", u"Mfexit", u"退出(&X)"},
+    {u"Medit", u"meLook", u"浏览考试(&L)"},
+    {u"Medit", nullptr, nullptr},
+    {u"Medit", u"meDRKS", u"导入考试(&I)"},
+    {u"Medit", nullptr, nullptr},
+    {u"Medit", u"meJCCJ", u"检查成绩(&J)"},
+    {u"Medit", u"meXGCJ", u"修改成绩(&X)"},
+    {u"Medit", nullptr, nullptr},
+    // These stand in the menu without an action of their own.
+    {u"Medit", u"syks", u"上移考试(&U)"},
+    {u"Medit", u"xyks", u"下移考试(&D)"},
+    {u"Medit", u"meKSGM", u"考试改名(&G)"},
+    {u"Medit", u"meSCKS", u"删除考试(&S)"},
+    {u"mSJWH", u"meDRLB", u"导入信息(&I)"},
+    {u"mSJWH", u"meXXXG", u"修改信息(&X)"},
+    {u"mSJWH", nullptr, nullptr},
+    {u"mSJWH", u"meSZTP", u"设置图片(&T)"},
+    {u"mSJWH", u"meJCTP", u"检查图片(&J)"},
+    {u"mSJWH", nullptr, nullptr},
+    {u"mSJWH", u"meJSMD", u"教师名单(&M)"},
+    {u"mSJWH", u"meZFGS", u"总分设置(&Z)"},
+    {u"mSJWH", nullptr, nullptr},
+    {u"mSJWH", u"mtSZWL", u"设置文理(&W)"},
+    {u"mSJWH", u"mtSJFB", u"重新分班(&F)"},
+    {u"mSJWH", u"mtZB", u"个别转班(&B)"},
+    {u"mSJCL", u"mSHowInfo", u"显示基本信息(&S)"},
+    {u"mSJCL", nullptr, nullptr},
+    {u"mSJCL", u"mFXSZ", u"分析设置(&F)"},
+    {u"mSJCL", nullptr, nullptr},
+    {u"mSJCL", u"msGRFX", u"个人分析(&G)"},
+    // Stands in the menu without an action of its own.
+    {u"mSJCL", u"mZHFX", u"综合分析(&Z)"},
+    {u"mSJCL", nullptr, nullptr},
+    {u"mSJCL", u"mtEXCEL", u"导出到Excel(&E)"},
 };
 
 } // namespace
@@ -88,8 +83,7 @@ MainMenu::MainMenu(QMenuBar* bar)
         if (!entry.name)
             menu->addSeparator();
         else
-            addItem(menu, QString::fromUtf16(entry.name), QString::fromUtf16(entry.caption),
-                    entry.state == State::Later ? Available::No : Available::Yes);
+            addItem(menu, QString::fromUtf16(entry.name), QString::fromUtf16(entry.caption));
     }
     m_items.value(u"mfOpen"_s)->setShortcut(QKeySequence::Open);
     m_items.value(u"Mfexit"_s)->setShortcut(QKeySequence::Quit);
@@ -113,17 +107,10 @@ QMenu* MainMenu::addMenu(QMenuBar* bar, const QString& name, const QString& capt
     return menu;
 }
 
-void MainMenu::addItem(QMenu* menu, const QString& name, const QString& caption,
-                       Available available)
+void MainMenu::addItem(QMenu* menu, const QString& name, const QString& caption)
 {
     QAction* action = menu->addAction(caption);
     action->setObjectName(name);
-    const bool later = available == Available::No;
-    action->setEnabled(!later);
-    // A tip of the action's own; without one Qt repeats the caption.
-    if (later)
-        action->setToolTip(u"尚未提供"_s);
-    action->setProperty("later", later);
     m_items.insert(name, action);
 }
 
@@ -132,10 +119,8 @@ void MainMenu::setLibraryCommands(Available available)
     const bool open = available == Available::Yes;
     for (const QString& name : {u"Medit"_s, u"mSJWH"_s, u"mSJCL"_s})
         m_menus.value(name)->setEnabled(open);
-    for (const QString& name : {u"mDelKM"_s, u"mfSaveAs"_s}) {
-        QAction* action = m_items.value(name);
-        action->setEnabled(open && !action->property("later").toBool());
-    }
+    for (const QString& name : {u"mDelKM"_s, u"mfSaveAs"_s})
+        m_items.value(name)->setEnabled(open);
 }
 
 } // namespace shell

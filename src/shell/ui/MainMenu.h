@@ -27,8 +27,7 @@ public:
 
 private:
     QMenu* addMenu(QMenuBar* bar, const QString& name, const QString& caption);
-    void addItem(QMenu* menu, const QString& name, const QString& caption,
-                 workbench::Available available);
+    void addItem(QMenu* menu, const QString& name, const QString& caption);
 
     QHash<QString, QAction*> m_items;
     QHash<QString, QMenu*> m_menus;

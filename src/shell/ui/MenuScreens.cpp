@@ -12,6 +12,7 @@
 #include "maintenance/ui/FormDelKM.h"
 #include "maintenance/ui/FormJiaoShiMingDan.h"
 #include "maintenance/ui/FormSheZhiWenLi.h"
+#include "maintenance/ui/FormSheZhiZhaoPian.h"
 #include "maintenance/ui/FormXGXX.h"
 #include "maintenance/ui/FormXiuGaiChengJi.h"
 #include "maintenance/ui/FormZhuanBan.h"
@@ -185,6 +186,12 @@ void MenuScreens::showFormJiaoShiMingDan()
 void MenuScreens::showFormSheZhiWenLi()
 {
     maintenance::FormSheZhiWenLi screen(m_library, m_dialogs, &m_mainWindow);
+    show(screen);
+}
+
+void MenuScreens::showFormSheZhiZhaoPian()
+{
+    maintenance::FormSheZhiZhaoPian screen(m_library, m_dialogs, &m_mainWindow);
     show(screen);
 }
 

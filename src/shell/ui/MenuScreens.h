@@ -71,6 +71,8 @@ public:
     void showFormJiaoShiMingDan();
     /// "设置科类(文理科)".
     void showFormSheZhiWenLi();
+    /// "设置照片".
+    void showFormSheZhiZhaoPian();
     /// "转班".
     void showFormZhuanBan();
     void showAbout();
