@@ -38,6 +38,15 @@ class WithoutDisplay(unittest.TestCase):
                      f"Library:  {self.library}"):
             self.assertIn(line, self.lines)
 
+    def test_all_classes_but_one_have_photos_and_two_students_of_another_have_none(self):
+        missing = yunshan.query(self.library, "select 班级, count(*) from 信息表 where 照片 is null"
+                                              " or 照片名 is null group by 班级")
+        self.assertEqual(missing, [(3, 2), (6, STUDENTS_OF_THE_CLASS)])
+        (smallest, largest), = yunshan.query(
+            self.library, "select min(length(照片)), max(length(照片)) from 信息表 where 照片 is not null")
+        self.assertGreater(smallest, 1000)
+        self.assertLess(largest, 20_000)
+
     def test_the_scores_of_a_class_have_a_chart_for_each_student(self):
         path = self.folder / "1班成绩.xlsx"
         self.assertIn(str(path), self.lines)
