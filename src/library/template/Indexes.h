@@ -9,7 +9,8 @@ inline constexpr const char* indexes[] = {
     "create index if not exists [成绩表_学生] on [成绩表]([id])",
     "create index if not exists [成绩表_班级学号] on [成绩表]([班级], [学号])",
     "create index if not exists [信息表_班级学号] on [信息表]([班级], [学号])",
-    "create index if not exists [信息表_科类班级] on [信息表]([科类], [班级])",
+    // With the category, so that a list of these reads no rows, which have photos.
+    "create index if not exists [信息表_科类班级类别] on [信息表]([科类], [班级], [类别代码])",
     "create index if not exists [教师表_考试] on [教师表]([考试名称], [班级])",
 };
 
