@@ -11,6 +11,7 @@ namespace {
 constexpr int escape = 0xFF;
 constexpr int baselineFrame = 0xC0;
 constexpr int extendedFrame = 0xC1;
+constexpr int progressiveFrame = 0xC2;
 constexpr int lastFrame = 0xCF;
 constexpr int firstRestart = 0xD0;
 constexpr int lastRestart = 0xD7;
@@ -129,10 +130,14 @@ private:
     int readFrame(int marker)
     {
         markers.isSequential = marker == baselineFrame || marker == extendedFrame;
-        constexpr int aheadOfComponents = 5; // bits, height, width
-        m_bytes.skip(aheadOfComponents);
+        constexpr int usualBits = 8;
+        const int bits = m_bytes.u8();
+        const int height = m_bytes.u16();
+        const int width = m_bytes.u16();
         m_components = m_bytes.u8();
-        return aheadOfComponents + 1;
+        if (marker <= progressiveFrame && bits == usualBits)
+            markers.size = {width, height};
+        return 6;
     }
 
     int readScan()

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include <QIODevice>
+#include <QSize>
 
 namespace maintenance {
 
@@ -13,6 +14,8 @@ struct JpegMarkers
     bool isWhole = false;
     /// A reader can give it line by line. It needs memory for all of any other (progressive) one.
     bool isSequential = false;
+    /// In pixels, as the picture is stored; empty for a kind of picture that is not in use.
+    QSize size;
 };
 
 /// Reads the markers from the device's first byte on, in pieces; nothing if it is no JPEG file.

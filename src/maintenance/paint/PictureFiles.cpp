@@ -40,17 +40,20 @@ public:
                 path, runtime::fileErrorText(m_file.error())));
         const std::optional<JpegMarkers> jpeg = readJpegMarkers(m_file);
         m_file.seek(0);
+        m_isJpeg = jpeg.has_value();
+        if (!m_isJpeg)
+            m_quiet.emplace();
         m_reader.setDevice(&m_file);
         m_reader.setDecideFormatFromContent(true);
         m_reader.setAutoTransform(true);
-        if (!m_reader.size().isValid())
+        // The markers tell it sooner than the reader.
+        m_size = jpeg && !jpeg->size.isEmpty() ? jpeg->size : m_reader.size();
+        if (m_size.isEmpty())
             refuse(u"不是图片，或已损坏"_s);
         if (jpeg && !jpeg->isWhole)
             refuse(u"不完整，可能没有复制完"_s);
         if (pixels() > (jpeg && jpeg->isSequential ? pixelsByLine : pixelsInMemory))
-            refuse(u"有 %1×%2 像素，太大了"_s.arg(m_reader.size().width())
-                       .arg(m_reader.size().height()));
-        m_isJpeg = jpeg.has_value();
+            refuse(u"有 %1×%2 像素，太大了"_s.arg(m_size.width()).arg(m_size.height()));
     }
 
     /// The end of other files than JPEG shows when they are read. Throws runtime::Error.
@@ -62,9 +65,8 @@ public:
 
     PhotoSize photoSize() const
     {
-        const QSize size = m_reader.size();
         const bool isLarge =
-            m_file.size() > largeFile || std::max(size.width(), size.height()) > largeSide;
+            m_file.size() > largeFile || std::max(m_size.width(), m_size.height()) > largeSide;
         return isLarge ? PhotoSize::Large : PhotoSize::Ordinary;
     }
 
@@ -74,14 +76,13 @@ public:
         // The reader scales before it turns.
         if (m_reader.transformation() & QImageIOHandler::TransformationRotate90)
             bounds.transpose();
-        const QSize size = m_reader.size();
-        if (size.width() > bounds.width() || size.height() > bounds.height())
-            m_reader.setScaledSize(size.scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1}));
+        if (m_size.width() > bounds.width() || m_size.height() > bounds.height())
+            m_reader.setScaledSize(m_size.scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1}));
         return read();
     }
 
 private:
-    qint64 pixels() const { return qint64(m_reader.size().width()) * m_reader.size().height(); }
+    qint64 pixels() const { return qint64(m_size.width()) * m_size.height(); }
 
     QImage read()
     {
@@ -98,8 +99,9 @@ private:
 
     QString m_path;
     QFile m_file;
-    runtime::QuietStderr m_quiet;
+    std::optional<runtime::QuietStderr> m_quiet;
     QImageReader m_reader;
+    QSize m_size;
     bool m_isJpeg = false;
 };
 
