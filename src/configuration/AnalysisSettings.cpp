@@ -264,7 +264,6 @@ bool AnalysisSettings::save()
     if (!written)
         return false;
     m_unchanged = allRows();
-    m_library.notifyChanged();
     runtime::MsgBox(u"设置保存成功！"_s);
     return true;
 }

@@ -134,7 +134,6 @@ void ClassStreams::set(const QStringList& science, runtime::Progress& progress,
     progress.finish();
     if (!isDone)
         return;
-    m_library.notifyChanged();
     runtime::MsgBox(u"设置完毕！"_s);
 }
 

@@ -139,7 +139,6 @@ ScoreCorrection::Result ScoreCorrection::store(const Place& place, double score)
     });
     if (result != Result::Stored)
         return result;
-    m_changed = true;
     runtime::MsgBox(u"保存新成绩成功！"_s);
     return result;
 }
@@ -153,7 +152,6 @@ bool ScoreCorrection::finish(const QString& exam, runtime::Progress& progress)
         return false;
     trap([&] { scoring::Scoring(m_library).score(exam, progress); });
     progress.finish();
-    m_changed = true;
     return !progress.cancelled();
 }
 

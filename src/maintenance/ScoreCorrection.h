@@ -44,16 +44,12 @@ public:
     /// Asks, then computes the exam anew. False if the user does not want to, or cancelled it.
     bool finish(const QString& exam, runtime::Progress& progress);
 
-    /// True once something was written.
-    bool hasChanged() const { return m_changed; }
-
 private:
     /// False, after a message, for a score outside of what the subject allows.
     bool isAllowed(const Place& place, double score);
     Result store(const Place& place, double score);
 
     library::ScoreLibrary& m_library;
-    bool m_changed = false;
 };
 
 } // namespace maintenance

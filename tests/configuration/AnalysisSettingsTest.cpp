@@ -121,7 +121,7 @@ TEST_F(SettingsTest, TypingClearsTheFlagAndTakingItBackRestoresIt)
     EXPECT_FALSE(settings.isChanged());
 }
 
-TEST_F(SettingsTest, WhatWasTypedIsStoredAsItStandsAndTheLibraryTells)
+TEST_F(SettingsTest, WhatWasTypedIsStoredAsItStands)
 {
     int told = 0;
     QObject::connect(&test.scores, &library::ScoreLibrary::changed, [&] { ++told; });
@@ -134,7 +134,7 @@ TEST_F(SettingsTest, WhatWasTypedIsStoredAsItStandsAndTheLibraryTells)
     EXPECT_EQ(stored(u"各科良好率"_s), u"6|各科良好率|[0.75,0.85)|否|0"_s);
     EXPECT_EQ(test.rows(u"select count(*) from 设置表"_s), u"21"_s);
     EXPECT_EQ(test.dialogs.shown, QStringList{QString::fromUtf8(saved)});
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(told, 0) << "the workbench keeps what is chosen on it";
     EXPECT_FALSE(settings.isChanged());
 }
 

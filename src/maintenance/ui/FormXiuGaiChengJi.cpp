@@ -153,11 +153,4 @@ void FormXiuGaiChengJi::Command1_Click()
         close();
 }
 
-void FormXiuGaiChengJi::done(int result)
-{
-    if (m_correction.hasChanged())
-        m_library.notifyChanged();
-    Screen::done(result);
-}
-
 } // namespace maintenance

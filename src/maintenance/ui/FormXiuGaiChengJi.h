@@ -19,9 +19,6 @@ public:
     FormXiuGaiChengJi(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                       QWidget* parent);
 
-    /// Tells the library's followers if something was changed.
-    void done(int result) override;
-
 protected:
     /// Enter, when it is let go over the field that it was pressed in.
     bool eventFilter(QObject* watched, QEvent* event) override;
