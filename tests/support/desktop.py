@@ -21,6 +21,8 @@ PROGRAM = None
 PICTURES = None
 TITLE = "云杉学业册"
 SUBJECTS = "语文,数学,英语,物理,化学,生物,政治,历史,地理,文科总分,理科总分,总分"
+# The middle of a window's close box, so far left of its right edge and above its content.
+CLOSE_BOX = (8, 10)
 LIKE_TABLES = {"table", "tree table", "tree"}
 # A caption's access key and what stands behind it.
 KEY = re.compile(r"\([A-Z0-9]\)(…|:)?$")
@@ -176,6 +178,12 @@ class Run:
     def gone(self, window):
         wait_for(f"end of the window {window.name}",
                  lambda: all(other.accessible != window.accessible for other in self.windows()))
+
+    def close(self, window):
+        """Presses the close box, which stands at the right end of the title."""
+        left, top, width, _ = window.box()
+        self.desktop.click_at(left + width - CLOSE_BOX[0], top - CLOSE_BOX[1])
+        self.gone(window)
 
     def menu(self, menu, item):
         """Chooses from the main window's menu by the access keys."""
