@@ -1,7 +1,12 @@
 #include "maintenance/PhotoFolder.h"
 
-#include <QDir>
+#include <filesystem>
+
+#include <QFile>
 #include <QFileInfo>
+
+#include "platform/runtime/Error.h"
+#include "platform/runtime/FileErrors.h"
 
 namespace maintenance {
 
@@ -24,6 +29,32 @@ QString withSlashAtTheEnd(QString path)
     return path + u'/';
 }
 
+enum class Wanted { Folders, Files };
+
+/// The names that stand in a folder, sorted, without hidden ones. Throws runtime::Error: what
+/// cannot be listed would pass for empty.
+QStringList namesIn(const QString& folder, Wanted wanted)
+{
+    namespace fs = std::filesystem;
+    QStringList names;
+    std::error_code error;
+    fs::directory_iterator entries(fs::path(QFile::encodeName(folder).toStdString()), error);
+    for (; !error && entries != fs::end(entries); entries.increment(error)) {
+        std::error_code ignored;
+        const QString name =
+            QFile::decodeName(QByteArray::fromStdString(entries->path().filename().string()));
+        const bool isWanted = wanted == Wanted::Folders ? entries->is_directory(ignored)
+                                                        : entries->is_regular_file(ignored);
+        if (isWanted && !name.startsWith(u'.'))
+            names.append(name);
+    }
+    if (error)
+        throw runtime::Error(
+            u"无法读取文件夹“%1”（%2）。"_s.arg(folder, runtime::systemErrorText(error.value())));
+    names.sort();
+    return names;
+}
+
 } // namespace
 
 PhotoFolder::PhotoFolder(const QString& path)
@@ -31,7 +62,6 @@ PhotoFolder::PhotoFolder(const QString& path)
     if (path.isEmpty())
         return;
     m_path = withSlashAtTheEnd(withSlashes(path));
-    m_classes = QDir(m_path).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
 }
 
 bool PhotoFolder::exists() const
@@ -48,9 +78,13 @@ QString PhotoFolder::find(const QString& classNumber, const QString& name)
 const QHash<QString, QString>& PhotoFolder::filesOf(const QString& classNumber)
 {
     const auto [files, isNew] = m_files.try_emplace(classNumber);
-    if (!isNew || !m_classes.contains(classNumber))
+    if (!isNew)
         return files->second;
-    for (const QString& file : QDir(m_path + classNumber).entryList(QDir::Files)) {
+    if (!m_classes)
+        m_classes = exists() ? namesIn(m_path, Wanted::Folders) : QStringList();
+    if (!m_classes->contains(classNumber))
+        return files->second;
+    for (const QString& file : namesIn(m_path + classNumber, Wanted::Files)) {
         if (!file.endsWith(ending, Qt::CaseInsensitive))
             continue;
         // Of two that differ in the case of their endings it is the small one.

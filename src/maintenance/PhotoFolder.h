@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 
 #include <QHash>
 #include <QString>
@@ -22,7 +23,7 @@ public:
     bool exists() const;
 
     /// The file of the class's folder that is called so and ends in ".jpg", whatever the case of
-    /// that; "" if there is none.
+    /// that; "" if there is none. Throws runtime::Error for a folder that cannot be listed.
     QString find(const QString& classNumber, const QString& name);
 
 private:
@@ -30,7 +31,7 @@ private:
     const QHash<QString, QString>& filesOf(const QString& classNumber);
 
     QString m_path;
-    QStringList m_classes;
+    std::optional<QStringList> m_classes;
     std::map<QString, QHash<QString, QString>> m_files;
 };
 

@@ -1,11 +1,15 @@
 #include "maintenance/PhotoFolder.h"
 
+#include <sys/stat.h>
+
 #include <gtest/gtest.h>
 
 #include <QDir>
 #include <QTemporaryDir>
 
+#include "support/ErrorOf.h"
 #include "support/FileBytes.h"
+#include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
 
 namespace {
@@ -108,6 +112,20 @@ TEST_F(APhotoFolder, OneThatIsNotThereHasNone)
         EXPECT_FALSE(photos.exists());
         EXPECT_EQ(photos.find(u"1"_s, u"1"_s), QString());
     }
+}
+
+TEST_F(APhotoFolder, OneThatCannotBeListedIsAnError)
+{
+    add(u"1/1.jpg"_s);
+    const QString shut = folder.filePath(u"1"_s);
+    for (const auto& [path, mode] : {std::pair(folder.path(), 0755U), {shut, 0300U}})
+        ASSERT_EQ(chmod(QFile::encodeName(path).constData(), mode), 0);
+    {
+        const support::OrdinaryUser ordinary;
+        EXPECT_EQ(support::errorOf([&] { found(u"1"_s, u"1"_s); }),
+                  u"无法读取文件夹“%1”（没有权限）。"_s.arg(shut));
+    }
+    EXPECT_EQ(chmod(QFile::encodeName(shut).constData(), 0700), 0);
 }
 
 } // namespace
