@@ -208,6 +208,18 @@ def upkeep_scenarios(make, scored):
                    between={"without the photo, which could not be read": (cli(*change),)})
 
 
+def photo_scenario(make, scored):
+    """Two photos of many pages; one that cannot be read is refused, and the other one is set."""
+    place = make.copied("photos", scored)
+    for folder, names in {"照片": ("1", "2"), "缺2": ("1",), "缺1": ("2",)}.items():
+        (place / folder / "1").mkdir(parents=True)
+        for name in names:
+            (place / folder / "1" / f"{name}.jpg").write_bytes(PICTURE + name.encode() * 300_000)
+    return Scenario("photos of a folder", place, cli("photos", "照片"),
+                    between={f"without photo {name}": (cli("photos", f"缺{name}", "--no-backup"),)
+                             for name in ("1", "2")}, makes_copies=True)
+
+
 def new_scenarios(books, scored, crashed):
     new = cli("new", "--subjects", "语文,数学,总分")
     yield Scenario("new", books, new)
@@ -236,6 +248,7 @@ def all_scenarios(programs, folder):
         Scenario("scoring on the screen", unscored, screen("totals", "期中")),
         *import_scenarios(make, students, scored),
         reclass_scenario(scored),
+        photo_scenario(make, scored),
         *new_scenarios(books, scored, crashed),
         Scenario("analysis", scored, cli("analyze", "--exam", "期中", "--out", "out", "--force")),
         Scenario("score export", exported,
