@@ -76,7 +76,7 @@ protected:
 
 TEST_F(GridEditor, AClickOpensWhatTheCellIsEditedBy)
 {
-    edit(Choice::Checked);
+    edit(Choice::Several);
     clickCell(2, 1);
     EXPECT_TRUE(box->isVisible() && box->hasFocus());
     EXPECT_FALSE(list->isVisible());
@@ -161,7 +161,7 @@ TEST_F(GridEditor, EnterEndsEditingWhereTheScreenSaysSo)
 
 TEST_F(GridEditor, EscGivesBackWhatTheCellHeld)
 {
-    edit(Choice::Checked);
+    edit(Choice::Several);
     clickCell(2, 1);
     QTest::keyClicks(box, u"x"_s);
     QTest::keyClick(box, Qt::Key_Escape);
@@ -179,7 +179,7 @@ TEST_F(GridEditor, EscGivesBackWhatTheCellHeld)
 
 TEST_F(GridEditor, AListOpensByAltDownSpaceAndEnterOnItsCell)
 {
-    edit(Choice::Checked);
+    edit(Choice::Several);
     for (const auto& [key, modifiers] :
          {std::pair{Qt::Key_Down, Qt::AltModifier}, std::pair{Qt::Key_Space, Qt::NoModifier},
           std::pair{Qt::Key_Return, Qt::NoModifier}}) {
@@ -194,7 +194,7 @@ TEST_F(GridEditor, AListOpensByAltDownSpaceAndEnterOnItsCell)
 
 TEST_F(GridEditor, LettersTypedOnAListOrOnNothingDoNothing)
 {
-    edit(Choice::Checked);
+    edit(Choice::Several);
     for (const int col : {0, 2}) {
         goTo(2, col);
         QTest::keyClicks(&view, u"a"_s);
@@ -215,7 +215,7 @@ TEST_F(GridEditor, EnterAndSpaceOnACellWithoutEditorsAreAClickOnIt)
 
 TEST_F(GridEditor, SpaceTicksEntriesAndTheListStays)
 {
-    edit(Choice::Checked);
+    edit(Choice::Several);
     clickCell(2, 2);
     EXPECT_EQ(list->count(), 3) << "empty entries are none";
     QTest::keyClick(list, Qt::Key_End);
@@ -229,17 +229,32 @@ TEST_F(GridEditor, SpaceTicksEntriesAndTheListStays)
     EXPECT_EQ(text(2, 2), u"张三,王五"_s);
 }
 
-TEST_F(GridEditor, AClickFlipsACheckedEntryAndClosesTheList)
+TEST_F(GridEditor, ALetterGoesToItsEntryAndPicksNothing)
 {
-    edit(Choice::Checked);
-    grid.setTextMatrix(2, 2, u"王五"_s);
-    clickCell(2, 2);
-    clickEntry(0);
-    EXPECT_EQ(text(2, 2), u"张三,王五"_s);
-    EXPECT_FALSE(list->isVisible());
-    clickCell(2, 2);
-    clickEntry(2);
-    EXPECT_EQ(text(2, 2), u"张三"_s);
+    entries = {u"1"_s, u"2"_s};
+    for (const Choice choice : {Choice::One, Choice::Several}) {
+        edit(choice);
+        clickCell(2, 2);
+        QTest::keyClicks(list, u"2"_s);
+        EXPECT_EQ(list->currentRow(), 1);
+        EXPECT_EQ(list->picked(), QStringList());
+        delete editor;
+        delete list;
+    }
+}
+
+TEST_F(GridEditor, CtrlAPicksAllOfSeveralAndNothingOfOne)
+{
+    for (const auto& [choice, all] :
+         {std::pair{Choice::One, u""_s}, std::pair{Choice::Several, u"张三,李四,王五"_s}}) {
+        edit(choice);
+        clickCell(2, 2);
+        QTest::keyClick(list, Qt::Key_A, Qt::ControlModifier);
+        EXPECT_EQ(list->picked().join(u','), all);
+        EXPECT_EQ(text(2, 2), all);
+        delete editor;
+        delete list;
+    }
 }
 
 TEST_F(GridEditor, OfOneChoiceAClickOrEnterTakesItsPlace)

@@ -7,8 +7,7 @@ namespace grid {
 CellListEditor::CellListEditor(Choice choice, QWidget* parent)
     : QListWidget(parent), m_choice(choice)
 {
-    // The cursor keys go through the list without picking.
-    setSelectionMode(choice == Choice::Checked ? NoSelection : MultiSelection);
+    setSelectionMode(MultiSelection);
     setAutoFillBackground(true);
 }
 
@@ -16,11 +15,8 @@ void CellListEditor::setEntries(const QStringList& entries)
 {
     clear();
     for (const QString& entry : entries) {
-        if (entry.isEmpty())
-            continue;
-        auto* item = new QListWidgetItem(entry, this);
-        if (m_choice == Choice::Checked)
-            item->setCheckState(Qt::Unchecked);
+        if (!entry.isEmpty())
+            addItem(entry);
     }
 }
 
@@ -28,7 +24,7 @@ QStringList CellListEditor::picked() const
 {
     QStringList texts;
     for (int row = 0; row < count(); ++row) {
-        if (isPicked(item(row)))
+        if (item(row)->isSelected())
             texts.append(item(row)->text());
     }
     return texts;
@@ -37,23 +33,23 @@ QStringList CellListEditor::picked() const
 void CellListEditor::takeKeyboard()
 {
     int first = 0;
-    while (first < count() && !isPicked(item(first)))
+    while (first < count() && !item(first)->isSelected())
         ++first;
     setCurrentRow(first < count() ? first : 0, QItemSelectionModel::NoUpdate);
     setFocus(Qt::OtherFocusReason);
 }
 
-bool CellListEditor::isPicked(const QListWidgetItem* item) const
+void CellListEditor::selectAll()
 {
-    return m_choice == Choice::Checked ? item->checkState() == Qt::Checked : item->isSelected();
+    if (m_choice == Choice::One)
+        return;
+    QListWidget::selectAll();
+    Q_EMIT changed();
 }
 
-void CellListEditor::pick(QListWidgetItem* item, bool on)
+void CellListEditor::flip(QListWidgetItem* item)
 {
-    if (m_choice == Choice::Checked)
-        item->setCheckState(on ? Qt::Checked : Qt::Unchecked);
-    else
-        item->setSelected(on);
+    item->setSelected(!item->isSelected());
 }
 
 void CellListEditor::pickAlone(QListWidgetItem* item)
@@ -67,8 +63,8 @@ void CellListEditor::pickByClick(QListWidgetItem* item, Qt::KeyboardModifiers mo
     const bool adds =
         m_choice == Choice::Several && modifiers & (Qt::ControlModifier | Qt::ShiftModifier);
     setCurrentItem(item, QItemSelectionModel::NoUpdate);
-    if (adds || m_choice == Choice::Checked)
-        pick(item, !isPicked(item));
+    if (adds)
+        flip(item);
     else
         pickAlone(item);
     Q_EMIT changed();
@@ -83,7 +79,7 @@ void CellListEditor::pickBySpace()
     if (m_choice == Choice::One)
         pickAlone(currentItem());
     else
-        pick(currentItem(), !isPicked(currentItem()));
+        flip(currentItem());
     Q_EMIT changed();
     if (m_choice == Choice::One)
         Q_EMIT finished();

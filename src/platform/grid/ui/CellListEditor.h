@@ -12,9 +12,8 @@ class CellListEditor : public QListWidget
 
 public:
     enum class Choice {
-        One,     ///< a click or the space key picks an entry in place of the one before
-        Several, ///< a click likewise; with Ctrl or Shift, and by the space key, one more
-        Checked  ///< entries with check boxes, which a click and the space key flip
+        One,    ///< a click or the space key picks an entry in place of the one before
+        Several ///< a click likewise; with Ctrl or Shift, and by the space key, one more
     };
 
     explicit CellListEditor(Choice choice, QWidget* parent = nullptr);
@@ -28,6 +27,9 @@ public:
     /// Gives the keyboard to the first picked entry.
     void takeKeyboard();
 
+    /// Picks all entries, as Ctrl+A does, where several can be picked.
+    void selectAll() override;
+
 Q_SIGNALS:
     /// What is picked changed by the user.
     void changed();
@@ -38,6 +40,12 @@ Q_SIGNALS:
     void moved(int rows, int cols);
 
 protected:
+    /// No key picks on its way through the list, and neither does a letter that goes to its entry.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex&,
+                                                         const QEvent*) const override
+    {
+        return QItemSelectionModel::NoUpdate;
+    }
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -46,9 +54,8 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    bool isPicked(const QListWidgetItem* item) const;
-    void pick(QListWidgetItem* item, bool on);
     void pickAlone(QListWidgetItem* item);
+    static void flip(QListWidgetItem* item);
     void pickByClick(QListWidgetItem* item, Qt::KeyboardModifiers modifiers);
     void pickBySpace();
 

@@ -116,11 +116,11 @@ bool GridEditor::pressInGrid(const QKeyEvent& key)
         open(row, col);
         return true;
     case EditKey::OpenList:
-        if (hasList)
-            open(row, col);
-        if (hasList)
-            m_list->takeKeyboard();
-        return hasList;
+        if (!hasList)
+            return false;
+        open(row, col);
+        m_list->takeKeyboard();
+        return true;
     case EditKey::Type:
         if (!hasText && !isSpace(key))
             return false;

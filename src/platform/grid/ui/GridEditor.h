@@ -28,7 +28,7 @@ enum class AfterEnter { Down, Close };
 /// How the cells of a screen are edited.
 struct CellDesign
 {
-    /// Asked for cells of fixed rows and columns, too, which open no text box.
+    /// Asked for the cells behind the fixed rows and columns; on fixed ones no editor opens.
     std::function<CellEditing(int row, int col)> editing;
     /// The entries of a cell's list; nothing keeps those that stand in it. Needed for lists alone.
     std::function<std::optional<QStringList>(int row, int col)> entries = {};
