@@ -4,7 +4,7 @@ namespace {
 
 const QString excellent = u"各科优秀率"_s;
 const QString categories = u"参与统计的学生类别代码"_s;
-const QString unsaved = u"分析设置有修改没有保存。"_s;
+const QString unsaved = u"分析设置有改动，还没有保存。"_s;
 
 TEST_F(SettingsScreen, ComesUpWithARowForEachSettingAndItsHiddenColumnsAway)
 {
@@ -151,14 +151,33 @@ TEST_F(SettingsScreen, AValueThatItsReportCannotReadIsMarkedAndStored)
 TEST_F(SettingsScreen, UnsavedChangesAreAskedAboutBeforeTheCloseBoxThrowsThemAway)
 {
     on->clickCell(rowOf(excellent), 2);
-    test.dialogs.expect(unsaved, u"返回"_s);
+    test.dialogs.expect(unsaved, u"取消"_s);
     form->close();
     EXPECT_TRUE(form->isVisible());
-    EXPECT_EQ(test.dialogs.safeOf(unsaved), u"返回"_s);
+    EXPECT_EQ(test.dialogs.safeOf(unsaved), u"取消"_s);
     test.dialogs.expect(unsaved, u"不保存"_s);
     form->close();
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(stored(excellent), u"[0.85,1]|是|0"_s);
+}
+
+TEST_F(SettingsScreen, UnsavedChangesAreSavedByTheQuestionToo)
+{
+    on->clickCell(rowOf(excellent), 2);
+    test.dialogs.expect(unsaved, u"保存"_s);
+    form->close();
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(stored(excellent), u"[0.85,1]|否|0"_s);
+    EXPECT_EQ(test.dialogs.shown.last(), u"设置保存成功！"_s);
+}
+
+TEST_F(SettingsScreen, ASaveThatFailsAtTheQuestionKeepsTheScreenOpen)
+{
+    on->clickCell(rowOf(excellent), 2);
+    test.scores.Conn.Close();
+    test.dialogs.expect(unsaved, u"保存"_s);
+    form->close();
+    EXPECT_TRUE(form->isVisible());
 }
 
 TEST_F(SettingsScreen, TheCancelButtonDoesNothing)

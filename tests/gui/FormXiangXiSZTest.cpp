@@ -6,7 +6,7 @@
 
 namespace {
 
-const QString unsaved = u"各科条件有修改没有保存。"_s;
+const QString unsaved = u"各科条件有改动，还没有保存。"_s;
 
 /// The conditions of 各科优秀率, made from [0.8,1): 文 语文 of 150, 理 语文 of 100.
 class ConditionsScreen : public testing::Test
@@ -90,14 +90,24 @@ TEST_F(ConditionsScreen, DeletingLeavesTheWindowItsRowsAndTheSetting)
 TEST_F(ConditionsScreen, UnsavedChangesAreAskedAboutBeforeTheCloseBoxThrowsThemAway)
 {
     on.type(1, 3, u"1"_s);
-    test.dialogs.expect(unsaved, u"返回"_s);
+    test.dialogs.expect(unsaved, u"取消"_s);
     form.close();
     EXPECT_TRUE(form.isVisible());
-    EXPECT_EQ(test.dialogs.safeOf(unsaved), u"返回"_s);
+    EXPECT_EQ(test.dialogs.safeOf(unsaved), u"取消"_s);
     test.dialogs.expect(unsaved, u"不保存"_s);
     form.close();
     EXPECT_FALSE(form.isVisible());
     EXPECT_EQ(stored(), QString());
+}
+
+TEST_F(ConditionsScreen, UnsavedChangesAreSavedByTheQuestionToo)
+{
+    on.type(1, 3, u"1"_s);
+    test.dialogs.expect(unsaved, u"保存"_s);
+    form.close();
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(stored().section(u" / "_s, 0, 0), u"各科优秀率|文|语文|>=|1|<|150"_s);
+    EXPECT_EQ(settings.settings.TextMatrix(5, 1), u"(使用自定义数据)"_s);
 }
 
 TEST_F(ConditionsScreen, WithoutAChangeItClosesAtOnceAndTheCancelButtonDoesNothing)

@@ -12,6 +12,7 @@
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/grid/ui/GridEditor.h"
 #include "platform/widgets/MixedColor.h"
+#include "platform/widgets/Unsaved.h"
 
 namespace configuration {
 
@@ -189,18 +190,22 @@ void FormSet::SzGekE(int row)
 void FormSet::Command1_Click()
 {
     const CommandScope command(m_dialogs);
-    m_editor->HideTS();
-    if (m_settings.save())
+    if (save())
         close();
+}
+
+bool FormSet::save()
+{
+    m_editor->HideTS();
+    return m_settings.save();
 }
 
 void FormSet::closeEvent(QCloseEvent* event)
 {
-    const bool mayClose = !m_settings.isChanged()
-                          || runtime::choose({.text = u"分析设置有修改没有保存。"_s,
-                                              .buttons = {u"返回"_s, u"不保存"_s},
-                                              .safe = 0})
-                                 == 1;
+    const CommandScope command(m_dialogs);
+    const bool mayClose =
+        !m_settings.isChanged()
+        || widgets::settleUnsaved(u"分析设置有改动，还没有保存。"_s, [this] { return save(); });
     if (mayClose)
         Screen::closeEvent(event);
     else

@@ -43,6 +43,7 @@ private:
     SubjectConditions conditionsOf(int row);
     void SzGekE(int row);
     void Command1_Click();
+    bool save();
 
     AnalysisSettings m_settings;
     widgets::ScreenDialogs& m_dialogs;

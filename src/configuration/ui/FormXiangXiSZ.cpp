@@ -10,6 +10,7 @@
 #include "platform/grid/ui/CellTextEditor.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/grid/ui/GridEditor.h"
+#include "platform/widgets/Unsaved.h"
 
 namespace configuration {
 
@@ -115,9 +116,14 @@ QString FormXiangXiSZ::settingName() const
 void FormXiangXiSZ::Command1_Click()
 {
     const CommandScope command(m_dialogs);
-    m_editor->HideTS();
-    if (m_conditions.save(settingName(), m_settings))
+    if (save())
         close();
+}
+
+bool FormXiangXiSZ::save()
+{
+    m_editor->HideTS();
+    return m_conditions.save(settingName(), m_settings);
 }
 
 void FormXiangXiSZ::Command3_Click()
@@ -134,11 +140,10 @@ void FormXiangXiSZ::Command3_Click()
 
 void FormXiangXiSZ::closeEvent(QCloseEvent* event)
 {
-    const bool mayClose = !m_conditions.isChanged()
-                          || runtime::choose({.text = u"各科条件有修改没有保存。"_s,
-                                              .buttons = {u"返回"_s, u"不保存"_s},
-                                              .safe = 0})
-                                 == 1;
+    const CommandScope command(m_dialogs);
+    const bool mayClose =
+        !m_conditions.isChanged()
+        || widgets::settleUnsaved(u"各科条件有改动，还没有保存。"_s, [this] { return save(); });
     if (mayClose)
         Screen::closeEvent(event);
     else

@@ -36,6 +36,7 @@ private:
     void Form_Resize();
     QString settingName() const;
     void Command1_Click();
+    bool save();
     void Command3_Click();
 
     SubjectConditions& m_conditions;

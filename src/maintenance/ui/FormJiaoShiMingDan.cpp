@@ -12,6 +12,7 @@
 #include "platform/grid/ui/CellTextEditor.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/grid/ui/GridEditor.h"
+#include "platform/widgets/Unsaved.h"
 
 namespace maintenance {
 
@@ -132,13 +133,9 @@ void FormJiaoShiMingDan::Combo1_Click()
 /// False if the user stays with changes that are not saved.
 bool FormJiaoShiMingDan::settleUnsaved()
 {
-    if (!m_list.hasUnsaved())
-        return true;
-    const auto answer =
-        runtime::askAboutUnsaved(u"“%1”的教师名单有改动，还没有保存。"_s.arg(m_list.exam()));
-    if (answer == runtime::Unsaved::Save)
-        return m_list.save();
-    return answer == runtime::Unsaved::Discard;
+    return !m_list.hasUnsaved()
+           || widgets::settleUnsaved(u"“%1”的教师名单有改动，还没有保存。"_s.arg(m_list.exam()),
+                                     [this] { return m_list.save(); });
 }
 
 std::optional<QStringList> FormJiaoShiMingDan::ShowJiaoShi(int column) const

@@ -8,6 +8,7 @@
 
 #include "maintenance/TeacherPick.h"
 #include "platform/runtime/Trap.h"
+#include "platform/widgets/Unsaved.h"
 
 namespace maintenance {
 
@@ -72,12 +73,9 @@ bool FormZMD::save()
 
 bool FormZMD::mayLeave()
 {
-    if (Text1->toPlainText() == m_stored)
-        return true;
-    const auto answer = runtime::askAboutUnsaved(u"教师总名单有改动，还没有保存。"_s);
-    if (answer == runtime::Unsaved::Save)
-        return save();
-    return answer == runtime::Unsaved::Discard;
+    return Text1->toPlainText() == m_stored
+           || widgets::settleUnsaved(u"教师总名单有改动，还没有保存。"_s,
+                                     [this] { return save(); });
 }
 
 void FormZMD::closeEvent(QCloseEvent* event)
