@@ -199,7 +199,7 @@ bool AnalysisSettings::wantsStored(const QString& name, SubjectConditions& condi
         u"“%1”有 %2 条已经保存的各科条件。\n\n"
         "按区间重新计算时，“(使用自定义数据)”不是区间，各科条件都成为 0 到满分；"
         "再按“确定”，已经保存的条件就被覆盖。"_s;
-    return runtime::choose({.text = question.arg(name).arg(stored),
+    return runtime::choose({.text = question.arg(name, QString::number(stored)),
                             .buttons = {u"显示已经保存的条件"_s, u"按区间重新计算"_s},
                             .safe = 0,
                             .title = u"各科条件"_s})

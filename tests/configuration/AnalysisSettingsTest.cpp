@@ -340,11 +340,24 @@ TEST_F(SettingsTest, ConditionsThatWereSavedWithoutTheFlagAreCountedAndOfferedBe
     EXPECT_EQ(rowsOf(conditionsOf(u"高分段"_s)), u"文 语文 >= 85 <= 120/"_s);
     EXPECT_EQ(test.dialogs.failures, QStringList());
     EXPECT_EQ(test.dialogs.safeOf(u"已经保存的各科条件"_s), u"显示已经保存的条件"_s);
+    EXPECT_EQ(test.dialogs.shown.last(),
+              u"各科条件: “高分段”有 1 条已经保存的各科条件。\n\n"
+              "按区间重新计算时，“(使用自定义数据)”不是区间，各科条件都成为 0 到满分；"
+              "再按“确定”，已经保存的条件就被覆盖。"_s);
     test.dialogs.expect(u"“高分段”有 1 条已经保存的各科条件。"_s, u"按区间重新计算"_s);
     const SubjectConditions anew = conditionsOf(u"高分段"_s);
     EXPECT_EQ(anew.conditions.Rows(), 5);
     EXPECT_EQ(rowsOf(anew).section(u'/', 0, 0), u"文 语文 > 0 < 120"_s);
     EXPECT_EQ(test.dialogs.failures.size(), 1);
+}
+
+TEST_F(SettingsTest, TheCountStandsBehindANameThatLooksLikeAPlaceForIt)
+{
+    test.execute(u"insert into 详细设置表(设置名称) values ('高%2段')"_s);
+    test.execute(u"update 设置表 set 设置='(使用自定义数据)', 名称='高%2段' where ID=3"_s);
+    settings.load();
+    test.dialogs.expect(u"“高%2段”有 1 条已经保存的各科条件。"_s, u"显示已经保存的条件"_s);
+    EXPECT_EQ(conditionsOf(u"高%2段"_s).conditions.Rows(), 2);
 }
 
 TEST_F(SettingsTest, OnlyRowsWithTheLinkLeadToConditions)
