@@ -255,13 +255,14 @@ void AnalysisSettings::saveRow(int row)
 
 bool AnalysisSettings::save()
 {
+    int stored = 0;
     const bool written = saving([&] {
         database::WriteBatch batch(m_library.Conn);
         for (int row = 1; row < settings.Rows(); ++row)
-            saving([&] { saveRow(row); });
+            stored += int(saving([&] { saveRow(row); }));
         batch.commit();
     });
-    if (!written)
+    if (!written || (stored == 0 && settings.Rows() > 1))
         return false;
     m_unchanged = allRows();
     runtime::MsgBox(u"设置保存成功！"_s);

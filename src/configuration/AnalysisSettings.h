@@ -66,8 +66,8 @@ public:
     /// A setting was changed since the grid was filled or saved.
     bool isChanged() const;
 
-    /// Saves all rows under the IDs that they were read with, and tells that the library changed.
-    /// False, after a message, if the library could not be written.
+    /// Saves all rows under the IDs that they were read with. False, after a message, if nothing
+    /// could be stored.
     bool save();
 
 private:
@@ -80,7 +80,7 @@ private:
 
     library::ScoreLibrary& m_library;
     /// The IDs of the rows, the first one for the heading.
-    std::vector<runtime::Value> m_ids{1};
+    std::vector<runtime::Value> m_ids{runtime::Value()};
     /// The rows when nothing was changed.
     QString m_unchanged;
     QString m_notedFlag;

@@ -3,7 +3,6 @@
 #include <QHash>
 
 #include "maintenance/SchoolClasses.h"
-#include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/Statement.h"
@@ -20,24 +19,6 @@ using runtime::Trap;
 namespace {
 
 const Trap commandTrap{" - Private Sub Command1_Click/FormSheZhiWenLi"};
-
-/// The numbers of the classes. Throws Error for students without a class, whose number a condition
-/// would lack, and for a class that is no number.
-std::vector<runtime::Value> numbersOf(const QStringList& classes)
-{
-    std::vector<runtime::Value> numbers;
-    for (const QString& classNumber : classes) {
-        if (classNumber.isEmpty())
-            throw database::Error(database::Failure::Sql,
-                                  u"有学生没有班级，条件“班级=”后面缺少数字。"_s);
-        bool isNumber = false;
-        numbers.emplace_back(classNumber.toDouble(&isNumber));
-        if (!isNumber)
-            throw database::Error(database::Failure::Sql,
-                                  u"班级“%1”不是数字。"_s.arg(classNumber.left(60)));
-    }
-    return numbers;
-}
 
 /// How many rows of 成绩表 each class has.
 QHash<QString, int> scoreRows(database::Connection& connection)
@@ -81,8 +62,8 @@ QString ClassStreams::question(const QStringList& science) const
     QString warning;
     for (const Group& group : {chosen(science), others(science)}) {
         int rowsOfGroup = 0;
-        for (const QString& classNumber : group.classes)
-            rowsOfGroup += rows.value(classNumber);
+        for (const QString& name : group.classes)
+            rowsOfGroup += rows.value(name);
         counts += {QString::number(group.classes.size()), QString::number(rowsOfGroup)};
         if (group.classes.contains(QString()))
             warning =
@@ -110,9 +91,10 @@ void ClassStreams::update(const Group& group)
     if (group.classes.isEmpty())
         return;
     commandTrap([&] {
-        std::vector<runtime::Value> values = numbersOf(group.classes);
-        const auto places = database::SqlPiece::places(2, int(values.size()));
-        values.insert(values.begin(), group.stream);
+        std::vector<runtime::Value> values{group.stream};
+        for (const QString& name : group.classes)
+            values.emplace_back(classNumber(name));
+        const auto places = database::SqlPiece::places(2, int(group.classes.size()));
         database::Statement statement(
             m_library.Conn,
             database::sqlWith(u"update 成绩表 set 科类=?1 where 班级 in (%1)"_s, {places}));

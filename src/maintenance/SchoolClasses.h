@@ -10,4 +10,8 @@ namespace maintenance {
 /// students without a class is empty and comes first. Throws database::Error.
 QStringList classesOfStudents(database::Connection& connection);
 
+/// The number of such a class, for a condition. Throws database::Error for students without a
+/// class, whose number it would lack, and for a class that is no number.
+double classNumber(const QString& className);
+
 } // namespace maintenance

@@ -1,7 +1,6 @@
 #include "maintenance/TeacherList.h"
 
 #include "maintenance/SchoolClasses.h"
-#include "platform/database/Error.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
@@ -16,15 +15,6 @@ namespace {
 const Trap loadTrap{" - Private Sub Form_Load/FormJiaoShiMingDan"};
 const Trap listTrap{" - Sub LoadJSMD/FormJiaoShiMingDan"};
 const Trap saveTrap{" - Private Sub Command3_Click/FormJiaoShiMingDan"};
-
-/// Throws Error for students without a class, whose number a condition would lack.
-double numberOf(const QString& classNumber)
-{
-    if (classNumber.isEmpty())
-        throw database::Error(database::Failure::Sql,
-                              u"有学生没有班级，条件“班级=”后面缺少数字。"_s);
-    return classNumber.toDouble();
-}
 
 } // namespace
 
@@ -102,27 +92,31 @@ bool TeacherList::save()
         runtime::warn(u"成绩库里还没有考试，教师名单没有保存。"_s);
         return false;
     }
+    bool isRefused = teachers.Rows() > 1;
     const bool isDone = saveTrap([&] {
         database::WriteBatch batch(m_library.Conn);
-        for (int row = 1; row < teachers.Rows(); ++row)
-            saveTrap([&] { saveRow(row); });
+        for (int row = 1; row < teachers.Rows(); ++row) {
+            if (saveTrap([&] { saveRow(row); }))
+                isRefused = false;
+        }
         batch.commit();
     });
-    if (isDone)
-        m_stored = m_shown = texts();
-    return isDone;
+    if (!isDone || isRefused)
+        return false;
+    m_stored = m_shown = texts();
+    return true;
 }
 
 void TeacherList::saveRow(int row)
 {
-    const double classNumber = numberOf(teachers.TextMatrix(row, 0));
+    const double number = classNumber(teachers.TextMatrix(row, 0));
     database::Recordset rows;
-    rows.Open(u"select * from 教师表 where 考试名称=? and 班级=?"_s, {m_exam, classNumber},
+    rows.Open(u"select * from 教师表 where 考试名称=? and 班级=?"_s, {m_exam, number},
               m_library.Conn);
     if (rows.RecordCount() == 0) {
         rows.AddNew();
         rows.Fields(u"考试名称"_s).setValue(m_exam);
-        rows.Fields(u"班级"_s).setValue(classNumber);
+        rows.Fields(u"班级"_s).setValue(number);
     }
     for (int col = 1; col < teachers.Cols(); ++col) {
         saveTrap([&] {

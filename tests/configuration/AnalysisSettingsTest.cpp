@@ -257,6 +257,16 @@ TEST_F(SettingsTest, ALibraryThatCannotBeWrittenIsToldAndNothingCountsAsSaved)
     EXPECT_FALSE(test.dialogs.shown.contains(QString::fromUtf8(saved)));
 }
 
+TEST_F(SettingsTest, RowsThatAreAllRefusedAreNotSaidToBeSaved)
+{
+    settings.flip(settings.rowOf(u"高分段"_s));
+    test.execute(u"drop table 设置表"_s);
+    EXPECT_FALSE(settings.save());
+    EXPECT_TRUE(settings.isChanged());
+    EXPECT_EQ(test.dialogs.shown, test.dialogs.failures);
+    EXPECT_TRUE(test.dialogs.failures.last().endsWith(u" - Private Sub Command1_Click/FormSet"_s));
+}
+
 TEST_F(SettingsTest, ConditionsAreSharesOfTheFullMarksOfTheLatestExam)
 {
     settings.setValue(settings.rowOf(u"各科优秀率"_s), u"[0.8,1]"_s);

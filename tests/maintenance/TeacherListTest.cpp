@@ -142,7 +142,8 @@ TEST_F(TeacherList, AnExamWithAnApostropheIsRefusedAndNothingIsWritten)
     ASSERT_EQ(test.dialogs.failures.size(), 1);
     EXPECT_TRUE(test.dialogs.failures[0].endsWith(listTag));
     type(1, 1, u"张三"_s);
-    list.save();
+    EXPECT_FALSE(list.save());
+    EXPECT_TRUE(list.hasUnsaved());
     EXPECT_EQ(stored(), u""_s);
     EXPECT_TRUE(test.dialogs.failures.last().endsWith(saveTag));
 }
@@ -172,6 +173,14 @@ TEST_F(TeacherList, StudentsWithoutAClassCostAMessageAndNoOtherClass)
     EXPECT_EQ(stored(), u"期中|10|李四||"_s);
     EXPECT_EQ(test.dialogs.failures,
               QStringList{u"有学生没有班级，条件“班级=”后面缺少数字。"_s + saveTag});
+}
+
+TEST_F(TeacherList, AClassThatIsNoNumberIsToldAndIsNotClassNought)
+{
+    list.teachers.setTextMatrix(1, 0, u"高一"_s);
+    EXPECT_TRUE(list.save());
+    EXPECT_EQ(stored(), u"期中|10|||"_s);
+    EXPECT_EQ(test.dialogs.failures, QStringList{u"班级“高一”不是数字。"_s + saveTag});
 }
 
 TEST_F(TeacherList, AColumnThatTheTableLacksIsToldAndTheOthersStand)
