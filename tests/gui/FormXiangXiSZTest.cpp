@@ -83,6 +83,9 @@ TEST_F(ConditionsScreen, DeletingLeavesTheWindowItsRowsAndTheSetting)
     EXPECT_EQ(on.view().grid().Rows(), 3);
     EXPECT_EQ(settings.settings.TextMatrix(5, 1), u"[0.85,1]"_s);
     EXPECT_TRUE(on.find<QLabel>(u"LabelNote"_s).isVisible());
+    EXPECT_EQ(on.find<QLabel>(u"LabelNote"_s).text(),
+              u"各科条件已经从成绩库里删除。分析设置里写着“(使用自定义数据)”的，请改回区间，"
+              "否则统计时没有条件可用；按“确定”可以把表里的条件存回去。"_s);
     on.press(u"Command1"_s);
     EXPECT_EQ(test.rows(u"select count(*) from 详细设置表"_s), u"2"_s);
 }

@@ -133,8 +133,8 @@ void FormXiangXiSZ::Command3_Click()
     if (!m_conditions.remove(settingName()))
         return;
     LabelNote->setText(
-        u"各科条件已经从成绩库里删除。请在分析设置里改回区间，否则统计时没有条件可用；"
-        "按“确定”可以把表里的条件存回去。"_s);
+        u"各科条件已经从成绩库里删除。分析设置里写着“(使用自定义数据)”的，请改回区间，"
+        "否则统计时没有条件可用；按“确定”可以把表里的条件存回去。"_s);
     LabelNote->show();
 }
 
