@@ -136,15 +136,16 @@ void ClassChanges::countSharing()
 void ClassChanges::countScores(database::Connection& connection)
 {
     database::Statement& rows =
-        connection.prepared(u"select count(*), count(*) filter (where id is not ?) from 成绩表 "
-                            "where 班级=? and 学号=?"_s);
+        connection.prepared(u"select count(*), count(*) filter (where id is null or id not in "
+                            "(select ID from 信息表 where 班级=?1 and 学号=?2)) "
+                            "from 成绩表 where 班级=?1 and 学号=?2"_s);
     QSet<Place> counted;
     for (const ClassChange& student : students) {
         const Place place(student.classNumber, student.number);
         if (student.found != Found::Nowhere || counted.contains(place))
             continue;
         counted.insert(place);
-        rows.bind({student.id, student.classNumber, student.number});
+        rows.bind({student.classNumber, student.number});
         rows.step();
         counts.scores += rows.integer(0);
         counts.scoresOfOthers += rows.integer(1);
