@@ -47,9 +47,9 @@ public:
     void drop(const QString& subject)
     {
         for (const QString& column : library::columnsOf(subject)) {
-            if (m_scoreFields.contains(column))
+            if (m_scoreFields.contains(column, Qt::CaseInsensitive))
                 removalTrap([&] { m_scores.drop(column); });
-            if (m_examFields.contains(column))
+            if (m_examFields.contains(column, Qt::CaseInsensitive))
                 execute(u"ALTER TABLE 考试名称表 DROP COLUMN %1"_s, column);
         }
         execute(u"ALTER TABLE 教师表 DROP COLUMN %1"_s, subject);

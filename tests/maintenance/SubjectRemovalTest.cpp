@@ -117,6 +117,14 @@ TEST_F(SubjectRemovals, TakeTheColumnsOfTotalsToo)
     EXPECT_EQ(columns(u"教师表"_s), u"考试名称 班级"_s);
 }
 
+TEST_F(SubjectRemovals, FindColumnsInWhateverCaseOfTheirLetters)
+{
+    test.execute(u"ALTER TABLE 成绩表 RENAME COLUMN 物理Z分 TO 物理z分"_s);
+    test.dialogs.expect(question, Answer::Ok);
+    EXPECT_EQ(remove({u"物理"_s}), Result::Done);
+    EXPECT_FALSE(columns(u"成绩表"_s).contains(u"物理"_s)) << columns(u"成绩表"_s).toStdString();
+}
+
 TEST_F(SubjectRemovals, OfASubjectThatTheTeachersLackAreToldAndGoOn)
 {
     test.execute(u"ALTER TABLE 教师表 DROP COLUMN 物理"_s);
@@ -127,6 +135,16 @@ TEST_F(SubjectRemovals, OfASubjectThatTheTeachersLackAreToldAndGoOn)
               (QStringList{test.dialogs.failures[0], closing}));
     EXPECT_EQ(columns(u"考试名称表"_s), u"ID 考试名称 科类 考试编号 备注 语文 总分"_s);
     EXPECT_FALSE(columns(u"成绩表"_s).contains(u"物理"_s));
+}
+
+TEST_F(SubjectRemovals, GoFromTheLastToTheFirst)
+{
+    for (const QString& subject : {u"数学"_s, u"物理"_s})
+        test.execute(u"ALTER TABLE 教师表 DROP COLUMN "_s + subject);
+    EXPECT_EQ(removeForSure({u"数学"_s, u"物理"_s}), Result::Done);
+    ASSERT_EQ(test.dialogs.failures.size(), 2);
+    EXPECT_TRUE(test.dialogs.failures[0].contains(u"“物理”"_s));
+    EXPECT_TRUE(test.dialogs.failures[1].contains(u"“数学”"_s));
 }
 
 TEST_F(SubjectRemovals, OfAColumnThatOneTableLacksPassOverIt)
