@@ -180,8 +180,6 @@ TEST_F(CorrectionScreen, ForNobodyASaveChangesNothingAndReportsNothing)
 
 TEST_F(CorrectionScreen, ItsButtonAsksAndClosesAfterComputing)
 {
-    int told = 0;
-    QObject::connect(&test.scores, &library::ScoreLibrary::changed, form.get(), [&] { ++told; });
     auto* Command1 = form->findChild<QPushButton*>(u"Command1"_s);
     test.dialogs.expect(question, Answer::Cancel);
     QTest::mouseClick(Command1, Qt::LeftButton);
@@ -192,13 +190,43 @@ TEST_F(CorrectionScreen, ItsButtonAsksAndClosesAfterComputing)
     EXPECT_FALSE(form->isVisible());
     EXPECT_EQ(test.rows(u"select 语文年名 from 成绩表"_s), u"NULL / NULL / 2 / 1"_s)
         << "the exam chosen at the moment of closing";
-    EXPECT_EQ(told, 0) << "the workbench keeps what is chosen on it";
+}
+
+TEST_F(CorrectionScreen, AnExamWhoseStatementIsRefusedIsToldOnceWhenItIsChosen)
+{
+    test.addExam(u"O'Neil"_s, u"理"_s, 3, {{u"语文"_s, 150}});
+    test.reload();
+    form = std::make_unique<maintenance::FormXiuGaiChengJi>(test.scores, screenDialogs, nullptr);
+    box(u"TextBJ"_s)->setText(u"1"_s);
+    box(u"TextXH"_s)->setText(u"2"_s);
+    QTest::keyClick(combo(u"ComboKS"_s), Qt::Key_End);
+    EXPECT_EQ(combo(u"ComboKS"_s)->currentText(), u"O'Neil"_s);
+    EXPECT_EQ(test.dialogs.failures.size(), 1);
 }
 
 /// The main window, with the correction opened from its menu.
 class CorrectionFromTheMenu : public support::MainWindowFixture
 {
 protected:
+    /// Opens the correction, stores 99 for the student 1 of class 1, and computes the first exam.
+    void correctAndCompute()
+    {
+        support::ModalBoxes boxes;
+        boxes.expect([&](QDialog& screen) {
+            const auto field = [&](const QString& name) {
+                return screen.findChild<QLineEdit*>(name);
+            };
+            QTest::keyClicks(field(u"TextBJ"_s), u"1"_s);
+            QTest::keyClicks(field(u"TextXH"_s), u"1"_s);
+            field(u"TextCJ"_s)->setText(u"99"_s);
+            QTest::keyClick(field(u"TextCJ"_s), Qt::Key_Return);
+            test.dialogs.expect(question, Answer::Ok);
+            QTest::mouseClick(screen.findChild<QPushButton*>(u"Command1"_s), Qt::LeftButton);
+        });
+        item(u"meXGCJ"_s)->trigger();
+        EXPECT_EQ(boxes.count, 1);
+    }
+
     QString browsedRank(int row)
     {
         press(u"CommandLLCJ"_s);
@@ -219,20 +247,24 @@ TEST_F(CorrectionFromTheMenu, ACorrectedScoreChangesTheRanksOfItsClass)
     test.scores.notifyChanged();
     QTest::mouseClick(window->findChild<QPushButton*>(u"CommandJSZF"_s), Qt::LeftButton);
     EXPECT_EQ(browsedRank(1), u"甲 2"_s);
-    support::ModalBoxes boxes;
-    boxes.expect([&](QDialog& screen) {
-        const auto field = [&](const QString& name) { return screen.findChild<QLineEdit*>(name); };
-        QTest::keyClicks(field(u"TextBJ"_s), u"1"_s);
-        QTest::keyClicks(field(u"TextXH"_s), u"1"_s);
-        field(u"TextCJ"_s)->setText(u"99"_s);
-        QTest::keyClick(field(u"TextCJ"_s), Qt::Key_Return);
-        test.dialogs.expect(question, Answer::Ok);
-        QTest::mouseClick(screen.findChild<QPushButton*>(u"Command1"_s), Qt::LeftButton);
-    });
-    item(u"meXGCJ"_s)->trigger();
-    EXPECT_EQ(boxes.count, 1);
+    correctAndCompute();
     EXPECT_EQ(browsedRank(1), u"甲 1"_s);
     EXPECT_EQ(browsedRank(2), u"O'Neil--乙 2"_s);
+}
+
+TEST_F(CorrectionFromTheMenu, WhatIsSelectedOnTheWorkbenchStays)
+{
+    window->start(path);
+    addTwoExams(test);
+    test.reload();
+    test.scores.notifyChanged();
+    auto* exams = window->findChild<QListWidget*>(u"ListKSMC"_s);
+    exams->clearSelection();
+    exams->item(1)->setSelected(true);
+    correctAndCompute();
+    EXPECT_EQ(test.dialogs.shown.first(), storedText);
+    ASSERT_EQ(exams->selectedItems().size(), 1);
+    EXPECT_EQ(exams->selectedItems().first()->text(), u"期末"_s);
 }
 
 TEST_F(CorrectionFromTheMenu, RemovingExamsAsksForTheSelectedOnesAndIsRefused)

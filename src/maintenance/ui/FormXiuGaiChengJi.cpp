@@ -82,10 +82,8 @@ void FormXiuGaiChengJi::connectWidgets()
 {
     for (QLineEdit* box : {TextBJ, TextXH})
         connect(box, &QLineEdit::textChanged, this, &FormXiuGaiChengJi::ShowCJ);
-    for (QComboBox* box : {ComboKS, ComboKM}) {
-        connect(box, &QComboBox::currentIndexChanged, this, &FormXiuGaiChengJi::ShowCJ);
+    for (QComboBox* box : {ComboKS, ComboKM})
         connect(box, &QComboBox::activated, this, &FormXiuGaiChengJi::ShowCJ);
-    }
     for (QWidget* field : std::initializer_list<QWidget*>{ComboKS, TextBJ, TextXH, ComboKM, TextCJ})
         field->installEventFilter(this);
     connect(findChild<QPushButton*>(u"Command1"_s), &QPushButton::clicked, this,
