@@ -91,6 +91,20 @@ TEST_F(SubjectRemovalScreen, TakesTheLinesOfWhatWasRemovedAndGoesOn)
     EXPECT_EQ(test.scores.catalogue.AllColumns, QStringList{u"语文"_s});
 }
 
+TEST_F(SubjectRemovalScreen, TakesItsLinesAheadOfTheClosingWords)
+{
+    int told = 0;
+    QObject::connect(&test.scores, &library::ScoreLibrary::changed, form.get(), [&] {
+        ++told;
+        EXPECT_EQ(listed(), u"语文 数学 总分"_s);
+        EXPECT_EQ(test.dialogs.shown.size(), 1) << "the question alone";
+    });
+    select({2});
+    test.dialogs.expect(question, Answer::Ok);
+    press(u"Command1"_s);
+    EXPECT_EQ(told, 1);
+}
+
 TEST_F(SubjectRemovalScreen, KeepsItsLinesWhereItWasDeclinedOrFailed)
 {
     select({0});

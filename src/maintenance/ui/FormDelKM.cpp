@@ -20,6 +20,9 @@ FormDelKM::FormDelKM(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
 {
     makeWidgets();
     ListKM->addItems(m_removal.columns());
+    // Before it is told that they were removed.
+    connect(&scoreLibrary, &library::ScoreLibrary::changed, this,
+            [this] { qDeleteAll(ListKM->selectedItems()); });
 }
 
 void FormDelKM::makeWidgets()
@@ -43,10 +46,7 @@ void FormDelKM::Command1_Click()
 {
     const CommandScope command(m_dialogs);
     widgets::ScreenProgress progress(this);
-    const SubjectRemoval::Result result =
-        m_removal.run(widgets::selectedTexts(ListKM), progress, CheckBackup->backup());
-    if (result == SubjectRemoval::Result::Done)
-        qDeleteAll(ListKM->selectedItems());
+    m_removal.run(widgets::selectedTexts(ListKM), progress, CheckBackup->backup());
 }
 
 } // namespace maintenance
