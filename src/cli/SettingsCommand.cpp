@@ -11,7 +11,7 @@ using configuration::SubjectConditions;
 namespace {
 
 /// One of --set or --analysis.
-struct Assignment
+struct SettingChange
 {
     QString name;
     QString value;
@@ -26,7 +26,7 @@ struct Condition
     QStringList scores;
 };
 
-Assignment assignment(const QString& option, const QString& text)
+SettingChange settingChange(const QString& option, const QString& text)
 {
     const qsizetype equals = text.indexOf(u'=');
     if (equals < 0)
@@ -34,11 +34,11 @@ Assignment assignment(const QString& option, const QString& text)
     return {text.left(equals), text.mid(equals + 1)};
 }
 
-std::vector<Assignment> assignments(const Arguments& arguments, const QString& option)
+std::vector<SettingChange> settingChanges(const Arguments& arguments, const QString& option)
 {
-    std::vector<Assignment> all;
+    std::vector<SettingChange> all;
     for (const QString& text : arguments.values(option))
-        all.push_back(assignment(option, text));
+        all.push_back(settingChange(option, text));
     return all;
 }
 
@@ -92,7 +92,7 @@ int conditionsRow(const AnalysisSettings& settings, const QString& name)
 }
 
 /// A text such as "1,2" in the order of the list, or the word for all of it.
-QString chosenValue(const AnalysisSettings& settings, int row, const Assignment& wanted)
+QString chosenValue(const AnalysisSettings& settings, int row, const SettingChange& wanted)
 {
     if (settings.offersLibrary(row) && wanted.value == u"(全部)"_s)
         return wanted.value;
@@ -108,7 +108,7 @@ QString chosenValue(const AnalysisSettings& settings, int row, const Assignment&
     return chosen.join(u',');
 }
 
-void setValue(AnalysisSettings& settings, const Assignment& wanted)
+void setValue(AnalysisSettings& settings, const SettingChange& wanted)
 {
     const int row = settingRow(settings, wanted.name);
     if (settings.isListEdited(row)) {
@@ -122,7 +122,7 @@ void setValue(AnalysisSettings& settings, const Assignment& wanted)
         printError(u"“%1”的值统计时读不懂，仍然保存：%2"_s.arg(wanted.name, complaint));
 }
 
-void setAnalysis(AnalysisSettings& settings, const Assignment& wanted)
+void setAnalysis(AnalysisSettings& settings, const SettingChange& wanted)
 {
     const int row = settingRow(settings, wanted.name);
     if (wanted.value != u"是"_s && wanted.value != u"否"_s)
@@ -138,9 +138,9 @@ void setAnalysis(AnalysisSettings& settings, const Assignment& wanted)
 
 bool saveSettings(const Session& session, AnalysisSettings& settings)
 {
-    for (const Assignment& wanted : assignments(session.arguments, u"set"_s))
+    for (const SettingChange& wanted : settingChanges(session.arguments, u"set"_s))
         setValue(settings, wanted);
-    for (const Assignment& wanted : assignments(session.arguments, u"analysis"_s))
+    for (const SettingChange& wanted : settingChanges(session.arguments, u"analysis"_s))
         setAnalysis(settings, wanted);
     return settings.save();
 }

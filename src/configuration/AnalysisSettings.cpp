@@ -18,15 +18,15 @@ using runtime::Trap;
 
 namespace {
 
-constexpr int columnCount = 6;
+constexpr int settingColumns = 6;
 const QString yes = u"是"_s;
 const QString conditionsLink = u"点此设置各科条件"_s;
 const QString categories = u"参与统计的学生类别代码"_s;
 const QString comparedExams = u"进行对比分析的考试"_s;
 const QString averages = u"各科平均分"_s;
 
-const Trap loading{" - Private Sub Form_Load/FormSet"};
-const Trap saving{" - Private Sub Command1_Click/FormSet"};
+const Trap loadingSettings{" - Private Sub Form_Load/FormSet"};
+const Trap savingSettings{" - Private Sub Command1_Click/FormSet"};
 const Trap conditionsTrap{" - Sub SzGekE/FormSet"};
 
 /// The values of the first field of all rows, without NULL; nothing if there are no rows.
@@ -59,7 +59,7 @@ AnalysisSettings::AnalysisSettings(library::ScoreLibrary& scoreLibrary) : m_libr
 {
     settings.FixedRows = 0;
     settings.setRows(1);
-    settings.setCols(columnCount);
+    settings.setCols(settingColumns);
     settings.setColAlignment(-1, 1);
     for (const int hidden : {ChoicesCol, FlagCol})
         settings.setColWidth(hidden, 0);
@@ -67,13 +67,13 @@ AnalysisSettings::AnalysisSettings(library::ScoreLibrary& scoreLibrary) : m_libr
 
 void AnalysisSettings::load()
 {
-    loading([&] {
+    loadingSettings([&] {
         Recordset rows;
         rows.Open(u"select * from  设置表 order by ID"_s, m_library.Conn);
         settings.setRows(int(rows.RecordCount()) + 1);
         m_ids.assign(size_t(settings.Rows()), {});
         for (int col = NameCol; col <= ConditionsCol; ++col)
-            loading([&] { settings.setTextMatrix(0, col, rows.Fields(col + 1).Name()); });
+            loadingSettings([&] { settings.setTextMatrix(0, col, rows.Fields(col + 1).Name()); });
         for (int row = 1; row < settings.Rows(); ++row) {
             loadRow(rows, row);
             rows.MoveNext();
@@ -84,9 +84,10 @@ void AnalysisSettings::load()
 
 void AnalysisSettings::loadRow(Recordset& rows, int row)
 {
-    loading([&] { m_ids[size_t(row)] = rows.Fields(0).Value(); });
-    for (int col = 0; col < columnCount; ++col)
-        loading([&] { settings.setTextMatrix(row, col, rows.Fields(col + 1).Value().text()); });
+    loadingSettings([&] { m_ids[size_t(row)] = rows.Fields(0).Value(); });
+    for (int col = 0; col < settingColumns; ++col)
+        loadingSettings(
+            [&] { settings.setTextMatrix(row, col, rows.Fields(col + 1).Value().text()); });
     if (runtime::Val(settings.TextMatrix(row, FlagCol)) == 1)
         settings.setTextMatrix(row, ValueCol, statistics::CustomData);
     offerValues(row, settings.TextMatrix(row, NameCol));
@@ -95,7 +96,7 @@ void AnalysisSettings::loadRow(Recordset& rows, int row)
 /// What the library holds now takes the place of the choices that were stored.
 void AnalysisSettings::offerValues(int row, const QString& name)
 {
-    loading([&] {
+    loadingSettings([&] {
         std::optional<QStringList> values;
         if (name == categories)
             values = valuesOf(u"select distinct 类别代码 from  信息表"_s, m_library.Conn);
@@ -226,14 +227,14 @@ bool AnalysisSettings::isChanged() const
 void AnalysisSettings::saveFields(Recordset& rows, int row)
 {
     const Trap passedOver = Trap::silent();
-    saving([&] { rows.Fields(0).setValue(m_ids[size_t(row)]); });
-    for (int col = 0; col < columnCount; ++col) {
+    savingSettings([&] { rows.Fields(0).setValue(m_ids[size_t(row)]); });
+    for (int col = 0; col < settingColumns; ++col) {
         const QString& cell = settings.TextMatrix(row, col);
         // No number is no flag, and is not to become one.
         if (col == FlagCol && cell.isEmpty())
             continue;
         // Choices that are read anew whenever they are shown need not fit.
-        const Trap& trap = col == ChoicesCol && offersLibrary(row) ? passedOver : saving;
+        const Trap& trap = col == ChoicesCol && offersLibrary(row) ? passedOver : savingSettings;
         trap([&] { rows.Fields(col + 1).setValue(cell); });
     }
 }
@@ -256,10 +257,10 @@ void AnalysisSettings::saveRow(int row)
 bool AnalysisSettings::save()
 {
     int stored = 0;
-    const bool written = saving([&] {
+    const bool written = savingSettings([&] {
         database::WriteBatch batch(m_library.Conn);
         for (int row = 1; row < settings.Rows(); ++row)
-            stored += int(saving([&] { saveRow(row); }));
+            stored += int(savingSettings([&] { saveRow(row); }));
         batch.commit();
     });
     if (!written || (stored == 0 && settings.Rows() > 1))

@@ -16,12 +16,12 @@ using runtime::Trap;
 
 namespace {
 
-constexpr int columnCount = 6;
+constexpr int conditionColumns = 6;
 const QString captionHead = u"设置  "_s;
 constexpr double usualFullMarks = 100;
 
-const Trap loading{" - Sub SzGekE/FormSet"};
-const Trap saving{" - Private Sub Command1_Click/FormXiangXiSZ"};
+const Trap makingRows{" - Sub SzGekE/FormSet"};
+const Trap savingConditions{" - Private Sub Command1_Click/FormXiangXiSZ"};
 const Trap deleting{" - Private Sub Command3_Click/FormXiangXiSZ"};
 
 } // namespace
@@ -29,7 +29,7 @@ const Trap deleting{" - Private Sub Command3_Click/FormXiangXiSZ"};
 SubjectConditions::SubjectConditions(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary)
 {
     conditions.FixedCols = FirstOperatorCol;
-    conditions.setCols(columnCount);
+    conditions.setCols(conditionColumns);
     conditions.setRows(1);
     conditions.setColAlignment(-1, 1);
     setRow(0, {u"科类"_s, u"科目"_s, u"条件"_s, u"分数"_s, u"条件"_s, u"分数"_s});
@@ -54,14 +54,14 @@ const QStringList& SubjectConditions::operators()
 
 void SubjectConditions::setRow(int row, const QStringList& cells)
 {
-    for (int col = 0; col < columnCount; ++col)
+    for (int col = 0; col < conditionColumns; ++col)
         conditions.setTextMatrix(row, col, cells[col]);
 }
 
 int SubjectConditions::storedCount(const QString& name)
 {
     int count = 0;
-    loading([&] {
+    makingRows([&] {
         Recordset rows;
         rows.Open(u"select * from 详细设置表 where 设置名称=?"_s, {name}, m_library.Conn);
         count = int(rows.RecordCount());
@@ -72,13 +72,13 @@ int SubjectConditions::storedCount(const QString& name)
 void SubjectConditions::loadStored(const QString& name)
 {
     SetRow = 0;
-    loading([&] {
+    makingRows([&] {
         Recordset rows;
         rows.Open(u"select * from 详细设置表 where 设置名称=?"_s, {name}, m_library.Conn);
         conditions.setRows(int(rows.RecordCount()) + 1);
         for (int row = 1; row < conditions.Rows(); ++row) {
-            for (int col = 0; col < columnCount; ++col)
-                loading([&] {
+            for (int col = 0; col < conditionColumns; ++col)
+                makingRows([&] {
                     conditions.setTextMatrix(row, col, rows.Fields(col + 1).Value().text());
                 });
             rows.MoveNext();
@@ -102,7 +102,7 @@ void SubjectConditions::makeStream(int stream, const statistics::Interval& inter
     const QString& name = m_library.catalogue.Streams[stream];
     Recordset exams;
     bool hasExam = false;
-    loading([&] {
+    makingRows([&] {
         exams.Open(u"select * from  考试名称表 where 科类=? order by 考试编号 desc"_s, {name},
                    m_library.Conn);
         hasExam = exams.RecordCount() > 0;
@@ -110,7 +110,7 @@ void SubjectConditions::makeStream(int stream, const statistics::Interval& inter
     double full = usualFullMarks;
     for (int j = 0; j < subjects.size(); ++j) {
         if (hasExam)
-            loading([&] { full = runtime::Val(exams.Fields(subjects[j]).Value().text()); });
+            makingRows([&] { full = runtime::Val(exams.Fields(subjects[j]).Value().text()); });
         if (full == 0)
             full = usualFullMarks;
         setRow(stream * int(subjects.size()) + j + 1,
@@ -137,7 +137,7 @@ bool SubjectConditions::isChanged() const
 /// False, after a message, if the row has no place in the table.
 bool SubjectConditions::saveRow(const QString& name, int row)
 {
-    return saving([&] {
+    return savingConditions([&] {
         Recordset rows;
         rows.Open(
             u"select * from 详细设置表 where 设置名称=? and 科类=? and 科目=?"_s,
@@ -145,9 +145,10 @@ bool SubjectConditions::saveRow(const QString& name, int row)
             m_library.Conn);
         if (rows.RecordCount() == 0)
             rows.AddNew();
-        saving([&] { rows.Fields(0).setValue(name); });
-        for (int col = 0; col < columnCount; ++col)
-            saving([&] { rows.Fields(col + 1).setValue(conditions.TextMatrix(row, col)); });
+        savingConditions([&] { rows.Fields(0).setValue(name); });
+        for (int col = 0; col < conditionColumns; ++col)
+            savingConditions(
+                [&] { rows.Fields(col + 1).setValue(conditions.TextMatrix(row, col)); });
         rows.Update();
     });
 }
@@ -155,7 +156,7 @@ bool SubjectConditions::saveRow(const QString& name, int row)
 bool SubjectConditions::save(const QString& name, AnalysisSettings& settings)
 {
     int stored = 0;
-    const bool written = saving([&] {
+    const bool written = savingConditions([&] {
         database::WriteBatch batch(m_library.Conn);
         for (int row = 1; row < conditions.Rows(); ++row)
             stored += int(saveRow(name, row));
@@ -164,7 +165,7 @@ bool SubjectConditions::save(const QString& name, AnalysisSettings& settings)
     if (!written || (stored == 0 && conditions.Rows() > 1))
         return false;
     m_unchanged = grid::gridText(conditions);
-    saving([&] { settings.useConditions(SetRow); });
+    savingConditions([&] { settings.useConditions(SetRow); });
     runtime::MsgBox(u"设置保存成功！"_s);
     return true;
 }

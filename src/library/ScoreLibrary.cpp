@@ -112,7 +112,7 @@ void ScoreLibrary::GetBin(const database::Field& field, const QString& fileName)
     });
 }
 
-bool ScoreLibrary::SaveBin(const QString& fileName, database::Field field)
+bool ScoreLibrary::SaveBin(const QString& fileName, database::Field field) const
 {
     const Trap trap{" - Sub SaveBin/Mdl_MDB"};
     return trap([&] {

@@ -62,7 +62,7 @@ public:
     void GetBin(const database::Field& field, const QString& fileName);
     /// Puts the bytes of a file into a binary field. False, after the message, if they could not be
     /// read to the end; the field is as it was then.
-    bool SaveBin(const QString& fileName, database::Field field);
+    bool SaveBin(const QString& fileName, database::Field field) const;
     /// Writes the student's picture to the one scratch file of data/ and gives its name; "" if the
     /// student has no 照片名.
     QString GetPic(qint64 id);

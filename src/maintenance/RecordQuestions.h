@@ -22,7 +22,7 @@ struct StudentFields
 /// What a save makes of a student.
 struct RecordChange
 {
-    qint64 id;
+    qint64 id = 0;
     StudentFields before;
     StudentFields after;
 };

@@ -16,7 +16,7 @@ using runtime::Trap;
 
 namespace {
 
-const Trap saveTrap{" - Private Sub TextCJ_KeyUp/FormXiuGaiChengJi"};
+const Trap correctionTrap{" - Private Sub TextCJ_KeyUp/FormXiuGaiChengJi"};
 constexpr double absent = -1;
 /// So much of a text is said again.
 constexpr int charactersShown = 60;
@@ -92,7 +92,7 @@ std::optional<ScoreCorrection::Shown> ScoreCorrection::ShowCJ(const Place& place
 ScoreCorrection::Result ScoreCorrection::save(const Place& place, const QString& score)
 {
     bool isThere = false;
-    const bool isRead = saveTrap([&] {
+    const bool isRead = correctionTrap([&] {
         database::Recordset rows;
         if (isComplete(place))
             openScores(rows, place, m_library.Conn);
@@ -124,7 +124,7 @@ bool ScoreCorrection::isAllowed(const Place& place, double score)
 ScoreCorrection::Result ScoreCorrection::store(const Place& place, double score)
 {
     Result result = Result::Failed;
-    saveTrap([&] {
+    correctionTrap([&] {
         database::WriteBatch batch(m_library.Conn);
         database::Recordset rows;
         openScores(rows, place, m_library.Conn);

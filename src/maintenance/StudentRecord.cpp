@@ -18,7 +18,7 @@ using runtime::Value;
 namespace {
 
 const Trap showTrap{" - Sub ShowGeRenXX/FormXGXX"};
-const Trap saveTrap{" - Private Sub Command1_Click/FormXGXX"};
+const Trap recordTrap{" - Private Sub Command1_Click/FormXGXX"};
 
 constexpr int rowOfRemark = 14;
 constexpr int heightOfRemark = 630;
@@ -173,7 +173,7 @@ RecordSave StudentRecord::Command1_Click()
     }
     std::optional<RecordChange> change;
     std::optional<NameScope> scope;
-    const bool isAsked = saveTrap([&] {
+    const bool isAsked = recordTrap([&] {
         change = foresee();
         if (change)
             scope = askAboutChange(m_library.Conn, *change);
@@ -211,7 +211,7 @@ std::optional<RecordChange> StudentRecord::foresee()
 RecordSave StudentRecord::write(NameScope scope)
 {
     std::optional<Rows> refused;
-    saveTrap([&] {
+    recordTrap([&] {
         database::WriteBatch batch(m_library.Conn);
         database::Recordset rows;
         open(rows);
@@ -239,7 +239,7 @@ StudentRecord::Rows StudentRecord::assign(database::Recordset& rows)
     std::set<int> assigned;
     for (int row = 0; row < MSFlexGrid1.Rows(); ++row) {
         bool isTaken = false;
-        saveTrap([&] {
+        recordTrap([&] {
             isTaken = row == PhotoRow ? assignPhoto(rows) : assignField(rows, row, assigned);
         });
         if (!isTaken)
@@ -277,7 +277,7 @@ void StudentRecord::tellOthers(const RecordChange& change)
 {
     if (change.after == change.before)
         return;
-    saveTrap([&] { m_library.readCatalogue(); });
+    recordTrap([&] { m_library.readCatalogue(); });
     m_library.notifyChanged();
 }
 

@@ -12,7 +12,7 @@ using runtime::Trap;
 
 namespace {
 
-const Trap loadTrap{" - Private Sub Form_Load/FormJiaoShiMingDan"};
+const Trap screenTrap{" - Private Sub Form_Load/FormJiaoShiMingDan"};
 const Trap listTrap{" - Sub LoadJSMD/FormJiaoShiMingDan"};
 const Trap saveTrap{" - Private Sub Command3_Click/FormJiaoShiMingDan"};
 
@@ -26,7 +26,7 @@ TeacherList::TeacherList(library::ScoreLibrary& scoreLibrary) : m_library(scoreL
 void TeacherList::load()
 {
     QStringList classes;
-    loadTrap([&] { classes = classesOfStudents(m_library.Conn); });
+    screenTrap([&] { classes = classesOfStudents(m_library.Conn); });
     const QStringList& columns = m_library.catalogue.AllColumns;
     teachers.setRows(int(classes.size()) + 1);
     teachers.setCols(int(columns.size()) + 1);

@@ -11,7 +11,7 @@ using runtime::Trap;
 
 namespace {
 
-const Trap loadTrap{" - Private Sub Form_Load/FormJiaoShiMingDan"};
+const Trap pickTrap{" - Private Sub Form_Load/FormJiaoShiMingDan"};
 
 constexpr QChar joint = u'+';
 
@@ -31,9 +31,9 @@ void TeacherPick::load()
 {
     m_elements = QStringList(m_catalogue.AllColumns.size() + 1, QString());
     QStringList lines;
-    loadTrap([&] { runtime::readLines(masterFile(m_paths), lines); });
+    pickTrap([&] { runtime::readLines(masterFile(m_paths), lines); });
     for (const QString& line : std::as_const(lines))
-        loadTrap([&] { add(line); });
+        pickTrap([&] { add(line); });
 }
 
 void TeacherPick::add(const QString& line)

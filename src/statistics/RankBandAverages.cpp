@@ -13,7 +13,7 @@ const QString title = u"各名次段均分"_s;
 const QStringList parts{u"人数"_s, u"平均分"_s, u"名次"_s};
 constexpr int countPart = 0;
 constexpr int averagePart = 1;
-constexpr int rankPart = 2;
+constexpr int averageRankPart = 2;
 
 void fillBand(Block& block, ExamFigures& figures, int line, int item, const QString& name,
               const RankBand& band)
@@ -60,7 +60,7 @@ void TJGKGMCDJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tr
         }
         for (int k = 0; k < items.size(); ++k) {
             for (int b = 0; b < bands.size(); ++b)
-                block.rankClasses(b, k, averagePart, rankPart);
+                block.rankClasses(b, k, averagePart, averageRankPart);
         }
         frame.finish(i, block);
     }

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const runtime::Trap linesTrap{" - Sub TJZFSXRS/Mdl_MDB"};
-const QString title = u"总分上线人数"_s;
+const QString linesTitle = u"总分上线人数"_s;
 
 void fillExam(Block& block, ExamFigures& figures, int line, const QStringList& scoreLines)
 {
@@ -33,12 +33,12 @@ void TJZFSXRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tran
     ReportFrame frame(context, grid, exams, transfer, linesTrap);
     grid.FixedRows = 0;
     frame.clear();
-    const LineTable lines =
-        FenLiNumTJ(context.library.catalogue.Streams, title, context.library.settings.GetSZ(title));
+    const LineTable lines = FenLiNumTJ(context.library.catalogue.Streams, linesTitle,
+                                       context.library.settings.GetSZ(linesTitle));
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QStringList& scoreLines = lines[size_t(i)];
         // Without lines the first data column is there all the same.
-        Block block = frame.examBlock(i, {.title = frame.streamTitle(i, u"科"_s, title),
+        Block block = frame.examBlock(i, {.title = frame.streamTitle(i, u"科"_s, linesTitle),
                                           .items = std::max(1, int(scoreLines.size()))});
         block.headNames(1);
         for (int t = 0; t < scoreLines.size(); ++t)

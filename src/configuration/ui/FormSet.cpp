@@ -24,7 +24,6 @@ using widgets::named;
 
 namespace {
 
-constexpr int listHeight = 600;
 constexpr double columnShare = 0.25;
 
 } // namespace
@@ -78,7 +77,7 @@ void FormSet::makeEditor()
         MSFlexGrid1, Text1, List1,
         {.editing = editing,
          .entries = [this](int row, int) { return std::optional(m_settings.choices(row)); },
-         .listHeight = listHeight});
+         .listHeight = 600});
 }
 
 void FormSet::connectEditor()

@@ -20,12 +20,6 @@ using widgets::button;
 using widgets::CommandScope;
 using widgets::named;
 
-namespace {
-
-constexpr int listHeight = 300;
-
-} // namespace
-
 FormXiangXiSZ::FormXiangXiSZ(SubjectConditions& conditions, AnalysisSettings& settings,
                              widgets::ScreenDialogs& dialogs, QWidget* parent)
     : Screen(u"FormXiangXiSZ"_s, u"分析设置"_s, parent),
@@ -80,10 +74,9 @@ void FormXiangXiSZ::makeEditor()
             return CellEditing::List;
         return SubjectConditions::isScore(col) ? CellEditing::Text : CellEditing::None;
     };
-    m_editor = new grid::GridEditor(MSFlexGrid1, Text1, List1,
-                                    {.editing = editing,
-                                     .entries = [](int, int) { return std::nullopt; },
-                                     .listHeight = listHeight});
+    m_editor = new grid::GridEditor(
+        MSFlexGrid1, Text1, List1,
+        {.editing = editing, .entries = [](int, int) { return std::nullopt; }, .listHeight = 300});
 }
 
 void FormXiangXiSZ::resizeEvent(QResizeEvent* event)

@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 largeFile = 5 * 1024 * 1024;
+constexpr qint64 largeFile = qint64(5) * 1024 * 1024;
 constexpr int largeSide = 2000;
 constexpr int smallerHeight = 600;
 constexpr int smallerQuality = 85;
@@ -86,7 +86,7 @@ private:
 
     QImage read()
     {
-        const QImage image = m_reader.read();
+        QImage image = m_reader.read();
         if (image.isNull())
             refuse(u"不是图片，或已损坏"_s);
         return image;
