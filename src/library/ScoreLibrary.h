@@ -50,7 +50,7 @@ public:
     /// The same if it was not read since another program wrote the file, or not to its end.
     void refreshCatalogue();
 
-    /// Tells whoever listens that exams, students or settings changed, or that no library is open
+    /// Tells whoever listens that exams or students changed, or that no library is open
     /// any more.
     void notifyChanged();
 
@@ -70,7 +70,7 @@ public:
 Q_SIGNALS:
     /// A library was opened; its lists stand.
     void opened();
-    /// Exams, students or settings of the open library changed, or none is open any more.
+    /// Exams or students of the open library changed, or none is open any more.
     void changed();
 
 private:
