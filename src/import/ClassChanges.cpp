@@ -167,7 +167,7 @@ QString ClassChangeCounts::question() const
     add(scoresOfOthers, u"　　这些成绩中有 %1 条是别人以前的成绩"_s);
     add(emptyNames, u"注意：%1 人在表格中没有姓名，改名会把姓名清空"_s);
     add(toZero, u"注意：%1 人的新班级或新学号是 0（空单元格和文字都按 0 计）"_s);
-    add(sharing, u"注意：%1 人移动以后和别人的班级、学号相同"_s);
+    add(sharing, u"注意：%1 人移动以后和别人的班级、学号相同（谁也不删除时）"_s);
     add(withoutPlace, u"注意：%1 人的新班级或新学号是错误值，留在原班"_s);
     add(withoutNumber, u"注意：%1 人在成绩库中没有班级或学号，不能分班"_s);
     lines.append(u"\n继续：问完以后一次写入。\n取消：学生和成绩都不改动。"_s);
