@@ -3,7 +3,6 @@
 #include <QFileInfo>
 
 #include "platform/database/ReadBatch.h"
-#include "platform/database/Statement.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
@@ -93,7 +92,10 @@ bool StudentRecord::ShowGeRenXX(qint64 id)
     if (id == 0)
         return false;
     StuID = id;
-    return read({});
+    const std::optional<bool> isThere = read({});
+    if (!isThere)
+        clear();
+    return isThere.value_or(false);
 }
 
 bool StudentRecord::refresh()
@@ -105,7 +107,7 @@ bool StudentRecord::refresh()
         if (isTyped(row))
             typed.insert(row);
     }
-    return read(typed);
+    return read(typed).value_or(false);
 }
 
 void StudentRecord::clear()
@@ -123,23 +125,24 @@ void StudentRecord::open(database::Recordset& rows)
     rows.Open(u"select *  from 信息表 where id=?"_s, {StuID}, m_library.Conn);
 }
 
-bool StudentRecord::read(const Rows& kept)
+/// Whether the student is there. Nothing, and nothing changes, if the library could not be read.
+std::optional<bool> StudentRecord::read(const Rows& kept)
 {
     database::Recordset rows;
-    bool isThere = false;
-    const bool isRead = showTrap([&] {
+    std::optional<bool> isThere;
+    showTrap([&] {
         const database::ReadBatch reading(m_library.Conn);
         open(rows);
         isThere = !rows.Eof();
-        for (int row = 0; isThere && row < MSFlexGrid1.Rows(); ++row)
+        for (int row = 0; *isThere && row < MSFlexGrid1.Rows(); ++row)
             readRow(rows, row, kept);
     });
-    if (isRead && !isThere)
+    if (isThere == false) {
         runtime::warn(nobodyText());
-    if (!isThere)
         clear();
-    else if (!kept.contains(PhotoRow))
+    } else if (isThere && !kept.contains(PhotoRow)) {
         m_photo.reset();
+    }
     return isThere;
 }
 

@@ -43,7 +43,8 @@ public:
     /// Shows the student of this ID; does nothing for 0. False if there is none any more, which is
     /// told, or if the library could not be read: nobody is shown then.
     bool ShowGeRenXX(qint64 id);
-    /// Reads what the user has not changed anew. False likewise.
+    /// Reads what the user has not changed anew. False if he is gone, which is told, or if the
+    /// library could not be read: what stands here stays then.
     bool refresh();
     /// Shows nobody.
     void clear();
@@ -76,7 +77,7 @@ private:
     bool isTyped(int row) const;
     bool isUntouched(int row) const;
     void open(database::Recordset& rows);
-    bool read(const Rows& kept);
+    std::optional<bool> read(const Rows& kept);
     void readRow(database::Recordset& rows, int row, const Rows& kept);
     std::optional<RecordChange> foresee();
     RecordSave write(NameScope scope);

@@ -376,6 +376,33 @@ TEST_F(Record, RefreshKeepsWhatWasTypedAndReadsTheRest)
     EXPECT_TRUE(record.isChanged());
 }
 
+TEST_F(Record, RefreshKeepsWhatStandsThereIfTheLibraryCannotBeRead)
+{
+    record.ShowGeRenXX(wang);
+    typeInto(u"性别"_s, u"男"_s);
+    support::OtherProgram other(test.scores.Conn.path());
+    other.run("begin exclusive");
+    EXPECT_FALSE(record.refresh());
+    other.run("rollback");
+    ASSERT_EQ(test.dialogs.failures.size(), 1);
+    EXPECT_TRUE(test.dialogs.failures[0].endsWith(showTag));
+    EXPECT_EQ(record.StuID, wang);
+    EXPECT_EQ(cell(2), u"王芳"_s);
+    EXPECT_EQ(cell(5), u"男"_s);
+    EXPECT_TRUE(record.isChanged());
+}
+
+TEST_F(Record, NobodyIsShownIfTheNextStudentCannotBeRead)
+{
+    record.ShowGeRenXX(wang);
+    support::OtherProgram other(test.scores.Conn.path());
+    other.run("begin exclusive");
+    EXPECT_FALSE(record.ShowGeRenXX(2));
+    other.run("rollback");
+    EXPECT_EQ(record.StuID, 0);
+    EXPECT_EQ(cell(2), u""_s);
+}
+
 TEST_F(Record, AStudentWhoWentMeanwhileIsNotSaved)
 {
     record.ShowGeRenXX(wang);
