@@ -265,15 +265,18 @@ bool StudentRecord::assignField(database::Recordset& rows, int row, std::set<int
     return true;
 }
 
+/// The file may have come, or become another one, since it was chosen.
 bool StudentRecord::assignPhoto(database::Recordset& rows)
 {
     if (!m_photo)
         return true;
     const QString& path = value(PhotoRow);
-    if (QFileInfo(path).isFile())
-        return setPhoto(m_library, rows, path, m_photos, *m_photo);
-    runtime::warn(u"照片文件不存在：\n"_s + path);
-    return false;
+    if (!QFileInfo(path).isFile()) {
+        runtime::warn(u"照片文件不存在：\n"_s + path);
+        return false;
+    }
+    m_photos.check(path);
+    return setPhoto(m_library, rows, path, m_photos, *m_photo);
 }
 
 void StudentRecord::tellOthers(const RecordChange& change)

@@ -329,6 +329,21 @@ TEST_F(Record, WhatIsNoPictureIsRefusedWithItsName)
     EXPECT_FALSE(record.isChanged());
 }
 
+TEST_F(Record, WhatIsNoPictureWhenItIsSavedIsRefusedToo)
+{
+    record.ShowGeRenXX(wang);
+    const QString path = test.file(u"王芳.jpg"_s);
+    EXPECT_TRUE(record.choosePhoto(path));
+    photoFile(u"王芳.jpg"_s, "not copied to its end");
+    photos.refused.append(path);
+    typeInto(u"性别"_s, u"男"_s);
+    EXPECT_EQ(record.Command1_Click(), RecordSave::WithoutPhoto);
+    EXPECT_EQ(test.dialogs.failures,
+              QStringList{u"照片文件“%1”不是图片，或已损坏。"_s.arg(path) + saveTag});
+    EXPECT_EQ(test.rows(u"select 性别, 照片名, 照片 from 信息表 where ID=1"_s), u"男|NULL|NULL"_s);
+    EXPECT_TRUE(record.isChanged());
+}
+
 TEST_F(Record, ALargePhotoGoesInSmallerIfTheUserSaysSo)
 {
     record.ShowGeRenXX(wang);
