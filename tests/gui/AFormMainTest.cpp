@@ -150,17 +150,60 @@ TEST_F(MainWindow, TheCheckOfPhotosStaysOpenBesideTheMainWindow)
     EXPECT_FALSE(screen->isVisible());
 }
 
-TEST_F(MainWindow, ARecordThatIsNotSavedIsAskedAboutBeforeTheProgramEnds)
+TEST_F(MainWindow, TheCheckOfPhotosFollowsWhatOtherScreensChanged)
 {
     window->start(path);
     item(u"meJCTP"_s)->trigger();
     const auto* screen = window->findChild<QDialog*>(u"FormXGXX"_s);
-    auto* list = screen->findChild<QListWidget*>(u"List1"_s);
-    list->setFocus();
-    QTest::keyClick(list, Qt::Key_Down);
-    auto* view = screen->findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s);
-    view->select(5, 1, 5, 1);
-    QTest::keyClicks(view, u"x"_s);
+    screenOpenedBy([this] {
+        test.execute(u"update 信息表 set 照片名='1.jpg'"_s);
+        item(u"mFXSZ"_s)->trigger();
+    });
+    EXPECT_TRUE(screen->isVisible());
+    EXPECT_EQ(screen->findChild<QListWidget*>(u"List1"_s)->count(), 0);
+}
+
+class UnsavedPhotoCheck : public MainWindow
+{
+protected:
+    /// 检查图片 with an "x" typed as the student's 性别.
+    UnsavedPhotoCheck()
+    {
+        window->start(path);
+        item(u"meJCTP"_s)->trigger();
+        screen = window->findChild<QDialog*>(u"FormXGXX"_s);
+        auto* list = screen->findChild<QListWidget*>(u"List1"_s);
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Down);
+        auto* view = screen->findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s);
+        view->select(5, 1, 5, 1);
+        QTest::keyClicks(view, u"x"_s);
+    }
+
+    QDialog* screen = nullptr;
+};
+
+TEST_F(UnsavedPhotoCheck, IsAskedAboutBeforeAnotherLibraryIsOpened)
+{
+    const QString other = test.file(u"另一个.CJK"_s);
+    ASSERT_TRUE(QFile::copy(path, other));
+    test.dialogs.file = other;
+    for (const QString& opening : {u"mfOpen"_s, u"mfREC0"_s, u"mfNew"_s}) {
+        test.dialogs.expect(u"还没有保存"_s, u"取消"_s);
+        EXPECT_EQ(screenOpenedBy([&] { item(opening)->trigger(); }), QString());
+        EXPECT_TRUE(screen->isVisible());
+        EXPECT_EQ(test.scores.Conn.path(), path);
+    }
+    test.dialogs.expect(u"还没有保存"_s, u"保存"_s);
+    item(u"mfOpen"_s)->trigger();
+    EXPECT_FALSE(screen->isVisible());
+    EXPECT_EQ(test.scores.Conn.path(), other);
+    item(u"mfREC1"_s)->trigger();
+    EXPECT_EQ(test.rows(u"select 性别 from 信息表"_s), u"x"_s);
+}
+
+TEST_F(UnsavedPhotoCheck, IsAskedAboutBeforeTheProgramEnds)
+{
     test.dialogs.expect(u"还没有保存"_s, u"取消"_s);
     window->close();
     EXPECT_TRUE(window->isVisible());

@@ -29,6 +29,7 @@ namespace maintenance {
 using namespace Qt::StringLiterals;
 using grid::CellEditing;
 using runtime::Trap;
+using runtime::Unsaved;
 using widgets::button;
 using widgets::CommandScope;
 using widgets::named;
@@ -266,32 +267,25 @@ RecordSave FormXGXX::save()
     return result;
 }
 
-/// Saves what was typed, if the user says so. False if he stays, or something is left to save.
 bool FormXGXX::mayLeave()
 {
     if (!m_record.isChanged())
         return true;
-    const runtime::Choice choice{.text = u"学生信息有改动，还没有保存。"_s,
-                                 .buttons = {u"保存"_s, u"不保存"_s, u"取消"_s},
-                                 .safe = 2,
-                                 .title = u"提示"_s};
-    const int pressed = runtime::choose(choice);
-    if (pressed == 0)
+    const CommandScope command(m_dialogs);
+    const Unsaved answer = runtime::askAboutUnsaved(u"学生信息有改动，还没有保存。"_s);
+    if (answer == Unsaved::Save)
         save();
-    return pressed == 1 || (pressed == 0 && !m_record.isChanged());
+    return answer == Unsaved::Discard || !m_record.isChanged();
 }
 
 void FormXGXX::closeEvent(QCloseEvent* event)
 {
-    const CommandScope command(m_dialogs);
     if (mayLeave())
         Screen::closeEvent(event);
     else
         event->ignore();
 }
 
-/// Other screens have changed the library, or it is another one now, which knows nothing of the
-/// student shown here.
 void FormXGXX::takeChanges()
 {
     if (m_library.Conn.path() != m_path) {

@@ -36,6 +36,13 @@ public:
     /// Fills the list of students without a photo and brings it into view.
     void listWithoutPhoto();
 
+    /// Saves what was typed, if the user says so. False if he stays, or something is left to save.
+    bool mayLeave();
+
+    /// Shows what others have changed in the library, beside what was typed here; closes if it is
+    /// another library now, which knows nothing of the student.
+    void takeChanges();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -57,8 +64,6 @@ private:
     void MSFlexGrid1_MouseUp(int MouseRow);
     void Command1_Click();
     RecordSave save();
-    bool mayLeave();
-    void takeChanges();
 
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;

@@ -273,6 +273,8 @@ void AFormMain::hideResult()
 
 void AFormMain::openLibrary(const QString& path)
 {
+    if (!m_screens.mayLeaveLibrary())
+        return;
     m_library.LibPath = path;
     m_library.OpenDB();
     ShowInfo();
@@ -281,7 +283,8 @@ void AFormMain::openLibrary(const QString& path)
 
 void AFormMain::mfNew_Click()
 {
-    m_screens.showFormNew();
+    if (m_screens.mayLeaveLibrary())
+        m_screens.showFormNew();
 }
 
 void AFormMain::mfOpen_Click()
@@ -300,6 +303,8 @@ void AFormMain::mfREC_Click(int index)
         runtime::warn(u"下列文件不存在！可能被移动或改名。\n"_s + file);
         return;
     }
+    if (!m_screens.mayLeaveLibrary())
+        return;
     m_library.LibPath = file;
     m_library.OpenDB();
     ShowInfo();

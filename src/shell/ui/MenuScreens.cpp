@@ -35,6 +35,9 @@ void MenuScreens::show(widgets::Screen& screen)
 {
     screen.setWindowModality(Qt::WindowModal);
     screen.exec();
+    // Photos and remarks change without a word to the others.
+    if (m_photoCheck)
+        m_photoCheck->takeChanges();
 }
 
 void MenuScreens::follow(importing::IntakeScreen& screen)
@@ -205,6 +208,11 @@ void MenuScreens::showAbout()
 {
     frmAbout screen(&m_mainWindow);
     show(screen);
+}
+
+bool MenuScreens::mayLeaveLibrary()
+{
+    return !m_photoCheck || m_photoCheck->mayLeave();
 }
 
 bool MenuScreens::closeAll()

@@ -77,6 +77,10 @@ public:
     void showFormZhuanBan();
     void showAbout();
 
+    /// Asks for what is not saved in the screens that do not block the main window, before another
+    /// library is opened. False if the user stays.
+    bool mayLeaveLibrary();
+
     /// Closes the screens that do not block the main window and the windows of the workbooks; asks
     /// for what is not saved there. False if the user stays.
     bool closeAll();
