@@ -177,14 +177,27 @@ void PhotoRun::writeOne(Recordset& student)
         student.Update();
     });
     ++(isSet ? m_counts.set : m_counts.failed);
+    if (isSet)
+        ++m_uses[found->file];
+}
+
+/// Students who have the photo of another, since they share his class and his name or number.
+int PhotoRun::sharing() const
+{
+    int students = 0;
+    for (const int uses : m_uses)
+        students += uses > 1 ? uses : 0;
+    return students;
 }
 
 void PhotoRun::tell() const
 {
     QStringList lines{u"设置了 %1 名学生的照片。"_s.arg(m_counts.set)};
-    for (const auto& [text, count] : {std::pair(u"已有照片，没有替换：%1 名"_s, m_counts.kept),
-                                      {u"没有照片文件：%1 名"_s, m_counts.withoutFile},
-                                      {u"照片文件不能用：%1 名"_s, m_counts.failed}}) {
+    for (const auto& [text, count] :
+         {std::pair(u"已有照片，没有替换：%1 名"_s, m_counts.kept),
+          {u"没有照片文件：%1 名"_s, m_counts.withoutFile},
+          {u"照片文件不能用：%1 名"_s, m_counts.failed},
+          {u"与同班同名或同号的学生用了同一张照片，请检查：%1 名"_s, sharing()}}) {
         if (count > 0)
             lines.append(text.arg(count));
     }

@@ -44,6 +44,7 @@ private:
     bool askLarge();
     bool write(library::Backup backup);
     void writeOne(database::Recordset& student);
+    int sharing() const;
     void tell() const;
 
     library::ScoreLibrary& m_library;
@@ -53,6 +54,8 @@ private:
     Existing m_existing = Existing::Replace;
     PhotoBytes m_large = PhotoBytes::Own;
     Counts m_counts;
+    /// How many students each file was set for.
+    QHash<QString, int> m_uses;
 };
 
 } // namespace maintenance

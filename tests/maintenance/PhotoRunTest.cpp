@@ -106,6 +106,19 @@ TEST_F(ThreeStudents, WithoutAFileKeepWhatTheyHaveAndAMissingClassIsNoError)
               (QStringList{u"设置了 1 名学生的照片。\n没有照片文件：2 名"_s, done}));
 }
 
+TEST_F(ThreeStudents, ThoseWhoShareAPhotoAreCounted)
+{
+    for (const QString& name : {u"乙"_s, u"丁"_s, u"丁"_s})
+        test.addStudent(1, 9, name, u"理"_s);
+    for (const QString& file : {u"1/1.jpg"_s, u"1/乙.jpg"_s, u"1/丁.jpg"_s, u"2/1.jpg"_s})
+        add(file);
+    EXPECT_TRUE(run());
+    EXPECT_EQ(test.dialogs.shown,
+              (QStringList{u"设置了 6 名学生的照片。\n"
+                           "与同班同名或同号的学生用了同一张照片，请检查：4 名"_s,
+                           done}));
+}
+
 TEST_F(ThreeStudents, AnEmptyFolderSetsNothing)
 {
     EXPECT_TRUE(run(library::Backup::Make));
