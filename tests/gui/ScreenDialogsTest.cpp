@@ -412,9 +412,10 @@ TEST_F(ScreenDialogs, AFolderIsChosenOrNone)
         auto& dialog = dynamic_cast<QFileDialog&>(window);
         EXPECT_EQ(dialog.windowTitle(), u"选择文件夹"_s);
         EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
-        dialog.setDirectory(folder.path());
+        EXPECT_EQ(dialog.directory().path(), folder.path());
         QMetaObject::invokeMethod(&dialog, "accept");
     });
+    dialogs.startIn(folder.path());
     EXPECT_EQ(dialogs.chooseFolder(u"选择文件夹"_s), folder.path());
     boxes.expect([](QDialog& window) { window.reject(); });
     EXPECT_EQ(dialogs.chooseFolder(u"选择文件夹"_s), std::nullopt);

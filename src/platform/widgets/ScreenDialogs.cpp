@@ -246,7 +246,8 @@ std::optional<QString> ScreenDialogs::chooseFile(const QString& title, const QSt
 
 std::optional<QString> ScreenDialogs::chooseFolder(const QString& title)
 {
-    const QString folder = QFileDialog::getExistingDirectory(owner(), title);
+    const QString folder =
+        QFileDialog::getExistingDirectory(owner(), title, std::exchange(m_startFolder, {}));
     return folder.isEmpty() ? std::nullopt : std::optional(folder);
 }
 

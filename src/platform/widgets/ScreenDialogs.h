@@ -32,7 +32,7 @@ public:
     std::optional<QString> chooseFolder(const QString& title) override;
     std::optional<int> chooseColor(const QString& title, int start) override;
 
-    /// The folder that the next file dialog begins with.
+    /// The folder that the next dialog for a file or a folder begins with.
     void startIn(const QString& folder) { m_startFolder = folder; }
 
     /// A command of the user begins or ends; commands can nest (a screen opened by a menu item).
