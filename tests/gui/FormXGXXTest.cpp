@@ -165,6 +165,17 @@ TEST_F(RecordScreen, ALongRemarkIsEditedWhole)
     EXPECT_EQ(stored(u"length(备注)"_s), u"40001"_s);
 }
 
+TEST_F(RecordScreen, TheLineBreaksOfARemarkOutliveItsEditing)
+{
+    test.execute(u"update 信息表 set 备注='一' || char(10) || '二' where ID=1"_s);
+    clickNode(0, 0);
+    clickCell(14);
+    QTest::keyClick(box, Qt::Key_End);
+    QTest::keyClicks(box, u"x"_s);
+    press(u"Command1"_s);
+    EXPECT_EQ(stored(u"备注"_s), u"一\n二x"_s);
+}
+
 TEST_F(RecordScreen, TheTreeFollowsANewNameNumberOrClass)
 {
     clickNode(0, 0);
@@ -394,6 +405,7 @@ protected:
 TEST_F(PhotoCheck, ListsTheStudentsWithoutAPhotoBesideTheRecord)
 {
     EXPECT_TRUE(find<QWidget>(u"Frame2"_s)->isVisible());
+    EXPECT_EQ(find<QGroupBox>(u"Frame2"_s)->title(), u"无照片名单(&N)"_s);
     EXPECT_EQ(listed(), (QStringList{u"李四"_s, u"陈静"_s}));
     EXPECT_EQ(list->item(1)->toolTip(), u"2 班 1 号"_s);
     clickEntry(1);

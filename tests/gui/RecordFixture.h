@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QGroupBox>
 #include <QImage>
 #include <QLabel>
 #include <QListWidget>
