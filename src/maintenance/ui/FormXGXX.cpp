@@ -23,13 +23,13 @@
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/grid/ui/GridEditor.h"
 #include "platform/runtime/Trap.h"
+#include "platform/widgets/Unsaved.h"
 
 namespace maintenance {
 
 using namespace Qt::StringLiterals;
 using grid::CellEditing;
 using runtime::Trap;
-using runtime::Unsaved;
 using widgets::button;
 using widgets::CommandScope;
 using widgets::named;
@@ -272,10 +272,10 @@ bool FormXGXX::mayLeave()
     if (!m_record.isChanged())
         return true;
     const CommandScope command(m_dialogs);
-    const Unsaved answer = runtime::askAboutUnsaved(u"学生信息有改动，还没有保存。"_s);
-    if (answer == Unsaved::Save)
+    return widgets::settleUnsaved(u"学生信息有改动，还没有保存。"_s, [this] {
         save();
-    return answer == Unsaved::Discard || !m_record.isChanged();
+        return !m_record.isChanged();
+    });
 }
 
 void FormXGXX::closeEvent(QCloseEvent* event)
