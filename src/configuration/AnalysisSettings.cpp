@@ -191,7 +191,7 @@ SubjectConditions AnalysisSettings::SzGekE(int row)
 }
 
 /// Saved over the stored conditions, those from 0 to the full marks would be all that is left.
-bool AnalysisSettings::wantsStored(const QString& name, SubjectConditions& conditions) const
+bool AnalysisSettings::wantsStored(const QString& name, const SubjectConditions& conditions) const
 {
     const int stored = conditions.storedCount(name);
     if (stored == 0)

@@ -74,7 +74,7 @@ private:
     QString allRows() const;
     void loadRow(database::Recordset& rows, int row);
     void offerValues(int row, const QString& name);
-    bool wantsStored(const QString& name, SubjectConditions& conditions) const;
+    bool wantsStored(const QString& name, const SubjectConditions& conditions) const;
     void saveRow(int row);
     void saveFields(database::Recordset& rows, int row);
 

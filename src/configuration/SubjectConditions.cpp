@@ -20,6 +20,8 @@ constexpr int conditionColumns = 6;
 const QString captionHead = u"设置  "_s;
 constexpr double usualFullMarks = 100;
 
+const QString storedStatement = u"select * from 详细设置表 where 设置名称=?"_s;
+
 const Trap makingRows{" - Sub SzGekE/FormSet"};
 const Trap savingConditions{" - Private Sub Command1_Click/FormXiangXiSZ"};
 const Trap deleting{" - Private Sub Command3_Click/FormXiangXiSZ"};
@@ -58,12 +60,12 @@ void SubjectConditions::setRow(int row, const QStringList& cells)
         conditions.setTextMatrix(row, col, cells[col]);
 }
 
-int SubjectConditions::storedCount(const QString& name)
+int SubjectConditions::storedCount(const QString& name) const
 {
     int count = 0;
     makingRows([&] {
         Recordset rows;
-        rows.Open(u"select * from 详细设置表 where 设置名称=?"_s, {name}, m_library.Conn);
+        rows.Open(storedStatement, {name}, m_library.Conn);
         count = int(rows.RecordCount());
     });
     return count;
@@ -74,7 +76,7 @@ void SubjectConditions::loadStored(const QString& name)
     SetRow = 0;
     makingRows([&] {
         Recordset rows;
-        rows.Open(u"select * from 详细设置表 where 设置名称=?"_s, {name}, m_library.Conn);
+        rows.Open(storedStatement, {name}, m_library.Conn);
         conditions.setRows(int(rows.RecordCount()) + 1);
         for (int row = 1; row < conditions.Rows(); ++row) {
             for (int col = 0; col < conditionColumns; ++col)

@@ -38,7 +38,7 @@ public:
     static bool isScore(int col) { return col == FirstScoreCol || col == SecondScoreCol; }
 
     /// How many conditions of the setting are stored.
-    int storedCount(const QString& name);
+    int storedCount(const QString& name) const;
     /// Takes the stored conditions of a setting.
     void loadStored(const QString& name);
     /// Makes a row for each stream and subject: shares of the full marks that the stream's latest
