@@ -36,7 +36,7 @@ StudentFields fieldsOf(database::Recordset& rows)
             .category = rows.Fields(u"类别代码"_s).Value()};
 }
 
-/// The name of a field as the rows of a record may hold it.
+/// The field of that name. Throws Error for ID, which is refused, and for one that is not there.
 database::Field writableField(database::Recordset& rows, const QString& name)
 {
     if (name.compare("ID"_L1, Qt::CaseInsensitive) == 0)
@@ -243,7 +243,12 @@ StudentRecord::Rows StudentRecord::assign(database::Recordset& rows)
     for (int row = 0; row < MSFlexGrid1.Rows(); ++row) {
         bool isTaken = false;
         recordTrap([&] {
-            isTaken = row == PhotoRow ? assignPhoto(rows) : assignField(rows, row, assigned);
+            if (row == PhotoRow) {
+                isTaken = assignPhoto(rows);
+                return;
+            }
+            assignField(rows, row, assigned);
+            isTaken = true;
         });
         if (!isTaken)
             refused.insert(row);
@@ -253,16 +258,15 @@ StudentRecord::Rows StudentRecord::assign(database::Recordset& rows)
 
 /// An empty cell keeps the old value. One that the user did not touch is written only over what a
 /// row above it wrote, so that what others stored meanwhile stays.
-bool StudentRecord::assignField(database::Recordset& rows, int row, std::set<int>& assigned)
+void StudentRecord::assignField(database::Recordset& rows, int row, std::set<int>& assigned)
 {
     if (value(row).isEmpty())
-        return true;
+        return;
     const int place = rows.position(label(row));
     if (isUntouched(row) && !assigned.contains(place))
-        return true;
+        return;
     writableField(rows, label(row)).setValue(value(row));
     assigned.insert(place);
-    return true;
 }
 
 /// The file may have come, or become another one, since it was chosen.

@@ -82,7 +82,7 @@ private:
     std::optional<RecordChange> foresee();
     RecordSave write(NameScope scope);
     Rows assign(database::Recordset& rows);
-    bool assignField(database::Recordset& rows, int row, std::set<int>& assigned);
+    void assignField(database::Recordset& rows, int row, std::set<int>& assigned);
     bool assignPhoto(database::Recordset& rows);
     void tellOthers(const RecordChange& change);
 
