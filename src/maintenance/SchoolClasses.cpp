@@ -1,5 +1,6 @@
 #include "maintenance/SchoolClasses.h"
 
+#include "maintenance/QuotedText.h"
 #include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
 
@@ -22,12 +23,7 @@ double classNumber(const QString& className)
     if (className.isEmpty())
         throw database::Error(database::Failure::Sql,
                               u"有学生没有班级，条件“班级=”后面缺少数字。"_s);
-    bool isNumber = false;
-    const double number = className.toDouble(&isNumber);
-    if (!isNumber)
-        throw database::Error(database::Failure::Sql,
-                              u"班级“%1”不是数字。"_s.arg(className.left(60)));
-    return number;
+    return numberIn(className, u"班级“%1”不是数字。"_s);
 }
 
 } // namespace maintenance

@@ -2,7 +2,7 @@
 
 #include <QRegularExpression>
 
-#include "platform/database/Error.h"
+#include "maintenance/QuotedText.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
@@ -18,17 +18,10 @@ namespace {
 
 const Trap correctionTrap{" - Private Sub TextCJ_KeyUp/FormXiuGaiChengJi"};
 constexpr double absent = -1;
-/// So much of a text is said again.
-constexpr int charactersShown = 60;
 
 double classOrNumber(const QString& text)
 {
-    bool isNumber = false;
-    const double number = text.toDouble(&isNumber);
-    if (!isNumber)
-        throw database::Error(database::Failure::Sql, u"“%1”不是班级或学号，只能是数字。"_s.arg(
-                                                          text.left(charactersShown)));
-    return number;
+    return numberIn(text, u"“%1”不是班级或学号，只能是数字。"_s);
 }
 
 bool isComplete(const ScoreCorrection::Place& place)
@@ -56,7 +49,7 @@ bool beginsWithNumber(const QString& text)
 std::optional<double> askedScore(const QString& text)
 {
     const QString said =
-        text.isEmpty() ? u"没有填写成绩。"_s : u"“%1”不是分数。"_s.arg(text.left(charactersShown));
+        text.isEmpty() ? u"没有填写成绩。"_s : u"“%1”不是分数。"_s.arg(quoted(text));
     switch (runtime::choose({.text = said + u"要怎样保存？"_s,
                              .buttons = {u"存为缺考"_s, u"存为 0 分"_s, u"取消"_s},
                              .safe = 2,

@@ -1,5 +1,6 @@
 #include "maintenance/TeacherPick.h"
 
+#include "maintenance/QuotedText.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/TextFile.h"
 #include "platform/runtime/Trap.h"
@@ -40,7 +41,7 @@ void TeacherPick::add(const QString& line)
 {
     const QStringList parts = line.split(u'_');
     if (parts.size() < 2)
-        throw runtime::Error(u"教师总名单里的“%1”没有“_”。"_s.arg(line.left(60)));
+        throw runtime::Error(u"教师总名单里的“%1”没有“_”。"_s.arg(quoted(line)));
     m_elements[0] += joint + parts[1];
     const int column = m_catalogue.GetKmID(parts[0]);
     if (column >= 0)
