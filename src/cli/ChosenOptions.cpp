@@ -134,6 +134,15 @@ individual::RankKind chosenRanks(const Session& session)
                : individual::RankKind::Class;
 }
 
+double chosenNumber(const Arguments& arguments, const QString& option)
+{
+    bool isNumber = false;
+    const double number = arguments.value(option).toDouble(&isNumber);
+    if (!isNumber)
+        throw UsageError(u"选项 --%1 的值必须是数字。"_s.arg(option));
+    return number;
+}
+
 library::Backup chosenBackup(const Arguments& arguments)
 {
     return arguments.has(u"no-backup"_s) ? library::Backup::SwitchedOff : library::Backup::Make;

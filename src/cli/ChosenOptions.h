@@ -40,6 +40,9 @@ std::vector<individual::TickedColumn> chosenTicks(const Session& session);
 /// The ranks that --rank names, 年名 without it. Throws UsageError.
 individual::RankKind chosenRanks(const Session& session);
 
+/// The value of an option as a number. Throws UsageError for one that is none.
+double chosenNumber(const Arguments& arguments, const QString& option);
+
 /// A dated copy, unless --no-backup is given.
 library::Backup chosenBackup(const Arguments& arguments);
 

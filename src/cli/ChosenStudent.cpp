@@ -1,5 +1,6 @@
 #include "cli/ChosenStudent.h"
 
+#include "cli/ChosenOptions.h"
 #include "platform/database/Statement.h"
 
 namespace cli {
@@ -7,15 +8,6 @@ namespace cli {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-double numberOption(const Arguments& arguments, const QString& name)
-{
-    bool isNumber = false;
-    const double number = arguments.value(name).toDouble(&isNumber);
-    if (!isNumber)
-        throw UsageError(u"选项 --%1 的值必须是数字。"_s.arg(name));
-    return number;
-}
 
 /// ID of the first student that the statement finds; throws UsageError, saying `who`, for none.
 qint64 studentId(database::Connection& conn, const QString& sql,
@@ -51,11 +43,11 @@ qint64 chosenStudent(const Session& session)
     database::Connection& conn = session.scores.Conn;
     if (arguments.has(u"id"_s))
         return studentId(conn, u"select ID from 信息表 where ID=?"_s,
-                         {numberOption(arguments, u"id"_s)},
+                         {chosenNumber(arguments, u"id"_s)},
                          u" ID 为 %1 "_s.arg(arguments.value(u"id"_s)));
     return studentId(
         conn, u"select ID from 信息表 where 班级=? and 学号=? order by rowid"_s,
-        {numberOption(arguments, u"class"_s), numberOption(arguments, u"number"_s)},
+        {chosenNumber(arguments, u"class"_s), chosenNumber(arguments, u"number"_s)},
         u" %1 班 %2 号"_s.arg(arguments.value(u"class"_s), arguments.value(u"number"_s)));
 }
 

@@ -1,3 +1,4 @@
+#include "cli/ChosenOptions.h"
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
 #include "maintenance/ScoreCorrection.h"
@@ -20,10 +21,7 @@ QString wanted(const Arguments& arguments, const QString& name)
 QString wantedNumber(const Arguments& arguments, const QString& name)
 {
     QString text = wanted(arguments, name);
-    bool isNumber = false;
-    (void)text.toDouble(&isNumber);
-    if (!isNumber)
-        throw UsageError(u"选项 --%1 的值必须是数字。"_s.arg(name));
+    (void)chosenNumber(arguments, name);
     return text;
 }
 

@@ -1,3 +1,4 @@
+#include "cli/ChosenOptions.h"
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
 #include "maintenance/ExamRemoval.h"
@@ -45,10 +46,8 @@ Exit runDeleteSubjects(Session& session)
             throw UsageError(u"成绩库里没有科目“%1”。"_s.arg(name));
     }
     CliProgress progress;
-    const SubjectRemoval::Result result =
-        removal.run(selectedFrom(removal.columns(), names), progress,
-                    session.arguments.has(u"no-backup"_s) ? library::Backup::SwitchedOff
-                                                          : library::Backup::Make);
+    const SubjectRemoval::Result result = removal.run(selectedFrom(removal.columns(), names),
+                                                      progress, chosenBackup(session.arguments));
     return result == SubjectRemoval::Result::Done ? session.result() : Exit::Error;
 }
 

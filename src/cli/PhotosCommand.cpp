@@ -1,3 +1,4 @@
+#include "cli/ChosenOptions.h"
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
 #include "cli/GridOutput.h"
@@ -54,10 +55,8 @@ Exit setPhotos(Session& session)
         session.dialogs.answer(u"照片很大"_s, u"改存较小的图片"_s);
     CliProgress progress;
     const maintenance::PictureFiles photos;
-    const bool isDone =
-        maintenance::PhotoRun(session.scores, photos, progress)
-            .run(arguments.path(1), arguments.has(u"no-backup"_s) ? library::Backup::SwitchedOff
-                                                                  : library::Backup::Make);
+    const bool isDone = maintenance::PhotoRun(session.scores, photos, progress)
+                            .run(arguments.path(1), chosenBackup(arguments));
     return isDone ? session.result() : Exit::Error;
 }
 
