@@ -207,7 +207,7 @@ const std::vector<Command>& commands()
          u"yunshan-cli delete-exams LIB A,B --yes [--no-backup]\n"
          "    与菜单“删除考试”完全相同的操作：语句被数据库拒绝，考试保持不变。\n"
          "    --yes              对确认回答“确定”（默认“取消”）\n"
-         "    --no-backup        写入前不备份成绩库\n",
+         "    --no-backup        不起作用：接受，但这条命令不写入成绩库\n",
          runDeleteExams},
         {u"settings",
          {{u"set"_s, u"analysis"_s, u"conditions"_s, u"condition"_s, u"delete-conditions"_s,
