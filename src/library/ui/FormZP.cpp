@@ -5,7 +5,7 @@
 #include <QScopedValueRollback>
 #include <QScreen>
 
-#include "library/ui/PhotoPicture.h"
+#include "library/paint/PhotoPicture.h"
 #include "platform/runtime/Trap.h"
 
 namespace library {

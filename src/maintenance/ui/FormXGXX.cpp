@@ -14,7 +14,7 @@
 #include <QSignalBlocker>
 
 #include "library/StudentPhoto.h"
-#include "library/ui/PhotoPicture.h"
+#include "library/paint/PhotoPicture.h"
 #include "library/ui/StudentTreePanel.h"
 #include "library/ui/StudentTreeView.h"
 #include "maintenance/MissingPhotos.h"

@@ -1,4 +1,4 @@
-#include "library/ui/PhotoPicture.h"
+#include "library/paint/PhotoPicture.h"
 
 #include <QImageReader>
 
@@ -22,6 +22,12 @@ QString whyUnread(QImageReader::ImageReaderError error)
     }
 }
 
+/// The bounds of the picture as the camera wrote it, before it is turned upright.
+QSize unturned(const QSize& bounds, QImageIOHandler::Transformations turn)
+{
+    return turn & QImageIOHandler::TransformationRotate90 ? bounds.transposed() : bounds;
+}
+
 } // namespace
 
 QImage readPhoto(const QString& path, const QSize& most)
@@ -31,8 +37,9 @@ QImage readPhoto(const QString& path, const QSize& most)
     reader.setAutoTransform(true);
     // A camera's picture is not unpacked to its full size.
     const QSize size = reader.size();
-    if (size.width() > most.width() || size.height() > most.height())
-        reader.setScaledSize(size.scaled(most, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    const QSize bounds = unturned(most, reader.transformation());
+    if (size.width() > bounds.width() || size.height() > bounds.height())
+        reader.setScaledSize(size.scaled(bounds, Qt::KeepAspectRatio).expandedTo({1, 1}));
     QImage picture = reader.read();
     if (picture.isNull())
         throw runtime::Error(whyUnread(reader.error()));
