@@ -14,6 +14,8 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include <array>
+
 #include <gtest/gtest.h>
 
 #include "support/PrintQString.h"
@@ -433,6 +435,23 @@ TEST_F(GridView, AColumnOfNoWidthIsHidden)
     view.refresh();
     EXPECT_TRUE(view.isColumnHidden(3));
     EXPECT_FALSE(view.isColumnHidden(2));
+}
+
+TEST_F(GridView, ColumnsShareTheWholeWidthAndOnesBehindThemStayAsTheyAre)
+{
+    grid.setCols(4);
+    grid.setColWidth(3, 0);
+    for (const int width : {401, 500}) {
+        view.resize(width, 300);
+        view.shareWidth(std::array{7, 2, 1});
+        const int whole = view.viewport()->width();
+        EXPECT_EQ(view.columnWidth(0), whole * 7 / 10);
+        EXPECT_EQ(view.columnWidth(0) + view.columnWidth(1) + view.columnWidth(2), whole);
+        EXPECT_TRUE(view.isColumnHidden(3));
+    }
+    view.resize(60, 300);
+    view.shareWidth(std::array{7, 2, 1});
+    EXPECT_GT(view.columnWidth(2), 0) << "no share is too small to be seen";
 }
 
 TEST_F(GridView, EqualNeighboursOfMarkedRowsAreShownAsOneCell)

@@ -6,6 +6,8 @@
 #include <QToolTip>
 #include <QVBoxLayout>
 
+#include <array>
+
 #include "configuration/ui/FormXiangXiSZ.h"
 #include "platform/grid/ui/CellListEditor.h"
 #include "platform/grid/ui/CellTextEditor.h"
@@ -24,7 +26,8 @@ using widgets::named;
 
 namespace {
 
-constexpr double columnShare = 0.25;
+/// The share of the text colour in the red of a complaint.
+constexpr double textInWarning = 0.25;
 
 } // namespace
 
@@ -111,14 +114,7 @@ void FormSet::showEvent(QShowEvent* event)
 
 void FormSet::Form_Resize()
 {
-    grid::FlexGrid& cells = m_settings.settings;
-    // The view widens each column by the height of a line.
-    const int air = MSFlexGrid1->fontMetrics().height();
-    const int share = int(MSFlexGrid1->viewport()->width() * columnShare);
-    cells.setColWidth(-1, std::max(1, MSFlexGrid1->twips(share - air)));
-    for (const int hidden : {AnalysisSettings::ChoicesCol, AnalysisSettings::FlagCol})
-        cells.setColWidth(hidden, 0);
-    MSFlexGrid1->refresh();
+    MSFlexGrid1->shareWidth(std::array{1, 1, 1, 1});
 }
 
 void FormSet::MSFlexGrid1_MouseUp(int row, int col)
@@ -162,7 +158,7 @@ void FormSet::cellTakenBack(int row, int col)
 void FormSet::showComplaint(const QString& complaint)
 {
     const QColor color =
-        widgets::mixedColor(Qt::red, Text1->palette().color(QPalette::Text), columnShare);
+        widgets::mixedColor(Qt::red, Text1->palette().color(QPalette::Text), textInWarning);
     Text1->setStyleSheet(complaint.isEmpty() ? QString()
                                              : u"border: 2px solid %1"_s.arg(color.name()));
     Text1->setToolTip(complaint);

@@ -94,11 +94,7 @@ void FormXiangXiSZ::showEvent(QShowEvent* event)
 
 void FormXiangXiSZ::Form_Resize()
 {
-    // The view widens each column by the height of a line.
-    const int air = MSFlexGrid1->fontMetrics().height();
-    const int share = MSFlexGrid1->viewport()->width() / m_conditions.conditions.Cols();
-    m_conditions.conditions.setColWidth(-1, std::max(1, MSFlexGrid1->twips(share - air)));
-    MSFlexGrid1->refresh();
+    MSFlexGrid1->shareWidth(std::vector(m_conditions.conditions.Cols(), 1));
 }
 
 QString FormXiangXiSZ::settingName() const

@@ -8,6 +8,8 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include <array>
+
 #include "platform/grid/ui/FlexGridView.h"
 
 namespace configuration {
@@ -114,13 +116,7 @@ void FormZDYXS::Form_Resize()
     grid::FlexGrid& cells = m_display.columns;
     cells.setColAlignment(-1, 0);
     cells.setRowHeight(-1, 300);
-    // The view widens each column by the height of a line.
-    const int air = MSFlexGrid1->fontMetrics().height();
-    const int width = MSFlexGrid1->viewport()->width();
-    const int names = width * 8 / 10;
-    cells.setColWidth(0, std::max(1, MSFlexGrid1->twips(names - air)));
-    cells.setColWidth(CustomDisplay::TickCol, std::max(1, MSFlexGrid1->twips(width - names - air)));
-    MSFlexGrid1->refresh();
+    MSFlexGrid1->shareWidth(std::array{8, 2});
 }
 
 void FormZDYXS::MSFlexGrid1_MouseUp(int MouseRow, int MouseCol)

@@ -13,6 +13,8 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include <numeric>
+
 #include "platform/grid/GridFind.h"
 #include "platform/grid/ui/CursorKeys.h"
 #include "platform/grid/ui/FixedCellsPainter.h"
@@ -128,6 +130,22 @@ void FlexGridView::applySizes()
         if (m_grid.ColWidth(col) > 0)
             setColumnWidth(col, pixels(m_grid.ColWidth(col)) + line);
     }
+}
+
+void FlexGridView::shareWidth(std::span<const int> parts)
+{
+    // applySizes() widens each column by the height of a line.
+    const int air = fontMetrics().height();
+    const int all = std::max(1, std::accumulate(parts.begin(), parts.end(), 0));
+    const int width = viewport()->width();
+    int before = 0;
+    for (int col = 0; col < int(parts.size()); ++col) {
+        const int left = width * before / all;
+        before += parts[col];
+        const int share = width * before / all - left;
+        m_grid.setColWidth(col, std::max(1, twips(share - air)));
+    }
+    refresh();
 }
 
 void FlexGridView::applySpans()

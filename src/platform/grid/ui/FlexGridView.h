@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include <QTableView>
@@ -49,6 +50,9 @@ public:
     /// Makes the next cell that contains the text the current one, from the current cell on and
     /// around the end. False if there is none.
     bool findText(const QString& text, Qt::SortOrder direction = Qt::AscendingOrder);
+
+    /// Gives the first columns the whole width, in these parts; further ones keep theirs.
+    void shareWidth(std::span<const int> parts);
 
     /// Twips as pixels of this screen.
     int pixels(int twips) const;
