@@ -1,5 +1,6 @@
 #include "platform/grid/ui/GridEditor.h"
 
+#include <QApplication>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -63,6 +64,16 @@ protected:
         view.setFocus();
     }
 
+    /// What an input method sends to the program.
+    void compose(const QString& preedit, const QString& commit = {})
+    {
+        QInputMethodEvent event(preedit, {});
+        event.setCommitString(commit);
+        QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+    }
+
+    bool isInputMethodOn() const { return view.testAttribute(Qt::WA_InputMethodEnabled); }
+
     QString text(int row, int col) { return grid.TextMatrix(row, col); }
 
     QStringList entries{u"张三"_s, u""_s, u"李四"_s, u"王五"_s};
@@ -110,6 +121,116 @@ TEST_F(GridEditor, WhatIsTypedStandsInTheCellAtOnce)
     QTest::keyClicks(box, u"5"_s);
     EXPECT_EQ(text(2, 1), u"85"_s);
     EXPECT_EQ(edited->size(), 2);
+}
+
+TEST_F(GridEditor, WhatAnInputMethodCommitsTakesThePlaceOfTheText)
+{
+    edit(Choice::Several);
+    for (const int col : {1, 3}) {
+        goTo(2, col);
+        compose({}, u"张"_s);
+        EXPECT_EQ(text(2, col), u"张"_s);
+        EXPECT_TRUE(box->isVisible() && box->hasFocus());
+        compose({}, u"三"_s);
+        EXPECT_EQ(text(2, col), u"张三"_s);
+    }
+    EXPECT_EQ(edited->size(), 4);
+}
+
+TEST_F(GridEditor, WhileAWordIsComposedTheBoxShowsItAndTheKeyboardStays)
+{
+    edit(Choice::Several);
+    for (const int col : {1, 3}) {
+        goTo(2, col);
+        const QString before = text(2, col);
+        for (const QString& letters : {u"z"_s, u"zh"_s, u"zhang"_s}) {
+            compose(letters);
+            EXPECT_EQ(box->geometry(), cell(2, col));
+            EXPECT_TRUE(box->isVisible() && view.hasFocus());
+            EXPECT_EQ(box->displayText(), u""_s) << "the letters stand for the text";
+            EXPECT_EQ(text(2, col), before);
+        }
+        compose({}, u"张"_s);
+        EXPECT_EQ(text(2, col), u"张"_s);
+        EXPECT_TRUE(box->hasFocus());
+    }
+    EXPECT_EQ(edited->size(), 2);
+}
+
+TEST_F(GridEditor, WordsOfOneCompositionFollowEachOther)
+{
+    edit(Choice::One);
+    goTo(2, 1);
+    compose(u"zhangsan"_s);
+    compose(u"san"_s, u"张"_s);
+    EXPECT_EQ(text(2, 1), u"张"_s);
+    EXPECT_TRUE(view.hasFocus()) << "the second is still composed";
+    compose({}, u"三"_s);
+    EXPECT_EQ(text(2, 1), u"张三"_s);
+    EXPECT_TRUE(box->hasFocus());
+}
+
+TEST_F(GridEditor, AWordThatIsGivenUpLeavesTheCellAsItWas)
+{
+    edit(Choice::One);
+    goTo(2, 1);
+    compose(u"z"_s);
+    compose({});
+    EXPECT_EQ(text(2, 1), u"行2"_s);
+    EXPECT_FALSE(editor->isOpen());
+    EXPECT_TRUE(view.hasFocus());
+    compose(u"z"_s);
+    QTest::keyClick(&view, Qt::Key_Escape);
+    EXPECT_EQ(text(2, 1), u"行2"_s);
+    EXPECT_FALSE(editor->isOpen());
+    EXPECT_EQ(edited->size(), 0);
+}
+
+TEST_F(GridEditor, AWordGoesOnWhenTheGridScrollsMeanwhile)
+{
+    edit(Choice::One);
+    grid.setRows(60);
+    view.refresh();
+    goTo(2, 1);
+    compose(u"z"_s);
+    view.verticalScrollBar()->setValue(20);
+    EXPECT_FALSE(editor->isOpen());
+    compose(u"zhang"_s);
+    EXPECT_TRUE(editor->isOpen());
+    compose({}, u"张"_s);
+    EXPECT_EQ(text(2, 1), u"张"_s);
+}
+
+TEST_F(GridEditor, AnInputMethodIsAtWorkOnCellsOfTextAndOnNoOthers)
+{
+    edit(Choice::One);
+    for (const auto& [col, isOn] : {std::pair{0, false}, {1, true}, {2, false}, {3, true}}) {
+        goTo(2, col);
+        EXPECT_EQ(isInputMethodOn(), isOn) << col;
+        box->setFocus();
+        view.setFocus();
+        EXPECT_EQ(isInputMethodOn(), isOn) << col;
+        view.refresh();
+        EXPECT_EQ(isInputMethodOn(), isOn) << col;
+    }
+    goTo(2, 0);
+    QTest::keyClick(&view, Qt::Key_Right);
+    EXPECT_TRUE(isInputMethodOn());
+    grid.FixedRows = 12;
+    view.refresh();
+    EXPECT_FALSE(isInputMethodOn()) << "headings are not typed into";
+}
+
+TEST_F(GridEditor, WhatIsCommittedOnAListOrOnNothingDoesNothing)
+{
+    edit(Choice::One);
+    for (const int col : {0, 2}) {
+        goTo(2, col);
+        compose(u"z"_s);
+        compose({}, u"张"_s);
+        EXPECT_FALSE(editor->isOpen());
+        EXPECT_EQ(text(2, col), u""_s);
+    }
 }
 
 TEST_F(GridEditor, EnterAndF2EditWhatTheCellHolds)

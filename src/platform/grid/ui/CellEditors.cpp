@@ -87,7 +87,7 @@ private:
 
 } // namespace
 
-void ShowTextInMFG(QLineEdit* box, FlexGridView* view, int row, int col)
+void ShowTextInMFG(QLineEdit* box, FlexGridView* view, int row, int col, Keyboard keyboard)
 {
     const runtime::Trap trap{" - Sub ShowTextInMFG/MDLMsFlexGrid"};
     trap([&] {
@@ -98,7 +98,8 @@ void ShowTextInMFG(QLineEdit* box, FlexGridView* view, int row, int col)
         box->setText(text);
         box->show();
         box->raise();
-        box->setFocus(Qt::OtherFocusReason);
+        if (keyboard == Keyboard::InBox)
+            box->setFocus(Qt::OtherFocusReason);
         box->end(false);
     });
 }

@@ -13,11 +13,15 @@ namespace grid {
 class CellTextEditor;
 class FlexGridView;
 
+/// Where keys go while a text box lies over a cell.
+enum class Keyboard { InBox, InGrid };
+
 /// Lays the text box exactly over a cell, which becomes the current one, gives it the cell's text
-/// with the cursor at the end, and the focus. Only for cells behind the fixed rows and columns; for
-/// a fixed one nothing happens, and a cell outside the grid is a failure shown in a message. The
-/// box becomes a child of the grid and hides when the grid scrolls.
-void ShowTextInMFG(QLineEdit* box, FlexGridView* view, int row, int col);
+/// with the cursor at the end, and the focus if the keyboard shall be in it. Only for cells behind
+/// the fixed rows and columns; for a fixed one nothing happens, and a cell outside the grid is a
+/// failure shown in a message. The box becomes a child of the grid and hides when the grid scrolls.
+void ShowTextInMFG(QLineEdit* box, FlexGridView* view, int row, int col,
+                   Keyboard keyboard = Keyboard::InBox);
 
 /// Lays the list below the cell if it fits into the grid there, otherwise above it, and checks the
 /// entries whose texts stand in the cell's text, which `separator` divides; in a list without check

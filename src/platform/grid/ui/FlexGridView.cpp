@@ -229,6 +229,7 @@ void FlexGridView::keepBlock(int row, int col, int rowSel, int colSel)
     m_grid.Col = inside(std::max(first.column(), m_grid.FixedCols), cols);
     m_grid.RowSel = inside(std::max(last.row(), m_grid.FixedRows), rows);
     m_grid.ColSel = inside(std::max(last.column(), m_grid.FixedCols), cols);
+    switchInputMethod();
 }
 
 void FlexGridView::select(int row, int col, int rowSel, int colSel)
@@ -253,7 +254,29 @@ void FlexGridView::currentChanged(const QModelIndex& current, const QModelIndex&
     m_grid.ColSel = m_grid.Col = current.column();
     scrollTo(current);
     viewport()->update();
+    switchInputMethod();
     Q_EMIT rowColChanged();
+}
+
+void FlexGridView::setTypedInto(std::function<bool(int row, int col)> isTypedInto)
+{
+    m_isTypedInto = std::move(isTypedInto);
+    switchInputMethod();
+}
+
+/// The base class switches it off whenever the focus or the current cell changes, as its own
+/// editing is off.
+void FlexGridView::switchInputMethod()
+{
+    const bool isTyped =
+        m_isTypedInto && currentIndex().isValid() && m_isTypedInto(m_grid.Row, m_grid.Col);
+    setAttribute(Qt::WA_InputMethodEnabled, isTyped);
+}
+
+void FlexGridView::focusInEvent(QFocusEvent* event)
+{
+    QTableView::focusInEvent(event);
+    switchInputMethod();
 }
 
 QMimeData* FlexGridView::selectedCells() const

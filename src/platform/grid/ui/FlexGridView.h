@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -51,6 +52,9 @@ public:
     /// around the end. False if there is none.
     bool findText(const QString& text, Qt::SortOrder direction = Qt::AscendingOrder);
 
+    /// Says into which cells text is typed: an input method is at work on those and on no others.
+    void setTypedInto(std::function<bool(int row, int col)> isTypedInto);
+
     /// Gives the first columns the whole width, in these parts; further ones keep theirs.
     void shareWidth(std::span<const int> parts);
 
@@ -91,6 +95,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -105,6 +110,7 @@ private:
     void hideHeaders();
     void applySizes();
     void applySpans();
+    void switchInputMethod();
     void keepBlock(int row, int col, int rowSel, int colSel);
     bool moveByKey(const QKeyEvent& key);
     void pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
@@ -117,6 +123,7 @@ private:
     FlexGridModel* m_model;
     widgets::FindBar* m_findBar;
     std::vector<GridSpan> m_fixedSpans;
+    std::function<bool(int row, int col)> m_isTypedInto;
     bool m_shown = true;
     bool m_keeping = false;
     QModelIndex m_pressed;

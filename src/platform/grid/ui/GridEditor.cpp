@@ -1,7 +1,9 @@
 #include "platform/grid/ui/GridEditor.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QKeyEvent>
+#include <QPointer>
 
 #include "platform/grid/ui/CellEditors.h"
 #include "platform/grid/ui/CellListEditor.h"
@@ -26,6 +28,9 @@ GridEditor::GridEditor(FlexGridView* view, CellTextEditor* box, CellListEditor* 
     m_view->installEventFilter(this);
     m_box->installEventFilter(this);
     m_box->hide();
+    m_view->setTypedInto([editor = QPointer(this)](int row, int col) {
+        return editor && editor->takesText(row, col);
+    });
     connect(m_view, &FlexGridView::cellReleased, this, &GridEditor::open);
     connect(m_box, &QLineEdit::textEdited, this, &GridEditor::write);
     connect(m_box, &CellTextEditor::entered, this, &GridEditor::entered);
@@ -46,7 +51,18 @@ CellEditing GridEditor::editing(int row, int col) const
     return isFixed ? CellEditing::None : m_design.editing(row, col);
 }
 
+bool GridEditor::takesText(int row, int col) const
+{
+    const CellEditing kind = editing(row, col);
+    return kind == CellEditing::Text || kind == CellEditing::TextAndList;
+}
+
 void GridEditor::open(int row, int col)
+{
+    openWith(row, col, Keyboard::InBox);
+}
+
+void GridEditor::openWith(int row, int col, Keyboard keyboard)
 {
     HideTS();
     m_row = row;
@@ -59,27 +75,27 @@ void GridEditor::open(int row, int col)
     m_before = m_view->grid().TextMatrix(row, col);
     // The list comes first: the keyboard ends in the text box.
     if (kind != CellEditing::Text)
-        openList();
+        openList(keyboard);
     if (kind != CellEditing::List)
-        openText();
+        ShowTextInMFG(m_box, m_view, m_row, m_col, keyboard);
     Q_EMIT opened(row, col);
 }
 
-void GridEditor::openText()
-{
-    ShowTextInMFG(m_box, m_view, m_row, m_col);
-}
-
-void GridEditor::openList()
+void GridEditor::openList(Keyboard keyboard)
 {
     if (const std::optional<QStringList> entries = m_design.entries(m_row, m_col))
         m_list->setEntries(*entries);
     ShowListInMFG(m_list, m_view, m_row, m_col, m_design.listHeight, separator);
-    m_list->takeKeyboard();
+    if (keyboard == Keyboard::InBox)
+        m_list->takeKeyboard();
 }
 
 void GridEditor::HideTS()
 {
+    // What was composed so far goes into the cell.
+    if (m_composing)
+        QGuiApplication::inputMethod()->commit();
+    m_composing = false;
     grid::HideTS(m_box);
     if (m_list != nullptr)
         grid::HideTS(m_list);
@@ -92,8 +108,12 @@ bool GridEditor::isOpen() const
 
 bool GridEditor::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == m_view && event->type() == QEvent::InputMethod)
+        return compose(static_cast<QInputMethodEvent*>(event));
     if (event->type() != QEvent::KeyPress)
         return false;
+    if (watched == m_view && m_composing)
+        return QCoreApplication::sendEvent(m_box, event);
     const auto& key = *static_cast<QKeyEvent*>(event);
     if (watched == m_view)
         return pressInGrid(key);
@@ -109,7 +129,7 @@ bool GridEditor::pressInGrid(const QKeyEvent& key)
     const int row = m_view->grid().Row;
     const int col = m_view->grid().Col;
     const CellEditing kind = editing(row, col);
-    const bool hasText = kind == CellEditing::Text || kind == CellEditing::TextAndList;
+    const bool hasText = takesText(row, col);
     const bool hasList = kind == CellEditing::List || kind == CellEditing::TextAndList;
     switch (editKey(key)) {
     case EditKey::Open:
@@ -144,6 +164,44 @@ void GridEditor::type(const QKeyEvent& key)
     QCoreApplication::sendEvent(m_box, &typed);
 }
 
+/// What an input method sends to the grid goes to the box.
+bool GridEditor::compose(QInputMethodEvent* event)
+{
+    const bool goesOn = !event->preeditString().isEmpty();
+    const bool isShown = m_composing && m_box->isVisible();
+    if (!isShown && (goesOn || !event->commitString().isEmpty()))
+        startComposing();
+    if (!m_composing)
+        return false;
+    QCoreApplication::sendEvent(m_box, event);
+    if (!goesOn)
+        endComposing();
+    return true;
+}
+
+/// The keyboard stays in the grid: when it goes elsewhere, an input method ends what it composes.
+void GridEditor::startComposing()
+{
+    m_composing = false;
+    const int row = m_view->grid().Row;
+    const int col = m_view->grid().Col;
+    if (!takesText(row, col))
+        return;
+    openWith(row, col, Keyboard::InGrid);
+    m_box->selectAll();
+    m_composing = m_box->isVisible();
+}
+
+/// A composition that was given up leaves what the cell held.
+void GridEditor::endComposing()
+{
+    m_composing = false;
+    if (m_box->text().isEmpty())
+        cancel();
+    else
+        m_box->setFocus(Qt::OtherFocusReason);
+}
+
 /// Cells with a text box are opened at once, others become the current one.
 void GridEditor::moveBy(int rows, int cols)
 {
@@ -153,8 +211,7 @@ void GridEditor::moveBy(int rows, int cols)
     const FlexGrid& grid = m_view->grid();
     if (row < 0 || row >= grid.Rows() || col < 0 || col >= grid.Cols() || m_view->isFixed(row, col))
         return;
-    const CellEditing kind = editing(row, col);
-    if (kind == CellEditing::Text || kind == CellEditing::TextAndList)
+    if (takesText(row, col))
         open(row, col);
     else
         m_view->select(row, col, row, col);
@@ -178,6 +235,9 @@ void GridEditor::cancel()
 
 void GridEditor::write(const QString& text)
 {
+    // The box is emptied for what is composed.
+    if (m_composing && text.isEmpty())
+        return;
     m_view->grid().setTextMatrix(m_row, m_col, text);
     m_view->refreshCell(m_row, m_col);
     Q_EMIT edited(m_row, m_col);

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QStringList>
 
+class QInputMethodEvent;
 class QKeyEvent;
 
 namespace grid {
@@ -13,6 +14,7 @@ namespace grid {
 class CellListEditor;
 class CellTextEditor;
 class FlexGridView;
+enum class Keyboard;
 
 /// What a cell is edited by.
 enum class CellEditing {
@@ -40,7 +42,8 @@ struct CellDesign
 /// Edits the cells of a grid in place as a spreadsheet does. A click opens a cell's editors; Enter,
 /// F2 and typing open the text box, Alt+↓, Enter and the space key the list. Enter leads down, Tab
 /// to the right, Esc gives back what the cell held. What is typed or picked stands in the cell at
-/// once; of several picked entries "," stands between.
+/// once, what an input method composes when it is complete; of several picked entries "," stands
+/// between.
 class GridEditor : public QObject
 {
     Q_OBJECT
@@ -73,10 +76,14 @@ Q_SIGNALS:
 
 private:
     CellEditing editing(int row, int col) const;
-    void openText();
-    void openList();
+    bool takesText(int row, int col) const;
+    void openWith(int row, int col, Keyboard keyboard);
+    void openList(Keyboard keyboard);
     bool pressInGrid(const QKeyEvent& key);
     void type(const QKeyEvent& key);
+    bool compose(QInputMethodEvent* event);
+    void startComposing();
+    void endComposing();
     void moveBy(int rows, int cols);
     void entered();
     void cancel();
@@ -89,6 +96,8 @@ private:
     CellDesign m_design;
     int m_row = 0;
     int m_col = 0;
+    /// An input method composes a text, which the box shows while the keyboard is in the grid.
+    bool m_composing = false;
     /// What the cell held when its editors were opened.
     QString m_before;
 };
