@@ -207,7 +207,7 @@ TEST_F(GridEditor, AnInputMethodIsAtWorkOnCellsOfTextAndOnNoOthers)
     for (const auto& [col, isOn] : {std::pair{0, false}, {1, true}, {2, false}, {3, true}}) {
         goTo(2, col);
         EXPECT_EQ(isInputMethodOn(), isOn) << col;
-        box->setFocus();
+        view.clearFocus();
         view.setFocus();
         EXPECT_EQ(isInputMethodOn(), isOn) << col;
         view.refresh();
