@@ -21,6 +21,9 @@ Exit runSetStreams(Session& session)
         if (!classes.contains(classNumber))
             throw UsageError(u"成绩库里没有班级“%1”。"_s.arg(classNumber));
     }
+    session.dialogs.answer(u"科类设为理"_s, u"设置"_s);
+    if (!streams.confirmed(science))
+        return Exit::Error;
     CliProgress progress;
     streams.set(science, progress, chosenBackup(arguments));
     return session.result();

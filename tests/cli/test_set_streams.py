@@ -25,7 +25,10 @@ class SetStreams(yunshan.ProgramTest):
 
     def test_classes_that_are_named_become_science_the_others_arts(self):
         result = self.run_program("set-streams", self.library, "--science", "1,3")
-        self.assertEqual((result.out, result.err), ("", "设置完毕！\n"))
+        self.assertEqual(
+            (result.out, result.err),
+            ("", "选中的 2 个班（2 条成绩）科类设为理，没有选中的 1 个班（1 条成绩）设为文。\n"
+             "学生信息里的科类不变。设置以后，各次考试要重新计算总分和名次。 → 设置\n设置完毕！\n"))
         self.assertEqual(self.streams(), "理文理")
         self.assertEqual(self.rows("select distinct 科类 from 信息表"), [("理",)])
 
