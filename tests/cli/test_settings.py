@@ -123,12 +123,17 @@ class Changed(Settings):
 
     def test_what_the_screen_cannot_do_is_wrong_usage(self):
         self.wrong("--analysis", "T分=是", says="“T分”不能加入综合分析。")
-        self.wrong("--analysis", NAME + "=yes", says="只能是 是 或 否")
+        self.wrong("--analysis", NAME + "=yes", says="选项 --analysis 的值只能是 是 或 否：yes")
         self.wrong("--set", "各科平均分=随便", says="不能是“随便”，可以是：使用教师名单、不使用教师名单")
         self.wrong("--set", "各科平均分=(全部)", says="不能是“(全部)”")
         self.wrong("--set", "没有这项=1", says="成绩库里没有设置“没有这项”。")
-        self.wrong("--set", NAME, says="名称=值")
-        self.wrong("--set", NAME + "=[0,1]", "--conditions", NAME, says="不能同时给出")
+        for option in ("--set", "--analysis"):
+            self.wrong(option, NAME, says=f"选项 {option} 的值应为 名称=值：{NAME}")
+        for options in (("--set", NAME + "=[0,1]", "--conditions", NAME),
+                        ("--analysis", NAME + "=是", "--delete-conditions", NAME),
+                        ("--conditions", NAME, "--delete-conditions", NAME)):
+            self.wrong(*options,
+                       says="--set 和 --analysis、--conditions、--delete-conditions 不能同时给出。")
 
 
 class Conditions(Settings):
@@ -171,11 +176,14 @@ class Conditions(Settings):
         self.assertEqual(self.rows("select * from 设置表"), before)
 
     def test_wrong_conditions_write_nothing(self):
-        for text in ("文:语文", "文:语文:>=85", "文:语文:>=85,<=90,<5", "文:语文:=85,<=90",
-                     "语文:>=85,<=100"):
-            self.wrong("--conditions", NAME, "--condition", text, says="--condition")
+        for text in ("文:语文", "文:语文:>=85", "文:语文:>=85,<=90,<5", "语文:>=85,<=100"):
+            self.wrong("--conditions", NAME, "--condition", text,
+                       says=f"选项 --condition 的值应为 科类:科目:>=85,<=100：{text}")
+        for text in ("文:语文:=85,<=90", "文:语文:>=85,90"):
+            self.wrong("--conditions", NAME, "--condition", text,
+                       says=f"选项 --condition 的条件应以 >、>=、<、<= 开头：{text}")
         self.wrong("--conditions", NAME, "--condition", "文:物理:>1,<2", says="没有科类“文”科目“物理”的条件。")
-        self.wrong("--condition", "文:语文:>1,<2", says="--conditions")
+        self.wrong("--condition", "文:语文:>1,<2", says="缺少选项 --conditions。")
         self.wrong("--conditions", "考试人数", says="设置“考试人数”没有各科条件。")
         self.wrong("--delete-conditions", "考试人数", says="设置“考试人数”没有各科条件。")
         self.wrong("--conditions", "没有这项", says="成绩库里没有设置“没有这项”。")

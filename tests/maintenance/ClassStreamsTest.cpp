@@ -124,6 +124,15 @@ TEST_F(ClassStreams, AClassThatIsATextBecomesNoPartOfAStatement)
     EXPECT_EQ(test.dialogs.failures.value(0), u"班级“1 or 1=1”不是数字。"_s + tag);
 }
 
+TEST_F(ClassStreams, ALibraryWithoutStudentsIsToldAndListsNoClass)
+{
+    test.execute(u"drop table 信息表"_s);
+    maintenance::ClassStreams unread(test.scores);
+    EXPECT_EQ(unread.load(), QStringList());
+    ASSERT_EQ(test.dialogs.failures.size(), 1);
+    EXPECT_TRUE(test.dialogs.failures[0].endsWith(u" - Private Sub Form_Load/FormSheZhiWenLi"_s));
+}
+
 TEST_F(ClassStreams, TheQuestionCountsClassesAndRowsOfEachStream)
 {
     test.dialogs.expect(u"选中的"_s, u"设置"_s);

@@ -48,6 +48,7 @@ TEST_F(NumberLists, EmptyTextGivesNoNumbers)
 TEST_F(NumberLists, ListByStreamKeepsItsTextsAsTyped)
 {
     EXPECT_EQ(lines(u"文=0500||理=520,470"_s), u"0500 / 520,470"_s);
+    EXPECT_EQ(lines(u"文=500||理=520,470"_s), u"500 / 520,470"_s);
     EXPECT_EQ(lines(u"理=520 || 文=500,450"_s), u"500,450 / 520"_s);
 }
 
