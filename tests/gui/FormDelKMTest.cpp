@@ -86,6 +86,7 @@ TEST_F(SubjectRemovalScreen, TakesTheLinesOfWhatWasRemovedAndGoesOn)
     EXPECT_TRUE(form->isVisible());
     select({1});
     test.dialogs.expect(question, Answer::Ok);
+    test.dialogs.expect(u"按总分上线的分析设置：2 项"_s, u"仍然删除"_s);
     press(u"Command1"_s);
     EXPECT_EQ(listed(), u"语文"_s);
     EXPECT_EQ(test.scores.catalogue.AllColumns, QStringList{u"语文"_s});

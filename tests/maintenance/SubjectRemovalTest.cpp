@@ -197,9 +197,24 @@ TEST_F(SubjectRemovals, OfASubjectThatFormulasAndSettingsNameAskWithCounts)
 TEST_F(SubjectRemovals, DoNotCountTheFormulaOfATotalThatGoesToo)
 {
     test.execute(u"insert into 总分公式 values('总分','语文')"_s);
+    test.execute(u"delete from 设置表"_s);
     test.dialogs.expect(question, Answer::Ok);
     EXPECT_EQ(remove({u"语文"_s, u"总分"_s}), Result::Done);
     EXPECT_EQ(test.dialogs.questions.size(), 1);
+}
+
+TEST_F(SubjectRemovals, OfTheGrandTotalAskForTheSettingsWhoseReportsCountByIt)
+{
+    test.dialogs.expect(question, Answer::Ok);
+    test.dialogs.expect(usesQuestion, u"取消"_s);
+    EXPECT_EQ(remove({u"总分"_s}), Result::Declined);
+    EXPECT_TRUE(test.dialogs.questions.last().startsWith(
+        u"要删除的科目还写在：\n\n按总分上线的分析设置：2 项\n\n这些公式和设置保持原样。"_s))
+        << test.dialogs.questions.last().toStdString();
+    test.execute(u"delete from 设置表 where 名称='历次总分上线人数'"_s);
+    test.dialogs.expect(question, Answer::Ok);
+    test.dialogs.expect(u"按总分上线的分析设置：1 项\n"_s, u"取消"_s);
+    EXPECT_EQ(remove({u"总分"_s}), Result::Declined);
 }
 
 TEST_F(SubjectRemovals, LeaveTheFormulasAndScoringMeetsAnUnknownColumn)
