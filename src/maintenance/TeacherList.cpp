@@ -65,7 +65,7 @@ void TeacherList::LoadJSMD(const QString& exam)
         for (int col = 1; col < teachers.Cols(); ++col)
             teachers.setTextMatrix(row, col, QString());
     }
-    listTrap([&] {
+    m_isRead = listTrap([&] {
         database::Recordset rows;
         rows.Open(u"select * from 教师表 where 考试名称=? order by 班级"_s, {exam}, m_library.Conn);
         for (; !rows.Eof(); rows.MoveNext()) {
@@ -90,6 +90,11 @@ bool TeacherList::save()
 {
     if (m_exam.isEmpty()) {
         runtime::warn(u"成绩库里还没有考试，教师名单没有保存。"_s);
+        return false;
+    }
+    // The empty cells would take the place of names that nobody saw.
+    if (!m_isRead) {
+        runtime::warn(u"教师名单没有读出来，没有保存。请重新选择考试。"_s);
         return false;
     }
     bool isRefused = teachers.Rows() > 1;

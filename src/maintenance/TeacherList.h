@@ -34,7 +34,8 @@ public:
     bool wasEdited() const { return texts() != m_shown; }
 
     /// Saves a row for every class, in one batch. A name of more than 50 characters is refused,
-    /// and the old one stays. False after the message if nothing was saved.
+    /// and the old one stays. False after the message if nothing was saved, as after a list that
+    /// could not be read.
     bool save();
 
     /// The grid row of a class; 0 for one that has no students.
@@ -48,6 +49,8 @@ private:
 
     library::ScoreLibrary& m_library;
     QString m_exam;
+    /// Whether the list that was shown or copied last could be read.
+    bool m_isRead = true;
     /// The cells of the stored list of the exam, and those that were shown last.
     QList<QStringList> m_stored;
     QList<QStringList> m_shown;

@@ -4,6 +4,7 @@
 
 #include "platform/database/WriteBatch.h"
 #include "platform/grid/GridText.h"
+#include "support/OtherProgram.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -145,7 +146,31 @@ TEST_F(TeacherList, AnExamWithAnApostropheIsRefusedAndNothingIsWritten)
     EXPECT_FALSE(list.save());
     EXPECT_TRUE(list.hasUnsaved());
     EXPECT_EQ(stored(), u""_s);
-    EXPECT_TRUE(test.dialogs.failures.last().endsWith(saveTag));
+}
+
+TEST_F(TeacherList, OneThatCouldNotBeReadDoesNotTakeThePlaceOfTheStoredOne)
+{
+    list.show(u"期末"_s);
+    type(1, 1, u"张三"_s);
+    ASSERT_TRUE(list.save());
+    const QString before = stored();
+    list.show(u"期中"_s);
+    for (const bool copies : {false, true}) {
+        {
+            support::OtherProgram other(test.scores.Conn.path());
+            other.run("begin exclusive");
+            if (copies)
+                list.copyFrom(u"期末"_s);
+            else
+                list.show(u"期末"_s);
+        }
+        EXPECT_FALSE(list.save());
+        EXPECT_EQ(test.dialogs.shown.last(), u"教师名单没有读出来，没有保存。请重新选择考试。"_s);
+        EXPECT_EQ(stored(), before);
+        list.show(u"期末"_s);
+    }
+    EXPECT_TRUE(list.save());
+    EXPECT_EQ(stored(), before);
 }
 
 TEST_F(TeacherList, ExamsWhoseNamesHoldSignsOfTheLanguageKeepTheirOwnLists)
