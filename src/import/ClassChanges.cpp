@@ -139,13 +139,15 @@ void ClassChanges::countScores(database::Connection& connection)
         connection.prepared(u"select count(*), count(*) filter (where id is null or id not in "
                             "(select ID from 信息表 where 班级=?1 and 学号=?2)) "
                             "from 成绩表 where 班级=?1 and 学号=?2"_s);
-    QSet<Place> counted;
+    QHash<Place, int> missing;
     for (const ClassChange& student : students) {
-        const Place place(student.classNumber, student.number);
-        if (student.found != Found::Nowhere || counted.contains(place))
-            continue;
-        counted.insert(place);
-        rows.bind({student.classNumber, student.number});
+        if (student.found == Found::Nowhere)
+            ++missing[Place(student.classNumber, student.number)];
+    }
+    for (auto it = missing.cbegin(); it != missing.cend(); ++it) {
+        const Place& place = it.key();
+        counts.twins += *it > 1 ? *it : 0;
+        rows.bind({place.first, place.second});
         rows.step();
         counts.scores += rows.integer(0);
         counts.scoresOfOthers += rows.integer(1);
@@ -165,6 +167,7 @@ QString ClassChangeCounts::question() const
     };
     add(scores, u"　　全部删除会连同他们现在的班级和学号名下的成绩 %1 条一并删去"_s);
     add(scoresOfOthers, u"　　这些成绩中有 %1 条是别人以前的成绩"_s);
+    add(twins, u"注意：%1 人与别人同班同号，删除其中一人会连同另一人的成绩一并删去"_s);
     add(emptyNames, u"注意：%1 人在表格中没有姓名，改名会把姓名清空"_s);
     add(toZero, u"注意：%1 人的新班级或新学号是 0（空单元格和文字都按 0 计）"_s);
     add(sharing, u"注意：%1 人移动以后和别人的班级、学号相同（谁也不删除时）"_s);

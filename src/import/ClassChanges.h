@@ -48,6 +48,9 @@ struct ClassChangeCounts
     /// belong to somebody else.
     qint64 scores = 0;
     qint64 scoresOfOthers = 0;
+    /// Of the missing, those whose class and number another student has, too: what the removal of
+    /// one takes of 成绩表 is also that of the other.
+    int twins = 0;
     int withoutPlace = 0;
     int withoutNumber = 0;
     /// Of the moved, those whose new class or number is 0, and those who come to where another

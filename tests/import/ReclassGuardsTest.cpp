@@ -75,7 +75,7 @@ TEST_F(ReclassGuards, WhatWillHappenIsCountedAheadOfTheFirstQuestion)
     EXPECT_EQ(dialogs.safeOf(counted), u"取消"_s);
 }
 
-TEST_F(ReclassGuards, ScoresOfTwoMissingStudentsOnOneNumberAreNobodyElses)
+TEST_F(ReclassGuards, OfTwoMissingStudentsOnOneNumberTheScoresAreNobodyElsesAndTheyAreTold)
 {
     for (const QString& name : {u"王芳"_s, u"陈静"_s}) {
         const qint64 id = library.addStudent(1, 1, name, u"文"_s);
@@ -86,7 +86,9 @@ TEST_F(ReclassGuards, ScoresOfTwoMissingStudentsOnOneNumberAreNobodyElses)
     run();
     EXPECT_TRUE(dialogs.questions[0].contains(u"分班表中没有，要问是否删除：2 人\n"
                                               "　　全部删除会连同他们现在的班级和学号名下的成绩 2 "
-                                              "条一并删去\n\n"_s))
+                                              "条一并删去\n"
+                                              "注意：2 人与别人同班同号，删除其中一人会连同另一人的"
+                                              "成绩一并删去\n\n"_s))
         << dialogs.questions[0].toStdString();
 }
 
