@@ -84,7 +84,9 @@ ImportResult ReclassImport::run(const QString& sheetName, Backup backup)
     if (sheet == nullptr)
         return ImportResult::Stopped;
     const library::BackupBeforeWrite copying(m_library, m_progress, backup);
-    if (!fillTable(*sheet) || !mayGoOn())
+    const bool isFilled = fillTable(*sheet);
+    m_progress.finish();
+    if (!isFilled || !mayGoOn())
         return ImportResult::Stopped;
     settle();
     if (!writeChanges())
