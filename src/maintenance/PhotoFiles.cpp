@@ -37,12 +37,19 @@ bool setPhoto(library::ScoreLibrary& scores, database::Recordset& student, const
               const PhotoFiles& photos, PhotoBytes bytes)
 {
     database::Field photo = student.Fields(u"照片"_s);
-    if (bytes == PhotoBytes::Smaller)
-        photo.AppendChunk(photos.smaller(path));
-    else if (!scores.SaveBin(path, photo))
-        return false;
-    student.Fields(u"照片名"_s).setValue(library::ScoreLibrary::GetName(path));
-    return true;
+    database::Field name = student.Fields(u"照片名"_s);
+    const QByteArray smaller = bytes == PhotoBytes::Smaller ? photos.smaller(path) : QByteArray();
+    // A name that is refused must leave the photo that it does not belong to.
+    name.setValue(library::ScoreLibrary::GetName(path));
+    if (bytes == PhotoBytes::Smaller) {
+        photo.AppendChunk(smaller);
+        return true;
+    }
+    if (scores.SaveBin(path, photo))
+        return true;
+    photo.takeBack();
+    name.takeBack();
+    return false;
 }
 
 } // namespace maintenance

@@ -172,9 +172,10 @@ void PhotoRun::writeOne(Recordset& student)
     const bool isLarge = found->size == PhotoSize::Large;
     bool isSet = false;
     photoTrap([&] {
-        isSet = setPhoto(m_library, student, found->file, m_photos,
-                         isLarge ? m_large : PhotoBytes::Own);
+        const bool isReady = setPhoto(m_library, student, found->file, m_photos,
+                                      isLarge ? m_large : PhotoBytes::Own);
         student.Update();
+        isSet = isReady;
     });
     ++(isSet ? m_counts.set : m_counts.failed);
     if (isSet)

@@ -63,6 +63,20 @@ TEST_F(APhotoOfOneStudent, ALargeOneIsOfferedSmallerAndGoesInAsItIsOtherwise)
     EXPECT_EQ(test.dialogs.safeOf(u"很大"_s), u"原样存入"_s);
 }
 
+TEST_F(APhotoOfOneStudent, WithoutRoomForItsNameIsNotStored)
+{
+    support::write(path, "bytes");
+    test.execute(u"ALTER TABLE 信息表 DROP COLUMN 照片名"_s);
+    test.execute(u"ALTER TABLE 信息表 add COLUMN 照片名 text(3)"_s);
+    database::Recordset student;
+    student.Open(u"select *  from 信息表 where id=1"_s, test.scores.Conn);
+    for (const PhotoBytes bytes : {PhotoBytes::Own, PhotoBytes::Smaller}) {
+        EXPECT_THROW(setPhoto(test.scores, student, path, photos, bytes), runtime::Error);
+        student.Update();
+        EXPECT_EQ(stored(), u"NULL|NULL"_s);
+    }
+}
+
 TEST_F(APhotoOfOneStudent, TheSmallerOneKeepsTheNameOfItsFile)
 {
     support::write(path, "bytes");
