@@ -157,7 +157,7 @@ TEST_F(MainWindow, TheCheckOfPhotosFollowsWhatOtherScreensChanged)
     const auto* screen = window->findChild<QDialog*>(u"FormXGXX"_s);
     screenOpenedBy([this] {
         test.execute(u"update 信息表 set 照片名='1.jpg'"_s);
-        item(u"mFXSZ"_s)->trigger();
+        item(u"meSZTP"_s)->trigger();
     });
     EXPECT_TRUE(screen->isVisible());
     EXPECT_EQ(screen->findChild<QListWidget*>(u"List1"_s)->count(), 0);

@@ -385,6 +385,18 @@ TEST_F(UnsavedRecord, OutlivesAChangeThatAnotherScreenMakes)
     EXPECT_EQ(selected(), u"1王芳"_s);
 }
 
+TEST_F(RecordScreen, AnOpenCellDoesNotGiveBackWhatAnotherScreenHasChanged)
+{
+    clickNode(0, 0);
+    clickCell(1);
+    test.execute(u"update 信息表 set 学号=7 where ID=1"_s);
+    test.scores.notifyChanged();
+    EXPECT_FALSE(box->isVisible());
+    EXPECT_EQ(cell(1), u"7"_s);
+    QTest::keyClick(view, Qt::Key_Escape);
+    EXPECT_EQ(cell(1), u"7"_s);
+}
+
 TEST_F(RecordScreen, AStudentWhoWentIsToldAndGoesFromTheTree)
 {
     clickNode(0, 0);

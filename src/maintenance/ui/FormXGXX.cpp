@@ -286,13 +286,18 @@ void FormXGXX::closeEvent(QCloseEvent* event)
         event->ignore();
 }
 
+void FormXGXX::discard()
+{
+    m_record.clear();
+    close();
+}
+
 void FormXGXX::takeChanges()
 {
-    if (m_library.Conn.path() != m_path) {
-        m_record.clear();
-        close();
-        return;
-    }
+    if (m_library.Conn.path() != m_path)
+        return discard();
+    // An open cell would give back what the record held before.
+    m_editor->HideTS();
     if (m_record.StuID != 0)
         m_record.refresh();
     MSFlexGrid1->refresh();

@@ -39,6 +39,9 @@ public:
     /// Saves what was typed, if the user says so. False if he stays, or something is left to save.
     bool mayLeave();
 
+    /// Closes without asking.
+    void discard();
+
     /// Shows what others have changed in the library, beside what was typed here; closes if it is
     /// another library now, which knows nothing of the student.
     void takeChanges();

@@ -35,6 +35,10 @@ void MenuScreens::show(widgets::Screen& screen)
 {
     screen.setWindowModality(Qt::WindowModal);
     screen.exec();
+}
+
+void MenuScreens::updatePhotoCheck()
+{
     // Photos and remarks change without a word to the others.
     if (m_photoCheck)
         m_photoCheck->takeChanges();
@@ -155,6 +159,7 @@ void MenuScreens::showFormXGXX()
 {
     maintenance::FormXGXX screen(m_library, m_dialogs, &m_mainWindow);
     show(screen);
+    updatePhotoCheck();
 }
 
 void MenuScreens::checkPhotos()
@@ -196,6 +201,7 @@ void MenuScreens::showFormSheZhiZhaoPian()
 {
     maintenance::FormSheZhiZhaoPian screen(m_library, m_dialogs, &m_mainWindow);
     show(screen);
+    updatePhotoCheck();
 }
 
 void MenuScreens::showFormZhuanBan()
@@ -217,7 +223,11 @@ bool MenuScreens::mayLeaveLibrary()
 
 bool MenuScreens::closeAll()
 {
-    return (!m_photoCheck || m_photoCheck->close()) && m_windows.closeAll();
+    if (!mayLeaveLibrary() || !m_windows.closeAll())
+        return false;
+    if (m_photoCheck)
+        m_photoCheck->discard();
+    return true;
 }
 
 } // namespace shell

@@ -87,6 +87,7 @@ public:
 
 private:
     void show(widgets::Screen& screen);
+    void updatePhotoCheck();
     void showFormDaoRuXinXi(QWidget& over);
     /// "自定义显示" for the columns of the export, over its screen.
     void showColumnsOfExport(const QString& item, const QString& key);
