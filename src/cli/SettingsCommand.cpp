@@ -190,6 +190,8 @@ Exit runConditions(Session& session, AnalysisSettings& settings, const QString& 
     const int row = conditionsRow(settings, session.arguments.value(u"conditions"_s));
     const QString name = settings.settings.TextMatrix(row, AnalysisSettings::NameCol);
     SubjectConditions conditions = settings.SzGekE(row);
+    if (!conditions.isRead())
+        return Exit::Error;
     if (!wanted.empty())
         return resultOf(session, saveConditions(settings, conditions, name, wanted));
     printGrid(session, conditions.conditions, {}, format);
@@ -214,7 +216,8 @@ Exit runSettings(Session& session)
     if (!session.openLibrary())
         return Exit::Error;
     AnalysisSettings settings(session.scores);
-    settings.load();
+    if (!settings.load())
+        return Exit::Error;
     if (arguments.has(u"conditions"_s))
         return runConditions(session, settings, format);
     if (arguments.has(u"delete-conditions"_s))

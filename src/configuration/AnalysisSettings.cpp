@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "platform/database/ReadBatch.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/grid/GridText.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Phase.h"
 #include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
 #include "statistics/SettingComplaint.h"
@@ -65,21 +67,34 @@ AnalysisSettings::AnalysisSettings(library::ScoreLibrary& scoreLibrary) : m_libr
         settings.setColWidth(hidden, 0);
 }
 
-void AnalysisSettings::load()
+bool AnalysisSettings::load()
 {
-    loadingSettings([&] {
-        Recordset rows;
-        rows.Open(u"select * from  设置表 order by ID"_s, m_library.Conn);
-        settings.setRows(int(rows.RecordCount()) + 1);
-        m_ids.assign(size_t(settings.Rows()), {});
-        for (int col = NameCol; col <= ConditionsCol; ++col)
-            loadingSettings([&] { settings.setTextMatrix(0, col, rows.Fields(col + 1).Name()); });
-        for (int row = 1; row < settings.Rows(); ++row) {
-            loadRow(rows, row);
-            rows.MoveNext();
-        }
+    m_isRead = loadingSettings([&] {
+        const runtime::Phase phase;
+        const database::ReadBatch reading(m_library.Conn);
+        loadRows();
     });
+    // Rows that were read in part would take the place of the whole ones.
+    if (!m_isRead) {
+        settings.setRows(1);
+        m_ids.assign(1, {});
+    }
     m_unchanged = allRows();
+    return m_isRead;
+}
+
+void AnalysisSettings::loadRows()
+{
+    Recordset rows;
+    rows.Open(u"select * from  设置表 order by ID"_s, m_library.Conn);
+    settings.setRows(int(rows.RecordCount()) + 1);
+    m_ids.assign(size_t(settings.Rows()), {});
+    for (int col = NameCol; col <= ConditionsCol; ++col)
+        loadingSettings([&] { settings.setTextMatrix(0, col, rows.Fields(col + 1).Name()); });
+    for (int row = 1; row < settings.Rows(); ++row) {
+        loadRow(rows, row);
+        rows.MoveNext();
+    }
 }
 
 void AnalysisSettings::loadRow(Recordset& rows, int row)
@@ -256,6 +271,10 @@ void AnalysisSettings::saveRow(int row)
 
 bool AnalysisSettings::save()
 {
+    if (!m_isRead) {
+        runtime::warn(u"分析设置没有读出来，没有保存。"_s);
+        return false;
+    }
     int stored = 0;
     const bool written = savingSettings([&] {
         database::WriteBatch batch(m_library.Conn);

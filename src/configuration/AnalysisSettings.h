@@ -27,8 +27,9 @@ public:
     /// No row is fixed, so that the heading of the values can be edited as well; it is not saved.
     grid::FlexGrid settings;
 
-    /// Fills the grid from the library.
-    void load();
+    /// Fills the grid from the library. False after the message if it could not be read; there is
+    /// nothing to save then.
+    bool load();
 
     /// The row of a setting, blanks at the end of its name aside, or -1.
     int rowOf(const QString& name) const;
@@ -72,6 +73,7 @@ public:
 
 private:
     QString allRows() const;
+    void loadRows();
     void loadRow(database::Recordset& rows, int row);
     void offerValues(int row, const QString& name);
     bool wantsStored(const QString& name, const SubjectConditions& conditions) const;
@@ -79,6 +81,7 @@ private:
     void saveFields(database::Recordset& rows, int row);
 
     library::ScoreLibrary& m_library;
+    bool m_isRead = true;
     /// The IDs of the rows, the first one for the heading.
     std::vector<runtime::Value> m_ids{runtime::Value()};
     /// The rows when nothing was changed.

@@ -1,10 +1,12 @@
 #include "configuration/SubjectConditions.h"
 
 #include "configuration/AnalysisSettings.h"
+#include "platform/database/ReadBatch.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/grid/GridText.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
 
 namespace configuration {
@@ -74,7 +76,7 @@ int SubjectConditions::storedCount(const QString& name) const
 void SubjectConditions::loadStored(const QString& name)
 {
     SetRow = 0;
-    makingRows([&] {
+    read([&] {
         Recordset rows;
         rows.Open(storedStatement, {name}, m_library.Conn);
         conditions.setRows(int(rows.RecordCount()) + 1);
@@ -86,15 +88,28 @@ void SubjectConditions::loadStored(const QString& name)
             rows.MoveNext();
         }
     });
-    m_unchanged = grid::gridText(conditions);
 }
 
 void SubjectConditions::makeFrom(const statistics::Interval& interval)
 {
     const library::Catalogue& catalogue = m_library.catalogue;
     conditions.setRows(int(catalogue.Streams.size() * catalogue.SubjectColumns.size()) + 1);
-    for (int stream = 0; stream < catalogue.Streams.size(); ++stream)
-        makeStream(stream, interval);
+    read([&] {
+        for (int stream = 0; stream < catalogue.Streams.size(); ++stream)
+            makeStream(stream, interval);
+    });
+}
+
+/// From one state of the file. Rows that were read in part would take the place of whole ones.
+void SubjectConditions::read(const std::function<void()>& fill)
+{
+    m_isRead = makingRows([&] {
+        const runtime::Phase phase;
+        const database::ReadBatch reading(m_library.Conn);
+        fill();
+    });
+    if (!m_isRead)
+        conditions.setRows(1);
     m_unchanged = grid::gridText(conditions);
 }
 
@@ -157,6 +172,10 @@ bool SubjectConditions::saveRow(const QString& name, int row)
 
 bool SubjectConditions::save(const QString& name, AnalysisSettings& settings)
 {
+    if (!m_isRead) {
+        runtime::warn(u"各科条件没有读出来，没有保存。"_s);
+        return false;
+    }
     int stored = 0;
     const bool written = savingConditions([&] {
         database::WriteBatch batch(m_library.Conn);

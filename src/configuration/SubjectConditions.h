@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "library/ScoreLibrary.h"
 #include "platform/grid/FlexGrid.h"
 #include "statistics/BandConditions.h"
@@ -57,12 +59,18 @@ public:
     /// message, if that failed.
     bool remove(const QString& name);
 
+    /// False, which has been told, if the rows could not be loaded or made; there is nothing to
+    /// save then.
+    bool isRead() const { return m_isRead; }
+
 private:
+    void read(const std::function<void()>& fill);
     void makeStream(int stream, const statistics::Interval& interval);
     void setRow(int row, const QStringList& cells);
     bool saveRow(const QString& name, int row);
 
     library::ScoreLibrary& m_library;
+    bool m_isRead = true;
     /// The grid's text when nothing was changed.
     QString m_unchanged;
 };

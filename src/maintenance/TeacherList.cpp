@@ -1,8 +1,10 @@
 #include "maintenance/TeacherList.h"
 
 #include "maintenance/SchoolClasses.h"
+#include "platform/database/ReadBatch.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
 
 namespace maintenance {
@@ -66,6 +68,8 @@ void TeacherList::LoadJSMD(const QString& exam)
             teachers.setTextMatrix(row, col, QString());
     }
     m_isRead = listTrap([&] {
+        const runtime::Phase phase;
+        const database::ReadBatch reading(m_library.Conn);
         database::Recordset rows;
         rows.Open(u"select * from 教师表 where 考试名称=? order by 班级"_s, {exam}, m_library.Conn);
         for (; !rows.Eof(); rows.MoveNext()) {

@@ -1,5 +1,6 @@
 #include "SettingsFixture.h"
 #include "statistics/Reports.h"
+#include "support/OtherProgram.h"
 
 namespace {
 
@@ -119,6 +120,35 @@ TEST_F(SettingsTest, TypingClearsTheFlagAndTakingItBackRestoresIt)
     settings.restoreFlag(row);
     EXPECT_EQ(settings.settings.TextMatrix(row, AnalysisSettings::FlagCol), u"1"_s);
     EXPECT_FALSE(settings.isChanged());
+}
+
+TEST_F(SettingsTest, ThatCouldNotBeReadAreNotSavedOverTheStoredOnes)
+{
+    const auto stored = [this] { return test.rows(u"select ID,名称,设置 from 设置表"_s); };
+    const QString before = stored();
+    {
+        support::OtherProgram other(test.scores.Conn.path());
+        other.run("begin exclusive");
+        EXPECT_FALSE(settings.load());
+    }
+    EXPECT_EQ(settings.settings.Rows(), 1);
+    EXPECT_FALSE(settings.save());
+    EXPECT_EQ(test.dialogs.shown.last(), u"分析设置没有读出来，没有保存。"_s);
+    EXPECT_TRUE(settings.load());
+    EXPECT_TRUE(settings.save());
+    EXPECT_EQ(stored(), before);
+}
+
+TEST_F(SettingsTest, ConditionsThatCouldNotBeReadAreNotSaved)
+{
+    const int row = settings.rowOf(u"各科优秀率"_s);
+    support::OtherProgram other(test.scores.Conn.path());
+    other.run("begin exclusive");
+    configuration::SubjectConditions conditions = settings.SzGekE(row);
+    EXPECT_FALSE(conditions.isRead());
+    EXPECT_EQ(conditions.conditions.Rows(), 1);
+    EXPECT_FALSE(conditions.save(u"各科优秀率"_s, settings));
+    EXPECT_EQ(test.dialogs.shown.last(), u"各科条件没有读出来，没有保存。"_s);
 }
 
 TEST_F(SettingsTest, WhatWasTypedIsStoredAsItStands)
