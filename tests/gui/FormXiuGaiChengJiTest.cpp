@@ -178,6 +178,31 @@ TEST_F(CorrectionScreen, ForNobodyASaveChangesNothingAndReportsNothing)
     EXPECT_EQ(scores(), u"70 / 81 / 70 / 82"_s);
 }
 
+TEST_F(CorrectionScreen, AScoreThatEnterDidNotConfirmIsAskedAboutBeforeTheWindowCloses)
+{
+    const auto typeScore = [this](const QString& score) {
+        box(u"TextBJ"_s)->setText(u"1"_s);
+        box(u"TextXH"_s)->setText(u"1"_s);
+        box(u"TextCJ"_s)->selectAll();
+        QTest::keyClicks(box(u"TextCJ"_s), score);
+    };
+    const QString unsaved = u"输入的成绩还没有按回车保存。"_s;
+    auto* Command1 = form->findChild<QPushButton*>(u"Command1"_s);
+    typeScore(u"65"_s);
+    test.dialogs.expect(unsaved, u"取消"_s);
+    QTest::mouseClick(Command1, Qt::LeftButton);
+    EXPECT_EQ(text(u"TextCJ"_s), u"65"_s);
+    test.dialogs.expect(unsaved, u"保存"_s);
+    test.dialogs.expect(question, Answer::Cancel);
+    QTest::mouseClick(Command1, Qt::LeftButton);
+    EXPECT_EQ(scores(), u"65 / 81 / 70 / 82"_s);
+    typeScore(u"66"_s);
+    test.dialogs.expect(unsaved, u"不保存"_s);
+    form->close();
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(scores(), u"65 / 81 / 70 / 82"_s);
+}
+
 TEST_F(CorrectionScreen, ItsButtonAsksAndClosesAfterComputing)
 {
     auto* Command1 = form->findChild<QPushButton*>(u"Command1"_s);

@@ -1,5 +1,6 @@
 #include "maintenance/ui/FormXiuGaiChengJi.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -8,6 +9,7 @@
 #include <QPushButton>
 
 #include "platform/widgets/ScreenProgress.h"
+#include "platform/widgets/Unsaved.h"
 
 namespace maintenance {
 
@@ -139,13 +141,43 @@ void FormXiuGaiChengJi::KeyUp(const QObject* field)
 void FormXiuGaiChengJi::TextCJ_KeyUp()
 {
     const CommandScope command(m_dialogs);
-    const ScoreCorrection::Result result = m_correction.save(place(), TextCJ->text());
+    const ScoreCorrection::Result result = save();
     SelTxt(result == ScoreCorrection::Result::Refused ? TextCJ : TextBJ);
+}
+
+ScoreCorrection::Result FormXiuGaiChengJi::save()
+{
+    const ScoreCorrection::Result result = m_correction.save(place(), TextCJ->text());
+    if (result == ScoreCorrection::Result::Stored)
+        TextCJ->setModified(false);
+    return result;
+}
+
+/// A score that was typed for a student and not confirmed by Enter is asked about.
+bool FormXiuGaiChengJi::mayLeave()
+{
+    if (!TextCJ->isModified() || TextXM->text().isEmpty())
+        return true;
+    if (!widgets::settleUnsaved(u"输入的成绩还没有按回车保存。"_s,
+                                [this] { return save() == ScoreCorrection::Result::Stored; }))
+        return false;
+    TextCJ->setModified(false);
+    return true;
+}
+
+void FormXiuGaiChengJi::closeEvent(QCloseEvent* event)
+{
+    if (mayLeave())
+        Screen::closeEvent(event);
+    else
+        event->ignore();
 }
 
 void FormXiuGaiChengJi::Command1_Click()
 {
     const CommandScope command(m_dialogs);
+    if (!mayLeave())
+        return;
     widgets::ScreenProgress progress(this);
     if (m_correction.finish(ComboKS->currentText(), progress))
         close();

@@ -22,6 +22,7 @@ public:
 protected:
     /// Enter, when it is let go over the field that it was pressed in.
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void makeWidgets();
@@ -33,6 +34,8 @@ private:
     void KeyUp(const QObject* field);
     void TextCJ_KeyUp();
     void Command1_Click();
+    ScoreCorrection::Result save();
+    bool mayLeave();
 
     ScoreCorrection::Place place() const;
 
