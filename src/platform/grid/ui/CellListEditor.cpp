@@ -2,6 +2,8 @@
 
 #include <QKeyEvent>
 
+#include "platform/grid/ui/EditKeys.h"
+
 namespace grid {
 
 CellListEditor::CellListEditor(Choice choice, QWidget* parent)
@@ -87,16 +89,12 @@ void CellListEditor::pickBySpace()
 
 bool CellListEditor::event(QEvent* event)
 {
-    // Tab would go to the next widget before keyPressEvent sees it.
-    if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
-            event->accept();
-            Q_EMIT moved(0, key == Qt::Key_Tab ? 1 : -1);
-            return true;
-        }
-    }
-    return QListWidget::event(event);
+    const int columns = tabColumns(*event);
+    if (columns == 0)
+        return QListWidget::event(event);
+    event->accept();
+    Q_EMIT moved(0, columns);
+    return true;
 }
 
 void CellListEditor::keyPressEvent(QKeyEvent* event)

@@ -2,6 +2,8 @@
 
 #include <QKeyEvent>
 
+#include "platform/grid/ui/EditKeys.h"
+
 namespace grid {
 
 CellTextEditor::CellTextEditor(QWidget* parent) : QLineEdit(parent)
@@ -12,16 +14,12 @@ CellTextEditor::CellTextEditor(QWidget* parent) : QLineEdit(parent)
 
 bool CellTextEditor::event(QEvent* event)
 {
-    // Tab would go to the next widget before keyPressEvent sees it.
-    if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
-            event->accept();
-            Q_EMIT moved(0, key == Qt::Key_Tab ? 1 : -1);
-            return true;
-        }
-    }
-    return QLineEdit::event(event);
+    const int columns = tabColumns(*event);
+    if (columns == 0)
+        return QLineEdit::event(event);
+    event->accept();
+    Q_EMIT moved(0, columns);
+    return true;
 }
 
 void CellTextEditor::keyPressEvent(QKeyEvent* event)

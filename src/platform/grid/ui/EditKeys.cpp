@@ -25,6 +25,14 @@ EditKey editKey(const QKeyEvent& key)
     return types ? EditKey::Type : EditKey::None;
 }
 
+int tabColumns(const QEvent& event)
+{
+    if (event.type() != QEvent::KeyPress)
+        return 0;
+    const int key = static_cast<const QKeyEvent&>(event).key();
+    return key == Qt::Key_Tab ? 1 : key == Qt::Key_Backtab ? -1 : 0;
+}
+
 bool isSpace(const QKeyEvent& key)
 {
     return key.key() == Qt::Key_Space && isPlain(key);

@@ -1,5 +1,6 @@
 #pragma once
 
+class QEvent;
 class QKeyEvent;
 
 namespace grid {
@@ -13,6 +14,10 @@ enum class EditKey {
 };
 
 EditKey editKey(const QKeyEvent& key);
+
+/// Columns to the right that Tab (1) or Shift+Tab (-1) leads; 0 for any other event. Editors ask it
+/// of each event, since Tab goes to the next widget before their keyPressEvent sees it.
+int tabColumns(const QEvent& event);
 
 /// True for the blank, which picks and flips where no text is typed.
 bool isSpace(const QKeyEvent& key);
