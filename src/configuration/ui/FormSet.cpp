@@ -1,6 +1,5 @@
 #include "configuration/ui/FormSet.h"
 
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QToolTip>
@@ -195,16 +194,11 @@ bool FormSet::save()
     return m_settings.save();
 }
 
-void FormSet::closeEvent(QCloseEvent* event)
+bool FormSet::mayLeave()
 {
     const CommandScope command(m_dialogs);
-    const bool mayClose =
-        !m_settings.isChanged()
-        || widgets::settleUnsaved(u"分析设置有改动，还没有保存。"_s, [this] { return save(); });
-    if (mayClose)
-        Screen::closeEvent(event);
-    else
-        event->ignore();
+    return !m_settings.isChanged()
+           || widgets::settleUnsaved(u"分析设置有改动，还没有保存。"_s, [this] { return save(); });
 }
 
 } // namespace configuration

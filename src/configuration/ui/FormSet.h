@@ -21,9 +21,10 @@ class FormSet : public widgets::Screen
 public:
     FormSet(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs, QWidget* parent);
 
-protected:
     /// Changes that were not saved are asked about.
-    void closeEvent(QCloseEvent* event) override;
+    bool mayLeave() override;
+
+protected:
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 

@@ -1,6 +1,5 @@
 #include "configuration/ui/FormXiangXiSZ.h"
 
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -127,16 +126,11 @@ void FormXiangXiSZ::Command3_Click()
     LabelNote->show();
 }
 
-void FormXiangXiSZ::closeEvent(QCloseEvent* event)
+bool FormXiangXiSZ::mayLeave()
 {
     const CommandScope command(m_dialogs);
-    const bool mayClose =
-        !m_conditions.isChanged()
-        || widgets::settleUnsaved(u"各科条件有改动，还没有保存。"_s, [this] { return save(); });
-    if (mayClose)
-        Screen::closeEvent(event);
-    else
-        event->ignore();
+    return !m_conditions.isChanged()
+           || widgets::settleUnsaved(u"各科条件有改动，还没有保存。"_s, [this] { return save(); });
 }
 
 } // namespace configuration

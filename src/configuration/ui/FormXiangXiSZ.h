@@ -23,9 +23,10 @@ public:
     FormXiangXiSZ(SubjectConditions& conditions, AnalysisSettings& settings,
                   widgets::ScreenDialogs& dialogs, QWidget* parent);
 
-protected:
     /// Changes that were not saved are asked about.
-    void closeEvent(QCloseEvent* event) override;
+    bool mayLeave() override;
+
+protected:
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 

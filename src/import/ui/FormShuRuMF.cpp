@@ -1,6 +1,5 @@
 #include "import/ui/FormShuRuMF.h"
 
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -87,12 +86,9 @@ void FormShuRuMF::Command1_Click()
         close();
 }
 
-void FormShuRuMF::closeEvent(QCloseEvent* event)
+bool FormShuRuMF::mayLeave()
 {
-    if (m_marks.mayLeave())
-        Screen::closeEvent(event);
-    else
-        event->ignore();
+    return m_marks.mayLeave();
 }
 
 void FormShuRuMF::Command2_Click()

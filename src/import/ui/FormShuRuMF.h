@@ -21,9 +21,8 @@ public:
     FormShuRuMF(ImportState& state, const runtime::AppPaths& paths, const QString& label,
                 QWidget* parent);
 
-protected:
     /// Rows that were never accepted are asked about.
-    void closeEvent(QCloseEvent* event) override;
+    bool mayLeave() override;
 
 private:
     void makeWidgets(const QString& label);

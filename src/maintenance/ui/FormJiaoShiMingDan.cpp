@@ -1,6 +1,5 @@
 #include "maintenance/ui/FormJiaoShiMingDan.h"
 
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -206,14 +205,11 @@ bool FormJiaoShiMingDan::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-void FormJiaoShiMingDan::closeEvent(QCloseEvent* event)
+bool FormJiaoShiMingDan::mayLeave()
 {
     const CommandScope command(m_dialogs);
     m_editor->HideTS();
-    if (settleUnsaved())
-        Screen::closeEvent(event);
-    else
-        event->ignore();
+    return settleUnsaved();
 }
 
 } // namespace maintenance

@@ -30,8 +30,7 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
+    bool mayLeave() override;
 
 private:
     void makeWidgets();

@@ -2,7 +2,6 @@
 
 #include <limits>
 
-#include <QCloseEvent>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -276,14 +275,6 @@ bool FormXGXX::mayLeave()
         save();
         return !m_record.isChanged();
     });
-}
-
-void FormXGXX::closeEvent(QCloseEvent* event)
-{
-    if (mayLeave())
-        Screen::closeEvent(event);
-    else
-        event->ignore();
 }
 
 void FormXGXX::discard()

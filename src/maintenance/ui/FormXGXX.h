@@ -37,7 +37,7 @@ public:
     void listWithoutPhoto();
 
     /// Saves what was typed, if the user says so. False if he stays, or something is left to save.
-    bool mayLeave();
+    bool mayLeave() override;
 
     /// Closes without asking.
     void discard();
@@ -45,9 +45,6 @@ public:
     /// Shows what others have changed in the library, beside what was typed here; closes if it is
     /// another library now, which knows nothing of the student.
     void takeChanges();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void build();

@@ -1,6 +1,5 @@
 #include "maintenance/ui/FormXiuGaiChengJi.h"
 
-#include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -153,7 +152,6 @@ ScoreCorrection::Result FormXiuGaiChengJi::save()
     return result;
 }
 
-/// A score that was typed for a student and not confirmed by Enter is asked about.
 bool FormXiuGaiChengJi::mayLeave()
 {
     if (!TextCJ->isModified() || TextXM->text().isEmpty())
@@ -163,14 +161,6 @@ bool FormXiuGaiChengJi::mayLeave()
         return false;
     TextCJ->setModified(false);
     return true;
-}
-
-void FormXiuGaiChengJi::closeEvent(QCloseEvent* event)
-{
-    if (mayLeave())
-        Screen::closeEvent(event);
-    else
-        event->ignore();
 }
 
 void FormXiuGaiChengJi::Command1_Click()

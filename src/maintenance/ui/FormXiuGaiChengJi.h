@@ -19,10 +19,12 @@ public:
     FormXiuGaiChengJi(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                       QWidget* parent);
 
+    /// A score that was typed for a student and not confirmed by Enter is asked about.
+    bool mayLeave() override;
+
 protected:
     /// Enter, when it is let go over the field that it was pressed in.
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void makeWidgets();
@@ -35,7 +37,6 @@ private:
     void TextCJ_KeyUp();
     void Command1_Click();
     ScoreCorrection::Result save();
-    bool mayLeave();
 
     ScoreCorrection::Place place() const;
 

@@ -1,6 +1,5 @@
 #include "maintenance/ui/FormZMD.h"
 
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -73,18 +72,10 @@ bool FormZMD::save()
 
 bool FormZMD::mayLeave()
 {
+    const CommandScope command(m_dialogs);
     return Text1->toPlainText() == m_stored
            || widgets::settleUnsaved(u"教师总名单有改动，还没有保存。"_s,
                                      [this] { return save(); });
-}
-
-void FormZMD::closeEvent(QCloseEvent* event)
-{
-    const CommandScope command(m_dialogs);
-    if (mayLeave())
-        Screen::closeEvent(event);
-    else
-        event->ignore();
 }
 
 } // namespace maintenance

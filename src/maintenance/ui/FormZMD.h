@@ -17,15 +17,13 @@ class FormZMD : public widgets::Screen
 public:
     FormZMD(runtime::AppPaths paths, widgets::ScreenDialogs& dialogs, QWidget* parent);
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
+    bool mayLeave() override;
 
 private:
     void makeWidgets();
     void Form_Load();
     void Command1_Click();
     bool save();
-    bool mayLeave();
 
     runtime::AppPaths m_paths;
     widgets::ScreenDialogs& m_dialogs;

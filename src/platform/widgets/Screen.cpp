@@ -1,5 +1,6 @@
 #include "platform/widgets/Screen.h"
 
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -29,6 +30,14 @@ void Screen::keyPressEvent(QKeyEvent* event)
     default:
         QDialog::keyPressEvent(event);
     }
+}
+
+void Screen::closeEvent(QCloseEvent* event)
+{
+    if (mayLeave())
+        QDialog::closeEvent(event);
+    else
+        event->ignore();
 }
 
 void Screen::showEvent(QShowEvent* event)

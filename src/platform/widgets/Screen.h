@@ -18,8 +18,13 @@ class Screen : public QDialog
 public:
     Screen(const QString& name, const QString& caption, QWidget* parent);
 
+    /// Asked before the screen closes: false if it has to stay. A screen with something to save
+    /// asks the user.
+    virtual bool mayLeave() { return true; }
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
     /// No screen begins larger than the display.
     void showEvent(QShowEvent* event) override;
 };
