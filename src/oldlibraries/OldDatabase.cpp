@@ -1,0 +1,97 @@
+#include "oldlibraries/OldDatabase.h"
+
+#include <QSet>
+
+#include "oldlibraries/OldFileError.h"
+#include "oldlibraries/OldRows.h"
+
+namespace oldlibraries {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The table of all things that the file holds.
+constexpr quint32 objectsPage = 2;
+constexpr qint64 tableObject = 1;
+/// Bits of objects that the old engine made for itself.
+constexpr quint32 systemFlags = 0x80000002;
+constexpr quint32 pageBits = 0x00FFFFFF;
+/// A library has eleven; a file with more than this many makes too much of itself.
+constexpr size_t mostTables = 1000;
+
+int requiredColumn(const PageFile& file, const OldTable& objects, const QString& name)
+{
+    const int column = objects.find(name);
+    if (column < 0)
+        file.refuseDamaged(u"表的目录读不出"_s);
+    return column;
+}
+
+} // namespace
+
+OldDatabase::OldDatabase(const QString& path) : m_file(path)
+{
+    const QByteArray first = m_file.page(0);
+    if (!FileHeader::isRecognised(first))
+        throw OldFileError(OldFileFailure::Foreign, u"%1 不是旧格式的成绩库。"_s.arg(path));
+    m_header = FileHeader::fromPage(first);
+    if (m_header.version != FileHeader::libraryVersion)
+        throw OldFileError(OldFileFailure::OtherVersion,
+                           u"%1 是另一种版本的数据库，不能转换。"_s.arg(path));
+    if (m_file.size() % PageFile::pageSize != 0)
+        m_file.refuseCutOff();
+    checkNotEncrypted();
+}
+
+void OldDatabase::checkNotEncrypted()
+{
+    if (m_header.pageKey == 0)
+        return;
+    // Damaged bytes can pass for a key; only one that opens a page is told to be one.
+    const QByteArray page = m_file.page(objectsPage);
+    if (isDefinitionPage(page))
+        return;
+    if (!isDefinitionPage(withKey(page, m_header.pageKey ^ objectsPage)))
+        throw OldFileError(OldFileFailure::Encrypted,
+                           u"%1 的内容加密了，或者已损坏，不能转换。"_s.arg(m_file.path()));
+    throw OldFileError(
+        OldFileFailure::Encrypted,
+        u"%1 的内容加密了，不能转换。请先用原来的程序取消加密。"_s.arg(m_file.path()));
+}
+
+bool OldDatabase::isPassword(const QString& text) const
+{
+    return !hasPassword() || text == m_header.password;
+}
+
+std::vector<OldTable> OldDatabase::readTables()
+{
+    const OldTable objects = readTable(m_file, objectsPage, u"MSysObjects"_s);
+    const int id = requiredColumn(m_file, objects, u"Id"_s);
+    const int name = requiredColumn(m_file, objects, u"Name"_s);
+    const int type = requiredColumn(m_file, objects, u"Type"_s);
+    const int flags = requiredColumn(m_file, objects, u"Flags"_s);
+    std::vector<OldTable> tables;
+    QSet<QString> names;
+    QSet<quint32> pages;
+    OldRows rows(m_file, objects);
+    while (rows.next()) {
+        if (rows.isNull(type) || rows.isNull(id) || rows.isNull(name)
+            || rows.integer(type) != tableObject)
+            continue;
+        if (!rows.isNull(flags) && (quint32(rows.integer(flags)) & systemFlags) != 0)
+            continue;
+        const quint32 page = quint32(rows.integer(id)) & pageBits;
+        const QString table = rows.text(name);
+        if (table.isEmpty() || names.contains(table.toLower()) || pages.contains(page)
+            || tables.size() == mostTables)
+            m_file.refuseDamaged(u"表的目录读不出"_s);
+        names.insert(table.toLower());
+        pages.insert(page);
+        tables.push_back(readTable(m_file, page, table));
+    }
+    return tables;
+}
+
+} // namespace oldlibraries

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "oldlibraries/DataPage.h"
+#include "oldlibraries/LongValues.h"
+#include "oldlibraries/OldTable.h"
+
+namespace oldlibraries {
+
+/// Goes through the rows of a table in the order in which they came; deleted ones are left out, and
+/// one that was moved stands where it was first.
+///
+///     OldRows rows(file, table);
+///     while (rows.next()) rows.text(column);
+///
+/// Columns are counted from 0 in the order of the table's definition. All calls throw OldFileError
+/// where the file is damaged.
+class OldRows
+{
+public:
+    OldRows(PageFile& file, const OldTable& table);
+
+    /// Goes to the next row; false behind the last one.
+    bool next();
+
+    /// Also true for a row stored before the column came. A Boolean is never null.
+    bool isNull(int column) const;
+    bool boolean(int column) const;
+    /// Of Byte, Integer and Long.
+    qint64 integer(int column) const;
+    /// Of Single (exactly its 32-bit value) and Double, of Currency, and of DateTime as days since
+    /// 1899-12-30.
+    double real(int column) const;
+    /// Of Text and Memo as stored, and of Guid and Decimal as they are written.
+    QString text(int column);
+    /// Of Binary and LongBinary.
+    QByteArray bytes(int column);
+
+private:
+    struct Part
+    {
+        const char* data = nullptr; // null for NULL
+        int size = 0;
+    };
+
+    bool nextPage();
+    /// Finds the parts of the row that stands at a place of the current page, there or where it
+    /// was moved to.
+    void takeRow();
+    std::string_view movedRow(std::string_view pointer);
+    void splitRow(std::string_view row);
+    Part fixedPart(std::string_view row, const OldColumn& column, int fixedEnd) const;
+    [[noreturn]] void refuse() const;
+    std::string_view part(int column) const;
+
+    PageFile& m_file;
+    const OldTable& m_table;
+    LongValues m_longValues;
+    std::vector<quint32> m_pages;
+    size_t m_nextPage = 0;
+    DataPage m_page;
+    int m_row = -1;
+    DataPage m_movedTo;
+    qint64 m_movedLeft;
+    std::vector<Part> m_parts;
+};
+
+} // namespace oldlibraries

@@ -1,0 +1,61 @@
+#include "oldlibraries/PageFile.h"
+
+#include <QFileInfo>
+
+#include "oldlibraries/OldFileError.h"
+#include "platform/runtime/FileErrors.h"
+
+namespace oldlibraries {
+
+using namespace Qt::StringLiterals;
+
+PageFile::PageFile(const QString& path) : m_path(path), m_file(path)
+{
+    if (!QFileInfo(path).isFile())
+        throw OldFileError(OldFileFailure::Missing, u"找不到文件 %1。"_s.arg(path));
+    if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        throw OldFileError(
+            OldFileFailure::Unreadable,
+            u"无法读取文件 %1（%2）。"_s.arg(path, runtime::fileErrorText(m_file.error())));
+    m_size = m_file.size();
+    m_changed = m_file.fileTime(QFileDevice::FileModificationTime);
+    if (m_size == 0)
+        throw OldFileError(OldFileFailure::Foreign, u"%1 是空文件，不是成绩库。"_s.arg(path));
+    m_pageCount = quint32(m_size / pageSize);
+}
+
+QByteArray PageFile::page(quint32 number)
+{
+    if (number >= m_pageCount)
+        refuseCutOff();
+    QByteArray bytes(pageSize, Qt::Uninitialized);
+    if (m_file.seek(qint64(number) * pageSize) && m_file.read(bytes.data(), pageSize) == pageSize)
+        return bytes;
+    checkUnchanged();
+    throw OldFileError(
+        OldFileFailure::Unreadable,
+        u"无法读取文件 %1（%2）。"_s.arg(m_path, runtime::fileErrorText(m_file.error())));
+}
+
+void PageFile::checkUnchanged() const
+{
+    if (m_file.size() != m_size || m_file.fileTime(QFileDevice::FileModificationTime) != m_changed)
+        throw OldFileError(
+            OldFileFailure::Changed,
+            u"%1 在读取时被别的程序改动了。请关闭用它的程序，再试一次。"_s.arg(m_path));
+}
+
+void PageFile::refuseCutOff() const
+{
+    checkUnchanged();
+    throw OldFileError(OldFileFailure::CutOff,
+                       u"%1 不完整（后面一部分丢失了），不能转换。"_s.arg(m_path));
+}
+
+void PageFile::refuseDamaged(const QString& what) const
+{
+    checkUnchanged();
+    throw OldFileError(OldFileFailure::Damaged, u"%1 已损坏，不能转换：%2。"_s.arg(m_path, what));
+}
+
+} // namespace oldlibraries
