@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+
+#include <QString>
+
+#include "oldlibraries/ConversionReport.h"
+#include "platform/runtime/Progress.h"
+
+namespace oldlibraries {
+
+/// Which library becomes which.
+struct ConversionRequest
+{
+    /// What becomes of a file that stands at newPath.
+    enum class Existing { Keep, Replace };
+
+    QString oldPath;
+    QString newPath;
+    /// The empty library, of which the new one gets what the old one lacks.
+    QString templateFile;
+    /// What the user typed; "" if he was not asked.
+    QString password = {};
+    Existing existing = Existing::Keep;
+};
+
+/// NAME（转换）.CJK beside NAME.CJK.
+QString suggestedPath(const QString& oldPath);
+
+/// Makes a library of ours of one of the old engine. The old file is only read. The new one takes
+/// its name when it is whole: every row was compared with the old file, which was read a second
+/// time for that. Derived columns go over as they are stored.
+///
+/// Nothing if the user cancelled. Throws OldFileError for what is wrong with the old file (Password
+/// if it has one and the request does not give it), runtime::Error for what cannot be written; no
+/// new file stands then.
+std::optional<ConversionReport> convert(const ConversionRequest& request,
+                                        runtime::Progress& progress);
+
+} // namespace oldlibraries
