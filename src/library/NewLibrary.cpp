@@ -9,7 +9,6 @@
 #include "library/FormulaTrim.h"
 #include "library/LibraryShape.h"
 #include "platform/database/Compact.h"
-#include "platform/database/Error.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/WriteBatch.h"
@@ -38,24 +37,10 @@ const Trap trap{" - Private Sub Command1_Click/FormNew"};
 std::optional<database::FileLock> heldForReplacing(const QString& target,
                                                    const database::Connection& open)
 {
-    if (!QFileInfo::exists(target))
-        return {};
-    const QString inUse = u"文件 %1 正在使用，不能覆盖。"_s.arg(target);
-    if (open.isOpen()
+    if (open.isOpen() && QFileInfo::exists(target)
         && database::FileIdentity::of(target) == database::FileIdentity::of(open.path()))
-        throw runtime::Error(inUse);
-    runtime::checkReplaceable(target);
-    try {
-        return std::make_optional<database::FileLock>(target,
-                                                      database::FileLock::Against::Everybody);
-    } catch (const database::Error& error) {
-        if (error.failure() == database::Failure::Locked)
-            throw runtime::Error(inUse);
-        if (error.failure() != database::Failure::NoLibrary
-            && error.failure() != database::Failure::Damaged)
-            throw;
-    }
-    return {};
+        throw database::inUseError(target);
+    return database::heldForReplacing(target);
 }
 
 void addColumns(database::Connection& conn, const QStringList& subjects)

@@ -1,16 +1,233 @@
 #include "oldlibraries/Conversion.h"
 
+#include <limits>
+
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+
+#include "oldlibraries/Completion.h"
+#include "oldlibraries/KeyValues.h"
+#include "oldlibraries/OldDatabase.h"
+#include "oldlibraries/OldFileError.h"
+#include "oldlibraries/TableCopy.h"
+#include "platform/database/FileIdentity.h"
+#include "platform/database/SqlPieces.h"
+#include "platform/database/WriteBatch.h"
+#include "platform/runtime/FileErrors.h"
+#include "platform/runtime/UnfinishedFile.h"
 
 namespace oldlibraries {
 
 using namespace Qt::StringLiterals;
+using database::Connection;
+using database::FileIdentity;
+using database::WriteBatch;
+using Existing = ConversionRequest::Existing;
+
+namespace {
+
+/// Rows between two looks at the progress.
+constexpr qint64 rowsBetweenLooks = 50;
+
+QByteArray templateBytes(const QString& templateFile)
+{
+    QFile source(templateFile);
+    QByteArray bytes;
+    if (source.open(QIODevice::ReadOnly))
+        bytes = source.readAll();
+    if (bytes.isEmpty() || source.error() != QFileDevice::NoError)
+        throw runtime::Error(u"找不到空白成绩库 %1（%2）。"_s.arg(
+            templateFile, runtime::fileErrorText(source.error())));
+    return bytes;
+}
+
+QStringList tableNames(Connection& library)
+{
+    database::Statement rows(library, u"select name from sqlite_master where type='table' and "
+                                      "name not like 'sqlite\\_%' escape '\\'"_s);
+    QStringList names;
+    while (rows.step())
+        names.append(rows.text(0));
+    return names;
+}
+
+/// One conversion, from the checks up to the new file under its name.
+class Converter
+{
+public:
+    Converter(const ConversionRequest& request, runtime::Progress& progress)
+        : m_request(request),
+          m_progress(progress),
+          m_old(request.oldPath),
+          m_target(database::realPath(request.newPath))
+    {
+        m_report.oldPath = request.oldPath;
+        m_report.newPath = request.newPath;
+    }
+
+    /// The report; nothing if the user cancelled.
+    std::optional<ConversionReport> run();
+
+private:
+    void checkPassword() const;
+    void checkTarget() const;
+    bool fill(const QString& path);
+    bool copyTables(Connection& library);
+    bool compareTables(Connection& library);
+    void complete(Connection& library);
+    void putInPlace(runtime::UnfinishedFile& file) const;
+    void refuseExisting() const;
+    /// For the rows of one table; `word` says what is done with them.
+    TableCopy::Tell tellRows(const QString& word, const TargetTable& table);
+
+    const ConversionRequest& m_request;
+    runtime::Progress& m_progress;
+    OldDatabase m_old;
+    QString m_target;
+    std::vector<TargetTable> m_tables;
+    ConversionReport m_report;
+    /// Rows of the tables that are done, counted in both passes.
+    qint64 m_rowsDone = 0;
+    qint64 m_rowsTotal = 0;
+};
+
+std::optional<ConversionReport> Converter::run()
+{
+    checkPassword();
+    checkTarget();
+    const std::optional<database::FileLock> held = database::heldForReplacing(m_target);
+    runtime::UnfinishedFile file(m_target);
+    file.write(templateBytes(m_request.templateFile));
+    if (!fill(file.path()))
+        return std::nullopt;
+    m_old.file().checkUnchanged();
+    putInPlace(file);
+    return m_report;
+}
+
+void Converter::checkPassword() const
+{
+    if (!m_old.isPassword(m_request.password))
+        throw OldFileError(OldFileFailure::Password,
+                           (m_request.password.isEmpty() ? u"%1 有密码。"_s : u"%1 的密码不对。"_s)
+                               .arg(m_request.oldPath));
+}
+
+void Converter::checkTarget() const
+{
+    database::checkPathLength(m_target);
+    if (!QFileInfo::exists(m_target))
+        return;
+    if (FileIdentity::of(m_target) == FileIdentity::of(m_request.oldPath))
+        throw runtime::Error(u"%1 就是旧成绩库，不能覆盖。"_s.arg(m_request.newPath));
+    if (m_request.existing == Existing::Keep)
+        refuseExisting();
+}
+
+void Converter::refuseExisting() const
+{
+    throw runtime::Error(u"文件 %1 已存在，没有转换。"_s.arg(m_request.newPath));
+}
+
+/// False if the user cancelled.
+bool Converter::fill(const QString& path)
+{
+    {
+        Connection library;
+        library.Open(path);
+        WriteBatch batch(library);
+        if (!copyTables(library))
+            return false;
+        batch.commit();
+    }
+    // Opened anew: what is compared comes from the file.
+    Connection library;
+    library.Open(path);
+    if (!compareTables(library))
+        return false;
+    complete(library);
+    return true;
+}
+
+bool Converter::copyTables(Connection& library)
+{
+    m_tables = targetTables(m_old.readTables(), library, m_report.findings);
+    for (const QString& table : tableNames(library))
+        library.Execute(
+            database::sqlWith(u"drop table %1"_s, {database::SqlPiece::names({table})}));
+    for (const TargetTable& table : m_tables)
+        m_rowsTotal += 2 * qint64(table.old.rowCount);
+    for (TargetTable& table : m_tables) {
+        settleKeys(m_old.file(), table, m_report.findings);
+        TableCopy copy(m_old.file(), table, library);
+        const std::optional<qint64> rows =
+            copy.copy(m_report.findings, tellRows(u"正在复制"_s, table));
+        if (!rows)
+            return false;
+        m_rowsDone += *rows;
+        m_report.tables.push_back({table.name, *rows});
+    }
+    return true;
+}
+
+bool Converter::compareTables(Connection& library)
+{
+    for (size_t i = 0; i < m_tables.size(); ++i) {
+        const qint64 rows = m_report.tables[i].rows;
+        TableCopy copy(m_old.file(), m_tables[i], library);
+        if (!copy.compare(rows, tellRows(u"正在核对"_s, m_tables[i])))
+            return false;
+        m_rowsDone += rows;
+    }
+    return true;
+}
+
+void Converter::complete(Connection& library)
+{
+    WriteBatch batch(library);
+    completeLibrary(library, m_request.templateFile, m_report.findings);
+    batch.commit();
+    findFaults(library, m_report.findings);
+}
+
+TableCopy::Tell Converter::tellRows(const QString& word, const TargetTable& table)
+{
+    return [this, word, &table](qint64 rows) {
+        if (rows % rowsBetweenLooks != 0 && rows != table.old.rowCount)
+            return true;
+        const QString text =
+            u"%1 %2：%3/%4"_s.arg(word, table.name).arg(rows).arg(table.old.rowCount);
+        const qint64 total = std::min<qint64>(m_rowsTotal, std::numeric_limits<int>::max());
+        m_progress.report(text, int(std::min(m_rowsDone + rows, total)), int(total));
+        return !m_progress.cancelled();
+    };
+}
+
+void Converter::putInPlace(runtime::UnfinishedFile& file) const
+{
+    database::removeLogs(m_target);
+    if (m_request.existing == Existing::Replace)
+        file.replace(m_target, m_target);
+    else if (!file.takeName(m_target, m_target))
+        refuseExisting();
+}
+
+} // namespace
 
 QString suggestedPath(const QString& oldPath)
 {
     const QFileInfo old(oldPath);
     return old.dir().filePath(old.completeBaseName() + u"（转换）.CJK"_s);
+}
+
+std::optional<ConversionReport> convert(const ConversionRequest& request,
+                                        runtime::Progress& progress)
+{
+    Converter converter(request, progress);
+    std::optional<ConversionReport> report = converter.run();
+    progress.finish();
+    return report;
 }
 
 } // namespace oldlibraries

@@ -7,6 +7,7 @@
 
 #include "platform/database/Aggregates.h"
 #include "platform/database/Error.h"
+#include "platform/runtime/UnfinishedFile.h"
 
 namespace database {
 
@@ -100,6 +101,27 @@ FileLock::FileLock(const QString& path, Against against) : m_handle(openedFile(p
     // Closing the connection takes the transaction back.
     runOnEngine(m_handle.get(),
                 against == Against::Writers ? "BEGIN IMMEDIATE" : "BEGIN EXCLUSIVE");
+}
+
+std::optional<FileLock> heldForReplacing(const QString& target)
+{
+    if (!QFileInfo::exists(target))
+        return {};
+    runtime::checkReplaceable(target);
+    try {
+        return std::make_optional<FileLock>(target, FileLock::Against::Everybody);
+    } catch (const Error& error) {
+        if (error.failure() == Failure::Locked)
+            throw inUseError(target);
+        if (error.failure() != Failure::NoLibrary && error.failure() != Failure::Damaged)
+            throw;
+    }
+    return {};
+}
+
+runtime::Error inUseError(const QString& target)
+{
+    return runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(target));
 }
 
 void removeLogs(const QString& path)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "platform/database/FileCheck.h"
+#include "platform/runtime/Error.h"
 
 namespace database {
 
@@ -43,6 +45,13 @@ public:
 private:
     Handle m_handle;
 };
+
+/// Keeps others from a file that is to be replaced; nothing where none stands, or one that is no
+/// library. Throws runtime::Error if that must not be: it is in use, or its user may not write it.
+std::optional<FileLock> heldForReplacing(const QString& target);
+
+/// The refusal of a file that is in use, which a caller knows better where it has it open itself.
+runtime::Error inUseError(const QString& target);
 
 /// Removes what a crash left beside a file that is to be replaced: it would be played back into the
 /// new one. Throws Error if it cannot be removed.

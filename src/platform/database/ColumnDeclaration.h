@@ -1,0 +1,37 @@
+#pragma once
+
+#include <vector>
+
+#include <QString>
+
+namespace database {
+
+class Connection;
+
+/// A column as the statement declares it that makes its table.
+struct ColumnDeclaration
+{
+    enum class Key {
+        None,
+        Unique,    ///< the engine refuses a value twice
+        AutoNumber ///< the row id, of which none is given twice
+    };
+
+    QString name;
+    /// As ColumnType reads it: "text(50)", "Double REAL".
+    QString type;
+    /// How texts compare; "" for byte by byte.
+    QString collation = {};
+    /// As SQL writes it; "" for none.
+    QString defaultValue = {};
+    Key key = Key::None;
+};
+
+/// The columns of a table in order; empty if there is no such table. Throws Error.
+std::vector<ColumnDeclaration> columnDeclarations(Connection& connection, const QString& table);
+
+/// Makes a table. Throws Error, also for a name that no statement can hold.
+void createTable(Connection& connection, const QString& table,
+                 const std::vector<ColumnDeclaration>& columns);
+
+} // namespace database
