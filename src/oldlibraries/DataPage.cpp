@@ -19,19 +19,19 @@ constexpr int startBits = 0x1FFF;
 
 } // namespace
 
-DataPage::DataPage(PageFile& file, quint32 number) : m_page(file.page(number))
+DataPage::DataPage(const PageFile& file, quint32 number, const QByteArray& page)
+    : m_file(&file), m_number(number), m_page(page)
 {
-    const auto refuse = [&] { file.refuseDamaged(u"第 %1 页里的行读不出"_s.arg(number)); };
-    if (m_page[0] != dataPageType)
+    if (!isDataPage(m_page))
         refuse();
     m_rowCount = qFromLittleEndian<quint16>(m_page.constData() + rowCountPlace);
-    const int entriesEnd = entriesPlace + 2 * m_rowCount;
-    if (entriesEnd > PageFile::pageSize)
+    if (entriesEnd() > PageFile::pageSize)
         refuse();
-    for (int row = 0; row < m_rowCount; ++row) {
-        if (start(row) < entriesEnd || start(row) > end(row))
-            refuse();
-    }
+}
+
+bool DataPage::isDataPage(const QByteArray& page)
+{
+    return page[0] == dataPageType;
 }
 
 quint32 DataPage::owner() const
@@ -48,7 +48,17 @@ DataPage::Slot DataPage::slot(int row) const
 
 std::string_view DataPage::bytes(int row) const
 {
-    return {m_page.constData() + start(row), size_t(end(row) - start(row))};
+    const int from = start(row);
+    const int to = end(row);
+    if (from < entriesEnd() || from > to || to > PageFile::pageSize)
+        refuse();
+    return {m_page.constData() + from, size_t(to - from)};
+}
+
+void DataPage::checkRows() const
+{
+    for (int row = 0; row < m_rowCount; ++row)
+        bytes(row);
 }
 
 int DataPage::entry(int row) const
@@ -64,6 +74,16 @@ int DataPage::start(int row) const
 int DataPage::end(int row) const
 {
     return row == 0 ? PageFile::pageSize : start(row - 1);
+}
+
+int DataPage::entriesEnd() const
+{
+    return entriesPlace + 2 * m_rowCount;
+}
+
+void DataPage::refuse() const
+{
+    m_file->refuseDamaged(u"第 %1 页里的行读不出"_s.arg(m_number));
 }
 
 } // namespace oldlibraries

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <QFile>
+#include <QFileInfo>
 
 #include "platform/runtime/ByteCursor.h"
 
@@ -100,6 +101,8 @@ QByteArray withKey(const QByteArray& page, quint32 key)
 
 bool isOldLibrary(const QString& path)
 {
+    if (!QFileInfo(path).isFile())
+        return false;
     QFile file(path);
     return file.open(QIODevice::ReadOnly) && FileHeader::isRecognised(file.read(sizeof signature));
 }

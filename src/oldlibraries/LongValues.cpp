@@ -1,6 +1,7 @@
 #include "oldlibraries/LongValues.h"
 
-#include "oldlibraries/DataPage.h"
+#include <algorithm>
+
 #include "platform/runtime/ByteCursor.h"
 
 namespace oldlibraries {
@@ -13,11 +14,21 @@ namespace {
 constexpr quint32 inRowFlag = 0x80000000;
 constexpr quint32 onePieceFlag = 0x40000000;
 constexpr quint32 sizeBits = 0x3FFFFFFF;
+/// What a piece takes at least, with what points to it. Shorter values stand in their rows, and of
+/// a longer one's pieces only the last is short.
+constexpr qint64 leastPieceBytes = 32;
 
 } // namespace
 
+LongValues::LongValues(PageFile& file, quint32 definitionPage)
+    : m_file(file), m_rows(file, definitionPage, DataPage::ownedByLongValues, leastPieceBytes)
+{
+}
+
 QByteArray LongValues::bytes(std::string_view inRow)
 {
+    if (inRow.empty())
+        return QByteArray("");
     try {
         ByteCursor cursor(inRow);
         const quint32 word = cursor.u32();
@@ -28,33 +39,27 @@ QByteArray LongValues::bytes(std::string_view inRow)
             const std::string_view bytes = cursor.take(size);
             return QByteArray(bytes.data(), qsizetype(bytes.size()));
         }
-        return fromPages(place, size, (word & onePieceFlag) == 0);
+        return fromPages(place, size, (word & onePieceFlag) != 0 ? Pieces::One : Pieces::Chain);
     } catch (const runtime::BytesCutOff&) {
         refuse();
     }
 }
 
-QByteArray LongValues::fromPages(RowPlace place, qsizetype size, bool isChain)
+QByteArray LongValues::fromPages(RowPlace place, qsizetype size, Pieces pieces)
 {
-    m_bytesLeft -= size;
-    if (m_bytesLeft < 0)
-        refuse();
-    QByteArray value;
-    value.reserve(size);
+    QByteArray value("");
+    value.reserve(qsizetype(std::min<qint64>(size, m_file.size())));
     while (value.size() < size) {
-        const DataPage page(m_file, place.page);
-        if (page.owner() != DataPage::ownedByLongValues || place.row >= page.rowCount())
-            refuse();
-        ByteCursor piece(page.bytes(place.row));
-        if (isChain)
+        m_rows.go(place);
+        ByteCursor piece(m_rows.bytes());
+        if (pieces == Pieces::Chain)
             place = RowPlace::fromPointer(piece.u32());
-        const std::string_view bytes = piece.take(piece.left());
-        if (bytes.empty() || (!isChain && qsizetype(bytes.size()) < size))
+        const qsizetype missing = size - value.size();
+        if (piece.left() == 0 || (pieces == Pieces::One && piece.left() < missing))
             refuse();
+        const std::string_view bytes = piece.take(std::min(piece.left(), missing));
         value.append(bytes.data(), qsizetype(bytes.size()));
     }
-    if (value.size() > size)
-        refuse();
     return value;
 }
 

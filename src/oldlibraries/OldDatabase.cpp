@@ -4,6 +4,7 @@
 
 #include "oldlibraries/OldFileError.h"
 #include "oldlibraries/OldRows.h"
+#include "oldlibraries/OldText.h"
 
 namespace oldlibraries {
 
@@ -20,10 +21,10 @@ constexpr quint32 pageBits = 0x00FFFFFF;
 /// A library has eleven; a file with more than this many makes too much of itself.
 constexpr size_t mostTables = 1000;
 
-int requiredColumn(const PageFile& file, const OldTable& objects, const QString& name)
+int requiredColumn(const PageFile& file, const OldTable& objects, const QString& name, OldType type)
 {
     const int column = objects.find(name);
-    if (column < 0)
+    if (column < 0 || objects.columns[size_t(column)].type != type)
         file.refuseDamaged(u"表的目录读不出"_s);
     return column;
 }
@@ -32,26 +33,29 @@ int requiredColumn(const PageFile& file, const OldTable& objects, const QString&
 
 OldDatabase::OldDatabase(const QString& path) : m_file(path)
 {
-    const QByteArray first = m_file.page(0);
+    const QByteArray first = m_file.firstBytes();
     if (!FileHeader::isRecognised(first))
         throw OldFileError(OldFileFailure::Foreign, u"%1 不是旧格式的成绩库。"_s.arg(path));
+    if (first.size() < PageFile::pageSize)
+        m_file.refuseCutOff();
     m_header = FileHeader::fromPage(first);
     if (m_header.version != FileHeader::libraryVersion)
         throw OldFileError(OldFileFailure::OtherVersion,
                            u"%1 是另一种版本的数据库，不能转换。"_s.arg(path));
+    checkNotEncrypted();
     if (m_file.size() % PageFile::pageSize != 0)
         m_file.refuseCutOff();
-    checkNotEncrypted();
 }
 
+/// A file that is damaged from its front is not told to be cut off, even if no last page is whole.
 void OldDatabase::checkNotEncrypted()
 {
-    if (m_header.pageKey == 0)
-        return;
-    // Damaged bytes can pass for a key; only one that opens a page is told to be one.
     const QByteArray page = m_file.page(objectsPage);
     if (isDefinitionPage(page))
         return;
+    if (m_header.pageKey == 0)
+        m_file.refuseDamaged(u"表的目录读不出"_s);
+    // Damaged bytes can pass for a key; only one that opens a page is told to be one.
     if (!isDefinitionPage(withKey(page, m_header.pageKey ^ objectsPage)))
         throw OldFileError(OldFileFailure::Encrypted,
                            u"%1 的内容加密了，或者已损坏，不能转换。"_s.arg(m_file.path()));
@@ -68,13 +72,13 @@ bool OldDatabase::isPassword(const QString& text) const
 std::vector<OldTable> OldDatabase::readTables()
 {
     const OldTable objects = readTable(m_file, objectsPage, u"MSysObjects"_s);
-    const int id = requiredColumn(m_file, objects, u"Id"_s);
-    const int name = requiredColumn(m_file, objects, u"Name"_s);
-    const int type = requiredColumn(m_file, objects, u"Type"_s);
-    const int flags = requiredColumn(m_file, objects, u"Flags"_s);
+    const int id = requiredColumn(m_file, objects, u"Id"_s, OldType::Long);
+    const int name = requiredColumn(m_file, objects, u"Name"_s, OldType::Text);
+    const int type = requiredColumn(m_file, objects, u"Type"_s, OldType::Integer);
+    const int flags = requiredColumn(m_file, objects, u"Flags"_s, OldType::Long);
     std::vector<OldTable> tables;
     QSet<QString> names;
-    QSet<quint32> pages;
+    QSet<quint32> pages = {objectsPage};
     OldRows rows(m_file, objects);
     while (rows.next()) {
         if (rows.isNull(type) || rows.isNull(id) || rows.isNull(name)
@@ -84,10 +88,10 @@ std::vector<OldTable> OldDatabase::readTables()
             continue;
         const quint32 page = quint32(rows.integer(id)) & pageBits;
         const QString table = rows.text(name);
-        if (table.isEmpty() || names.contains(table.toLower()) || pages.contains(page)
+        if (!isName(table) || names.contains(table.toCaseFolded()) || pages.contains(page)
             || tables.size() == mostTables)
             m_file.refuseDamaged(u"表的目录读不出"_s);
-        names.insert(table.toLower());
+        names.insert(table.toCaseFolded());
         pages.insert(page);
         tables.push_back(readTable(m_file, page, table));
     }

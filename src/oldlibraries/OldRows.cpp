@@ -1,8 +1,9 @@
 #include "oldlibraries/OldRows.h"
 
-#include <cmath>
+#include <algorithm>
+#include <array>
+#include <limits>
 
-#include <QDateTime>
 #include <QUuid>
 
 #include "oldlibraries/OldText.h"
@@ -16,44 +17,60 @@ using runtime::ByteCursor;
 
 namespace {
 
+/// Bytes of a row ahead of its first column: how many columns the table had when it was stored.
+constexpr int rowHead = 2;
+
+/// What a row that was moved takes at least, with what points to it.
+constexpr qint64 leastMovedBytes = 18;
+
 /// A row is moved by leaving a pointer where it was; the old engine makes no chains of them that
 /// are longer than this.
 constexpr int mostMoves = 16;
-
-/// Bytes that a value of this type takes; 0 where that differs from value to value.
-int sizeOf(OldType type)
-{
-    switch (type) {
-    case OldType::Boolean:
-        return 0;
-    case OldType::Byte:
-        return 1;
-    case OldType::Integer:
-        return 2;
-    case OldType::Long:
-    case OldType::Single:
-        return 4;
-    case OldType::Currency:
-    case OldType::Double:
-    case OldType::DateTime:
-        return 8;
-    case OldType::Guid:
-        return 16;
-    case OldType::Decimal:
-        return 17;
-    case OldType::Binary:
-    case OldType::Text:
-    case OldType::LongBinary:
-    case OldType::Memo:
-        break;
-    }
-    return 0;
-}
 
 bool isSet(std::string_view mask, int bit)
 {
     return (quint8(mask[size_t(bit / 8)]) >> (bit % 8) & 1) != 0;
 }
+
+/// The parts of changing length of a row. Behind the last of them stands where each begins, the
+/// first one last, and how many there are.
+class VariableParts
+{
+public:
+    /// A row without them.
+    VariableParts() = default;
+
+    /// `row` ends with their count. Throws BytesCutOff if they reach out of the row or into each
+    /// other.
+    explicit VariableParts(std::string_view row) : m_row(row)
+    {
+        const ByteCursor cursor(row);
+        m_count = cursor.at(qint64(row.size()) - 2).u16();
+        const qint64 end = qint64(row.size()) - 4 - 2 * m_count;
+        cursor.at(end); // the places themselves are within the row
+        for (int i = 0; i < m_count; ++i) {
+            if (begin(i) > begin(i + 1))
+                throw runtime::BytesCutOff();
+        }
+        if (begin(0) < int(rowHead) || begin(m_count) > end)
+            throw runtime::BytesCutOff();
+    }
+
+    int count() const { return m_count; }
+    /// The byte of the row where a part begins; that of the last but one is where the last ends.
+    int begin(int part) const
+    {
+        return qFromLittleEndian<quint16>(m_row.data() + m_row.size() - 4 - 2 * part);
+    }
+    std::string_view bytes(int part) const
+    {
+        return m_row.substr(size_t(begin(part)), size_t(begin(part + 1) - begin(part)));
+    }
+
+private:
+    std::string_view m_row;
+    int m_count = 0;
+};
 
 /// A whole number of 128 bits, stored as four words, the highest first, as decimal digits.
 QString wholeDigits(ByteCursor bytes)
@@ -74,13 +91,26 @@ QString wholeDigits(ByteCursor bytes)
     return digits;
 }
 
+QString withPoint(const QString& wholeNumber, int scale)
+{
+    QString digits = wholeNumber.rightJustified(scale + 1, u'0');
+    if (scale > 0)
+        digits.insert(digits.size() - scale, u'.');
+    return digits;
+}
+
 QString decimalText(ByteCursor bytes, int scale)
 {
     const bool isNegative = bytes.u8() != 0;
-    QString digits = wholeDigits(bytes).rightJustified(scale + 1, u'0');
-    if (scale > 0)
-        digits.insert(digits.size() - scale, u'.');
-    return (isNegative ? u"-"_s : QString()) + digits;
+    return (isNegative ? u"-"_s : QString()) + withPoint(wholeDigits(bytes), scale);
+}
+
+QString currencyText(qint64 units)
+{
+    constexpr int scale = 4;
+    // Without the overflow of the lowest number.
+    const quint64 size = units < 0 ? quint64(0) - quint64(units) : quint64(units);
+    return (units < 0 ? u"-"_s : QString()) + withPoint(QString::number(size), scale);
 }
 
 QString guidText(std::string_view bytes)
@@ -95,14 +125,25 @@ QString guidText(std::string_view bytes)
         .toString();
 }
 
+int firstVariable(const OldTable& table)
+{
+    int first = std::numeric_limits<int>::max();
+    for (const OldColumn& column : table.columns) {
+        if (!column.isFixed)
+            first = std::min(first, column.number);
+    }
+    return first;
+}
+
 } // namespace
 
 OldRows::OldRows(PageFile& file, const OldTable& table)
     : m_file(file),
       m_table(table),
-      m_longValues(file),
+      m_firstVariable(firstVariable(table)),
+      m_longValues(file, table.definitionPage),
+      m_movedRows(file, table.definitionPage, table.definitionPage, leastMovedBytes),
       m_pages(usedPages(file, table.usedPages)),
-      m_movedLeft(file.size()),
       m_parts(table.columns.size())
 {
 }
@@ -110,9 +151,12 @@ OldRows::OldRows(PageFile& file, const OldTable& table)
 bool OldRows::next()
 {
     do {
-        if (++m_row >= m_page.rowCount() && !nextPage())
+        if (++m_row >= m_page.rowCount() && !nextPage()) {
+            checkEnd();
             return false;
+        }
     } while (m_page.slot(m_row) == DataPage::Slot::Deleted);
+    ++m_rowsFound;
     takeRow();
     return true;
 }
@@ -122,12 +166,43 @@ bool OldRows::nextPage()
     do {
         if (m_nextPage == m_pages.size())
             return false;
-        m_page = DataPage(m_file, m_pages[m_nextPage++]);
-        if (m_page.owner() != m_table.definitionPage)
-            refuse();
-    } while (m_page.rowCount() == 0);
+    } while (!readPage(m_pages[m_nextPage++]) || m_page.rowCount() == 0);
     m_row = 0;
     return true;
+}
+
+/// False for a page that is not one of the table's.
+bool OldRows::readPage(quint32 number)
+{
+    const QByteArray page = m_file.page(number);
+    if (!DataPage::isDataPage(page)) {
+        checkOtherPage(page);
+        return false;
+    }
+    m_page = DataPage(m_file, number, page);
+    if (m_page.owner() != m_table.definitionPage) {
+        checkOtherPage(page);
+        return false;
+    }
+    m_page.checkRows();
+    return true;
+}
+
+/// The list of a table's pages may hold one that has become another's; each page's owner stands on
+/// it. Whether rows are missing shows at the end.
+void OldRows::checkOtherPage(const QByteArray& page)
+{
+    constexpr int lastPageType = 5;
+    if (page[0] < 0 || page[0] > lastPageType)
+        refuse();
+    m_otherPages += PageFile::pageSize;
+    m_file.countReached(m_table.definitionPage, m_otherPages);
+}
+
+void OldRows::checkEnd() const
+{
+    if (m_otherPages > 0 && m_rowsFound < m_table.rowCount)
+        m_file.refuseDamaged(u"表“%1”里有行找不到"_s.arg(m_table.name));
 }
 
 void OldRows::takeRow()
@@ -143,17 +218,10 @@ void OldRows::takeRow()
 std::string_view OldRows::movedRow(std::string_view pointer)
 {
     for (int moves = 0; moves < mostMoves; ++moves) {
-        const RowPlace place = RowPlace::fromPointer(ByteCursor(pointer).u32());
-        m_movedTo = DataPage(m_file, place.page);
-        if (m_movedTo.owner() != m_table.definitionPage || place.row >= m_movedTo.rowCount())
-            break;
-        const std::string_view bytes = m_movedTo.bytes(place.row);
-        m_movedLeft -= qint64(bytes.size());
-        if (m_movedLeft < 0)
-            break;
-        if (m_movedTo.slot(place.row) != DataPage::Slot::Moved)
-            return bytes;
-        pointer = bytes;
+        m_movedRows.go(RowPlace::fromPointer(ByteCursor(pointer).u32()));
+        if (m_movedRows.slot() != DataPage::Slot::Moved)
+            return m_movedRows.bytes();
+        pointer = m_movedRows.bytes();
     }
     refuse();
 }
@@ -163,39 +231,29 @@ void OldRows::splitRow(std::string_view row)
     ByteCursor cursor(row);
     const int columns = cursor.u16();
     const int maskSize = (columns + 7) / 8;
-    const std::string_view mask = cursor.at(qint64(row.size()) - maskSize).take(maskSize);
-    // Behind the parts of changing length: where each of them begins, the last one first, and how
-    // many there are.
-    const qint64 countPlace = qint64(row.size()) - maskSize - 2;
-    const bool hasVariable = m_table.variableColumns > 0;
-    const int variables = hasVariable ? cursor.at(countPlace).u16() : 0;
-    const auto begin = [&](int part) { return cursor.at(countPlace - 2 - 2 * part).u16(); };
-    const int fixedEnd = hasVariable ? begin(0) : int(countPlace + 2);
+    cursor.skip(cursor.left() - maskSize);
+    const std::string_view mask = cursor.take(maskSize);
+    row.remove_suffix(size_t(maskSize));
+    // A row stored before the first such column came may be without their places.
+    const bool hasVariable = m_firstVariable < columns;
+    const VariableParts variables = hasVariable ? VariableParts(row) : VariableParts();
+    const int fixedEnd = hasVariable ? variables.begin(0) : int(row.size());
     for (size_t i = 0; i < m_parts.size(); ++i) {
         const OldColumn& column = m_table.columns[i];
         m_parts[i] = {};
         if (column.number >= columns || !isSet(mask, column.number))
             continue;
-        if (column.isFixed) {
-            m_parts[i] = fixedPart(row, column, fixedEnd);
-        } else if (column.place < variables) {
-            const int from = begin(column.place);
-            const std::string_view bytes = cursor.at(from).take(begin(column.place + 1) - from);
+        if (column.type == OldType::Boolean) {
+            m_parts[i] = {row.data(), 0};
+        } else if (column.isFixed) {
+            if (rowHead + column.place + column.fixedSize > fixedEnd)
+                refuse();
+            m_parts[i] = {row.data() + rowHead + column.place, column.fixedSize};
+        } else if (column.place < variables.count()) {
+            const std::string_view bytes = variables.bytes(column.place);
             m_parts[i] = {bytes.data(), int(bytes.size())};
         }
     }
-}
-
-OldRows::Part OldRows::fixedPart(std::string_view row, const OldColumn& column, int fixedEnd) const
-{
-    constexpr int fixedBegin = 2;
-    const int from = fixedBegin + column.place;
-    const int size = column.type == OldType::Text || column.type == OldType::Binary
-                         ? column.length * (column.type == OldType::Text ? 2 : 1)
-                         : sizeOf(column.type);
-    if (from + size > fixedEnd || fixedEnd > int(row.size()))
-        refuse();
-    return {row.data() + from, size};
 }
 
 bool OldRows::isNull(int column) const
@@ -204,11 +262,10 @@ bool OldRows::isNull(int column) const
            && m_parts[size_t(column)].data == nullptr;
 }
 
-std::string_view OldRows::part(int column) const
+std::string_view OldRows::part(int column, int leastSize) const
 {
     const Part& found = m_parts[size_t(column)];
-    // A value of fixed size may stand among the parts of changing length.
-    if (found.size < sizeOf(m_table.columns[size_t(column)].type))
+    if (found.size < leastSize)
         refuse();
     return {found.data, size_t(found.size)};
 }
@@ -220,40 +277,40 @@ bool OldRows::boolean(int column) const
 
 qint64 OldRows::integer(int column) const
 {
-    const char* bytes = part(column).data();
     switch (m_table.columns[size_t(column)].type) {
     case OldType::Byte:
-        return quint8(*bytes);
+        return quint8(part(column, 1)[0]);
     case OldType::Integer:
-        return qFromLittleEndian<qint16>(bytes);
+        return qFromLittleEndian<qint16>(part(column, 2).data());
     default:
-        return qFromLittleEndian<qint32>(bytes);
+        return qFromLittleEndian<qint32>(part(column, 4).data());
     }
 }
 
 double OldRows::real(int column) const
 {
     constexpr double currencyUnits = 10000;
-    const char* bytes = part(column).data();
     switch (m_table.columns[size_t(column)].type) {
     case OldType::Single:
-        return double(std::bit_cast<float>(qFromLittleEndian<quint32>(bytes)));
+        return double(std::bit_cast<float>(qFromLittleEndian<quint32>(part(column, 4).data())));
     case OldType::Currency:
-        return double(qFromLittleEndian<qint64>(bytes)) / currencyUnits;
+        return double(qFromLittleEndian<qint64>(part(column, 8).data())) / currencyUnits;
     default:
-        return std::bit_cast<double>(qFromLittleEndian<quint64>(bytes));
+        return std::bit_cast<double>(qFromLittleEndian<quint64>(part(column, 8).data()));
     }
 }
 
 QString OldRows::text(int column)
 {
-    const std::string_view bytes = part(column);
     const OldColumn& description = m_table.columns[size_t(column)];
+    const std::string_view bytes = part(column, sizeOf(description.type));
     switch (description.type) {
     case OldType::Memo: {
         const QByteArray memo = m_longValues.bytes(bytes);
         return storedText({memo.constData(), size_t(memo.size())});
     }
+    case OldType::Currency:
+        return currencyText(qFromLittleEndian<qint64>(bytes.data()));
     case OldType::Guid:
         return guidText(bytes);
     case OldType::Decimal:

@@ -33,9 +33,10 @@ public:
     /// Of Single (exactly its 32-bit value) and Double, of Currency, and of DateTime as days since
     /// 1899-12-30.
     double real(int column) const;
-    /// Of Text and Memo as stored, and of Guid and Decimal as they are written.
+    /// Of Text and Memo as stored; of Guid, Decimal and Currency as they are written, with all
+    /// decimals.
     QString text(int column);
-    /// Of Binary and LongBinary.
+    /// Of Binary (also of a type that is not known) and LongBinary.
     QByteArray bytes(int column);
 
 private:
@@ -46,24 +47,30 @@ private:
     };
 
     bool nextPage();
+    bool readPage(quint32 number);
     /// Finds the parts of the row that stands at a place of the current page, there or where it
     /// was moved to.
     void takeRow();
     std::string_view movedRow(std::string_view pointer);
     void splitRow(std::string_view row);
-    Part fixedPart(std::string_view row, const OldColumn& column, int fixedEnd) const;
+    void checkOtherPage(const QByteArray& page);
+    void checkEnd() const;
     [[noreturn]] void refuse() const;
-    std::string_view part(int column) const;
+    /// The bytes of a value; the file is refused if they are fewer than given.
+    std::string_view part(int column, int leastSize = 0) const;
 
     PageFile& m_file;
     const OldTable& m_table;
+    /// The lowest number of a column of changing length.
+    int m_firstVariable;
     LongValues m_longValues;
+    PointedRows m_movedRows;
     std::vector<quint32> m_pages;
     size_t m_nextPage = 0;
+    qint64 m_otherPages = 0;
     DataPage m_page;
     int m_row = -1;
-    DataPage m_movedTo;
-    qint64 m_movedLeft;
+    qint64 m_rowsFound = 0;
     std::vector<Part> m_parts;
 };
 

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
+
+#include <QSet>
 
 #include "oldlibraries/OldText.h"
 #include "platform/runtime/ByteCursor.h"
@@ -76,17 +79,28 @@ std::optional<OldType> typeOf(int code)
     }
 }
 
-/// One column but for its name, which stands behind all of them. Throws for a type that nobody
-/// knows.
-OldColumn readColumn(PageFile& file, ByteCursor bytes, const QString& table)
+/// Bytes of a column's value at its fixed place.
+int fixedSize(const OldColumn& column)
+{
+    switch (column.type) {
+    case OldType::Text:
+        return 2 * column.length;
+    case OldType::Binary:
+        return column.length;
+    default:
+        return sizeOf(column.type);
+    }
+}
+
+/// One column but for its name, which stands behind all of them.
+OldColumn readColumn(ByteCursor bytes)
 {
     constexpr int fixedFlag = 0x01;
     constexpr int autoNumberFlag = 0x04;
     const std::optional<OldType> type = typeOf(bytes.u8());
-    if (!type)
-        file.refuseDamaged(u"表“%1”里有一列的类型不认识"_s.arg(table));
     OldColumn column;
-    column.type = *type;
+    column.type = type.value_or(OldType::Binary);
+    column.isKnownType = type.has_value();
     bytes.skip(4);
     column.number = bytes.u16();
     const int variablePlace = bytes.u16();
@@ -97,10 +111,11 @@ OldColumn readColumn(PageFile& file, ByteCursor bytes, const QString& table)
     bytes.skip(5);
     const int fixedPlace = bytes.u16();
     const int bytesLong = bytes.u16();
-    column.isFixed = (flags & fixedFlag) != 0;
-    column.isAutoNumber = (flags & autoNumberFlag) != 0 && *type == OldType::Long;
+    column.isFixed = (flags & fixedFlag) != 0 || column.type == OldType::Boolean;
+    column.isAutoNumber = (flags & autoNumberFlag) != 0 && column.type == OldType::Long;
     column.place = column.isFixed ? fixedPlace : variablePlace;
-    column.length = *type == OldType::Text ? bytesLong / 2 : bytesLong;
+    column.length = column.type == OldType::Text ? bytesLong / 2 : bytesLong;
+    column.fixedSize = column.isFixed ? fixedSize(column) : 0;
     return column;
 }
 
@@ -108,7 +123,7 @@ QString readName(PageFile& file, ByteCursor& bytes, const QString& table)
 {
     const int size = bytes.u16();
     QString name = size > 2 * longestName ? QString() : utf16Text(bytes.take(size));
-    if (name.isEmpty())
+    if (!isName(name))
         file.refuseDamaged(u"表“%1”里有一列的名称读不出"_s.arg(table));
     return name;
 }
@@ -119,7 +134,6 @@ struct Head
     explicit Head(ByteCursor bytes)
         : rowCount(bytes.at(16).u32()),
           lastAutoNumber(qint32(bytes.at(20).u32())),
-          variableColumns(bytes.at(43).u16()),
           columns(bytes.at(45).u16()),
           indexes(bytes.at(51).u32()),
           usedPages(RowPlace::fromPointer(bytes.at(55).u32()))
@@ -128,7 +142,6 @@ struct Head
 
     quint32 rowCount;
     qint32 lastAutoNumber;
-    int variableColumns;
     int columns;
     quint32 indexes;
     RowPlace usedPages;
@@ -140,7 +153,7 @@ std::vector<OldColumn> readColumns(PageFile& file, ByteCursor bytes, const Head&
     bytes.seek(headSize + qint64(head.indexes) * indexSize);
     std::vector<OldColumn> columns;
     for (int i = 0; i < head.columns; ++i)
-        columns.push_back(readColumn(file, ByteCursor(bytes.take(columnSize)), table));
+        columns.push_back(readColumn(ByteCursor(bytes.take(columnSize))));
     for (OldColumn& column : columns)
         column.name = readName(file, bytes, table);
     std::sort(columns.begin(), columns.end(),
@@ -151,15 +164,67 @@ std::vector<OldColumn> readColumns(PageFile& file, ByteCursor bytes, const Head&
 /// Two columns of one name, or of one number, are the work of no engine.
 void checkColumns(PageFile& file, const OldTable& table)
 {
-    for (size_t i = 0; i < table.columns.size(); ++i) {
-        const OldColumn& column = table.columns[i];
-        const bool sameNumber = i > 0 && table.columns[i - 1].number == column.number;
-        if (sameNumber || table.find(column.name) != int(i))
+    QSet<QString> names;
+    QSet<int> numbers;
+    for (const OldColumn& column : table.columns) {
+        if (names.contains(column.name.toCaseFolded()) || numbers.contains(column.number))
             file.refuseDamaged(u"表“%1”里列“%2”不止一个"_s.arg(table.name, column.name));
+        names.insert(column.name.toCaseFolded());
+        numbers.insert(column.number);
+    }
+}
+
+/// Columns that share the bytes of a row would make more of the file than it holds.
+void checkPlaces(PageFile& file, const OldTable& table)
+{
+    std::vector<std::pair<int, int>> places; // the first byte, and the one behind the last
+    QSet<int> variablePlaces;
+    for (const OldColumn& column : table.columns) {
+        const bool isLong = column.type == OldType::Memo || column.type == OldType::LongBinary;
+        if (column.isFixed ? isLong : variablePlaces.contains(column.place))
+            file.refuseDamaged(u"表“%1”的结构读不出"_s.arg(table.name));
+        if (!column.isFixed)
+            variablePlaces.insert(column.place);
+        else if (column.fixedSize > 0)
+            places.emplace_back(column.place, column.place + column.fixedSize);
+    }
+    std::sort(places.begin(), places.end());
+    for (size_t i = 1; i < places.size(); ++i) {
+        if (places[i].first < places[i - 1].second)
+            file.refuseDamaged(u"表“%1”的结构读不出"_s.arg(table.name));
     }
 }
 
 } // namespace
+
+int sizeOf(OldType type)
+{
+    switch (type) {
+    case OldType::Boolean:
+        return 0;
+    case OldType::Byte:
+        return 1;
+    case OldType::Integer:
+        return 2;
+    case OldType::Long:
+    case OldType::Single:
+        return 4;
+    case OldType::Currency:
+    case OldType::Double:
+    case OldType::DateTime:
+        return 8;
+    case OldType::Guid:
+        return 16;
+    case OldType::Decimal:
+        return 17;
+    case OldType::Binary:
+    case OldType::Text:
+    case OldType::LongBinary:
+    case OldType::Memo:
+        break;
+    }
+    return 0;
+}
 
 int OldTable::find(const QString& columnName) const
 {
@@ -190,8 +255,8 @@ OldTable readTable(PageFile& file, quint32 definitionPage, const QString& name)
         table.lastAutoNumber = head.lastAutoNumber;
         table.definitionPage = definitionPage;
         table.usedPages = head.usedPages;
-        table.variableColumns = head.variableColumns;
         checkColumns(file, table);
+        checkPlaces(file, table);
         return table;
     } catch (const runtime::BytesCutOff&) {
         file.refuseDamaged(u"表“%1”的结构读不出"_s.arg(name));

@@ -35,6 +35,8 @@ struct OldColumn
     /// Decimals of a Decimal.
     int scale = 0;
     bool isAutoNumber = false;
+    /// False for a type that nobody knows, whose bytes are given as those of a Binary.
+    bool isKnownType = true;
 
     /// Number among all columns that the table ever had; a row stored before the column came knows
     /// fewer of them.
@@ -43,7 +45,13 @@ struct OldColumn
     bool isFixed = false;
     /// The byte in the fixed part of a row, or the number among its parts of changing length.
     int place = 0;
+    /// Bytes at a fixed place; 0 for all other columns, and for Boolean, which takes none.
+    int fixedSize = 0;
 };
+
+/// Bytes that a value of this type takes; 0 where that differs from value to value, and for
+/// Boolean.
+int sizeOf(OldType type);
 
 /// The definition of one table.
 struct OldTable
@@ -59,8 +67,6 @@ struct OldTable
     quint32 definitionPage = 0;
     /// Where it is written which pages hold rows.
     RowPlace usedPages;
-    /// Columns of changing length that the table ever had.
-    int variableColumns = 0;
 
     /// The column of that name, case ignored, or -1.
     int find(const QString& columnName) const;

@@ -1,11 +1,17 @@
 #include "oldlibraries/OldText.h"
 
+#include <algorithm>
+
 #include <QtEndian>
 
 namespace oldlibraries {
 
+using namespace Qt::StringLiterals;
+
 QString utf16Text(std::string_view bytes)
 {
+    if (bytes.size() < 2)
+        return QString(u""_s);
     QString text(qsizetype(bytes.size() / 2), Qt::Uninitialized);
     qFromLittleEndian<char16_t>(bytes.data(), text.size(), text.data());
     return text;
@@ -41,6 +47,13 @@ QString storedText(std::string_view bytes)
     if (bytes.starts_with(compressedMark))
         return compressedText(bytes.substr(compressedMark.size()));
     return utf16Text(bytes);
+}
+
+bool isName(const QString& text)
+{
+    const auto isControl = [](QChar letter) { return letter.unicode() < u' '; };
+    return !text.isEmpty() && text.isValidUtf16()
+           && std::none_of(text.begin(), text.end(), isControl);
 }
 
 } // namespace oldlibraries

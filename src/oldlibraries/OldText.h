@@ -13,4 +13,7 @@ QString utf16Text(std::string_view bytes);
 /// of one and of two bytes a character, which a zero byte ends.
 QString storedText(std::string_view bytes);
 
+/// True for what can name a table or a column: whole characters, none of them a control character.
+bool isName(const QString& text);
+
 } // namespace oldlibraries

@@ -1,5 +1,7 @@
 #include "oldlibraries/PageFile.h"
 
+#include <algorithm>
+
 #include <QFileInfo>
 
 #include "oldlibraries/OldFileError.h"
@@ -9,10 +11,25 @@ namespace oldlibraries {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Opening what is no file, as a pipe, could wait for ever.
+void checkIsFile(const QString& path)
+{
+    const QFileInfo entry(path);
+    if (!entry.exists())
+        throw OldFileError(OldFileFailure::Missing, u"找不到文件 %1。"_s.arg(path));
+    if (entry.isDir())
+        throw OldFileError(OldFileFailure::Foreign, u"%1 是文件夹，不是成绩库。"_s.arg(path));
+    if (!entry.isFile())
+        throw OldFileError(OldFileFailure::Foreign, u"%1 不是普通文件，不是成绩库。"_s.arg(path));
+}
+
+} // namespace
+
 PageFile::PageFile(const QString& path) : m_path(path), m_file(path)
 {
-    if (!QFileInfo(path).isFile())
-        throw OldFileError(OldFileFailure::Missing, u"找不到文件 %1。"_s.arg(path));
+    checkIsFile(path);
     if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         throw OldFileError(
             OldFileFailure::Unreadable,
@@ -24,17 +41,38 @@ PageFile::PageFile(const QString& path) : m_path(path), m_file(path)
     m_pageCount = quint32(m_size / pageSize);
 }
 
+QByteArray PageFile::firstBytes()
+{
+    return read(0, std::min<qint64>(m_size, pageSize));
+}
+
 QByteArray PageFile::page(quint32 number)
 {
     if (number >= m_pageCount)
         refuseCutOff();
-    QByteArray bytes(pageSize, Qt::Uninitialized);
-    if (m_file.seek(qint64(number) * pageSize) && m_file.read(bytes.data(), pageSize) == pageSize)
+    return read(qint64(number) * pageSize, pageSize);
+}
+
+QByteArray PageFile::read(qint64 place, qint64 size)
+{
+    QByteArray bytes(size, Qt::Uninitialized);
+    if (m_file.seek(place) && m_file.read(bytes.data(), size) == size)
         return bytes;
     checkUnchanged();
     throw OldFileError(
         OldFileFailure::Unreadable,
         u"无法读取文件 %1（%2）。"_s.arg(m_path, runtime::fileErrorText(m_file.error())));
+}
+
+void PageFile::countReached(quint64 pointers, qint64 bytesInPass)
+{
+    qint64& most = m_reached[pointers];
+    if (bytesInPass <= most)
+        return;
+    m_reachedByAll += bytesInPass - most;
+    most = bytesInPass;
+    if (m_reachedByAll > m_size)
+        refuseDamaged(u"不同的地方指向同样的内容"_s);
 }
 
 void PageFile::checkUnchanged() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unordered_map>
+
 #include <QByteArray>
 #include <QDateTime>
 #include <QFile>
@@ -23,7 +25,7 @@ class PageFile
 public:
     static constexpr int pageSize = 4096; ///< bytes
 
-    /// Throws OldFileError if the file cannot be read, or is no whole number of pages.
+    /// Throws OldFileError if the file cannot be read.
     explicit PageFile(const QString& path);
 
     const QString& path() const { return m_path; }
@@ -31,8 +33,16 @@ public:
     /// Bytes.
     qint64 size() const { return m_size; }
 
+    /// At most as many bytes as a page has, from the front of the file. Throws OldFileError.
+    QByteArray firstBytes();
     /// The bytes of a page, counted from 0; all of them. Throws OldFileError.
     QByteArray page(quint32 number);
+
+    /// Counts the bytes to which a table's pointers have led in one pass over it. In a sound file
+    /// no two pointers lead to the same bytes, so all of them together lead to no more than it has:
+    /// one that makes more of itself is refused. `pointers` says which of a table's pointers it is.
+    /// Throws OldFileError.
+    void countReached(quint64 pointers, qint64 bytesInPass);
 
     /// Throws OldFileError if somebody changed the file since it was opened.
     void checkUnchanged() const;
@@ -44,11 +54,15 @@ public:
     [[noreturn]] void refuseDamaged(const QString& what) const;
 
 private:
+    QByteArray read(qint64 place, qint64 size);
+
     QString m_path;
     QFile m_file;
     qint64 m_size = 0;
     quint32 m_pageCount = 0;
     QDateTime m_changed;
+    std::unordered_map<quint64, qint64> m_reached; // bytes in the longest pass
+    qint64 m_reachedByAll = 0;
 };
 
 } // namespace oldlibraries

@@ -21,6 +21,8 @@ void addPages(const PageFile& file, std::vector<quint32>& pages, qint64 first,
               std::string_view bits)
 {
     for (size_t i = 0; i < bits.size(); ++i) {
+        if (bits[i] == 0)
+            continue;
         for (int bit = 0; bit < 8; ++bit) {
             if ((quint8(bits[i]) >> bit & 1) == 0)
                 continue;
