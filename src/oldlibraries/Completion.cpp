@@ -1,20 +1,23 @@
 #include "oldlibraries/Completion.h"
 
-#include "platform/database/Statement.h"
+#include "oldlibraries/MissingColumns.h"
+#include "oldlibraries/MissingTables.h"
+#include "oldlibraries/SettingRows.h"
+#include "oldlibraries/SubjectColumns.h"
 
 namespace oldlibraries {
 
-using namespace Qt::StringLiterals;
-
 void completeLibrary(database::Connection& library, const QString& templateFile,
-                     std::vector<Finding>&)
+                     std::vector<Finding>& findings)
 {
-    database::Connection empty;
-    empty.Open(templateFile);
-    database::Statement indexes(empty, u"select sql from sqlite_master where type='index' and "
-                                       "sql is not null"_s);
-    while (indexes.step())
-        library.Execute(indexes.text(0));
+    database::Connection emptyLibrary;
+    emptyLibrary.Open(templateFile);
+    addMissingTables(library, emptyLibrary, findings);
+    addMissingColumns(library, emptyLibrary, findings);
+    addSubjectColumns(library, findings);
+    completeSettings(library, emptyLibrary, findings);
+    completeColors(library, emptyLibrary, findings);
+    addMissingIndexes(library, emptyLibrary, findings);
 }
 
 void findFaults(database::Connection&, std::vector<Finding>&) {}

@@ -69,4 +69,11 @@ void createTable(Connection& connection, const QString& table,
         u"create table %1 (%2)"_s.arg(SqlPiece::names({table}).text(), texts.join(u", "_s)));
 }
 
+void addColumn(Connection& connection, const QString& table, const ColumnDeclaration& column)
+{
+    // With the schema named, the statement reaches the engine as it stands.
+    connection.Execute(u"ALTER TABLE main.%1 ADD COLUMN %2"_s.arg(SqlPiece::names({table}).text(),
+                                                                  declarationText(column)));
+}
+
 } // namespace database

@@ -34,4 +34,8 @@ std::vector<ColumnDeclaration> columnDeclarations(Connection& connection, const 
 void createTable(Connection& connection, const QString& table,
                  const std::vector<ColumnDeclaration>& columns);
 
+/// Adds a column behind the others; rows that stand have its default. Throws Error, also for one
+/// that numbers the rows or refuses values, which a table gets only when it is made.
+void addColumn(Connection& connection, const QString& table, const ColumnDeclaration& column);
+
 } // namespace database

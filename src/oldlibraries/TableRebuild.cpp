@@ -1,0 +1,87 @@
+#include "oldlibraries/TableRebuild.h"
+
+#include <algorithm>
+
+#include <QStringList>
+
+#include "platform/database/SqlPieces.h"
+#include "platform/database/Statement.h"
+
+namespace oldlibraries {
+
+using namespace Qt::StringLiterals;
+using database::ColumnDeclaration;
+using database::SqlPiece;
+using database::sqlWith;
+using Key = ColumnDeclaration::Key;
+
+namespace {
+
+bool hasTable(database::Connection& library, const QString& name)
+{
+    database::Statement found(library,
+                              u"select 1 from sqlite_master where name=? collate nocase"_s);
+    found.bind({name});
+    return found.step();
+}
+
+QString freeName(database::Connection& library, QString name)
+{
+    do
+        name += u'_';
+    while (hasTable(library, name));
+    return name;
+}
+
+const ColumnDeclaration* numberColumn(const std::vector<ColumnDeclaration>& columns)
+{
+    const auto found = std::find_if(columns.begin(), columns.end(), [](const auto& column) {
+        return column.key == Key::AutoNumber;
+    });
+    return found == columns.end() ? nullptr : &*found;
+}
+
+/// What goes over: all columns that stood, and the row ids, unless one of the columns is these or
+/// the rows get new ones.
+QStringList keptColumns(const std::vector<ColumnDeclaration>& before,
+                        const std::vector<ColumnDeclaration>& after)
+{
+    QStringList names;
+    for (const ColumnDeclaration& column : before)
+        names.append(column.name);
+    if (!numberColumn(before) && !numberColumn(after))
+        names.prepend(u"rowid"_s);
+    return names;
+}
+
+/// A number that was given once is not given again, though its row is gone.
+void keepLastNumber(database::Connection& library, const QString& from, const QString& to)
+{
+    database::Statement forget(library, u"delete from sqlite_sequence where name=?1 and exists "
+                                        "(select 1 from sqlite_sequence where name=?2)"_s);
+    forget.bind({to, from});
+    forget.run();
+    database::Statement keep(library, u"update sqlite_sequence set name=?1 where name=?2"_s);
+    keep.bind({to, from});
+    keep.run();
+}
+
+} // namespace
+
+void rebuildTable(database::Connection& library, const QString& table,
+                  const std::vector<ColumnDeclaration>& columns)
+{
+    const std::vector<ColumnDeclaration> before = database::columnDeclarations(library, table);
+    const QString copy = freeName(library, table);
+    const SqlPiece copyName = SqlPiece::names({copy});
+    const SqlPiece name = SqlPiece::names({table});
+    database::createTable(library, copy, columns);
+    library.Execute(sqlWith(u"insert into %1(%2) select %2 from %3 order by rowid"_s,
+                            {copyName, SqlPiece::names(keptColumns(before, columns)), name}));
+    if (numberColumn(before))
+        keepLastNumber(library, table, copy);
+    library.Execute(sqlWith(u"drop table %1"_s, {name}));
+    library.Execute(sqlWith(u"alter table %1 rename to %2"_s, {copyName, name}));
+}
+
+} // namespace oldlibraries
