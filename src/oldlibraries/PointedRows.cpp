@@ -21,7 +21,7 @@ void PointedRows::go(RowPlace place)
         m_number = place.page;
     }
     m_row = place.row;
-    if (m_number == 0 || m_page.owner() != m_owner || m_row >= m_page.rowCount())
+    if (m_page.owner() != m_owner || m_row >= m_page.rowCount())
         m_file.refuseDamaged(u"第 %1 页没有别处指向的内容"_s.arg(place.page));
     m_reached += std::max(qint64(bytes().size()), m_leastBytes);
     m_file.countReached(m_pointers, m_reached);

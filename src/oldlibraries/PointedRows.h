@@ -28,7 +28,7 @@ private:
     quint32 m_owner;
     qint64 m_leastBytes;
     qint64 m_reached = 0;
-    quint32 m_number = 0; // page 0 has no rows
+    quint32 m_number = 0xFFFFFFFF; // no pointer leads so far
     DataPage m_page;
     int m_row = 0;
 };
