@@ -1,40 +1,22 @@
-// Reads mutated workbooks and fails on a crash, on any exception but ReadError, and on an input
-// that takes too long. The same seed gives the same inputs. An input that fails stays in the
-// working folder as fuzz-failure.bin.
+// Reads mutated workbooks; `--only xls` or `--only xlsx` takes those of one kind.
 
-#include <cstdio>
-#include <ctime>
 #include <map>
-#include <random>
-
-#include <sys/resource.h>
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <zip.h>
 
+#include "support/FuzzRun.h"
 #include "workbooks/readers/Reader.h"
 
 namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr double longestSeconds = 2;
-
 enum class Kinds { All, Xls, Xlsx };
-
-struct Options
-{
-    qint64 inputs = 2000;
-    double minutes = 0; // 0: as many inputs as asked for
-    unsigned seed = 1;
-    Kinds kinds = Kinds::All;
-};
 
 using Parts = std::map<QByteArray, QByteArray>;
 
@@ -98,12 +80,6 @@ std::vector<Seed> loadSeeds(Kinds kinds)
         seeds.push_back(seed);
     }
     return seeds;
-}
-
-/// Processor time used up to here; a machine busy with other work must not make inputs slow.
-double processorSeconds()
-{
-    return double(std::clock()) / CLOCKS_PER_SEC;
 }
 
 /// Pieces of XML that the reader knows, and some that it must refuse.
@@ -173,209 +149,75 @@ const std::vector<QByteArray> values{"",
                                      "[",
                                      "\xE6\xB1\x89"};
 
-class Mutator
+/// An XML part with what XML is made of thrown in.
+QByteArray mutatedXml(support::ByteMutator& mutator, QByteArray bytes)
 {
-public:
-    explicit Mutator(unsigned seed) : m_random(seed) {}
-
-    qsizetype below(qsizetype bound)
-    {
-        return bound <= 1 ? 0 : qsizetype(m_random() % quint64(bound));
-    }
-
-    /// Changes bytes, numbers and blocks at one to eight places.
-    QByteArray mutated(QByteArray bytes)
-    {
-        const bool keepsPlaces = below(2) == 0; // most shifted files fail at once
-        for (qsizetype left = 1 + below(8); left > 0 && !bytes.isEmpty(); --left)
-            mutateOnce(bytes, keepsPlaces ? 5 : 0);
-        return bytes;
-    }
-
-    /// The same for one XML part, with what XML is made of thrown in.
-    QByteArray mutatedXml(QByteArray bytes)
-    {
-        bytes = mutated(bytes);
-        for (qsizetype left = below(4); left > 0; --left)
-            bytes.insert(below(bytes.size() + 1), pick(markup));
-        return bytes;
-    }
-
-    /// Replaces attribute values and texts by others, so that the part stays well-formed.
-    QByteArray withOtherValues(QByteArray bytes)
-    {
-        for (qsizetype left = 1 + below(8); left > 0; --left) {
-            const bool isText = below(2) == 0;
-            const qsizetype start = bytes.indexOf(isText ? '>' : '"', below(bytes.size()));
-            const qsizetype end = bytes.indexOf(isText ? '<' : '"', start + 1);
-            if (start >= 0 && end >= 0 && bytes[start] != '?')
-                bytes.replace(start + 1, end - start - 1, pick(values));
-        }
-        return bytes;
-    }
-
-private:
-    const QByteArray& pick(const std::vector<QByteArray>& from)
-    {
-        return from[size_t(below(qsizetype(from.size())))];
-    }
-
-    void mutateOnce(QByteArray& bytes, qsizetype leastKind)
-    {
-        static const quint32 numbers[] = {0,          1,          0x7F,       0x80,
-                                          0xFF,       0x7FFF,     0x8000,     0xFFFF,
-                                          0x7FFFFFFF, 0x80000000, 0xFFFFFFFE, 0xFFFFFFFF};
-        const qsizetype at = below(bytes.size());
-        const qsizetype length = 1 + below(std::min<qsizetype>(bytes.size() - at, 64));
-        switch (leastKind + below(9 - leastKind)) {
-        case 0:
-            bytes.remove(at, length);
-            break;
-        case 1:
-            bytes.insert(at, bytes.mid(below(bytes.size()), length));
-            break;
-        case 2:
-            bytes.truncate(at);
-            break;
-        case 3:
-        case 4:
-            bytes.replace(at, length, bytes.mid(below(bytes.size()), length));
-            break;
-        case 5:
-            bytes[at] = char(m_random());
-            break;
-        case 6:
-            bytes[at] = char(bytes[at] ^ (1 << below(8)));
-            break;
-        default: {
-            const quint32 number = numbers[below(std::size(numbers))];
-            const qsizetype width =
-                std::min<qsizetype>(qsizetype{1} << below(3), bytes.size() - at);
-            for (qsizetype i = 0; i < width; ++i)
-                bytes[at + i] = char(number >> (8 * i));
-        }
-        }
-    }
-
-    std::mt19937_64 m_random;
-};
-
-/// Runs the inputs and keeps count of what they cost.
-class Run
-{
-public:
-    explicit Run(const Options& options)
-        : m_options(options), m_seeds(loadSeeds(options.kinds)), m_mutator(options.seed)
-    {
-    }
-
-    int run();
-
-private:
-    bool goesOn() const;
-    void writeInput();
-    bool readInput();
-    bool fail(const char* reason) const;
-    void report() const;
-
-    Options m_options;
-    std::vector<Seed> m_seeds;
-    Mutator m_mutator;
-    QTemporaryDir m_folder;
-    QString m_path = m_folder.filePath(u"input.xls"_s);
-    QElapsedTimer m_clock;
-    qint64 m_done = 0;
-    qint64 m_read = 0;
-    double m_slowest = 0;
-};
-
-bool Run::goesOn() const
-{
-    if (m_options.minutes > 0)
-        return double(m_clock.elapsed()) < m_options.minutes * 60'000;
-    return m_done < m_options.inputs;
+    bytes = mutator.mutated(bytes);
+    for (qsizetype left = mutator.below(4); left > 0; --left)
+        bytes.insert(mutator.below(bytes.size() + 1), mutator.pick(markup));
+    return bytes;
 }
 
-void Run::writeInput()
+/// Replaces attribute values and texts by others, so that the part stays well-formed.
+QByteArray withOtherValues(support::ByteMutator& mutator, QByteArray bytes)
 {
-    const Seed& seed = m_seeds[size_t(m_mutator.below(qsizetype(m_seeds.size())))];
-    if (!seed.parts.empty() && m_mutator.below(4) != 0) {
-        Parts parts = seed.parts;
-        auto part = parts.begin();
-        std::advance(part, m_mutator.below(qsizetype(parts.size())));
-        part->second = m_mutator.below(3) == 0 ? m_mutator.mutatedXml(part->second)
-                                               : m_mutator.withOtherValues(part->second);
-        pack(m_path, parts);
+    for (qsizetype left = 1 + mutator.below(8); left > 0; --left) {
+        const bool isText = mutator.below(2) == 0;
+        const qsizetype start = bytes.indexOf(isText ? '>' : '"', mutator.below(bytes.size()));
+        const qsizetype end = bytes.indexOf(isText ? '<' : '"', start + 1);
+        if (start >= 0 && end >= 0 && bytes[start] != '?')
+            bytes.replace(start + 1, end - start - 1, mutator.pick(values));
+    }
+    return bytes;
+}
+
+Kinds kindsOf(const QStringList& arguments)
+{
+    const qsizetype at = arguments.indexOf(u"--only"_s);
+    if (at < 0)
+        return Kinds::All;
+    return arguments.value(at + 1) == u"xls" ? Kinds::Xls : Kinds::Xlsx;
+}
+
+class FuzzReaders : public support::FuzzRun
+{
+public:
+    explicit FuzzReaders(const QStringList& arguments)
+        : FuzzRun(arguments), m_seeds(loadSeeds(kindsOf(arguments)))
+    {
+    }
+
+protected:
+    void writeInput(const QString& path) override;
+    Outcome readInput(const QString& path) override;
+
+private:
+    std::vector<Seed> m_seeds;
+};
+
+void FuzzReaders::writeInput(const QString& path)
+{
+    const Seed& seed = mutator().pick(m_seeds);
+    if (seed.parts.empty() || mutator().below(4) == 0) {
+        save(path, mutator().mutated(seed.bytes));
         return;
     }
-    QFile file(m_path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(m_mutator.mutated(seed.bytes));
+    Parts parts = seed.parts;
+    auto part = parts.begin();
+    std::advance(part, mutator().below(qsizetype(parts.size())));
+    part->second = mutator().below(3) == 0 ? mutatedXml(mutator(), part->second)
+                                           : withOtherValues(mutator(), part->second);
+    pack(path, parts);
 }
 
-bool Run::fail(const char* reason) const
+FuzzReaders::Outcome FuzzReaders::readInput(const QString& path)
 {
-    QFile::remove(u"fuzz-failure.bin"_s);
-    const bool kept = QFile::copy(m_path, u"fuzz-failure.bin"_s);
-    std::fprintf(stderr, "input %lld of seed %u: %s; %s fuzz-failure.bin\n",
-                 static_cast<long long>(m_done), m_options.seed, reason,
-                 kept ? "kept as" : "could not be kept as");
-    return false;
-}
-
-bool Run::readInput()
-{
-    const double before = processorSeconds();
     try {
-        excel::readWorkbook(m_path);
-        ++m_read;
+        excel::readWorkbook(path);
+        return Outcome::Read;
     } catch (const excel::ReadError&) {
-    } catch (...) {
-        return fail("an exception of another kind");
+        return Outcome::Refused;
     }
-    const double seconds = processorSeconds() - before;
-    m_slowest = std::max(m_slowest, seconds);
-    return seconds < longestSeconds || fail("too slow");
-}
-
-void Run::report() const
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    std::printf("%lld inputs (%lld of them readable) in %.1f s, slowest %.3f s, peak %ld MB\n",
-                static_cast<long long>(m_done), static_cast<long long>(m_read),
-                double(m_clock.elapsed()) / 1000, m_slowest, usage.ru_maxrss / 1024);
-}
-
-int Run::run()
-{
-    if (m_seeds.empty())
-        return 2;
-    m_clock.start();
-    for (; goesOn(); ++m_done) {
-        writeInput();
-        if (!readInput())
-            return 1;
-    }
-    report();
-    return 0;
-}
-
-Options parse(const QStringList& arguments)
-{
-    Options options;
-    for (qsizetype i = 1; i + 1 < arguments.size(); i += 2) {
-        const QString& value = arguments[i + 1];
-        if (arguments[i] == u"--inputs")
-            options.inputs = value.toLongLong();
-        else if (arguments[i] == u"--minutes")
-            options.minutes = value.toDouble();
-        else if (arguments[i] == u"--seed")
-            options.seed = value.toUInt();
-        else if (arguments[i] == u"--only")
-            options.kinds = value == u"xls" ? Kinds::Xls : Kinds::Xlsx;
-    }
-    return options;
 }
 
 } // namespace
@@ -383,5 +225,5 @@ Options parse(const QStringList& arguments)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    return Run(parse(QCoreApplication::arguments())).run();
+    return FuzzReaders(QCoreApplication::arguments()).run();
 }
