@@ -4,9 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "oldlibraries/OldDatabase.h"
+#include "oldlibraries/OldCells.h"
 #include "oldlibraries/OldFileError.h"
-#include "oldlibraries/OldRows.h"
 #include "support/PrintQString.h"
 
 // What the writer of tests makes is what the reader of the product reads.
@@ -17,31 +16,7 @@ using support::OldFileWriter;
 
 namespace {
 
-using Rows = std::vector<std::vector<Value>>;
-
-Value cell(oldlibraries::OldRows& rows, int column, OldType type)
-{
-    if (rows.isNull(column))
-        return {};
-    switch (type) {
-    case OldType::Boolean:
-        return rows.boolean(column);
-    case OldType::Byte:
-    case OldType::Integer:
-    case OldType::Long:
-        return rows.integer(column);
-    case OldType::Single:
-    case OldType::Double:
-    case OldType::Currency:
-    case OldType::DateTime:
-        return rows.real(column);
-    case OldType::Binary:
-    case OldType::LongBinary:
-        return rows.bytes(column);
-    default:
-        return rows.text(column);
-    }
-}
+using Rows = tests::OldCells;
 
 class OldFileWriterTest : public testing::Test
 {
@@ -51,11 +26,9 @@ protected:
     Rows readBack(const QString& tableName)
     {
         oldlibraries::OldDatabase database(path());
-        Rows found;
-        for (const oldlibraries::OldTable& table : database.readTables()) {
-            if (table.name == tableName)
-                found = rowsOf(database.file(), table);
-        }
+        const oldlibraries::OldTable table = tests::oldTable(database, tableName);
+        Rows found = tests::oldCells(database.file(), table);
+        EXPECT_EQ(found.size(), table.rowCount);
         return found;
     }
 
@@ -68,19 +41,6 @@ protected:
     }
 
 private:
-    static Rows rowsOf(oldlibraries::PageFile& file, const oldlibraries::OldTable& table)
-    {
-        Rows found;
-        oldlibraries::OldRows rows(file, table);
-        while (rows.next()) {
-            std::vector<Value>& row = found.emplace_back();
-            for (size_t i = 0; i < table.columns.size(); ++i)
-                row.push_back(cell(rows, int(i), table.columns[i].type));
-        }
-        EXPECT_EQ(found.size(), table.rowCount);
-        return found;
-    }
-
     QTemporaryDir m_folder;
 };
 
