@@ -8,6 +8,7 @@
 
 #include "oldlibraries/Completion.h"
 #include "oldlibraries/KeyValues.h"
+#include "oldlibraries/Losses.h"
 #include "oldlibraries/OldDatabase.h"
 #include "oldlibraries/OldFileError.h"
 #include "oldlibraries/TableCopy.h"
@@ -152,7 +153,9 @@ bool Converter::fill(const QString& path)
 
 bool Converter::copyTables(Connection& library)
 {
-    m_tables = targetTables(m_old.readTables(), library, m_report.findings);
+    const std::vector<OldTable> oldTables = m_old.readTables();
+    findLosses(m_old, oldTables, m_report.findings);
+    m_tables = targetTables(oldTables, library, m_report.findings);
     for (const QString& table : tableNames(library))
         library.Execute(
             database::sqlWith(u"drop table %1"_s, {database::SqlPiece::names({table})}));

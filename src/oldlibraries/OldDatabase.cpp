@@ -1,5 +1,7 @@
 #include "oldlibraries/OldDatabase.h"
 
+#include <optional>
+
 #include <QSet>
 
 #include "oldlibraries/OldFileError.h"
@@ -27,6 +29,27 @@ int requiredColumn(const PageFile& file, const OldTable& objects, const QString&
     if (column < 0 || objects.columns[size_t(column)].type != type)
         file.refuseDamaged(u"表的目录读不出"_s);
     return column;
+}
+
+std::optional<OldObject::Kind> kindOf(qint64 type)
+{
+    switch (type) {
+    case 4: // by way of another engine
+    case 6:
+        return OldObject::Kind::LinkedTable;
+    case 5:
+        return OldObject::Kind::Query;
+    case -32768:
+        return OldObject::Kind::Form;
+    case -32764:
+        return OldObject::Kind::Report;
+    case -32766:
+        return OldObject::Kind::Macro;
+    case -32761:
+        return OldObject::Kind::Module;
+    default:
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -69,33 +92,53 @@ bool OldDatabase::isPassword(const QString& text) const
     return !hasPassword() || text == m_header.password;
 }
 
-std::vector<OldTable> OldDatabase::readTables()
+/// Of what the old engine made for itself nothing is given.
+template <typename Take> void OldDatabase::forEachEntry(const Take& take)
 {
     const OldTable objects = readTable(m_file, objectsPage, u"MSysObjects"_s);
     const int id = requiredColumn(m_file, objects, u"Id"_s, OldType::Long);
     const int name = requiredColumn(m_file, objects, u"Name"_s, OldType::Text);
     const int type = requiredColumn(m_file, objects, u"Type"_s, OldType::Integer);
     const int flags = requiredColumn(m_file, objects, u"Flags"_s, OldType::Long);
-    std::vector<OldTable> tables;
-    QSet<QString> names;
-    QSet<quint32> pages = {objectsPage};
     OldRows rows(m_file, objects);
     while (rows.next()) {
         if (rows.isNull(type) || rows.isNull(id) || rows.isNull(name)
-            || rows.integer(type) != tableObject)
+            || (!rows.isNull(flags) && (quint32(rows.integer(flags)) & systemFlags) != 0))
             continue;
-        if (!rows.isNull(flags) && (quint32(rows.integer(flags)) & systemFlags) != 0)
-            continue;
-        const quint32 page = quint32(rows.integer(id)) & pageBits;
-        const QString table = rows.text(name);
-        if (!isName(table) || names.contains(table.toCaseFolded()) || pages.contains(page)
+        take(Entry{quint32(rows.integer(id)), rows.integer(type), rows.text(name)});
+    }
+}
+
+std::vector<OldTable> OldDatabase::readTables()
+{
+    std::vector<OldTable> tables;
+    QSet<QString> names;
+    QSet<quint32> pages = {objectsPage};
+    forEachEntry([&](const Entry& entry) {
+        if (entry.type != tableObject)
+            return;
+        const quint32 page = entry.id & pageBits;
+        const QString name = entry.name.toCaseFolded();
+        if (!isName(entry.name) || names.contains(name) || pages.contains(page)
             || tables.size() == mostTables)
             m_file.refuseDamaged(u"表的目录读不出"_s);
-        names.insert(table.toCaseFolded());
+        names.insert(name);
         pages.insert(page);
-        tables.push_back(readTable(m_file, page, table));
-    }
+        tables.push_back(readTable(m_file, page, entry.name));
+    });
     return tables;
+}
+
+std::vector<OldObject> OldDatabase::readOtherObjects()
+{
+    std::vector<OldObject> objects;
+    forEachEntry([&](const Entry& entry) {
+        const std::optional<OldObject::Kind> kind = kindOf(entry.type);
+        // The queries of forms are named so.
+        if (kind && !entry.name.startsWith(u'~'))
+            objects.push_back({*kind, entry.name});
+    });
+    return objects;
 }
 
 } // namespace oldlibraries

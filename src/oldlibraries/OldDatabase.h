@@ -8,6 +8,22 @@
 
 namespace oldlibraries {
 
+/// Something that a file holds beside its own tables.
+struct OldObject
+{
+    enum class Kind {
+        LinkedTable, ///< a table that stands in another file
+        Query,
+        Form,
+        Report,
+        Macro,
+        Module
+    };
+
+    Kind kind = Kind::Query;
+    QString name;
+};
+
 /// A file of the old engine: its tables and their rows. The file is only read.
 class OldDatabase
 {
@@ -24,9 +40,20 @@ public:
     /// The definitions of the tables that a user made, in the order in which they came. Throws
     /// OldFileError.
     std::vector<OldTable> readTables();
+    /// What else a user made; without what the old engine made for that. Throws OldFileError.
+    std::vector<OldObject> readOtherObjects();
 
 private:
+    /// One row of the list of all things that the file holds.
+    struct Entry
+    {
+        quint32 id = 0;
+        qint64 type = 0;
+        QString name;
+    };
+
     void checkNotEncrypted();
+    template <typename Take> void forEachEntry(const Take& take);
 
     PageFile m_file;
     FileHeader m_header;
