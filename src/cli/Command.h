@@ -20,6 +20,7 @@ struct Command
 // The commands, a source each.
 
 Exit runNew(Session& session);
+Exit runConvert(Session& session);
 Exit runImportStudents(Session& session);
 Exit runImportExam(Session& session);
 Exit runReclass(Session& session);

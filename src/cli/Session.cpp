@@ -1,5 +1,6 @@
 #include "cli/Session.h"
 
+#include "oldlibraries/FileHeader.h"
 #include "platform/database/Statement.h"
 
 namespace cli {
@@ -28,7 +29,10 @@ UsageError missingOption(const QString& name)
 
 bool Session::openLibrary()
 {
-    scores.LibPath = arguments.path(0);
+    const QString path = arguments.path(0);
+    if (oldlibraries::isOldLibrary(path))
+        throw UsageError(u"%1 是旧格式的成绩库，请先用 yunshan-cli convert 转换。"_s.arg(path));
+    scores.LibPath = path;
     scores.OpenDB();
     return scores.Conn.isOpen();
 }

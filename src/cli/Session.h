@@ -23,7 +23,8 @@ struct Session
     CliDialogs& dialogs;
     library::ScoreLibrary& scores;
 
-    /// Opens the library that the first positional names. False after the message if that failed.
+    /// Opens the library that the first positional names. False after the message if that failed;
+    /// throws UsageError for one of the old engine.
     bool openLibrary();
 
     /// Throws UsageError for the first name that is not in the list of exams of the open library.

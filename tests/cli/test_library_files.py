@@ -206,10 +206,6 @@ class OpenLibrary(yunshan.ProgramTest):
         self.library.write_bytes("班级\t学号\n".encode() * 100)
         self.assertRefused(f"{self.library} 不是成绩库。")
 
-    def test_an_old_library(self):
-        self.library.write_bytes(b"\0\1\0\0Standard Jet DB\0" + bytes(4096))
-        self.assertRefused("是旧格式的成绩库，不能直接打开。")
-
     def test_a_database_without_our_tables(self):
         conn = sqlite3.connect(self.library)
         conn.execute("create table other(x)")

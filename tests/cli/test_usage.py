@@ -7,8 +7,8 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 import yunshan
 from yunshan import DONE, USAGE
 
-COMMANDS = ("new", "import-students", "import-exam", "score", "browse", "export", "student",
-            "class-charts", "info")
+COMMANDS = ("new", "convert", "import-students", "import-exam", "score", "browse", "export",
+            "student", "class-charts", "info")
 
 
 class Usage(yunshan.ProgramTest):

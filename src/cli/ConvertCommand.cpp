@@ -1,0 +1,126 @@
+#include <QDir>
+#include <QFileInfo>
+
+#include "cli/ChosenOptions.h"
+#include "cli/CliProgress.h"
+#include "cli/Command.h"
+#include "library/LibraryShape.h"
+#include "oldlibraries/Conversion.h"
+#include "oldlibraries/OldFileError.h"
+#include "oldlibraries/ReportGrid.h"
+#include "platform/database/FileIdentity.h"
+#include "platform/runtime/UnfinishedFile.h"
+
+namespace cli {
+
+using namespace Qt::StringLiterals;
+using oldlibraries::ConversionReport;
+using oldlibraries::ConversionRequest;
+using oldlibraries::OldFileError;
+using oldlibraries::OldFileFailure;
+
+namespace {
+
+/// Throws Error for a file that must not be replaced; the old library never may.
+void checkTarget(const Session& session, const QString& path)
+{
+    using database::FileIdentity;
+    const QString oldPath = session.arguments.path(0);
+    if (QFileInfo::exists(path) && FileIdentity::of(path) == FileIdentity::of(oldPath))
+        throw runtime::Error(u"%1 就是旧成绩库，不能覆盖。"_s.arg(path));
+    refuseExisting(session, path);
+}
+
+/// Throws Error for a new file that must not be.
+ConversionRequest conversionRequest(const Session& session)
+{
+    const Arguments& arguments = session.arguments;
+    ConversionRequest request;
+    request.oldPath = arguments.path(0);
+    request.newPath = arguments.positionals().size() > 1
+                          ? arguments.path(1)
+                          : oldlibraries::suggestedPath(request.oldPath);
+    request.templateFile = session.scores.paths().templateFile();
+    request.password = arguments.value(u"password"_s);
+    checkTarget(session, request.newPath);
+    if (arguments.has(u"force"_s))
+        request.existing = ConversionRequest::Existing::Replace;
+    return request;
+}
+
+/// The file that --report names; "" without it. Throws UsageError if it is the new library, Error
+/// if it must not be replaced.
+QString reportPath(const Session& session, const QString& newPath)
+{
+    if (!session.arguments.has(u"report"_s))
+        return {};
+    const QString path = QFileInfo(session.arguments.value(u"report"_s)).absoluteFilePath();
+    if (QDir::cleanPath(path) == QDir::cleanPath(newPath))
+        throw UsageError(u"--report 不能是新成绩库的文件。"_s);
+    checkTarget(session, path);
+    return path;
+}
+
+/// Whether the file is what the other commands open.
+bool isPresentLibrary(const QString& path)
+{
+    try {
+        database::Connection().Open(path, library::libraryShape());
+        return true;
+    } catch (const runtime::Error&) {
+        return false;
+    }
+}
+
+/// What is wrong with the old file, and what the command line offers against it.
+QString sentence(const OldFileError& error, const Arguments& arguments)
+{
+    const QString path = arguments.path(0);
+    if (error.failure() == OldFileFailure::Password && arguments.has(u"password"_s))
+        return u"%1 的密码不是 --password 给出的。"_s.arg(path);
+    if (error.failure() == OldFileFailure::Password)
+        return u"%1 有密码，请用 --password 给出。"_s.arg(path);
+    if (error.failure() == OldFileFailure::Foreign && isPresentLibrary(path))
+        return u"%1 是现在的格式，不需要转换。"_s.arg(path);
+    return error.description();
+}
+
+std::optional<ConversionReport> converted(const Session& session, const ConversionRequest& request)
+{
+    CliProgress progress;
+    try {
+        return oldlibraries::convert(request, progress);
+    } catch (const OldFileError& error) {
+        throw runtime::Error(sentence(error, session.arguments));
+    }
+}
+
+void tell(const ConversionReport& report)
+{
+    QStringList tables;
+    for (const ConversionReport::Table& table : report.tables)
+        tables.append(u"%1 %2 行"_s.arg(table.name).arg(table.rows));
+    printError(u"转换完成，共 %1 个表：%2。"_s.arg(tables.size()).arg(tables.join(u'，')));
+    printError(u"总分、标准分和名次照原样转入；要重新计算，请用 yunshan-cli score。"_s);
+    if (!report.findings.empty())
+        printError(u"有 %1 项需要说明，在用 --report 存的报告里。"_s.arg(report.findings.size()));
+}
+
+} // namespace
+
+Exit runConvert(Session& session)
+{
+    const ConversionRequest request = conversionRequest(session);
+    const QString reportFile = reportPath(session, request.newPath);
+    runtime::removeLeftOvers(request.newPath);
+    const std::optional<ConversionReport> report = converted(session, request);
+    if (!report)
+        return Exit::Error;
+    tell(*report);
+    printResult(report->newPath + u'\n');
+    if (!reportFile.isEmpty())
+        oldlibraries::saveReport(*report, reportFile);
+    return session.result();
+}
+
+} // namespace cli
