@@ -7,10 +7,12 @@
 #include <QFileInfo>
 
 #include "oldlibraries/Completion.h"
-#include "oldlibraries/KeyValues.h"
+#include "oldlibraries/KeyFaults.h"
 #include "oldlibraries/Losses.h"
+#include "oldlibraries/MissingTables.h"
 #include "oldlibraries/OldDatabase.h"
 #include "oldlibraries/OldFileError.h"
+#include "oldlibraries/TableComparison.h"
 #include "oldlibraries/TableCopy.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/database/SqlPieces.h"
@@ -43,14 +45,9 @@ QByteArray templateBytes(const QString& templateFile)
     return bytes;
 }
 
-QStringList tableNames(Connection& library)
+QString dropStatement(const QString& table)
 {
-    database::Statement rows(library, u"select name from sqlite_master where type='table' and "
-                                      "name not like 'sqlite\\_%' escape '\\'"_s);
-    QStringList names;
-    while (rows.step())
-        names.append(rows.text(0));
-    return names;
+    return database::sqlWith(u"drop table %1"_s, {database::SqlPiece::names({table})});
 }
 
 /// One conversion, from the checks up to the new file under its name.
@@ -75,12 +72,13 @@ private:
     void checkTarget() const;
     bool fill(const QString& path);
     bool copyTables(Connection& library);
+    std::optional<qint64> copyTable(Connection& library, TargetTable& table);
     bool compareTables(Connection& library);
     void complete(Connection& library);
     void putInPlace(runtime::UnfinishedFile& file) const;
     void refuseExisting() const;
     /// For the rows of one table; `word` says what is done with them.
-    TableCopy::Tell tellRows(const QString& word, const TargetTable& table);
+    TellRows tellRows(const QString& word, const TargetTable& table);
 
     const ConversionRequest& m_request;
     runtime::Progress& m_progress;
@@ -136,7 +134,7 @@ bool Converter::fill(const QString& path)
 {
     {
         Connection library;
-        library.Open(path);
+        library.OpenUnfinished(path);
         WriteBatch batch(library);
         if (!copyTables(library))
             return false;
@@ -144,7 +142,7 @@ bool Converter::fill(const QString& path)
     }
     // Opened anew: what is compared comes from the file.
     Connection library;
-    library.Open(path);
+    library.OpenUnfinished(path);
     if (!compareTables(library))
         return false;
     complete(library);
@@ -157,15 +155,11 @@ bool Converter::copyTables(Connection& library)
     findLosses(m_old, oldTables, m_report.findings);
     m_tables = targetTables(oldTables, library, m_report.findings);
     for (const QString& table : tableNames(library))
-        library.Execute(
-            database::sqlWith(u"drop table %1"_s, {database::SqlPiece::names({table})}));
+        library.Execute(dropStatement(table));
     for (const TargetTable& table : m_tables)
         m_rowsTotal += 2 * qint64(table.old.rowCount);
     for (TargetTable& table : m_tables) {
-        settleKeys(m_old.file(), table, m_report.findings);
-        TableCopy copy(m_old.file(), table, library);
-        const std::optional<qint64> rows =
-            copy.copy(m_report.findings, tellRows(u"正在复制"_s, table));
+        const std::optional<qint64> rows = copyTable(library, table);
         if (!rows)
             return false;
         m_rowsDone += *rows;
@@ -174,12 +168,35 @@ bool Converter::copyTables(Connection& library)
     return true;
 }
 
+std::optional<qint64> Converter::copyTable(Connection& library, TargetTable& table)
+{
+    const size_t findings = m_report.findings.size();
+    const auto copied = [&] {
+        database::createTable(library, table.name, table.columns);
+        TableCopy copy(m_old.file(), table, library, m_report.findings);
+        return copy.run(tellRows(u"正在复制"_s, table));
+    };
+    try {
+        const std::optional<qint64> rows = copied();
+        keepLastNumber(library, table);
+        return rows;
+    } catch (const UnfitKeys&) {
+        m_report.findings.resize(findings);
+    }
+    library.Execute(dropStatement(table.name));
+    const TargetTable keyed = table;
+    table = keyed.withoutKeys();
+    const std::optional<qint64> rows = copied();
+    findKeyFaults(library, keyed, m_report.findings);
+    return rows;
+}
+
 bool Converter::compareTables(Connection& library)
 {
     for (size_t i = 0; i < m_tables.size(); ++i) {
         const qint64 rows = m_report.tables[i].rows;
-        TableCopy copy(m_old.file(), m_tables[i], library);
-        if (!copy.compare(rows, tellRows(u"正在核对"_s, m_tables[i])))
+        TableComparison comparison(m_old.file(), m_tables[i], library, rows);
+        if (!comparison.run(tellRows(u"正在核对"_s, m_tables[i])))
             return false;
         m_rowsDone += rows;
     }
@@ -194,7 +211,7 @@ void Converter::complete(Connection& library)
     findFaults(library, m_report.findings);
 }
 
-TableCopy::Tell Converter::tellRows(const QString& word, const TargetTable& table)
+TellRows Converter::tellRows(const QString& word, const TargetTable& table)
 {
     return [this, word, &table](qint64 rows) {
         if (rows % rowsBetweenLooks != 0 && rows != table.old.rowCount)

@@ -1,115 +1,147 @@
 #include "oldlibraries/TableCopy.h"
 
-#include "oldlibraries/OldFileError.h"
-#include "oldlibraries/OldRows.h"
-#include "oldlibraries/RowValues.h"
+#include "platform/database/Error.h"
 #include "platform/database/SqlPieces.h"
-#include "platform/database/Statement.h"
 
 namespace oldlibraries {
 
 using namespace Qt::StringLiterals;
 using database::SqlPiece;
-using database::sqlWith;
 using database::Statement;
-using runtime::Value;
+using Sort = LibraryValue::Sort;
 
-std::optional<qint64> TableCopy::copy(std::vector<Finding>& findings, const Tell& tell)
+namespace {
+
+/// As the new library writes them.
+constexpr qint64 mostBytesOfLetter = 3;
+
+QString insertStatement(const TargetTable& table)
 {
-    database::createTable(m_library, m_table.name, m_table.columns);
-    Statement insert(
-        m_library, sqlWith(u"insert into %1 (%2) values (%3)"_s,
-                           {SqlPiece::names({m_table.name}), SqlPiece::names(m_table.columnNames()),
-                            SqlPiece::places(1, int(m_table.columns.size()))}));
-    OldRows rows(m_file, m_table.old);
-    qint64 count = 0;
-    while (rows.next()) {
-        bind(insert, rows, ++count, findings);
-        insert.run();
-        if (!tell(count))
+    return database::sqlWith(u"insert into %1 (%2) values (%3)"_s,
+                             {SqlPiece::names({table.name}), SqlPiece::names(table.columnNames()),
+                              SqlPiece::places(1, int(table.columns.size()))});
+}
+
+} // namespace
+
+TableCopy::TableCopy(PageFile& file, const TargetTable& table, database::Connection& library,
+                     std::vector<Finding>& findings)
+    : m_table(table),
+      m_findings(findings),
+      m_longestRow(library.longestValue()),
+      m_rows(file, table.old),
+      m_insert(library, insertStatement(table))
+{
+}
+
+std::optional<qint64> TableCopy::run(const TellRows& tell)
+{
+    while (m_rows.next()) {
+        ++m_row;
+        copyRow();
+        if (!tell(m_row))
             return std::nullopt;
     }
-    if (m_table.numberColumn() >= 0)
-        keepLastNumber();
-    if (count != m_table.old.rowCount)
-        findings.push_back(
-            {m_table.old.name,
-             0,
-             {},
-             QString::number(m_table.old.rowCount),
-             u"旧库记着 %1 行，读到 %2 行，读到的都已转换"_s.arg(m_table.old.rowCount).arg(count)});
-    return count;
+    tellOrder();
+    tellCount();
+    return m_row;
 }
 
-void TableCopy::bind(Statement& insert, OldRows& rows, qint64 row,
-                     std::vector<Finding>& findings) const
+void TableCopy::copyRow()
 {
-    insert.reset();
-    for (size_t i = 0; i < m_table.old.columns.size(); ++i) {
-        const OldColumn& column = m_table.old.columns[i];
-        const Value value = libraryValue(rows, column, int(i));
-        if (value.kind() == Value::Kind::Binary
-            && value.toBytes().size() > m_library.longestValue())
-            throw runtime::Error(u"表“%1”第 %2 行的“%3”太大，不能转换。"_s.arg(m_table.old.name)
-                                     .arg(row)
-                                     .arg(column.name));
-        const QString odd = oddity(value);
-        if (!odd.isEmpty())
-            findings.push_back({m_table.old.name, row, column.name, value.text(), odd});
-        insert.bindValue(int(i) + 1, value);
+    m_rowBytes = 0;
+    m_insert.reset();
+    for (int place = 0; place < int(m_table.columns.size()); ++place) {
+        m_value.read(m_rows, m_table.old.columns[size_t(place)], place);
+        bindValue(place);
+    }
+    insertRow();
+}
+
+/// Takes the value over that was read last.
+void TableCopy::bindValue(int place)
+{
+    const auto key = m_table.columns[size_t(place)].key;
+    if (key != database::ColumnDeclaration::Key::None) {
+        if (m_value.sort == Sort::Null)
+            throw UnfitKeys();
+        if (key == database::ColumnDeclaration::Key::AutoNumber)
+            takeNumber(m_value.whole);
+    }
+    const OldColumn& column = m_table.old.columns[size_t(place)];
+    if (!m_value.oddity.isEmpty())
+        add(m_row, column.name, oldText(m_rows, column, place), m_value.oddity.toString());
+    switch (m_value.sort) {
+    case Sort::Null:
+        return m_insert.bindNull(place + 1);
+    case Sort::Whole:
+        return m_insert.bindInteger(place + 1, m_value.whole);
+    case Sort::Real:
+        return m_insert.bindDouble(place + 1, m_value.real);
+    case Sort::Text:
+        m_rowBytes += mostBytesOfLetter * m_value.text.size();
+        return m_insert.bindValue(place + 1, m_value.text);
+    case Sort::Bytes:
+        m_rowBytes += m_value.bytes.size();
+        return m_insert.bindValue(place + 1, m_value.bytes);
     }
 }
 
-/// A number that was given once, to a row that is gone by now too, is never given again.
-void TableCopy::keepLastNumber() const
+void TableCopy::insertRow()
 {
-    if (m_table.old.lastAutoNumber <= 0)
-        return;
-    Statement numbers(m_library, u"update sqlite_sequence set seq=max(seq,?2) where name=?1"_s);
-    numbers.bind({m_table.name, qint64(m_table.old.lastAutoNumber)});
-    if (numbers.run() > 0)
-        return;
-    Statement first(m_library, u"insert into sqlite_sequence (name,seq) values (?1,?2)"_s);
-    first.bind({m_table.name, qint64(m_table.old.lastAutoNumber)});
-    first.run();
-}
-
-bool TableCopy::compare(qint64 rowCount, const Tell& tell)
-{
-    Statement counted(m_library,
-                      sqlWith(u"select count(*) from %1"_s, {SqlPiece::names({m_table.name})}));
-    if (!counted.step() || counted.integer(0) != rowCount)
-        refuseDifference();
-    Statement stored(m_library, sqlWith(u"select %1 from %2 where rowid=?1"_s,
-                                        {SqlPiece::names(m_table.columnNames()),
-                                         SqlPiece::names({m_table.name})}));
-    const int number = m_table.numberColumn();
-    OldRows rows(m_file, m_table.old);
-    qint64 row = 0;
-    while (rows.next()) {
-        stored.reset();
-        stored.bindInteger(1, number >= 0 ? rows.integer(number) : row + 1);
-        ++row;
-        if (!stored.step())
-            refuseDifference();
-        for (int i = 0; i < int(m_table.columns.size()); ++i) {
-            if (!isStored(libraryValue(rows, m_table.old.columns[size_t(i)], i), stored, i))
-                refuseDifference();
+    try {
+        if (m_rowBytes <= m_longestRow) {
+            m_insert.run();
+            return;
         }
-        if (!tell(row))
-            return false;
+    } catch (const database::Error& error) {
+        if (error.failure() != database::Failure::Value)
+            throw;
+        if (m_table.hasKeys())
+            throw UnfitKeys();
     }
-    if (row != rowCount)
-        refuseDifference();
-    return true;
+    throw runtime::Error(
+        u"表“%1”第 %2 行的内容太长，不能转换。"_s.arg(m_table.old.name).arg(m_row));
 }
 
-void TableCopy::refuseDifference() const
+void TableCopy::takeNumber(qint64 number)
 {
-    m_file.checkUnchanged();
-    throw OldFileError(OldFileFailure::Unreadable,
-                       u"%1 的表“%2”两次读出的内容不同，没有转换。硬盘可能有问题。"_s.arg(
-                           m_file.path(), m_table.old.name));
+    m_isAscending = m_isAscending && (m_row == 1 || number > m_lastNumber);
+    m_lastNumber = number;
+}
+
+void TableCopy::add(qint64 row, const QString& column, const QString& value, const QString& done)
+{
+    m_findings.push_back({m_table.old.name, row, column, value, done});
+}
+
+void TableCopy::tellOrder()
+{
+    if (!m_isAscending)
+        add(0, m_table.columns[size_t(m_table.numberColumn())].name, {},
+            u"旧库里的行不按这个编号的次序，新库里按它的次序"_s);
+}
+
+void TableCopy::tellCount()
+{
+    if (m_row != m_table.old.rowCount)
+        add(0, {}, QString::number(m_table.old.rowCount),
+            u"旧库记着 %1 行，读到 %2 行；读到的都已转换，请核对"_s.arg(m_table.old.rowCount)
+                .arg(m_row));
+}
+
+void keepLastNumber(database::Connection& library, const TargetTable& table)
+{
+    const qint64 last = table.old.lastAutoNumber;
+    if (table.numberColumn() < 0 || last <= 0)
+        return;
+    Statement raised(library, u"update sqlite_sequence set seq=max(seq,?2) where name=?1"_s);
+    raised.bind({table.name, last});
+    if (raised.run() > 0)
+        return;
+    Statement added(library, u"insert into sqlite_sequence (name,seq) values (?1,?2)"_s);
+    added.bind({table.name, last});
+    added.run();
 }
 
 } // namespace oldlibraries

@@ -3,44 +3,58 @@
 #include <functional>
 #include <optional>
 
-#include "oldlibraries/OldRows.h"
-#include "oldlibraries/PageFile.h"
+#include "oldlibraries/LibraryValue.h"
 #include "oldlibraries/TargetTables.h"
 #include "platform/database/Connection.h"
 #include "platform/database/Statement.h"
 
 namespace oldlibraries {
 
-/// The work on one table of an old library: its rows go over, and are compared.
+/// Called after a row with how many are done; false ends the work.
+using TellRows = std::function<bool(qint64 rows)>;
+
+/// The keys of a table do not suit its rows: a value is missing, or stands there twice.
+class UnfitKeys
+{
+};
+
+/// Takes the rows of an old table over into the new library, which has the table already.
 class TableCopy
 {
 public:
-    /// Called after a row with how many are done; false ends the work.
-    using Tell = std::function<bool(qint64 rows)>;
+    /// What a user has to know of the values is added to the findings.
+    TableCopy(PageFile& file, const TargetTable& table, database::Connection& library,
+              std::vector<Finding>& findings);
 
-    TableCopy(PageFile& file, const TargetTable& table, database::Connection& library)
-        : m_file(file), m_table(table), m_library(library)
-    {
-    }
-
-    /// Makes the table and copies all rows; their number, or nothing if it was ended. Values that
-    /// are odd are added to the findings. Call within a WriteBatch. Throws OldFileError and
-    /// database::Error.
-    std::optional<qint64> copy(std::vector<Finding>& findings, const Tell& tell);
-
-    /// Reads the old table anew and compares each value with the one in the library. False if it
-    /// was ended. Throws OldFileError and database::Error.
-    bool compare(qint64 rows, const Tell& tell);
+    /// Copies all rows in their order and gives their number; nothing if it was ended. Call within
+    /// a WriteBatch. Throws UnfitKeys, OldFileError, and runtime::Error for a row that is too long
+    /// or cannot be written.
+    std::optional<qint64> run(const TellRows& tell);
 
 private:
-    void bind(database::Statement& insert, OldRows& rows, qint64 row,
-              std::vector<Finding>& findings) const;
-    void keepLastNumber() const;
-    [[noreturn]] void refuseDifference() const;
+    void copyRow();
+    void bindValue(int place);
+    void insertRow();
+    void takeNumber(qint64 number);
+    void add(qint64 row, const QString& column, const QString& value, const QString& done);
+    void tellOrder();
+    void tellCount();
 
-    PageFile& m_file;
     const TargetTable& m_table;
-    database::Connection& m_library;
+    std::vector<Finding>& m_findings;
+    const qint64 m_longestRow;
+    OldRows m_rows;
+    database::Statement m_insert;
+    LibraryValue m_value;
+    qint64 m_row = 0;
+    /// Of the texts and pictures of this row.
+    qint64 m_rowBytes = 0;
+    qint64 m_lastNumber = 0;
+    bool m_isAscending = true;
 };
+
+/// Sees to it that a number which was given once, to a row that may be gone by now, is never given
+/// again. Throws database::Error.
+void keepLastNumber(database::Connection& library, const TargetTable& table);
 
 } // namespace oldlibraries

@@ -160,17 +160,21 @@ QString possibleName(const QString& name)
 class Names
 {
 public:
-    explicit Names(const QStringList& taken)
+    /// Those of the old library, and others that are not to be had.
+    explicit Names(const QStringList& old, const QStringList& others = {})
     {
-        for (const QString& name : taken)
+        for (const QString& name : others)
+            m_others.insert(name.toLower());
+        for (const QString& name : old)
             m_taken.insert(name.toLower());
+        m_taken.unite(m_others);
     }
 
-    /// The name itself if it is possible, otherwise one like it that is free.
-    QString changed(const QString& name)
+    /// The name itself if it can be had, otherwise one like it that is free.
+    QString target(const QString& name)
     {
         QString free = possibleName(name);
-        if (free == name)
+        if (free == name && !m_others.contains(name.toLower()))
             return name;
         while (m_taken.contains(free.toLower()))
             free += u'_';
@@ -180,7 +184,18 @@ public:
 
 private:
     QSet<QString> m_taken;
+    QSet<QString> m_others;
 };
+
+QStringList indexNames(database::Connection& emptyLibrary)
+{
+    QStringList names;
+    database::Statement indexes(emptyLibrary,
+                                u"select name from sqlite_master where type='index'"_s);
+    while (indexes.step())
+        names.append(indexes.text(0));
+    return names;
+}
 
 QStringList namesOf(const std::vector<OldTable>& tables)
 {
@@ -194,7 +209,7 @@ void renameColumns(TargetTable& table, std::vector<Finding>& findings)
 {
     Names names(table.columnNames());
     for (ColumnDeclaration& column : table.columns) {
-        const QString name = names.changed(column.name);
+        const QString name = names.target(column.name);
         if (name != column.name)
             findings.push_back({table.name, 0, column.name, {}, u"列改名为“%1”"_s.arg(name)});
         column.name = name;
@@ -219,14 +234,32 @@ QStringList TargetTable::columnNames() const
     return names;
 }
 
+bool TargetTable::hasKeys() const
+{
+    return std::any_of(columns.begin(), columns.end(),
+                       [](const auto& column) { return column.key != Key::None; });
+}
+
+TargetTable TargetTable::withoutKeys() const
+{
+    TargetTable plain = *this;
+    for (size_t i = 0; i < columns.size(); ++i) {
+        ColumnDeclaration& column = plain.columns[i];
+        if (column.key == Key::AutoNumber)
+            column.type = ownDeclaration(old.columns[i]).type;
+        column.key = Key::None;
+    }
+    return plain;
+}
+
 std::vector<TargetTable> targetTables(const std::vector<OldTable>& oldTables,
                                       database::Connection& emptyLibrary,
                                       std::vector<Finding>& findings)
 {
     std::vector<TargetTable> tables;
-    Names names(namesOf(oldTables));
+    Names names(namesOf(oldTables), indexNames(emptyLibrary));
     for (const OldTable& old : oldTables) {
-        TargetTable table{old, names.changed(old.name),
+        TargetTable table{old, names.target(old.name),
                           columnsOf(old, database::columnDeclarations(emptyLibrary, old.name))};
         if (table.name != old.name)
             findings.push_back({old.name, 0, {}, {}, u"表改名为“%1”"_s.arg(table.name)});

@@ -20,6 +20,9 @@ struct TargetTable
     /// The column that numbers the rows; -1 for none.
     int numberColumn() const;
     QStringList columnNames() const;
+    bool hasKeys() const;
+    /// The same table with columns that can hold anything any number of times.
+    TargetTable withoutKeys() const;
 };
 
 /// Decides how the tables of an old library stand in the new one, in their order. What the empty

@@ -30,6 +30,14 @@ void Connection::Open(const QString& path, const FileShape& shape)
     d->identity = FileIdentity::of(d->path);
 }
 
+void Connection::OpenUnfinished(const QString& path)
+{
+    Open(path);
+    // A write that fails can still be taken back; what does not survive is a crash, nor does the
+    // file.
+    runOnEngine(d->handle.get(), "PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF;");
+}
+
 void Connection::Close()
 {
     // Recordsets that are still open would keep an open batch, and its lock, alive.

@@ -29,6 +29,10 @@ public:
     /// open before stays open.
     void Open(const QString& path, const FileShape& shape = {});
 
+    /// Opens a file that nobody else has yet, to fill it: no write waits for the disk, to which the
+    /// caller brings the whole file at the end. Throws Error.
+    void OpenUnfinished(const QString& path);
+
     /// Runs a statement that returns no rows. `delete * from T` and
     /// `ALTER TABLE T add COLUMN name type` are understood as they stand. Throws Error.
     void Execute(const QString& sql, Trust trust = Trust::Program);

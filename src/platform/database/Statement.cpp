@@ -376,6 +376,16 @@ QString Statement::text(int column) const
     return QString::fromUtf8(bytes, sqlite3_column_bytes(statement, column));
 }
 
+QByteArrayView Statement::bytes(int column) const
+{
+    sqlite3_stmt* statement = d->statement.get();
+    const int type = sqlite3_column_type(statement, column);
+    if (type != SQLITE_TEXT && type != SQLITE_BLOB)
+        return {};
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+    return {bytes, sqlite3_column_bytes(statement, column)};
+}
+
 Value Statement::value(int column) const
 {
     sqlite3_stmt* statement = d->statement.get();

@@ -70,6 +70,9 @@ public:
     /// Length in bytes of a text or picture; 0 for anything else.
     qint64 size(int column) const;
     QString text(int column) const;
+    /// The bytes of a text (as UTF-8) or a picture, which stand until the next row; none of
+    /// anything else.
+    QByteArrayView bytes(int column) const;
     /// The value with the type that the engine stores.
     runtime::Value value(int column) const;
     /// The value with the type that the column declares; one of another sort comes as it is stored.

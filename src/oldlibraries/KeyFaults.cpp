@@ -1,0 +1,50 @@
+#include "oldlibraries/KeyFaults.h"
+
+#include "platform/database/SqlPieces.h"
+#include "platform/database/Statement.h"
+
+namespace oldlibraries {
+
+using namespace Qt::StringLiterals;
+using database::ColumnDeclaration;
+using database::SqlPiece;
+using database::Statement;
+using Key = ColumnDeclaration::Key;
+
+namespace {
+
+void findFaults(database::Connection& library, const TargetTable& table,
+                const ColumnDeclaration& column, std::vector<Finding>& findings)
+{
+    Statement rows(library, database::sqlWith(
+                                u"select rowid, %1 from %2 where %1 is null or %1 in "
+                                "(select %1 from %2 group by %1 having count(*)>1) "
+                                "order by rowid"_s,
+                                {SqlPiece::names({column.name}), SqlPiece::names({table.name})}));
+    const QString missing = u"没有值，照原样保存"_s;
+    const QString repeated = u"几行都是这个值，照原样保存"_s;
+    while (rows.step())
+        findings.push_back({table.old.name, rows.integer(0), column.name, rows.text(1),
+                            rows.isNull(1) ? missing : repeated});
+}
+
+} // namespace
+
+void findKeyFaults(database::Connection& library, const TargetTable& keyed,
+                   std::vector<Finding>& findings)
+{
+    for (const ColumnDeclaration& column : keyed.columns) {
+        if (column.key == Key::None)
+            continue;
+        findings.push_back({keyed.old.name,
+                            0,
+                            column.name,
+                            {},
+                            column.key == Key::AutoNumber
+                                ? u"有空的或重复的编号，新库里这一列不能自动编号"_s
+                                : u"有空的或重复的值，新库里这一列不再防止重复"_s});
+        findFaults(library, keyed, column, findings);
+    }
+}
+
+} // namespace oldlibraries
