@@ -20,6 +20,4 @@ void completeLibrary(database::Connection& library, const QString& templateFile,
     addMissingIndexes(library, emptyLibrary, findings);
 }
 
-void findFaults(database::Connection&, std::vector<Finding>&) {}
-
 } // namespace oldlibraries

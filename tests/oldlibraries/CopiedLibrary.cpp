@@ -9,9 +9,7 @@ using namespace Qt::StringLiterals;
 using database::SqlPiece;
 using oldlibraries::Finding;
 
-namespace {
-
-QString text(const std::vector<Finding>& findings)
+QString findingTexts(const std::vector<Finding>& findings)
 {
     QStringList lines;
     for (const Finding& finding : findings)
@@ -20,8 +18,6 @@ QString text(const std::vector<Finding>& findings)
                          .join(u'|'));
     return lines.join(u'\n');
 }
-
-} // namespace
 
 CopiedLibrary::CopiedLibrary(const QStringList& subjects) : m_made(subjects)
 {
@@ -79,12 +75,12 @@ QString CopiedLibrary::complete()
     database::WriteBatch batch(conn);
     oldlibraries::completeLibrary(conn, m_made.paths.templateFile(), findings);
     batch.commit();
-    return text(findings);
+    return findingTexts(findings);
 }
 
 QString CopiedLibrary::faults()
 {
     std::vector<Finding> findings;
     oldlibraries::findFaults(conn, findings);
-    return text(findings);
+    return findingTexts(findings);
 }

@@ -6,6 +6,9 @@
 #include "platform/database/ColumnDeclaration.h"
 #include "support/TestLibrary.h"
 
+/// The findings, a line each, their members joined by "|".
+QString findingTexts(const std::vector<oldlibraries::Finding>& findings);
+
 /// A library as the copying of an old one leaves it, with these subjects and totals, of which tests
 /// take away what an older one lacks.
 class CopiedLibrary
@@ -26,7 +29,7 @@ public:
     void remake(const QString& table, const std::vector<database::ColumnDeclaration>& columns);
     void removeColumn(const QString& table, const QString& column);
 
-    /// The findings, a line each, their members joined by "|".
+    /// What they find, as findingTexts.
     QString complete();
     QString faults();
     const QString& path() const { return m_made.scores.LibPath; }
