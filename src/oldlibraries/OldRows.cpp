@@ -238,10 +238,13 @@ void OldRows::splitRow(std::string_view row)
     const bool hasVariable = m_firstVariable < columns;
     const VariableParts variables = hasVariable ? VariableParts(row) : VariableParts();
     const int fixedEnd = hasVariable ? variables.begin(0) : int(row.size());
-    for (size_t i = 0; i < m_parts.size(); ++i) {
-        const OldColumn& column = m_table.columns[i];
-        m_parts[i] = {};
-        if (column.number >= columns || !isSet(mask, column.number))
+    std::fill_n(m_parts.begin(), m_knownColumns, Part());
+    m_knownColumns = 0;
+    for (const OldColumn& column : m_table.columns) {
+        if (column.number >= columns)
+            break;
+        const size_t i = m_knownColumns++;
+        if (!isSet(mask, column.number))
             continue;
         if (column.type == OldType::Boolean) {
             m_parts[i] = {row.data(), 0};

@@ -72,6 +72,8 @@ private:
     int m_row = -1;
     qint64 m_rowsFound = 0;
     std::vector<Part> m_parts;
+    /// Columns that the row knows, the first ones.
+    size_t m_knownColumns = 0;
 };
 
 } // namespace oldlibraries
