@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 #include "oldlibraries/MissingTables.h"
 #include "oldlibraries/TableRebuild.h"
@@ -66,13 +67,16 @@ public:
           m_present(database::columnDeclarations(library, table)),
           m_known(std::move(known))
     {
-        m_strange =
+        m_head =
             head(m_present, m_known.size(), database::columnDeclarations(library, u"成绩表"_s));
+        m_strange = m_head;
         std::erase_if(m_strange, [&](const auto& column) { return holds(m_known, column.name); });
         if (columnsByPlace().contains(table))
             planByPlace();
         else
             planByName();
+        if (table == u"考试名称表"_s)
+            keepOrderOfHead();
     }
 
     const QStringList& missing() const { return m_missing; }
@@ -92,6 +96,17 @@ private:
     {
         for (const ColumnDeclaration& column : m_known)
             m_wanted.push_back(columnAtPlaceOf(column));
+        addRest();
+    }
+
+    /// Of 考试名称表 only the place is asked for where the subjects begin.
+    void keepOrderOfHead()
+    {
+        const Columns planned = std::exchange(m_wanted, m_head);
+        for (const ColumnDeclaration& column : planned) {
+            if (holds(m_known, column.name) && !holds(m_wanted, column.name))
+                m_wanted.push_back(column);
+        }
         addRest();
     }
 
@@ -140,6 +155,8 @@ private:
     QString m_table;
     Columns m_present;
     Columns m_known;
+    /// Those ahead of the subjects.
+    Columns m_head;
     /// Columns of other names that can stand where the program asks for no name.
     Columns m_strange;
     Columns m_wanted;

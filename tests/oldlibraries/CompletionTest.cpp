@@ -151,24 +151,33 @@ TEST(Completion, RowsThatHaveNoNumberGetOne)
 
 TEST(Completion, TheFixedColumnsOfExamsStandAheadOfTheSubjects)
 {
-    const QString usual = u"ID 考试名称 科类 考试编号 备注 语文 总分"_s;
     const struct
     {
         QStringList before;
         QString after;
         int findings;
     } tables[] = {
-        {{u"ID"_s, u"考试名称"_s, u"科类"_s, u"考试编号"_s, u"语文"_s, u"总分"_s}, usual, 1},
-        {{u"考试名称"_s, u"科类"_s, u"考试编号"_s, u"语文"_s, u"总分"_s}, usual, 2},
-        {{u"考试名称"_s, u"科类"_s, u"语文"_s, u"总分"_s}, usual, 3},
-        {{u"科类"_s, u"考试名称"_s, u"备注"_s, u"语文"_s, u"总分"_s}, usual, 2},
-        {{u"考试名称"_s, u"科类"_s, u"考试编号"_s, u"语文"_s, u"总分"_s, u"备注"_s}, usual, 1},
+        {{u"ID"_s, u"考试名称"_s, u"科类"_s, u"考试编号"_s, u"语文"_s, u"总分"_s},
+         u"ID 考试名称 科类 考试编号 备注 语文 总分"_s,
+         1},
+        {{u"考试名称"_s, u"科类"_s, u"考试编号"_s, u"语文"_s, u"总分"_s},
+         u"考试名称 科类 考试编号 ID 备注 语文 总分"_s,
+         2},
+        {{u"考试名称"_s, u"科类"_s, u"语文"_s, u"总分"_s},
+         u"考试名称 科类 ID 考试编号 备注 语文 总分"_s,
+         3},
+        {{u"科类"_s, u"考试名称"_s, u"备注"_s, u"语文"_s, u"总分"_s},
+         u"科类 考试名称 备注 ID 考试编号 语文 总分"_s,
+         2},
+        {{u"考试名称"_s, u"科类"_s, u"考试编号"_s, u"语文"_s, u"总分"_s, u"备注"_s},
+         u"考试名称 科类 考试编号 ID 备注 语文 总分"_s,
+         1},
         // At the places that nothing calls by name anything can stand.
         {{u"考试编号"_s, u"考试名称"_s, u"科类"_s, u"考试时间"_s, u"说明"_s, u"语文"_s, u"总分"_s},
          u"考试编号 考试名称 科类 考试时间 说明 语文 总分"_s,
          0},
         {{u"考试名称"_s, u"科类"_s, u"考试编号"_s, u"考试时间"_s, u"语文"_s, u"总分"_s},
-         u"考试时间 考试名称 科类 考试编号 备注 语文 总分"_s,
+         u"考试名称 科类 考试编号 考试时间 备注 语文 总分"_s,
          1},
         // The first subject is unknown to 成绩表, and behind the fifth column all the same.
         {{u"ID"_s, u"考试名称"_s, u"科类"_s, u"考试编号"_s, u"备注"_s, u"体育"_s, u"语文"_s,
