@@ -107,10 +107,11 @@ private:
             return addWithStudent(m_noId, u"id"_s, {});
         if (!id.isNumber() || !m_students.contains(m_rows.integer(idField)))
             return addWithStudent(m_nobody, u"id"_s, id.text());
-        const std::pair place{m_current->number, m_rows.integer(idField)};
-        if (m_places.contains(place))
-            addWithStudent(m_twice, u"id"_s, id.text());
+        const quint64 place = quint64(m_current->number) << 32 | quint32(m_rows.integer(idField));
+        const qsizetype before = m_places.size();
         m_places.insert(place);
+        if (m_places.size() == before)
+            addWithStudent(m_twice, u"id"_s, id.text());
     }
 
     void lookAtScores()
@@ -174,7 +175,8 @@ private:
     /// By the exams' numbers.
     QStringList m_names;
     std::vector<qint64> m_rowCounts;
-    QSet<std::pair<int, qint64>> m_places;
+    /// Number of the exam and ID of the student, in 32 bits each.
+    QSet<quint64> m_places;
     /// The exam of the row.
     QString m_exam;
     QString m_stream;
