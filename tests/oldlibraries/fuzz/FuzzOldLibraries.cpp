@@ -1,9 +1,11 @@
-// Reads mutated files of the old engine, every cell of every table.
+// Reads mutated files of the old engine, every cell of every table. With `--template FILE`, the
+// empty library, those that can be read are converted too.
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
+#include "oldlibraries/Conversion.h"
 #include "oldlibraries/OldDatabase.h"
 #include "oldlibraries/OldFileError.h"
 #include "oldlibraries/OldRows.h"
@@ -77,18 +79,24 @@ protected:
     Outcome readInput(const QString& path) override;
 
 private:
+    Outcome convertInput(const QString& path);
+
+    QString m_templateFile;
     std::vector<QByteArray> m_smallSeeds;
     std::vector<QByteArray> m_samples;
 };
 
 FuzzOldLibraries::FuzzOldLibraries(const QStringList& arguments) : FuzzRun(arguments)
 {
+    if (const qsizetype at = arguments.indexOf(u"--template"_s); at >= 0)
+        m_templateFile = arguments.value(at + 1);
     const QString small = QDir(folder()).filePath(u"seed.bin"_s);
     for (const support::OldMapForm map :
          {support::OldMapForm::Bits, support::OldMapForm::PagesOfBits}) {
         writeSmallFile(small, map);
         m_smallSeeds.push_back(readAll(small));
     }
+    QFile::remove(small);
     const QDir samples(QStringLiteral(YUNSHAN_FIXTURES));
     for (const QString& name : samples.entryList({u"*.CJK"_s}, QDir::Files, QDir::Name))
         m_samples.push_back(readAll(samples.filePath(name)));
@@ -159,13 +167,38 @@ FuzzOldLibraries::Outcome FuzzOldLibraries::readInput(const QString& path)
         qint64 size = 0;
         for (const OldTable& table : database.readTables())
             size += readTable(database, table);
-        return size <= 2 * database.file().size() ? Outcome::Read : Outcome::Wrong;
+        if (size > 2 * database.file().size())
+            return Outcome::Wrong;
+        return m_templateFile.isEmpty() ? Outcome::Read : convertInput(path);
     } catch (const OldFileError& error) {
         const bool isAnswer = error.failure() != OldFileFailure::Missing
                               && error.failure() != OldFileFailure::Unreadable
                               && error.failure() != OldFileFailure::Changed;
         return isAnswer ? Outcome::Refused : Outcome::Wrong;
     }
+}
+
+/// Whatever comes of it, the old file stays as it was, and nothing but a whole new one stands
+/// beside.
+FuzzOldLibraries::Outcome FuzzOldLibraries::convertInput(const QString& path)
+{
+    const QByteArray before = readAll(path);
+    oldlibraries::ConversionRequest request;
+    request.oldPath = path;
+    request.newPath = QDir(folder()).filePath(u"new.CJK"_s);
+    request.templateFile = m_templateFile;
+    runtime::NoProgress progress;
+    bool isConverted = false;
+    try {
+        isConverted = oldlibraries::convert(request, progress).has_value();
+    } catch (const runtime::Error&) {
+    }
+    const bool stands = QFile::remove(request.newPath);
+    const bool isLeftClean = QDir(folder()).entryList(QDir::Files | QDir::Hidden)
+                             == QStringList{QFileInfo(path).fileName()};
+    if (stands != isConverted || !isLeftClean || readAll(path) != before)
+        return Outcome::Wrong;
+    return isConverted ? Outcome::Read : Outcome::Refused;
 }
 
 } // namespace
