@@ -14,6 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// The old engine's own limit. A file can be said to be larger than the disk.
+constexpr qint64 largestFile = qint64(2) << 30;
 /// The table of all things that the file holds.
 constexpr quint32 objectsPage = 2;
 constexpr qint64 tableObject = 1;
@@ -59,6 +61,9 @@ OldDatabase::OldDatabase(const QString& path) : m_file(path)
     const QByteArray first = m_file.firstBytes();
     if (!FileHeader::isRecognised(first))
         throw OldFileError(OldFileFailure::Foreign, u"%1 不是旧格式的成绩库。"_s.arg(path));
+    if (m_file.size() > largestFile)
+        throw OldFileError(OldFileFailure::Foreign,
+                           u"%1 超过 2 GB，不是旧格式的成绩库。"_s.arg(path));
     if (first.size() < PageFile::pageSize)
         m_file.refuseCutOff();
     m_header = FileHeader::fromPage(first);

@@ -174,6 +174,16 @@ TEST_F(RefusedOldFile, IsKnownByItsFirstBytesAlone)
     EXPECT_EQ(refusalOf(whole.left(20)), cutOff());
 }
 
+TEST_F(RefusedOldFile, IsLargerThanTheOldEngineMakesThem)
+{
+    support::write(path(), whole);
+    ASSERT_TRUE(QFile::resize(path(), (qint64(2) << 30) + 1));
+    EXPECT_EQ(tests::oldRefusal(path()),
+              refusal(OldFileFailure::Foreign, u"%1 超过 2 GB，不是旧格式的成绩库。"_s));
+    ASSERT_TRUE(QFile::resize(path(), qint64(2) << 30));
+    EXPECT_NO_THROW(tests::readAllCells(path()));
+}
+
 TEST_F(RefusedOldFile, IsOfAnotherVersion)
 {
     for (const char version : {'\0', '\2', '\3', '\xFF'}) {
