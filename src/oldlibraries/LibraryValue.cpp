@@ -89,6 +89,8 @@ void LibraryValue::takeReal(double number)
 {
     sort = Sort::Real;
     real = number;
+    if (std::isfinite(number))
+        return;
     if (std::isnan(number))
         oddity = u"不是数，新库里是空值";
     else if (std::isinf(number))

@@ -259,12 +259,6 @@ void OldRows::splitRow(std::string_view row)
     }
 }
 
-bool OldRows::isNull(int column) const
-{
-    return m_table.columns[size_t(column)].type != OldType::Boolean
-           && m_parts[size_t(column)].data == nullptr;
-}
-
 std::string_view OldRows::part(int column, int leastSize) const
 {
     const Part& found = m_parts[size_t(column)];

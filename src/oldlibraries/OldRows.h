@@ -26,7 +26,11 @@ public:
     bool next();
 
     /// Also true for a row stored before the column came. A Boolean is never null.
-    bool isNull(int column) const;
+    bool isNull(int column) const
+    {
+        return m_parts[size_t(column)].data == nullptr
+               && m_table.columns[size_t(column)].type != OldType::Boolean;
+    }
     bool boolean(int column) const;
     /// Of Byte, Integer and Long.
     qint64 integer(int column) const;

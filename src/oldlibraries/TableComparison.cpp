@@ -15,9 +15,9 @@ using Sort = LibraryValue::Sort;
 
 namespace {
 
-QString rowStatement(const TargetTable& table)
+QString rowsStatement(const TargetTable& table)
 {
-    return database::sqlWith(u"select %1 from %2 where rowid=?1"_s,
+    return database::sqlWith(u"select %1, rowid from %2 where rowid>=?1 order by rowid"_s,
                              {SqlPiece::names(table.columnNames()), SqlPiece::names({table.name})});
 }
 
@@ -31,7 +31,7 @@ TableComparison::TableComparison(PageFile& file, const TargetTable& table,
       m_rowCount(rowCount),
       m_numberColumn(table.numberColumn()),
       m_rows(file, table.old),
-      m_stored(library, rowStatement(table))
+      m_stored(library, rowsStatement(table))
 {
 }
 
@@ -58,13 +58,22 @@ void TableComparison::checkCount() const
         refuse();
 }
 
+/// Goes to the row of that number in the new library; it is mostly the next one.
+void TableComparison::go(qint64 number)
+{
+    const int numberPlace = int(m_table.columns.size());
+    if (m_row > 1 && m_stored.step() && m_stored.integer(numberPlace) == number)
+        return;
+    m_stored.reset();
+    m_stored.bindInteger(1, number);
+    if (!m_stored.step() || m_stored.integer(numberPlace) != number)
+        refuse();
+}
+
 /// Rows stand under their number, or in the order in which they came.
 void TableComparison::compareRow()
 {
-    m_stored.reset();
-    m_stored.bindInteger(1, m_numberColumn < 0 ? m_row : m_rows.integer(m_numberColumn));
-    if (!m_stored.step())
-        refuse();
+    go(m_numberColumn < 0 ? m_row : m_rows.integer(m_numberColumn));
     for (int column = 0; column < int(m_table.columns.size()); ++column) {
         m_value.read(m_rows, m_table.old.columns[size_t(column)], column);
         if (!isStored(column))

@@ -20,6 +20,7 @@ public:
 
 private:
     void checkCount() const;
+    void go(qint64 number);
     void compareRow();
     bool isStored(int column) const;
     [[noreturn]] void refuse() const;
