@@ -61,16 +61,9 @@ void TableCopy::copyRow()
 /// Takes the value over that was read last.
 void TableCopy::bindValue(int place)
 {
-    const auto key = m_table.columns[size_t(place)].key;
-    if (key != database::ColumnDeclaration::Key::None) {
-        if (m_value.sort == Sort::Null)
-            throw UnfitKeys();
-        if (key == database::ColumnDeclaration::Key::AutoNumber)
-            takeNumber(m_value.whole);
-    }
-    const OldColumn& column = m_table.old.columns[size_t(place)];
+    checkKey(m_table.columns[size_t(place)].key);
     if (!m_value.oddity.isEmpty())
-        add(m_row, column.name, oldText(m_rows, column, place), m_value.oddity.toString());
+        tellOddity(place);
     switch (m_value.sort) {
     case Sort::Null:
         return m_insert.bindNull(place + 1);
@@ -85,6 +78,22 @@ void TableCopy::bindValue(int place)
         m_rowBytes += m_value.bytes.size();
         return m_insert.bindValue(place + 1, m_value.bytes);
     }
+}
+
+void TableCopy::checkKey(database::ColumnDeclaration::Key key)
+{
+    if (key == database::ColumnDeclaration::Key::None)
+        return;
+    if (m_value.sort == Sort::Null)
+        throw UnfitKeys();
+    if (key == database::ColumnDeclaration::Key::AutoNumber)
+        takeNumber(m_value.whole);
+}
+
+void TableCopy::tellOddity(int place)
+{
+    const OldColumn& column = m_table.old.columns[size_t(place)];
+    add(m_row, column.name, oldText(m_rows, column, place), m_value.oddity.toString());
 }
 
 void TableCopy::insertRow()

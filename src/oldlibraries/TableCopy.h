@@ -34,6 +34,8 @@ public:
 private:
     void copyRow();
     void bindValue(int place);
+    void checkKey(database::ColumnDeclaration::Key key);
+    void tellOddity(int place);
     void insertRow();
     void takeNumber(qint64 number);
     void add(qint64 row, const QString& column, const QString& value, const QString& done);
