@@ -20,6 +20,7 @@ class Wrong(Enum):
     LIBRARY = "the library is not whole"
     COPY = "a copy is missing or not whole"
     BOOK = "a saved workbook is not whole"
+    INPUT = "a file that is only read was changed"
     LEFT_OVER = "temporary files are left over"
     CRASH = "the program crashed or hung"
     AGAIN = "the run cannot be repeated after the kill"
@@ -89,6 +90,7 @@ class Look:
             self.complain(Wrong.COPY, f"{lost} earlier copies are gone")
 
     def library_and_copies(self, is_success=False):
+        self.inputs()
         state = self.state()
         changed = state is not None and state != self.scenario.before
         self.copies(self.scenario.makes_copies and (is_success or changed))
@@ -103,6 +105,17 @@ class Look:
             except NotWhole as error:
                 self.complain(Wrong.BOOK, str(error))
         return found
+
+    def inputs(self):
+        """What the run was given besides the library is as it was."""
+        for path in self.scenario.folder.iterdir():
+            if path.name.startswith(LIBRARY) or not path.is_file():
+                continue
+            kept = self.place / path.name
+            if not kept.exists() or kept.read_bytes() != path.read_bytes():
+                self.complain(Wrong.INPUT, path.name)
+            elif kept.stat().st_mtime_ns != path.stat().st_mtime_ns:
+                self.complain(Wrong.INPUT, f"{path.name}: its date")
 
     def left_over(self):
         expected = {path.name for path in self.scenario.folder.iterdir()}

@@ -60,10 +60,11 @@ def copies(library):
 
 
 def workbook(path):
-    """The parts of a workbook but its date. Throws NotWhole."""
+    """The parts of a workbook but its date, without the folder that the run had. Throws NotWhole."""
+    place = bytes(path.parents[1])
     try:
         with zipfile.ZipFile(path) as book:
-            return {name: book.read(name) for name in book.namelist()
+            return {name: book.read(name).replace(place, b"") for name in book.namelist()
                     if name != "docProps/core.xml"}
     except (zipfile.BadZipFile, EOFError, OSError) as error:
         raise NotWhole(f"{path.name}: {error}") from error

@@ -10,7 +10,10 @@ import injection
 import libraries
 from injection import yunshan
 
+import oldsamples
+
 LIBRARY = "试验.CJK"
+OLD = "旧库.CJK"
 SUBJECTS = ("语文", "数学", "英语")
 BEFORE, AFTER = "before", "after"
 # 综合分析完毕！ is none of them: it is told before the workbooks are saved.
@@ -227,6 +230,19 @@ def new_scenarios(books, scored, crashed):
     yield Scenario("new over a crashed library", crashed, (*new, "--force"))
 
 
+def conversion_scenarios(make, crashed):
+    place = make.folder / "old"
+    place.mkdir()
+    (place / OLD).write_bytes(oldsamples.data(oldsamples.SMALL))
+    convert = ("yunshan-cli", "convert", OLD, LIBRARY)
+    yield Scenario("conversion", place, convert)
+    replaced = make.copied("replaced", crashed)
+    (replaced / "out").mkdir()
+    shutil.copy2(place / OLD, replaced)
+    yield Scenario("conversion over a crashed library", replaced,
+                   (*convert, "--force", "--report", "out/报告.xlsx"))
+
+
 def all_scenarios(programs, folder):
     """All scenarios, their libraries prepared in the folder."""
     make = Preparation(programs, folder)
@@ -250,6 +266,7 @@ def all_scenarios(programs, folder):
         reclass_scenario(scored),
         photo_scenario(make, scored),
         *new_scenarios(books, scored, crashed),
+        *conversion_scenarios(make, crashed),
         Scenario("analysis", scored, cli("analyze", "--exam", "期中", "--out", "out", "--force")),
         Scenario("score export", exported,
                  cli("export", "--exam", "期中", "--subjects", "语文,总分", "--classes", "1,2",
