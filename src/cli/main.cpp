@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <csignal>
+#include <new>
 
 #include <QCoreApplication>
 
@@ -71,6 +72,9 @@ int run(const QStringList& arguments)
 {
     try {
         return int(runProgram(arguments));
+    } catch (const std::bad_alloc&) {
+        printError(u"内存不足。"_s);
+        return int(Exit::Error);
     } catch (const std::exception& error) {
         printError(QString::fromUtf8(error.what()));
         return int(Exit::Error);
