@@ -2,19 +2,18 @@
 
 #include <optional>
 
-#include <QFile>
 #include <QFileInfo>
 
 #include "library/ColumnNames.h"
 #include "library/FormulaTrim.h"
 #include "library/LibraryShape.h"
 #include "platform/database/Compact.h"
+#include "platform/database/EmptyLibrary.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/FileErrors.h"
 #include "platform/runtime/TextFile.h"
 #include "platform/runtime/Trap.h"
 #include "platform/runtime/UnfinishedFile.h"
@@ -24,7 +23,6 @@ namespace library {
 using namespace Qt::StringLiterals;
 using runtime::Answer;
 using runtime::Buttons;
-using runtime::fileErrorText;
 using runtime::Icon;
 using runtime::MsgBox;
 using runtime::Trap;
@@ -150,7 +148,7 @@ void NewLibrary::makeFile(const QStringList& subjects) const
 {
     const QString target = database::realPath(m_library.LibPath);
     database::checkPathLength(target);
-    const QByteArray bytes = templateBytes();
+    const QByteArray bytes = database::emptyLibraryBytes(m_library.paths().templateFile());
     const std::optional<database::FileLock> held = heldForReplacing(target, m_library.Conn);
     runtime::UnfinishedFile file(target);
     file.write(bytes);
@@ -158,18 +156,6 @@ void NewLibrary::makeFile(const QStringList& subjects) const
     database::checkPages(file.path());
     database::removeLogs(target);
     file.replace(target, target);
-}
-
-QByteArray NewLibrary::templateBytes() const
-{
-    QFile source(m_library.paths().templateFile());
-    QByteArray bytes;
-    if (source.open(QIODevice::ReadOnly))
-        bytes = source.readAll();
-    if (bytes.isEmpty() || source.error() != QFileDevice::NoError)
-        throw runtime::Error(
-            u"找不到空白成绩库 %1（%2）。"_s.arg(source.fileName(), fileErrorText(source.error())));
-    return bytes;
 }
 
 } // namespace library

@@ -44,7 +44,6 @@ public:
 
 private:
     void makeFile(const QStringList& subjects) const;
-    QByteArray templateBytes() const;
 
     ScoreLibrary& m_library;
 };
