@@ -3,7 +3,6 @@
 #include <limits>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include "oldlibraries/Completion.h"
@@ -14,10 +13,10 @@
 #include "oldlibraries/OldFileError.h"
 #include "oldlibraries/TableComparison.h"
 #include "oldlibraries/TableCopy.h"
+#include "platform/database/EmptyLibrary.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/WriteBatch.h"
-#include "platform/runtime/FileErrors.h"
 #include "platform/runtime/UnfinishedFile.h"
 
 namespace oldlibraries {
@@ -32,18 +31,6 @@ namespace {
 
 /// Rows between two looks at the progress.
 constexpr qint64 rowsBetweenLooks = 50;
-
-QByteArray templateBytes(const QString& templateFile)
-{
-    QFile source(templateFile);
-    QByteArray bytes;
-    if (source.open(QIODevice::ReadOnly))
-        bytes = source.readAll();
-    if (bytes.isEmpty() || source.error() != QFileDevice::NoError)
-        throw runtime::Error(u"找不到空白成绩库 %1（%2）。"_s.arg(
-            templateFile, runtime::fileErrorText(source.error())));
-    return bytes;
-}
 
 QString dropStatement(const QString& table)
 {
@@ -97,8 +84,8 @@ std::optional<ConversionReport> Converter::run()
     checkTarget();
     const std::optional<database::FileLock> held = database::heldForReplacing(m_target);
     runtime::UnfinishedFile file(m_target);
-    file.write(templateBytes(m_request.templateFile));
-    if (!fill(file.path()))
+    file.write(database::emptyLibraryBytes(m_request.templateFile));
+    if (!fill(file.path()) || m_progress.cancelled())
         return std::nullopt;
     m_old.file().checkUnchanged();
     putInPlace(file);
@@ -116,11 +103,14 @@ void Converter::checkPassword() const
 void Converter::checkTarget() const
 {
     database::checkPathLength(m_target);
-    if (!QFileInfo::exists(m_target))
-        return;
-    if (FileIdentity::of(m_target) == FileIdentity::of(m_request.oldPath))
-        throw runtime::Error(u"%1 就是旧成绩库，不能覆盖。"_s.arg(m_request.newPath));
-    if (m_request.existing == Existing::Keep)
+    // What a crash left beside the target goes with it.
+    for (const QString& ending : {QString(), u"-journal"_s, u"-wal"_s}) {
+        const QString file = m_target + ending;
+        if (QFileInfo::exists(file)
+            && FileIdentity::of(file) == FileIdentity::of(m_request.oldPath))
+            throw runtime::Error(u"%1 就是旧成绩库，不能覆盖。"_s.arg(m_request.oldPath));
+    }
+    if (m_request.existing == Existing::Keep && QFileInfo::exists(m_target))
         refuseExisting();
 }
 

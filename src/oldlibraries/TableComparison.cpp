@@ -88,10 +88,14 @@ bool TableComparison::isStored(int column) const
     case Sort::Null:
         return m_stored.isNull(column);
     case Sort::Whole:
-        return m_stored.integer(column) == m_value.whole && !m_stored.isNull(column);
+        return m_stored.integer(column) == m_value.whole
+               && (m_value.whole != 0 || !m_stored.isNull(column));
     case Sort::Real:
-        return m_stored.isNull(column) ? std::isnan(m_value.real)
-                                       : m_stored.number(column) == m_value.real;
+        // Where nothing stands, the number is 0.
+        if (m_value.real == 0 || std::isnan(m_value.real))
+            return m_stored.isNull(column) == std::isnan(m_value.real)
+                   && m_stored.number(column) == 0;
+        return m_stored.number(column) == m_value.real;
     case Sort::Text:
         return !m_stored.isNull(column)
                && QAnyStringView(QUtf8StringView(m_stored.bytes(column))) == m_value.text;

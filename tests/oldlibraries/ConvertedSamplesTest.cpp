@@ -25,10 +25,10 @@ protected:
     void SetUp() override
     {
         const QString name = QString::fromLatin1(GetParam());
-        request = requestFor(name + u".CJK"_s);
+        useSample(name + u".CJK"_s);
         bytes = support::read(request.oldPath);
         content = QJsonDocument::fromJson(support::read(sample(name + u".json"_s)));
-        report = oldlibraries::convert(request, progress);
+        report = convert();
         library.Open(request.newPath, library::libraryShape());
     }
 
@@ -36,7 +36,6 @@ protected:
 
     QByteArray bytes;
     QJsonDocument content;
-    oldlibraries::ConversionRequest request;
     std::optional<oldlibraries::ConversionReport> report;
     database::Connection library;
 };

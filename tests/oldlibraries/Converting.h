@@ -2,18 +2,27 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include "oldlibraries/Conversion.h"
 #include "platform/database/Connection.h"
+#include "support/OldFileWriter.h"
 #include "support/TestLibrary.h"
 
 namespace tests {
 
-/// A folder with old libraries and the empty library, in which conversions run.
+/// A folder in which an old library, old.CJK, is converted to new.CJK.
 class Converting : public testing::Test
 {
 protected:
+    Converting()
+    {
+        request.oldPath = file(QStringLiteral("old.CJK"));
+        request.newPath = file(QStringLiteral("new.CJK"));
+        request.templateFile = paths.templateFile();
+    }
+
     QString file(const QString& name) const { return folder.filePath(name); }
 
     /// The path of a sample.
@@ -22,15 +31,12 @@ protected:
         return QStringLiteral(YUNSHAN_FIXTURES "/") + name;
     }
 
-    /// A request for a copy of the sample in the folder.
-    oldlibraries::ConversionRequest requestFor(const QString& name)
+    void useSample(const QString& name) { EXPECT_TRUE(QFile::copy(sample(name), request.oldPath)); }
+
+    std::optional<oldlibraries::ConversionReport> convert()
     {
-        oldlibraries::ConversionRequest request;
-        request.oldPath = file(QStringLiteral("old.CJK"));
-        request.newPath = file(QStringLiteral("new.CJK"));
-        request.templateFile = paths.templateFile();
-        EXPECT_TRUE(QFile::copy(sample(name), request.oldPath));
-        return request;
+        runtime::NoProgress progress;
+        return oldlibraries::convert(request, progress);
     }
 
     /// Names of all files in the folder, those that a file manager hides too.
@@ -42,7 +48,7 @@ protected:
     QTemporaryDir folder;
     QTemporaryDir appFolder;
     runtime::AppPaths paths = support::TestLibrary::makeAppFolder(appFolder.path());
-    runtime::NoProgress progress;
+    oldlibraries::ConversionRequest request;
 };
 
 } // namespace tests

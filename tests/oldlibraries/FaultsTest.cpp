@@ -243,8 +243,8 @@ TEST_F(FaultsOfSamples, AreAllThatTheirConversionFinds)
                    {u"photos.CJK"_s, 59, u"高一期中，252 班 1 号 转走生"_s}};
     for (const auto& sample : samples) {
         SCOPED_TRACE(qPrintable(sample.sample));
-        const oldlibraries::ConversionRequest request = requestFor(sample.sample);
-        const auto report = oldlibraries::convert(request, progress);
+        useSample(sample.sample);
+        const auto report = convert();
         ASSERT_TRUE(report.has_value());
         EXPECT_EQ(findingTexts(report->findings),
                   QString(u"成绩表|%1|id|（%2）|没有学生的 ID，个人分析里看不到；原样转入。\n"

@@ -54,10 +54,8 @@ using OlderLibrary = tests::Converting;
 
 TEST_F(OlderLibrary, WorksOnceItIsConverted)
 {
-    oldlibraries::ConversionRequest request{file(u"旧.CJK"_s), file(u"新.CJK"_s),
-                                            paths.templateFile()};
     writeOlderLibrary(request.oldPath);
-    const auto report = oldlibraries::convert(request, progress);
+    const auto report = convert();
     ASSERT_TRUE(report.has_value());
     const QString findings = findingTexts(report->findings);
     for (const QString& line :
