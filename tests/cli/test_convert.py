@@ -132,7 +132,7 @@ class Messages(ConvertTest):
                           for table in oldsamples.tables(self.sample))
         self.assertEqual(lines[:2], [f"转换完成，共 11 个表：{counts}。", RECOMPUTE])
         for line in lines[2:]:
-            self.assertRegex(line, r"^有 \d+ 处需要知道的情况。")
+            self.assertRegex(line, r"^有 \d+ 项需要说明，在用 --report 存的报告里。$")
 
     def test_the_new_library_can_be_named(self):
         inner = self.folder / "里面"
@@ -143,12 +143,19 @@ class Messages(ConvertTest):
 
     def test_names_of_files_that_are_hostile(self):
         for name in ("it's.CJK", "a'; drop table 信息表 --.CJK", "两\n行.CJK", "  空 格  .CJK", "没有点",
-                     "百分%1%s#?.CJK", "长" * 75 + ".CJK", "-库.CJK", ".CJK"):
+                     "百分%1%s#?.CJK", "长" * 75 + ".CJK", "x" * 200 + ".CJK",
+                     "-库.CJK", ".CJK"):
             with self.subTest(name=name):
                 old = self.put(name, oldsamples.data(self.sample))
                 new = old.with_name(f"{old.stem.removesuffix('.CJK')}（转换）.CJK")
                 self.assertEqual(self.convert(old, made=[new.name]).out, f"{new}\n")
                 self.assertEqual(query(new, "select count(*) from 信息表"), [(181,)])
+
+
+    def test_a_name_that_is_too_long_with_what_is_added(self):
+        old = self.put("长" * 80 + ".CJK", oldsamples.data(self.sample))
+        self.assertRegex(self.convert(old, expect=ERROR).err, "^无法写入文件 .*（.*太长.*）。\n$")
+        self.convert(old, self.new)
 
 
 class Password(ConvertTest):
@@ -271,6 +278,24 @@ class Targets(ConvertTest):
                 with self.subTest(target=target, force=force):
                     self.refused(self.old, target, *force,
                                  sentence=f"{target} 就是旧成绩库，不能覆盖。")
+
+    def test_a_library_in_use_is_not_replaced(self):
+        self.convert()
+        before = oldsamples.found(self.folder)
+        other = sqlite3.connect(self.new, isolation_level=None)
+        other.execute("begin exclusive")
+        # Not by convert(), whose look at the files would end the lock of this process.
+        result = self.run_program("convert", self.old, "--force", expect=ERROR)
+        other.close()
+        self.assertEqual(result.err, f"文件 {self.new} 正在使用，不能覆盖。\n")
+        self.assertEqual(oldsamples.found(self.folder), before)
+
+    def test_force_through_a_link_replaces_what_it_leads_to(self):
+        target = self.put("真的.CJK", b"something else")
+        self.new.symlink_to(target)
+        self.convert(self.old, "--force", made=[target.name, self.new.name])
+        self.assertTrue(self.new.is_symlink())
+        self.assertEqual(yunshan.query(target, "select count(*) from 信息表"), [(181,)])
 
     def test_a_folder_is_not_replaced(self):
         self.new.mkdir()
