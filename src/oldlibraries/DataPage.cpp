@@ -63,7 +63,7 @@ void DataPage::checkRows() const
 
 int DataPage::entry(int row) const
 {
-    return qFromLittleEndian<quint16>(m_page.constData() + entriesPlace + 2 * row);
+    return qFromLittleEndian<quint16>(m_page.constData() + entriesPlace + qsizetype(2) * row);
 }
 
 int DataPage::start(int row) const

@@ -30,7 +30,7 @@ constexpr int creationDatePlace = 0x72;
 QByteArray stirred(const QByteArray& bytes, quint32 key)
 {
     const auto keyBytes = std::bit_cast<std::array<quint8, 4>>(qToLittleEndian(key));
-    std::array<quint8, 256> state;
+    std::array<quint8, 256> state = {};
     std::iota(state.begin(), state.end(), quint8(0));
     for (quint8 i = 0, j = 0;; ++i) {
         j = quint8(j + state[i] + keyBytes[i % keyBytes.size()]);

@@ -46,7 +46,7 @@ public:
     {
         const ByteCursor cursor(row);
         m_count = cursor.at(qint64(row.size()) - 2).u16();
-        const qint64 end = qint64(row.size()) - 4 - 2 * m_count;
+        const qint64 end = qint64(row.size()) - 4 - qint64(2) * m_count;
         cursor.at(end); // the places themselves are within the row
         for (int i = 0; i < m_count; ++i) {
             if (begin(i) > begin(i + 1))
@@ -60,7 +60,7 @@ public:
     /// The byte of the row where a part begins; that of the last but one is where the last ends.
     int begin(int part) const
     {
-        return qFromLittleEndian<quint16>(m_row.data() + m_row.size() - 4 - 2 * part);
+        return qFromLittleEndian<quint16>(m_row.data() + m_row.size() - 4 - qsizetype(2) * part);
     }
     std::string_view bytes(int part) const
     {

@@ -152,6 +152,7 @@ std::vector<OldColumn> readColumns(PageFile& file, ByteCursor bytes, const Head&
 {
     bytes.seek(headSize + qint64(head.indexes) * indexSize);
     std::vector<OldColumn> columns;
+    columns.reserve(size_t(head.columns));
     for (int i = 0; i < head.columns; ++i)
         columns.push_back(readColumn(ByteCursor(bytes.take(columnSize))));
     for (OldColumn& column : columns)

@@ -51,7 +51,7 @@ void writeSmallFile(const QString& path, support::OldMapForm map)
                               {u"号"_s, OldType::Guid},
                               {u"节"_s, OldType::Binary, 20}});
     const QString guid = u"{01234567-89ab-cdef-0123-456789abcdef}"_s;
-    for (int i = 0; i < 60; ++i) {
+    for (qint64 i = 0; i < 60; ++i) {
         file.setTextForm(support::OldTextForm(i % 3));
         file.setLongForm(Form(i % 4));
         const Kind kind = i % 7 == 3 ? Kind::Moved : i % 5 == 4 ? Kind::Deleted : Kind::Stored;
