@@ -98,12 +98,15 @@ TEST(Completion, MissingTablesOfScoresAndTeachersGetTheSubjects)
     EXPECT_EQ(library.complete(), QString());
 }
 
-TEST(Completion, AMissingTableIsFoundUnderItsNameInOtherLetters)
+TEST(Completion, TablesAndColumnsOfTheSchoolsOwnStay)
 {
     CopiedLibrary library;
-    library.execute(u"create table abc (x)"_s);
+    library.execute(u"create table 家长 (电话 text(50))"_s);
+    library.execute(u"insert into 家长 values ('007')"_s);
+    library.execute(u"alter table 信息表 add column 电话 text(50)"_s);
     EXPECT_EQ(library.complete(), QString());
-    EXPECT_EQ(library.rows(u"select count(*) from sqlite_master where name='abc'"_s), u"1"_s);
+    EXPECT_EQ(library.rows(u"select * from 家长"_s), u"007"_s);
+    EXPECT_TRUE(library.columns(u"信息表"_s).endsWith(u" 电话"_s));
 }
 
 TEST(Completion, EachMissingColumnIsAdded)
@@ -279,6 +282,13 @@ TEST(Completion, SettingsAreNumberedFromOneWithoutGaps)
         {u"update 设置表 set ID=case ID when 3 then 6 when 6 then 3 else ID end"_s,
          {u"3|名称|高分段|ID 从“6”改为 3。"_s, u"5|名称|各科优秀率|ID 从“5”改为 6。"_s,
           u"6|名称|各科良好率|ID 从“3”改为 5。"_s}},
+        // Those without a number come last.
+        {u"update 设置表 set ID=null where ID=20"_s,
+         {u"20|名称|历次总分上线人数|ID 从“”改为 21。"_s,
+          u"21|名称|进行对比分析的考试|ID 从“21”改为 20。"_s}},
+        {u"update 设置表 set ID='x' where ID=20"_s,
+         {u"20|名称|历次总分上线人数|ID 从“x”改为 21。"_s,
+          u"21|名称|进行对比分析的考试|ID 从“21”改为 20。"_s}},
         // Numbers below 1.
         {u"update 设置表 set ID=-5 where ID=1"_s, {u"1|名称|T分|ID 从“-5”改为 1。"_s}},
     };

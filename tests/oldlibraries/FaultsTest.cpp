@@ -143,6 +143,7 @@ TEST(Faults, ScoresOutsideTheMarksAreTold)
         {u"update 成绩表 set 语文=151, 科类='艺' where id=2"_s,
          u"成绩表|2|语文|151（期中，4 班 5 号 乙）|"_s + above
              + u"\n考试名称表|2|考试名称|期中 理|成绩表里没有这次考试的成绩；原样转入。"_s},
+        {u"delete from 考试名称表 where 科类='文'"_s, u"成绩表|1|语文|150"_s + student + above},
         // What was not examined has no mark that could be passed.
         {u"update 考试名称表 set 语文=0"_s, QString()},
         {u"update 考试名称表 set 语文=null"_s, QString()},
