@@ -25,7 +25,7 @@ LongValues::LongValues(PageFile& file, quint32 definitionPage)
 {
 }
 
-QByteArray LongValues::bytes(std::string_view inRow)
+QByteArray LongValues::bytes(std::string_view inRow, PointedRows::Visit visit)
 {
     if (inRow.empty())
         return QByteArray("");
@@ -39,18 +39,20 @@ QByteArray LongValues::bytes(std::string_view inRow)
             const std::string_view bytes = cursor.take(size);
             return QByteArray(bytes.data(), qsizetype(bytes.size()));
         }
-        return fromPages(place, size, (word & onePieceFlag) != 0 ? Pieces::One : Pieces::Chain);
+        return fromPages(place, size, (word & onePieceFlag) != 0 ? Pieces::One : Pieces::Chain,
+                         visit);
     } catch (const runtime::BytesCutOff&) {
         refuse();
     }
 }
 
-QByteArray LongValues::fromPages(RowPlace place, qsizetype size, Pieces pieces)
+QByteArray LongValues::fromPages(RowPlace place, qsizetype size, Pieces pieces,
+                                 PointedRows::Visit visit)
 {
     QByteArray value("");
     value.reserve(qsizetype(std::min<qint64>(size, m_file.size())));
     while (value.size() < size) {
-        m_rows.go(place);
+        m_rows.go(place, visit);
         ByteCursor piece(m_rows.bytes());
         if (pieces == Pieces::Chain)
             place = RowPlace::fromPointer(piece.u32());

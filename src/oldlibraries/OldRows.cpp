@@ -144,7 +144,8 @@ OldRows::OldRows(PageFile& file, const OldTable& table)
       m_longValues(file, table.definitionPage),
       m_movedRows(file, table.definitionPage, table.definitionPage, leastMovedBytes),
       m_pages(usedPages(file, table.usedPages)),
-      m_parts(table.columns.size())
+      m_parts(table.columns.size()),
+      m_isLongRead(table.columns.size())
 {
 }
 
@@ -157,6 +158,7 @@ bool OldRows::next()
         }
     } while (m_page.slot(m_row) == DataPage::Slot::Deleted);
     ++m_rowsFound;
+    m_isLongRead.assign(m_isLongRead.size(), false);
     takeRow();
     return true;
 }
@@ -303,7 +305,7 @@ QString OldRows::text(int column)
     const std::string_view bytes = part(column, sizeOf(description.type));
     switch (description.type) {
     case OldType::Memo: {
-        const QByteArray memo = m_longValues.bytes(bytes);
+        const QByteArray memo = longBytes(column);
         return storedText({memo.constData(), size_t(memo.size())});
     }
     case OldType::Currency:
@@ -317,11 +319,20 @@ QString OldRows::text(int column)
     }
 }
 
+QByteArray OldRows::longBytes(int column)
+{
+    using Visit = PointedRows::Visit;
+    const Visit visit = m_isLongRead[size_t(column)] ? Visit::Again : Visit::First;
+    QByteArray value = m_longValues.bytes(part(column), visit);
+    m_isLongRead[size_t(column)] = true;
+    return value;
+}
+
 QByteArray OldRows::bytes(int column)
 {
     const std::string_view found = part(column);
     if (m_table.columns[size_t(column)].type == OldType::LongBinary)
-        return m_longValues.bytes(found);
+        return longBytes(column);
     return QByteArray(found.data(), qsizetype(found.size()));
 }
 

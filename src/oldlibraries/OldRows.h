@@ -62,6 +62,7 @@ private:
     [[noreturn]] void refuse() const;
     /// The bytes of a value; the file is refused if they are fewer than given.
     std::string_view part(int column, int leastSize = 0) const;
+    QByteArray longBytes(int column);
 
     PageFile& m_file;
     const OldTable& m_table;
@@ -78,6 +79,8 @@ private:
     std::vector<Part> m_parts;
     /// Columns that the row knows, the first ones.
     size_t m_knownColumns = 0;
+    /// Columns whose long value was asked for in this row.
+    std::vector<bool> m_isLongRead;
 };
 
 } // namespace oldlibraries

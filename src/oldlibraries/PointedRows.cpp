@@ -14,7 +14,7 @@ PointedRows::PointedRows(PageFile& file, quint32 definitionPage, quint32 owner, 
 {
 }
 
-void PointedRows::go(RowPlace place)
+void PointedRows::go(RowPlace place, Visit visit)
 {
     if (place.page != m_number) {
         m_page = DataPage(m_file, place.page);
@@ -23,6 +23,8 @@ void PointedRows::go(RowPlace place)
     m_row = place.row;
     if (m_page.owner() != m_owner || m_row >= m_page.rowCount())
         m_file.refuseDamaged(u"第 %1 页没有别处指向的内容"_s.arg(place.page));
+    if (visit == Visit::Again)
+        return;
     m_reached += std::max(qint64(bytes().size()), m_leastBytes);
     m_file.countReached(m_pointers, m_reached);
 }

@@ -16,8 +16,11 @@ public:
     /// with what points to it.
     PointedRows(PageFile& file, quint32 definitionPage, quint32 owner, qint64 leastBytes);
 
+    /// What is asked for again in one pass was counted the first time.
+    enum class Visit { First, Again };
+
     /// Goes to a place. Throws OldFileError if no row of the owner stands there.
-    void go(RowPlace place);
+    void go(RowPlace place, Visit visit = Visit::First);
     DataPage::Slot slot() const { return m_page.slot(m_row); }
     /// Valid until the next go().
     std::string_view bytes() const { return m_page.bytes(m_row); }

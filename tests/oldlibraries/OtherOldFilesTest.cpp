@@ -174,6 +174,24 @@ TEST_F(OtherOldFile, HasLongValuesThatAreMarkedAsDeletedThoughARowHasThem)
     EXPECT_EQ(cells(u"学生"_s)[0][2], QString(3000, u'班'));
 }
 
+TEST_F(OtherOldFile, GivesALongValueAsOftenAsItIsAskedFor)
+{
+    OldFileWriter file(path());
+    file.addTable(u"学生"_s, {{u"备注"_s, OldType::Memo}, {u"照片"_s, OldType::LongBinary}});
+    const QString memo(2000, u'班');
+    for (int i = 0; i < 100; ++i)
+        file.addRow({memo, QByteArray(20'000, 'a')});
+    save(file);
+    OldDatabase database(path());
+    oldlibraries::OldRows rows(database.file(), students);
+    while (rows.next()) {
+        for (int times = 0; times < 5; ++times) {
+            EXPECT_EQ(rows.text(0), memo);
+            EXPECT_EQ(rows.bytes(1).size(), 20'000);
+        }
+    }
+}
+
 TEST_F(OtherOldFile, GivesCurrencyAndDecimalsWithAllDigits)
 {
     OldFileWriter file(path());
