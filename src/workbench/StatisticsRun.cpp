@@ -62,6 +62,19 @@ const StatisticsItem* itemOf(const ReportRequest& request)
     return nullptr;
 }
 
+/// The item that the request would be, were it not for blanks at the end of the one name or the
+/// other: a library may come without the blank that the table has.
+const StatisticsItem* itemButForBlanks(const ReportRequest& request)
+{
+    if (!request.item)
+        return nullptr;
+    for (const StatisticsItem& item : knownItems()) {
+        if (item.text.trimmed() == request.item->trimmed())
+            return &item;
+    }
+    return nullptr;
+}
+
 /// The report that the request runs; empty for an item that is unknown here.
 QString reportOf(const ReportRequest& request)
 {
@@ -70,6 +83,17 @@ QString reportOf(const ReportRequest& request)
         return {};
     return request.rates == RateTable::Chosen && item->report == excellentRate ? item->text
                                                                                : item->report;
+}
+
+std::vector<ReportNote> notesOnUnknown(const ReportRequest& request)
+{
+    const StatisticsItem* meant = itemButForBlanks(request);
+    if (!meant)
+        return {};
+    ReportRequest known = request;
+    known.item = meant->text;
+    return {{u"“执行统计”只认得末尾的空格也相同的名称，“%1”没有统计。"_s.arg(*request.item),
+             u"统计“%1”"_s.arg(meant->report), known}};
 }
 
 void fillGrid(const ReportRequest& request, const statistics::Report& report,
@@ -96,10 +120,10 @@ std::optional<QString> chosenItem(const QString& shown)
 
 std::vector<ReportNote> reportNotes(const ReportRequest& request)
 {
-    std::vector<ReportNote> notes;
     const StatisticsItem* item = itemOf(request);
     if (!item)
-        return notes;
+        return notesOnUnknown(request);
+    std::vector<ReportNote> notes;
     if (reportOf(request) == excellentRate && item->text != excellentRate) {
         ReportRequest chosen = request;
         chosen.rates = RateTable::Chosen;

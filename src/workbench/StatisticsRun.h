@@ -46,8 +46,8 @@ struct ReportNote
     ReportRequest instead;
 };
 
-/// The notes on a request: a rate that runs as 各科优秀率, and several exams whose full marks add
-/// up to the thresholds.
+/// The notes on a request: a rate that runs as 各科优秀率, several exams whose full marks add up to
+/// the thresholds, and an item that is unknown for its blanks at the end alone.
 std::vector<ReportNote> reportNotes(const ReportRequest& request);
 
 /// "执行统计": fills the grid with the report of the item. All four rates run as 各科优秀率 unless

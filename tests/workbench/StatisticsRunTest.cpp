@@ -178,6 +178,21 @@ TEST_F(StatisticsRun, WhatIsAsItSaysHasNoNote)
     EXPECT_TRUE(workbench::reportNotes({exams, std::nullopt}).empty());
 }
 
+TEST_F(StatisticsRun, AnItemThatLacksTheBlankOfItsNameDoesNothingAndIsOfferedByIt)
+{
+    const QString item = u"历次考试进入年级前x名人数"_s;
+    run(item);
+    EXPECT_EQ(grid.Rows(), 2);
+    const auto notes = workbench::reportNotes({exams, item});
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_EQ(notes[0].text, u"“执行统计”只认得末尾的空格也相同的名称，“%1”没有统计。"_s.arg(item));
+    EXPECT_EQ(notes[0].offer, u"统计“%1”"_s.arg(item));
+    EXPECT_TRUE(workbench::reportNotes(notes[0].instead).empty());
+    run(*notes[0].instead.item);
+    EXPECT_GT(grid.Rows(), 2);
+    EXPECT_TRUE(workbench::reportNotes({exams, u"别的"_s}).empty());
+}
+
 TEST_F(StatisticsRun, ExamsGoToTheReportInTheOrderOfTheList)
 {
     exams = {u"期中"_s, u"期末"_s};
