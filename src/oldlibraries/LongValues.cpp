@@ -14,9 +14,9 @@ namespace {
 constexpr quint32 inRowFlag = 0x80000000;
 constexpr quint32 onePieceFlag = 0x40000000;
 constexpr quint32 sizeBits = 0x3FFFFFFF;
-/// What a piece takes at least, with what points to it. Shorter values stand in their rows, and of
-/// a longer one's pieces only the last is short.
-constexpr qint64 leastPieceBytes = 32;
+/// What a value takes at least, with the row that points to it. Of the pieces of a longer one only
+/// the last is short.
+constexpr qint64 leastPieceBytes = 24;
 
 } // namespace
 

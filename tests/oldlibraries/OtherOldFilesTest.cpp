@@ -174,6 +174,29 @@ TEST_F(OtherOldFile, HasLongValuesThatAreMarkedAsDeletedThoughARowHasThem)
     EXPECT_EQ(cells(u"学生"_s)[0][2], QString(3000, u'班'));
 }
 
+TEST_F(OtherOldFile, ConsistsOfTheShortestLongValuesThatThereAre)
+{
+    OldFileWriter file(path());
+    file.setLongForm(OldFileWriter::LongForm::OnePiece);
+    file.addTable(u"学生"_s, {{u"备注"_s, OldType::Memo}});
+    const OldCells expected(50'000, {u"好"_s});
+    for (const auto& row : expected)
+        file.addRow(row);
+    save(file);
+    EXPECT_EQ(cells(u"学生"_s), expected);
+}
+
+TEST_F(OtherOldFile, ConsistsOfRowsThatWereMoved)
+{
+    OldFileWriter file(path());
+    file.addTable(u"学生"_s, {{u"备注"_s, OldType::Text}});
+    const OldCells expected(50'000, {u"好"_s});
+    for (const auto& row : expected)
+        file.addRow(row, OldFileWriter::RowKind::Moved);
+    save(file);
+    EXPECT_EQ(cells(u"学生"_s), expected);
+}
+
 TEST_F(OtherOldFile, GivesALongValueAsOftenAsItIsAskedFor)
 {
     OldFileWriter file(path());
