@@ -23,9 +23,18 @@ void findFaults(database::Connection& library, const TargetTable& table,
                                 {SqlPiece::names({column.name}), SqlPiece::names({table.name})}));
     const QString missing = u"没有值，照原样保存"_s;
     const QString repeated = u"几行都是这个值，照原样保存"_s;
-    while (rows.step())
-        findings.push_back({table.old.name, rows.integer(0), column.name, rows.text(1),
-                            rows.isNull(1) ? missing : repeated});
+    qint64 found = 0;
+    while (rows.step()) {
+        if (++found <= mostFindingsOfColumn)
+            findings.push_back({table.old.name, rows.integer(0), column.name, rows.text(1),
+                                rows.isNull(1) ? missing : repeated});
+    }
+    if (found > mostFindingsOfColumn)
+        findings.push_back({table.old.name,
+                            0,
+                            column.name,
+                            {},
+                            u"这样的行还有 %1 行，没有列出"_s.arg(found - mostFindingsOfColumn)});
 }
 
 } // namespace

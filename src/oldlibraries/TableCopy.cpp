@@ -30,7 +30,8 @@ TableCopy::TableCopy(PageFile& file, const TargetTable& table, database::Connect
       m_findings(findings),
       m_longestRow(library.longestValue()),
       m_rows(file, table.old),
-      m_insert(library, insertStatement(table))
+      m_insert(library, insertStatement(table)),
+      m_oddities(table.columns.size())
 {
 }
 
@@ -42,6 +43,7 @@ std::optional<qint64> TableCopy::run(const TellRows& tell)
         if (!tell(m_row))
             return std::nullopt;
     }
+    tellMoreOddities();
     tellOrder();
     tellCount();
     return m_row;
@@ -92,8 +94,19 @@ void TableCopy::checkKey(database::ColumnDeclaration::Key key)
 
 void TableCopy::tellOddity(int place)
 {
+    if (++m_oddities[size_t(place)] > mostFindingsOfColumn)
+        return;
     const OldColumn& column = m_table.old.columns[size_t(place)];
     add(m_row, column.name, oldText(m_rows, column, place), m_value.oddity.toString());
+}
+
+void TableCopy::tellMoreOddities()
+{
+    for (size_t i = 0; i < m_oddities.size(); ++i) {
+        const qint64 more = m_oddities[i] - mostFindingsOfColumn;
+        if (more > 0)
+            add(0, m_table.old.columns[i].name, {}, u"这样的值还有 %1 个，没有列出"_s.arg(more));
+    }
 }
 
 void TableCopy::insertRow()

@@ -41,6 +41,7 @@ private:
     void add(qint64 row, const QString& column, const QString& value, const QString& done);
     void tellOrder();
     void tellCount();
+    void tellMoreOddities();
 
     const TargetTable& m_table;
     std::vector<Finding>& m_findings;
@@ -48,6 +49,8 @@ private:
     OldRows m_rows;
     database::Statement m_insert;
     LibraryValue m_value;
+    /// How many there are in each column.
+    std::vector<qint64> m_oddities;
     qint64 m_row = 0;
     /// Of the texts and pictures of this row.
     qint64 m_rowBytes = 0;

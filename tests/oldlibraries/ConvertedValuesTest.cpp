@@ -229,6 +229,19 @@ TEST_F(Converted, OddValuesAreTold)
                            u"2|日|nan|不是日期，按数字的文字保存"_s}));
 }
 
+TEST_F(Converted, MoreThanAThousandOddValuesOfAColumnAreTold)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    convertTable(u"怪"_s, {{u"双"_s, OldType::Double}, number},
+                 Rows(1200, {nan, std::numeric_limits<int>::min()}));
+    EXPECT_EQ(rows(u"select count(*) from 怪"_s), u"1200"_s);
+    ASSERT_EQ(findings.size(), 2003);
+    EXPECT_EQ(findings[999], u"1000|双|nan|不是数，新库里是空值"_s);
+    EXPECT_EQ(findings[1000], u"0|双||这样的值还有 200 个，没有列出"_s);
+    EXPECT_EQ(findings[2001], u"1000|ID|-2147483648|几行都是这个值，照原样保存"_s);
+    EXPECT_EQ(findings[2002], u"0|ID||这样的行还有 200 行，没有列出"_s);
+}
+
 TEST_F(Converted, ANumberOfARemovedRowIsNeverGivenAgain)
 {
     OldFileWriter old(request.oldPath);
