@@ -199,6 +199,16 @@ TEST_F(Statements, NumbersAreBoundAndReadTogetherWithNaNForNull)
     EXPECT_EQ(numbers.text(5), u"integer"_s);
 }
 
+TEST_F(Statements, BytesAreThoseOfTextsAndPictures)
+{
+    Statement row(connection, u"select '语', x'00ff', 12, NULL"_s);
+    ASSERT_TRUE(row.step());
+    EXPECT_EQ(row.bytes(0), QByteArrayView("\xE8\xAF\xAD"));
+    EXPECT_EQ(row.bytes(1), QByteArrayView("\0\xFF", 2));
+    EXPECT_TRUE(row.bytes(2).isEmpty());
+    EXPECT_TRUE(row.bytes(3).isEmpty());
+}
+
 TEST_F(Statements, ATextStaysInItsPlaceUntilAnotherValueComes)
 {
     Statement& echo = connection.prepared(u"select ?"_s);
