@@ -88,6 +88,10 @@ TEST_F(HostileOldFile, HasRowsThatReachIntoEachOther)
     setEntry(page, 0, quint16(0xC000 | 4097)); // also where a deleted row begins
     expectDamaged(noRowsOn(page));
     bytes = sound;
+    setEntry(page, 1,
+             quint16(0xC000 | pageSize)); // so that the third row takes the first one's bytes
+    expectDamaged(noRowsOn(page));
+    bytes = sound;
     put(page, 12, quint16(2042)); // more than fit
     expectDamaged(noRowsOn(page));
     put(page, 12, quint16(0xFFFF));
