@@ -64,6 +64,8 @@ private:
     void complete(Connection& library);
     void putInPlace(runtime::UnfinishedFile& file) const;
     void refuseExisting() const;
+    /// `rows` are those that are done, in both passes.
+    void report(const QString& text, qint64 rows);
     /// For the rows of one table; `word` says what is done with them.
     TellRows tellRows(const QString& word, const TargetTable& table);
 
@@ -195,6 +197,7 @@ bool Converter::compareTables(Connection& library)
 
 void Converter::complete(Connection& library)
 {
+    report(u"正在补全和检查新成绩库"_s, m_rowsDone);
     WriteBatch batch(library);
     completeLibrary(library, m_request.templateFile, m_report.findings);
     batch.commit();
@@ -206,12 +209,16 @@ TellRows Converter::tellRows(const QString& word, const TargetTable& table)
     return [this, word, &table](qint64 rows) {
         if (rows % rowsBetweenLooks != 0 && rows != table.old.rowCount)
             return true;
-        const QString text =
-            u"%1 %2：%3/%4"_s.arg(word, table.name).arg(rows).arg(table.old.rowCount);
-        const qint64 total = std::min<qint64>(m_rowsTotal, std::numeric_limits<int>::max());
-        m_progress.report(text, int(std::min(m_rowsDone + rows, total)), int(total));
+        report(u"%1 %2：%3/%4"_s.arg(word, table.name).arg(rows).arg(table.old.rowCount),
+               m_rowsDone + rows);
         return !m_progress.cancelled();
     };
+}
+
+void Converter::report(const QString& text, qint64 rows)
+{
+    const qint64 total = std::min<qint64>(m_rowsTotal, std::numeric_limits<int>::max());
+    m_progress.report(text, int(std::min(rows, total)), int(total));
 }
 
 void Converter::putInPlace(runtime::UnfinishedFile& file) const

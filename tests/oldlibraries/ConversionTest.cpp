@@ -122,14 +122,15 @@ TEST_F(Conversion, TellsTableAndRowsOfBothPasses)
         (QStringList{u"正在复制 表一：50/120 (50/242)"_s, u"正在复制 表一：100/120 (100/242)"_s,
                      u"正在复制 表一：120/120 (120/242)"_s, u"正在复制 表二：1/1 (121/242)"_s,
                      u"正在核对 表一：50/120 (171/242)"_s, u"正在核对 表一：100/120 (221/242)"_s,
-                     u"正在核对 表一：120/120 (241/242)"_s, u"正在核对 表二：1/1 (242/242)"_s}));
+                     u"正在核对 表一：120/120 (241/242)"_s, u"正在核对 表二：1/1 (242/242)"_s,
+                     u"正在补全和检查新成绩库 (242/242)"_s}));
     EXPECT_TRUE(progress.isFinished);
 }
 
 TEST_F(Conversion, CancelledAtAnyMomentLeavesNothing)
 {
     const QByteArray old = writeOld();
-    for (qsizetype moment = 1; moment <= 8; ++moment) {
+    for (qsizetype moment = 1; moment <= 9; ++moment) {
         WatchedProgress progress;
         progress.cancelAt = moment;
         EXPECT_FALSE(oldlibraries::convert(request, progress)) << moment;
