@@ -100,7 +100,7 @@ void LibraryValue::takeReal(double number)
 void LibraryValue::takeAmount(const QString& digits)
 {
     sort = Sort::Real;
-    real = digits.toDouble();
+    real = digits.toDouble() + 0.0; // no negative zero
     if (QString::number(real, 'f', QLocale::FloatingPointShortest) != withoutEndZeros(digits))
         oddity = u"位数太多，按最接近的数保存";
 }

@@ -190,6 +190,17 @@ TEST_F(Converted, ValuesGoOverAsTheyAre)
                                      u"0|数||货币或小数列，按数保存"_s}));
 }
 
+TEST_F(Converted, AmountsAreExactWithUpToFifteenDigits)
+{
+    convertTable(u"钱"_s, {{u"数"_s, OldType::Decimal, 0, 3}, {u"钱"_s, OldType::Currency}},
+                 {{u"-0.000"_s, 0.0001},
+                  {u"999999999999.999"_s, -99999999999.9999},
+                  {u"100000000000000.000"_s, 0.1}});
+    EXPECT_EQ(rows(u"select * from 钱"_s),
+              u"0|0.0001 / 999999999999.999|-99999999999.9999 / 100000000000000|0.1"_s);
+    EXPECT_EQ(findings.size(), 2);
+}
+
 TEST_F(Converted, DatesAreReadByTheOldCalendar)
 {
     convertTable(u"日子"_s, {{u"日"_s, OldType::DateTime}},
