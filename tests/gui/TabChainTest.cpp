@@ -272,6 +272,12 @@ TEST_F(MessageBoxes, TabComesToEveryButton)
     }
 }
 
+TEST_F(MessageBoxes, TheQuestionForAPasswordIsReachedByTab)
+{
+    expectBox();
+    dialogs.askPassword(u"请输入密码："_s);
+}
+
 TEST_F(MessageBoxes, AFailureHasItsTickInTheChain)
 {
     const widgets::CommandScope command(dialogs);

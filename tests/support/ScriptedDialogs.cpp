@@ -25,6 +25,8 @@ ScriptedDialogs::~ScriptedDialogs()
         ADD_FAILURE() << "never asked: " << planned.part.toStdString();
     for (const PlannedChoice& planned : m_plannedChoices)
         ADD_FAILURE() << "never asked: " << planned.part.toStdString();
+    for (const PlannedPassword& planned : m_plannedPasswords)
+        ADD_FAILURE() << "never asked: " << planned.part.toStdString();
 }
 
 void ScriptedDialogs::expect(const QString& part, Answer answer)
@@ -35,6 +37,11 @@ void ScriptedDialogs::expect(const QString& part, Answer answer)
 void ScriptedDialogs::expectForRest(const QString& part, Answer answer)
 {
     m_planned.push_back({part, answer, true});
+}
+
+void ScriptedDialogs::expectPassword(const QString& part, const std::optional<QString>& typed)
+{
+    m_plannedPasswords.push_back({part, typed});
 }
 
 void ScriptedDialogs::always(const QString& part, Answer answer)
@@ -74,6 +81,19 @@ int ScriptedDialogs::choose(const runtime::Choice& choice)
     }
     ADD_FAILURE() << "unexpected question: " << choice.text.toStdString();
     return choice.safe;
+}
+
+std::optional<QString> ScriptedDialogs::askPassword(const QString& question)
+{
+    shown.append(question);
+    questions.append(question);
+    if (!m_plannedPasswords.empty() && question.contains(m_plannedPasswords.front().part)) {
+        const PlannedPassword planned = m_plannedPasswords.front();
+        m_plannedPasswords.pop_front();
+        return planned.typed;
+    }
+    ADD_FAILURE() << "unexpected question: " << question.toStdString();
+    return std::nullopt;
 }
 
 Answer ScriptedDialogs::message(const QString& text, const QString& title, Buttons buttons,
@@ -142,7 +162,11 @@ std::optional<QString> ScriptedDialogs::chooseFile(const QString& title, const Q
 {
     fileTitle = title;
     fileFilter = filter;
-    return file;
+    if (files.empty())
+        return file;
+    const QString first = files.front();
+    files.pop_front();
+    return first;
 }
 
 std::optional<QString> ScriptedDialogs::chooseFolder(const QString& title)

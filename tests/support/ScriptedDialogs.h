@@ -42,6 +42,10 @@ public:
     /// `part`.
     void expect(const QString& part, const QString& caption);
 
+    /// Plans what is typed as the next password, asked for by a text that contains `part`; nothing
+    /// stands for 取消.
+    void expectPassword(const QString& part, const std::optional<QString>& typed);
+
     /// Answers every question whose text contains `part`.
     void always(const QString& part, runtime::Answer answer);
     void always(const QString& part, const QString& caption);
@@ -67,8 +71,11 @@ public:
     runtime::StandingAnswer messageOfMany(const QString& text, const QString& title,
                                           runtime::Buttons buttons, runtime::Icon icon) override;
     int choose(const runtime::Choice& choice) override;
+    std::optional<QString> askPassword(const QString& question) override;
     void failure(const QString& text) override;
 
+    /// What the file dialog gives one time after another, before it gives `file`.
+    std::deque<QString> files;
     /// What the file, the folder and the colour dialog give; nothing stands for 取消.
     std::optional<QString> file;
     std::optional<QString> folder;
@@ -101,6 +108,12 @@ private:
         QString caption;
     };
 
+    struct PlannedPassword
+    {
+        QString part;
+        std::optional<QString> typed;
+    };
+
     struct Box
     {
         QString text;
@@ -113,6 +126,7 @@ private:
     std::vector<Planned> m_standing;
     std::deque<PlannedChoice> m_plannedChoices;
     std::vector<PlannedChoice> m_standingChoices;
+    std::deque<PlannedPassword> m_plannedPasswords;
     runtime::InstalledDialogs m_installed;
 };
 

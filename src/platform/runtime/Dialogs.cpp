@@ -58,6 +58,11 @@ int Dialogs::choose(const Choice& choice)
     return choice.safe;
 }
 
+std::optional<QString> Dialogs::askPassword(const QString&)
+{
+    return std::nullopt;
+}
+
 std::optional<QString> Dialogs::chooseFile(const QString&, const QString&, FileMode)
 {
     return std::nullopt;
@@ -109,6 +114,11 @@ StandingAnswer MsgBoxOfMany(const QString& text, const QString& title, Buttons b
 int choose(const Choice& choice)
 {
     return Dialogs::current().choose(choice);
+}
+
+std::optional<QString> askPassword(const QString& question)
+{
+    return Dialogs::current().askPassword(question);
 }
 
 void warn(const QString& text)

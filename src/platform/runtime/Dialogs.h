@@ -53,6 +53,10 @@ public:
     /// The button that was pressed, counted from 0; the safe one where nobody can press any.
     virtual int choose(const Choice& choice);
 
+    /// A text that is not shown while it is typed; nothing when cancelled, and where nobody can
+    /// type.
+    virtual std::optional<QString> askPassword(const QString& question);
+
     /// Counts a failure that was shown before, or is like many that were; false if it has to be
     /// shown. What was counted is told when the running command ends.
     virtual bool fold(const QString& failure);
@@ -122,6 +126,9 @@ StandingAnswer MsgBoxOfMany(const QString& text, const QString& title, Buttons b
 
 /// Asks which way to go and gives the button that was pressed, counted from 0.
 int choose(const Choice& choice);
+
+/// Asks for a password; nothing when cancelled.
+std::optional<QString> askPassword(const QString& question);
 
 /// Tells that something was refused or is wrong.
 void warn(const QString& text);

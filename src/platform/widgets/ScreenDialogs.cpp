@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QRegularExpression>
 
+#include "platform/widgets/PasswordBox.h"
+
 namespace widgets {
 
 using namespace Qt::StringLiterals;
@@ -87,7 +89,7 @@ QWidget* owner()
 
 /// Shows a box and gives the button that was pressed. Behind it a window manager may give the
 /// keyboard to another window of the program: it goes back to the one that the box belongs to.
-int run(QMessageBox& box)
+int run(QDialog& box)
 {
     const QPointer<QWidget> window = box.parentWidget();
     const int pressed = box.exec();
@@ -193,6 +195,12 @@ int ScreenDialogs::choose(const runtime::Choice& choice)
     run(box);
     const int pressed = int(buttons.indexOf(box.clickedButton()));
     return pressed < 0 ? choice.safe : pressed;
+}
+
+std::optional<QString> ScreenDialogs::askPassword(const QString& question)
+{
+    PasswordBox box(shownTitle({}), question, owner());
+    return run(box) == QDialog::Accepted ? std::optional(box.password()) : std::nullopt;
 }
 
 bool ScreenDialogs::fold(const QString& failure)

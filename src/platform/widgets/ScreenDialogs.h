@@ -24,6 +24,7 @@ public:
     runtime::StandingAnswer messageOfMany(const QString& text, const QString& title,
                                           runtime::Buttons buttons, runtime::Icon icon) override;
     int choose(const runtime::Choice& choice) override;
+    std::optional<QString> askPassword(const QString& question) override;
     bool fold(const QString& failure) override;
     void failure(const QString& text) override;
     void phaseFailed(const QString& text) override;
