@@ -173,18 +173,26 @@ void checkReplaceable(const QString& target)
         refuse(target, errno);
 }
 
-void removeLeftOvers(const QString& neighbour)
+QStringList leftOvers(const QString& neighbour)
 {
     // What an engine wrote beside an unfinished file goes with it.
     static const QRegularExpression ours(QRegularExpression::anchoredPattern(
         u"\\.yunshan-([0-9a-f]{8})-(\\d{1,9})-[0-9a-f]{8}\\.tmp(-journal|-wal|-shm)?"_s));
-    QDir folder(folderOf(neighbour));
-    const auto files = folder.entryInfoList({u".yunshan-*.tmp*"_s}, QDir::Files | QDir::Hidden);
+    QStringList found;
+    const auto files =
+        QDir(folderOf(neighbour)).entryInfoList({u".yunshan-*.tmp*"_s}, QDir::Files | QDir::Hidden);
     for (const QFileInfo& file : files) {
         const QRegularExpressionMatch match = ours.match(file.fileName());
         if (match.hasMatch() && isLeftOver(file, match.captured(1), match.captured(2).toLongLong()))
-            folder.remove(file.fileName());
+            found.append(file.filePath());
     }
+    return found;
+}
+
+void removeLeftOvers(const QString& neighbour)
+{
+    for (const QString& file : leftOvers(neighbour))
+        QFile::remove(file);
 }
 
 } // namespace runtime

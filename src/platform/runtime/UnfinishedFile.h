@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace runtime {
 
@@ -41,6 +42,9 @@ private:
 
 /// Throws Error if a file stands under this name that its user may not write, or a folder.
 void checkReplaceable(const QString& target);
+
+/// The unfinished files in the folder of `neighbour` whose makers are gone, by their paths.
+QStringList leftOvers(const QString& neighbour);
 
 /// Removes unfinished files whose makers are gone from the folder of `neighbour`; what cannot be
 /// removed stays.

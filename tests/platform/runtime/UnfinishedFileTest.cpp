@@ -131,7 +131,9 @@ TEST_F(UnfinishedFiles, OfAProcessThatIsGoneAreRemovedAndThoseOfALivingOneStay)
     write(path(name + u"-journal"_s), "half");
     write(path(u".yunshan-notes.tmp"_s), "the user's own");
     UnfinishedFile living(target);
+    EXPECT_EQ(leftOvers(target), (QStringList{path(name), path(name + u"-journal"_s)}));
     removeLeftOvers(target);
+    EXPECT_EQ(leftOvers(target), QStringList());
     EXPECT_EQ(files(), (QStringList{QFileInfo(living.path()).fileName(), u".yunshan-notes.tmp"_s}));
 }
 
