@@ -340,6 +340,9 @@ const std::vector<Window> windows{
       {Label, u"LabelNumber2", u"号"},
       {Push, u"Command1", u"执行", u"本窗口暂不执行"},
       {Push, u"Command2", u"退出"}}},
+    {u"ReportScreen",
+     u"转换报告",
+     {{Grid, u"ReportGrid"}, {Push, u"ReportSave", u"保存…"}, {Push, u"ReportClose", u"关闭"}}},
     {u"frmAbout", u"关于软件", {}},
 };
 

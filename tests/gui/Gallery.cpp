@@ -28,6 +28,7 @@
 #include "maintenance/ui/FormXiuGaiChengJi.h"
 #include "maintenance/ui/FormZMD.h"
 #include "maintenance/ui/FormZhuanBan.h"
+#include "oldlibraries/ui/ReportScreen.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
 #include "shell/ui/frmAbout.h"
@@ -63,6 +64,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormSheZhiWenLi", &Gallery::classStreams},
     {u"FormSheZhiZhaoPian", &Gallery::photos},
     {u"FormZhuanBan", &Gallery::classChange},
+    {u"ReportScreen", &Gallery::conversionReport},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
 };
@@ -292,6 +294,13 @@ QWidget* Gallery::photos()
 QWidget* Gallery::classChange()
 {
     return keep(std::make_unique<maintenance::FormZhuanBan>(library.scores, nullptr));
+}
+
+QWidget* Gallery::conversionReport()
+{
+    return keep(std::make_unique<oldlibraries::ReportScreen>(
+        oldlibraries::ConversionReport{u"/旧.CJK"_s, u"/新.CJK"_s, {{u"信息表"_s, 1}}, {}},
+        m_screenDialogs, nullptr));
 }
 
 QWidget* Gallery::about()

@@ -79,6 +79,7 @@ private:
     QWidget* classStreams();
     QWidget* photos();
     QWidget* classChange();
+    QWidget* conversionReport();
     QWidget* about();
     QWidget* progress();
     QWidget* workbook();

@@ -16,6 +16,9 @@
 
 #include "library/ui/FormNew.h"
 #include "maintenance/ExamRemoval.h"
+#include "oldlibraries/AskedConversion.h"
+#include "oldlibraries/ConversionNote.h"
+#include "oldlibraries/FileHeader.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
@@ -220,7 +223,10 @@ void AFormMain::start(const QString& commandLine)
 {
     const CommandScope command(m_dialogs);
     const QString path = QString(commandLine).remove(u'"');
-    if (!path.isEmpty()) {
+    oldlibraries::removeLeftOvers(m_library.paths());
+    if (oldlibraries::isOldLibrary(path)) {
+        openConverted(QFileInfo(path).absoluteFilePath());
+    } else if (!path.isEmpty()) {
         m_library.LibPath = QFileInfo(path).absoluteFilePath();
         m_library.OpenDB();
     }
@@ -273,8 +279,25 @@ void AFormMain::hideResult()
 
 void AFormMain::openLibrary(const QString& path)
 {
-    if (!m_screens.mayLeaveLibrary())
+    if (oldlibraries::isOldLibrary(path))
+        openConverted(path);
+    else if (m_screens.mayLeaveLibrary())
+        openAndList(path);
+}
+
+void AFormMain::openConverted(const QString& oldPath)
+{
+    const std::optional<oldlibraries::ConversionReport> report =
+        m_screens.convertOldLibrary(oldPath);
+    if (!report)
         return;
+    openAndList(report->newPath);
+    if (oldlibraries::isReportWanted(*report))
+        m_screens.showReport(*report);
+}
+
+void AFormMain::openAndList(const QString& path)
+{
     m_library.LibPath = path;
     m_library.OpenDB();
     ShowInfo();
@@ -303,6 +326,8 @@ void AFormMain::mfREC_Click(int index)
         runtime::warn(u"下列文件不存在！可能被移动或改名。\n"_s + file);
         return;
     }
+    if (oldlibraries::isOldLibrary(file))
+        return openConverted(file);
     if (!m_screens.mayLeaveLibrary())
         return;
     m_library.LibPath = file;

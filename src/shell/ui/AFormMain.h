@@ -32,7 +32,8 @@ public:
     AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs);
     ~AFormMain() override;
 
-    /// Opens the library named on the command line ("" for none) and fills the recent list.
+    /// Opens the library named on the command line ("" for none) and fills the recent list. What
+    /// killed conversions left goes.
     void start(const QString& commandLine);
 
     /// Puts the path of the open library into the title.
@@ -59,7 +60,11 @@ private:
     QString openPath() const;
     void takeLibrary();
     void hideResult();
+    /// Unless the user stays with what is not saved.
     void openLibrary(const QString& path);
+    /// The library that the user has an old one converted to.
+    void openConverted(const QString& oldPath);
+    void openAndList(const QString& path);
     void takeDropped(const QString& file);
     void showGrid(workbench::AfterQuery afterwards);
     void showWorkbench();

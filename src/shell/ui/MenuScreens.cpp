@@ -1,5 +1,7 @@
 #include "shell/ui/MenuScreens.h"
 
+#include <QFileInfo>
+
 #include "configuration/ui/FormSet.h"
 #include "configuration/ui/FormZDYXS.h"
 #include "export/ui/FormDaoChu.h"
@@ -16,6 +18,9 @@
 #include "maintenance/ui/FormXGXX.h"
 #include "maintenance/ui/FormXiuGaiChengJi.h"
 #include "maintenance/ui/FormZhuanBan.h"
+#include "oldlibraries/AskedConversion.h"
+#include "oldlibraries/ui/ReportScreen.h"
+#include "platform/widgets/ScreenProgress.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/frmAbout.h"
 
@@ -214,6 +219,24 @@ void MenuScreens::showAbout()
 {
     frmAbout screen(&m_mainWindow);
     show(screen);
+}
+
+void MenuScreens::showReport(const oldlibraries::ConversionReport& report)
+{
+    oldlibraries::ReportScreen screen(report, m_dialogs, &m_mainWindow);
+    show(screen);
+}
+
+std::optional<oldlibraries::ConversionReport> MenuScreens::convertOldLibrary(const QString& path)
+{
+    m_dialogs.startIn(QFileInfo(path).path());
+    const std::optional<oldlibraries::ConversionRequest> request =
+        oldlibraries::askForConversion(path, m_library.Conn, m_library.paths());
+    m_dialogs.startIn({});
+    if (!request || !mayLeaveLibrary())
+        return std::nullopt;
+    widgets::ScreenProgress progress(&m_mainWindow);
+    return oldlibraries::convertAsked(*request, m_library.paths(), progress);
 }
 
 bool MenuScreens::mayLeaveLibrary()

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include <QPointer>
 
 #include "import/ImportState.h"
 #include "library/ScoreLibrary.h"
+#include "oldlibraries/ConversionReport.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenDialogs.h"
 #include "workbooks/model/Application.h"
@@ -76,6 +78,11 @@ public:
     /// "转班".
     void showFormZhuanBan();
     void showAbout();
+    /// "转换报告".
+    void showReport(const oldlibraries::ConversionReport& report);
+
+    /// Leads the user through the conversion of an old library. Nothing if there is no new one.
+    std::optional<oldlibraries::ConversionReport> convertOldLibrary(const QString& path);
 
     /// Asks for what is not saved in the screens that do not block the main window, before another
     /// library is opened. False if the user stays.
