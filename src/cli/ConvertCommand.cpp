@@ -6,6 +6,7 @@
 #include "cli/Command.h"
 #include "library/LibraryShape.h"
 #include "oldlibraries/Conversion.h"
+#include "oldlibraries/ConversionNote.h"
 #include "oldlibraries/OldFileError.h"
 #include "oldlibraries/ReportGrid.h"
 #include "platform/database/FileIdentity.h"
@@ -88,6 +89,7 @@ QString sentence(const OldFileError& error, const Arguments& arguments)
 std::optional<ConversionReport> converted(const Session& session, const ConversionRequest& request)
 {
     CliProgress progress;
+    const oldlibraries::ConversionNote note(session.scores.paths(), request.newPath);
     try {
         return oldlibraries::convert(request, progress);
     } catch (const OldFileError& error) {

@@ -6,6 +6,7 @@
 
 #include "cli/Command.h"
 #include "individual/paint/PaintingApplication.h"
+#include "oldlibraries/ConversionNote.h"
 #include "platform/runtime/QuietLibraries.h"
 
 namespace {
@@ -28,6 +29,7 @@ Exit runCommand(const Command& command, const QStringList& rest)
     const Arguments arguments(rest, command.syntax);
     CliDialogs dialogs;
     library::ScoreLibrary scores(runtime::AppPaths::locate(QCoreApplication::applicationDirPath()));
+    oldlibraries::removeLeftOvers(scores.paths());
     Session session{arguments, dialogs, scores};
     return command.run(session);
 }
