@@ -40,7 +40,7 @@ void ReportScreen::makeWidgets()
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(view, 1);
     layout->addLayout(buttons);
-    resize(fontMetrics().averageCharWidth() * 130, fontMetrics().lineSpacing() * 32);
+    resize(fontMetrics().averageCharWidth() * 140, fontMetrics().lineSpacing() * 32);
     connect(saving, &QPushButton::clicked, this, &ReportScreen::save);
     connect(closing, &QPushButton::clicked, this, &QDialog::close);
     view->setFocus();
