@@ -13,6 +13,11 @@ namespace {
 
 const runtime::Trap trap{" - Sub MKRecent/FormMain"};
 
+bool fitsOnLine(const QString& path)
+{
+    return !path.contains(u'\n') && !path.contains(u'\r');
+}
+
 } // namespace
 
 const QString RecentFiles::Placeholder = u"(最近打开的文件)"_s;
@@ -20,7 +25,7 @@ const QString RecentFiles::Placeholder = u"(最近打开的文件)"_s;
 QString RecentFiles::MKRecent(const QString& file, const QString& path, int count)
 {
     trap([&] { runtime::readLines(file, m_list); });
-    if (!path.isEmpty())
+    if (!path.isEmpty() && fitsOnLine(path))
         add(file, path, count);
     QStringList shown;
     for (const QString& entry : m_list.mid(0, count)) {

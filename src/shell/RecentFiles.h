@@ -13,8 +13,8 @@ public:
 
     /// Reads the list; puts `path` at its head if it is not among the first `count` yet, and
     /// rewrites the file then. The list is in order of first opening: an entry that is there keeps
-    /// its place. With an empty `path` the first entry is given back if its file exists, ""
-    /// otherwise.
+    /// its place. A path with a line break, of which the file would make two, is left out. With an
+    /// empty `path` the first entry is given back if its file exists, "" otherwise.
     QString MKRecent(const QString& file, const QString& path, int count);
 
     /// Captions of the menu entries: the files, or the placeholder alone.

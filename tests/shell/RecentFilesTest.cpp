@@ -105,6 +105,16 @@ TEST_F(RecentList, EntriesBeyondTheCountAreReadAndGoAtTheNextWrite)
     EXPECT_EQ(written(), u"/7\n/1\n/2\n/3\n/4\n/5\n"_s);
 }
 
+TEST_F(RecentList, APathOfTwoLinesIsLeftOut)
+{
+    start(u"/甲.CJK"_s);
+    for (const QString& path : {u"/高\n三.CJK"_s, u"/高\r三.CJK"_s}) {
+        EXPECT_EQ(start(path), QString());
+        EXPECT_EQ(recent.mfREC(), QStringList{u"/甲.CJK"_s});
+        EXPECT_EQ(written(), u"/甲.CJK\n"_s);
+    }
+}
+
 TEST_F(RecentList, EmptyLinesAreDropped)
 {
     write(u"\n/甲.CJK\n\n\n/乙.CJK\n\n"_s);
