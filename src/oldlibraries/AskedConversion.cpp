@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <climits>
 #include <numeric>
 
 #include <QFile>
@@ -39,6 +40,8 @@ QString hindrance(const QString& suggested)
     const QFileInfo file(suggested);
     if (file.exists())
         return u"“%1”已经有了，接下来请另取一个名称。"_s.arg(file.fileName());
+    if (QFile::encodeName(file.fileName()).size() > NAME_MAX)
+        return u"旧的名称太长，加不上“（转换）”，接下来请另取一个名称。"_s;
     if (!isWritable(file.path()))
         return u"旧成绩库的文件夹不能写入，接下来请另选一个文件夹。"_s;
     return {};
@@ -73,15 +76,18 @@ std::optional<QString> askForPassword(const QString& oldPath)
     }
 }
 
-/// Why a file that stands under this name stays; "" if it may be replaced.
-QString refusal(const QString& path, const QString& oldPath, const database::Connection& open)
+/// Why a file that stands under the new name stays; "" if it may be replaced.
+QString refusal(const ConversionRequest& request, const database::Connection& open)
 {
     using database::FileIdentity;
+    const QString& path = request.newPath;
     if (!QFileInfo::exists(path))
         return {};
     const FileIdentity file = FileIdentity::of(path);
-    if (file == FileIdentity::of(oldPath))
+    if (file == FileIdentity::of(request.oldPath))
         return u"%1 就是旧的成绩库，它要保持原样。请另取一个名称。"_s.arg(path);
+    if (file == FileIdentity::of(request.templateFile))
+        return u"%1 是程序的空白成绩库，不能覆盖。请另取一个名称。"_s.arg(path);
     if ((open.isOpen() && file == FileIdentity::of(open.path())) || database::isInUse(path))
         return u"文件 %1 正在使用，不能覆盖。"_s.arg(path);
     return {};
@@ -98,7 +104,7 @@ bool askForTarget(ConversionRequest& request, const database::Connection& open)
         if (request.newPath.isEmpty())
             return false;
         request.existing = QFileInfo::exists(request.newPath) ? Existing::Replace : Existing::Keep;
-        const QString why = refusal(request.newPath, request.oldPath, open);
+        const QString why = refusal(request, open);
         if (why.isEmpty())
             return true;
         runtime::warn(why);

@@ -112,6 +112,9 @@ void Converter::checkTarget() const
             && FileIdentity::of(file) == FileIdentity::of(m_request.oldPath))
             throw runtime::Error(u"%1 就是旧成绩库，不能覆盖。"_s.arg(m_request.oldPath));
     }
+    if (QFileInfo::exists(m_target)
+        && FileIdentity::of(m_target) == FileIdentity::of(m_request.templateFile))
+        throw runtime::Error(u"%1 是程序的空白成绩库，不能覆盖。"_s.arg(m_request.newPath));
     if (m_request.existing == Existing::Keep && QFileInfo::exists(m_target))
         refuseExisting();
 }

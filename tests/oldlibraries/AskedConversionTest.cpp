@@ -148,6 +148,20 @@ TEST_F(AskedConversion, WhereTheSuggestedNameIsTakenAnotherOneIsAskedFor)
                           "“2008级（转换）.CJK”已经有了，接下来请另取一个名称。"_s});
 }
 
+TEST_F(AskedConversion, WhereTheSuggestedNameIsTooLongAnotherOneIsAskedFor)
+{
+    const QString longest = test.file(QString(83, u'长') + u".CJK"_s);
+    support::write(longest, bytes);
+    test.dialogs.file = test.file(u"短.CJK"_s);
+    test.dialogs.expect(question, u"转换"_s);
+    const std::optional<ConversionRequest> request =
+        askForConversion(longest, test.scores.Conn, test.paths);
+    ASSERT_TRUE(request);
+    EXPECT_EQ(request->newPath, *test.dialogs.file);
+    EXPECT_TRUE(test.dialogs.shown[0].endsWith(
+        u"旧的名称太长，加不上“（转换）”，接下来请另取一个名称。"_s));
+}
+
 TEST_F(AskedConversion, AFileIsReplacedOnlyIfTheUserSaysSo)
 {
     support::write(suggested, "taken");
@@ -185,6 +199,16 @@ TEST_F(AskedConversion, TheOldFileIsNeverTheNewOne)
     EXPECT_TRUE(test.dialogs.shown.contains(refusal.arg(old)));
     EXPECT_TRUE(test.dialogs.shown.contains(refusal.arg(link)));
     EXPECT_EQ(test.dialogs.look(refusal.arg(link)).icon, runtime::Icon::Warning);
+}
+
+TEST_F(AskedConversion, TheEmptyLibraryOfTheProgramIsNotReplaced)
+{
+    support::write(suggested, "taken");
+    test.dialogs.files = {test.paths.templateFile(), test.file(u"另一个.CJK"_s)};
+    test.dialogs.expect(u"是否覆盖原文件"_s, runtime::Answer::Ok);
+    EXPECT_TRUE(askAndAgree());
+    EXPECT_EQ(test.dialogs.shown.last(), u"%1 是程序的空白成绩库，不能覆盖。请另取一个名称。"_s.arg(
+                                             test.paths.templateFile()));
 }
 
 TEST_F(AskedConversion, ALibraryInUseIsNotReplaced)

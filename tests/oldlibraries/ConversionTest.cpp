@@ -185,6 +185,20 @@ TEST_F(Conversion, DoesNotReplaceALibraryInUse)
     expectNothingMade(old, {u"new.CJK"_s});
 }
 
+TEST_F(Conversion, NeverReplacesTheEmptyLibrary)
+{
+    const QByteArray old = writeOld();
+    ASSERT_TRUE(QFile::copy(request.templateFile, file(u"empty.dll"_s)));
+    request.templateFile = file(u"empty.dll"_s);
+    request.newPath = request.templateFile;
+    request.existing = Existing::Replace;
+    const QByteArray empty = read(request.templateFile);
+    EXPECT_EQ(errorOf([&] { convert(); }),
+              u"%1 是程序的空白成绩库，不能覆盖。"_s.arg(request.newPath));
+    EXPECT_EQ(read(request.templateFile), empty);
+    expectNothingMade(old, {u"empty.dll"_s});
+}
+
 TEST_F(Conversion, NeverReplacesTheOldFile)
 {
     const QByteArray old = writeOld();
