@@ -1,5 +1,6 @@
 #include "oldlibraries/Conversion.h"
 
+#include <algorithm>
 #include <limits>
 
 #include <QDir>
@@ -57,6 +58,7 @@ public:
 private:
     void checkPassword() const;
     void checkTarget() const;
+    void checkIsLibrary(const std::vector<OldTable>& tables) const;
     bool fill(const QString& path);
     bool copyTables(Connection& library);
     std::optional<qint64> copyTable(Connection& library, TargetTable& table);
@@ -124,6 +126,17 @@ void Converter::refuseExisting() const
     throw runtime::Error(u"文件 %1 已存在，没有转换。"_s.arg(m_request.newPath));
 }
 
+/// Any program's data can stand in a file of the old engine.
+void Converter::checkIsLibrary(const std::vector<OldTable>& tables) const
+{
+    const QStringList known = {u"信息表"_s, u"成绩表"_s, u"考试名称表"_s};
+    if (std::none_of(tables.begin(), tables.end(),
+                     [&](const OldTable& table) { return known.contains(table.name); }))
+        throw OldFileError(
+            OldFileFailure::Foreign,
+            u"%1 里没有信息表、成绩表和考试名称表，不是成绩库。"_s.arg(m_request.oldPath));
+}
+
 /// False if the user cancelled.
 bool Converter::fill(const QString& path)
 {
@@ -147,6 +160,7 @@ bool Converter::fill(const QString& path)
 bool Converter::copyTables(Connection& library)
 {
     const std::vector<OldTable> oldTables = m_old.readTables();
+    checkIsLibrary(oldTables);
     findLosses(m_old, oldTables, m_report.findings);
     m_tables = targetTables(oldTables, library, m_report.findings);
     for (const QString& table : tableNames(library))

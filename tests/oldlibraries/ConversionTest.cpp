@@ -59,6 +59,7 @@ protected:
             old.addRow({row});
         old.addTable(u"表二"_s, {{u"乙"_s, OldType::Text}});
         old.addRow({u"甲乙丙丁"_s});
+        tests::addStudents(old);
         old.save();
         return read(request.oldPath);
     }
@@ -296,6 +297,27 @@ TEST_F(Conversion, IsRefusedWhenTheSecondReadingDiffers)
         errorOf([&] { oldlibraries::convert(request, progress); }),
         u"%1 的表“表二”前后两次读出的内容不同，没有转换。磁盘可能有问题。"_s.arg(request.oldPath));
     EXPECT_EQ(files(), QStringList{u"old.CJK"_s});
+}
+
+TEST_F(Conversion, OfAnotherProgramsDataIsRefused)
+{
+    const auto write = [this](const QString& table) {
+        OldFileWriter old(request.oldPath);
+        old.addTable(u"客户"_s, {{u"姓名"_s, OldType::Text}});
+        old.addTable(table, {{u"考试名称"_s, OldType::Text}});
+        old.save();
+        return read(request.oldPath);
+    };
+    const QByteArray old = write(u"订单"_s);
+    EXPECT_EQ(failure(), OldFileFailure::Foreign);
+    EXPECT_EQ(sentence,
+              u"%1 里没有信息表、成绩表和考试名称表，不是成绩库。"_s.arg(request.oldPath));
+    expectNothingMade(old);
+    for (const QString& table : {u"信息表"_s, u"成绩表"_s, u"考试名称表"_s}) {
+        write(table);
+        EXPECT_TRUE(convert()) << table.toStdString();
+        QFile::remove(request.newPath);
+    }
 }
 
 TEST_F(Conversion, OnAFullDiskLeavesNothing)

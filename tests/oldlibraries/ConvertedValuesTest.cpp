@@ -38,6 +38,8 @@ protected:
         old.addTable(table, columns);
         for (const std::vector<Value>& row : rows)
             old.addRow(row);
+        if (table != u"信息表"_s)
+            tests::addStudents(old);
         old.save();
         convertAndOpen(table);
     }
@@ -336,6 +338,7 @@ TEST_F(Converted, NamesThatStatementsCannotHoldAreChanged)
     old.addRow({1, 2, 3, 4});
     old.addTable(u"成绩表_考试"_s, {{u"甲"_s, OldType::Long}});
     old.addRow({5});
+    tests::addStudents(old);
     old.save();
     convertAndOpen(u"Sqlite_统计"_s);
     EXPECT_EQ(rows(u"select ROWID__, rowid_, [a_b], [x'; drop table 信息表; --] "
@@ -352,6 +355,7 @@ TEST_F(Converted, RowsThatTheDefinitionDoesNotCountAreTold)
     old.addTable(u"别的"_s, {{u"甲"_s, OldType::Long}});
     old.addRow({1});
     old.addRow({2});
+    tests::addStudents(old);
     old.save();
     QByteArray bytes = support::read(request.oldPath);
     oldlibraries::OldDatabase database(request.oldPath);

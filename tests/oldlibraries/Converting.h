@@ -12,6 +12,12 @@
 
 namespace tests {
 
+/// A table without which a file is no library.
+inline void addStudents(support::OldFileWriter& old)
+{
+    old.addTable(QStringLiteral("信息表"), {{QStringLiteral("姓名"), oldlibraries::OldType::Text}});
+}
+
 /// A folder in which an old library, old.CJK, is converted to new.CJK.
 class Converting : public testing::Test
 {

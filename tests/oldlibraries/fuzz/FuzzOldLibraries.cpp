@@ -62,7 +62,7 @@ void writeSmallFile(const QString& path, support::OldMapForm map)
     }
     file.addColumn({u"新"_s, OldType::Text});
     file.addTable(u"空"_s, {{u"ID"_s, OldType::Long}});
-    file.addTable(u"数"_s, {{u"考号"_s, OldType::Double}, {u"分"_s, OldType::Single}});
+    file.addTable(u"成绩表"_s, {{u"考号"_s, OldType::Double}, {u"分"_s, OldType::Single}});
     for (int i = 0; i < 300; ++i)
         file.addRow({double(i), 90.5});
     file.addObject(u"查询"_s, 5);
