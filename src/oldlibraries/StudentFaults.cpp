@@ -66,10 +66,13 @@ private:
 
     void lookAtStream()
     {
-        const QString stream = m_rows.text(4);
-        if (stream.isEmpty())
+        QString stream = m_rows.text(4);
+        if (stream.isEmpty()) {
             m_noStream.add(m_row, u"科类"_s, student());
-        else if (!m_streams.contains(stream, Qt::CaseInsensitive))
+            // The program counts each of them as a stream.
+            stream = m_rows.isNull(4) ? u"（没有值）"_s : u"（空）"_s;
+        }
+        if (!m_streams.contains(stream, Qt::CaseInsensitive))
             m_streams.append(stream);
     }
 

@@ -72,11 +72,13 @@ TEST(Faults, StudentsWhoCannotBeToldApartOrFoundAreTold)
 TEST(Faults, StreamsThatTheProgramCannotReadAreTold)
 {
     const QString none = u"没有科类，原样转入；不分文理的学校请填“理”。"_s;
+    const QString many = u"科类多于两种，程序读不出科类；请在转换后改为“文”和“理”。"_s;
     expectFaults({
         {u"insert into 信息表(班级,学号,姓名,科类) values (5,1,'丙',''),(5,2,'丁',null)"_s,
-         u"信息表|3|科类|5 班 1 号 丙|"_s + none + u"\n信息表|4|科类|5 班 2 号 丁|"_s + none},
+         u"信息表|3|科类|5 班 1 号 丙|"_s + none + u"\n信息表|4|科类|5 班 2 号 丁|"_s + none
+             + u"\n信息表|0|科类|文、理、（空）、（没有值）|"_s + many},
         {u"insert into 信息表(班级,学号,姓名,科类) values (5,1,'丙','艺术')"_s,
-         u"信息表|0|科类|文、理、艺术|科类多于两种，程序读不出科类；请在转换后改为“文”和“理”。"_s},
+         u"信息表|0|科类|文、理、艺术|"_s + many},
     });
 }
 
