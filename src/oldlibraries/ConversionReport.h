@@ -21,8 +21,8 @@ struct Finding
     QString done;
 };
 
-/// Values of one column that are told one by one; more of them are told as a number.
-inline constexpr qint64 mostFindingsOfColumn = 1000;
+/// Findings of one kind that are told one by one; more of them are told as a number.
+inline constexpr qint64 mostFindingsOfKind = 1000;
 
 /// What became of an old library.
 struct ConversionReport

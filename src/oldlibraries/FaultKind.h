@@ -10,13 +10,11 @@ namespace oldlibraries {
 class FaultKind
 {
 public:
-    static constexpr qint64 mostListed = 200;
-
     /// `done` is the sentence of each finding.
     FaultKind(QString table, QString done) : m_table(std::move(table)), m_done(std::move(done)) {}
 
     /// True if the next one is listed too, so that its value is worth looking up.
-    bool isListed() const { return m_count < mostListed; }
+    bool isListed() const { return m_count < mostFindingsOfKind; }
     void add(qint64 row, const QString& column, const QString& value = {});
 
     /// Adds those that are listed, and a line that counts the others.

@@ -1,5 +1,6 @@
 #include "oldlibraries/KeyFaults.h"
 
+#include "oldlibraries/FaultKind.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/Statement.h"
 
@@ -16,25 +17,17 @@ namespace {
 void findFaults(database::Connection& library, const TargetTable& table,
                 const ColumnDeclaration& column, std::vector<Finding>& findings)
 {
+    FaultKind repeated(table.old.name, u"几行都是这个值，照原样保存"_s);
+    FaultKind missing(table.old.name, u"没有值，照原样保存"_s);
     Statement rows(library, database::sqlWith(
                                 u"select rowid, %1 from %2 where %1 is null or %1 in "
                                 "(select %1 from %2 group by %1 having count(*)>1) "
                                 "order by rowid"_s,
                                 {SqlPiece::names({column.name}), SqlPiece::names({table.name})}));
-    const QString missing = u"没有值，照原样保存"_s;
-    const QString repeated = u"几行都是这个值，照原样保存"_s;
-    qint64 found = 0;
-    while (rows.step()) {
-        if (++found <= mostFindingsOfColumn)
-            findings.push_back({table.old.name, rows.integer(0), column.name, rows.text(1),
-                                rows.isNull(1) ? missing : repeated});
-    }
-    if (found > mostFindingsOfColumn)
-        findings.push_back({table.old.name,
-                            0,
-                            column.name,
-                            {},
-                            u"这样的行还有 %1 行，没有列出"_s.arg(found - mostFindingsOfColumn)});
+    while (rows.step())
+        (rows.isNull(1) ? missing : repeated).add(rows.integer(0), column.name, rows.text(1));
+    repeated.tell(findings);
+    missing.tell(findings);
 }
 
 } // namespace

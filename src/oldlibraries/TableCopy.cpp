@@ -94,7 +94,7 @@ void TableCopy::checkKey(database::ColumnDeclaration::Key key)
 
 void TableCopy::tellOddity(int place)
 {
-    if (++m_oddities[size_t(place)] > mostFindingsOfColumn)
+    if (++m_oddities[size_t(place)] > mostFindingsOfKind)
         return;
     const OldColumn& column = m_table.old.columns[size_t(place)];
     add(m_row, column.name, oldText(m_rows, column, place), m_value.oddity.toString());
@@ -103,7 +103,7 @@ void TableCopy::tellOddity(int place)
 void TableCopy::tellMoreOddities()
 {
     for (size_t i = 0; i < m_oddities.size(); ++i) {
-        const qint64 more = m_oddities[i] - mostFindingsOfColumn;
+        const qint64 more = m_oddities[i] - mostFindingsOfKind;
         if (more > 0)
             add(0, m_table.old.columns[i].name, {}, u"这样的值还有 %1 个，没有列出"_s.arg(more));
     }

@@ -252,7 +252,7 @@ TEST_F(Converted, MoreThanAThousandOddValuesOfAColumnAreTold)
     EXPECT_EQ(findings[999], u"1000|双|nan|不是数，新库里是空值"_s);
     EXPECT_EQ(findings[1000], u"0|双||这样的值还有 200 个，没有列出"_s);
     EXPECT_EQ(findings[2001], u"1000|ID|-2147483648|几行都是这个值，照原样保存"_s);
-    EXPECT_EQ(findings[2002], u"0|ID||这样的行还有 200 行，没有列出"_s);
+    EXPECT_EQ(findings[2002], u"0|||这样的还有 200 处，没有一一列出：几行都是这个值，照原样保存"_s);
 }
 
 TEST_F(Converted, ANumberOfARemovedRowIsNeverGivenAgain)

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "CopiedLibrary.h"
+#include "oldlibraries/ConversionReport.h"
 #include "oldlibraries/Converting.h"
-#include "oldlibraries/FaultKind.h"
 #include "platform/database/Statement.h"
 #include "support/FileBytes.h"
 #include "support/PrintQString.h"
@@ -196,16 +196,16 @@ TEST(Faults, SettingsAndColorsThatAreNotUsedAreTold)
 
 TEST(Faults, OfManyFaultsTheFirstAreListedAndTheOthersCounted)
 {
-    const qint64 most = oldlibraries::FaultKind::mostListed;
+    const qint64 most = oldlibraries::mostFindingsOfKind;
     FaultsLibrary library;
-    library.execute(u"with recursive n(x) as (select 10 union all select x+1 from n where x<511) "
+    library.execute(u"with recursive n(x) as (select 10 union all select x+1 from n where x<1311) "
                     "insert into 成绩表(id,班级,学号,姓名,科类,考试名称,语文) "
                     "select 1000+x,1,x,'丙','文','期中',-3 from n"_s);
     const QStringList lines = library.faults().split(u'\n');
     EXPECT_EQ(lines.size(), 2 * (most + 1));
     EXPECT_EQ(
         lines[most - 1],
-        u"成绩表|202|id|1209（期中，1 班 209 号 丙）|信息表里没有这个 ID 的学生；原样转入。"_s);
+        u"成绩表|1002|id|2009（期中，1 班 1009 号 丙）|信息表里没有这个 ID 的学生；原样转入。"_s);
     EXPECT_EQ(lines[most], u"成绩表|0|||这样的还有 302 处，没有一一列出："
                            "信息表里没有这个 ID 的学生；原样转入。"_s);
     EXPECT_EQ(lines.last(), u"成绩表|0|||这样的还有 302 处，没有一一列出："
