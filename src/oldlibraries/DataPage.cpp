@@ -43,7 +43,12 @@ DataPage::Slot DataPage::slot(int row) const
 {
     if ((entry(row) & deletedFlag) != 0)
         return Slot::Deleted;
-    return (entry(row) & movedFlag) != 0 ? Slot::Moved : Slot::Row;
+    return isPointer(row) ? Slot::Moved : Slot::Row;
+}
+
+bool DataPage::isPointer(int row) const
+{
+    return (entry(row) & movedFlag) != 0;
 }
 
 std::string_view DataPage::bytes(int row) const

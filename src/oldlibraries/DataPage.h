@@ -32,6 +32,8 @@ public:
     /// What stands in the place of a row.
     enum class Slot { Row, Deleted, Moved };
     Slot slot(int row) const;
+    /// True for a pointer to a row's new place, also where a row was moved to and on from there.
+    bool isPointer(int row) const;
     /// The bytes in a row's place; they are those of the page. For a moved row the pointer to its
     /// new place. Throws OldFileError.
     std::string_view bytes(int row) const;

@@ -221,7 +221,7 @@ std::string_view OldRows::movedRow(std::string_view pointer)
 {
     for (int moves = 0; moves < mostMoves; ++moves) {
         m_movedRows.go(RowPlace::fromPointer(ByteCursor(pointer).u32()));
-        if (m_movedRows.slot() != DataPage::Slot::Moved)
+        if (!m_movedRows.isPointer())
             return m_movedRows.bytes();
         pointer = m_movedRows.bytes();
     }

@@ -21,7 +21,8 @@ public:
 
     /// Goes to a place. Throws OldFileError if no row of the owner stands there.
     void go(RowPlace place, Visit visit = Visit::First);
-    DataPage::Slot slot() const { return m_page.slot(m_row); }
+    /// True if the row was moved on; its bytes are the pointer then.
+    bool isPointer() const { return m_page.isPointer(m_row); }
     /// Valid until the next go().
     std::string_view bytes() const { return m_page.bytes(m_row); }
 

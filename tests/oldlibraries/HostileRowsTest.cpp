@@ -151,6 +151,23 @@ TEST_F(HostileOldFile, HasAMovedRowThatNeverArrives)
     expectDamaged(nothingPointedOn(other));
 }
 
+TEST_F(HostileOldFile, HasARowThatWasMovedTwice)
+{
+    using Flag = support::OldRowsPage::Flag;
+    const tests::OldCells before = tests::oldCells(path(), u"学生"_s);
+    const qsizetype place = movedPageNumber() * pageSize;
+    const qsizetype begin = rowBegin(movedPageNumber(), 0);
+    const QByteArray row = bytes.mid(place + begin, rowEnd(movedPageNumber(), 0) - begin);
+    const qsizetype last =
+        appendPage(rowsPage(studentsPage(), {row}, support::OldRowsPage::MovedHere));
+    const qsizetype between =
+        appendPage(rowsPage(studentsPage(), {pointer(last)},
+                            Flag(support::OldRowsPage::Moved | support::OldRowsPage::MovedHere)));
+    put(rowsPageNumber(), rowBegin(rowsPageNumber(), 1), quint32(between << 8));
+    expectRead();
+    EXPECT_EQ(tests::oldCells(path(), u"学生"_s), before);
+}
+
 TEST_F(HostileOldFile, HasALongValueThatNeverEnds)
 {
     const quint32 page = rowsPageNumber();
