@@ -173,8 +173,41 @@ void carryOut(database::Connection& library, const QString& table, const ColumnP
     }
 }
 
-QString sentence(const ColumnDeclaration& column)
+/// Without a stream and a category the program would pass the rows over; a school without streams
+/// has "理". "" for columns that can be empty.
+QString neededValue(const QString& table, const QString& column)
 {
+    if (table != u"信息表"_s && table != u"成绩表"_s && table != u"考试名称表"_s)
+        return {};
+    return column == u"科类"_s ? u"理"_s : column == u"类别代码"_s ? u"1"_s : QString();
+}
+
+/// Scores have what their student has.
+void fillColumn(database::Connection& library, const QString& table, const QString& column)
+{
+    const QString value = neededValue(table, column);
+    if (value.isEmpty())
+        return;
+    const database::SqlPiece name = database::SqlPiece::names({column});
+    database::Statement all(library, database::sqlWith(u"update %1 set %2=?1"_s,
+                                                       {database::SqlPiece::names({table}), name}));
+    all.bind({value});
+    all.run();
+    if (table != u"成绩表"_s)
+        return;
+    database::Statement own(library, database::sqlWith(u"update 成绩表 set %1=s.%1 from 信息表 s "
+                                                       "where s.ID=成绩表.id and s.%1<>''"_s,
+                                                       {name}));
+    own.run();
+}
+
+QString sentence(const QString& table, const ColumnDeclaration& column)
+{
+    const QString value = neededValue(table, column.name);
+    if (table == u"成绩表"_s && !value.isEmpty())
+        return u"旧库没有这一列，已经添加，值与学生信息一致，查不到学生的是 %1。"_s.arg(value);
+    if (!value.isEmpty())
+        return u"旧库没有这一列，已经添加，值是 %1。"_s.arg(value);
     if (column.key == ColumnDeclaration::Key::AutoNumber)
         return u"旧库没有这一列，已经添加，各行从 1 起编号。"_s;
     if (!column.defaultValue.isEmpty())
@@ -208,8 +241,10 @@ void completeTable(database::Connection& library, database::Connection& emptyLib
     if (plan.missing().isEmpty())
         return;
     carryOut(library, table, plan);
-    for (const QString& column : plan.missing())
-        findings.push_back({table, 0, column, {}, sentence(*find(known, column))});
+    for (const QString& column : plan.missing()) {
+        fillColumn(library, table, column);
+        findings.push_back({table, 0, column, {}, sentence(table, *find(known, column))});
+    }
     if (table != u"设置表"_s)
         return;
     QStringList values = plan.missing();

@@ -142,6 +142,29 @@ TEST(Completion, WhatIsAddedHasItsDefault)
     EXPECT_EQ(library.rows(u"select ID, 姓名, 类别代码 from 信息表"_s), u"5|甲|1 / 9|乙|1"_s);
 }
 
+TEST(Completion, AddedStreamsAndCategoriesAreThoseByWhichRowsAreFound)
+{
+    CopiedLibrary library;
+    library.execute(u"insert into 信息表(ID,姓名,科类,类别代码) "
+                    "values (5,'甲','文',2),(9,'乙','理',null),(12,'丙','',3)"_s);
+    library.execute(u"insert into 成绩表(id) values (9),(5),(null),(77),(12)"_s);
+    library.execute(u"insert into 考试名称表(考试名称) values ('期中')"_s);
+    for (const QString& column : {u"科类"_s, u"类别代码"_s})
+        library.removeColumn(u"成绩表"_s, column);
+    library.removeColumn(u"考试名称表"_s, u"科类"_s);
+    const QString like = u"旧库没有这一列，已经添加，值与学生信息一致，查不到学生的是 %1。"_s;
+    EXPECT_EQ(library.complete(), u"成绩表|0|类别代码||%1\n成绩表|0|科类||%2\n"
+                                  "考试名称表|0|科类||旧库没有这一列，已经添加，值是 理。"_s.arg(
+                                      like.arg(1), like.arg(u"理"_s)));
+    EXPECT_EQ(library.rows(u"select id, 类别代码, 科类 from 成绩表"_s),
+              u"9|1|理 / 5|2|文 / NULL|1|理 / 77|1|理 / 12|3|理"_s);
+    EXPECT_EQ(library.rows(u"select 考试名称, 科类 from 考试名称表"_s), u"期中|理"_s);
+
+    library.removeColumn(u"信息表"_s, u"科类"_s);
+    EXPECT_EQ(library.complete(), u"信息表|0|科类||旧库没有这一列，已经添加，值是 理。"_s);
+    EXPECT_EQ(library.rows(u"select ID, 科类 from 信息表"_s), u"5|理 / 9|理 / 12|理"_s);
+}
+
 TEST(Completion, RowsThatHaveNoNumberGetOne)
 {
     CopiedLibrary library;
