@@ -155,7 +155,7 @@ void refuseExisting(const Session& session, const QString& path)
         return;
     if (!target.isFile())
         throw runtime::Error(u"%1 不是普通文件，不能覆盖。"_s.arg(path));
-    if (database::FileIdentity::of(path) == database::FileIdentity::of(session.scores.Conn.path()))
+    if (database::isSameFile(path, session.scores.Conn.path()))
         throw runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(path));
     if (!session.arguments.has(u"force"_s))
         throw runtime::Error(u"文件 %1 已存在，没有覆盖。要覆盖它，请加上 --force。"_s.arg(path));

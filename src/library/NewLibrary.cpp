@@ -35,8 +35,7 @@ const Trap trap{" - Private Sub Command1_Click/FormNew"};
 std::optional<database::FileLock> heldForReplacing(const QString& target,
                                                    const database::Connection& open)
 {
-    if (open.isOpen() && QFileInfo::exists(target)
-        && database::FileIdentity::of(target) == database::FileIdentity::of(open.path()))
+    if (database::isSameFile(target, open.path()))
         throw database::inUseError(target);
     return database::heldForReplacing(target);
 }

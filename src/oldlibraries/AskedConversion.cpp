@@ -79,16 +79,13 @@ std::optional<QString> askForPassword(const QString& oldPath)
 /// Why a file that stands under the new name stays; "" if it may be replaced.
 QString refusal(const ConversionRequest& request, const database::Connection& open)
 {
-    using database::FileIdentity;
+    using database::isSameFile;
     const QString& path = request.newPath;
-    if (!QFileInfo::exists(path))
-        return {};
-    const FileIdentity file = FileIdentity::of(path);
-    if (file == FileIdentity::of(request.oldPath))
+    if (isSameFile(path, request.oldPath))
         return u"%1 就是旧的成绩库，它要保持原样。请另取一个名称。"_s.arg(path);
-    if (file == FileIdentity::of(request.templateFile))
+    if (isSameFile(path, request.templateFile))
         return u"%1 是程序的空白成绩库，不能覆盖。请另取一个名称。"_s.arg(path);
-    if ((open.isOpen() && file == FileIdentity::of(open.path())) || database::isInUse(path))
+    if (isSameFile(path, open.path()) || database::isInUse(path))
         return u"文件 %1 正在使用，不能覆盖。"_s.arg(path);
     return {};
 }

@@ -24,7 +24,7 @@ namespace oldlibraries {
 
 using namespace Qt::StringLiterals;
 using database::Connection;
-using database::FileIdentity;
+using database::isSameFile;
 using database::WriteBatch;
 using Existing = ConversionRequest::Existing;
 
@@ -109,13 +109,10 @@ void Converter::checkTarget() const
     database::checkPathLength(m_target);
     // What a crash left beside the target goes with it.
     for (const QString& ending : {QString(), u"-journal"_s, u"-wal"_s}) {
-        const QString file = m_target + ending;
-        if (QFileInfo::exists(file)
-            && FileIdentity::of(file) == FileIdentity::of(m_request.oldPath))
+        if (isSameFile(m_target + ending, m_request.oldPath))
             throw runtime::Error(u"%1 就是旧成绩库，不能覆盖。"_s.arg(m_request.oldPath));
     }
-    if (QFileInfo::exists(m_target)
-        && FileIdentity::of(m_target) == FileIdentity::of(m_request.templateFile))
+    if (isSameFile(m_target, m_request.templateFile))
         throw runtime::Error(u"%1 是程序的空白成绩库，不能覆盖。"_s.arg(m_request.newPath));
     if (m_request.existing == Existing::Keep && QFileInfo::exists(m_target))
         refuseExisting();

@@ -33,4 +33,10 @@ void FileIdentity::checkWritten(const QString& path) const
             u"成绩库文件 %1 在写入时被移走、删除或替换，刚才的写入不在它里面。"_s.arg(path));
 }
 
+bool isSameFile(const QString& path, const QString& other)
+{
+    const FileIdentity file = FileIdentity::of(path);
+    return file != FileIdentity() && file == FileIdentity::of(other);
+}
+
 } // namespace database

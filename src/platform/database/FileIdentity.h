@@ -18,4 +18,7 @@ struct FileIdentity
     friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
 };
 
+/// True if both paths lead to one file, by whatever links; false where none stands.
+bool isSameFile(const QString& path, const QString& other);
+
 } // namespace database

@@ -1,5 +1,8 @@
+#include <unistd.h>
+
 #include "DatabaseFile.h"
 #include "platform/database/EmptyLibrary.h"
+#include "platform/database/FileIdentity.h"
 #include "platform/database/OpenFile.h"
 #include "platform/database/WriteBatch.h"
 
@@ -72,6 +75,22 @@ TEST(ReplacedFile, IsNoFolder)
     const DatabaseFile file("create table 表 (甲)");
     EXPECT_EQ(refusal([&] { heldForReplacing(file.folder.path()); }),
               u"无法写入文件 %1（它是文件夹）。"_s.arg(file.folder.path()));
+}
+
+TEST(SameFile, IsFoundBehindLinksAndNowhereElse)
+{
+    const DatabaseFile file("create table 表 (甲)");
+    const auto in = [&](const QString& name) { return file.folder.filePath(name); };
+    ASSERT_TRUE(QFile::link(file.path(), in(u"链接.CJK"_s)));
+    ASSERT_EQ(link(QFile::encodeName(file.path()).constData(),
+                   QFile::encodeName(in(u"同一个.CJK"_s)).constData()),
+              0);
+    ASSERT_TRUE(QFile::copy(file.path(), in(u"副本.CJK"_s)));
+    for (const QString& name : {u"./库.CJK"_s, u"链接.CJK"_s, u"同一个.CJK"_s})
+        EXPECT_TRUE(isSameFile(in(name), file.path())) << name.toStdString();
+    EXPECT_FALSE(isSameFile(in(u"副本.CJK"_s), file.path()));
+    EXPECT_FALSE(isSameFile(in(u"没有.CJK"_s), in(u"没有.CJK"_s)));
+    EXPECT_FALSE(isSameFile({}, {}));
 }
 
 TEST(EmptyLibrary, IsReadWholeOrMissed)
