@@ -25,9 +25,7 @@ namespace {
 /// Throws Error for a file that must not be replaced; the old library never may.
 void checkTarget(const Session& session, const QString& path)
 {
-    using database::FileIdentity;
-    const QString oldPath = session.arguments.path(0);
-    if (QFileInfo::exists(path) && FileIdentity::of(path) == FileIdentity::of(oldPath))
+    if (database::isSameFile(path, session.arguments.path(0)))
         throw runtime::Error(u"%1 就是旧成绩库，不能覆盖。"_s.arg(path));
     refuseExisting(session, path);
 }
@@ -56,7 +54,7 @@ QString reportPath(const Session& session, const QString& newPath)
     if (!session.arguments.has(u"report"_s))
         return {};
     const QString path = QFileInfo(session.arguments.value(u"report"_s)).absoluteFilePath();
-    if (QDir::cleanPath(path) == QDir::cleanPath(newPath))
+    if (QDir::cleanPath(path) == QDir::cleanPath(newPath) || database::isSameFile(path, newPath))
         throw UsageError(u"--report 不能是新成绩库的文件。"_s);
     checkTarget(session, path);
     return path;

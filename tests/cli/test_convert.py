@@ -4,6 +4,7 @@ import os
 import random
 import re
 import resource
+import shutil
 import sqlite3
 import subprocess
 import sys
@@ -279,6 +280,20 @@ class Targets(ConvertTest):
                     self.refused(self.old, target, *force,
                                  sentence=f"{target} 就是旧成绩库，不能覆盖。")
 
+    def test_never_the_empty_library_of_the_program(self):
+        program = self.folder / "program"
+        program.mkdir()
+        for name in ("MFC.dll", Path(yunshan.PROGRAM).name):
+            shutil.copy2(Path(yunshan.PROGRAM).parent / name, program)
+        (program / "data").mkdir()
+        empty = program / "MFC.dll"
+        before = empty.read_bytes()
+        result = yunshan.run("convert", self.old, empty, "--force", cwd=self.folder,
+                             program=program / Path(yunshan.PROGRAM).name)
+        self.assertEqual((result.code, result.err),
+                         (ERROR, f"{empty} 是程序的空白成绩库，不能覆盖。\n"))
+        self.assertEqual(empty.read_bytes(), before)
+
     def test_a_library_in_use_is_not_replaced(self):
         self.convert()
         before = oldsamples.found(self.folder)
@@ -372,6 +387,11 @@ class Report(ConvertTest):
         self.refused(self.old, "--report", self.old, "--force",
                      sentence=f"{self.old} 就是旧成绩库，不能覆盖。")
         result = self.convert(self.old, "--report", self.folder / "." / self.new.name, expect=USAGE)
+        self.assertEqual(result.err.splitlines()[0], "--report 不能是新成绩库的文件。")
+        self.put(self.new.name, b"something else")
+        link = self.folder / "链接.txt"
+        link.symlink_to(self.new)
+        result = self.convert(self.old, "--report", link, "--force", expect=USAGE)
         self.assertEqual(result.err.splitlines()[0], "--report 不能是新成绩库的文件。")
 
     def test_a_report_that_cannot_be_written_leaves_the_library(self):
