@@ -38,13 +38,14 @@ void findKeyFaults(database::Connection& library, const TargetTable& keyed,
     for (const ColumnDeclaration& column : keyed.columns) {
         if (column.key == Key::None)
             continue;
-        findings.push_back({keyed.old.name,
-                            0,
-                            column.name,
-                            {},
-                            column.key == Key::AutoNumber
-                                ? u"有空的或重复的编号，新库里这一列不能自动编号"_s
-                                : u"有空的或重复的值，新库里这一列不再防止重复"_s});
+        findings.push_back(
+            {keyed.old.name,
+             0,
+             column.name,
+             {},
+             column.key == Key::AutoNumber
+                 ? u"有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号"_s
+                 : u"有空的或重复的值，新库里这一列不再防止重复"_s});
         findFaults(library, keyed, column, findings);
     }
 }

@@ -283,18 +283,21 @@ TEST_F(Converted, NumbersThatStandTwiceGoOverAndTheColumnNumbersNoMore)
                  {{1, u"甲"_s}, {2, u"乙"_s}, {1, u"丙"_s}, {Value(), u"丁"_s}});
     EXPECT_EQ(rows(u"select ID, 姓名 from 信息表"_s), u"1|甲 / 2|乙 / 1|丙 / NULL|丁"_s);
     EXPECT_EQ(declared(u"信息表"_s, u"ID"_s), u"Long INTEGER||"_s);
-    EXPECT_EQ(findings.mid(0, 4),
-              (QStringList{u"0|ID||有空的或重复的编号，新库里这一列不能自动编号"_s,
-                           u"1|ID|1|几行都是这个值，照原样保存"_s,
-                           u"3|ID|1|几行都是这个值，照原样保存"_s, u"4|ID||没有值，照原样保存"_s}));
+    EXPECT_EQ(
+        findings.mid(0, 4),
+        (QStringList{u"0|ID||有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号"_s,
+                     u"1|ID|1|几行都是这个值，照原样保存"_s, u"3|ID|1|几行都是这个值，照原样保存"_s,
+                     u"4|ID||没有值，照原样保存"_s}));
 }
 
 TEST_F(Converted, AMissingNumberAloneIsEnoughForThat)
 {
     convertTable(u"别的"_s, {number}, {{1}, {Value()}});
     EXPECT_EQ(rows(u"select * from 别的"_s), u"1 / NULL"_s);
-    EXPECT_EQ(findings, (QStringList{u"0|ID||有空的或重复的编号，新库里这一列不能自动编号"_s,
-                                     u"2|ID||没有值，照原样保存"_s}));
+    EXPECT_EQ(
+        findings,
+        (QStringList{u"0|ID||有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号"_s,
+                     u"2|ID||没有值，照原样保存"_s}));
 }
 
 TEST_F(Converted, KeysThatStandTwiceButForTheirCaseGoOver)
