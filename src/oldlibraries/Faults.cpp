@@ -33,6 +33,22 @@ void findSettingFaults(database::Connection& library, std::vector<Finding>& find
     unnamed.tell(findings);
 }
 
+/// Settings by subject of which no subject has one: older libraries lack the table of them.
+void findEmptySettings(database::Connection& library, std::vector<Finding>& findings)
+{
+    FaultKind empty(u"设置表"_s,
+                    u"详细设置表里没有它的各科条件，统计会出错；请在“分析设置”里重新设置。"_s);
+    database::Statement rows(
+        library, u"select row, 名称, 设置 from "
+                 "(select row_number() over (order by rowid) row, 名称, 设置 from 设置表) "
+                 "where 设置='(使用自定义数据)' and rtrim(名称) not in "
+                 "(select rtrim(设置名称) from 详细设置表 where 设置名称 is not null) "
+                 "order by row"_s);
+    while (rows.step())
+        empty.add(rows.integer(0), u"设置"_s, u"%1：%2"_s.arg(rows.text(1), rows.text(2)));
+    empty.tell(findings);
+}
+
 void findColorFaults(database::Connection& library, std::vector<Finding>& findings)
 {
     FaultKind unused(u"颜色表"_s, u"程序只用 0 到 15 号颜色，打开“个人分析”时会提示；原样转入。"_s);
@@ -58,6 +74,7 @@ void findFaults(database::Connection& library, std::vector<Finding>& findings)
     exams.tell(taken, findings);
     findFormulaFaults(library, exams.columns(), findings);
     findSettingFaults(library, findings);
+    findEmptySettings(library, findings);
     findColorFaults(library, findings);
 }
 

@@ -194,6 +194,15 @@ TEST(Faults, SettingsAndColorsThatAreNotUsedAreTold)
     });
 }
 
+TEST(Faults, SettingsBySubjectThatNoSubjectHasAreTold)
+{
+    FaultsLibrary library;
+    library.execute(u"update 设置表 set 设置='(使用自定义数据)' where ID in (3,6)"_s);
+    library.execute(u"insert into 详细设置表(设置名称) values ('各科良好率 '),(null)"_s);
+    EXPECT_EQ(library.faults(), u"设置表|3|设置|高分段：(使用自定义数据)|详细设置表里没有它的各科"
+                                "条件，统计会出错；请在“分析设置”里重新设置。"_s);
+}
+
 TEST(Faults, OfManyFaultsTheFirstAreListedAndTheOthersCounted)
 {
     const qint64 most = oldlibraries::mostFindingsOfKind;
