@@ -6,7 +6,9 @@
 #include "gui/DroppedFile.h"
 #include "gui/MainWindowFixture.h"
 #include "gui/ModalBoxes.h"
+#include "gui/ProgressCanceller.h"
 #include "platform/runtime/TextFile.h"
+#include "support/OldFileWriter.h"
 #include "support/OldSamples.h"
 
 namespace {
@@ -24,6 +26,18 @@ protected:
     {
         bytes = content;
         support::write(old, bytes);
+    }
+
+    /// An old library that takes a while.
+    void writeManyRows()
+    {
+        constexpr int rows = 1'000'000;
+        support::OldFileWriter file(old);
+        file.addTable(u"成绩表"_s, {{u"班级"_s, oldlibraries::OldType::Long}});
+        for (int row = 0; row < rows; ++row)
+            file.addRow({row});
+        file.save();
+        bytes = support::read(old);
     }
 
     /// The next box begins with this text; the button of this caption is clicked.
@@ -212,6 +226,22 @@ TEST_F(OldLibrary, ThatIsDamagedIsToldInOneBox)
     EXPECT_EQ(boxes.count, 3);
     EXPECT_EQ(test.scores.Conn.path(), path);
     EXPECT_FALSE(QFile::exists(converted));
+}
+
+TEST_F(OldLibrary, WhoseConversionIsCancelledLeavesNothing)
+{
+    writeManyRows();
+    window->start(path);
+    const QStringList before = QDir(test.folder.path()).entryList(QDir::Files | QDir::Hidden);
+    expectFile(old);
+    expectBox(u"这是旧格式的成绩库"_s, u"转换"_s);
+    const support::ProgressCanceller canceller;
+    item(u"mfOpen"_s)->trigger();
+    EXPECT_TRUE(canceller.text.contains(u" 成绩表："_s)) << canceller.text.toStdString();
+    EXPECT_EQ(boxes.count, 2);
+    EXPECT_EQ(test.scores.Conn.path(), path);
+    EXPECT_EQ(recent(), QStringList{path});
+    EXPECT_EQ(QDir(test.folder.path()).entryList(QDir::Files | QDir::Hidden), before);
 }
 
 TEST_F(OldLibrary, IsLeftAloneIfTheUserStaysWithWhatIsNotSaved)
