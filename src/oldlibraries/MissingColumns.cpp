@@ -77,10 +77,13 @@ public:
             planByName();
         if (table == u"考试名称表"_s)
             keepOrderOfHead();
+        keepOneNumber();
     }
 
     const QStringList& missing() const { return m_missing; }
     const Columns& wanted() const { return m_wanted; }
+    /// The column that numbered the rows until another one came; "" for none.
+    const QString& formerNumber() const { return m_formerNumber; }
     /// What is missing goes behind all others.
     bool onlyAppends() const
     {
@@ -108,6 +111,21 @@ private:
                 m_wanted.push_back(column);
         }
         addRest();
+    }
+
+    void keepOneNumber()
+    {
+        const auto numbers = [](const ColumnDeclaration& column) {
+            return column.key == ColumnDeclaration::Key::AutoNumber;
+        };
+        if (std::count_if(m_wanted.begin(), m_wanted.end(), numbers) < 2)
+            return;
+        const auto former =
+            std::find_if(m_wanted.begin(), m_wanted.end(), [&](const ColumnDeclaration& column) {
+                return numbers(column) && !holds(m_known, column.name);
+            });
+        m_formerNumber = former->name;
+        *former = {former->name, u"Long INTEGER"_s};
     }
 
     void planByName()
@@ -161,6 +179,7 @@ private:
     Columns m_strange;
     Columns m_wanted;
     QStringList m_missing;
+    QString m_formerNumber;
 };
 
 void carryOut(database::Connection& library, const QString& table, const ColumnPlan& plan)
@@ -201,7 +220,7 @@ void fillColumn(database::Connection& library, const QString& table, const QStri
     own.run();
 }
 
-QString sentence(const QString& table, const ColumnDeclaration& column)
+QString sentence(const QString& table, const ColumnDeclaration& column, const QString& formerNumber)
 {
     const QString value = neededValue(table, column.name);
     if (table == u"成绩表"_s && !value.isEmpty())
@@ -209,7 +228,9 @@ QString sentence(const QString& table, const ColumnDeclaration& column)
     if (!value.isEmpty())
         return u"旧库没有这一列，已经添加，值是 %1。"_s.arg(value);
     if (column.key == ColumnDeclaration::Key::AutoNumber)
-        return u"旧库没有这一列，已经添加，各行从 1 起编号。"_s;
+        return formerNumber.isEmpty()
+                   ? u"旧库没有这一列，已经添加，各行从 1 起编号。"_s
+                   : u"旧库没有这一列，已经添加，编号与“%1”列相同。"_s.arg(formerNumber);
     if (!column.defaultValue.isEmpty())
         return u"旧库没有这一列，已经添加，值是 %1。"_s.arg(column.defaultValue);
     return u"旧库没有这一列，已经添加，没有值。"_s;
@@ -243,7 +264,8 @@ void completeTable(database::Connection& library, database::Connection& emptyLib
     carryOut(library, table, plan);
     for (const QString& column : plan.missing()) {
         fillColumn(library, table, column);
-        findings.push_back({table, 0, column, {}, sentence(table, *find(known, column))});
+        findings.push_back(
+            {table, 0, column, {}, sentence(table, *find(known, column), plan.formerNumber())});
     }
     if (table != u"设置表"_s)
         return;

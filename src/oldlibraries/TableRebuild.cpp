@@ -41,15 +41,17 @@ const ColumnDeclaration* numberColumn(const std::vector<ColumnDeclaration>& colu
     return found == columns.end() ? nullptr : &*found;
 }
 
-/// What goes over: all columns that stood, and the row ids, unless one of the columns is these or
-/// the rows get new ones.
+/// What goes over: all columns that stood, and the row ids, unless one of the columns is these
+/// before and after, or the rows get new ones.
 QStringList keptColumns(const std::vector<ColumnDeclaration>& before,
                         const std::vector<ColumnDeclaration>& after)
 {
     QStringList names;
     for (const ColumnDeclaration& column : before)
         names.append(column.name);
-    if (!numberColumn(before) && !numberColumn(after))
+    const ColumnDeclaration* former = numberColumn(before);
+    const ColumnDeclaration* number = numberColumn(after);
+    if (former && number ? former->name != number->name : !former && !number)
         names.prepend(u"rowid"_s);
     return names;
 }

@@ -175,6 +175,22 @@ TEST(Completion, RowsThatHaveNoNumberGetOne)
     EXPECT_EQ(library.rows(u"select ID, 姓名 from 信息表"_s), u"1|甲 / 2|乙"_s);
 }
 
+TEST(Completion, RowsThatAnotherColumnNumbersKeepThoseNumbers)
+{
+    CopiedLibrary library;
+    std::vector<ColumnDeclaration> columns =
+        database::columnDeclarations(library.conn, u"信息表"_s);
+    columns[0].name = u"编号"_s;
+    library.remake(u"信息表"_s, columns);
+    library.execute(u"insert into 信息表(编号,姓名) values (5,'甲'),(9,'乙'),(30,'丙')"_s);
+    library.execute(u"delete from 信息表 where 编号=30"_s);
+    EXPECT_EQ(library.complete(), u"信息表|0|ID||旧库没有这一列，已经添加，编号与“编号”列相同。"_s);
+    EXPECT_EQ(library.rows(u"select ID, 编号, 姓名 from 信息表"_s), u"5|5|甲 / 9|9|乙"_s);
+    library.execute(u"insert into 信息表(姓名) values ('丁')"_s);
+    EXPECT_EQ(library.rows(u"select ID, 编号 from 信息表 where 姓名='丁'"_s), u"31|NULL"_s);
+    EXPECT_EQ(library.complete(), QString());
+}
+
 TEST(Completion, TheFixedColumnsOfExamsStandAheadOfTheSubjects)
 {
     const struct
