@@ -199,6 +199,7 @@ std::optional<qint64> Converter::copyTable(Connection& library, TargetTable& tab
 
 bool Converter::compareTables(Connection& library)
 {
+    m_old.file().readAnew();
     for (size_t i = 0; i < m_tables.size(); ++i) {
         const qint64 rows = m_report.tables[i].rows;
         TableComparison comparison(m_old.file(), m_tables[i], library, rows);

@@ -13,6 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr quint32 pagesAhead = 16;
+
 /// Opening what is no file, as a pipe, could wait for ever.
 void checkIsFile(const QString& path)
 {
@@ -50,13 +52,36 @@ QByteArray PageFile::page(quint32 number)
 {
     if (number >= m_pageCount)
         refuseCutOff();
+    // Rows mostly go on on the next page.
+    if (number == m_expected)
+        readAhead(number);
+    m_expected = number + 1;
+    const qint64 place = qint64(number - m_aheadFrom) * pageSize;
+    if (number >= m_aheadFrom && place < m_ahead.size())
+        return m_ahead.mid(place, pageSize);
     return read(qint64(number) * pageSize, pageSize);
+}
+
+void PageFile::readAhead(quint32 number)
+{
+    if (number >= m_aheadFrom && qint64(number - m_aheadFrom) * pageSize < m_ahead.size())
+        return;
+    m_ahead.resize(std::min(pagesAhead, m_pageCount - number) * pageSize);
+    m_aheadFrom = number;
+    // What cannot be read may be a page that nobody asks for.
+    if (!fill(m_ahead, qint64(number) * pageSize))
+        m_ahead.clear();
+}
+
+bool PageFile::fill(QByteArray& bytes, qint64 place)
+{
+    return m_file.seek(place) && m_file.read(bytes.data(), bytes.size()) == bytes.size();
 }
 
 QByteArray PageFile::read(qint64 place, qint64 size)
 {
     QByteArray bytes(size, Qt::Uninitialized);
-    if (m_file.seek(place) && m_file.read(bytes.data(), size) == size)
+    if (fill(bytes, place))
         return bytes;
     checkUnchanged();
     throw OldFileError(

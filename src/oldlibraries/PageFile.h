@@ -44,6 +44,9 @@ public:
     /// Throws OldFileError.
     void countReached(quint64 pointers, qint64 bytesInPass);
 
+    /// Has every page come from the file again, also those that were just read.
+    void readAnew() { m_ahead.clear(); }
+
     /// Throws OldFileError if somebody changed the file since it was opened.
     void checkUnchanged() const;
 
@@ -55,12 +58,18 @@ public:
 
 private:
     QByteArray read(qint64 place, qint64 size);
+    bool fill(QByteArray& bytes, qint64 place);
+    void readAhead(quint32 number);
 
     QString m_path;
     QFile m_file;
     qint64 m_size = 0;
     quint32 m_pageCount = 0;
     QDateTime m_changed;
+    /// Pages that were read with the one before them, from this one on.
+    QByteArray m_ahead;
+    quint32 m_aheadFrom = 0;
+    quint32 m_expected = 0;
     std::unordered_map<quint64, qint64> m_reached; // bytes in the longest pass
     qint64 m_reachedByAll = 0;
 };
