@@ -35,7 +35,8 @@ void Connection::OpenUnfinished(const QString& path)
     Open(path);
     // A write that fails can still be taken back; what does not survive is a crash, nor does the
     // file.
-    runOnEngine(d->handle.get(), "PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF;");
+    runOnEngine(d->handle.get(),
+                "PRAGMA journal_mode=MEMORY; PRAGMA synchronous=OFF; PRAGMA cache_size=-96000;");
 }
 
 void Connection::Close()
