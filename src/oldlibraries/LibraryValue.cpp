@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QTimeZone>
 
+#include "oldlibraries/OldText.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Value.h"
 
@@ -78,6 +79,7 @@ void LibraryValue::read(OldRows& rows, const OldColumn& column, int place)
         bytes = rows.bytes(place);
         return;
     case OldType::Text:
+        return takeStoredText(rows.storedBytes(place), place);
     case OldType::Memo:
     case OldType::Guid:
         break;
@@ -103,6 +105,21 @@ void LibraryValue::takeAmount(const QString& digits)
     real = digits.toDouble() + 0.0; // no negative zero
     if (QString::number(real, 'f', QLocale::FloatingPointShortest) != withoutEndZeros(digits))
         oddity = u"位数太多，按最接近的数保存";
+}
+
+void LibraryValue::takeStoredText(std::string_view stored, int place)
+{
+    if (size_t(place) >= m_knownTexts.size())
+        m_knownTexts.resize(size_t(place) + 1);
+    KnownText& known = m_knownTexts[size_t(place)];
+    if (known.stored != stored) {
+        takeText(storedText(stored));
+        known = {std::string(stored), text, oddity};
+        return;
+    }
+    sort = Sort::Text;
+    text = known.text;
+    oddity = known.oddity;
 }
 
 void LibraryValue::takeText(QString value)

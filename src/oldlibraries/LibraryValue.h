@@ -1,5 +1,9 @@
 #pragma once
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include <QByteArray>
 #include <QString>
 
@@ -28,8 +32,19 @@ struct LibraryValue
 private:
     void takeReal(double number);
     void takeAmount(const QString& digits);
+    void takeStoredText(std::string_view stored, int place);
     void takeText(QString value);
     void takeDate(double days);
+
+    /// The text that a column had last: most texts are those of the row before.
+    struct KnownText
+    {
+        std::string stored;
+        QString text;
+        QStringView oddity;
+    };
+
+    std::vector<KnownText> m_knownTexts; // by place
 };
 
 /// The value as the old library has it, for a report; bytes are not shown.

@@ -37,6 +37,8 @@ public:
     /// Of Single (exactly its 32-bit value) and Double, of Currency, and of DateTime as days since
     /// 1899-12-30.
     double real(int column) const;
+    /// The bytes of a Text, which storedText() reads; they stay until the next row.
+    std::string_view storedBytes(int column) const { return part(column); }
     /// Of Text and Memo as stored; of Guid, Decimal and Currency as they are written, with all
     /// decimals.
     QString text(int column);
