@@ -76,13 +76,14 @@ public:
 private:
     void findExam()
     {
-        QString exam = m_rows.text(examField);
-        QString stream = m_rows.text(streamField);
         // Rows of one exam mostly stand together.
-        if (m_current && exam == m_exam && stream == m_stream)
+        if (m_current && m_rows.bytes(examField) == m_examBytes
+            && m_rows.bytes(streamField) == m_streamBytes)
             return;
-        m_exam = std::move(exam);
-        m_stream = std::move(stream);
+        m_examBytes = m_rows.bytes(examField).toByteArray();
+        m_streamBytes = m_rows.bytes(streamField).toByteArray();
+        m_exam = m_rows.text(examField);
+        m_stream = m_rows.text(streamField);
         const ExamKey key(m_exam, m_stream);
         if (!m_met.contains(key))
             m_met.insert(key, {numberOf(key.exam), m_exams.marks(key)});
@@ -177,7 +178,9 @@ private:
     std::vector<qint64> m_rowCounts;
     /// Number of the exam and ID of the student, in 32 bits each.
     QSet<quint64> m_places;
-    /// The exam of the row.
+    /// The exam of the row, also as it is stored.
+    QByteArray m_examBytes;
+    QByteArray m_streamBytes;
     QString m_exam;
     QString m_stream;
     std::optional<MetExam> m_current;
