@@ -53,7 +53,7 @@ QString reportPath(const Session& session, const QString& newPath)
 {
     if (!session.arguments.has(u"report"_s))
         return {};
-    const QString path = QFileInfo(session.arguments.value(u"report"_s)).absoluteFilePath();
+    QString path = QFileInfo(session.arguments.value(u"report"_s)).absoluteFilePath();
     if (QDir::cleanPath(path) == QDir::cleanPath(newPath) || database::isSameFile(path, newPath))
         throw UsageError(u"--report 不能是新成绩库的文件。"_s);
     checkTarget(session, path);

@@ -69,7 +69,7 @@ std::optional<QString> askForPassword(const QString& oldPath)
         return QString();
     QString question = u"这个文件设有密码，输入密码才能转换："_s;
     for (;;) {
-        const std::optional<QString> typed = runtime::askPassword(question);
+        std::optional<QString> typed = runtime::askPassword(question);
         if (!typed || old.isPassword(*typed))
             return typed;
         question = u"密码不对。这个文件设有密码，请再输入一次："_s;
