@@ -38,7 +38,8 @@ bool isWritable(const QString& folder)
 QString hindrance(const QString& suggested)
 {
     const QFileInfo file(suggested);
-    if (file.exists())
+    // A link that leads nowhere takes the name, too.
+    if (file.exists() || file.isSymLink())
         return u"“%1”已经有了，接下来请另取一个名称。"_s.arg(file.fileName());
     if (QFile::encodeName(file.fileName()).size() > NAME_MAX)
         return u"旧的名称太长，加不上“（转换）”，接下来请另取一个名称。"_s;

@@ -148,6 +148,15 @@ TEST_F(AskedConversion, WhereTheSuggestedNameIsTakenAnotherOneIsAskedFor)
                           "“2008级（转换）.CJK”已经有了，接下来请另取一个名称。"_s});
 }
 
+TEST_F(AskedConversion, ALinkThatLeadsNowhereTakesTheSuggestedName)
+{
+    ASSERT_TRUE(QFile::link(test.file(u"没有/库.CJK"_s), suggested));
+    test.dialogs.file = test.file(u"另一个.CJK"_s);
+    const std::optional<ConversionRequest> request = askAndAgree();
+    ASSERT_TRUE(request);
+    EXPECT_EQ(request->newPath, *test.dialogs.file);
+}
+
 TEST_F(AskedConversion, WhereTheSuggestedNameIsTooLongAnotherOneIsAskedFor)
 {
     const QString longest = test.file(QString(83, u'长') + u".CJK"_s);
