@@ -81,6 +81,8 @@ QString sentence(const OldFileError& error, const Arguments& arguments)
         return u"%1 有密码，请用 --password 给出。"_s.arg(path);
     if (error.failure() == OldFileFailure::Foreign && isPresentLibrary(path))
         return u"%1 是现在的格式，不需要转换。"_s.arg(path);
+    if (error.failure() == OldFileFailure::Missing && path.contains(QChar::ReplacementCharacter))
+        return u"%1 的名称里有不是 UTF-8 编码的字，请先给文件改名。"_s.arg(path);
     return error.description();
 }
 

@@ -230,6 +230,9 @@ class BadFiles(ConvertTest):
     def test_a_missing_file_and_a_folder(self):
         path = self.folder / "没有.CJK"
         self.refused(path, sentence=f"找不到文件 {path}。")
+        foreign = self.put(os.fsdecode(b"\xbe\xc9.CJK"), self.whole)
+        self.assertIn("的名称里有不是 UTF-8 编码的字，请先给文件改名。",
+                      self.convert(foreign, expect=ERROR).err)
         folder = self.folder / "里面.CJK"
         folder.mkdir()
         self.refused(folder, sentence=f"{folder} 是文件夹，不是成绩库。")
