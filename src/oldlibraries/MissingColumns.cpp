@@ -14,24 +14,14 @@ namespace oldlibraries {
 
 using namespace Qt::StringLiterals;
 using database::ColumnDeclaration;
+using database::findColumn;
 using Columns = std::vector<ColumnDeclaration>;
 
 namespace {
 
-bool isCalled(const ColumnDeclaration& column, const QString& name)
-{
-    return column.name.compare(name, Qt::CaseInsensitive) == 0;
-}
-
-auto find(const Columns& columns, const QString& name)
-{
-    return std::find_if(columns.begin(), columns.end(),
-                        [&](const ColumnDeclaration& column) { return isCalled(column, name); });
-}
-
 bool holds(const Columns& columns, const QString& name)
 {
-    return find(columns, name) != columns.end();
+    return findColumn(columns, name) != nullptr;
 }
 
 /// The tables whose first columns the program reaches by their place, with those of them that it
@@ -153,7 +143,7 @@ private:
 
     ColumnDeclaration columnAtPlaceOf(const ColumnDeclaration& known)
     {
-        if (const auto same = find(m_present, known.name); same != m_present.end())
+        if (const ColumnDeclaration* same = findColumn(m_present, known.name))
             return *same;
         const auto byPlace = columnsByPlace().find(m_table);
         if (m_strange.empty() || byPlace == columnsByPlace().end()
@@ -264,8 +254,11 @@ void completeTable(database::Connection& library, database::Connection& emptyLib
     carryOut(library, table, plan);
     for (const QString& column : plan.missing()) {
         fillColumn(library, table, column);
-        findings.push_back(
-            {table, 0, column, {}, sentence(table, *find(known, column), plan.formerNumber())});
+        findings.push_back({table,
+                            0,
+                            column,
+                            {},
+                            sentence(table, *findColumn(known, column), plan.formerNumber())});
     }
     if (table != u"设置表"_s)
         return;

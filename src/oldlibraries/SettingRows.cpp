@@ -11,6 +11,7 @@
 namespace oldlibraries {
 
 using namespace Qt::StringLiterals;
+using database::columnNames;
 using database::SqlPiece;
 using database::sqlWith;
 using database::Statement;
@@ -20,14 +21,6 @@ namespace {
 
 const QString settingTable = u"设置表"_s;
 const QString colorTable = u"颜色表"_s;
-
-QStringList columnNames(database::Connection& library, const QString& table)
-{
-    QStringList names;
-    for (const database::ColumnDeclaration& column : database::columnDeclarations(library, table))
-        names.append(column.name);
-    return names;
-}
 
 /// A statement that adds a row of the empty library. A column that has another name here is the one
 /// at its place.

@@ -6,19 +6,12 @@ namespace oldlibraries {
 
 using namespace Qt::StringLiterals;
 using database::ColumnDeclaration;
+using database::columnNames;
 
 namespace {
 
 const QString scoreTable = u"成绩表"_s;
 const QString teacherTable = u"教师表"_s;
-
-QStringList columnNames(database::Connection& library, const QString& table)
-{
-    QStringList names;
-    for (const ColumnDeclaration& column : database::columnDeclarations(library, table))
-        names.append(column.name);
-    return names;
-}
 
 /// The declarations of `scoreColumns`, in step with them.
 QString declaredType(const QString& subject, const QString& column)

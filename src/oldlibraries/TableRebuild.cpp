@@ -46,9 +46,7 @@ const ColumnDeclaration* numberColumn(const std::vector<ColumnDeclaration>& colu
 QStringList keptColumns(const std::vector<ColumnDeclaration>& before,
                         const std::vector<ColumnDeclaration>& after)
 {
-    QStringList names;
-    for (const ColumnDeclaration& column : before)
-        names.append(column.name);
+    QStringList names = database::columnNames(before);
     const ColumnDeclaration* former = numberColumn(before);
     const ColumnDeclaration* number = numberColumn(after);
     if (former && number ? former->name != number->name : !former && !number)

@@ -12,24 +12,17 @@ namespace oldlibraries {
 
 using namespace Qt::StringLiterals;
 using database::ColumnDeclaration;
+using database::findColumn;
 using Key = ColumnDeclaration::Key;
 
 namespace {
-
-const ColumnDeclaration* find(const std::vector<ColumnDeclaration>& columns, const QString& name)
-{
-    const auto found = std::find_if(columns.begin(), columns.end(), [&](const auto& column) {
-        return column.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    return found == columns.end() ? nullptr : &*found;
-}
 
 std::vector<ColumnDeclaration> columnsOf(const OldTable& table,
                                          const std::vector<ColumnDeclaration>& known)
 {
     std::vector<ColumnDeclaration> columns;
     for (const OldColumn& column : table.columns) {
-        const ColumnDeclaration* like = find(known, column.name);
+        const ColumnDeclaration* like = findColumn(known, column.name);
         columns.push_back(like ? declarationLike(*like, column) : ownDeclaration(column));
     }
     return columns;
@@ -42,7 +35,7 @@ void keepNumbering(TargetTable& table, const std::vector<ColumnDeclaration>& kno
     for (size_t i = 0; i < table.columns.size(); ++i) {
         ColumnDeclaration& column = table.columns[i];
         if (table.old.columns[i].isAutoNumber && table.numberColumn() < 0
-            && !find(known, column.name))
+            && !findColumn(known, column.name))
             column = {column.name, u"INTEGER"_s, {}, {}, Key::AutoNumber};
     }
 }
@@ -52,7 +45,7 @@ void tellChanges(const TargetTable& table, const std::vector<ColumnDeclaration>&
 {
     for (size_t i = 0; i < table.columns.size(); ++i) {
         const OldColumn& old = table.old.columns[i];
-        const ColumnDeclaration* like = find(known, old.name);
+        const ColumnDeclaration* like = findColumn(known, old.name);
         for (const QString& change :
              {newForm(old.type), like ? newKind(*like, table.columns[i]) : QString()}) {
             if (!change.isEmpty())
@@ -102,10 +95,7 @@ int TargetTable::numberColumn() const
 
 QStringList TargetTable::columnNames() const
 {
-    QStringList names;
-    for (const ColumnDeclaration& column : columns)
-        names.append(column.name);
-    return names;
+    return database::columnNames(columns);
 }
 
 bool TargetTable::hasKeys() const

@@ -1,8 +1,8 @@
 #include "platform/database/ColumnDeclaration.h"
 
-#include <sqlite3.h>
+#include <algorithm>
 
-#include <QStringList>
+#include <sqlite3.h>
 
 #include "platform/database/Connection.h"
 #include "platform/database/Error.h"
@@ -57,6 +57,29 @@ std::vector<ColumnDeclaration> columnDeclarations(Connection& connection, const 
     for (ColumnDeclaration& column : columns)
         readKeyAndCollation(connection.handle(), table, column);
     return columns;
+}
+
+QStringList columnNames(const std::vector<ColumnDeclaration>& columns)
+{
+    QStringList names;
+    for (const ColumnDeclaration& column : columns)
+        names.append(column.name);
+    return names;
+}
+
+QStringList columnNames(Connection& connection, const QString& table)
+{
+    return columnNames(columnDeclarations(connection, table));
+}
+
+const ColumnDeclaration* findColumn(const std::vector<ColumnDeclaration>& columns,
+                                    const QString& name)
+{
+    const auto found =
+        std::find_if(columns.begin(), columns.end(), [&](const ColumnDeclaration& column) {
+            return column.name.compare(name, Qt::CaseInsensitive) == 0;
+        });
+    return found == columns.end() ? nullptr : &*found;
 }
 
 void createTable(Connection& connection, const QString& table,

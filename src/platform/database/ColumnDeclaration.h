@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include <QString>
+#include <QStringList>
 
 namespace database {
 
@@ -29,6 +29,15 @@ struct ColumnDeclaration
 
 /// The columns of a table in order; empty if there is no such table. Throws Error.
 std::vector<ColumnDeclaration> columnDeclarations(Connection& connection, const QString& table);
+
+/// The names of columns in order.
+QStringList columnNames(const std::vector<ColumnDeclaration>& columns);
+/// Those of a table; empty if there is no such table. Throws Error.
+QStringList columnNames(Connection& connection, const QString& table);
+
+/// The column of that name, whatever its case; null for none.
+const ColumnDeclaration* findColumn(const std::vector<ColumnDeclaration>& columns,
+                                    const QString& name);
 
 /// Makes a table. Throws Error, also for a name that no statement can hold.
 void createTable(Connection& connection, const QString& table,

@@ -44,6 +44,15 @@ TEST_F(ColumnDeclarations, AreReadAsTheTableWasMade)
     EXPECT_TRUE(columnDeclarations(connection, u"没有"_s).empty());
 }
 
+TEST_F(ColumnDeclarations, AreFoundByTheirNamesWhateverTheCase)
+{
+    EXPECT_EQ(columnNames(connection, u"表"_s), (QStringList{u"ID"_s, u"名"_s, u"数"_s, u"键"_s}));
+    EXPECT_TRUE(columnNames(connection, u"没有"_s).isEmpty());
+    const auto columns = columnDeclarations(connection, u"表"_s);
+    EXPECT_EQ(findColumn(columns, u"id"_s), &columns[0]);
+    EXPECT_EQ(findColumn(columns, u"没有"_s), nullptr);
+}
+
 TEST_F(ColumnDeclarations, MakeATable)
 {
     createTable(connection, u"新'表"_s,
