@@ -15,7 +15,7 @@ Exit runNew(Session& session)
     if (session.arguments.has(u"trim-formulas"_s))
         session.dialogs.answer(u"总分公式"_s, u"改为现有科目"_s);
     const bool made =
-        library::NewLibrary(session.scores).createAsked(subjects, session.arguments.path(0));
+        library::NewLibrary(session.scores).createAsked(subjects, session.libraryPath());
     return made ? session.result() : Exit::Error;
 }
 

@@ -27,12 +27,17 @@ UsageError missingOption(const QString& name)
     return UsageError(u"缺少选项 --%1。"_s.arg(name));
 }
 
-bool Session::openLibrary()
+QString Session::libraryPath() const
 {
-    const QString path = arguments.path(0);
+    QString path = arguments.path(0);
     if (oldlibraries::isOldLibrary(path))
         throw UsageError(u"%1 是旧格式的成绩库，请先用 yunshan-cli convert 转换。"_s.arg(path));
-    scores.LibPath = path;
+    return path;
+}
+
+bool Session::openLibrary()
+{
+    scores.LibPath = libraryPath();
     scores.OpenDB();
     return scores.Conn.isOpen();
 }

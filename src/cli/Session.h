@@ -23,6 +23,9 @@ struct Session
     CliDialogs& dialogs;
     library::ScoreLibrary& scores;
 
+    /// The library that the first positional names. Throws UsageError for one of the old format.
+    QString libraryPath() const;
+
     /// Opens the library that the first positional names. False after the message if that failed;
     /// throws UsageError for one of the old engine.
     bool openLibrary();

@@ -12,6 +12,7 @@
 
 #include "oldlibraries/ConversionNote.h"
 #include "oldlibraries/OldDatabase.h"
+#include "oldlibraries/OldFileError.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/database/OpenFile.h"
 #include "platform/runtime/Dialogs.h"
@@ -77,6 +78,33 @@ std::optional<QString> askForPassword(const QString& oldPath)
     }
 }
 
+bool areMissingRowsAccepted(const QString& sentence)
+{
+    enum { Convert, Cancel };
+    return runtime::choose({.text = sentence
+                                    + u"\n\n请先找找有没有完好的备份。照样转换，读到的行都转入，"
+                                      "少了的不再能找回，报告里会写明。"_s,
+                            .buttons = {u"照样转换"_s, u"取消"_s},
+                            .safe = Cancel})
+           == Convert;
+}
+
+/// Asks before a library is converted of which rows are missing.
+std::optional<ConversionReport> convertOrAsk(ConversionRequest request, runtime::Progress& progress)
+{
+    try {
+        return convert(request, progress);
+    } catch (const OldFileError& error) {
+        progress.finish();
+        if (error.failure() != OldFileFailure::RowsMissing)
+            throw;
+        if (!areMissingRowsAccepted(error.description()))
+            return std::nullopt;
+    }
+    request.missingRows = ConversionRequest::MissingRows::Accept;
+    return convert(request, progress);
+}
+
 /// Why a file that stands under the new name stays; "" if it may be replaced.
 QString refusal(const ConversionRequest& request, const database::Connection& open)
 {
@@ -137,7 +165,7 @@ std::optional<ConversionReport> convertAsked(const ConversionRequest& request,
         const ConversionNote note(paths, request.newPath);
         // Its window must not stand beside the box that tells a failure.
         const auto over = qScopeGuard([&progress] { progress.finish(); });
-        report = convert(request, progress);
+        report = convertOrAsk(request, progress);
     });
     return report;
 }

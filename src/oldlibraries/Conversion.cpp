@@ -27,6 +27,7 @@ using database::Connection;
 using database::isSameFile;
 using database::WriteBatch;
 using Existing = ConversionRequest::Existing;
+using MissingRows = ConversionRequest::MissingRows;
 
 namespace {
 
@@ -62,8 +63,10 @@ private:
     bool fill(const QString& path);
     bool copyTables(Connection& library);
     std::optional<qint64> copyTable(Connection& library, TargetTable& table);
+    void checkAllRead(const TargetTable& table, qint64 rows) const;
     bool compareTables(Connection& library);
     void complete(Connection& library);
+    void checkKept(Connection& library) const;
     void putInPlace(runtime::UnfinishedFile& file) const;
     void refuseExisting() const;
     /// `rows` are those that are done, in both passes.
@@ -168,6 +171,7 @@ bool Converter::copyTables(Connection& library)
         const std::optional<qint64> rows = copyTable(library, table);
         if (!rows)
             return false;
+        checkAllRead(table, *rows);
         m_rowsDone += *rows;
         m_report.tables.push_back({table.name, *rows});
     }
@@ -197,6 +201,15 @@ std::optional<qint64> Converter::copyTable(Connection& library, TargetTable& tab
     return rows;
 }
 
+void Converter::checkAllRead(const TargetTable& table, qint64 rows) const
+{
+    if (rows < table.old.rowCount && m_request.missingRows == MissingRows::Refuse)
+        throw OldFileError(OldFileFailure::RowsMissing,
+                           u"%1 的表“%2”记着 %3 行，只读到 %4 行，文件可能已损坏，没有转换。"_s.arg(
+                               m_request.oldPath, table.old.name,
+                               QString::number(table.old.rowCount), QString::number(rows)));
+}
+
 bool Converter::compareTables(Connection& library)
 {
     m_old.file().readAnew();
@@ -215,8 +228,21 @@ void Converter::complete(Connection& library)
     report(u"正在补全和检查新成绩库"_s, m_rowsDone);
     WriteBatch batch(library);
     completeLibrary(library, m_request.templateFile, m_report.findings);
+    checkKept(library);
     batch.commit();
     findFaults(library, m_report.findings);
+}
+
+/// What was completed, tables made anew among it, has the rows that it had.
+void Converter::checkKept(Connection& library) const
+{
+    for (const ConversionReport::Table& table : m_report.tables) {
+        database::Statement counted(library,
+                                    database::sqlWith(u"select count(*) from %1"_s,
+                                                      {database::SqlPiece::names({table.name})}));
+        if (!counted.step() || counted.integer(0) < table.rows)
+            throw runtime::Error(u"表“%1”写得不完整，没有转换。"_s.arg(table.name));
+    }
 }
 
 TellRows Converter::tellRows(const QString& word, const TargetTable& table)

@@ -15,6 +15,10 @@ struct ConversionRequest
     /// What becomes of a file that stands at newPath.
     enum class Existing { Keep, Replace };
 
+    /// What becomes of a library of which rows are missing: damage took them, or a crash left a
+    /// wrong count.
+    enum class MissingRows { Refuse, Accept };
+
     QString oldPath;
     QString newPath;
     /// The empty library, of which the new one gets what the old one lacks.
@@ -22,6 +26,7 @@ struct ConversionRequest
     /// What the user typed; "" if he was not asked.
     QString password = {};
     Existing existing = Existing::Keep;
+    MissingRows missingRows = MissingRows::Refuse;
 };
 
 /// NAME（转换）.CJK beside NAME.CJK.
@@ -32,8 +37,8 @@ QString suggestedPath(const QString& oldPath);
 /// time for that. Derived columns go over as they are stored.
 ///
 /// Nothing if the user cancelled. Throws OldFileError for what is wrong with the old file (Password
-/// if it has one and the request does not give it), runtime::Error for what cannot be written; no
-/// new file stands then.
+/// if it has one and the request does not give it, RowsMissing unless they are accepted),
+/// runtime::Error for what cannot be written; no new file stands then.
 std::optional<ConversionReport> convert(const ConversionRequest& request,
                                         runtime::Progress& progress);
 

@@ -14,7 +14,8 @@ enum class OldFileFailure {
     Password, ///< it has a password, and the one given is not it
     CutOff,
     Damaged,
-    Changed ///< somebody wrote it while it was read
+    RowsMissing, ///< a table counts more rows than are found
+    Changed      ///< somebody wrote it while it was read
 };
 
 /// An error of an old library: a sentence that a teacher can read.

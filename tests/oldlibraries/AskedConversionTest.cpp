@@ -3,8 +3,10 @@
 #include <sys/stat.h>
 
 #include <QDir>
+#include <QtEndian>
 
 #include "oldlibraries/FileHeader.h"
+#include "oldlibraries/OldCells.h"
 #include "support/OldSamples.h"
 #include "support/OrdinaryUser.h"
 #include "support/OtherProgram.h"
@@ -323,6 +325,30 @@ TEST_F(RunningConversion, GivesALibraryAndItsReport)
     EXPECT_EQ(progress.toldBefore, 0) << "the window of the progress is gone";
     EXPECT_EQ(notes(), QStringList());
     EXPECT_EQ(test.dialogs.shown, QStringList());
+}
+
+TEST_F(RunningConversion, AsksBeforeItGoesOnWithoutRowsThatAreMissing)
+{
+    // 信息表 says that it has 100 students instead of 91.
+    OldDatabase database(old);
+    const qsizetype page = tests::oldTable(database, u"信息表"_s).definitionPage;
+    QByteArray damaged = bytes;
+    qToLittleEndian<quint32>(100, damaged.data() + page * PageFile::pageSize + 16);
+    setBytes(damaged);
+    const QString part = u"的表“信息表”记着 100 行，只读到 91 行，文件可能已损坏，没有转换。"_s;
+    const QStringList before = files();
+    test.dialogs.expect(part, u"取消"_s);
+    EXPECT_FALSE(convertTo(suggested));
+    EXPECT_EQ(files(), before);
+    EXPECT_EQ(notes(), QStringList());
+    EXPECT_EQ(test.dialogs.safeOf(part), u"取消"_s);
+    EXPECT_TRUE(test.dialogs.shown.last().endsWith(
+        u"请先找找有没有完好的备份。照样转换，读到的行都转入，少了的不再能找回，报告里会写明。"_s));
+    test.dialogs.expect(part, u"照样转换"_s);
+    const std::optional<ConversionReport> report = convertTo(suggested);
+    ASSERT_TRUE(report);
+    EXPECT_EQ(report->tables[0].rows, 91);
+    EXPECT_EQ(report->findings[0].value, u"100"_s);
 }
 
 TEST_F(RunningConversion, LeavesNothingWhenItIsCancelled)

@@ -9,6 +9,7 @@
 
 #include "oldlibraries/Converting.h"
 #include "oldlibraries/OldCells.h"
+#include "oldlibraries/OldFileError.h"
 #include "platform/database/ColumnDeclaration.h"
 #include "platform/database/Recordset.h"
 #include "platform/database/Statement.h"
@@ -352,7 +353,7 @@ TEST_F(Converted, NamesThatStatementsCannotHoldAreChanged)
                                      u"0|ROWID||列改名为“ROWID__”"_s, u"0|a]b||列改名为“a_b”"_s}));
 }
 
-TEST_F(Converted, RowsThatTheDefinitionDoesNotCountAreTold)
+TEST_F(Converted, RowsThatAreMissingRefuseTheLibraryOrAreTold)
 {
     OldFileWriter old(request.oldPath);
     old.addTable(u"别的"_s, {{u"甲"_s, OldType::Long}});
@@ -365,6 +366,18 @@ TEST_F(Converted, RowsThatTheDefinitionDoesNotCountAreTold)
     const qsizetype page = tests::oldTable(database, u"别的"_s).definitionPage;
     qToLittleEndian<quint32>(5, bytes.data() + page * oldlibraries::PageFile::pageSize + 16);
     support::write(request.oldPath, bytes);
+    runtime::NoProgress progress;
+    try {
+        oldlibraries::convert(request, progress);
+        FAIL() << "a library without all its rows was converted";
+    } catch (const oldlibraries::OldFileError& error) {
+        EXPECT_EQ(error.failure(), oldlibraries::OldFileFailure::RowsMissing);
+        EXPECT_EQ(error.description(),
+                  u"%1 的表“别的”记着 5 行，只读到 2 行，文件可能已损坏，没有转换。"_s.arg(
+                      request.oldPath));
+    }
+    EXPECT_FALSE(QFile::exists(request.newPath));
+    request.missingRows = oldlibraries::ConversionRequest::MissingRows::Accept;
     convertAndOpen(u"别的"_s);
     EXPECT_EQ(rows(u"select * from 别的"_s), u"1 / 2"_s);
     EXPECT_EQ(findings, QStringList{u"0||5|旧库记着 5 行，读到 2 行；读到的都已转换，请核对"_s});
