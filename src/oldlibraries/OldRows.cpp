@@ -1,11 +1,10 @@
 #include "oldlibraries/OldRows.h"
 
 #include <algorithm>
-#include <array>
+#include <bit>
 #include <limits>
 
-#include <QUuid>
-
+#include "oldlibraries/OldNumbers.h"
 #include "oldlibraries/OldText.h"
 #include "oldlibraries/UsedPages.h"
 #include "platform/runtime/ByteCursor.h"
@@ -72,57 +71,32 @@ private:
     int m_count = 0;
 };
 
-/// A whole number of 128 bits, stored as four words, the highest first, as decimal digits.
-QString wholeDigits(ByteCursor bytes)
+/// Takes the marks off the end of a row that say which of its columns have a value.
+std::string_view takeMarks(std::string_view& row, int columns)
 {
-    std::array<quint32, 4> words = {};
-    for (quint32& word : words)
-        word = bytes.u32();
-    QString digits;
-    while (std::any_of(words.begin(), words.end(), [](quint32 word) { return word != 0; })) {
-        quint64 remainder = 0;
-        for (quint32& word : words) {
-            const quint64 part = remainder << 32 | word;
-            word = quint32(part / 10);
-            remainder = part % 10;
-        }
-        digits.prepend(QChar(u'0' + char16_t(remainder)));
-    }
-    return digits;
+    const int size = (columns + 7) / 8;
+    ByteCursor cursor(row);
+    cursor.skip(rowHead);
+    cursor.skip(cursor.left() - size);
+    const std::string_view marks = cursor.take(size);
+    row.remove_suffix(size_t(size));
+    return marks;
 }
 
-QString withPoint(const QString& wholeNumber, int scale)
+/// A value at its fixed place in a row, of which `fixed` is what stands ahead of the parts of
+/// changing length.
+std::string_view fixedValue(std::string_view fixed, const OldColumn& column)
 {
-    QString digits = wholeNumber.rightJustified(scale + 1, u'0');
-    if (scale > 0)
-        digits.insert(digits.size() - scale, u'.');
-    return digits;
+    // A Boolean takes no bytes; its mark is its value.
+    if (column.type == OldType::Boolean)
+        return fixed.substr(0, 0);
+    return ByteCursor(fixed).at(rowHead + column.place).take(column.fixedSize);
 }
 
-QString decimalText(ByteCursor bytes, int scale)
+/// None for a part that came to the table behind the row.
+std::string_view variableValue(const VariableParts& parts, const OldColumn& column)
 {
-    const bool isNegative = bytes.u8() != 0;
-    return (isNegative ? u"-"_s : QString()) + withPoint(wholeDigits(bytes), scale);
-}
-
-QString currencyText(qint64 units)
-{
-    constexpr int scale = 4;
-    // Without the overflow of the lowest number.
-    const quint64 size = units < 0 ? quint64(0) - quint64(units) : quint64(units);
-    return (units < 0 ? u"-"_s : QString()) + withPoint(QString::number(size), scale);
-}
-
-QString guidText(std::string_view bytes)
-{
-    ByteCursor cursor(bytes);
-    const quint32 first = cursor.u32();
-    const auto second = quint16(cursor.u16());
-    const auto third = quint16(cursor.u16());
-    const std::string_view rest = cursor.take(8);
-    const auto at = [&](size_t i) { return uchar(rest[i]); };
-    return QUuid(first, second, third, at(0), at(1), at(2), at(3), at(4), at(5), at(6), at(7))
-        .toString();
+    return column.place < parts.count() ? parts.bytes(column.place) : std::string_view();
 }
 
 int firstVariable(const OldTable& table)
@@ -144,7 +118,7 @@ OldRows::OldRows(PageFile& file, const OldTable& table)
       m_longValues(file, table.definitionPage),
       m_movedRows(file, table.definitionPage, table.definitionPage, leastMovedBytes),
       m_pages(usedPages(file, table.usedPages)),
-      m_parts(table.columns.size()),
+      m_values(table.columns.size()),
       m_isLongRead(table.columns.size())
 {
 }
@@ -230,79 +204,60 @@ std::string_view OldRows::movedRow(std::string_view pointer)
 
 void OldRows::splitRow(std::string_view row)
 {
-    ByteCursor cursor(row);
-    const int columns = cursor.u16();
-    const int maskSize = (columns + 7) / 8;
-    cursor.skip(cursor.left() - maskSize);
-    const std::string_view mask = cursor.take(maskSize);
-    row.remove_suffix(size_t(maskSize));
+    const int columns = ByteCursor(row).u16();
+    const std::string_view marks = takeMarks(row, columns);
     // A row stored before the first such column came may be without their places.
     const bool hasVariable = m_firstVariable < columns;
     const VariableParts variables = hasVariable ? VariableParts(row) : VariableParts();
-    const int fixedEnd = hasVariable ? variables.begin(0) : int(row.size());
-    std::fill_n(m_parts.begin(), m_knownColumns, Part());
+    const std::string_view fixed = hasVariable ? row.substr(0, size_t(variables.begin(0))) : row;
+    std::fill_n(m_values.begin(), m_knownColumns, std::string_view());
     m_knownColumns = 0;
     for (const OldColumn& column : m_table.columns) {
         if (column.number >= columns)
             break;
         const size_t i = m_knownColumns++;
-        if (!isSet(mask, column.number))
-            continue;
-        if (column.type == OldType::Boolean) {
-            m_parts[i] = {row.data(), 0};
-        } else if (column.isFixed) {
-            if (rowHead + column.place + column.fixedSize > fixedEnd)
-                refuse();
-            m_parts[i] = {row.data() + rowHead + column.place, column.fixedSize};
-        } else if (column.place < variables.count()) {
-            const std::string_view bytes = variables.bytes(column.place);
-            m_parts[i] = {bytes.data(), int(bytes.size())};
-        }
+        if (isSet(marks, column.number))
+            m_values[i] =
+                column.isFixed ? fixedValue(fixed, column) : variableValue(variables, column);
     }
 }
 
-std::string_view OldRows::part(int column, int leastSize) const
+std::string_view OldRows::value(int column, int leastSize) const
 {
-    const Part& found = m_parts[size_t(column)];
-    if (found.size < leastSize)
+    const std::string_view found = m_values[size_t(column)];
+    if (found.size() < size_t(leastSize))
         refuse();
-    return {found.data, size_t(found.size)};
+    return found;
 }
 
 bool OldRows::boolean(int column) const
 {
-    return m_parts[size_t(column)].data != nullptr;
+    return m_values[size_t(column)].data() != nullptr;
 }
 
 qint64 OldRows::integer(int column) const
 {
     switch (m_table.columns[size_t(column)].type) {
     case OldType::Byte:
-        return quint8(part(column, 1)[0]);
+        return quint8(value(column, 1)[0]);
     case OldType::Integer:
-        return qFromLittleEndian<qint16>(part(column, 2).data());
+        return qFromLittleEndian<qint16>(value(column, 2).data());
     default:
-        return qFromLittleEndian<qint32>(part(column, 4).data());
+        return qFromLittleEndian<qint32>(value(column, 4).data());
     }
 }
 
 double OldRows::real(int column) const
 {
-    constexpr double currencyUnits = 10000;
-    switch (m_table.columns[size_t(column)].type) {
-    case OldType::Single:
-        return double(std::bit_cast<float>(qFromLittleEndian<quint32>(part(column, 4).data())));
-    case OldType::Currency:
-        return double(qFromLittleEndian<qint64>(part(column, 8).data())) / currencyUnits;
-    default:
-        return std::bit_cast<double>(qFromLittleEndian<quint64>(part(column, 8).data()));
-    }
+    if (m_table.columns[size_t(column)].type == OldType::Single)
+        return double(std::bit_cast<float>(qFromLittleEndian<quint32>(value(column, 4).data())));
+    return std::bit_cast<double>(qFromLittleEndian<quint64>(value(column, 8).data()));
 }
 
 QString OldRows::text(int column)
 {
     const OldColumn& description = m_table.columns[size_t(column)];
-    const std::string_view bytes = part(column, sizeOf(description.type));
+    const std::string_view bytes = value(column, sizeOf(description.type));
     switch (description.type) {
     case OldType::Memo: {
         const QByteArray memo = longBytes(column);
@@ -323,14 +278,14 @@ QByteArray OldRows::longBytes(int column)
 {
     using Visit = PointedRows::Visit;
     const Visit visit = m_isLongRead[size_t(column)] ? Visit::Again : Visit::First;
-    QByteArray value = m_longValues.bytes(part(column), visit);
+    QByteArray found = m_longValues.bytes(value(column), visit);
     m_isLongRead[size_t(column)] = true;
-    return value;
+    return found;
 }
 
 QByteArray OldRows::bytes(int column)
 {
-    const std::string_view found = part(column);
+    const std::string_view found = value(column);
     if (m_table.columns[size_t(column)].type == OldType::LongBinary)
         return longBytes(column);
     return QByteArray(found.data(), qsizetype(found.size()));

@@ -28,17 +28,16 @@ public:
     /// Also true for a row stored before the column came. A Boolean is never null.
     bool isNull(int column) const
     {
-        return m_parts[size_t(column)].data == nullptr
+        return m_values[size_t(column)].data() == nullptr
                && m_table.columns[size_t(column)].type != OldType::Boolean;
     }
     bool boolean(int column) const;
     /// Of Byte, Integer and Long.
     qint64 integer(int column) const;
-    /// Of Single (exactly its 32-bit value) and Double, of Currency, and of DateTime as days since
-    /// 1899-12-30.
+    /// Of Single (exactly its 32-bit value) and Double, and of DateTime as days since 1899-12-30.
     double real(int column) const;
     /// The bytes of a Text, which storedText() reads; they stay until the next row.
-    std::string_view storedBytes(int column) const { return part(column); }
+    std::string_view storedBytes(int column) const { return value(column); }
     /// Of Text and Memo as stored; of Guid, Decimal and Currency as they are written, with all
     /// decimals.
     QString text(int column);
@@ -46,15 +45,9 @@ public:
     QByteArray bytes(int column);
 
 private:
-    struct Part
-    {
-        const char* data = nullptr; // null for NULL
-        int size = 0;
-    };
-
     bool nextPage();
     bool readPage(quint32 number);
-    /// Finds the parts of the row that stands at a place of the current page, there or where it
+    /// Finds the values of the row that stands at a place of the current page, there or where it
     /// was moved to.
     void takeRow();
     std::string_view movedRow(std::string_view pointer);
@@ -63,7 +56,7 @@ private:
     void checkEnd() const;
     [[noreturn]] void refuse() const;
     /// The bytes of a value; the file is refused if they are fewer than given.
-    std::string_view part(int column, int leastSize = 0) const;
+    std::string_view value(int column, int leastSize = 0) const;
     QByteArray longBytes(int column);
 
     PageFile& m_file;
@@ -78,7 +71,8 @@ private:
     DataPage m_page;
     int m_row = -1;
     qint64 m_rowsFound = 0;
-    std::vector<Part> m_parts;
+    /// Without an address for NULL.
+    std::vector<std::string_view> m_values;
     /// Columns that the row knows, the first ones.
     size_t m_knownColumns = 0;
     /// Columns whose long value was asked for in this row.

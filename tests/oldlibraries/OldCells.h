@@ -26,9 +26,10 @@ inline runtime::Value oldCell(oldlibraries::OldRows& rows, int column, oldlibrar
         return rows.integer(column);
     case OldType::Single:
     case OldType::Double:
-    case OldType::Currency:
     case OldType::DateTime:
         return rows.real(column);
+    case OldType::Currency:
+        return rows.text(column).toDouble();
     case OldType::Binary:
     case OldType::LongBinary:
         return rows.bytes(column);

@@ -129,9 +129,6 @@ qint64 readCell(OldRows& rows, int column, OldType type)
         rows.real(column);
         return 0;
     case OldType::Currency:
-        rows.real(column);
-        rows.text(column);
-        return 0;
     case OldType::Guid:
     case OldType::Decimal:
         rows.text(column);
