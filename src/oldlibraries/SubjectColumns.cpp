@@ -13,7 +13,7 @@ namespace {
 const QString scoreTable = u"成绩表"_s;
 const QString teacherTable = u"教师表"_s;
 
-/// The declarations of `scoreColumns`, in step with them.
+/// The type of one of `scoreColumns(subject)`.
 QString declaredType(const QString& subject, const QString& column)
 {
     if (column == subject)
