@@ -5,11 +5,10 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "support"))
 import desktop
+import oldsamples
 import yunshan
 
-SAMPLES = yunshan.ROOT / "tests" / "fixtures" / "oldlibraries"
 QUESTION = "这是旧格式的成绩库"
-PASSWORD_PLACE = 0x42
 
 
 class OldLibrary(desktop.DesktopTest):
@@ -17,7 +16,7 @@ class OldLibrary(desktop.DesktopTest):
         super().setUp()
         self.old = self.folder / "2008级.CJK"
         self.new = self.folder / "2008级（转换）.CJK"
-        self.put((SAMPLES / "one-stream.CJK").read_bytes())
+        self.put(oldsamples.data(oldsamples.ONE_STREAM))
 
     def put(self, content):
         self.content = content
@@ -50,10 +49,7 @@ class OldLibrary(desktop.DesktopTest):
         self.assertNotIn(str(self.old) + "\n", recent)
 
     def test_a_password_is_typed(self):
-        content = bytearray(self.content)
-        for i, letter in enumerate("1234".encode("utf-16-le")):
-            content[PASSWORD_PLACE + i] ^= letter
-        self.put(bytes(content))
+        self.put(oldsamples.with_password(self.content, "1234"))
         self.start(self.old)
         self.running.answer("转换")
         for password in ("4321", "1234"):
