@@ -6,6 +6,7 @@
 
 #include "platform/database/SqlPieces.h"
 #include "platform/database/Statement.h"
+#include "platform/database/TableNames.h"
 
 namespace oldlibraries {
 
@@ -16,22 +17,6 @@ using database::sqlWith;
 using Key = ColumnDeclaration::Key;
 
 namespace {
-
-bool hasTable(database::Connection& library, const QString& name)
-{
-    database::Statement found(library,
-                              u"select 1 from sqlite_master where name=? collate nocase"_s);
-    found.bind({name});
-    return found.step();
-}
-
-QString freeName(database::Connection& library, QString name)
-{
-    do
-        name += u'_';
-    while (hasTable(library, name));
-    return name;
-}
 
 const ColumnDeclaration* numberColumn(const std::vector<ColumnDeclaration>& columns)
 {
@@ -72,7 +57,7 @@ void rebuildTable(database::Connection& library, const QString& table,
                   const std::vector<ColumnDeclaration>& columns)
 {
     const std::vector<ColumnDeclaration> before = database::columnDeclarations(library, table);
-    const QString copy = freeName(library, table);
+    const QString copy = database::freeName(library, table);
     const SqlPiece copyName = SqlPiece::names({copy});
     const SqlPiece name = SqlPiece::names({table});
     database::createTable(library, copy, columns);

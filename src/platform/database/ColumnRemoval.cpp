@@ -8,6 +8,7 @@
 #include "platform/database/Sql.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/Statement.h"
+#include "platform/database/TableNames.h"
 
 namespace database {
 
@@ -54,15 +55,6 @@ QString plainDefinition(const QString& sql)
     const auto bracket = std::find_if(tokens->begin(), tokens->end(),
                                       [](const SqlToken& token) { return token.isSign(u'('); });
     return bracket == tokens->end() ? QString() : sql.mid(bracket->begin);
-}
-
-QString freeName(Connection& connection, QString name)
-{
-    do
-        name += u'_';
-    while (
-        hasRow(connection, u"select 1 from sqlite_master where name=? collate nocase"_s, {name}));
-    return name;
 }
 
 /// The columns of a table in brackets, behind its row ids.
