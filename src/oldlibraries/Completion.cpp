@@ -1,6 +1,7 @@
 #include "oldlibraries/Completion.h"
 
 #include "oldlibraries/MissingColumns.h"
+#include "oldlibraries/MissingIndexes.h"
 #include "oldlibraries/MissingTables.h"
 #include "oldlibraries/SettingRows.h"
 #include "oldlibraries/SubjectColumns.h"

@@ -9,7 +9,6 @@
 #include "oldlibraries/Completion.h"
 #include "oldlibraries/KeyFaults.h"
 #include "oldlibraries/Losses.h"
-#include "oldlibraries/MissingTables.h"
 #include "oldlibraries/OldDatabase.h"
 #include "oldlibraries/OldFileError.h"
 #include "oldlibraries/TableComparison.h"
@@ -17,6 +16,7 @@
 #include "platform/database/EmptyLibrary.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/database/SqlPieces.h"
+#include "platform/database/TableNames.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/UnfinishedFile.h"
 
@@ -163,7 +163,7 @@ bool Converter::copyTables(Connection& library)
     checkIsLibrary(oldTables);
     findLosses(m_old, oldTables, m_report.findings);
     m_tables = targetTables(oldTables, library, m_report.findings);
-    for (const QString& table : tableNames(library))
+    for (const QString& table : database::tableNames(library))
         library.Execute(dropStatement(table));
     for (const TargetTable& table : m_tables)
         m_rowsTotal += 2 * qint64(table.old.rowCount);

@@ -3,9 +3,9 @@
 #include <QStringList>
 
 #include "platform/database/ColumnDeclaration.h"
-#include "platform/database/Error.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/Statement.h"
+#include "platform/database/TableNames.h"
 
 namespace oldlibraries {
 
@@ -49,49 +49,13 @@ void addTable(database::Connection& library, database::Connection& emptyLibrary,
 
 } // namespace
 
-QStringList tableNames(database::Connection& library)
-{
-    Statement tables(library, u"select name from sqlite_master where type='table' "
-                              "and name not like 'sqlite\\_%' escape '\\' order by rowid"_s);
-    QStringList names;
-    while (tables.step())
-        names.append(tables.text(0));
-    return names;
-}
-
 void addMissingTables(database::Connection& library, database::Connection& emptyLibrary,
                       std::vector<Finding>& findings)
 {
-    const QStringList present = tableNames(library);
-    for (const QString& table : tableNames(emptyLibrary)) {
+    const QStringList present = database::tableNames(library);
+    for (const QString& table : database::tableNames(emptyLibrary)) {
         if (!present.contains(table, Qt::CaseInsensitive))
             addTable(library, emptyLibrary, table, findings);
-    }
-}
-
-void addMissingIndexes(database::Connection& library, database::Connection& emptyLibrary,
-                       std::vector<Finding>& findings)
-{
-    Statement known(library,
-                    u"select 1 from sqlite_master where type='index' and name=? collate nocase"_s);
-    Statement indexes(emptyLibrary, u"select name, tbl_name, sql from sqlite_master "
-                                    "where type='index' and sql is not null order by rowid"_s);
-    while (indexes.step()) {
-        known.bind({indexes.text(0)});
-        const bool isKnown = known.step();
-        known.finish();
-        try {
-            if (!isKnown)
-                library.Execute(indexes.text(2));
-        } catch (const database::Error& error) {
-            if (error.failure() != database::Failure::Sql)
-                throw;
-            findings.push_back({indexes.text(1),
-                                0,
-                                {},
-                                indexes.text(0),
-                                u"索引没有建立，查找会慢一些：%1"_s.arg(error.description())});
-        }
     }
 }
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "CopiedLibrary.h"
-#include "oldlibraries/MissingTables.h"
+#include "platform/database/TableNames.h"
 #include "support/FileBytes.h"
 #include "support/PrintQString.h"
 
@@ -112,7 +112,7 @@ TEST(Completion, TablesAndColumnsOfTheSchoolsOwnStay)
 TEST(Completion, EachMissingColumnIsAdded)
 {
     CopiedLibrary whole{QStringList()};
-    for (const QString& table : oldlibraries::tableNames(whole.conn)) {
+    for (const QString& table : database::tableNames(whole.conn)) {
         if (table == u"sqlite_sequence"_s)
             continue;
         for (const QString& column : whole.columns(table).split(u' ')) {
