@@ -33,6 +33,31 @@ int requiredColumn(const PageFile& file, const OldTable& objects, const QString&
     return column;
 }
 
+/// One row of the list of all things that the file holds.
+struct Entry
+{
+    quint32 id = 0;
+    qint64 type = 0;
+    QString name;
+};
+
+/// Of what the old engine made for itself nothing is given.
+template <typename Take> void forEachEntry(PageFile& file, const Take& take)
+{
+    const OldTable objects = readTable(file, objectsPage, u"MSysObjects"_s);
+    const int id = requiredColumn(file, objects, u"Id"_s, OldType::Long);
+    const int name = requiredColumn(file, objects, u"Name"_s, OldType::Text);
+    const int type = requiredColumn(file, objects, u"Type"_s, OldType::Integer);
+    const int flags = requiredColumn(file, objects, u"Flags"_s, OldType::Long);
+    OldRows rows(file, objects);
+    while (rows.next()) {
+        if (rows.isNull(type) || rows.isNull(id) || rows.isNull(name)
+            || (!rows.isNull(flags) && (quint32(rows.integer(flags)) & systemFlags) != 0))
+            continue;
+        take(Entry{quint32(rows.integer(id)), rows.integer(type), rows.text(name)});
+    }
+}
+
 std::optional<OldObject::Kind> kindOf(qint64 type)
 {
     switch (type) {
@@ -97,29 +122,12 @@ bool OldDatabase::isPassword(const QString& text) const
     return !hasPassword() || text == m_header.password;
 }
 
-/// Of what the old engine made for itself nothing is given.
-template <typename Take> void OldDatabase::forEachEntry(const Take& take)
-{
-    const OldTable objects = readTable(m_file, objectsPage, u"MSysObjects"_s);
-    const int id = requiredColumn(m_file, objects, u"Id"_s, OldType::Long);
-    const int name = requiredColumn(m_file, objects, u"Name"_s, OldType::Text);
-    const int type = requiredColumn(m_file, objects, u"Type"_s, OldType::Integer);
-    const int flags = requiredColumn(m_file, objects, u"Flags"_s, OldType::Long);
-    OldRows rows(m_file, objects);
-    while (rows.next()) {
-        if (rows.isNull(type) || rows.isNull(id) || rows.isNull(name)
-            || (!rows.isNull(flags) && (quint32(rows.integer(flags)) & systemFlags) != 0))
-            continue;
-        take(Entry{quint32(rows.integer(id)), rows.integer(type), rows.text(name)});
-    }
-}
-
 std::vector<OldTable> OldDatabase::readTables()
 {
     std::vector<OldTable> tables;
     QSet<QString> names;
     QSet<quint32> pages = {objectsPage};
-    forEachEntry([&](const Entry& entry) {
+    forEachEntry(m_file, [&](const Entry& entry) {
         if (entry.type != tableObject)
             return;
         const quint32 page = entry.id & pageBits;
@@ -137,7 +145,7 @@ std::vector<OldTable> OldDatabase::readTables()
 std::vector<OldObject> OldDatabase::readOtherObjects()
 {
     std::vector<OldObject> objects;
-    forEachEntry([&](const Entry& entry) {
+    forEachEntry(m_file, [&](const Entry& entry) {
         const std::optional<OldObject::Kind> kind = kindOf(entry.type);
         // The queries of forms are named so.
         if (kind && !entry.name.startsWith(u'~'))

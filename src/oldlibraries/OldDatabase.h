@@ -44,16 +44,7 @@ public:
     std::vector<OldObject> readOtherObjects();
 
 private:
-    /// One row of the list of all things that the file holds.
-    struct Entry
-    {
-        quint32 id = 0;
-        qint64 type = 0;
-        QString name;
-    };
-
     void checkNotEncrypted();
-    template <typename Take> void forEachEntry(const Take& take);
 
     PageFile m_file;
     FileHeader m_header;
