@@ -16,8 +16,4 @@ namespace oldlibraries {
 void completeLibrary(database::Connection& library, const QString& templateFile,
                      std::vector<Finding>& findings);
 
-/// Adds what stands in a copied library and should not: the same class and number, or the same exam
-/// and stream, twice and the like. Nothing is changed. Throws database::Error.
-void findFaults(database::Connection& library, std::vector<Finding>& findings);
-
 } // namespace oldlibraries

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 #include "oldlibraries/Completion.h"
+#include "oldlibraries/Faults.h"
 #include "oldlibraries/KeyFaults.h"
 #include "oldlibraries/Losses.h"
 #include "oldlibraries/OldDatabase.h"

@@ -1,6 +1,7 @@
+#include "oldlibraries/Faults.h"
+
 #include <QSet>
 
-#include "oldlibraries/Completion.h"
 #include "oldlibraries/ExamFaults.h"
 #include "oldlibraries/FaultKind.h"
 #include "oldlibraries/ScoreFaults.h"

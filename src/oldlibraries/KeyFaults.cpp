@@ -14,8 +14,8 @@ using Key = ColumnDeclaration::Key;
 
 namespace {
 
-void findFaults(database::Connection& library, const TargetTable& table,
-                const ColumnDeclaration& column, std::vector<Finding>& findings)
+void findFaultyRows(database::Connection& library, const TargetTable& table,
+                    const ColumnDeclaration& column, std::vector<Finding>& findings)
 {
     FaultKind repeated(table.old.name, u"几行都是这个值，照原样保存"_s);
     FaultKind missing(table.old.name, u"没有值，照原样保存"_s);
@@ -46,7 +46,7 @@ void findKeyFaults(database::Connection& library, const TargetTable& keyed,
              column.key == Key::AutoNumber
                  ? u"有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号"_s
                  : u"有空的或重复的值，新库里这一列不再防止重复"_s});
-        findFaults(library, keyed, column, findings);
+        findFaultyRows(library, keyed, column, findings);
     }
 }
 

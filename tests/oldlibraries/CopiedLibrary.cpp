@@ -1,6 +1,7 @@
 #include "CopiedLibrary.h"
 
 #include "oldlibraries/Completion.h"
+#include "oldlibraries/Faults.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/WriteBatch.h"
 #include "support/RowTexts.h"
