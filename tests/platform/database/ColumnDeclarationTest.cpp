@@ -64,6 +64,28 @@ TEST_F(ColumnDeclarations, MakeATable)
               "[a'; --] text(50) COLLATE NOCASE UNIQUE, [数] Double REAL DEFAULT 1)"_s);
 }
 
+TEST_F(ColumnDeclarations, AddAColumnBehindTheOthers)
+{
+    connection.Execute(u"insert into 总分 values ('总分1')"_s);
+    addColumn(connection, u"总分"_s, {u"a'; --"_s, u"text(50)"_s, u"NOCASE"_s, u"'无'"_s});
+    addColumn(connection, u"总分"_s, {u"数"_s, u"Double REAL"_s});
+    EXPECT_EQ(sql(u"总分"_s), u"CREATE TABLE 总分 ([总分] text(50) COLLATE NOCASE PRIMARY KEY, "
+                              "[a'; --] text(50) COLLATE NOCASE DEFAULT '无', [数] Double REAL)"_s);
+    EXPECT_EQ(rowsOf(connection, u"select * from 总分"_s), u"总分1|无|NULL"_s);
+}
+
+TEST_F(ColumnDeclarations, AddNoColumnThatNumbersTheRowsOrRefusesValues)
+{
+    const QString before = sql(u"总分"_s);
+    for (const Key key : {Key::AutoNumber, Key::Unique}) {
+        EXPECT_EQ(errorOf([&] {
+                      addColumn(connection, u"总分"_s, {u"号"_s, u"INTEGER"_s, {}, {}, key});
+                  }).failure(),
+                  Failure::Sql);
+    }
+    EXPECT_EQ(sql(u"总分"_s), before);
+}
+
 TEST_F(ColumnDeclarations, OfANameThatBracketsCannotHoldAreRefused)
 {
     EXPECT_EQ(errorOf([&] {

@@ -58,8 +58,9 @@ TEST(ReplacedFile, IsHeldAgainstOthersUnlessItIsInUse)
         EXPECT_TRUE(isInUse(file.path()));
     }
     const WriteBatch batch(user);
-    EXPECT_EQ(refusal([&] { heldForReplacing(file.path()); }),
-              u"文件 %1 正在使用，不能覆盖。"_s.arg(file.path()));
+    const QString inUse = u"文件 %1 正在使用，不能覆盖。"_s.arg(file.path());
+    EXPECT_EQ(refusal([&] { heldForReplacing(file.path()); }), inUse);
+    EXPECT_EQ(inUseError(file.path()).description(), inUse);
 }
 
 TEST(ReplacedFile, MayBeMissingOrNoLibraryAndThenHasNothingToHold)
