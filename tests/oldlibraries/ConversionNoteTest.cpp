@@ -178,8 +178,9 @@ TEST_F(ConversionNotes, ThatCannotBeWrittenHinderNothing)
     support::write(paths.dataFile(u"转换"_s), "a file in its place");
     const support::ScriptedDialogs dialogs;
     const ConversionNote note(paths, newPath);
-    EXPECT_EQ(dialogs.shown, QStringList());
     removeLeftOvers(paths);
+    EXPECT_EQ(dialogs.shown, QStringList());
+    EXPECT_EQ(support::read(paths.dataFile(u"转换"_s)), "a file in its place");
 }
 
 } // namespace
