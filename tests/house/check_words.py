@@ -13,7 +13,7 @@ import tree
 EVERYWHERE = {
     "speaks of a text that readers do not have":
         r"\bParts? \d|\b[Tt]he sp[e]c\b|[Ss]p[e]cification|规格[书说]",
-    "names a folder of one machine": r"/w[o]rk/|/t[m]p/|/r[o]ot/|/h[o]me/\w",
+    "names a folder of one machine": r"/w[o]rk/|/t[m]p/|/r[o]ot/|/h[o]me/\w|/d[e]v/shm/",
 }
 IN_CODE = {
     "leaves a promise":

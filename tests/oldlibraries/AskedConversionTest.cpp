@@ -12,6 +12,7 @@
 #include "support/OtherProgram.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
+#include "support/WatchedProgress.h"
 
 namespace oldlibraries {
 namespace {
@@ -245,8 +246,10 @@ TEST_F(AskedConversion, OfAFolderThatCannotBeWrittenTheNewOneGoesElsewhere)
     support::write(there, bytes);
     ASSERT_EQ(chmod(QFile::encodeName(test.folder.path()).constData(), 0755), 0);
     ASSERT_EQ(chmod(QFile::encodeName(folder).constData(), 0555), 0);
+    const QTemporaryDir elsewhere;
+    ASSERT_EQ(chmod(QFile::encodeName(elsewhere.path()).constData(), 0777), 0);
     const support::OrdinaryUser user;
-    test.dialogs.file = u"/dev/shm/库（转换）.CJK"_s;
+    test.dialogs.file = elsewhere.filePath(u"库（转换）.CJK"_s);
     test.dialogs.expect(question, u"转换"_s);
     const std::optional<ConversionRequest> request =
         askForConversion(there, test.scores.Conn, test.paths);
@@ -279,27 +282,13 @@ TEST_F(AskedConversion, WhatAKilledOneLeftBesideTheOldLibraryGoes)
     EXPECT_FALSE(QFile::exists(leftOver));
 }
 
-/// Progress that is cancelled at once if asked for, and notes how much was told when it ended.
-class WatchedProgress : public runtime::Progress
-{
-public:
-    explicit WatchedProgress(const QStringList& told) : m_told(told) {}
-
-    void report(const QString& text, int, int) override { texts.append(text); }
-    void finish() override { toldBefore = m_told.size(); }
-    bool cancelled() const override { return isCancelled; }
-
-    bool isCancelled = false;
-    QStringList texts;
-    qsizetype toldBefore = -1;
-
-private:
-    const QStringList& m_told;
-};
-
 class RunningConversion : public AskedConversion
 {
 protected:
+    RunningConversion()
+    {
+        progress.onFinish = [this] { toldBefore = test.dialogs.shown.size(); };
+    }
     std::optional<ConversionReport> convertTo(const QString& path)
     {
         ConversionRequest request{
@@ -311,7 +300,9 @@ protected:
         return QDir(test.paths.dataFile(u"转换"_s)).entryList(QDir::Files | QDir::Hidden);
     }
 
-    WatchedProgress progress{test.dialogs.shown};
+    support::WatchedProgress progress;
+    /// How much was told when the progress ended.
+    qsizetype toldBefore = -1;
 };
 
 TEST_F(RunningConversion, GivesALibraryAndItsReport)
@@ -322,7 +313,7 @@ TEST_F(RunningConversion, GivesALibraryAndItsReport)
     EXPECT_FALSE(isOldLibrary(suggested));
     EXPECT_TRUE(QFile::exists(suggested));
     EXPECT_FALSE(progress.texts.isEmpty());
-    EXPECT_EQ(progress.toldBefore, 0) << "the window of the progress is gone";
+    EXPECT_EQ(toldBefore, 0) << "the window of the progress is gone";
     EXPECT_EQ(notes(), QStringList());
     EXPECT_EQ(test.dialogs.shown, QStringList());
 }
@@ -354,7 +345,7 @@ TEST_F(RunningConversion, AsksBeforeItGoesOnWithoutRowsThatAreMissing)
 TEST_F(RunningConversion, LeavesNothingWhenItIsCancelled)
 {
     const QStringList before = files();
-    progress.isCancelled = true;
+    progress.isStopped = true;
     EXPECT_FALSE(convertTo(suggested));
     EXPECT_EQ(files(), before);
     EXPECT_EQ(notes(), QStringList());
@@ -367,7 +358,7 @@ TEST_F(RunningConversion, TellsInOneBoxWhyThereIsNoNewLibrary)
     EXPECT_FALSE(convertTo(test.file(u"没有/库.CJK"_s)));
     ASSERT_EQ(test.dialogs.shown.size(), 1);
     EXPECT_TRUE(test.dialogs.failures[0].endsWith(u" - Sub Convert/OldLibraries"_s));
-    EXPECT_EQ(progress.toldBefore, 0) << "the progress stands beside the box";
+    EXPECT_EQ(toldBefore, 0) << "the progress stands beside the box";
     EXPECT_EQ(files(), before);
     EXPECT_EQ(notes(), QStringList());
 }

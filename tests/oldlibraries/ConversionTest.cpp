@@ -13,6 +13,7 @@
 #include "support/FullDisk.h"
 #include "support/OrdinaryUser.h"
 #include "support/PrintQString.h"
+#include "support/WatchedProgress.h"
 
 using namespace Qt::StringLiterals;
 using oldlibraries::OldFileError;
@@ -21,6 +22,7 @@ using oldlibraries::OldType;
 using support::errorOf;
 using support::OldFileWriter;
 using support::read;
+using support::WatchedProgress;
 using support::write;
 using Existing = oldlibraries::ConversionRequest::Existing;
 
@@ -67,30 +69,16 @@ protected:
     QString sentence;
 };
 
-/// Calls an action at each report, with the number of the report, and is cancelled when told to.
-class WatchedProgress : public runtime::Progress
+/// What was reported, as "text (done/total)".
+QStringList linesOf(const WatchedProgress& progress)
 {
-public:
-    using Action = std::function<void(const QString& text)>;
-
-    explicit WatchedProgress(Action action = {}) : m_action(std::move(action)) {}
-
-    void report(const QString& text, int done, int total) override
-    {
-        lines.append(u"%1 (%2/%3)"_s.arg(text).arg(done).arg(total));
-        if (m_action)
-            m_action(text);
-    }
-    void finish() override { isFinished = true; }
-    bool cancelled() const override { return cancelAt > 0 && lines.size() >= cancelAt; }
-
     QStringList lines;
-    qsizetype cancelAt = 0;
-    bool isFinished = false;
-
-private:
-    Action m_action;
-};
+    for (qsizetype i = 0; i < progress.texts.size(); ++i) {
+        const auto [done, total] = progress.counts[size_t(i)];
+        lines.append(u"%1 (%2/%3)"_s.arg(progress.texts[i]).arg(done).arg(total));
+    }
+    return lines;
+}
 
 /// Changes one text of the old file, as long as the other.
 void changeText(const QString& path, const QString& text, const QString& other)
@@ -119,13 +107,13 @@ TEST_F(Conversion, TellsTableAndRowsOfBothPasses)
     WatchedProgress progress;
     ASSERT_TRUE(oldlibraries::convert(request, progress));
     EXPECT_EQ(
-        progress.lines,
+        linesOf(progress),
         (QStringList{u"正在复制 表一：50/120 (50/242)"_s, u"正在复制 表一：100/120 (100/242)"_s,
                      u"正在复制 表一：120/120 (120/242)"_s, u"正在复制 表二：1/1 (121/242)"_s,
                      u"正在核对 表一：50/120 (171/242)"_s, u"正在核对 表一：100/120 (221/242)"_s,
                      u"正在核对 表一：120/120 (241/242)"_s, u"正在核对 表二：1/1 (242/242)"_s,
                      u"正在补全和检查新成绩库 (242/242)"_s}));
-    EXPECT_TRUE(progress.isFinished);
+    EXPECT_EQ(progress.finished, 1);
 }
 
 TEST_F(Conversion, CancelledAtAnyMomentLeavesNothing)
@@ -133,9 +121,9 @@ TEST_F(Conversion, CancelledAtAnyMomentLeavesNothing)
     const QByteArray old = writeOld();
     for (qsizetype moment = 1; moment <= 9; ++moment) {
         WatchedProgress progress;
-        progress.cancelAt = moment;
+        progress.onReport = [&](int) { progress.isStopped = progress.texts.size() >= moment; };
         EXPECT_FALSE(oldlibraries::convert(request, progress)) << moment;
-        EXPECT_TRUE(progress.isFinished);
+        EXPECT_EQ(progress.finished, 1);
         expectNothingMade(old);
     }
 }
@@ -152,7 +140,8 @@ TEST_F(Conversion, KeepsAFileOfThatName)
 TEST_F(Conversion, KeepsAFileThatTakesTheNameMeanwhile)
 {
     const QByteArray old = writeOld();
-    WatchedProgress progress([&](const QString&) { write(request.newPath, "mine"); });
+    WatchedProgress progress;
+    progress.onReport = [&](int) { write(request.newPath, "mine"); };
     EXPECT_EQ(errorOf([&] { oldlibraries::convert(request, progress); }),
               u"文件 %1 已存在，没有转换。"_s.arg(request.newPath));
     EXPECT_EQ(read(request.newPath), "mine");
@@ -258,10 +247,11 @@ TEST_F(Conversion, TakesAnyPasswordWhereThereIsNone)
 TEST_F(Conversion, IsRefusedWhenTheOldFileIsWrittenMeanwhile)
 {
     writeOld();
-    WatchedProgress progress([&](const QString& text) {
-        if (text.startsWith(u"正在核对 表一：50"_s))
+    WatchedProgress progress;
+    progress.onReport = [&](int) {
+        if (progress.texts.last().startsWith(u"正在核对 表一：50"_s))
             changeText(request.oldPath, u"甲乙丙丁"_s, u"甲乙丙戊"_s);
-    });
+    };
     EXPECT_EQ(errorOf([&] { oldlibraries::convert(request, progress); }),
               u"%1 在读取时被别的程序改动了。请关闭用它的程序，再试一次。"_s.arg(request.oldPath));
     EXPECT_EQ(files(), QStringList{u"old.CJK"_s});
@@ -270,12 +260,13 @@ TEST_F(Conversion, IsRefusedWhenTheOldFileIsWrittenMeanwhile)
 TEST_F(Conversion, IsRefusedWhenTheOldFileGrowsWhileItIsCompared)
 {
     writeOld();
-    WatchedProgress progress([&](const QString& text) {
+    WatchedProgress progress;
+    progress.onReport = [&](int) {
         QFile old(request.oldPath);
-        if (text.startsWith(u"正在核对 表二"_s)) {
+        if (progress.texts.last().startsWith(u"正在核对 表二"_s)) {
             EXPECT_TRUE(old.open(QIODevice::Append) && old.write("more") == 4);
         }
-    });
+    };
     EXPECT_EQ(errorOf([&] { oldlibraries::convert(request, progress); }),
               u"%1 在读取时被别的程序改动了。请关闭用它的程序，再试一次。"_s.arg(request.oldPath));
     EXPECT_EQ(files(), QStringList{u"old.CJK"_s});
@@ -284,15 +275,16 @@ TEST_F(Conversion, IsRefusedWhenTheOldFileGrowsWhileItIsCompared)
 TEST_F(Conversion, IsRefusedWhenTheSecondReadingDiffers)
 {
     writeOld();
-    WatchedProgress progress([&](const QString& text) {
-        if (!text.startsWith(u"正在复制 表二"_s))
+    WatchedProgress progress;
+    progress.onReport = [&](int) {
+        if (!progress.texts.last().startsWith(u"正在复制 表二"_s))
             return;
         QFile old(request.oldPath);
         ASSERT_TRUE(old.open(QIODevice::ReadWrite));
         const QDateTime time = old.fileTime(QFileDevice::FileModificationTime);
         changeText(request.oldPath, u"甲乙丙丁"_s, u"甲乙丙戊"_s);
         ASSERT_TRUE(old.setFileTime(time, QFileDevice::FileModificationTime));
-    });
+    };
     EXPECT_EQ(
         errorOf([&] { oldlibraries::convert(request, progress); }),
         u"%1 的表“表二”前后两次读出的内容不同，没有转换。磁盘可能有问题。"_s.arg(request.oldPath));

@@ -27,7 +27,7 @@ protected:
         const QString name = QString::fromLatin1(GetParam());
         useSample(name + u".CJK"_s);
         bytes = support::read(request.oldPath);
-        content = QJsonDocument::fromJson(support::read(sample(name + u".json"_s)));
+        content = QJsonDocument::fromJson(support::read(support::oldSamplePath(name + u".json"_s)));
         report = convert();
         library.Open(request.newPath, library::libraryShape());
     }

@@ -8,6 +8,7 @@
 #include "oldlibraries/Conversion.h"
 #include "platform/database/Connection.h"
 #include "support/OldFileWriter.h"
+#include "support/OldSamples.h"
 #include "support/TestLibrary.h"
 
 namespace tests {
@@ -31,13 +32,10 @@ protected:
 
     QString file(const QString& name) const { return folder.filePath(name); }
 
-    /// The path of a sample.
-    static QString sample(const QString& name)
+    void useSample(const QString& name)
     {
-        return QStringLiteral(YUNSHAN_FIXTURES "/") + name;
+        EXPECT_TRUE(QFile::copy(support::oldSamplePath(name), request.oldPath));
     }
-
-    void useSample(const QString& name) { EXPECT_TRUE(QFile::copy(sample(name), request.oldPath)); }
 
     std::optional<oldlibraries::ConversionReport> convert()
     {

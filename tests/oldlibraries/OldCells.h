@@ -5,38 +5,11 @@
 #include <gtest/gtest.h>
 
 #include "oldlibraries/OldDatabase.h"
-#include "oldlibraries/OldRows.h"
-#include "platform/runtime/Value.h"
+#include "support/OldCell.h"
 
 namespace tests {
 
 using OldCells = std::vector<std::vector<runtime::Value>>;
-
-inline runtime::Value oldCell(oldlibraries::OldRows& rows, int column, oldlibraries::OldType type)
-{
-    using oldlibraries::OldType;
-    if (rows.isNull(column))
-        return {};
-    switch (type) {
-    case OldType::Boolean:
-        return rows.boolean(column);
-    case OldType::Byte:
-    case OldType::Integer:
-    case OldType::Long:
-        return rows.integer(column);
-    case OldType::Single:
-    case OldType::Double:
-    case OldType::DateTime:
-        return rows.real(column);
-    case OldType::Currency:
-        return rows.text(column).toDouble();
-    case OldType::Binary:
-    case OldType::LongBinary:
-        return rows.bytes(column);
-    default:
-        return rows.text(column);
-    }
-}
 
 /// All cells of a table, a Currency as a number.
 inline OldCells oldCells(oldlibraries::PageFile& file, const oldlibraries::OldTable& table)
@@ -46,7 +19,7 @@ inline OldCells oldCells(oldlibraries::PageFile& file, const oldlibraries::OldTa
     while (rows.next()) {
         std::vector<runtime::Value>& row = found.emplace_back();
         for (size_t i = 0; i < table.columns.size(); ++i)
-            row.push_back(oldCell(rows, int(i), table.columns[i].type));
+            row.push_back(support::oldCell(rows, int(i), table.columns[i].type));
     }
     return found;
 }

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "oldlibraries/OldCells.h"
-#include "support/FileBytes.h"
+#include "support/OldSamples.h"
 #include "support/PrintQString.h"
 
 using namespace Qt::StringLiterals;
@@ -21,19 +21,14 @@ using runtime::Value;
 
 namespace {
 
-QString sample(const QString& name)
-{
-    return QStringLiteral(YUNSHAN_FIXTURES "/") + name;
-}
-
 class OldSample : public testing::TestWithParam<const char*>
 {
 protected:
     void SetUp() override
     {
         const QString name = QString::fromLatin1(GetParam());
-        path = sample(name + u".CJK"_s);
-        content = QJsonDocument::fromJson(support::read(sample(name + u".json"_s)));
+        path = support::oldSamplePath(name + u".CJK"_s);
+        content = QJsonDocument::fromJson(support::read(support::oldSamplePath(name + u".json"_s)));
     }
 
     QJsonArray tables() const { return content[u"tables"].toArray(); }

@@ -5,8 +5,9 @@
 #include <QTemporaryDir>
 
 #include "oldlibraries/OldRefusals.h"
-#include "support/FileBytes.h"
 #include "support/OldFilePages.h"
+#include "support/OldHeader.h"
+#include "support/OldSamples.h"
 #include "support/OrdinaryUser.h"
 
 using namespace Qt::StringLiterals;
@@ -15,16 +16,12 @@ using oldlibraries::OldDatabase;
 using oldlibraries::OldFileFailure;
 using oldlibraries::OldTable;
 using oldlibraries::PageFile;
+using support::withPassword;
 using tests::OldRefusal;
 
 namespace {
 
 constexpr qsizetype pageSize = PageFile::pageSize;
-
-QByteArray sample(const QString& name)
-{
-    return support::read(QStringLiteral(YUNSHAN_FIXTURES "/") + name);
-}
 
 QByteArray noise(qsizetype size, unsigned seed)
 {
@@ -35,34 +32,16 @@ QByteArray noise(qsizetype size, unsigned seed)
     return bytes;
 }
 
-/// Of the part of the header that all files have stirred with one key.
-template <typename Change> QByteArray withHeader(QByteArray file, const Change& change)
+template <typename Change> QByteArray withHeader(const QByteArray& file, const Change& change)
 {
-    constexpr qsizetype from = 0x18;
-    constexpr qsizetype size = 128;
-    constexpr quint32 headerKey = 0x6B39DAC7;
-    QByteArray header(from, '\0');
-    header += oldlibraries::withKey(file.mid(from, size), headerKey);
-    change(header);
-    return file.replace(from, size, oldlibraries::withKey(header.mid(from), headerKey));
+    QByteArray plain = support::withHeaderKey(file);
+    change(plain);
+    return support::withHeaderKey(plain);
 }
 
 QByteArray withPageKey(const QByteArray& file, quint32 key)
 {
     return withHeader(file, [&](QByteArray& header) { support::put(header, 0x3E, key); });
-}
-
-QByteArray withPassword(const QByteArray& file, const QString& password)
-{
-    return withHeader(file, [&](QByteArray& header) {
-        const auto date = qFromLittleEndian<double>(header.constData() + 0x72);
-        QByteArray mask;
-        support::append(mask, qint32(date));
-        for (qsizetype i = 0; i < 40; ++i) {
-            const char16_t letter = i / 2 < password.size() ? password[i / 2].unicode() : u'\0';
-            header[0x42 + i] = char(letter >> 8 * (i % 2) ^ mask[i % 4]);
-        }
-    });
 }
 
 class RefusedOldFile : public testing::Test
@@ -106,7 +85,7 @@ protected:
                        u"%1 在读取时被别的程序改动了。请关闭用它的程序，再试一次。"_s);
     }
 
-    QByteArray whole = sample(u"small-two-streams.CJK"_s);
+    QByteArray whole = support::oldSample(u"small-two-streams"_s);
 
 private:
     QTemporaryDir m_folder;

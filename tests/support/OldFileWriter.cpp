@@ -4,9 +4,9 @@
 #include <bit>
 
 #include "oldlibraries/DataPage.h"
-#include "oldlibraries/FileHeader.h"
 #include "oldlibraries/PageFile.h"
 #include "platform/runtime/Error.h"
+#include "support/OldHeader.h"
 
 namespace support {
 
@@ -91,14 +91,6 @@ QByteArray nameBytes(const QString& name)
     QByteArray bytes;
     append(bytes, quint16(letters.size()));
     return bytes + letters;
-}
-
-QByteArray headerWithKey(QByteArray page)
-{
-    constexpr qsizetype from = 0x18;
-    constexpr qsizetype size = 128;
-    constexpr quint32 headerKey = 0x6B39DAC7;
-    return page.replace(from, size, oldlibraries::withKey(page.mid(from, size), headerKey));
 }
 
 /// The day on which the file was made lies over the password.
@@ -376,7 +368,7 @@ void OldFileWriter::writeHeader()
     put(page, 0x3E, m_header.pageKey);
     page.replace(0x42, 40, passwordBytes(m_header.password));
     put(page, 0x72, std::bit_cast<quint64>(creationDate));
-    m_sink.write(0, headerWithKey(page));
+    m_sink.write(0, withHeaderKey(page));
 }
 
 void OldFileWriter::writeObjects()

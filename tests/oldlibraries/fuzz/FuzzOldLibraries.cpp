@@ -8,9 +8,9 @@
 #include "oldlibraries/Conversion.h"
 #include "oldlibraries/OldDatabase.h"
 #include "oldlibraries/OldFileError.h"
-#include "oldlibraries/OldRows.h"
 #include "oldlibraries/fuzz/OldFileMutator.h"
 #include "support/FuzzRun.h"
+#include "support/OldCell.h"
 #include "support/OldFileWriter.h"
 
 namespace {
@@ -112,35 +112,17 @@ void FuzzOldLibraries::writeInput(const QString& path)
 /// Characters and bytes of one cell.
 qint64 readCell(OldRows& rows, int column, OldType type)
 {
-    if (rows.isNull(column))
-        return 0;
+    const runtime::Value value = support::oldCell(rows, column, type);
     switch (type) {
-    case OldType::Boolean:
-        rows.boolean(column);
-        return 0;
-    case OldType::Byte:
-    case OldType::Integer:
-    case OldType::Long:
-        rows.integer(column);
-        return 0;
-    case OldType::Single:
-    case OldType::Double:
-    case OldType::DateTime:
-        rows.real(column);
-        return 0;
-    case OldType::Currency:
-    case OldType::Guid:
-    case OldType::Decimal:
-        rows.text(column);
-        return 0;
     case OldType::Binary:
     case OldType::LongBinary:
-        return rows.bytes(column).size();
+        return value.toBytes().size();
     case OldType::Text:
     case OldType::Memo:
-        break;
+        return value.text().size();
+    default:
+        return 0;
     }
-    return rows.text(column).size();
 }
 
 /// Characters and bytes of all cells.

@@ -2,7 +2,7 @@
 
 #include <QtEndian>
 
-#include "oldlibraries/FileHeader.h"
+#include "support/OldHeader.h"
 
 namespace fuzz {
 
@@ -69,18 +69,11 @@ void OldFileMutator::mutatePage(QByteArray& file)
 void OldFileMutator::mutateHeader(QByteArray& file)
 {
     constexpr qsizetype from = 0x14;
-    constexpr qsizetype stirredFrom = 0x18;
-    constexpr qsizetype stirredSize = 128;
-    constexpr quint32 headerKey = 0x6B39DAC7;
-    const auto stir = [&] {
-        const QByteArray stirred =
-            oldlibraries::withKey(file.mid(stirredFrom, stirredSize), headerKey);
-        file.replace(stirredFrom, stirred.size(), stirred);
-    };
-    stir();
-    ByteMutator::put(file, from + m_random.below(stirredSize), qsizetype{1} << m_random.below(3),
+    constexpr qsizetype size = 128;
+    file = support::withHeaderKey(file);
+    ByteMutator::put(file, from + m_random.below(size), qsizetype{1} << m_random.below(3),
                      number(file));
-    stir();
+    file = support::withHeaderKey(file);
 }
 
 /// The list of a page's rows, or the inside of one of them.
