@@ -34,6 +34,12 @@ QStringList unknownTerms(const QString& formula, const QStringList& columns)
     return terms;
 }
 
+/// Numbers as they are, with all their digits.
+double markOf(const runtime::Value& mark)
+{
+    return mark.isNumber() ? mark.toDouble() : runtime::Val(mark);
+}
+
 QString formulaText(const QStringList& unknown, const QString& formula)
 {
     return u"%1（%2）"_s.arg(unknown.join(u'、'), formula);
@@ -54,9 +60,12 @@ ExamRows::ExamRows(database::Connection& library) : m_columns(subjectsOf(library
         database::sqlWith(u"select 考试名称, 科类, 考试编号%1 from 考试名称表 order by rowid"_s,
                           {database::SqlPiece::moreNames(m_columns)}));
     while (rows.step()) {
-        Row row{rows.text(0), rows.text(1), !rows.isNull(2), {}};
-        for (int i = 0; i < int(m_columns.size()); ++i)
-            row.fields.append(rows.text(firstColumn + i));
+        Row row{rows.text(0), rows.text(1), !rows.isNull(2), {}, {}};
+        for (int i = 0; i < int(m_columns.size()); ++i) {
+            const bool hasFormula = isTotal(m_columns[i]);
+            row.marks.push_back(hasFormula ? 0 : markOf(rows.value(firstColumn + i)));
+            row.formulas.append(hasFormula ? rows.text(firstColumn + i) : QString());
+        }
         const ExamKey key(row.exam, row.stream);
         if (!m_places.contains(key))
             m_places.insert(key, m_rows.size());
@@ -65,21 +74,13 @@ ExamRows::ExamRows(database::Connection& library) : m_columns(subjectsOf(library
     }
 }
 
-std::vector<double> ExamRows::marksOf(const Row& row) const
-{
-    std::vector<double> marks;
-    for (qsizetype i = 0; i < m_columns.size(); ++i)
-        marks.push_back(isTotal(m_columns[i]) ? 0 : runtime::Val(row.fields[i]));
-    return marks;
-}
-
 std::vector<double> ExamRows::marks(const ExamKey& key) const
 {
     const QString other = key.stream == u"文"_s ? u"理"_s : u"文"_s;
     for (const QString& stream : {key.stream, other}) {
         const auto found = m_places.constFind(ExamKey(key.exam, stream));
         if (found != m_places.constEnd())
-            return marksOf(m_rows[*found]);
+            return m_rows[*found].marks;
     }
     return {};
 }
@@ -110,7 +111,7 @@ void ExamRows::tellFormulas(std::vector<Finding>& findings) const
     FaultKind wrong(examTable, u"总分公式里有成绩库没有的科目，原样转入；请修改公式。"_s);
     for (size_t row = 0; row < m_rows.size(); ++row) {
         for (qsizetype i = 0; i < m_columns.size(); ++i) {
-            const QString& formula = m_rows[row].fields[i];
+            const QString& formula = m_rows[row].formulas[i];
             if (!isTotal(m_columns[i]))
                 continue;
             const QStringList unknown = unknownTerms(formula, m_columns);

@@ -48,11 +48,11 @@ private:
         QString exam;
         QString stream;
         bool hasNumber;
-        /// Full marks and formulas.
-        QStringList fields;
+        /// In step with the columns: full marks, 0 for a total, and formulas, "" for a subject.
+        std::vector<double> marks;
+        QStringList formulas;
     };
 
-    std::vector<double> marksOf(const Row& row) const;
     void tellFormulas(std::vector<Finding>& findings) const;
 
     QStringList m_columns;

@@ -10,6 +10,7 @@
 #include "oldlibraries/SubjectColumns.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/Statement.h"
+#include "platform/runtime/ComparedNumber.h"
 #include "platform/runtime/Numbers.h"
 
 namespace oldlibraries {
@@ -34,6 +35,11 @@ struct MetExam
     int number = 0;
     std::vector<double> marks;
 };
+
+bool isAbove(double score, double mark)
+{
+    return score > mark && runtime::roundedToCompare(score) > runtime::roundedToCompare(mark);
+}
 
 /// One pass over the scores.
 class ScorePass
@@ -125,7 +131,7 @@ private:
             constexpr double absent = -1;
             if (score < 0 && score != absent)
                 addScore(m_below, i);
-            else if (mark > 0 && score > mark)
+            else if (mark > 0 && isAbove(score, mark))
                 addScore(m_above, i);
         }
     }
@@ -159,8 +165,9 @@ private:
     {
         for (qsizetype i = 0; i < m_names.size(); ++i) {
             if (!m_exams.knows(m_names[i]))
-                m_unknownExam.add(0, u"考试名称"_s,
-                                  u"%1（%2 行）"_s.arg(m_names[i]).arg(m_rowCounts[size_t(i)]));
+                m_unknownExam.add(
+                    0, u"考试名称"_s,
+                    u"%1（%2 行）"_s.arg(m_names[i], QString::number(m_rowCounts[size_t(i)])));
         }
     }
 

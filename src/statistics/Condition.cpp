@@ -8,6 +8,7 @@
 #include <QStringTokenizer>
 
 #include "platform/database/SqlPieces.h"
+#include "platform/runtime/ComparedNumber.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/PlainNumber.h"
 
@@ -64,13 +65,6 @@ std::optional<Comparison> comparisonOf(QStringView text)
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/// A half goes away from zero, as it does where the engine rounds.
-double roundedToCompare(double value)
-{
-    constexpr double scale = 1e4;
-    return std::round(value * scale) / scale;
-}
-
 /// The smallest value whose rounding passes `test`, as that of no smaller one does, next to
 /// `number`. It lies half a place below a number of so many places.
 template <class Test> double smallestThat(double number, const Test& test)
@@ -83,7 +77,7 @@ template <class Test> double smallestThat(double number, const Test& test)
     double whole = std::floor(number * scale) - 1;
     while (!test(whole / scale))
         ++whole;
-    const auto passes = [&](double value) { return test(roundedToCompare(value)); };
+    const auto passes = [&](double value) { return test(runtime::roundedToCompare(value)); };
     double at = (whole - 0.5) / scale;
     while (passes(std::nextafter(at, -infinity)))
         at = std::nextafter(at, -infinity);
