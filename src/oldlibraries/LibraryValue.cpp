@@ -16,15 +16,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// "12.5" of "12.5000".
+/// "12.5" of "12.5000", "0" of "-0".
 QString withoutEndZeros(QString digits)
 {
-    if (!digits.contains(u'.'))
-        return digits;
-    while (digits.endsWith(u'0'))
-        digits.chop(1);
-    if (digits.endsWith(u'.'))
-        digits.chop(1);
+    if (digits.contains(u'.')) {
+        while (digits.endsWith(u'0'))
+            digits.chop(1);
+        if (digits.endsWith(u'.'))
+            digits.chop(1);
+    }
     return digits == "-0"_L1 ? u"0"_s : digits;
 }
 
@@ -91,12 +91,9 @@ void LibraryValue::takeReal(double number)
 {
     sort = Sort::Real;
     real = number;
-    if (std::isfinite(number))
-        return;
-    if (std::isnan(number))
-        oddity = u"不是数，新库里是空值";
-    else if (std::isinf(number))
-        oddity = u"无穷大，照原样保存";
+    if (!std::isfinite(number))
+        oddity = std::isnan(number) ? QStringView(u"不是数，新库里是空值")
+                                    : QStringView(u"无穷大，照原样保存");
 }
 
 void LibraryValue::takeAmount(const QString& digits)
@@ -141,28 +138,11 @@ void LibraryValue::takeDate(double days)
 
 QString oldText(OldRows& rows, const OldColumn& column, int place)
 {
-    switch (column.type) {
-    case OldType::Single:
+    if (column.type == OldType::Single)
         return runtime::singleText(float(rows.real(place)));
-    case OldType::Double:
-    case OldType::DateTime:
+    if (column.type == OldType::Double || column.type == OldType::DateTime)
         return runtime::doubleText(rows.real(place));
-    case OldType::Text:
-    case OldType::Memo:
-    case OldType::Currency:
-    case OldType::Decimal:
-    case OldType::Guid:
-        return rows.text(place);
-    case OldType::Boolean:
-    case OldType::Byte:
-    case OldType::Integer:
-    case OldType::Long:
-        return QString::number(rows.integer(place));
-    case OldType::Binary:
-    case OldType::LongBinary:
-        break;
-    }
-    return {};
+    return rows.text(place);
 }
 
 } // namespace oldlibraries

@@ -47,7 +47,7 @@ private:
     std::vector<KnownText> m_knownTexts; // by place
 };
 
-/// The value as the old library has it, for a report; bytes are not shown.
+/// The value that has an oddity as the old library has it, for a report.
 QString oldText(OldRows& rows, const OldColumn& column, int place);
 
 } // namespace oldlibraries
