@@ -63,7 +63,8 @@ private:
     void checkIsLibrary(const std::vector<OldTable>& tables) const;
     bool fill(const QString& path);
     bool copyTables(Connection& library);
-    std::optional<qint64> copyTable(Connection& library, TargetTable& table);
+    Copied copyTable(Connection& library, TargetTable& table);
+    Copied copyRows(Connection& library, const TargetTable& table);
     void checkAllRead(const TargetTable& table, qint64 rows) const;
     bool compareTables(Connection& library);
     void complete(Connection& library);
@@ -169,37 +170,39 @@ bool Converter::copyTables(Connection& library)
     for (const TargetTable& table : m_tables)
         m_rowsTotal += 2 * qint64(table.old.rowCount);
     for (TargetTable& table : m_tables) {
-        const std::optional<qint64> rows = copyTable(library, table);
-        if (!rows)
+        if (copyTable(library, table) == Copied::Cancelled)
             return false;
-        checkAllRead(table, *rows);
-        m_rowsDone += *rows;
-        m_report.tables.push_back({table.name, *rows});
     }
     return true;
 }
 
-std::optional<qint64> Converter::copyTable(Connection& library, TargetTable& table)
+Copied Converter::copyTable(Connection& library, TargetTable& table)
 {
-    const size_t findings = m_report.findings.size();
-    const auto copied = [&] {
-        database::createTable(library, table.name, table.columns);
-        TableCopy copy(m_old.file(), table, library, m_report.findings);
-        return copy.run(tellRows(u"正在复制"_s, table));
-    };
-    try {
-        const std::optional<qint64> rows = copied();
-        keepLastNumber(library, table);
-        return rows;
-    } catch (const UnfitKeys&) {
-        m_report.findings.resize(findings);
-    }
+    Copied copied = copyRows(library, table);
+    if (copied != Copied::UnfitKeys)
+        return copied;
     library.Execute(dropStatement(table.name));
     const TargetTable keyed = table;
     table = keyed.withoutKeys();
-    const std::optional<qint64> rows = copied();
-    findKeyFaults(library, keyed, m_report.findings);
-    return rows;
+    copied = copyRows(library, table);
+    if (copied == Copied::All)
+        findKeyFaults(library, keyed, m_report.findings);
+    return copied;
+}
+
+/// Makes the table with its rows.
+Copied Converter::copyRows(Connection& library, const TargetTable& table)
+{
+    database::createTable(library, table.name, table.columns);
+    TableCopy copy(m_old.file(), table, library, m_report.findings);
+    const Copied copied = copy.run(tellRows(u"正在复制"_s, table));
+    if (copied != Copied::All)
+        return copied;
+    checkAllRead(table, copy.rowCount());
+    keepLastNumber(library, table);
+    m_rowsDone += copy.rowCount();
+    m_report.tables.push_back({table.name, copy.rowCount()});
+    return copied;
 }
 
 void Converter::checkAllRead(const TargetTable& table, qint64 rows) const
@@ -251,7 +254,8 @@ TellRows Converter::tellRows(const QString& word, const TargetTable& table)
     return [this, word, &table](qint64 rows) {
         if (rows % rowsBetweenLooks != 0 && rows != table.old.rowCount)
             return true;
-        report(u"%1 %2：%3/%4"_s.arg(word, table.name).arg(rows).arg(table.old.rowCount),
+        report(u"%1 %2：%3/%4"_s.arg(word, table.name, QString::number(rows),
+                                     QString::number(table.old.rowCount)),
                m_rowsDone + rows);
         return !m_progress.cancelled();
     };

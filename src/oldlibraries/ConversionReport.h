@@ -15,14 +15,11 @@ struct Finding
     qint64 row = 0;
     /// "" for what concerns the whole row.
     QString column;
-    /// The value as it stood, as text.
+    /// The value as it stood, as text, of a long one the beginning.
     QString value;
     /// What was done with it, as a sentence.
     QString done;
 };
-
-/// Findings of one kind that are told one by one; more of them are told as a number.
-inline constexpr qint64 mostFindingsOfKind = 1000;
 
 /// What became of an old library.
 struct ConversionReport

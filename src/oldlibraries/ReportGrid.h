@@ -23,7 +23,7 @@ grid::FlexGrid reportGrid(const ConversionReport& report);
 /// value has as \t, \r and \n, and a backslash as \\.
 QString reportText(const ConversionReport& report);
 
-/// The same on an empty sheet, with whole values.
+/// The same on an empty sheet, with the values as the findings have them.
 void fillReport(excel::Worksheet& sheet, const ConversionReport& report);
 
 /// Writes the report in place of an older file, as a workbook if the name ends in .xlsx and as

@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include "oldlibraries/FaultKind.h"
 #include "platform/database/ColumnDeclaration.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/Statement.h"
@@ -139,11 +140,12 @@ void tellNumbers(const std::vector<Setting>& settings, std::vector<Finding>& fin
     for (const Setting& setting : settings) {
         ++id;
         if (setting.row == 0)
-            findings.push_back({settingTable, 0, u"名称"_s, setting.name,
+            findings.push_back({settingTable, 0, u"名称"_s, shownValue(setting.name),
                                 u"旧库没有这项设置，已经加上默认值，ID 是 %1。"_s.arg(id)});
         else if (!isNumbered(setting, id))
-            findings.push_back({settingTable, setting.row, u"名称"_s, setting.name,
-                                u"ID 从“%1”改为 %2。"_s.arg(setting.id.text()).arg(id)});
+            findings.push_back(
+                {settingTable, setting.row, u"名称"_s, shownValue(setting.name),
+                 u"ID 从“%1”改为 %2。"_s.arg(shownValue(setting.id.text()), QString::number(id))});
     }
 }
 

@@ -41,7 +41,7 @@ public:
             kind->tell(findings);
         constexpr qsizetype mostStreams = 2;
         if (m_streams.size() > mostStreams)
-            findings.push_back({studentTable, 0, u"科类"_s, m_streams.join(u'、'),
+            findings.push_back({studentTable, 0, u"科类"_s, shownValue(m_streams.join(u'、')),
                                 u"科类多于两种，程序读不出科类；请在转换后改为“文”和“理”。"_s});
     }
 

@@ -30,40 +30,42 @@ TableCopy::TableCopy(PageFile& file, const TargetTable& table, database::Connect
       m_findings(findings),
       m_longestRow(library.longestValue()),
       m_rows(file, table.old),
-      m_insert(library, insertStatement(table)),
-      m_oddities(table.columns.size())
+      m_insert(library, insertStatement(table))
 {
 }
 
-std::optional<qint64> TableCopy::run(const TellRows& tell)
+Copied TableCopy::run(const TellRows& tell)
 {
     while (m_rows.next()) {
         ++m_row;
-        copyRow();
+        if (!copyRow())
+            return Copied::UnfitKeys;
         if (!tell(m_row))
-            return std::nullopt;
+            return Copied::Cancelled;
     }
-    tellMoreOddities();
+    for (const auto& [kind, oddities] : m_oddities)
+        oddities.tell(m_findings);
     tellOrder();
     tellCount();
-    return m_row;
+    return Copied::All;
 }
 
-void TableCopy::copyRow()
+bool TableCopy::copyRow()
 {
     m_rowBytes = 0;
     m_insert.reset();
     for (int place = 0; place < int(m_table.columns.size()); ++place) {
         m_value.read(m_rows, m_table.old.columns[size_t(place)], place);
+        if (!suitsKey(m_table.columns[size_t(place)].key))
+            return false;
         bindValue(place);
     }
-    insertRow();
+    return insertRow();
 }
 
 /// Takes the value over that was read last.
 void TableCopy::bindValue(int place)
 {
-    checkKey(m_table.columns[size_t(place)].key);
     if (!m_value.oddity.isEmpty())
         tellOddity(place);
     switch (m_value.sort) {
@@ -82,48 +84,42 @@ void TableCopy::bindValue(int place)
     }
 }
 
-void TableCopy::checkKey(database::ColumnDeclaration::Key key)
+bool TableCopy::suitsKey(database::ColumnDeclaration::Key key)
 {
     if (key == database::ColumnDeclaration::Key::None)
-        return;
+        return true;
     if (m_value.sort == Sort::Null)
-        throw UnfitKeys();
+        return false;
     if (key == database::ColumnDeclaration::Key::AutoNumber)
         takeNumber(m_value.whole);
+    return true;
 }
 
 void TableCopy::tellOddity(int place)
 {
-    if (++m_oddities[size_t(place)] > mostFindingsOfKind)
-        return;
     const OldColumn& column = m_table.old.columns[size_t(place)];
-    add(m_row, column.name, oldText(m_rows, column, place), m_value.oddity.toString());
+    FaultKind& kind = m_oddities
+                          .try_emplace({place, m_value.oddity}, m_table.old.name,
+                                       m_value.oddity.toString(), column.name)
+                          .first->second;
+    kind.add(m_row, column.name, kind.isListed() ? oldText(m_rows, column, place) : QString());
 }
 
-void TableCopy::tellMoreOddities()
-{
-    for (size_t i = 0; i < m_oddities.size(); ++i) {
-        const qint64 more = m_oddities[i] - mostFindingsOfKind;
-        if (more > 0)
-            add(0, m_table.old.columns[i].name, {}, u"这样的值还有 %1 个，没有列出"_s.arg(more));
-    }
-}
-
-void TableCopy::insertRow()
+bool TableCopy::insertRow()
 {
     try {
         if (m_rowBytes <= m_longestRow) {
             m_insert.run();
-            return;
+            return true;
         }
     } catch (const database::Error& error) {
         if (error.failure() != database::Failure::Value)
             throw;
         if (m_table.hasKeys())
-            throw UnfitKeys();
+            return false;
     }
     throw runtime::Error(
-        u"表“%1”第 %2 行的内容太长，不能转换。"_s.arg(m_table.old.name).arg(m_row));
+        u"表“%1”第 %2 行的内容太长，不能转换。"_s.arg(m_table.old.name, QString::number(m_row)));
 }
 
 void TableCopy::takeNumber(qint64 number)
@@ -148,8 +144,8 @@ void TableCopy::tellCount()
 {
     if (m_row != m_table.old.rowCount)
         add(0, {}, QString::number(m_table.old.rowCount),
-            u"旧库记着 %1 行，读到 %2 行；读到的都已转换，请核对"_s.arg(m_table.old.rowCount)
-                .arg(m_row));
+            u"旧库记着 %1 行，读到 %2 行；读到的都已转换，请核对"_s.arg(
+                QString::number(m_table.old.rowCount), QString::number(m_row)));
 }
 
 void keepLastNumber(database::Connection& library, const TargetTable& table)

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <functional>
-#include <optional>
+#include <map>
 
+#include "oldlibraries/FaultKind.h"
 #include "oldlibraries/LibraryValue.h"
 #include "oldlibraries/TargetTables.h"
 #include "platform/database/Connection.h"
@@ -13,35 +14,36 @@ namespace oldlibraries {
 /// Called after a row with how many are done; false ends the work.
 using TellRows = std::function<bool(qint64 rows)>;
 
-/// The keys of a table do not suit its rows: a value is missing, or stands there twice.
-class UnfitKeys
-{
-};
+/// How copying ended. The keys of a table may not suit its rows: a value is missing, or stands
+/// there twice.
+enum class Copied { All, Cancelled, UnfitKeys };
 
 /// Takes the rows of an old table over into the new library, which has the table already.
 class TableCopy
 {
 public:
-    /// What a user has to know of the values is added to the findings.
+    /// What a user has to know of the values is added to the findings once all are copied.
     TableCopy(PageFile& file, const TargetTable& table, database::Connection& library,
               std::vector<Finding>& findings);
 
-    /// Copies all rows in their order and gives their number; nothing if it was ended. Call within
-    /// a WriteBatch. Throws UnfitKeys, OldFileError, and runtime::Error for a row that is too long
-    /// or cannot be written.
-    std::optional<qint64> run(const TellRows& tell);
+    /// Copies all rows in their order. Call within a WriteBatch. Throws OldFileError, and
+    /// runtime::Error for a row that is too long or cannot be written.
+    Copied run(const TellRows& tell);
+
+    /// How many rows were met.
+    qint64 rowCount() const { return m_row; }
 
 private:
-    void copyRow();
+    /// False if the keys do not suit the row.
+    bool copyRow();
     void bindValue(int place);
-    void checkKey(database::ColumnDeclaration::Key key);
+    bool suitsKey(database::ColumnDeclaration::Key key);
     void tellOddity(int place);
-    void insertRow();
+    bool insertRow();
     void takeNumber(qint64 number);
     void add(qint64 row, const QString& column, const QString& value, const QString& done);
     void tellOrder();
     void tellCount();
-    void tellMoreOddities();
 
     const TargetTable& m_table;
     std::vector<Finding>& m_findings;
@@ -49,8 +51,8 @@ private:
     OldRows m_rows;
     database::Statement m_insert;
     LibraryValue m_value;
-    /// How many there are in each column.
-    std::vector<qint64> m_oddities;
+    /// By column and sentence.
+    std::map<std::pair<int, QStringView>, FaultKind> m_oddities;
     qint64 m_row = 0;
     /// Of the texts and pictures of this row.
     qint64 m_rowBytes = 0;

@@ -75,7 +75,8 @@ QStringList linesOf(const WatchedProgress& progress)
     QStringList lines;
     for (qsizetype i = 0; i < progress.texts.size(); ++i) {
         const auto [done, total] = progress.counts[size_t(i)];
-        lines.append(u"%1 (%2/%3)"_s.arg(progress.texts[i]).arg(done).arg(total));
+        lines.append(u"%1 (%2/%3)"_s.arg(progress.texts[i], QString::number(done),
+                                            QString::number(total)));
     }
     return lines;
 }
@@ -114,6 +115,18 @@ TEST_F(Conversion, TellsTableAndRowsOfBothPasses)
                      u"正在核对 表一：120/120 (241/242)"_s, u"正在核对 表二：1/1 (242/242)"_s,
                      u"正在补全和检查新成绩库 (242/242)"_s}));
     EXPECT_EQ(progress.finished, 1);
+}
+
+TEST_F(Conversion, TellsTheNameOfATableAsItIs)
+{
+    OldFileWriter old(request.oldPath);
+    tests::addStudents(old);
+    old.addTable(u"50%1"_s, {{u"甲"_s, OldType::Text}});
+    old.addRow({u"乙"_s});
+    old.save();
+    WatchedProgress progress;
+    ASSERT_TRUE(oldlibraries::convert(request, progress));
+    EXPECT_EQ(linesOf(progress).first(), u"正在复制 50%1：1/1 (1/2)"_s);
 }
 
 TEST_F(Conversion, CancelledAtAnyMomentLeavesNothing)

@@ -195,13 +195,16 @@ TEST_F(Converted, ValuesGoOverAsTheyAre)
 
 TEST_F(Converted, AmountsAreExactWithUpToFifteenDigits)
 {
-    convertTable(u"钱"_s, {{u"数"_s, OldType::Decimal, 0, 3}, {u"钱"_s, OldType::Currency}},
-                 {{u"-0.000"_s, 0.0001},
-                  {u"999999999999.999"_s, -99999999999.9999},
-                  {u"100000000000000.000"_s, 0.1}});
+    convertTable(u"钱"_s,
+                 {{u"数"_s, OldType::Decimal, 0, 3},
+                  {u"钱"_s, OldType::Currency},
+                  {u"整"_s, OldType::Decimal}},
+                 {{u"-0.000"_s, 0.0001, u"-0"_s},
+                  {u"999999999999.999"_s, -99999999999.9999, u"100"_s},
+                  {u"100000000000000.000"_s, 0.1, u"-20"_s}});
     EXPECT_EQ(rows(u"select * from 钱"_s),
-              u"0|0.0001 / 999999999999.999|-99999999999.9999 / 100000000000000|0.1"_s);
-    EXPECT_EQ(findings.size(), 2);
+              u"0|0.0001|0 / 999999999999.999|-99999999999.9999|100 / 100000000000000|0.1|-20"_s);
+    EXPECT_EQ(findings.size(), 3);
 }
 
 TEST_F(Converted, DatesAreReadByTheOldCalendar)
@@ -235,12 +238,21 @@ TEST_F(Converted, OddValuesAreTold)
     EXPECT_TRUE(stored.isNull(0));
     EXPECT_EQ(stored.number(1), 0.1);
     EXPECT_EQ(findings.mid(2),
-              (QStringList{u"1|双|nan|不是数，新库里是空值"_s, u"1|单|inf|无穷大，照原样保存"_s,
+              (QStringList{u"1|双|nan|不是数，新库里是空值"_s, u"2|单|nan|不是数，新库里是空值"_s,
+                           u"1|单|inf|无穷大，照原样保存"_s,
                            u"1|文|%1|有不完整的字符，新库里换成了问号"_s.arg(halfALetter),
                            u"1|日|1000000000|不是日期，按数字的文字保存"_s,
-                           u"1|数|1234567890123456.125|位数太多，按最接近的数保存"_s,
-                           u"2|单|nan|不是数，新库里是空值"_s,
-                           u"2|日|nan|不是日期，按数字的文字保存"_s}));
+                           u"2|日|nan|不是日期，按数字的文字保存"_s,
+                           u"1|数|1234567890123456.125|位数太多，按最接近的数保存"_s}));
+}
+
+TEST_F(Converted, OfALongOddValueTheBeginningIsTold)
+{
+    const QString pairs = QString(600, u'甲') + u"𬭎"_s.repeated(2000);
+    const QString odd = u"a"_s + pairs + QChar(0xD800);
+    convertTable(u"怪"_s, {{u"备"_s, OldType::Memo}}, {{odd}});
+    EXPECT_EQ(findings.last(),
+              u"1|备|a%1…|有不完整的字符，新库里换成了问号"_s.arg(pairs.left(998)));
 }
 
 TEST_F(Converted, MoreThanAThousandOddValuesOfAColumnAreTold)
@@ -251,7 +263,7 @@ TEST_F(Converted, MoreThanAThousandOddValuesOfAColumnAreTold)
     EXPECT_EQ(rows(u"select count(*) from 怪"_s), u"1200"_s);
     ASSERT_EQ(findings.size(), 2003);
     EXPECT_EQ(findings[999], u"1000|双|nan|不是数，新库里是空值"_s);
-    EXPECT_EQ(findings[1000], u"0|双||这样的值还有 200 个，没有列出"_s);
+    EXPECT_EQ(findings[1000], u"0|双||这样的还有 200 处，没有一一列出：不是数，新库里是空值"_s);
     EXPECT_EQ(findings[2001], u"1000|ID|-2147483648|几行都是这个值，照原样保存"_s);
     EXPECT_EQ(findings[2002], u"0|||这样的还有 200 处，没有一一列出：几行都是这个值，照原样保存"_s);
 }
@@ -386,10 +398,11 @@ TEST_F(Converted, RowsThatAreMissingRefuseTheLibraryOrAreTold)
 TEST_F(Converted, ARowThatIsTooLongIsRefusedByName)
 {
     OldFileWriter old(request.oldPath);
-    old.addTable(u"信息表"_s, {number, {u"照片"_s, OldType::LongBinary}});
+    tests::addStudents(old);
+    old.addTable(u"50%1"_s, {number, {u"照片"_s, OldType::LongBinary}});
     old.addRow({1, QByteArray("short")});
     old.addRow({2, QByteArray(99'100'000, 'x')});
     old.save();
-    EXPECT_EQ(support::errorOf([&] { convert(); }), u"表“信息表”第 2 行的内容太长，不能转换。"_s);
+    EXPECT_EQ(support::errorOf([&] { convert(); }), u"表“50%1”第 2 行的内容太长，不能转换。"_s);
     EXPECT_EQ(files(), QStringList{u"old.CJK"_s});
 }

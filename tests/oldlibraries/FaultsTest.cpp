@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "CopiedLibrary.h"
-#include "oldlibraries/ConversionReport.h"
 #include "oldlibraries/Converting.h"
+#include "oldlibraries/FaultKind.h"
 #include "platform/database/Statement.h"
 #include "support/FileBytes.h"
 #include "support/PrintQString.h"
@@ -99,8 +99,10 @@ TEST(Faults, ScoresOfUnknownExamsAreCounted)
 {
     expectFaults(
         {{u"insert into 成绩表(id,班级,学号,姓名,科类,考试名称) values "
-          "(1,3,5,'甲','文','期末'),(2,4,5,'乙','理','期末'),(2,4,5,'乙','理',null)"_s,
-          u"成绩表|0|考试名称|期末（2 行）|考试名称表里没有这次考试，程序里看不到；原样转入。\n"
+          "(1,3,5,'甲','文','期末'),(1,3,5,'甲','文','50%1'),(2,4,5,'乙','理','50%1'),"
+          "(2,4,5,'乙','理',null)"_s,
+          u"成绩表|0|考试名称|期末（1 行）|考试名称表里没有这次考试，程序里看不到；原样转入。\n"
+          "成绩表|0|考试名称|50%1（2 行）|考试名称表里没有这次考试，程序里看不到；原样转入。\n"
           "成绩表|0|考试名称|（1 行）|考试名称表里没有这次考试，程序里看不到；原样转入。"_s}});
 }
 
@@ -154,6 +156,17 @@ TEST(Faults, ScoresOutsideTheMarksAreTold)
         {u"update 成绩表 set 班级='三' where id=1"_s,
          u"成绩表|1|班级|三|不是数值，原样转入；程序按数值找班级。"_s},
     });
+}
+
+TEST(Faults, AFullScoreIsNotAboveTheMarkForTheDigitsOfASingle)
+{
+    FaultsLibrary library;
+    library.execute(u"update 考试名称表 set 语文=89.3"_s);
+    library.execute(u"update 成绩表 set 语文=89.30000305175781 where id=1"_s);
+    EXPECT_EQ(library.faults(), QString());
+    library.execute(u"update 成绩表 set 语文=89.3001 where id=1"_s);
+    EXPECT_EQ(library.faults(),
+              u"成绩表|1|语文|89.3001（期中，3 班 5 号 甲）|分数高于满分；原样转入。"_s);
 }
 
 TEST(Faults, FormulasThatNameAnUnknownSubjectAreTold)
@@ -235,7 +248,9 @@ TEST(Faults, NamesOfAnyKindAreOnlyTold)
         row.bind({hostile});
         row.run();
     }
-    EXPECT_TRUE(library.faults().contains(hostile));
+    const QString faults = library.faults();
+    EXPECT_TRUE(faults.contains(hostile.left(oldlibraries::longestFindingValue - 50)));
+    EXPECT_FALSE(faults.contains(QString(oldlibraries::longestFindingValue, u'甲')));
     EXPECT_EQ(library.rows(u"select count(*) from 信息表"_s), u"2"_s);
 }
 

@@ -57,6 +57,8 @@ TEST(SettingRows, SettingsAreNumberedFromOneWithoutGaps)
          {u"20|名称|历次总分上线人数|ID 从“x”改为 21。"_s,
           u"21|名称|进行对比分析的考试|ID 从“21”改为 20。"_s}},
         // Numbers below 1.
+        {u"update 设置表 set ID='50%1' where ID=21"_s,
+         {u"21|名称|进行对比分析的考试|ID 从“50%1”改为 21。"_s}},
         {u"update 设置表 set ID=-5 where ID=1"_s, {u"1|名称|T分|ID 从“-5”改为 1。"_s}},
     };
     for (const auto& change : changes) {
