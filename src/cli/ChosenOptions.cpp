@@ -8,6 +8,7 @@
 #include "library/ColumnNames.h"
 #include "platform/database/Error.h"
 #include "platform/database/FileIdentity.h"
+#include "platform/database/OpenFile.h"
 #include "workbench/Offers.h"
 
 namespace cli {
@@ -156,7 +157,7 @@ void refuseExisting(const Session& session, const QString& path)
     if (!target.isFile())
         throw runtime::Error(u"%1 不是普通文件，不能覆盖。"_s.arg(path));
     if (database::isSameFile(path, session.scores.Conn.path()))
-        throw runtime::Error(u"文件 %1 正在使用，不能覆盖。"_s.arg(path));
+        throw database::inUseError(path);
     if (!session.arguments.has(u"force"_s))
         throw runtime::Error(u"文件 %1 已存在，没有覆盖。要覆盖它，请加上 --force。"_s.arg(path));
 }

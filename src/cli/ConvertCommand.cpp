@@ -1,6 +1,3 @@
-#include <QDir>
-#include <QFileInfo>
-
 #include "cli/ChosenOptions.h"
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
@@ -22,12 +19,11 @@ using oldlibraries::OldFileFailure;
 
 namespace {
 
-/// Throws Error for a file that must not be replaced; the old library never may.
-void checkTarget(const Session& session, const QString& path)
+/// Throws Error for a new file that must not be, with --force or without.
+void checkTarget(const ConversionRequest& request)
 {
-    if (database::isSameFile(path, session.arguments.path(0)))
-        throw runtime::Error(u"%1 就是旧成绩库，不能覆盖。"_s.arg(path));
-    refuseExisting(session, path);
+    if (const QString refusal = oldlibraries::targetRefusal(request); !refusal.isEmpty())
+        throw runtime::Error(refusal);
 }
 
 /// Throws Error for a new file that must not be.
@@ -41,22 +37,25 @@ ConversionRequest conversionRequest(const Session& session)
                           : oldlibraries::suggestedPath(request.oldPath);
     request.templateFile = session.scores.paths().templateFile();
     request.password = arguments.value(u"password"_s);
-    checkTarget(session, request.newPath);
     if (arguments.has(u"force"_s))
         request.existing = ConversionRequest::Existing::Replace;
+    checkTarget(request);
+    refuseExisting(session, request.newPath);
     return request;
 }
 
 /// The file that --report names; "" without it. Throws UsageError if it is the new library, Error
 /// if it must not be replaced.
-QString reportPath(const Session& session, const QString& newPath)
+QString reportPath(const Session& session, const ConversionRequest& request)
 {
-    if (!session.arguments.has(u"report"_s))
-        return {};
-    QString path = QFileInfo(session.arguments.value(u"report"_s)).absoluteFilePath();
-    if (QDir::cleanPath(path) == QDir::cleanPath(newPath) || database::isSameFile(path, newPath))
+    QString path = chosenFile(session, u"report"_s);
+    if (path.isEmpty())
+        return path;
+    if (database::isSamePlace(path, request.newPath))
         throw UsageError(u"--report 不能是新成绩库的文件。"_s);
-    checkTarget(session, path);
+    ConversionRequest instead = request;
+    instead.newPath = path;
+    checkTarget(instead);
     return path;
 }
 
@@ -76,7 +75,7 @@ QString sentence(const OldFileError& error, const Arguments& arguments)
 {
     const QString path = arguments.path(0);
     if (error.failure() == OldFileFailure::Password && arguments.has(u"password"_s))
-        return u"%1 的密码不是 --password 给出的。"_s.arg(path);
+        return u"--password 给出的密码不对，%1 没有转换。"_s.arg(path);
     if (error.failure() == OldFileFailure::Password)
         return u"%1 有密码，请用 --password 给出。"_s.arg(path);
     if (error.failure() == OldFileFailure::Foreign && isPresentLibrary(path))
@@ -97,15 +96,20 @@ std::optional<ConversionReport> converted(const Session& session, const Conversi
     }
 }
 
-void tell(const ConversionReport& report)
+void tell(const ConversionReport& report, const QString& reportFile)
 {
     QStringList tables;
     for (const ConversionReport::Table& table : report.tables)
-        tables.append(u"%1 %2 行"_s.arg(table.name).arg(table.rows));
-    printError(u"转换完成，共 %1 个表：%2。"_s.arg(tables.size()).arg(tables.join(u'，')));
+        tables.append(u"%1 %2 行"_s.arg(table.name, QString::number(table.rows)));
+    printError(
+        u"转换完成，共 %1 个表：%2。"_s.arg(QString::number(tables.size()), tables.join(u'，')));
     printError(u"总分、标准分和名次照原样转入；要重新计算，请用 yunshan-cli score。"_s);
-    if (!report.findings.empty())
-        printError(u"有 %1 项需要说明，在用 --report 存的报告里。"_s.arg(report.findings.size()));
+    if (report.findings.empty())
+        return;
+    const QString found = reportFile.isEmpty()
+                              ? u"有 %1 项需要说明；转换时加上 --report FILE 可以存下来。"_s
+                              : u"有 %1 项需要说明，在用 --report 存的报告里。"_s;
+    printError(found.arg(report.findings.size()));
 }
 
 } // namespace
@@ -113,12 +117,12 @@ void tell(const ConversionReport& report)
 Exit runConvert(Session& session)
 {
     const ConversionRequest request = conversionRequest(session);
-    const QString reportFile = reportPath(session, request.newPath);
+    const QString reportFile = reportPath(session, request);
     runtime::removeLeftOvers(request.newPath);
     const std::optional<ConversionReport> report = converted(session, request);
     if (!report)
         return Exit::Error;
-    tell(*report);
+    tell(*report, reportFile);
     printResult(report->newPath + u'\n');
     if (!reportFile.isEmpty())
         oldlibraries::saveReport(*report, reportFile);

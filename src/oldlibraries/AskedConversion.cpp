@@ -13,8 +13,6 @@
 #include "oldlibraries/ConversionNote.h"
 #include "oldlibraries/OldDatabase.h"
 #include "oldlibraries/OldFileError.h"
-#include "platform/database/FileIdentity.h"
-#include "platform/database/OpenFile.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/FoldedFailures.h"
 #include "platform/runtime/Trap.h"
@@ -105,22 +103,8 @@ std::optional<ConversionReport> convertOrAsk(ConversionRequest request, runtime:
     return convert(request, progress);
 }
 
-/// Why a file that stands under the new name stays; "" if it may be replaced.
-QString refusal(const ConversionRequest& request, const database::Connection& open)
-{
-    using database::isSameFile;
-    const QString& path = request.newPath;
-    if (isSameFile(path, request.oldPath))
-        return u"%1 就是旧的成绩库，它要保持原样。请另取一个名称。"_s.arg(path);
-    if (isSameFile(path, request.templateFile))
-        return u"%1 是程序的空白成绩库，不能覆盖。请另取一个名称。"_s.arg(path);
-    if (isSameFile(path, open.path()) || database::isInUse(path))
-        return u"文件 %1 正在使用，不能覆盖。"_s.arg(path);
-    return {};
-}
-
 /// Fills in where the new library goes; false if the user gave up.
-bool askForTarget(ConversionRequest& request, const database::Connection& open)
+bool askForTarget(ConversionRequest& request)
 {
     request.newPath = suggestedPath(request.oldPath);
     if (hindrance(request.newPath).isEmpty())
@@ -130,10 +114,10 @@ bool askForTarget(ConversionRequest& request, const database::Connection& open)
         if (request.newPath.isEmpty())
             return false;
         request.existing = QFileInfo::exists(request.newPath) ? Existing::Replace : Existing::Keep;
-        const QString why = refusal(request, open);
-        if (why.isEmpty())
+        const QString refusal = targetRefusal(request);
+        if (refusal.isEmpty())
             return true;
-        runtime::warn(why);
+        runtime::warn(refusal + u"请另取一个名称。"_s);
     }
 }
 
@@ -153,7 +137,8 @@ std::optional<ConversionRequest> askForConversion(const QString& oldPath,
     request.oldPath = oldPath;
     request.templateFile = paths.templateFile();
     request.password = *password;
-    return askForTarget(request, open) ? std::optional(request) : std::nullopt;
+    request.openPath = open.path();
+    return askForTarget(request) ? std::optional(request) : std::nullopt;
 }
 
 std::optional<ConversionReport> convertAsked(const ConversionRequest& request,

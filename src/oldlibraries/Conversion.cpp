@@ -112,13 +112,8 @@ void Converter::checkPassword() const
 void Converter::checkTarget() const
 {
     database::checkPathLength(m_target);
-    // What a crash left beside the target goes with it.
-    for (const QString& ending : {QString(), u"-journal"_s, u"-wal"_s}) {
-        if (isSameFile(m_target + ending, m_request.oldPath))
-            throw runtime::Error(u"%1 就是旧成绩库，不能覆盖。"_s.arg(m_request.oldPath));
-    }
-    if (isSameFile(m_target, m_request.templateFile))
-        throw runtime::Error(u"%1 是程序的空白成绩库，不能覆盖。"_s.arg(m_request.newPath));
+    if (const QString refusal = targetRefusal(m_request); !refusal.isEmpty())
+        throw runtime::Error(refusal);
     if (m_request.existing == Existing::Keep && QFileInfo::exists(m_target))
         refuseExisting();
 }
@@ -282,6 +277,21 @@ QString suggestedPath(const QString& oldPath)
 {
     const QFileInfo old(oldPath);
     return old.dir().filePath(old.completeBaseName() + u"（转换）.CJK"_s);
+}
+
+QString targetRefusal(const ConversionRequest& request)
+{
+    const QString& path = request.newPath;
+    // What a crash left beside the target goes with it.
+    for (const QString& ending : {QString(), u"-journal"_s, u"-wal"_s}) {
+        if (isSameFile(database::realPath(path) + ending, request.oldPath))
+            return u"%1 就是旧成绩库，不能覆盖。"_s.arg(path + ending);
+    }
+    if (isSameFile(path, request.templateFile))
+        return u"%1 是程序的空白成绩库，不能覆盖。"_s.arg(path);
+    const bool isUsed = isSameFile(path, request.openPath)
+                        || (request.existing == Existing::Replace && database::isInUse(path));
+    return isUsed ? database::inUseError(path).description() : QString();
 }
 
 std::optional<ConversionReport> convert(const ConversionRequest& request,

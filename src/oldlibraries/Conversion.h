@@ -27,10 +27,15 @@ struct ConversionRequest
     QString password = {};
     Existing existing = Existing::Keep;
     MissingRows missingRows = MissingRows::Refuse;
+    /// A library that is open, which the new one does not replace; "" for none.
+    QString openPath = {};
 };
 
 /// NAME（转换）.CJK beside NAME.CJK.
 QString suggestedPath(const QString& oldPath);
+
+/// Why what stands at newPath must not be replaced, even if the user wants it; "" if it may.
+QString targetRefusal(const ConversionRequest& request);
 
 /// Makes a library of ours of one of the old engine. The old file is only read. The new one takes
 /// its name when it is whole: every row was compared with the old file, which was read a second

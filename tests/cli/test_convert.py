@@ -132,7 +132,18 @@ class Messages(ConvertTest):
         counts = "，".join(f"{table.name} {len(table.rows)} 行"
                           for table in oldsamples.tables(self.sample))
         self.assertEqual(lines, [f"转换完成，共 11 个表：{counts}。", RECOMPUTE,
-                                 "有 2 项需要说明，在用 --report 存的报告里。"])
+                                 "有 2 项需要说明；转换时加上 --report FILE 可以存下来。"])
+
+    def test_a_saved_report_is_named(self):
+        result = self.convert(self.old, "--report", "报告.txt", made=[self.new.name, "报告.txt"])
+        self.assertEqual(result.err.splitlines()[2:],
+                         ["有 2 项需要说明，在用 --report 存的报告里。"])
+
+    def test_signs_in_the_name_of_a_table_are_told_as_they_are(self):
+        whole = oldsamples.data(self.sample)
+        self.old.write_bytes(whole.replace("分班表".encode("utf-16-le"), "表%2".encode("utf-16-le")))
+        count = len(oldsamples.table(self.sample, "分班表").rows)
+        self.assertIn(f"表%2 {count} 行", self.convert().err)
 
     def test_the_new_library_can_be_named(self):
         inner = self.folder / "里面"
@@ -173,12 +184,12 @@ class Password(ConvertTest):
         for wrong in ("", "123", "12345", "1234 ", "4321", "１２３４", "1234'", "x" * 1000):
             with self.subTest(wrong=wrong):
                 self.refused(self.old, f"--password={wrong}",
-                             sentence=f"{self.old} 的密码不是 --password 给出的。")
+                             sentence=f"--password 给出的密码不对，{self.old} 没有转换。")
 
     def test_letters_count_as_they_are(self):
         self.old.write_bytes(oldsamples.with_password(oldsamples.data(self.sample), "aB密码 '𬭎"))
         self.refused(self.old, "--password", "AB密码 '𬭎",
-                     sentence=f"{self.old} 的密码不是 --password 给出的。")
+                     sentence=f"--password 给出的密码不对，{self.old} 没有转换。")
         self.convert(self.old, "--password", "aB密码 '𬭎")
 
     def test_where_there_is_none_any_is_right(self):
@@ -391,6 +402,15 @@ class Report(ConvertTest):
         link.symlink_to(self.new)
         result = self.convert(self.old, "--report", link, "--force", expect=USAGE)
         self.assertEqual(result.err.splitlines()[0], "--report 不能是新成绩库的文件。")
+
+    def test_neither_of_the_libraries_behind_a_linked_folder(self):
+        (self.folder / "链接").symlink_to(self.folder)
+        for report in (f"链接/{self.new.name}", f"链接/链接/{self.new.name}"):
+            result = self.convert(self.old, "--report", report, expect=USAGE)
+            self.assertEqual(result.err.splitlines()[0], "--report 不能是新成绩库的文件。")
+        report = self.folder / "链接" / self.old.name
+        self.refused(self.old, "--report", report, "--force",
+                     sentence=f"{report} 就是旧成绩库，不能覆盖。")
 
     def test_a_report_that_cannot_be_written_leaves_the_library(self):
         report = self.folder / "没有" / "报告.txt"

@@ -207,7 +207,7 @@ TEST_F(AskedConversion, TheOldFileIsNeverTheNewOne)
     ASSERT_TRUE(request);
     EXPECT_EQ(request->newPath, other);
     EXPECT_EQ(request->existing, Existing::Keep) << "nothing stands there";
-    const QString refusal = u"%1 就是旧的成绩库，它要保持原样。请另取一个名称。"_s;
+    const QString refusal = u"%1 就是旧成绩库，不能覆盖。请另取一个名称。"_s;
     EXPECT_TRUE(test.dialogs.shown.contains(refusal.arg(old)));
     EXPECT_TRUE(test.dialogs.shown.contains(refusal.arg(link)));
     EXPECT_EQ(test.dialogs.look(refusal.arg(link)).icon, runtime::Icon::Warning);
@@ -233,7 +233,7 @@ TEST_F(AskedConversion, ALibraryInUseIsNotReplaced)
     test.dialogs.files = {open, used};
     test.dialogs.always(u"是否覆盖原文件"_s, runtime::Answer::Ok);
     EXPECT_FALSE(askAndAgree());
-    const QString refusal = u"文件 %1 正在使用，不能覆盖。"_s;
+    const QString refusal = u"文件 %1 正在使用，不能覆盖。请另取一个名称。"_s;
     EXPECT_TRUE(test.dialogs.shown.contains(refusal.arg(open)));
     EXPECT_TRUE(test.dialogs.shown.contains(refusal.arg(used)));
 }

@@ -188,6 +188,19 @@ TEST_F(Conversion, DoesNotReplaceALibraryInUse)
     expectNothingMade(old, {u"new.CJK"_s});
 }
 
+TEST_F(Conversion, DoesNotReplaceTheLibraryThatIsOpen)
+{
+    const QByteArray old = writeOld();
+    QFile::copy(request.templateFile, request.newPath);
+    request.openPath = request.newPath;
+    for (const auto existing : {Existing::Keep, Existing::Replace}) {
+        request.existing = existing;
+        EXPECT_EQ(errorOf([&] { convert(); }),
+                  u"文件 %1 正在使用，不能覆盖。"_s.arg(request.newPath));
+    }
+    expectNothingMade(old, {u"new.CJK"_s});
+}
+
 TEST_F(Conversion, NeverReplacesTheEmptyLibrary)
 {
     const QByteArray old = writeOld();
@@ -214,7 +227,7 @@ TEST_F(Conversion, NeverReplacesTheOldFile)
     for (const QString& name : {u"old.CJK"_s, u"hard.CJK"_s, u"soft.CJK"_s}) {
         request.newPath = file(name);
         EXPECT_EQ(errorOf([&] { convert(); }),
-                  u"%1 就是旧成绩库，不能覆盖。"_s.arg(request.oldPath));
+                  u"%1 就是旧成绩库，不能覆盖。"_s.arg(request.newPath));
     }
     expectNothingMade(old, {u"hard.CJK"_s, u"soft.CJK"_s});
 }

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <QFile>
+#include <QFileInfo>
 
 #include "platform/database/Error.h"
 
@@ -37,6 +38,15 @@ bool isSameFile(const QString& path, const QString& other)
 {
     const FileIdentity file = FileIdentity::of(path);
     return file != FileIdentity() && file == FileIdentity::of(other);
+}
+
+bool isSamePlace(const QString& path, const QString& other)
+{
+    const QFileInfo file(path);
+    const QFileInfo otherFile(other);
+    return isSameFile(path, other)
+           || (file.fileName() == otherFile.fileName()
+               && isSameFile(file.absolutePath(), otherFile.absolutePath()));
 }
 
 } // namespace database

@@ -21,4 +21,8 @@ struct FileIdentity
 /// True if both paths lead to one file, by whatever links; false where none stands.
 bool isSameFile(const QString& path, const QString& other);
 
+/// True if both paths name one place for a file, by whatever links to its folder, whether or not a
+/// file stands there.
+bool isSamePlace(const QString& path, const QString& other);
+
 } // namespace database
