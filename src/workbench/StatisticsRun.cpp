@@ -92,7 +92,7 @@ std::vector<ReportNote> notesOnUnknown(const ReportRequest& request)
         return {};
     ReportRequest known = request;
     known.item = meant->text;
-    return {{u"“执行统计”只认得末尾的空格也相同的名称，“%1”没有统计。"_s.arg(*request.item),
+    return {{u"“%1”的末尾少了或多了空格，“执行统计”认不出它，没有统计。"_s.arg(*request.item),
              u"统计“%1”"_s.arg(meant->report), known}};
 }
 

@@ -185,7 +185,8 @@ TEST_F(StatisticsRun, AnItemThatLacksTheBlankOfItsNameDoesNothingAndIsOfferedByI
     EXPECT_EQ(grid.Rows(), 2);
     const auto notes = workbench::reportNotes({exams, item});
     ASSERT_EQ(notes.size(), 1u);
-    EXPECT_EQ(notes[0].text, u"“执行统计”只认得末尾的空格也相同的名称，“%1”没有统计。"_s.arg(item));
+    EXPECT_EQ(notes[0].text,
+              u"“%1”的末尾少了或多了空格，“执行统计”认不出它，没有统计。"_s.arg(item));
     EXPECT_EQ(notes[0].offer, u"统计“%1”"_s.arg(item));
     EXPECT_TRUE(workbench::reportNotes(notes[0].instead).empty());
     run(*notes[0].instead.item);
