@@ -87,15 +87,16 @@ QWidget* owner()
     return isFree ? active : modal;
 }
 
-/// Shows a box and gives the button that was pressed. Behind it a window manager may give the
+/// Shows a box and gives its result: that of a message box is the button pressed, that of other
+/// dialogs whether they were accepted. Behind it a window manager may give the
 /// keyboard to another window of the program: it goes back to the one that the box belongs to.
 int run(QDialog& box)
 {
     const QPointer<QWidget> window = box.parentWidget();
-    const int pressed = box.exec();
+    const int result = box.exec();
     if (window != nullptr && window->isVisible())
         window->activateWindow();
-    return pressed;
+    return result;
 }
 
 QString shownTitle(const QString& title)
