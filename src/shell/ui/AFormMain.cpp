@@ -224,12 +224,8 @@ void AFormMain::start(const QString& commandLine)
     const CommandScope command(m_dialogs);
     const QString path = QString(commandLine).remove(u'"');
     oldlibraries::removeLeftOvers(m_library.paths());
-    if (oldlibraries::isOldLibrary(path)) {
-        openConverted(QFileInfo(path).absoluteFilePath());
-    } else if (!path.isEmpty()) {
-        m_library.LibPath = QFileInfo(path).absoluteFilePath();
-        m_library.OpenDB();
-    }
+    if (!path.isEmpty())
+        openLibrary(QFileInfo(path).absoluteFilePath(), RecentOrder::Keep);
     // Without a library the menu items that bring the panel up are off.
     if (!m_library.Conn.isOpen())
         m_panel->show();
@@ -277,12 +273,12 @@ void AFormMain::hideResult()
     LabelResultNote->showNotes({});
 }
 
-void AFormMain::openLibrary(const QString& path)
+void AFormMain::openLibrary(const QString& path, RecentOrder order)
 {
     if (oldlibraries::isOldLibrary(path))
         openConverted(path);
     else if (m_screens.mayLeaveLibrary())
-        openAndList(path);
+        openNow(path, order);
 }
 
 void AFormMain::openConverted(const QString& oldPath)
@@ -291,17 +287,18 @@ void AFormMain::openConverted(const QString& oldPath)
         m_screens.convertOldLibrary(oldPath);
     if (!report)
         return;
-    openAndList(report->newPath);
+    openNow(report->newPath, RecentOrder::Renew);
     if (oldlibraries::isReportWanted(*report))
         m_screens.showReport(*report);
 }
 
-void AFormMain::openAndList(const QString& path)
+void AFormMain::openNow(const QString& path, RecentOrder order)
 {
     m_library.LibPath = path;
     m_library.OpenDB();
     ShowInfo();
-    showRecent(openPath());
+    if (order == RecentOrder::Renew)
+        showRecent(openPath());
 }
 
 void AFormMain::mfNew_Click()
@@ -314,7 +311,7 @@ void AFormMain::mfOpen_Click()
 {
     const QString file = runtime::ShowFileDialog(library::LibFilter, runtime::FileMode::Open);
     if (QFileInfo::exists(file))
-        openLibrary(file);
+        openLibrary(file, RecentOrder::Renew);
 }
 
 void AFormMain::mfREC_Click(int index)
@@ -326,13 +323,7 @@ void AFormMain::mfREC_Click(int index)
         runtime::warn(u"下列文件不存在！可能被移动或改名。\n"_s + file);
         return;
     }
-    if (oldlibraries::isOldLibrary(file))
-        return openConverted(file);
-    if (!m_screens.mayLeaveLibrary())
-        return;
-    m_library.LibPath = file;
-    m_library.OpenDB();
-    ShowInfo();
+    openLibrary(file, RecentOrder::Keep);
 }
 
 void AFormMain::mfSaveAs_Click()
@@ -466,7 +457,7 @@ void AFormMain::takeDropped(const QString& file)
     if (!isLibrary(file))
         return m_screens.showFormDaoRu(file);
     const CommandScope command(m_dialogs);
-    openLibrary(file);
+    openLibrary(file, RecentOrder::Renew);
 }
 
 } // namespace shell

@@ -60,11 +60,15 @@ private:
     QString openPath() const;
     void takeLibrary();
     void hideResult();
-    /// Unless the user stays with what is not saved.
-    void openLibrary(const QString& path);
+    /// Whether a library that is opened goes to the top of the recent list.
+    enum class RecentOrder { Renew, Keep };
+
+    /// Unless the user stays with what is not saved. An old one is offered for conversion; what it
+    /// is converted to is new in the recent list.
+    void openLibrary(const QString& path, RecentOrder order);
     /// The library that the user has an old one converted to.
     void openConverted(const QString& oldPath);
-    void openAndList(const QString& path);
+    void openNow(const QString& path, RecentOrder order);
     void takeDropped(const QString& file);
     void showGrid(workbench::AfterQuery afterwards);
     void showWorkbench();
