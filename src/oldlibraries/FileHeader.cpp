@@ -2,20 +2,19 @@
 
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <numeric>
 #include <utility>
 
 #include <QFile>
 #include <QFileInfo>
 
+#include "platform/database/OldFormat.h"
 #include "platform/runtime/ByteCursor.h"
 
 namespace oldlibraries {
 
 namespace {
 
-constexpr char signature[] = "\0\1\0\0Standard Jet DB"; // with its end mark
 constexpr int versionPlace = 0x14;
 /// From here on the header is stirred with a key that all files share.
 constexpr int stirredPlace = 0x18;
@@ -76,12 +75,6 @@ QString passwordOf(const QByteArray& header)
 
 } // namespace
 
-bool FileHeader::isRecognised(const QByteArray& firstBytes)
-{
-    return firstBytes.size() >= qsizetype(sizeof signature)
-           && std::memcmp(firstBytes.constData(), signature, sizeof signature) == 0;
-}
-
 FileHeader FileHeader::fromPage(const QByteArray& page)
 {
     QByteArray header = page;
@@ -104,7 +97,7 @@ bool isOldLibrary(const QString& path)
     if (!QFileInfo(path).isFile())
         return false;
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) && FileHeader::isRecognised(file.read(sizeof signature));
+    return file.open(QIODevice::ReadOnly) && database::isOldFormat(file.read(versionPlace));
 }
 
 } // namespace oldlibraries

@@ -18,9 +18,6 @@ struct FileHeader
     /// it.
     QString password;
 
-    /// True if the bytes begin as a file of the old engine does.
-    static bool isRecognised(const QByteArray& firstBytes);
-
     /// Reads the first page, of which nothing is missing.
     static FileHeader fromPage(const QByteArray& page);
 };

@@ -7,6 +7,7 @@
 #include "oldlibraries/OldFileError.h"
 #include "oldlibraries/OldRows.h"
 #include "oldlibraries/OldText.h"
+#include "platform/database/OldFormat.h"
 
 namespace oldlibraries {
 
@@ -84,7 +85,7 @@ std::optional<OldObject::Kind> kindOf(qint64 type)
 OldDatabase::OldDatabase(const QString& path) : m_file(path)
 {
     const QByteArray first = m_file.firstBytes();
-    if (!FileHeader::isRecognised(first))
+    if (!database::isOldFormat(first))
         throw OldFileError(OldFileFailure::Foreign, u"%1 不是旧格式的成绩库。"_s.arg(path));
     if (m_file.size() > largestFile)
         throw OldFileError(OldFileFailure::Foreign,

@@ -9,6 +9,7 @@
 #include <QtEndian>
 
 #include "platform/database/Error.h"
+#include "platform/database/OldFormat.h"
 #include "platform/runtime/FileErrors.h"
 
 namespace database {
@@ -46,7 +47,7 @@ void checkHeader(const QString& path)
     const QByteArray header = file.read(headerSize);
     if (header.isEmpty())
         throw Error(Failure::NoLibrary, u"%1 是空文件，不是成绩库。"_s.arg(path));
-    if (header.mid(4, 15) == "Standard Jet DB")
+    if (isOldFormat(header))
         throw Error(Failure::NoLibrary, u"%1 是旧格式的成绩库，不能直接打开。"_s.arg(path));
     if (!header.startsWith("SQLite format 3"))
         throw Error(Failure::NoLibrary, u"%1 不是成绩库。"_s.arg(path));

@@ -88,8 +88,8 @@ QWidget* owner()
 }
 
 /// Shows a box and gives its result: that of a message box is the button pressed, that of other
-/// dialogs whether they were accepted. Behind it a window manager may give the
-/// keyboard to another window of the program: it goes back to the one that the box belongs to.
+/// dialogs whether they were accepted. Behind it a window manager may give the keyboard to another
+/// window of the program: it goes back to the one that the box belongs to.
 int run(QDialog& box)
 {
     const QPointer<QWidget> window = box.parentWidget();
