@@ -5,7 +5,7 @@
 #include "oldlibraries/Conversion.h"
 #include "oldlibraries/ConversionNote.h"
 #include "oldlibraries/OldFileError.h"
-#include "oldlibraries/ReportGrid.h"
+#include "oldlibraries/ReportForms.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/runtime/UnfinishedFile.h"
 

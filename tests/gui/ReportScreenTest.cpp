@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "oldlibraries/ReportGrid.h"
+#include "oldlibraries/ReportForms.h"
 #include "platform/grid/GridText.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "support/FileBytes.h"

@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "oldlibraries/ReportGrid.h"
+#include "oldlibraries/ReportForms.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Trap.h"
 

@@ -1,4 +1,4 @@
-#include "oldlibraries/ReportGrid.h"
+#include "oldlibraries/ReportForms.h"
 
 #include <QStringList>
 
@@ -12,7 +12,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// So many characters of a value are shown in a grid and in a text.
+constexpr qsizetype longestShownValue = 200;
+/// So many findings are shown in a grid and in a sheet; a last line tells how many more there are.
+constexpr qsizetype mostShownFindings = 20'000;
+constexpr qsizetype mostFindingsOnSheet = 100'000;
+
 const QStringList headings = {u"表"_s, u"行"_s, u"列"_s, u"值"_s, u"处理"_s};
+/// Of the columns, in characters.
+constexpr int widths[] = {16, 8, 16, 48, 72};
 
 /// What stands ahead of the findings, in the same form.
 std::vector<Finding> headLines(const ConversionReport& report)
@@ -91,9 +99,9 @@ void setGridRow(grid::FlexGrid& grid, int row, const QStringList& texts)
 
 void setWidths(grid::FlexGrid& grid)
 {
-    constexpr int twips[] = {1600, 800, 1600, 4800, 7200};
-    for (int col = 0; col < int(std::size(twips)); ++col)
-        grid.setColWidth(col, twips[col]);
+    constexpr int twips = 100; // of a character
+    for (int col = 0; col < int(std::size(widths)); ++col)
+        grid.setColWidth(col, widths[col] * twips);
     constexpr int left = 1;
     grid.setColAlignment(-1, left);
 }
@@ -110,10 +118,19 @@ void setSheetRow(excel::Worksheet& sheet, int row, const Finding& line)
 
 void layOut(excel::Worksheet& sheet)
 {
-    constexpr double characters[] = {16, 8, 16, 48, 72};
-    for (int column = 1; column <= int(std::size(characters)); ++column)
-        sheet.setColumnWidth(column, column, characters[column - 1]);
+    for (int column = 1; column <= int(std::size(widths)); ++column)
+        sheet.setColumnWidth(column, column, widths[column - 1]);
     sheet.Range(1, 1, 1, int(headings.size())).setFontBold(true);
+}
+
+void fillReport(excel::Worksheet& sheet, const ConversionReport& report)
+{
+    for (int column = 1; column <= int(headings.size()); ++column)
+        sheet.setCell(1, column, headings[column - 1]);
+    int row = 1;
+    for (const Finding& line : reportLines(report, mostFindingsOnSheet, u"保存成文本文件"_s))
+        setSheetRow(sheet, ++row, line);
+    layOut(sheet);
 }
 
 } // namespace
@@ -140,16 +157,6 @@ QString reportText(const ConversionReport& report)
             text += cells(line, escaped).join(u'\t') + u'\n';
     }
     return text;
-}
-
-void fillReport(excel::Worksheet& sheet, const ConversionReport& report)
-{
-    for (int column = 1; column <= int(headings.size()); ++column)
-        sheet.setCell(1, column, headings[column - 1]);
-    int row = 1;
-    for (const Finding& line : reportLines(report, mostFindingsOnSheet, u"保存成文本文件"_s))
-        setSheetRow(sheet, ++row, line);
-    layOut(sheet);
 }
 
 void saveReport(const ConversionReport& report, const QString& path)

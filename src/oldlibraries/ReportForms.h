@@ -4,15 +4,8 @@
 
 #include "oldlibraries/ConversionReport.h"
 #include "platform/grid/FlexGrid.h"
-#include "workbooks/model/Worksheet.h"
 
 namespace oldlibraries {
-
-/// So many characters of a value are shown in a grid and in a text.
-inline constexpr qsizetype longestShownValue = 200;
-/// So many findings are shown in a grid and in a sheet; a last line tells how many more there are.
-inline constexpr qsizetype mostShownFindings = 20'000;
-inline constexpr qsizetype mostFindingsOnSheet = 100'000;
 
 /// The report as a table of 表, 行, 列, 值 and 处理: both files, how to compute anew what is
 /// derived, the tables with their rows, then the findings. Line breaks, tabs and control characters
@@ -23,11 +16,9 @@ grid::FlexGrid reportGrid(const ConversionReport& report);
 /// value has as \t, \r and \n, and a backslash as \\.
 QString reportText(const ConversionReport& report);
 
-/// The same on an empty sheet, with the values as the findings have them.
-void fillReport(excel::Worksheet& sheet, const ConversionReport& report);
-
-/// Writes the report in place of an older file, as a workbook if the name ends in .xlsx and as
-/// UTF-8 text otherwise. Throws runtime::Error; the older file stands as it was then.
+/// Writes the report in place of an older file: if the name ends in .xlsx as a workbook, with the
+/// values as the findings have them, otherwise as reportText(), in UTF-8. Throws runtime::Error;
+/// the older file stands as it was then.
 void saveReport(const ConversionReport& report, const QString& path);
 
 } // namespace oldlibraries
