@@ -52,7 +52,7 @@ ExamKey::ExamKey(const QString& examName, const QString& streamName)
 {
 }
 
-ExamRows::ExamRows(database::Connection& library) : m_columns(subjectsOf(library))
+ListedExams::ListedExams(database::Connection& library) : m_columns(subjectsOf(library))
 {
     constexpr int firstColumn = 3;
     database::Statement rows(
@@ -74,7 +74,7 @@ ExamRows::ExamRows(database::Connection& library) : m_columns(subjectsOf(library
     }
 }
 
-std::vector<double> ExamRows::marks(const ExamKey& key) const
+std::vector<double> ListedExams::marks(const ExamKey& key) const
 {
     const QString other = key.stream == u"文"_s ? u"理"_s : u"文"_s;
     for (const QString& stream : {key.stream, other}) {
@@ -85,7 +85,7 @@ std::vector<double> ExamRows::marks(const ExamKey& key) const
     return {};
 }
 
-void ExamRows::tell(const QSet<ExamKey>& taken, std::vector<Finding>& findings) const
+void ListedExams::tell(const QSet<ExamKey>& taken, std::vector<Finding>& findings) const
 {
     FaultKind same(examTable, u"考试名称和科类与前面的一行相同，原样转入；程序只用前面的一行。"_s);
     FaultKind unnumbered(examTable, u"没有考试编号，原样转入；请在转换后调整考试的顺序。"_s);
@@ -106,7 +106,7 @@ void ExamRows::tell(const QSet<ExamKey>& taken, std::vector<Finding>& findings) 
     tellFormulas(findings);
 }
 
-void ExamRows::tellFormulas(std::vector<Finding>& findings) const
+void ListedExams::tellFormulas(std::vector<Finding>& findings) const
 {
     FaultKind wrong(examTable, u"总分公式里有成绩库没有的科目，原样转入；请修改公式。"_s);
     for (size_t row = 0; row < m_rows.size(); ++row) {

@@ -26,11 +26,11 @@ struct ExamKey
 };
 
 /// The exams of 考试名称表.
-class ExamRows
+class ListedExams
 {
 public:
     /// Throws database::Error.
-    explicit ExamRows(database::Connection& library);
+    explicit ListedExams(database::Connection& library);
 
     /// Subjects and totals.
     const QStringList& columns() const { return m_columns; }

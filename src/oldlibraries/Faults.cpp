@@ -70,7 +70,7 @@ void findFaults(database::Connection& library, std::vector<Finding>& findings)
     const database::ReadBatch reading(library);
     findUnknownSubjects(library, findings);
     const QSet<qint64> students = findStudentFaults(library, findings);
-    const ExamRows exams(library);
+    const ListedExams exams(library);
     const QSet<ExamKey> taken = findScoreFaults(library, exams, students, findings);
     exams.tell(taken, findings);
     findFormulaFaults(library, exams.columns(), findings);

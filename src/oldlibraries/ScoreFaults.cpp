@@ -45,7 +45,7 @@ bool isAbove(double score, double mark)
 class ScorePass
 {
 public:
-    ScorePass(database::Connection& library, const ExamRows& exams, const QSet<qint64>& students)
+    ScorePass(database::Connection& library, const ListedExams& exams, const QSet<qint64>& students)
         : m_exams(exams),
           m_students(students),
           m_rows(library,
@@ -171,7 +171,7 @@ private:
         }
     }
 
-    const ExamRows& m_exams;
+    const ListedExams& m_exams;
     const QSet<qint64>& m_students;
     database::Statement m_rows;
     database::Statement m_student;
@@ -204,7 +204,7 @@ private:
 
 } // namespace
 
-QSet<ExamKey> findScoreFaults(database::Connection& library, const ExamRows& exams,
+QSet<ExamKey> findScoreFaults(database::Connection& library, const ListedExams& exams,
                               const QSet<qint64>& students, std::vector<Finding>& findings)
 {
     ScorePass pass(library, exams, students);
