@@ -16,13 +16,16 @@ const std::vector<Command>& commands()
          "    --trim-formulas    从总分公式里去掉成绩库没有的科目（默认保持不变）\n",
          runNew},
         {u"convert",
-         {{u"password"_s, u"report"_s}, {u"force"_s}, 1, 2},
+         {{u"password"_s, u"report"_s}, {u"force"_s, u"accept-missing-rows"_s}, 1, 2},
          u"yunshan-cli convert OLD [NEW] [--password TEXT] [--report FILE] [--force]\n"
+         "            [--accept-missing-rows]\n"
          "    把旧格式的成绩库转换成新的成绩库，输出它的路径。旧文件保持不变。\n"
          "    NEW                新成绩库（默认在旧文件旁边，名称后面加“（转换）”）\n"
          "    --password TEXT    旧成绩库的密码\n"
          "    --report FILE      把转换的报告存入文件：.xlsx 为工作簿，其余为文本\n"
-         "    --force            文件已存在时覆盖它，旧成绩库除外\n",
+         "    --force            文件已存在时覆盖它，旧成绩库除外\n"
+         "    --accept-missing-rows\n"
+         "                       旧文件里少了行，也照样转换读到的（默认不转换）\n",
          runConvert},
         {u"import-students",
          {{u"sheet"_s, u"accept-existing"_s}, {u"no-backup"_s}, 2, 2},

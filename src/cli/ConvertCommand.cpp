@@ -39,6 +39,8 @@ ConversionRequest conversionRequest(const Session& session)
     request.password = arguments.value(u"password"_s);
     if (arguments.has(u"force"_s))
         request.existing = ConversionRequest::Existing::Replace;
+    if (arguments.has(u"accept-missing-rows"_s))
+        request.missingRows = ConversionRequest::MissingRows::Accept;
     checkTarget(request);
     refuseExisting(session, request.newPath);
     return request;
@@ -56,6 +58,8 @@ QString reportPath(const Session& session, const ConversionRequest& request)
     ConversionRequest instead = request;
     instead.newPath = path;
     checkTarget(instead);
+    // A report that cannot be written is told before the long work, not after it.
+    const runtime::UnfinishedFile attempt(path);
     return path;
 }
 
@@ -78,6 +82,8 @@ QString sentence(const OldFileError& error, const Arguments& arguments)
         return u"--password 给出的密码不对，%1 没有转换。"_s.arg(path);
     if (error.failure() == OldFileFailure::Password)
         return u"%1 有密码，请用 --password 给出。"_s.arg(path);
+    if (error.failure() == OldFileFailure::RowsMissing)
+        return error.description() + u"读到的要照样转换，请加 --accept-missing-rows。"_s;
     if (error.failure() == OldFileFailure::Foreign && isPresentLibrary(path))
         return u"%1 是现在的格式，不需要转换。"_s.arg(path);
     if (error.failure() == OldFileFailure::Missing && path.contains(QChar::ReplacementCharacter))

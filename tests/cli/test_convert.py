@@ -412,12 +412,28 @@ class Report(ConvertTest):
         self.refused(self.old, "--report", report, "--force",
                      sentence=f"{report} 就是旧成绩库，不能覆盖。")
 
-    def test_a_report_that_cannot_be_written_leaves_the_library(self):
+    def test_a_report_that_cannot_be_written_is_told_before_the_work(self):
         report = self.folder / "没有" / "报告.txt"
+        before = oldsamples.found(self.folder)
         result = self.run_program("convert", self.old, "--report", report, expect=ERROR)
-        self.assertIn(f"无法写入文件 {report}（", result.err)
-        self.assertEqual(result.out, f"{self.new}\n")
+        self.assertIn("无法写入", result.err)
+        self.assertEqual(result.out, "")
+        self.assertEqual(oldsamples.found(self.folder), before)
+
+    def test_rows_that_are_missing_are_accepted_by_the_option_alone(self):
+        definition = self.old.read_bytes()
+        page = next(at for at in range(0, len(definition), 4096)
+                    if definition[at:at + 2] == b"\x02\x01"
+                    and definition[at + 16:at + 20] == (181).to_bytes(4, "little"))
+        self.old.write_bytes(definition[:page + 16] + (200).to_bytes(4, "little")
+                             + definition[page + 20:])
+        result = self.run_program("convert", self.old, expect=ERROR)
+        self.assertIn("的表“信息表”记着 200 行，只读到 181 行，文件可能已损坏，没有转换。"
+                      "读到的要照样转换，请加 --accept-missing-rows。", result.err)
+        self.assertFalse(self.new.exists())
+        self.run_program("convert", self.old, "--accept-missing-rows")
         self.assertEqual(yunshan.query(self.new, "select count(*) from 信息表"), [(181,)])
+
 
 
 class Disturbed(ConvertTest):
@@ -556,13 +572,12 @@ class OtherCommands(ConvertTest):
                 self.assertEqual((result.out, result.err.splitlines()[0]), ("", sentence))
                 self.assertEqual(oldsamples.found(self.folder), before)
 
-    def test_a_new_library_takes_its_place_by_force_alone(self):
-        new = ("new", self.old, "--subjects", "语文")
+    def test_no_new_library_takes_its_place(self):
         before = oldsamples.found(self.folder)
-        self.run_program(*new, expect=ERROR)
+        for force in ((), ("--force",)):
+            result = self.run_program("new", self.old, "--subjects", "语文", *force, expect=USAGE)
+            self.assertIn("是旧格式的成绩库，请先用 yunshan-cli convert 转换。", result.err)
         self.assertEqual(oldsamples.found(self.folder), before)
-        self.run_program(*new, "--force")
-        self.assertEqual(self.run_program("info", self.old).json()["Columns"]["All"], ["语文"])
 
 
 if __name__ == "__main__":
