@@ -75,8 +75,8 @@ QStringList linesOf(const WatchedProgress& progress)
     QStringList lines;
     for (qsizetype i = 0; i < progress.texts.size(); ++i) {
         const auto [done, total] = progress.counts[size_t(i)];
-        lines.append(u"%1 (%2/%3)"_s.arg(progress.texts[i], QString::number(done),
-                                            QString::number(total)));
+        lines.append(
+            u"%1 (%2/%3)"_s.arg(progress.texts[i], QString::number(done), QString::number(total)));
     }
     return lines;
 }
