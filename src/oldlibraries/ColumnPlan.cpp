@@ -102,7 +102,7 @@ ColumnDeclaration ColumnPlan::presentOrMissing(const ColumnDeclaration& known, C
         m_missing.append(known.name);
         return known;
     }
-    const ColumnDeclaration other = strange.front();
+    ColumnDeclaration other = strange.front();
     strange.erase(strange.begin());
     return other;
 }

@@ -66,7 +66,7 @@ void PageFile::readAhead(quint32 number)
 {
     if (number >= m_aheadFrom && qint64(number - m_aheadFrom) * pageSize < m_ahead.size())
         return;
-    m_ahead.resize(std::min(pagesAhead, m_pageCount - number) * pageSize);
+    m_ahead.resize(qsizetype(std::min(pagesAhead, m_pageCount - number)) * pageSize);
     m_aheadFrom = number;
     // What cannot be read may be a page that nobody asks for.
     if (!fill(m_ahead, qint64(number) * pageSize))

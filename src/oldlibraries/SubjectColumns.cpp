@@ -10,7 +10,7 @@ using database::columnNames;
 
 namespace {
 
-const QString scoreTable = u"成绩表"_s;
+const QString tableOfScores = u"成绩表"_s;
 const QString teacherTable = u"教师表"_s;
 
 /// The type of one of `scoreColumns(subject)`.
@@ -78,7 +78,7 @@ void addSubjectColumns(database::Connection& library, std::vector<Finding>& find
         std::vector<ColumnDeclaration> scores;
         for (const QString& column : scoreColumns(subject))
             scores.push_back({column, declaredType(subject, column)});
-        addMissing(library, scoreTable, scores, subject, findings);
+        addMissing(library, tableOfScores, scores, subject, findings);
         addMissing(library, teacherTable, {{subject, u"text(50)"_s, u"NOCASE"_s}}, subject,
                    findings);
     }
@@ -86,14 +86,14 @@ void addSubjectColumns(database::Connection& library, std::vector<Finding>& find
 
 void findUnknownSubjects(database::Connection& library, std::vector<Finding>& findings)
 {
-    const QStringList columns = columnNames(library, scoreTable);
+    const QStringList columns = columnNames(library, tableOfScores);
     QStringList ranked = columns;
     ranked.removeIf([&](const QString& column) {
         // The T scores of a total have ranks too.
         return !columns.contains(column + u"年名"_s, Qt::CaseInsensitive)
                || !columns.contains(column + u"班名"_s, Qt::CaseInsensitive);
     });
-    findUnknown(library, scoreTable, ranked, findings);
+    findUnknown(library, tableOfScores, ranked, findings);
     QStringList taught = columnNames(library, teacherTable);
     taught.removeIf([](const QString& column) {
         return column == u"考试名称"_s || column == u"班级"_s || column == u"ID"_s;

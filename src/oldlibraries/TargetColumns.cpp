@@ -93,7 +93,7 @@ ColumnDeclaration ownDeclaration(const OldColumn& column)
 
 ColumnDeclaration declarationLike(const ColumnDeclaration& known, const OldColumn& column)
 {
-    const ColumnDeclaration own = ownDeclaration(column);
+    ColumnDeclaration own = ownDeclaration(column);
     if (known.key == Key::AutoNumber && !isWhole(column.type))
         return own;
     ColumnDeclaration declaration = known;
