@@ -1,7 +1,5 @@
 #include "oldlibraries/TableRebuild.h"
 
-#include <algorithm>
-
 #include <QStringList>
 
 #include "platform/database/SqlPieces.h"
@@ -12,19 +10,11 @@ namespace oldlibraries {
 
 using namespace Qt::StringLiterals;
 using database::ColumnDeclaration;
+using database::numberColumn;
 using database::SqlPiece;
 using database::sqlWith;
-using Key = ColumnDeclaration::Key;
 
 namespace {
-
-const ColumnDeclaration* numberColumn(const std::vector<ColumnDeclaration>& columns)
-{
-    const auto found = std::find_if(columns.begin(), columns.end(), [](const auto& column) {
-        return column.key == Key::AutoNumber;
-    });
-    return found == columns.end() ? nullptr : &*found;
-}
 
 /// What goes over: all columns that stood, and the row ids, unless one of the columns is these
 /// before and after, or the rows get new ones.

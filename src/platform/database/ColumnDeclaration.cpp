@@ -82,6 +82,15 @@ const ColumnDeclaration* findColumn(const std::vector<ColumnDeclaration>& column
     return found == columns.end() ? nullptr : &*found;
 }
 
+const ColumnDeclaration* numberColumn(const std::vector<ColumnDeclaration>& columns)
+{
+    const auto found =
+        std::find_if(columns.begin(), columns.end(), [](const ColumnDeclaration& column) {
+            return column.key == ColumnDeclaration::Key::AutoNumber;
+        });
+    return found == columns.end() ? nullptr : &*found;
+}
+
 void createTable(Connection& connection, const QString& table,
                  const std::vector<ColumnDeclaration>& columns)
 {

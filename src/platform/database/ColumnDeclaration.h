@@ -39,6 +39,9 @@ QStringList columnNames(Connection& connection, const QString& table);
 const ColumnDeclaration* findColumn(const std::vector<ColumnDeclaration>& columns,
                                     const QString& name);
 
+/// The column that numbers the rows by itself; null for none.
+const ColumnDeclaration* numberColumn(const std::vector<ColumnDeclaration>& columns);
+
 /// Makes a table. Throws Error, also for a name that no statement can hold.
 void createTable(Connection& connection, const QString& table,
                  const std::vector<ColumnDeclaration>& columns);
