@@ -8,7 +8,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QScopeGuard>
 
 #include "oldlibraries/ConversionNote.h"
 #include "oldlibraries/OldDatabase.h"
@@ -78,7 +77,6 @@ std::optional<QString> askForPassword(const QString& oldPath)
 
 bool areMissingRowsAccepted(const QString& sentence)
 {
-    enum { Convert, Cancel };
     return runtime::choose({.text = sentence
                                     + u"\n\n请先找找有没有完好的备份。照样转换，读到的行都转入，"
                                       "少了的不再能找回，报告里会写明。"_s,
@@ -93,7 +91,6 @@ std::optional<ConversionReport> convertOrAsk(ConversionRequest request, runtime:
     try {
         return convert(request, progress);
     } catch (const OldFileError& error) {
-        progress.finish();
         if (error.failure() != OldFileFailure::RowsMissing)
             throw;
         if (!areMissingRowsAccepted(error.description()))
@@ -148,8 +145,6 @@ std::optional<ConversionReport> convertAsked(const ConversionRequest& request,
     std::optional<ConversionReport> report;
     trap([&] {
         const ConversionNote note(paths, request.newPath);
-        // Its window must not stand beside the box that tells a failure.
-        const auto over = qScopeGuard([&progress] { progress.finish(); });
         report = convertOrAsk(request, progress);
     });
     return report;

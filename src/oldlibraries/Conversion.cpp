@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include "oldlibraries/Completion.h"
 #include "oldlibraries/Faults.h"
@@ -297,10 +298,8 @@ QString targetRefusal(const ConversionRequest& request)
 std::optional<ConversionReport> convert(const ConversionRequest& request,
                                         runtime::Progress& progress)
 {
-    Converter converter(request, progress);
-    std::optional<ConversionReport> report = converter.run();
-    progress.finish();
-    return report;
+    const auto over = qScopeGuard([&progress] { progress.finish(); });
+    return Converter(request, progress).run();
 }
 
 } // namespace oldlibraries

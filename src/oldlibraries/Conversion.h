@@ -41,9 +41,10 @@ QString targetRefusal(const ConversionRequest& request);
 /// its name when it is whole: every row was compared with the old file, which was read a second
 /// time for that. Derived columns go over as they are stored.
 ///
-/// Nothing if the user cancelled. Throws OldFileError for what is wrong with the old file (Password
-/// if it has one and the request does not give it, RowsMissing unless they are accepted),
-/// runtime::Error for what cannot be written; no new file stands then.
+/// Nothing if the user cancelled. The progress is finished in any case, so that its window does not
+/// stand beside the box that tells a failure. Throws OldFileError for what is wrong with the old
+/// file (Password if it has one and the request does not give it, RowsMissing unless they are
+/// accepted), runtime::Error for what cannot be written; no new file stands then.
 std::optional<ConversionReport> convert(const ConversionRequest& request,
                                         runtime::Progress& progress);
 
