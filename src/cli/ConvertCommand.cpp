@@ -109,7 +109,7 @@ void tell(const ConversionReport& report, const QString& reportFile)
         tables.append(u"%1 %2 行"_s.arg(table.name, QString::number(table.rows)));
     printError(
         u"转换完成，共 %1 个表：%2。"_s.arg(QString::number(tables.size()), tables.join(u'，')));
-    printError(u"总分、标准分和名次照原样转入；要重新计算，请用 yunshan-cli score。"_s);
+    printError(u"总分、标准分和名次原样转入；要重新计算，请用 yunshan-cli score。"_s);
     if (report.findings.empty())
         return;
     const QString found = reportFile.isEmpty()

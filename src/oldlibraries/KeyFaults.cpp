@@ -17,8 +17,8 @@ namespace {
 void findFaultyRows(database::Connection& library, const TargetTable& table,
                     const ColumnDeclaration& column, std::vector<Finding>& findings)
 {
-    FaultKind repeated(table.old.name, u"几行都是这个值，照原样保存"_s);
-    FaultKind missing(table.old.name, u"没有值，照原样保存"_s);
+    FaultKind repeated(table.old.name, u"几行都是这个值，原样转入。"_s);
+    FaultKind missing(table.old.name, u"没有值，原样转入。"_s);
     Statement rows(library, database::sqlWith(
                                 u"select rowid, %1 from %2 where %1 is null or %1 in "
                                 "(select %1 from %2 group by %1 having count(*)>1) "
@@ -44,8 +44,8 @@ void findKeyFaults(database::Connection& library, const TargetTable& keyed,
              column.name,
              {},
              column.key == Key::AutoNumber
-                 ? u"有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号"_s
-                 : u"有空的或重复的值，新库里这一列不再防止重复"_s});
+                 ? u"有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号。"_s
+                 : u"有空的或重复的值，新库里这一列不再防止重复。"_s});
         findFaultyRows(library, keyed, column, findings);
     }
 }

@@ -92,8 +92,8 @@ void LibraryValue::takeReal(double number)
     sort = Sort::Real;
     real = number;
     if (!std::isfinite(number))
-        oddity = std::isnan(number) ? QStringView(u"不是数，新库里是空值")
-                                    : QStringView(u"无穷大，照原样保存");
+        oddity = std::isnan(number) ? QStringView(u"不是有效的数，新库里是空值。")
+                                    : QStringView(u"无穷大，原样转入。");
 }
 
 void LibraryValue::takeAmount(const QString& digits)
@@ -101,7 +101,7 @@ void LibraryValue::takeAmount(const QString& digits)
     sort = Sort::Real;
     real = digits.toDouble() + 0.0; // no negative zero
     if (QString::number(real, 'f', QLocale::FloatingPointShortest) != withoutEndZeros(digits))
-        oddity = u"位数太多，按最接近的数保存";
+        oddity = u"位数太多，按最接近的数保存。";
 }
 
 void LibraryValue::takeStoredText(std::string_view stored, int place)
@@ -126,14 +126,14 @@ void LibraryValue::takeText(QString value)
     if (text.isValidUtf16())
         return;
     text = QString::fromUtf8(text.toUtf8());
-    oddity = u"有不完整的字符，新库里换成了问号";
+    oddity = u"有不完整的字符，新库里换成了问号。";
 }
 
 void LibraryValue::takeDate(double days)
 {
     takeText(isDate(days) ? dateText(days) : runtime::doubleText(days));
     if (!isDate(days))
-        oddity = u"不是日期，按数字的文字保存";
+        oddity = u"不是日期，按数字的文字保存。";
 }
 
 QString oldText(OldRows& rows, const OldColumn& column, int place)

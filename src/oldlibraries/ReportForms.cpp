@@ -31,7 +31,7 @@ std::vector<Finding> headLines(const ConversionReport& report)
                                    0,
                                    {},
                                    {},
-                                   u"派生列（名次、标准分、总分）按原样转入；"
+                                   u"名次、标准分和总分原样转入；"
                                    "如需重算，请选择考试后点“计算总分”。"_s}};
     for (const ConversionReport::Table& table : report.tables)
         lines.push_back({table.name, 0, {}, u"%1 行"_s.arg(table.rows), u"已经转入"_s});

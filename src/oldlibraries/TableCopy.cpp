@@ -137,14 +137,14 @@ void TableCopy::tellOrder()
 {
     if (!m_isAscending)
         add(0, m_table.columns[size_t(m_table.numberColumn())].name, {},
-            u"旧库里的行不按这个编号的次序，新库里按它的次序"_s);
+            u"旧库里的行不按这个编号的次序，新库里按它的次序。"_s);
 }
 
 void TableCopy::tellCount()
 {
     if (m_row != m_table.old.rowCount)
         add(0, {}, QString::number(m_table.old.rowCount),
-            u"旧库记着 %1 行，读到 %2 行；读到的都已转换，请核对"_s.arg(
+            u"旧库记着 %1 行，读到 %2 行；读到的都已转换，请核对。"_s.arg(
                 QString::number(m_table.old.rowCount), QString::number(m_row)));
 }
 

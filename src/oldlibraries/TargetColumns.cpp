@@ -112,12 +112,12 @@ QString newForm(OldType type)
 {
     switch (type) {
     case OldType::DateTime:
-        return u"日期时间列，按“2009-07-31 08:30:00”这样的文字保存"_s;
+        return u"日期时间列，按“2009-07-31 08:30:00”这样的文字保存。"_s;
     case OldType::Guid:
-        return u"同步复制编号列，按文字保存"_s;
+        return u"“同步复制 ID”列，按文字保存。"_s;
     case OldType::Currency:
     case OldType::Decimal:
-        return u"货币或小数列，按数保存"_s;
+        return u"货币或小数列，按数保存。"_s;
     default:
         return {};
     }
@@ -126,11 +126,12 @@ QString newForm(OldType type)
 QString newKind(const ColumnDeclaration& known, const ColumnDeclaration& column)
 {
     if (known.key == Key::AutoNumber)
-        return column.key == Key::AutoNumber ? QString()
-                                             : u"旧库的类型不能自动编号，新库里这一列不自动编号"_s;
+        return column.key == Key::AutoNumber
+                   ? QString()
+                   : u"旧库的类型不能自动编号，新库里这一列不自动编号。"_s;
     const bool isOther = !isSameSort(ColumnType::fromDeclaration(known.type),
                                      ColumnType::fromDeclaration(column.type));
-    return isOther ? u"类型与现在的成绩库不同，照旧库的类型保存"_s : QString();
+    return isOther ? u"类型与现在的成绩库不同，照旧库的类型保存。"_s : QString();
 }
 
 } // namespace oldlibraries

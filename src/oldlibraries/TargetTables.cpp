@@ -78,7 +78,7 @@ void renameColumns(TargetTable& table, std::vector<Finding>& findings)
     for (ColumnDeclaration& column : table.columns) {
         const QString name = names.nameFor(column.name);
         if (name != column.name)
-            findings.push_back({table.old.name, 0, column.name, {}, u"列改名为“%1”"_s.arg(name)});
+            findings.push_back({table.old.name, 0, column.name, {}, u"列改名为“%1”。"_s.arg(name)});
         column.name = name;
     }
 }
@@ -87,10 +87,8 @@ void renameColumns(TargetTable& table, std::vector<Finding>& findings)
 
 int TargetTable::numberColumn() const
 {
-    const auto found = std::find_if(columns.begin(), columns.end(), [](const auto& column) {
-        return column.key == Key::AutoNumber;
-    });
-    return found == columns.end() ? -1 : int(found - columns.begin());
+    const ColumnDeclaration* found = database::numberColumn(columns);
+    return found ? int(found - columns.data()) : -1;
 }
 
 QStringList TargetTable::columnNames() const
@@ -127,7 +125,7 @@ std::vector<TargetTable> targetTables(const std::vector<OldTable>& oldTables,
         const auto known = database::columnDeclarations(emptyLibrary, name);
         TargetTable table{old, name, columnsOf(old, known)};
         if (table.name != old.name)
-            findings.push_back({old.name, 0, {}, {}, u"表改名为“%1”"_s.arg(table.name)});
+            findings.push_back({old.name, 0, {}, {}, u"表改名为“%1”。"_s.arg(table.name)});
         keepNumbering(table, known);
         tellChanges(table, known, findings);
         renameColumns(table, findings);

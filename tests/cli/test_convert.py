@@ -19,7 +19,7 @@ import yunshan
 from yunshan import DONE, ERROR, USAGE
 
 NOBODY = 65534
-RECOMPUTE = "总分、标准分和名次照原样转入；要重新计算，请用 yunshan-cli score。"
+RECOMPUTE = "总分、标准分和名次原样转入；要重新计算，请用 yunshan-cli score。"
 
 
 class ConvertTest(yunshan.ProgramTest):

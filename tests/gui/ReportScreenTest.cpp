@@ -37,8 +37,8 @@ protected:
     const ConversionReport report{test.file(u"旧.CJK"_s),
                                   test.file(u"旧（转换）.CJK"_s),
                                   {{u"信息表"_s, 3}, {u"成绩表"_s, 12}},
-                                  {{u"信息表"_s, 2, u"姓名"_s, u"王'芳\r\n--"_s, u"照原样转入。"_s},
-                                   {u"成绩表"_s, 7, u"语文"_s, u"1e308"_s, u"照原样转入。"_s}}};
+                                  {{u"信息表"_s, 2, u"姓名"_s, u"王'芳\r\n--"_s, u"原样转入。"_s},
+                                   {u"成绩表"_s, 7, u"语文"_s, u"1e308"_s, u"原样转入。"_s}}};
     oldlibraries::ReportScreen screen{report, screenDialogs, nullptr};
     grid::FlexGridView* view = screen.findChild<grid::FlexGridView*>(u"ReportGrid"_s);
 };
@@ -47,7 +47,7 @@ TEST_F(ReportScreen, ShowsTheReport)
 {
     EXPECT_EQ(screen.windowTitle(), u"转换报告"_s);
     EXPECT_EQ(grid::gridText(view->grid()), grid::gridText(oldlibraries::reportGrid(report)));
-    EXPECT_TRUE(grid::gridText(view->grid()).contains(u"成绩表\t7\t语文\t1e308\t照原样转入。"_s));
+    EXPECT_TRUE(grid::gridText(view->grid()).contains(u"成绩表\t7\t语文\t1e308\t原样转入。"_s));
 }
 
 TEST_F(ReportScreen, IsSearchedAndCopiedByKeys)

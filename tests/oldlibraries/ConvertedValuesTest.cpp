@@ -147,8 +147,8 @@ TEST_F(Converted, KnownColumnsAreAsInTheEmptyLibraryUnlessTheOldOnesHoldMore)
             << each.column.name.toStdString();
     EXPECT_THAT(findings,
                 testing::IsSupersetOf(
-                    {u"0|学号||类型与现在的成绩库不同，照旧库的类型保存"_s,
-                     u"0|出生时间||日期时间列，按“2009-07-31 08:30:00”这样的文字保存"_s}));
+                    {u"0|学号||类型与现在的成绩库不同，照旧库的类型保存。"_s,
+                     u"0|出生时间||日期时间列，按“2009-07-31 08:30:00”这样的文字保存。"_s}));
 }
 
 TEST_F(Converted, AMarkThatIsMoreThanYesOrNoTodayHasRoomForIt)
@@ -187,10 +187,10 @@ TEST_F(Converted, ValuesGoOverAsTheyAre)
     ASSERT_TRUE(single.step());
     EXPECT_EQ(single.number(0), double(88.1F));
     EXPECT_EQ(single.integer(2), 1);
-    EXPECT_EQ(findings, (QStringList{u"0|钱||货币或小数列，按数保存"_s,
-                                     u"0|日||日期时间列，按“2009-07-31 08:30:00”这样的文字保存"_s,
-                                     u"0|号||同步复制编号列，按文字保存"_s,
-                                     u"0|数||货币或小数列，按数保存"_s}));
+    EXPECT_EQ(findings, (QStringList{u"0|钱||货币或小数列，按数保存。"_s,
+                                     u"0|日||日期时间列，按“2009-07-31 08:30:00”这样的文字保存。"_s,
+                                     u"0|号||“同步复制 ID”列，按文字保存。"_s,
+                                     u"0|数||货币或小数列，按数保存。"_s}));
 }
 
 TEST_F(Converted, AmountsAreExactWithUpToFifteenDigits)
@@ -237,13 +237,14 @@ TEST_F(Converted, OddValuesAreTold)
     ASSERT_TRUE(stored.step());
     EXPECT_TRUE(stored.isNull(0));
     EXPECT_EQ(stored.number(1), 0.1);
-    EXPECT_EQ(findings.mid(2),
-              (QStringList{u"1|双|nan|不是数，新库里是空值"_s, u"2|单|nan|不是数，新库里是空值"_s,
-                           u"1|单|inf|无穷大，照原样保存"_s,
-                           u"1|文|%1|有不完整的字符，新库里换成了问号"_s.arg(halfALetter),
-                           u"1|日|1000000000|不是日期，按数字的文字保存"_s,
-                           u"2|日|nan|不是日期，按数字的文字保存"_s,
-                           u"1|数|1234567890123456.125|位数太多，按最接近的数保存"_s}));
+    EXPECT_EQ(
+        findings.mid(2),
+        (QStringList{u"1|双|nan|不是有效的数，新库里是空值。"_s,
+                     u"2|单|nan|不是有效的数，新库里是空值。"_s, u"1|单|inf|无穷大，原样转入。"_s,
+                     u"1|文|%1|有不完整的字符，新库里换成了问号。"_s.arg(halfALetter),
+                     u"1|日|1000000000|不是日期，按数字的文字保存。"_s,
+                     u"2|日|nan|不是日期，按数字的文字保存。"_s,
+                     u"1|数|1234567890123456.125|位数太多，按最接近的数保存。"_s}));
 }
 
 TEST_F(Converted, OfALongOddValueTheBeginningIsTold)
@@ -252,7 +253,7 @@ TEST_F(Converted, OfALongOddValueTheBeginningIsTold)
     const QString odd = u"a"_s + pairs + QChar(0xD800);
     convertTable(u"怪"_s, {{u"备"_s, OldType::Memo}}, {{odd}});
     EXPECT_EQ(findings.last(),
-              u"1|备|a%1…|有不完整的字符，新库里换成了问号"_s.arg(pairs.left(998)));
+              u"1|备|a%1…|有不完整的字符，新库里换成了问号。"_s.arg(pairs.left(998)));
 }
 
 TEST_F(Converted, MoreThanAThousandOddValuesOfAColumnAreTold)
@@ -262,10 +263,11 @@ TEST_F(Converted, MoreThanAThousandOddValuesOfAColumnAreTold)
                  Rows(1200, {nan, std::numeric_limits<int>::min()}));
     EXPECT_EQ(rows(u"select count(*) from 怪"_s), u"1200"_s);
     ASSERT_EQ(findings.size(), 2003);
-    EXPECT_EQ(findings[999], u"1000|双|nan|不是数，新库里是空值"_s);
-    EXPECT_EQ(findings[1000], u"0|双||这样的还有 200 处，没有一一列出：不是数，新库里是空值"_s);
-    EXPECT_EQ(findings[2001], u"1000|ID|-2147483648|几行都是这个值，照原样保存"_s);
-    EXPECT_EQ(findings[2002], u"0|||这样的还有 200 处，没有一一列出：几行都是这个值，照原样保存"_s);
+    EXPECT_EQ(findings[999], u"1000|双|nan|不是有效的数，新库里是空值。"_s);
+    EXPECT_EQ(findings[1000],
+              u"0|双||这样的还有 200 处，没有一一列出：不是有效的数，新库里是空值。"_s);
+    EXPECT_EQ(findings[2001], u"1000|ID|-2147483648|几行都是这个值，原样转入。"_s);
+    EXPECT_EQ(findings[2002], u"0|||这样的还有 200 处，没有一一列出：几行都是这个值，原样转入。"_s);
 }
 
 TEST_F(Converted, ANumberOfARemovedRowIsNeverGivenAgain)
@@ -296,21 +298,21 @@ TEST_F(Converted, NumbersThatStandTwiceGoOverAndTheColumnNumbersNoMore)
                  {{1, u"甲"_s}, {2, u"乙"_s}, {1, u"丙"_s}, {Value(), u"丁"_s}});
     EXPECT_EQ(rows(u"select ID, 姓名 from 信息表"_s), u"1|甲 / 2|乙 / 1|丙 / NULL|丁"_s);
     EXPECT_EQ(declared(u"信息表"_s, u"ID"_s), u"Long INTEGER||"_s);
-    EXPECT_EQ(
-        findings.mid(0, 4),
-        (QStringList{u"0|ID||有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号"_s,
-                     u"1|ID|1|几行都是这个值，照原样保存"_s, u"3|ID|1|几行都是这个值，照原样保存"_s,
-                     u"4|ID||没有值，照原样保存"_s}));
+    EXPECT_EQ(findings.mid(0, 4),
+              (QStringList{
+                  u"0|ID||有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号。"_s,
+                  u"1|ID|1|几行都是这个值，原样转入。"_s, u"3|ID|1|几行都是这个值，原样转入。"_s,
+                  u"4|ID||没有值，原样转入。"_s}));
 }
 
 TEST_F(Converted, AMissingNumberAloneIsEnoughForThat)
 {
     convertTable(u"别的"_s, {number}, {{1}, {Value()}});
     EXPECT_EQ(rows(u"select * from 别的"_s), u"1 / NULL"_s);
-    EXPECT_EQ(
-        findings,
-        (QStringList{u"0|ID||有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号"_s,
-                     u"2|ID||没有值，照原样保存"_s}));
+    EXPECT_EQ(findings,
+              (QStringList{
+                  u"0|ID||有空的或重复的编号，新库里这一列不能自动编号，以后新加的行没有编号。"_s,
+                  u"2|ID||没有值，原样转入。"_s}));
 }
 
 TEST_F(Converted, KeysThatStandTwiceButForTheirCaseGoOver)
@@ -322,9 +324,9 @@ TEST_F(Converted, KeysThatStandTwiceButForTheirCaseGoOver)
               u"ab|语文 / AB|数学 / c|英语"_s);
     EXPECT_EQ(declared(u"自定义显示表"_s, u"项目名称"_s), u"text(50)|NOCASE|"_s);
     EXPECT_EQ(findings.mid(0, 3),
-              (QStringList{u"0|项目名称||有空的或重复的值，新库里这一列不再防止重复"_s,
-                           u"1|项目名称|ab|几行都是这个值，照原样保存"_s,
-                           u"2|项目名称|AB|几行都是这个值，照原样保存"_s}));
+              (QStringList{u"0|项目名称||有空的或重复的值，新库里这一列不再防止重复。"_s,
+                           u"1|项目名称|ab|几行都是这个值，原样转入。"_s,
+                           u"2|项目名称|AB|几行都是这个值，原样转入。"_s}));
 }
 
 TEST_F(Converted, RowsStandByTheirNumberWhereTheyCameOtherwise)
@@ -332,7 +334,7 @@ TEST_F(Converted, RowsStandByTheirNumberWhereTheyCameOtherwise)
     convertTable(u"别的"_s, {{u"姓名"_s, OldType::Text}, number},
                  {{u"甲"_s, 5}, {u"乙"_s, -2}, {u"丙"_s, 7}});
     EXPECT_EQ(rows(u"select * from 别的"_s), u"乙|-2 / 甲|5 / 丙|7"_s);
-    EXPECT_EQ(findings, QStringList{u"0|ID||旧库里的行不按这个编号的次序，新库里按它的次序"_s});
+    EXPECT_EQ(findings, QStringList{u"0|ID||旧库里的行不按这个编号的次序，新库里按它的次序。"_s});
 }
 
 TEST_F(Converted, ANumberOfAnotherTypeIsAColumnLikeOthers)
@@ -341,7 +343,7 @@ TEST_F(Converted, ANumberOfAnotherTypeIsAColumnLikeOthers)
                  {{2.5, u"甲"_s}});
     EXPECT_EQ(declared(u"信息表"_s, u"ID"_s), u"Double REAL||"_s);
     EXPECT_THAT(findings,
-                testing::Contains(u"0|ID||旧库的类型不能自动编号，新库里这一列不自动编号"_s));
+                testing::Contains(u"0|ID||旧库的类型不能自动编号，新库里这一列不自动编号。"_s));
 }
 
 TEST_F(Converted, NamesThatStatementsCannotHoldAreChanged)
@@ -392,7 +394,7 @@ TEST_F(Converted, RowsThatAreMissingRefuseTheLibraryOrAreTold)
     request.missingRows = oldlibraries::ConversionRequest::MissingRows::Accept;
     convertAndOpen(u"别的"_s);
     EXPECT_EQ(rows(u"select * from 别的"_s), u"1 / 2"_s);
-    EXPECT_EQ(findings, QStringList{u"0||5|旧库记着 5 行，读到 2 行；读到的都已转换，请核对"_s});
+    EXPECT_EQ(findings, QStringList{u"0||5|旧库记着 5 行，读到 2 行；读到的都已转换，请核对。"_s});
 }
 
 TEST_F(Converted, ARowThatIsTooLongIsRefusedByName)

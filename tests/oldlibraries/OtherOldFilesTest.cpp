@@ -254,7 +254,7 @@ TEST_F(OtherOldFile, HasColumnsOfATypeThatNobodyKnows)
     ASSERT_EQ(findings.size(), 2U);
     for (const Finding& finding : findings) {
         EXPECT_EQ(finding.table, u"学生"_s);
-        EXPECT_EQ(finding.done, u"列的类型不认识，按原来的字节保存"_s);
+        EXPECT_EQ(finding.done, u"这一列的类型无法识别，内容原样转入，程序不能显示。"_s);
     }
     EXPECT_EQ(findings[0].column, u"ID"_s);
     EXPECT_EQ(findings[1].column, u"姓名"_s);
@@ -295,11 +295,11 @@ TEST_F(OtherOldFile, HasWhatIsNoTableAndStaysBehind)
     QStringList texts;
     for (const Finding& finding : findings)
         texts.append(finding.table + u' ' + finding.done);
-    EXPECT_EQ(texts,
-              (QStringList{u"外表 这个表在别的文件里，没有转换"_s,
-                           u"外库 这个表在别的文件里，没有转换"_s, u"查询1 这是查询，没有转换"_s,
-                           u"窗体1 这是窗体，没有转换"_s, u"报表1 这是报表，没有转换"_s,
-                           u"宏1 这是宏，没有转换"_s, u"模块1 这是程序模块，没有转换"_s}));
+    EXPECT_EQ(texts, (QStringList{u"外表 这个表在别的文件里，没有转换。"_s,
+                                  u"外库 这个表在别的文件里，没有转换。"_s,
+                                  u"查询1 这是查询，没有转换。"_s, u"窗体1 这是窗体，没有转换。"_s,
+                                  u"报表1 这是报表，没有转换。"_s, u"宏1 这是宏，没有转换。"_s,
+                                  u"模块1 这是程序模块，没有转换。"_s}));
 }
 
 TEST_F(OtherOldFile, HasAListOfTwentyThousandThings)

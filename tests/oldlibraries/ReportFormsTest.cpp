@@ -28,7 +28,7 @@ ConversionReport oneTable(std::vector<Finding> findings)
 const QString head = u"表\t行\t列\t值\t处理\n"
                      "（旧成绩库）\t\t\t/学校/初一.CJK\t没有改动\n"
                      "（新成绩库）\t\t\t/学校/初一（转换）.CJK\t已经建成\n"
-                     "（说明）\t\t\t\t派生列（名次、标准分、总分）按原样转入；"
+                     "（说明）\t\t\t\t名次、标准分和总分原样转入；"
                      "如需重算，请选择考试后点“计算总分”。\n"
                      "信息表\t\t\t181 行\t已经转入\n"_s;
 
