@@ -363,8 +363,9 @@ TEST_F(Converted, NamesThatStatementsCannotHoldAreChanged)
                    "from [旧_Sqlite_统计]"_s),
               u"1|2|3|4"_s);
     EXPECT_EQ(rows(u"select 甲 from [成绩表_考试_]"_s), u"5"_s);
-    EXPECT_EQ(findings, (QStringList{u"0|||表改名为“旧_Sqlite_统计”"_s,
-                                     u"0|ROWID||列改名为“ROWID__”"_s, u"0|a]b||列改名为“a_b”"_s}));
+    EXPECT_EQ(findings,
+              (QStringList{u"0|||表改名为“旧_Sqlite_统计”。"_s, u"0|ROWID||列改名为“ROWID__”。"_s,
+                           u"0|a]b||列改名为“a_b”。"_s}));
 }
 
 TEST_F(Converted, RowsThatAreMissingRefuseTheLibraryOrAreTold)
