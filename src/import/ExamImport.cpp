@@ -54,7 +54,8 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
     m_students.forget();
     if (!prepare(request))
         return ImportResult::Stopped;
-    const library::BackupBeforeWrite copying(m_library, m_progress, request.backup);
+    const library::BackupBeforeWrite copying(m_library, m_progress, request.backup,
+                                             library::Occasion::examImport(request.examName));
     if (!takeRows(request.newStudents))
         return ImportResult::Stopped;
     m_sheet = nullptr;

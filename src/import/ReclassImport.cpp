@@ -83,7 +83,7 @@ ImportResult ReclassImport::run(const QString& sheetName, Backup backup)
     const excel::Worksheet* sheet = m_intake.openSheet(sheetName);
     if (sheet == nullptr)
         return ImportResult::Stopped;
-    const library::BackupBeforeWrite copying(m_library, m_progress, backup);
+    const library::BackupBeforeWrite copying(m_library, m_progress, backup, {u"重新分班"_s});
     const bool isFilled = fillTable(*sheet);
     m_progress.finish();
     if (!isFilled || !mayGoOn())

@@ -42,7 +42,8 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
     m_end = endOfList();
     if (!askAboutTaken())
         return ImportResult::Stopped;
-    const library::BackupBeforeWrite copying(m_library, m_progress, backup);
+    const library::BackupBeforeWrite copying(m_library, m_progress, backup,
+                                             library::Occasion::studentImport());
     if (!writeRows())
         return ImportResult::Stopped;
     const int leftOut = rowsBelowTheEnd();

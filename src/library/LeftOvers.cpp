@@ -43,6 +43,11 @@ void removeLeftOvers(const QString& libraryPath, const QString& templateFile)
         beside(library, u"_\\d{4}-\\d{2}-\\d{2}_\\d{4}\\.bak\\.tmp"_s);
     for (const QString& name : files.filter(copies))
         library.dir().remove(name);
+    const QString dated = u"_\\d{4}-\\d{2}-\\d{2}_\\d{4}(\\d{2})?\\.bak"_s;
+    for (const QString& name : files.filter(beside(library, dated + u"\\.json"_s))) {
+        if (!files.contains(name.chopped(qstrlen(".json"))))
+            library.dir().remove(name);
+    }
     for (const QString& name : files.filter(beside(library, u"\\.[A-Za-z]{6}"_s))) {
         if (isPartOfTemplate(library.dir().filePath(name), templateFile))
             library.dir().remove(name);

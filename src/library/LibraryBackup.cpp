@@ -1,6 +1,7 @@
 #include "library/LibraryBackup.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QDir>
 #include <QFileInfo>
@@ -48,7 +49,7 @@ void removeOldCopies(const QFileInfo& library, const QString& justMade)
     QStringList copies = datedCopies(library);
     copies.removeOne(QFileInfo(justMade).fileName());
     while (copies.size() > copiesKept - 1)
-        library.dir().remove(copies.takeFirst());
+        removeCopy(library.dir().filePath(copies.takeFirst()));
 }
 
 void copyBytes(const database::LockedBytes& bytes, runtime::UnfinishedFile& copy,
@@ -74,17 +75,8 @@ QString takeDatedName(runtime::UnfinishedFile& file, const QString& libraryPath,
     }
 }
 
-} // namespace
-
-void copyLibrary(const QString& libraryPath, const QString& copy, runtime::Progress& progress)
-{
-    runtime::UnfinishedFile unfinished(copy);
-    copyBytes(database::LockedBytes(libraryPath), unfinished, progress);
-    database::removeLogs(copy);
-    unfinished.replace(copy, libraryPath);
-}
-
-QString backUpLibrary(const QString& libraryPath, const QDateTime& now, runtime::Progress& progress)
+/// The newest copy if it equals the library, otherwise one that is made now.
+QString currentCopy(const QString& libraryPath, const QDateTime& now, runtime::Progress& progress)
 {
     const QFileInfo library(libraryPath);
     const database::LockedBytes bytes(libraryPath);
@@ -98,15 +90,33 @@ QString backUpLibrary(const QString& libraryPath, const QDateTime& now, runtime:
     return copy;
 }
 
+} // namespace
+
+void copyLibrary(const QString& libraryPath, const QString& copy, runtime::Progress& progress)
+{
+    runtime::UnfinishedFile unfinished(copy);
+    copyBytes(database::LockedBytes(libraryPath), unfinished, progress);
+    database::removeLogs(copy);
+    unfinished.replace(copy, libraryPath);
+}
+
+QString backUpLibrary(const QString& libraryPath, const QDateTime& now, const Occasion& occasion,
+                      runtime::Progress& progress)
+{
+    QString copy = currentCopy(libraryPath, now, progress);
+    noteOccasion(copy, {now, occasion});
+    return copy;
+}
+
 BackupBeforeWrite::BackupBeforeWrite(ScoreLibrary& scoreLibrary, runtime::Progress& progress,
-                                     Backup backup)
+                                     Backup backup, Occasion occasion)
     : m_connection(scoreLibrary.Conn)
 {
     if (backup == Backup::SwitchedOff)
         return;
-    m_connection.setBeforeFirstWrite([this, &progress] {
+    m_connection.setBeforeFirstWrite([this, &progress, occasion = std::move(occasion)] {
         try {
-            backUpLibrary(m_connection.path(), QDateTime::currentDateTime(), progress);
+            backUpLibrary(m_connection.path(), QDateTime::currentDateTime(), occasion, progress);
         } catch (const runtime::Error& error) {
             throw runtime::PhaseError(u"备份没有成功，什么也没有写入："_s + error.description());
         }

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QString>
 
+#include "library/CopyOccasion.h"
 #include "library/ScoreLibrary.h"
 #include "platform/runtime/Progress.h"
 
@@ -13,10 +14,10 @@ namespace library {
 void copyLibrary(const QString& libraryPath, const QString& copy, runtime::Progress& progress);
 
 /// Copies the library to LIB_YYYY-MM-DD_HHMMSS.bak beside it and removes all but the newest five
-/// such copies; no copy is ever replaced. One that equals the newest copy is not copied again.
-/// Gives the path of the newest copy. Throws Error if the copy cannot be written; nothing is harmed
-/// then.
-QString backUpLibrary(const QString& libraryPath, const QDateTime& now,
+/// such copies; no copy is ever replaced. One that equals the newest copy is not copied again; that
+/// copy gets the new occasion too. Gives the path of the newest copy. Throws Error if the copy
+/// cannot be written; nothing is harmed then.
+QString backUpLibrary(const QString& libraryPath, const QDateTime& now, const Occasion& occasion,
                       runtime::Progress& progress);
 
 /// Whether a dated copy of the library is made ahead of the first write.
@@ -28,8 +29,8 @@ enum class Backup { Make, SwitchedOff };
 class BackupBeforeWrite
 {
 public:
-    BackupBeforeWrite(ScoreLibrary& scoreLibrary, runtime::Progress& progress,
-                      Backup backup = Backup::Make);
+    BackupBeforeWrite(ScoreLibrary& scoreLibrary, runtime::Progress& progress, Backup backup,
+                      Occasion occasion);
     ~BackupBeforeWrite();
     BackupBeforeWrite(const BackupBeforeWrite&) = delete;
     BackupBeforeWrite& operator=(const BackupBeforeWrite&) = delete;

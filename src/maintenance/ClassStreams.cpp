@@ -107,7 +107,7 @@ void ClassStreams::set(const QStringList& science, runtime::Progress& progress,
                        library::Backup backup)
 {
     const bool isDone = commandTrap([&] {
-        const library::BackupBeforeWrite copy(m_library, progress, backup);
+        const library::BackupBeforeWrite copy(m_library, progress, backup, {u"设置文理"_s});
         database::WriteBatch batch(m_library.Conn);
         update(chosen(science));
         update(others(science));

@@ -146,7 +146,7 @@ bool PhotoRun::write(library::Backup backup)
 {
     if (m_found.isEmpty())
         return true;
-    const library::BackupBeforeWrite backUp(m_library, m_progress, backup);
+    const library::BackupBeforeWrite backUp(m_library, m_progress, backup, {u"设置图片"_s});
     bool isComplete = false;
     photoTrap([&] {
         database::WriteBatch batch(m_library.Conn);

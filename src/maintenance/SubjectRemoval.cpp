@@ -94,7 +94,8 @@ SubjectRemoval::Result SubjectRemoval::run(const QStringList& selected, runtime:
         return Result::Declined;
     bool isDone = false;
     {
-        const library::BackupBeforeWrite copy(m_library, progress, backup);
+        const library::BackupBeforeWrite copy(m_library, progress, backup,
+                                              {u"删除科目 "_s + selected.join(u'、')});
         removalTrap([&] { isDone = dropAll(selected, progress); });
     }
     progress.finish();

@@ -38,11 +38,12 @@ QString shown(const QString& sql)
     return sql.size() <= most ? sql : sql.left(most) + u"……"_s;
 }
 
-bool isCopied(const QString& libraryPath, runtime::Progress& progress)
+bool isCopied(const QString& libraryPath, const QString& sql, runtime::Progress& progress)
 {
     const runtime::Trap trap{" - Sub ShowKSCJmain/FormKaoShi"};
     try {
-        library::backUpLibrary(libraryPath, QDateTime::currentDateTime(), progress);
+        library::backUpLibrary(libraryPath, QDateTime::currentDateTime(), {u"执行语句 "_s + sql},
+                               progress);
         return true;
     } catch (const runtime::Error& error) {
         trap.fail(u"备份没有成功，语句没有执行："_s + error.description());
@@ -62,7 +63,7 @@ bool mayRun(library::ScoreLibrary& scoreLibrary, const QString& sql, runtime::Pr
                              + shown(sql) + u"\n\n执行前会备份成绩库。是否执行？"_s;
     const int pressed = runtime::choose(
         {.text = question, .buttons = {u"执行"_s, u"取消"_s}, .safe = 1, .title = u"修改成绩库"_s});
-    return pressed == 0 && isCopied(scoreLibrary.Conn.path(), progress);
+    return pressed == 0 && isCopied(scoreLibrary.Conn.path(), sql, progress);
 }
 
 StoppableStatements::StoppableStatements(database::Connection& connection,

@@ -43,6 +43,7 @@ TEST_F(LeftOvers, GoWhenTheLibraryIsOpened)
     write(u"_2026-03-09_0705.bak.tmp"_s, "half a copy");
     write(u".AbcXyz"_s, emptyLibrary().left(30'000));
     write(u".ZbcXyz"_s, QByteArray());
+    write(u"_2026-03-09_070500.bak.json"_s, "what is noted of a copy that is gone");
     QFile crashed(test.file(u".yunshan-00000000-999999999-12345678.tmp"_s));
     ASSERT_TRUE(crashed.open(QIODevice::WriteOnly));
     ASSERT_TRUE(crashed.setFileTime(QDateTime::currentDateTime().addDays(-2),
@@ -53,10 +54,12 @@ TEST_F(LeftOvers, GoWhenTheLibraryIsOpened)
 TEST_F(LeftOvers, AreNotWhatTheUserMade)
 {
     write(u"_2026-03-09_070500.bak"_s, "a copy");
+    write(u"_2026-03-09_070500.bak.json"_s, "what is noted of it");
     write(u".backup"_s, "the user's own");
     ASSERT_TRUE(QFile::copy(path, path + u".mycopy"_s));
     EXPECT_EQ(opened(), (QStringList{u"测试.CJK.backup"_s, u"测试.CJK.mycopy"_s,
-                                     u"测试.CJK_2026-03-09_070500.bak"_s}));
+                                     u"测试.CJK_2026-03-09_070500.bak"_s,
+                                     u"测试.CJK_2026-03-09_070500.bak.json"_s}));
 }
 
 } // namespace

@@ -45,7 +45,7 @@ protected:
     QString copyAt(const QDateTime& time)
     {
         change();
-        return library::backUpLibrary(path, time, progress);
+        return library::backUpLibrary(path, time, {u"导入 期中"_s}, progress);
     }
     QString copyAt(int minute, int second)
     {
@@ -68,7 +68,8 @@ protected:
     /// Adds a student in a batch, as an import does; false if it was not written.
     bool import()
     {
-        const library::BackupBeforeWrite backup(test.scores, progress);
+        const library::BackupBeforeWrite backup(test.scores, progress, library::Backup::Make,
+                                                {u"导入 期中"_s});
         return runtime::Trap(" - Import")([&] {
             database::WriteBatch batch(test.scores.Conn);
             change();
@@ -107,6 +108,15 @@ TEST_F(DatedCopies, OfOneSecondDoNotReplaceEachOther)
     EXPECT_EQ(read(first), bytes);
 }
 
+TEST_F(DatedCopies, TakeWhatIsNotedOfThemAlongWhenTheyGo)
+{
+    const QString first = copyAt(5, 0);
+    ASSERT_TRUE(QFile::exists(library::occasionFile(first)));
+    for (int second = 1; second <= 5; ++second)
+        copyAt(5, second);
+    EXPECT_FALSE(QFile::exists(library::occasionFile(first)));
+}
+
 TEST_F(DatedCopies, TheOneJustMadeStaysUnderAClockPutBack)
 {
     for (int day = 1; day <= 5; ++day)
@@ -119,8 +129,13 @@ TEST_F(DatedCopies, NoneIsMadeOfWhatTheNewestHolds)
 {
     const QString first = copyAt(5, 0);
     const QDateTime later(QDate(2026, 3, 9), QTime(9, 0));
-    EXPECT_EQ(library::backUpLibrary(path, later, progress), first);
+    EXPECT_EQ(library::backUpLibrary(path, later, {u"重新分班"_s}, progress), first);
     EXPECT_EQ(copies().size(), 1);
+    const std::vector<library::NotedOccasion> noted = library::notedOccasions(first);
+    ASSERT_EQ(noted.size(), 2);
+    EXPECT_EQ(noted[0].occasion.text, u"导入 期中"_s);
+    EXPECT_EQ(noted[1].time, later);
+    EXPECT_EQ(noted[1].occasion.text, u"重新分班"_s);
 }
 
 TEST_F(DatedCopies, HaveTheRightsOfTheLibrary)
@@ -135,8 +150,9 @@ TEST_F(DatedCopies, ThatCannotBeMadeAreAnErrorAndLeaveNothing)
     change();
     const QStringList before = files();
     const support::FullDisk disk(50'000);
-    EXPECT_EQ(support::errorOf(
-                  [&] { library::backUpLibrary(path, QDateTime::currentDateTime(), progress); }),
+    EXPECT_EQ(support::errorOf([&] {
+                  library::backUpLibrary(path, QDateTime::currentDateTime(), {}, progress);
+              }),
               u"无法写入文件 %1（磁盘已满，或文件的大小受到限制）。"_s.arg(path));
     EXPECT_EQ(files(), before);
 }
@@ -172,7 +188,8 @@ TEST_F(DatedCopies, EachOfTwoRunsInOneMinuteHasItsOwn)
 TEST_F(DatedCopies, WhatWritesNothingLeavesNone)
 {
     {
-        const library::BackupBeforeWrite backup(test.scores, progress);
+        const library::BackupBeforeWrite backup(test.scores, progress, library::Backup::Make,
+                                                {u"导入 期中"_s});
         database::WriteBatch batch(test.scores.Conn);
         test.rows(u"select * from 信息表"_s);
         batch.commit();

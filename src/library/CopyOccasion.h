@@ -1,0 +1,47 @@
+#pragma once
+
+#include <vector>
+
+#include <QDateTime>
+#include <QString>
+
+namespace library {
+
+/// What a copy of a library is made ahead of.
+struct Occasion
+{
+    enum class Kind { Change, ExamImport, StudentImport };
+
+    /// In a user's words, as in "删除科目 语文、数学"; shown on one line.
+    QString text;
+    Kind kind = Kind::Change;
+    /// The exam of an ExamImport.
+    QString exam = {};
+
+    static Occasion examImport(const QString& exam);
+    static Occasion studentImport();
+    friend bool operator==(const Occasion&, const Occasion&) = default;
+};
+
+/// An occasion and when it was. A library that has not changed between two occasions has one copy
+/// for both.
+struct NotedOccasion
+{
+    QDateTime time;
+    Occasion occasion;
+};
+
+/// The file beside a copy that holds its occasions: COPY.json.
+QString occasionFile(const QString& copy);
+
+/// Adds an occasion to those of a copy, of which the newest 20 are kept. A copy is as good without:
+/// failing is no error.
+void noteOccasion(const QString& copy, const NotedOccasion& occasion);
+
+/// The occasions of a copy, the oldest first. Empty without the file, or if that is none of ours.
+std::vector<NotedOccasion> notedOccasions(const QString& copy);
+
+/// Removes a copy and what is noted of it. False if it stays.
+bool removeCopy(const QString& copy);
+
+} // namespace library

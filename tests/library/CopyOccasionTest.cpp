@@ -1,0 +1,106 @@
+#include "library/CopyOccasion.h"
+
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include "support/FileBytes.h"
+#include "support/FullDisk.h"
+#include "support/PrintQString.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using library::NotedOccasion;
+using library::Occasion;
+using support::write;
+
+class CopyOccasions : public testing::Test
+{
+protected:
+    void SetUp() override { write(copy, "a copy"); }
+
+    static QDateTime at(int minute) { return {QDate(2026, 3, 9), QTime(7, minute)}; }
+
+    QStringList texts() const
+    {
+        QStringList lines;
+        for (const NotedOccasion& noted : library::notedOccasions(copy))
+            lines.append(noted.time.toString(u"HH:mm "_s) + noted.occasion.text);
+        return lines;
+    }
+
+    QTemporaryDir folder;
+    const QString copy = folder.filePath(u"一中.CJK_2026-03-09_070500.bak"_s);
+};
+
+TEST_F(CopyOccasions, AreNotedOneBehindTheOtherInAFileBesideTheCopy)
+{
+    library::noteOccasion(copy, {at(5), Occasion::examImport(u"高一期中"_s)});
+    library::noteOccasion(copy, {at(6), Occasion::studentImport()});
+    library::noteOccasion(copy, {at(7), {u"删除科目 语文、数学"_s}});
+    EXPECT_EQ(texts(), (QStringList{u"07:05 导入 高一期中"_s, u"07:06 导入学生名单"_s,
+                                    u"07:07 删除科目 语文、数学"_s}));
+    EXPECT_EQ(library::notedOccasions(copy)[0].occasion, Occasion::examImport(u"高一期中"_s));
+    EXPECT_EQ(library::notedOccasions(copy)[1].occasion, Occasion::studentImport());
+    EXPECT_TRUE(QFile::exists(copy + u".json"_s));
+}
+
+TEST_F(CopyOccasions, NeverLeaveMoreThanTheNewestTwenty)
+{
+    for (int i = 0; i < 25; ++i)
+        library::noteOccasion(copy, {at(i), {u"第%1次"_s.arg(i)}});
+    ASSERT_EQ(texts().size(), 20);
+    EXPECT_EQ(texts().first(), u"07:05 第5次"_s);
+    EXPECT_EQ(texts().last(), u"07:24 第24次"_s);
+}
+
+TEST_F(CopyOccasions, OfAnyNameAreOneLineAndComeBackAsTheyWere)
+{
+    for (const QString& name : {u"'"_s, u"--"_s, u"' or ''='"_s, u"a\nb"_s, u"\"}]"_s}) {
+        library::noteOccasion(copy, {at(1), Occasion::examImport(name)});
+        const Occasion noted = library::notedOccasions(copy).back().occasion;
+        EXPECT_EQ(noted.exam, name);
+        EXPECT_FALSE(noted.text.contains(u'\n'));
+    }
+    library::noteOccasion(copy, {at(2), {QString(10'000, u'长')}});
+    EXPECT_EQ(library::notedOccasions(copy).back().occasion.text, QString(299, u'长') + u'…');
+}
+
+TEST_F(CopyOccasions, OfAFileThatIsNoneOfOursAreNone)
+{
+    const QString noted = library::occasionFile(copy);
+    for (const QByteArray& bytes :
+         {QByteArray(), QByteArray("{"), QByteArray("[1,2]"), QByteArray("{\"occasions\":7}"),
+          QByteArray(300'000, ' '), QByteArray("\xff\xfe\0x", 4)}) {
+        write(noted, bytes);
+        EXPECT_EQ(texts(), QStringList());
+    }
+    QFile::remove(noted);
+    ASSERT_EQ(mkfifo(QFile::encodeName(noted).constData(), 0600), 0);
+    EXPECT_EQ(texts(), QStringList());
+}
+
+TEST_F(CopyOccasions, ThatCannotBeNotedHarmNothing)
+{
+    {
+        const support::FullDisk disk(10);
+        library::noteOccasion(copy, {at(1), {u"重新分班"_s}});
+    }
+    EXPECT_EQ(texts(), QStringList());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+
+TEST_F(CopyOccasions, GoWithTheirCopy)
+{
+    library::noteOccasion(copy, {at(1), {u"重新分班"_s}});
+    EXPECT_TRUE(library::removeCopy(copy));
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+    EXPECT_FALSE(library::removeCopy(copy));
+}
+
+} // namespace
