@@ -389,12 +389,13 @@ TEST_F(ScreenDialogs, ASavedFileGetsTheExtensionAndIsNotAskedAboutTwice)
 TEST_F(ScreenDialogs, ABoxBelongsToTheModalScreenUnlessAWindowBesideItIsInUse)
 {
     QWidget main;
-    QDialog screen(&main);
+    // No QDialog, which would be taken for a box.
+    QWidget screen(&main, Qt::Window);
     screen.setWindowModality(Qt::WindowModal);
     QWidget beside;
-    for (QWidget* window : {&main, static_cast<QWidget*>(&screen), &beside})
+    for (QWidget* window : {&main, &screen, &beside})
         window->show();
-    for (QWidget* window : {static_cast<QWidget*>(&screen), &beside}) {
+    for (QWidget* window : {&screen, &beside}) {
         window->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window));
         boxes.expect([&](QDialog& shown) {
