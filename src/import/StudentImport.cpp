@@ -1,16 +1,11 @@
 #include "import/StudentImport.h"
 
-#include <algorithm>
 #include <optional>
 
-#include <QFileInfo>
-
-#include "import/CellDate.h"
 #include "import/TakenNumbers.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/Numbers.h"
 #include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
 
@@ -39,14 +34,14 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
     m_sheet = m_intake.openSheet(sheetName);
     if (m_sheet == nullptr)
         return ImportResult::Stopped;
-    m_end = endOfList();
+    m_list.emplace(*m_sheet);
     if (!askAboutTaken())
         return ImportResult::Stopped;
     const library::BackupBeforeWrite copying(m_library, m_progress, backup,
                                              library::Occasion::studentImport());
     if (!writeRows())
         return ImportResult::Stopped;
-    const int leftOut = rowsBelowTheEnd();
+    const size_t leftOut = m_list->rowsLeft().size();
     m_progress.finish();
     m_sheet = nullptr;
     m_intake.quitApplication();
@@ -55,31 +50,10 @@ ImportResult StudentImport::run(const QString& sheetName, Backup backup)
     if (leftOut > 0)
         runtime::MsgBox(
             u"第 %1 行的班级是空的，名单到此为止：从这一行起还有 %2 行有内容，没有导入。"_s
-                .arg(m_end)
+                .arg(m_list->end())
                 .arg(leftOut));
     runtime::MsgBox(u"导入完成！"_s);
     return ImportResult::Finished;
-}
-
-int StudentImport::endOfList() const
-{
-    const int lastRow = m_sheet->lastUsedRow();
-    int row = FirstRow;
-    while (row <= lastRow && !isEmptyCell(m_sheet->Cells(row, 1)))
-        ++row;
-    return row;
-}
-
-int StudentImport::rowsBelowTheEnd() const
-{
-    int rows = 0;
-    for (int row = m_end; row <= m_sheet->lastUsedRow(); ++row) {
-        int column = 1;
-        rows += std::any_of(m_headings.begin(), m_headings.end(), [&](const Heading&) {
-            return !isEmptyCell(m_sheet->Cells(row, column++));
-        });
-    }
-    return rows;
 }
 
 bool StudentImport::askAboutTaken()
@@ -88,7 +62,7 @@ bool StudentImport::askAboutTaken()
     std::optional<TakenCount> count;
     studentTrap([&] {
         const runtime::Phase phase;
-        count.emplace(*m_sheet, m_library.Conn, FirstRow, m_end);
+        count.emplace(*m_sheet, m_library.Conn, StudentSheet::First, m_list->end());
     });
     if (!count || !count->isAnyTaken())
         return count.has_value();
@@ -99,30 +73,13 @@ bool StudentImport::askAboutTaken()
     return pressed != choice.safe;
 }
 
-StudentImport::Rule StudentImport::ruleOf(const QString& heading)
-{
-    if (heading.compare("ID"_L1, Qt::CaseInsensitive) == 0)
-        return Rule::PassedOver;
-    if (heading == u"类别代码"_s || heading == u"班级"_s || heading == u"学号"_s)
-        return Rule::Number;
-    if (heading == u"出生时间"_s || heading == u"入学时间"_s)
-        return Rule::Date;
-    return heading == u"照片名"_s ? Rule::Photo : Rule::AsItStands;
-}
-
 void StudentImport::readHeadings()
 {
     m_headings.clear();
-    for (int column = 1; column <= LastColumn; ++column) {
-        const Value& cell = m_sheet->Cells(1, column);
-        if (isEmptyCell(cell))
-            return;
-        const Heading& heading =
-            m_headings.emplace_back(Heading{{m_rows, cell.text()}, ruleOf(cell.text())});
-        if (heading.rule == Rule::PassedOver)
-            studentTrap.fail(
-                u"“%1”是成绩库给学生编的号，不能由名单规定，名单里的这一列没有导入。"_s.arg(
-                    heading.field.name()));
+    for (const StudentHeading& heading : m_list->headings()) {
+        m_headings.push_back({{m_rows, heading.name}, heading.rule});
+        if (heading.rule == CellRule::PassedOver)
+            studentTrap.fail(passedOverText(heading.name));
     }
 }
 
@@ -130,7 +87,7 @@ void StudentImport::readHeadings()
 /// looked for by its name.
 QString StudentImport::Heading::toldAs(const QString& refusal)
 {
-    if (rule == Rule::Photo)
+    if (rule == CellRule::Photo)
         return refusal;
     const QString reason = refusal.mid(refusal.lastIndexOf(u'”') + 1);
     QString& told = refusals[reason];
@@ -147,8 +104,9 @@ bool StudentImport::writeRows()
         m_rows.Open(u"select * from 信息表"_s, m_library.Conn);
         readHeadings();
         TakenNumbers numbers(*m_sheet, m_library.Conn);
-        for (int row = FirstRow; row < m_end; ++row) {
-            m_progress.report(TakingRows, row - FirstRow, m_end - FirstRow);
+        const int end = m_list->end();
+        for (int row = StudentSheet::First; row < end; ++row) {
+            m_progress.report(TakingRows, row - StudentSheet::First, end - StudentSheet::First);
             if (m_progress.cancelled())
                 return;
             if (m_taken == Taken::Add || numbers.takenBy(row) == TakenNumbers::TakenBy::Nobody)
@@ -179,11 +137,9 @@ void StudentImport::writeStudent(int row)
 /// are told in the words of the first, so that they fold into one message.
 void StudentImport::storeCell(Heading& heading, const Value& cell)
 {
-    if (heading.rule == Rule::PassedOver)
+    if (heading.rule == CellRule::PassedOver)
         return;
     studentTrap([&] {
-        if (cell.kind() == Value::Kind::Error)
-            throw runtime::Error(errorCellText(cell));
         try {
             store(heading, cell);
         } catch (const runtime::PhaseError&) {
@@ -196,40 +152,20 @@ void StudentImport::storeCell(Heading& heading, const Value& cell)
 
 void StudentImport::store(const Heading& heading, const Value& cell)
 {
-    if (heading.rule == Rule::Photo)
-        return storePhoto(heading, cell.text());
+    if (heading.rule == CellRule::Photo)
+        return storePhoto(heading, cell);
+    const std::optional<Value> value = studentValue(heading.rule, cell);
     // A heading that is no column fails here, with the engine's message.
     database::Field field = heading.field.in(m_rows);
-    if (heading.rule == Rule::Number)
-        field.setValue(runtime::Val(cell));
-    else if (heading.rule == Rule::Date)
-        storeDate(field, cell);
-    else
-        field.setValue(cell);
+    if (value)
+        field.setValue(*value);
 }
 
-void StudentImport::storeDate(database::Field& field, const Value& cell)
+void StudentImport::storePhoto(const Heading& heading, const Value& cell)
 {
-    if (isEmptyCell(cell))
+    const QString photo = photoFile(cell, m_intake.folder(), m_library.Conn.longestValue());
+    if (photo.isEmpty())
         return;
-    const std::optional<QDateTime> date = cellDate(cell);
-    if (!date)
-        throw runtime::Error(u"“%1”不是日期。"_s.arg(cell.text()));
-    field.setValue(Value(*date).text());
-}
-
-void StudentImport::storePhoto(const Heading& heading, const QString& cell)
-{
-    const QString path = QString(cell).replace(u'\\', u'/');
-    QString photo = path;
-    if (!QFileInfo(photo).isFile())
-        photo = m_intake.folder() + path;
-    if (!QFileInfo(photo).isFile())
-        return;
-    const qint64 largest = m_library.Conn.longestValue();
-    if (QFileInfo(photo).size() > largest)
-        throw runtime::Error(
-            u"照片“%1”太大，没有存入；最大 %2 MB。"_s.arg(cell).arg(largest / 1'000'000));
     studentTrap([&] { m_library.SaveBin(photo, m_rows.Fields(u"照片"_s)); });
     heading.field.in(m_rows).setValue(library::ScoreLibrary::GetName(photo));
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include <QHash>
 
+#include "import/StudentSheet.h"
 #include "import/WorkbookIntake.h"
 #include "library/ScoreLibrary.h"
 #include "platform/database/Recordset.h"
@@ -25,15 +27,10 @@ public:
     ImportResult run(const QString& sheetName, Backup backup);
 
 private:
-    static constexpr int FirstRow = 2;
-
-    /// How the cells below a heading are stored.
-    enum class Rule { Number, Date, Photo, AsItStands, PassedOver };
-
     struct Heading
     {
         database::FieldByName field;
-        Rule rule = Rule::AsItStands;
+        CellRule rule = CellRule::AsItStands;
         /// What was told of the first cell that was refused, for each reason.
         QHash<QString, QString> refusals = {};
 
@@ -44,26 +41,20 @@ private:
     /// What is done with a student whose class and number are taken.
     enum class Taken { Skip, Add };
 
-    /// The row behind the last student: an empty class ends the list.
-    int endOfList() const;
-    /// Rows from the end of the list on that hold something under a heading.
-    int rowsBelowTheEnd() const;
     /// Counts and asks. False if the import is not to go on.
     bool askAboutTaken();
-    static Rule ruleOf(const QString& heading);
     void readHeadings();
     bool writeRows();
     void writeStudent(int row);
     void storeCell(Heading& heading, const runtime::Value& cell);
     void store(const Heading& heading, const runtime::Value& cell);
-    static void storeDate(database::Field& field, const runtime::Value& cell);
-    void storePhoto(const Heading& heading, const QString& cell);
+    void storePhoto(const Heading& heading, const runtime::Value& cell);
 
     library::ScoreLibrary& m_library;
     WorkbookIntake& m_intake;
     runtime::Progress& m_progress;
     excel::Worksheet* m_sheet = nullptr;
-    int m_end = FirstRow;
+    std::optional<StudentSheet> m_list;
     Taken m_taken = Taken::Add;
     std::vector<Heading> m_headings;
     database::Recordset m_rows;
