@@ -29,9 +29,14 @@ bool ClassAnswers::hasStudents(double classNumber)
 {
     if (m_streams.contains(classNumber) || m_categories.contains(classNumber))
         return true;
+    return hasStudentsOf(classNumber);
+}
+
+bool ClassAnswers::hasStudentsOf(const runtime::Value& classCell)
+{
     database::Statement& student =
         m_library.Conn.prepared(u"select ID from 信息表 where 班级=? limit 1"_s);
-    student.bind({classNumber});
+    student.bind({classCell});
     const bool found = student.step();
     student.reset();
     return found;
@@ -46,6 +51,11 @@ runtime::Value ClassAnswers::GetLeiBie(double classNumber)
     if (hasStudents(classNumber))
         m_categories.emplace(classNumber, category);
     return category;
+}
+
+bool ClassAnswers::knowsStreamOf(const runtime::Value& classCell)
+{
+    return m_given.contains(runtime::Val(classCell)) || hasStudentsOf(classCell);
 }
 
 runtime::Value ClassAnswers::streamOf(const runtime::Value& classCell)

@@ -27,10 +27,14 @@ public:
     bool hasStream(double classNumber);
     runtime::Value GetLeiBie(double classNumber);
     runtime::Value GetBJKL(double classNumber);
+    /// Whether streamOf has an answer without a message.
+    bool knowsStreamOf(const runtime::Value& classCell);
     /// GetBJKL of a class as its cell has it: one such as 1班 is none.
     runtime::Value streamOf(const runtime::Value& classCell);
 
 private:
+    bool hasStudentsOf(const runtime::Value& classCell);
+
     library::ScoreLibrary& m_library;
     std::unordered_map<double, runtime::Value> m_categories;
     std::unordered_map<double, runtime::Value> m_streams;

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 
+#include "import/ExamSheet.h"
 #include "import/ExamWriter.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Numbers.h"
@@ -16,7 +17,6 @@ namespace importing {
 using namespace Qt::StringLiterals;
 using runtime::Answer;
 using runtime::Buttons;
-using runtime::Icon;
 using runtime::MsgBox;
 using runtime::Trap;
 
@@ -81,10 +81,6 @@ bool ExamImport::prepare(const ExamImportRequest& request)
 
 bool ExamImport::checkExamName(const ExamImportRequest& request) const
 {
-    if (request.examName.isEmpty()) {
-        MsgBox(u"请输入考试名称！"_s, u"错误"_s, Buttons::Ok, Icon::Critical);
-        return false;
-    }
     if (!passes([&] { return m_guards.isUsableName(request.examName); }))
         return false;
     if (request.examChoice == ExamChoice::Typed)
@@ -96,12 +92,10 @@ bool ExamImport::checkExamName(const ExamImportRequest& request) const
 
 bool ExamImport::openSheet(const QString& sheetName)
 {
-    m_sheet = m_intake.openSheet(sheetName);
-    if (m_sheet == nullptr || !trap([&] { findSubjects(); }))
-        return false;
-    if (m_state.KMImport.empty())
-        MsgBox(u"没有找到科目，程序退出！"_s, u"错误"_s, Buttons::Ok, Icon::Critical);
-    return !m_state.KMImport.empty();
+    std::optional<ExamSheet> found = openExamSheet(m_intake, m_library.catalogue, sheetName);
+    m_sheet = found ? found->sheet : nullptr;
+    m_state.KMImport = found ? std::move(found->subjects) : std::vector<ImportSubject>();
+    return found.has_value();
 }
 
 bool ExamImport::passGuards(const ExamImportRequest& request)
@@ -136,24 +130,11 @@ bool ExamImport::takeStream()
 void ExamImport::noteEnd(const SheetRows& rows)
 {
     m_endNotice.clear();
-    const int left = rows.rowsLeft(m_state.KMImport);
-    if (left == 0)
-        return;
-    const QString why = rows.end() > SheetRows::Last
-                            ? u"一次最多读到第 %1 行"_s.arg(SheetRows::Last)
-                            : u"第 %1 行没有学号"_s.arg(rows.end());
-    m_endNotice =
-        why + u"，导入到此为止，从第 %1 行起有内容的 %2 行没有导入。"_s.arg(rows.end()).arg(left);
-}
-
-void ExamImport::findSubjects()
-{
-    m_state.KMImport.clear();
-    for (int column = firstSubjectColumn; column <= LastColumn; ++column) {
-        const QString heading = m_sheet->Cells(1, column).text();
-        if (m_library.catalogue.isKeMu(heading))
-            m_state.KMImport.push_back({heading, 0, short(column)});
-    }
+    const size_t left = rows.rowsLeft(m_state.KMImport).size();
+    if (left > 0)
+        m_endNotice =
+            rows.whyItEnds()
+            + u"，导入到此为止，从第 %1 行起有内容的 %2 行没有导入。"_s.arg(rows.end()).arg(left);
 }
 
 void ExamImport::sizeGrids()

@@ -45,7 +45,6 @@ private:
     bool prepare(const ExamImportRequest& request);
     bool checkExamName(const ExamImportRequest& request) const;
     bool openSheet(const QString& sheetName);
-    void findSubjects();
     /// What the sheet holds and the library would lose; settles stream and target.
     bool passGuards(const ExamImportRequest& request);
     bool settleTarget(const SheetRows& rows, ExamChoice examChoice);

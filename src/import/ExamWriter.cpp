@@ -1,5 +1,6 @@
 #include "import/ExamWriter.h"
 
+#include "import/ScoreCell.h"
 #include "platform/database/Statement.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -16,8 +17,6 @@ namespace {
 
 const Trap writerTrap{" - Private Sub Command1_Click/FormDaoRu"};
 
-const QString absent = u"缺考"_s;
-
 // Columns of the staging grid ahead of the scores.
 constexpr int stagedClass = 0;
 constexpr int stagedNumber = 1;
@@ -33,7 +32,11 @@ Value numberOrText(const QString& text)
 
 ExamWriter::ExamWriter(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
                        const ImportState& state, ScoreTarget target)
-    : m_library(scoreLibrary), m_classes(classes), m_state(state), m_target(target)
+    : m_library(scoreLibrary),
+      m_classes(classes),
+      m_state(state),
+      m_target(target),
+      m_examRows(scoreLibrary.Conn, state.ExamName)
 {
 }
 
@@ -89,20 +92,20 @@ Value ExamWriter::rowOfStream(const QString& stream) const
                     {m_state.ExamName, stream});
 }
 
-/// The exam's row of the student, whatever name it bears; where none has the student's ID, one of
-/// that class and number that has no ID or bears the name.
-Value ExamWriter::rowOfStudent(int row) const
+ScoredStudent ExamWriter::studentOf(int row) const
 {
     const grid::FlexGrid& staging = m_state.MFGData;
-    const qint64 student = m_state.studentIds[size_t(row)];
-    // The plus keeps the engine from walking through the whole exam for each student.
-    return firstRow(u"select rowid from 成绩表 where +考试名称=?1 and (id=?2 or "
-                    "(班级=?3 and 学号=?4 and (ifnull(id, 0)=0 or 姓名=?5))) "
-                    "order by id is not ?2, rowid limit 1"_s,
-                    {m_state.ExamName, student == 0 ? Value() : Value(student),
-                     Val(staging.TextMatrix(row, stagedClass)),
-                     Val(staging.TextMatrix(row, stagedNumber)),
-                     staging.TextMatrix(row, stagedName)});
+    return {Val(staging.TextMatrix(row, stagedClass)), Val(staging.TextMatrix(row, stagedNumber)),
+            staging.TextMatrix(row, stagedName), m_state.studentIds[size_t(row)]};
+}
+
+qint64 ExamWriter::rowOf(const ScoredStudent& student)
+{
+    if (m_target == ScoreTarget::ExamRows)
+        return m_examRows.find(student);
+    const std::optional<FirstRow> first =
+        firstRowOf(m_library.Conn, m_state.ExamName, student, RowName::Written);
+    return first ? first->row : 0;
 }
 
 void ExamWriter::openExamRow(const QString& stream)
@@ -163,7 +166,7 @@ void ExamWriter::writeScoreRow(int row)
         return;
     setStudent(row);
     setScores(row);
-    writerTrap([&] { m_rows.Update(); });
+    writerTrap([&] { finishRow(); });
     if (m_target != ScoreTarget::NewRows)
         m_rows.Close();
 }
@@ -171,24 +174,28 @@ void ExamWriter::writeScoreRow(int row)
 bool ExamWriter::openStudentRow(int row)
 {
     return writerTrap([&] {
-        if (m_target == ScoreTarget::NewRows) {
-            m_rows.AddNew();
-            return;
-        }
-        const QString& number = m_state.MFGData.TextMatrix(row, stagedNumber);
-        if (number.isEmpty())
+        m_row = 0;
+        if (m_target == ScoreTarget::NewRows)
+            return m_rows.AddNew();
+        if (m_state.MFGData.TextMatrix(row, stagedNumber).isEmpty())
             throw runtime::Error(u"没有学号，找不到这名学生的成绩。"_s);
-        if (m_target == ScoreTarget::ExamRows)
-            m_rows.Open(u"select *  from 成绩表 where rowid=?"_s, {rowOfStudent(row)},
-                        m_library.Conn);
-        else
-            m_rows.Open(u"select *  from 成绩表 where 班级=? and 学号=? and 姓名=?"_s,
-                        {Val(m_state.MFGData.TextMatrix(row, stagedClass)), Val(number),
-                         m_state.MFGData.TextMatrix(row, stagedName)},
-                        m_library.Conn);
+        m_row = rowOf(studentOf(row));
+        m_rows.Open(u"select *  from 成绩表 where rowid=?"_s, {m_row}, m_library.Conn);
         if (m_rows.RecordCount() == 0)
             m_rows.AddNew();
     });
+}
+
+/// A further row of the sheet can be the same student's.
+void ExamWriter::finishRow()
+{
+    m_rows.Update();
+    if (m_target != ScoreTarget::ExamRows)
+        return;
+    m_examRows.set(
+        m_row == 0 ? m_rows.lastInsertId() : m_row,
+        {Val(m_columns->classNumber.in(m_rows).Value()), Val(m_columns->number.in(m_rows).Value()),
+         m_columns->name.in(m_rows).Value().text(), qint64(Val(m_columns->id.in(m_rows).Value()))});
 }
 
 void ExamWriter::setStudent(int row)
@@ -221,7 +228,7 @@ void ExamWriter::setScores(int row)
     int stagingColumn = stagedName + 1;
     for (const database::FieldByName& column : m_scoreColumns) {
         const QString& text = m_state.MFGData.TextMatrix(row, stagingColumn++);
-        set(column, text == absent ? -1.0 : Val(text));
+        set(column, storedScore(text));
     }
 }
 

@@ -4,7 +4,7 @@
 
 #include "import/ClassAnswers.h"
 #include "import/ImportState.h"
-#include "import/ScoreTarget.h"
+#include "import/ScoreRows.h"
 #include "library/ScoreLibrary.h"
 
 namespace importing {
@@ -44,7 +44,8 @@ private:
 
     runtime::Value firstRow(const QString& sql, const std::vector<runtime::Value>& values) const;
     runtime::Value rowOfStream(const QString& stream) const;
-    runtime::Value rowOfStudent(int row) const;
+    ScoredStudent studentOf(int row) const;
+    qint64 rowOf(const ScoredStudent& student);
     void openExamRow(const QString& stream);
     void addExamRow(const QString& stream);
     void copyFormulas();
@@ -53,6 +54,7 @@ private:
     void findColumns();
     void set(const database::FieldByName& column, const runtime::Value& value);
     bool openStudentRow(int row);
+    void finishRow();
     void setStudent(int row);
     void setStudentId(qint64 student);
     void setScores(int row);
@@ -62,6 +64,9 @@ private:
     const ImportState& m_state;
     ScoreTarget m_target;
     database::Recordset m_rows;
+    ExamScoreRows m_examRows;
+    /// The row that is written; 0 for a new one.
+    qint64 m_row = 0;
     int m_examNumber = 0;
     std::optional<StudentColumns> m_columns;
     /// In the order of KMImport.

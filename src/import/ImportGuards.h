@@ -2,10 +2,7 @@
 
 #include <optional>
 
-#include "import/ClassAnswers.h"
-#include "import/KnownStudents.h"
-#include "import/ScoreTarget.h"
-#include "import/SheetRows.h"
+#include "import/ExamFindings.h"
 
 namespace importing {
 
@@ -20,8 +17,8 @@ public:
     ImportGuards(library::ScoreLibrary& scoreLibrary, ClassAnswers& classes,
                  KnownStudents& students);
 
-    /// False, after a message, for a name that no row can hold, or a new one that differs from
-    /// another exam's in case only.
+    /// False, after a message, for no name, one that no row can hold, or a new one that differs
+    /// from another exam's in case only.
     bool isUsableName(const QString& exam) const;
 
     /// A new exam whose name the list of exams will pass over. False: the import is given up.
@@ -43,21 +40,8 @@ public:
                                                const QString& stream);
 
 private:
-    struct Overwritten
-    {
-        int students = 0;
-        QStringList exams;
-    };
-
-    QStringList namesOf(const QString& sql) const;
-    std::vector<double> classesWithoutStudents(const SheetRows& rows) const;
-    QStringList streams() const;
-    Overwritten overwrittenBy(const SheetRows& rows, const QString& exam);
-    QString wrongExamRow(const QString& exam, const QString& stream) const;
-
-    library::ScoreLibrary& m_library;
     ClassAnswers& m_classes;
-    KnownStudents& m_students;
+    ExamFindings m_findings;
 };
 
 } // namespace importing

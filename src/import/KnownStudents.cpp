@@ -6,19 +6,30 @@ namespace importing {
 
 using namespace Qt::StringLiterals;
 
-const KnownStudents::Student* KnownStudents::find(double classNumber, double number)
+KnownStudents::Students& KnownStudents::all()
 {
     if (!m_students) {
         database::Statement& rows =
             m_connection.prepared(u"select ID, 姓名, 班级, 学号 from 信息表 order by rowid"_s);
         rows.reset();
-        Students all;
+        Students read;
         m_dataVersion = m_connection.dataVersion();
-        take(rows, all);
-        m_students = std::move(all);
+        take(rows, read);
+        m_students = std::move(read);
     }
-    const auto found = m_students->constFind({classNumber, number});
-    return found == m_students->constEnd() ? nullptr : &*found;
+    return *m_students;
+}
+
+const KnownStudents::Student* KnownStudents::find(double classNumber, double number)
+{
+    const Students& students = all();
+    const auto found = students.constFind({classNumber, number});
+    return found == students.constEnd() ? nullptr : &*found;
+}
+
+void KnownStudents::assume(double classNumber, double number, const QString& name)
+{
+    all().insert({classNumber, number}, {0, name});
 }
 
 void KnownStudents::forgetIfOutdated()

@@ -19,6 +19,12 @@ public:
     {
         qint64 id = 0;
         QString name;
+
+        /// The name here if a sheet calls the student otherwise; empty for the same name.
+        QString otherName(const QString& sheetName) const
+        {
+            return name == sheetName ? QString() : name;
+        }
     };
 
     explicit KnownStudents(database::Connection& connection) : m_connection(connection) {}
@@ -29,6 +35,9 @@ public:
     /// Takes in a student who was just written. Throws Error.
     void add(qint64 id);
 
+    /// Takes in a student who would be written, and has no ID yet. Throws Error.
+    void assume(double classNumber, double number, const QString& name);
+
     /// To be called when students may have changed otherwise.
     void forget() { m_students.reset(); }
     /// Forgets them if another program has written the library since they were read. Throws Error.
@@ -37,6 +46,7 @@ public:
 private:
     using Students = QHash<std::pair<double, double>, Student>;
 
+    Students& all();
     static void take(database::Statement& rows, Students& students);
 
     database::Connection& m_connection;

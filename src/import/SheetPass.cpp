@@ -1,8 +1,5 @@
 #include "import/SheetPass.h"
 
-#include <cmath>
-
-#include "import/BadScore.h"
 #include "import/SheetRows.h"
 #include "platform/runtime/Numbers.h"
 
@@ -11,8 +8,6 @@ namespace importing {
 using namespace Qt::StringLiterals;
 using runtime::Answer;
 using runtime::doubleText;
-using runtime::Val;
-using runtime::Value;
 
 namespace {
 
@@ -37,7 +32,7 @@ SheetPass::Outcome SheetPass::takeRow(int row)
     const qint64 id = m_students.matchedId();
     if (!nameAccepted(libraryName, classNumber, number, name))
         return Outcome::Cancelled;
-    const QStringList student{textOf(classNumber), textOf(number), name};
+    const QStringList student{m_scores.textOf(classNumber), m_scores.textOf(number), name};
     for (int col = 0; col < firstScoreColumn; ++col)
         staging.setTextMatrix(row - 1, col, student[col]);
     // A row can be dropped by this name.
@@ -60,42 +55,29 @@ bool SheetPass::nameAccepted(const QString& libraryName, double classNumber, dou
     return answer != Answer::Cancel;
 }
 
-QString SheetPass::textOf(double number)
-{
-    const double halves = number * 2;
-    if (!(halves >= 0 && halves < double(m_halfTexts.size())) || halves != std::trunc(halves))
-        return doubleText(number);
-    QString& text = m_halfTexts[size_t(halves)];
-    if (text.isNull())
-        text = doubleText(number);
-    return text;
-}
-
 void SheetPass::judgeScores(int row, const QStringList& student)
 {
     int column = firstScoreColumn;
     for (const ImportSubject& subject : m_state.KMImport) {
-        const Value& cell = m_sheet.Cells(row, subject.KMColumn);
-        const double score = Val(cell);
-        const QString reason = badScoreReason(cell, score, subject.KMFull);
-        if (!reason.isEmpty()) {
-            noteBadScore(student, subject, score, reason);
+        const ScoreCell cell = m_scores.read(m_sheet.Cells(row, subject.KMColumn), subject.KMFull);
+        if (!cell.fault.isEmpty()) {
+            noteBadScore(student, subject, cell);
             m_state.badCells.push_back({row - 1, column});
         }
-        m_state.MFGData.setTextMatrix(
-            row - 1, column++, cell.kind() == Value::Kind::Double ? textOf(score) : cell.text());
+        m_state.MFGData.setTextMatrix(row - 1, column++, cell.text);
     }
 }
 
-void SheetPass::noteBadScore(const QStringList& student, const ImportSubject& subject, double score,
-                             const QString& reason)
+void SheetPass::noteBadScore(const QStringList& student, const ImportSubject& subject,
+                             const ScoreCell& cell)
 {
     m_state.ErrorCount += 1;
     const int row = int(m_state.ErrorCount);
     grid::FlexGrid& errors = m_state.errors;
     errors.setRows(row + 1);
     int column = 0;
-    for (const QString& text : student + QStringList{subject.KMName, doubleText(score), reason})
+    for (const QString& text :
+         student + QStringList{subject.KMName, doubleText(cell.score), cell.fault})
         errors.setTextMatrix(row, column++, text);
 }
 

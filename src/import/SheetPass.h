@@ -1,8 +1,7 @@
 #pragma once
 
-#include <array>
-
 #include "import/ImportState.h"
+#include "import/ScoreCell.h"
 #include "import/StudentMatch.h"
 #include "import/WorkbookIntake.h"
 
@@ -25,17 +24,15 @@ public:
 private:
     bool nameAccepted(const QString& libraryName, double classNumber, double number,
                       const QString& name);
-    QString textOf(double number);
     void judgeScores(int row, const QStringList& student);
-    void noteBadScore(const QStringList& student, const ImportSubject& subject, double score,
-                      const QString& reason);
+    void noteBadScore(const QStringList& student, const ImportSubject& subject,
+                      const ScoreCell& cell);
 
     const excel::Worksheet& m_sheet;
     ImportState& m_state;
     StudentMatch& m_students;
     NewStudents m_newStudents;
-    /// The texts of 0, 0.5, 1 and so on, null until they are met: few marks make up a whole sheet.
-    std::array<QString, 1000> m_halfTexts;
+    ScoreCells m_scores;
 };
 
 } // namespace importing

@@ -20,24 +20,22 @@ constexpr int classColumn = 1;
 constexpr int numberColumn = 2;
 constexpr int nameColumn = 3;
 
-enum class Reading { Score, NumberAtTheHead, NoNumber };
-
 /// What is read from a text where a score is expected.
-Reading readingOf(const QString& text)
+ScoreReading readingOf(const QString& text)
 {
     if (runtime::plainNumber(std::u16string_view(QStringView(text).utf16(), size_t(text.size())))
         || text == u"缺考"_s || text == u"作弊"_s)
-        return Reading::Score;
+        return ScoreReading::Score;
     // Blanks within a number are passed over, as they are when it is stored.
     QString packed = text;
     packed.removeIf([](QChar letter) { return QStringView(u" \t\r\n").contains(letter); });
     const qsizetype sign = packed.startsWith(u'-') || packed.startsWith(u'+') ? 1 : 0;
     const QChar head = packed.size() > sign ? packed[sign] : QChar();
     if (!(head >= u'0' && head <= u'9') && head != u'.')
-        return Reading::NoNumber;
+        return ScoreReading::NoNumber;
     bool number = false;
     packed.toDouble(&number);
-    return number ? Reading::Score : Reading::NumberAtTheHead;
+    return number ? ScoreReading::Score : ScoreReading::NumberAtTheHead;
 }
 
 bool isText(const Value& cell)
@@ -47,6 +45,11 @@ bool isText(const Value& cell)
 }
 
 } // namespace
+
+ScoreReading scoreReading(const Value& cell)
+{
+    return isText(cell) && !isEmptyCell(cell) ? readingOf(cell.text()) : ScoreReading::Score;
+}
 
 SheetStudent studentIn(const excel::Worksheet& sheet, int row)
 {
@@ -86,25 +89,27 @@ OddTexts SheetRows::oddTexts(const std::vector<ImportSubject>& subjects) const
     for (int row = First; row < m_end; ++row) {
         for (const ImportSubject& subject : subjects) {
             const Value& cell = m_sheet.Cells(row, subject.KMColumn);
-            if (!isText(cell) || isEmptyCell(cell))
-                continue;
-            const QString text = cell.text();
-            const Reading reading = readingOf(text);
-            if (reading == Reading::NoNumber)
-                ++odd.withoutNumber[text];
-            else if (reading == Reading::NumberAtTheHead)
-                ++odd.withNumber[text];
+            const ScoreReading reading = scoreReading(cell);
+            if (reading == ScoreReading::NoNumber)
+                ++odd.withoutNumber[cell.text()];
+            else if (reading == ScoreReading::NumberAtTheHead)
+                ++odd.withNumber[cell.text()];
         }
     }
     return odd;
 }
 
-int SheetRows::rowsLeft(const std::vector<ImportSubject>& subjects) const
+QString SheetRows::whyItEnds() const
+{
+    return m_end > Last ? u"一次最多读到第 %1 行"_s.arg(Last) : u"第 %1 行没有学号"_s.arg(m_end);
+}
+
+std::vector<int> SheetRows::rowsLeft(const std::vector<ImportSubject>& subjects) const
 {
     const auto isEmpty = [this](int row, int column) {
         return isEmptyCell(m_sheet.Cells(row, column));
     };
-    int left = 0;
+    std::vector<int> left;
     const int last = m_sheet.lastUsedRow();
     for (int row = m_end; row <= last; ++row) {
         const bool empty =
@@ -112,7 +117,8 @@ int SheetRows::rowsLeft(const std::vector<ImportSubject>& subjects) const
             && std::all_of(subjects.begin(), subjects.end(), [&](const ImportSubject& subject) {
                    return isEmpty(row, subject.KMColumn);
                });
-        left += empty ? 0 : 1;
+        if (!empty)
+            left.push_back(row);
     }
     return left;
 }

@@ -22,6 +22,16 @@ struct SheetStudent
 /// The student of row `row`, counted from 1.
 SheetStudent studentIn(const excel::Worksheet& sheet, int row);
 
+/// What is read from a cell where a score is expected. Empty cells and error cells are scores here:
+/// badScoreReason tells of them.
+enum class ScoreReading {
+    Score,           ///< a number, 缺考 or 作弊
+    NumberAtTheHead, ///< a text such as 87分
+    NoNumber         ///< a text that counts as 0
+};
+
+ScoreReading scoreReading(const runtime::Value& cell);
+
 /// Texts that stand where a score is expected, with their counts.
 using TextCounts = QHash<QString, int>;
 
@@ -48,14 +58,16 @@ public:
 
     /// The row behind the last one that is taken.
     int end() const { return m_end; }
+    /// Why the rows from end() on are not taken.
+    QString whyItEnds() const;
 
     /// The classes, in the order in which they come up.
     std::vector<double> classes() const;
     std::vector<SheetStudent> students() const;
     OddTexts oddTexts(const std::vector<ImportSubject>& subjects) const;
 
-    /// How many rows from end() on hold a class, number, name or score and are not taken.
-    int rowsLeft(const std::vector<ImportSubject>& subjects) const;
+    /// The rows from end() on that hold a class, number, name or score and are not taken.
+    std::vector<int> rowsLeft(const std::vector<ImportSubject>& subjects) const;
 
 private:
     const excel::Worksheet& m_sheet;

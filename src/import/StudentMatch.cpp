@@ -32,7 +32,7 @@ QString StudentMatch::TestStuName(double classNumber, double number, const QStri
         return {};
     if (known != nullptr) {
         m_matchedId = known->id;
-        return known->name == name ? QString() : known->name;
+        return known->otherName(name);
     }
     // No trap around the question: without a batch to go on with, the import is at its end.
     if (!mayAdd(classNumber, number, name, newStudents))
@@ -44,7 +44,7 @@ QString StudentMatch::TestStuName(double classNumber, double number, const QStri
         if (known == nullptr)
             return add(classNumber, number, name);
         m_matchedId = known->id;
-        libraryName = known->name == name ? QString() : known->name;
+        libraryName = known->otherName(name);
     });
     return libraryName;
 }
