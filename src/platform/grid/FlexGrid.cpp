@@ -58,6 +58,16 @@ void checkLine(int line, int count, Whole whole = Whole::Included)
         throw runtime::Error(u"第 %1 行（列）在表格之外。"_s.arg(line));
 }
 
+/// Puts the lines into this order.
+template <class Line> void arrange(std::vector<Line>& lines, const std::vector<size_t>& order)
+{
+    std::vector<Line> arranged;
+    arranged.reserve(lines.size());
+    for (const size_t line : order)
+        arranged.push_back(std::move(lines[line]));
+    lines = std::move(arranged);
+}
+
 void checkCount(int count)
 {
     if (count < 0)
@@ -74,6 +84,7 @@ void FlexGrid::setRows(int rows)
     if (rows < Rows()) {
         dropLines(m_rowHeights, rows);
         m_mergeRows.erase(m_mergeRows.lower_bound(rows), m_mergeRows.end());
+        m_rowData.resize(std::min(m_rowData.size(), size_t(rows)));
     }
     m_cells.resize(std::min(m_cells.size(), size_t(rows)));
     // No row stands without its cells, even where the memory ends.
@@ -158,6 +169,20 @@ bool FlexGrid::MergeCol(int col) const
     return m_mergeCols.contains(col);
 }
 
+void FlexGrid::setRowData(int row, int number)
+{
+    checkLine(row, Rows(), Whole::Excluded);
+    if (m_rowData.size() <= size_t(row))
+        m_rowData.resize(size_t(row) + 1);
+    m_rowData[size_t(row)] = number;
+}
+
+int FlexGrid::RowData(int row) const
+{
+    checkLine(row, Rows(), Whole::Excluded);
+    return size_t(row) < m_rowData.size() ? m_rowData[size_t(row)] : 0;
+}
+
 void FlexGrid::Sort(int code)
 {
     if (code == 0)
@@ -168,7 +193,11 @@ void FlexGrid::Sort(int code)
         throw runtime::Error(u"排序的列 %1 在表格之外。"_s.arg(Col));
     const SortKind kind = SortKind((code + 1) / 2);
     const SortOrder order = code % 2 == 1 ? SortOrder::Ascending : SortOrder::Descending;
-    sortRows(m_cells, size_t(std::clamp(FixedRows, 0, Rows())), size_t(Col), kind, order);
+    const std::vector<size_t> rows =
+        sortedRows(m_cells, size_t(std::clamp(FixedRows, 0, Rows())), size_t(Col), kind, order);
+    m_rowData.resize(m_cells.size());
+    arrange(m_cells, rows);
+    arrange(m_rowData, rows);
 }
 
 void FlexGrid::refuseCell(int row, int col) const

@@ -57,6 +57,11 @@ public:
     /// The code set for the column, else that for all, else 9: numbers right, texts left.
     int ColAlignment(int col) const;
 
+    /// A number that belongs to the row: sorting takes it along, and it goes with the row. 0 for a
+    /// row that was given none.
+    void setRowData(int row, int number);
+    int RowData(int row) const;
+
     /// Widths as they were set, -1 for "all columns".
     const std::map<int, int>& colWidths() const { return m_colWidths; }
 
@@ -102,6 +107,8 @@ private:
 
     std::vector<std::vector<QString>> m_cells;
     int m_cols = 0;
+    /// As many as rows up to the last one that was given a number.
+    std::vector<int> m_rowData;
     std::map<int, int> m_colWidths;
     std::map<int, int> m_rowHeights;
     std::map<int, int> m_colAlignments;

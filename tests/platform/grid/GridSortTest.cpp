@@ -138,4 +138,22 @@ TEST(FlexGridSort, KnowsTheCodesOfTheControl)
     EXPECT_THROW(grid.Sort(7), runtime::Error);
 }
 
+TEST(RowData, GoesWithItsRow)
+{
+    FlexGrid grid = gridOf({u"2"_s, u"1"_s, u"3"_s});
+    grid.setRowData(1, 20);
+    grid.setRowData(3, 30);
+    grid.Col = 0;
+    grid.Sort(3);
+    EXPECT_EQ(grid.RowData(0), 0);
+    EXPECT_EQ(grid.RowData(1), 0);
+    EXPECT_EQ(grid.RowData(2), 20);
+    EXPECT_EQ(grid.RowData(3), 30);
+    grid.setRows(3);
+    grid.setRows(4);
+    EXPECT_EQ(grid.RowData(3), 0);
+    EXPECT_THROW(grid.RowData(4), runtime::Error);
+    EXPECT_THROW(grid.setRowData(-1, 1), runtime::Error);
+}
+
 } // namespace
