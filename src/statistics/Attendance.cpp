@@ -32,9 +32,8 @@ void TJKSRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
     frame.clear();
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QStringList items = context.library.catalogue.GetKSKMZF(exams, frame.stream(i)).names;
-        Block block(
-            grid, frame.classes(i),
-            {.title = frame.streamTitle(i, u"科"_s, u"考试人数"_s), .items = int(items.size())});
+        Block block = frame.block(
+            i, {.title = frame.streamTitle(i, u"科"_s, u"考试人数"_s), .items = int(items.size())});
         grid.WordWrap = true;
         grid.setRowHeight(block.titleRow() + 1, 4 * grid.RowHeight(block.titleRow()));
         block.headNames(1);
@@ -42,9 +41,10 @@ void TJKSRS(ReportContext& context, QString& exams, grid::FlexGrid& grid, Transf
         for (int k = 0; k < items.size(); ++k) {
             block.head(1, k, 0, items[k] + u"\n参试/缺考/总计"_s);
             const Counts counts{
-                figures.figure(Aggregate::Count, items[k], Condition(items[k] + u">=0"_s)),
-                figures.figure(Aggregate::Count, items[k], Condition(items[k] + u"<0"_s)),
+                figures.figure(Aggregate::Count, items[k], sittingCondition(items[k])),
+                figures.figure(Aggregate::Count, items[k], absentCondition(items[k])),
                 figures.figure(Aggregate::Count, items[k])};
+            block.note(0, k, 0, counts.back().meaning().as(FigureKind::Attendance));
             block.eachClass(0, exams, [&](int j, double classNumber) {
                 block.set(j, 0, k, 0, attendance(counts, classNumber));
             });

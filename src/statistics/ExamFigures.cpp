@@ -1,10 +1,7 @@
 #include "statistics/ExamFigures.h"
 
-#include <limits>
-
 #include "platform/database/Recordset.h"
 #include "platform/database/SqlPieces.h"
-#include "platform/runtime/Deviation.h"
 #include "platform/runtime/Numbers.h"
 
 namespace statistics {
@@ -31,48 +28,24 @@ QString functionName(Aggregate aggregate)
     return {};
 }
 
-/// Takes the values of one figure, in row order, as the engine's aggregates do.
-class Collector
+FigureKind kindOf(std::optional<Aggregate> aggregate)
 {
-public:
-    explicit Collector(Aggregate aggregate) : m_aggregate(aggregate) {}
-
-    void add(double value)
-    {
-        m_lowest = std::min(m_lowest, value);
-        m_highest = std::max(m_highest, value);
-        m_sum += value;
-        ++m_count;
-        if (m_aggregate == Aggregate::Deviation)
-            m_deviation.add(value);
+    if (!aggregate)
+        return FigureKind::Rows;
+    switch (*aggregate) {
+    case Aggregate::Count:
+        return FigureKind::Values;
+    case Aggregate::Average:
+        return FigureKind::Average;
+    case Aggregate::Maximum:
+        return FigureKind::Maximum;
+    case Aggregate::Minimum:
+        return FigureKind::Minimum;
+    case Aggregate::Deviation:
+        return FigureKind::Deviation;
     }
-
-    std::optional<double> result() const
-    {
-        if (m_aggregate == Aggregate::Count)
-            return double(m_count);
-        if (m_count == 0 || (m_aggregate == Aggregate::Deviation && m_count == 1))
-            return {};
-        switch (m_aggregate) {
-        case Aggregate::Average:
-            return m_sum / double(m_count);
-        case Aggregate::Maximum:
-            return m_highest;
-        case Aggregate::Minimum:
-            return m_lowest;
-        default:
-            return m_deviation.result();
-        }
-    }
-
-private:
-    Aggregate m_aggregate;
-    size_t m_count = 0;
-    double m_sum = 0;
-    double m_lowest = std::numeric_limits<double>::infinity();
-    double m_highest = -std::numeric_limits<double>::infinity();
-    runtime::Deviation m_deviation;
-};
+    return FigureKind::None;
+}
 
 } // namespace
 
@@ -113,9 +86,10 @@ std::optional<double> ExamFigures::firstField(const QString& sql,
     return value.isNull() ? std::nullopt : std::optional(value.toDouble());
 }
 
-ExamFigures::ClassFigure ExamFigures::rowCount(const Condition& condition)
+ExamFigures::ClassFigure ExamFigures::rowCount(const Condition& condition, const QString& column)
 {
     ClassFigure figure(*this, condition);
+    figure.m_column = column;
     figure.m_onRows = figure.findTests();
     return figure;
 }
@@ -135,6 +109,11 @@ ExamFigures::ClassFigure ExamFigures::figure(Aggregate aggregate, const QString&
 ExamFigures::ClassFigure::ClassFigure(ExamFigures& figures, Condition condition)
     : m_figures(figures), m_condition(std::move(condition))
 {
+}
+
+Meaning ExamFigures::ClassFigure::meaning() const
+{
+    return {kindOf(m_aggregate), m_figures.m_exam, m_column, m_condition.text()};
 }
 
 bool ExamFigures::ClassFigure::findTests()
@@ -196,11 +175,11 @@ std::optional<double> ExamFigures::ClassFigure::aggregateRows(ExamRows::Place pl
     if (m_aggregate == Aggregate::Count && m_tests.size() == 1
         && m_tests.front().values == m_values)
         return countRows(place);
-    Collector collector(*m_aggregate);
+    Tally tally(*m_aggregate);
     const auto collect = [&](const auto& passed) {
         for (size_t row = place.first; row < place.first + place.count; ++row) {
             if (!std::isnan(m_values[row]) && passed(row))
-                collector.add(m_values[row]);
+                tally.add(m_values[row]);
         }
     };
     // Most figures have no test, or one and another; a loop over them would take most of the time.
@@ -212,7 +191,7 @@ std::optional<double> ExamFigures::ClassFigure::aggregateRows(ExamRows::Place pl
         });
     else
         collect([this](size_t row) { return passes(row); });
-    return collector.result();
+    return tally.result();
 }
 
 std::optional<double> ExamFigures::ClassFigure::ask(double classNumber) const
@@ -247,12 +226,12 @@ std::optional<double> ExamFigures::highest(const QString& column)
     const double* values = rows() ? m_rows->column(column) : nullptr;
     if (!values)
         return askHighest(column);
-    Collector collector(Aggregate::Maximum);
+    Tally tally(Aggregate::Maximum);
     for (size_t row = 0; row < m_rows->rowCount(); ++row) {
         if (!std::isnan(values[row]))
-            collector.add(values[row]);
+            tally.add(values[row]);
     }
-    return collector.result();
+    return tally.result();
 }
 
 std::optional<double> ExamFigures::askHighest(const QString& column)

@@ -4,12 +4,11 @@
 
 #include "platform/runtime/Trap.h"
 #include "platform/runtime/Value.h"
-#include "statistics/Condition.h"
+#include "statistics/Figure.h"
 #include "statistics/ReportContext.h"
+#include "statistics/Tally.h"
 
 namespace statistics {
-
-enum class Aggregate { Count, Average, Maximum, Minimum, Deviation };
 
 /// The figures of one exam and stream, class by class, under the category filter. They are computed
 /// on the exam's rows; what those cannot answer (a column that is missing, a condition that is no
@@ -24,6 +23,9 @@ public:
     public:
         /// Nothing if it is NULL, or if it failed.
         std::optional<double> operator()(double classNumber) const;
+
+        /// What its cells stand for.
+        Meaning meaning() const;
 
     private:
         friend class ExamFigures;
@@ -63,8 +65,8 @@ public:
 
     ExamFigures(ReportContext& context, QString exam, QString stream, const runtime::Trap& trap);
 
-    /// How many rows of a class meet the condition.
-    ClassFigure rowCount(const Condition& condition);
+    /// How many rows of a class meet the condition, which is about `column`.
+    ClassFigure rowCount(const Condition& condition, const QString& column = {});
 
     /// An aggregate over a column in a class.
     ClassFigure figure(Aggregate aggregate, const QString& column, const Condition& condition = {});

@@ -18,7 +18,8 @@ void fillGroup(ReportContext& context, Block& block, const QString& stream,
     ExamFigures figures(context, exam, stream, groupsTrap);
     BandSetting band(context, groups[group], stream, subjects, groupsTrap);
     for (int k = 0; k < subjects.count(); ++k) {
-        const ExamFigures::ClassFigure students = figures.rowCount(band.of(k));
+        const ExamFigures::ClassFigure students = figures.rowCount(band.of(k), subjects.names[k]);
+        block.note(line, k, group, students.meaning());
         block.eachClass(line, exam, [&](int j, double classNumber) {
             if (const auto count = students(classNumber))
                 block.set(j, line, k, group, runtime::doubleText(*count));

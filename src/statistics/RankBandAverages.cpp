@@ -22,6 +22,8 @@ void fillBand(Block& block, ExamFigures& figures, int line, int item, const QStr
     const Condition taken(name + u">=0 and "_s + within.text());
     const ExamFigures::ClassFigure students = figures.figure(Aggregate::Count, name, within);
     const ExamFigures::ClassFigure mean = figures.figure(Aggregate::Average, name, taken);
+    block.note(line, item, countPart, students.meaning());
+    block.note(line, item, averagePart, mean.meaning());
     block.eachClass(line, band.name(), [&](int j, double classNumber) {
         if (const auto count = students(classNumber))
             block.set(j, line, item, countPart, figureText(*count));
@@ -44,13 +46,12 @@ void TJGKGMCDJF(ReportContext& context, QString& exams, grid::FlexGrid& grid, Tr
     for (int i = 0; i < frame.streamCount(); ++i) {
         const QStringList items = context.library.catalogue.GetKSKMZF(exams, frame.stream(i)).names;
         const QStringList& bands = lines[size_t(i)];
-        Block block(grid, frame.classes(i),
-                    {.title = frame.streamTitle(i, u"科  "_s, title),
-                     .headingRows = 2,
-                     .rowsPerClass = int(bands.size()),
-                     .firstColumn = 2,
-                     .columnsPerItem = int(parts.size()),
-                     .items = int(items.size())});
+        Block block = frame.block(i, {.title = frame.streamTitle(i, u"科  "_s, title),
+                                      .headingRows = 2,
+                                      .rowsPerClass = int(bands.size()),
+                                      .firstColumn = 2,
+                                      .columnsPerItem = int(parts.size()),
+                                      .items = int(items.size())});
         frame.mergeNames(MergedNames::ClassesAndSecond);
         block.headItems(items, parts, u"名次段"_s);
         ExamFigures figures(context, exams, frame.stream(i), averagesTrap);

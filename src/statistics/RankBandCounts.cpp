@@ -30,6 +30,8 @@ void fillExam(Block& block, ExamFigures& figures, int line, const QString& item,
     for (const RankBand& band : bands)
         students.push_back(figures.figure(Aggregate::Count, library::gradeRankColumn(item),
                                           band.condition(item, figures)));
+    for (size_t b = 0; b < bands.size(); ++b)
+        block.note(line, int(b), 0, students[b].meaning());
     block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
         for (size_t b = 0; b < bands.size(); ++b) {
             if (const auto count = students[b](classNumber))

@@ -18,7 +18,9 @@ void fillExam(ReportContext& context, Block& block, const QString& title, const 
     ExamFigures figures(context, exam, stream, ratesTrap);
     BandSetting band(context, title, stream, subjects, ratesTrap);
     for (int k = 0; k < subjects.count(); ++k) {
-        const ExamFigures::ClassFigure students = figures.rowCount(band.of(k));
+        const ExamFigures::ClassFigure students = figures.rowCount(band.of(k), subjects.names[k]);
+        block.note(line, k, 0, students.meaning());
+        block.note(line, k, 1, students.meaning().as(FigureKind::Share));
         block.eachClass(line, exam, [&](int j, double classNumber) {
             const auto count = students(classNumber);
             if (!count)

@@ -6,6 +6,7 @@
 
 #include "library/ScoreLibrary.h"
 #include "statistics/ExamRows.h"
+#include "statistics/ReportFigures.h"
 #include "workbooks/model/Application.h"
 
 namespace statistics {
@@ -34,6 +35,8 @@ public:
     /// The conditions that MakeCXTJ gave last: a band that it cannot read goes on with them.
     QStringList BandConditions;
     std::array<StreamSlot, MaxStreams> streamSlots;
+    /// What the cells stand for that reports filled whose blocks stay in the grid.
+    ReportFigures figures;
 
     /// The exam's rows under the category filter in force, read when they are first asked for and
     /// kept for the reports that follow. Throws database::Error.

@@ -98,6 +98,31 @@ QString Block::text(int classIndex, int line, int item, int part) const
     return m_grid.TextMatrix(row(classIndex, line), column(item, part));
 }
 
+BlockFigures Block::emptyFigures() const
+{
+    return {.classes = m_classes,
+            .rowsPerClass = m_shape.rowsPerClass,
+            .firstColumn = m_shape.firstColumn,
+            .columnsPerItem = m_shape.columnsPerItem,
+            .items = m_shape.items};
+}
+
+void Block::note(int line, int item, int part, Meaning meaning)
+{
+    if (Meaning* noted = m_figures ? m_figures->meaning(line, item, part) : nullptr)
+        *noted = std::move(meaning);
+}
+
+void Block::noteRank(int line, int item, int valuePart, int rankPart)
+{
+    const Meaning* value = m_figures ? m_figures->meaning(line, item, valuePart) : nullptr;
+    if (!value)
+        return;
+    Meaning rank = value->as(FigureKind::Rank);
+    rank.rankedPart = valuePart;
+    note(line, item, rankPart, std::move(rank));
+}
+
 void Block::rankClasses(int line, int item, int valuePart, int rankPart)
 {
     const int classes = int(m_classes.size());
@@ -110,6 +135,7 @@ void Block::rankClasses(int line, int item, int valuePart, int rankPart)
     scoring::MyPaiXU(figures);
     for (int j = 0; j < classes; ++j)
         set(j, line, item, rankPart, figures[j]);
+    noteRank(line, item, valuePart, rankPart);
 }
 
 ReportFrame::ReportFrame(ReportContext& context, grid::FlexGrid& grid, const QString& exams,
@@ -156,11 +182,23 @@ void ReportFrame::mergeNames(MergedNames merged)
         m_grid.setMergeCol(1, true);
 }
 
+Block ReportFrame::block(int stream, BlockShape shape)
+{
+    Block block(m_grid, classes(stream), std::move(shape));
+    if (m_transfer == Transfer::ToSheet)
+        return block;
+    BlockFigures figures = block.emptyFigures();
+    figures.stream = this->stream(stream);
+    figures.filter = m_context.library.settings.CategoryFilter;
+    block.noteIn(m_context.figures.add(std::move(figures), m_grid, block.row(0, 0)));
+    return block;
+}
+
 Block ReportFrame::examBlock(int stream, BlockShape shape, MergedNames merged)
 {
     shape.rowsPerClass = examCount();
     shape.firstColumn = firstColumn();
-    Block block(m_grid, classes(stream), std::move(shape));
+    Block block = this->block(stream, std::move(shape));
     mergeNames(firstColumn() == 2 ? merged : MergedNames::Classes);
     return block;
 }

@@ -40,6 +40,11 @@ public:
     /// Adds the block's rows and the columns that are missing, and writes the title.
     Block(grid::FlexGrid& grid, const std::vector<library::ClassEntry>& classes, BlockShape shape);
 
+    /// The block's empty figures, as its shape has room for them.
+    BlockFigures emptyFigures() const;
+    /// What note() notes from now on goes there.
+    void noteIn(BlockFigures& figures) { m_figures = &figures; }
+
     int titleRow() const { return m_titleRow; }
     int lastRow() const { return m_lastRow; }
     int row(int classIndex, int line) const
@@ -81,6 +86,8 @@ public:
     int students(int classIndex) const { return m_classes[size_t(classIndex)].students; }
     void set(int classIndex, int line, int item, int part, const QString& text);
     QString text(int classIndex, int line, int item, int part) const;
+    /// Says what the cells of a line and column stand for in all classes.
+    void note(int line, int item, int part, Meaning meaning);
 
     /// Ranks the classes by the figures of one column, as they stand in the grid, into another
     /// column of the item.
@@ -88,6 +95,7 @@ public:
 
 private:
     void nameRows(int line, const QString& second);
+    void noteRank(int line, int item, int valuePart, int rankPart);
 
     grid::FlexGrid& m_grid;
     const std::vector<library::ClassEntry>& m_classes;
@@ -95,6 +103,7 @@ private:
     int m_titleRow;
     int m_lastRow;
     QSet<int> m_namedLines;
+    BlockFigures* m_figures = nullptr;
 };
 
 /// Widths of a report's columns, in twips.
@@ -133,6 +142,8 @@ public:
     void fixHeading(int rows);
     /// Equal neighbours are merged in column 0, and in column 1 if that is asked for.
     void mergeNames(MergedNames merged);
+    /// A block of the stream's classes. It notes its figures where it stays in the grid.
+    Block block(int stream, BlockShape shape);
     /// A block with a row for each class and exam, and the subjects across. Column 1 is merged only
     /// where it names the exams. Rows of a class and first column are the frame's.
     Block examBlock(int stream, BlockShape shape,

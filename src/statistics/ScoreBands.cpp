@@ -50,11 +50,7 @@ public:
         std::vector<int> counters(size_t(m_count) + 1, 0);
         for (const double value : values) {
             // A mark of 89.7 is kept as a number just below, and belongs to the band from 89.7 on.
-            const double mark = runtime::Round(value, ComparedDigits);
-            double index = runtime::Int(runtime::Round(mark / m_width, 9));
-            // Full marks belong to the last band.
-            if (m_exact && mark == m_fullMarks)
-                --index;
+            const double index = bandOf(runtime::Round(value, ComparedDigits));
             if (index > m_count)
                 scoreBandsTrap.fail(u"成绩 "_s + doubleText(value)
                                     + u" 高出最后一个分数段，没有计入。"_s);
@@ -64,7 +60,39 @@ public:
         return counters;
     }
 
+    /// What holds for the values that are counted in a band.
+    QString condition(const QString& item, int band) const
+    {
+        const bool closed = m_exact && band == m_count - 1;
+        return item + u">="_s + doubleText(lowestMark(band)) + u" and "_s + item
+               + (closed ? u"<="_s + doubleText(m_fullMarks)
+                         : u"<"_s + doubleText(lowestMark(band + 1)));
+    }
+
 private:
+    double bandOf(double mark) const
+    {
+        const double index = runtime::Int(runtime::Round(mark / m_width, 9));
+        // Full marks belong to the last band.
+        return m_exact && mark == m_fullMarks ? index - 1 : index;
+    }
+
+    /// The lowest mark of a band, among marks of so many places as are looked at. It is where the
+    /// band begins, unless that has more places.
+    double lowestMark(int band) const
+    {
+        constexpr double scale = 1e4;
+        static_assert(ComparedDigits == 4);
+        const double begin = band * m_width;
+        // So large a number has no such places.
+        if (band == 0 || begin >= 1e11)
+            return begin;
+        double whole = std::floor(begin * scale) - 1;
+        while (runtime::Int(runtime::Round(whole / scale / m_width, 9)) < band)
+            ++whole;
+        return whole / scale;
+    }
+
     double m_fullMarks;
     double m_width;
     int m_count;
@@ -74,8 +102,10 @@ private:
 void fillBlock(Block& block, ExamFigures& figures, const QString& item, const ScoreBands& bands)
 {
     block.headNames(1);
-    for (int m = 0; m < bands.count(); ++m)
+    for (int m = 0; m < bands.count(); ++m) {
         block.head(1, m, 0, bands.heading(m));
+        block.note(0, m, 0, {FigureKind::Rows, figures.exam(), item, bands.condition(item, m)});
+    }
     block.eachClass(0, figures.exam(), [&](int j, double classNumber) {
         const std::vector<int> counters = bands.counted(figures.taken(item, classNumber));
         for (int m = 0; m < bands.count(); ++m)
@@ -104,9 +134,9 @@ void TJGFSDRS(ReportContext& context, QString& exams, const QString& title, grid
             const double width = library::isTotal(item) ? widths.total : widths.subject;
             scoreBandsTrap([&] {
                 const ScoreBands bands(items.marks[size_t(k)], width);
-                Block block(grid, frame.classes(i),
-                            {.title = frame.streamTitle(i, u"科  "_s, item + title),
-                             .items = bands.count()});
+                Block block =
+                    frame.block(i, {.title = frame.streamTitle(i, u"科  "_s, item + title),
+                                    .items = bands.count()});
                 frame.mergeNames(MergedNames::Classes);
                 fillBlock(block, figures, item, bands);
                 frame.finish(i, block, 2);

@@ -40,7 +40,8 @@ void fillSubject(Block& block, const AggregateTable& table, ExamFigures& figures
 {
     const ExamFigures::ClassFigure figure = figures.figure(
         table.aggregate, subject,
-        table.absentees == Absentees::Counted ? Condition() : Condition(subject + u">=0"_s));
+        table.absentees == Absentees::Counted ? Condition() : sittingCondition(subject));
+    block.note(line, item, valuePart, figure.meaning());
     block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
         if (const auto value = figure(classNumber))
             block.set(j, line, item, valuePart, figureText(*value));

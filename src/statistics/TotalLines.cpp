@@ -19,6 +19,7 @@ void fillExam(Block& block, ExamFigures& figures, int line, const QStringList& s
         const ExamFigures::ClassFigure students =
             figures.figure(Aggregate::Count, library::GrandTotal,
                            Condition(library::GrandTotal + u">="_s + scoreLines[t]));
+        block.note(line, t, 0, students.meaning());
         block.eachClass(line, figures.exam(), [&](int j, double classNumber) {
             if (const auto count = students(classNumber))
                 block.set(j, line, t, 0, figureText(*count));

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/database/Connection.h"
+#include "platform/runtime/Value.h"
+#include "statistics/Figure.h"
+
+namespace statistics {
+
+/// A statement that gives students, with its values.
+struct StudentSql
+{
+    QString sql;
+    std::vector<runtime::Value> values;
+
+    /// The statement with its values in their places, as a user may run it.
+    QString asTyped() const;
+};
+
+/// The rows behind a figure, chosen by the very condition that the figure was reckoned with and
+/// sorted by its column: the best first. Of 考试人数 these are all rows of the class. Throws
+/// database::Error for a column or condition that no statement can hold.
+StudentSql rowsBehind(const Figure& figure);
+
+/// The students of the figure's class today who have no row in the exam there: number, name, and
+/// whether they have one elsewhere. For 考试人数.
+StudentSql studentsWithoutRow(const Figure& figure);
+
+/// What a row behind a figure tells of one student.
+struct StudentMark
+{
+    QString name;
+    /// Nothing for NULL.
+    std::optional<double> mark;
+};
+
+/// The rows behind a figure in numbers, as the library has them now.
+struct FigureGroup
+{
+    /// With a value in the figure's column or without, as rowsBehind() gives them.
+    int rows = 0;
+    int sitting = 0;
+    int absent = 0;
+    /// In the class, but not in the group.
+    int otherAbsent = 0;
+    int otherWithout = 0;
+    /// Students of the class today.
+    int students = 0;
+    /// The two ends of those who sat, with all who share them.
+    std::vector<StudentMark> highest;
+    std::vector<StudentMark> lowest;
+    /// What the cell would show now. Of a rank, what the average would be.
+    QString now;
+};
+
+/// Reads it. Throws database::Error.
+FigureGroup readGroup(database::Connection& connection, const Figure& figure);
+
+} // namespace statistics

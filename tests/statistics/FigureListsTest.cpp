@@ -1,0 +1,334 @@
+// Every figure of every report against the students that stand behind it.
+#include <cmath>
+
+#include "ReportFixture.h"
+#include "library/ColumnNames.h"
+#include "platform/database/Recordset.h"
+#include "platform/runtime/Numbers.h"
+#include "statistics/ExamFigures.h"
+#include "statistics/FigureGroup.h"
+#include "statistics/NamedReports.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using statistics::Figure;
+using statistics::FigureKind;
+using statistics::Transfer;
+
+const QStringList reports{u"考试人数"_s,     u"高、低分段"_s,   u"各科优秀率"_s,
+                          u"各科良好率"_s,   u"各科及格率"_s,   u"各科差生率"_s,
+                          u"各科平均分"_s,   u"各科最高分"_s,   u"各科最低分"_s,
+                          u"各科标准差"_s,   u"各分数段人数"_s, u"总分上线人数"_s,
+                          u"各名次段人数"_s, u"各名次段均分"_s, u"历次考试进入年级前x名人数"_s};
+
+/// The values of a figure's column in its list; NaN for NULL.
+struct List
+{
+    std::vector<double> values;
+
+    int count() const { return int(values.size()); }
+    int sitting() const
+    {
+        return int(std::count_if(values.begin(), values.end(), [](double v) { return v >= 0; }));
+    }
+    int absent() const
+    {
+        return int(std::count_if(values.begin(), values.end(), [](double v) { return v < 0; }));
+    }
+    double average() const
+    {
+        double sum = 0;
+        for (const double value : values)
+            sum += value;
+        return sum / count();
+    }
+    double deviation() const
+    {
+        double squares = 0;
+        for (const double value : values)
+            squares += (value - average()) * (value - average());
+        return std::sqrt(squares / (count() - 1));
+    }
+};
+
+/// Two streams of three classes and two exams, with absent students, marks of tenths, students
+/// without a mark, of two categories, and one class whose students did not take part.
+class FigureLists : public ReportTest
+{
+protected:
+    FigureLists()
+    {
+        library.execute(u"delete from 信息表"_s);
+        library.execute(u"delete from 成绩表"_s);
+        library.execute(u"delete from 考试名称表"_s);
+        for (const QString& exam : {first, second}) {
+            for (const QString& stream : {u"文"_s, u"理"_s})
+                addExamOf(exam, stream);
+        }
+        for (int classNumber = 1; classNumber <= 6; ++classNumber) {
+            for (int number = 1; number <= 9; ++number)
+                addStudentWithScores(classNumber, number);
+        }
+        library.dialogs.always(u"当前操作只针对一次考试"_s, runtime::Answer::Ok);
+        library.addStudent(6, 99, u"转来的"_s, u"理"_s);
+        library.reload();
+    }
+
+    void addExamOf(const QString& exam, const QString& stream)
+    {
+        library.addExam(exam, stream, exam == first ? 1 : 2,
+                        {{u"语文"_s, 100}, {u"数学"_s, 50}, {u"总分"_s, u"语文+数学"_s}});
+    }
+
+    void addStudentWithScores(int classNumber, int number)
+    {
+        const QString stream = classNumber <= 3 ? u"文"_s : u"理"_s;
+        library.addStudent(classNumber, number, u"生%1-%2"_s.arg(classNumber).arg(number), stream,
+                           number % 3 == 0 ? 2 : 1);
+        if (classNumber == 6)
+            return;
+        for (const QString& exam : {first, second})
+            addMarks(exam, classNumber, number);
+    }
+
+    /// Marks in tenths all over the range, some of them on the edges of bands.
+    void addMarks(const QString& exam, int classNumber, int number)
+    {
+        const int seed = classNumber * 31 + number * 17 + (exam == first ? 0 : 7);
+        const bool isAbsent = seed % 11 == 0;
+        const double chinese = isAbsent ? -1 : (seed * 73 % 1001) / 10.0;
+        const double maths = seed % 13 == 0 ? -1 : (seed * 7 % 51);
+        library.addScores(
+            exam, classNumber, number,
+            {{u"语文"_s, chinese},
+             {u"数学"_s, maths},
+             {u"总分"_s, chinese + maths < 0 ? -1 : std::max(chinese, 0.0) + std::max(maths, 0.0)},
+             {u"语文年名"_s, isAbsent ? -1 : 1 + seed % 27},
+             {u"总分年名"_s, 1 + seed % 27}});
+        if (number == 9)
+            library.execute(
+                u"update 成绩表 set 语文=null,语文年名=null where 班级=%1 and 学号=9 and 考试名称='%2'"_s
+                    .arg(classNumber)
+                    .arg(exam));
+    }
+
+    void run(const QString& report, const QString& list)
+    {
+        exams = list;
+        context.forgetRows();
+        statistics::namedReport(report)(context, exams, grid, Transfer::GridOnly);
+    }
+
+    List listOf(const Figure& figure)
+    {
+        const statistics::StudentSql behind = statistics::rowsBehind(figure);
+        database::Recordset rows;
+        rows.Open(behind.sql, behind.values, library.scores.Conn);
+        List list;
+        for (; !rows.Eof(); rows.MoveNext()) {
+            const runtime::Value value = rows.Fields(figure.column).Value();
+            list.values.push_back(value.isNull() ? std::nan("") : value.toDouble());
+        }
+        return list;
+    }
+
+    double students(double classNumber)
+    {
+        return library.rows(u"select count(*) from 信息表 where 班级=%1"_s.arg(classNumber))
+            .toDouble();
+    }
+
+    /// What the list of a figure says that the cell has to show.
+    QString told(const Figure& figure)
+    {
+        using statistics::figureText;
+        const List list = listOf(figure);
+        switch (figure.kind) {
+        case FigureKind::Rows:
+        case FigureKind::Values:
+            return QString::number(list.count());
+        case FigureKind::Share:
+            return figureText(list.count() * 100 / students(figure.classNumber));
+        case FigureKind::Attendance:
+            return u"%1/%2/%3"_s.arg(list.sitting())
+                .arg(list.absent())
+                .arg(list.sitting() + list.absent());
+        case FigureKind::Average:
+            return figureText(list.average());
+        case FigureKind::Maximum:
+            return figureText(*std::max_element(list.values.begin(), list.values.end()));
+        case FigureKind::Minimum:
+            return figureText(*std::min_element(list.values.begin(), list.values.end()));
+        case FigureKind::Deviation:
+            return figureText(list.deviation());
+        case FigureKind::Rank:
+            return rankTold(figure, figureText(list.average()));
+        case FigureKind::None:
+            break;
+        }
+        return {};
+    }
+
+    static QString rankTold(const Figure& figure, const QString& average)
+    {
+        int rank = 1;
+        bool isCompared = false;
+        for (const statistics::ComparedClass& one : figure.compared) {
+            rank += one.average.toDouble() > average.toDouble();
+            isCompared = isCompared || (one.number == figure.classNumber && one.average == average);
+        }
+        return isCompared ? QString::number(rank) : u"不在各班之列"_s;
+    }
+
+    /// Compares each cell of the grid; gives how many stand for something.
+    int compareAll()
+    {
+        int figures = 0;
+        for (int row = 0; row < grid.Rows(); ++row) {
+            for (int col = 0; col < grid.Cols(); ++col)
+                figures += compare(row, col);
+        }
+        return figures;
+    }
+
+    bool compare(int row, int col)
+    {
+        const std::optional<Figure> figure = context.figures.at(grid, row, col);
+        const QString text = grid.TextMatrix(row, col);
+        // What looks like a figure and stands in a class's row is one.
+        bool isNumber = false;
+        text.split(u'/').first().toDouble(&isNumber);
+        const bool ofClass = grid.TextMatrix(row, 0).endsWith(u"班"_s);
+        EXPECT_EQ(figure.has_value(), isNumber && ofClass) << text.toStdString();
+        if (!figure)
+            return false;
+        EXPECT_EQ(told(*figure), text);
+        EXPECT_EQ(figure->shown, text);
+        EXPECT_EQ(runtime::doubleText(figure->classNumber) + u"班"_s, grid.TextMatrix(row, 0));
+        const statistics::FigureGroup group = statistics::readGroup(library.scores.Conn, *figure);
+        if (figure->kind != FigureKind::Rank) {
+            EXPECT_EQ(group.now, text);
+        }
+        return true;
+    }
+
+    void compareEveryReport(const QStringList& names)
+    {
+        for (const QString& report : reports) {
+            SCOPED_TRACE(report.toStdString());
+            run(report, names.join(u','));
+            EXPECT_GE(compareAll(), 8);
+        }
+    }
+
+    const QString first = u"期中"_s;
+    const QString second = u"a]b--100% (?)\nx"_s;
+};
+
+/// Settings whose bands lie anywhere.
+void setOddBands(support::TestLibrary& library)
+{
+    const std::vector<std::pair<QString, QString>> settings{
+        {u"高分段"_s, u"(0.333,0.897]"_s},
+        {u"低分段"_s, u"[0,0.301)"_s},
+        {u"各科优秀率"_s, u"[0.6667,]"_s},
+        {u"各科良好率"_s, u"(使用自定义数据)"_s},
+        {u"各科及格率"_s, u"x"_s},
+        {u"各科差生率"_s, u"[-1,0.4)"_s},
+        {u"各分数段人数"_s, u"单科7.3,总分0.7"_s},
+        {u"总分上线人数"_s, u"文=60.1,-1,x||理=70.5"_s},
+        {u"各名次段人数"_s, u"1,5,-3,0,200,-100,2.5,1e1"_s},
+        {u"各名次段均分"_s, u"文=3,-4||理=1000"_s},
+        {u"历次考试进入年级前x名人数"_s, u"-1,7"_s},
+    };
+    for (const auto& [name, value] : settings)
+        library.execute(u"update 设置表 set 设置='%1' where 名称='%2'"_s.arg(value, name));
+    for (const QString& stream : {u"文"_s, u"理"_s}) {
+        for (const QString& subject : {u"语文"_s, u"数学"_s})
+            library.execute(
+                u"insert into 详细设置表 (设置名称,科类,科目,条件1,分数1,条件2,分数2) values "
+                "('各科良好率','%1','%2','>',30.3,'<=',60.6)"_s.arg(stream, subject));
+    }
+}
+
+TEST_F(FigureLists, OfEveryReportOnOneExamAreAsLongAsTheCellsSay)
+{
+    compareEveryReport({first});
+    compareEveryReport({second});
+}
+
+TEST_F(FigureLists, OfEveryReportOnTwoExamsAreAsLongAsTheCellsSay)
+{
+    compareEveryReport({first, second});
+}
+
+TEST_F(FigureLists, KeepTheCategoryFilterThatWasInForce)
+{
+    library.scores.settings.CategoryFilter = u" and (类别代码=2 or 类别代码=7)"_s;
+    for (const QString& report : reports) {
+        SCOPED_TRACE(report.toStdString());
+        library.scores.settings.CategoryFilter = u" and (类别代码=2 or 类别代码=7)"_s;
+        run(report, first);
+        library.scores.settings.CategoryFilter.clear();
+        EXPECT_GT(compareAll(), 5);
+    }
+}
+
+TEST_F(FigureLists, FollowSettingsWithOddBands)
+{
+    setOddBands(library);
+    compareEveryReport({first});
+    compareEveryReport({first, second});
+}
+
+TEST_F(FigureLists, FollowConditionsThatOnlyTheEngineCanAnswer)
+{
+    set(u"各科优秀率"_s, u"(使用自定义数据)"_s);
+    library.execute(u"insert into 详细设置表 (设置名称,科类,科目,条件1,分数1,条件2,分数2) "
+                    "values ('各科优秀率','理','语文','*2>=','90.4','+0<=','88')"_s);
+    run(u"各科优秀率"_s, first);
+    EXPECT_GT(compareAll(), 5);
+}
+
+TEST_F(FigureLists, OfALibraryOfOneStreamAreAsLongAsTheCellsSay)
+{
+    library.execute(u"delete from 信息表 where 科类='文'"_s);
+    library.execute(u"update 设置表 set 设置='使用教师名单' where 名称='各科平均分'"_s);
+    library.reload();
+    compareEveryReport({second, first});
+}
+
+TEST_F(FigureLists, GoWithTheirRowsWhereTheseAreSorted)
+{
+    run(u"各科平均分"_s, first + u',' + second);
+    grid.FixedRows = 3;
+    grid.Col = 2;
+    for (const int order : {4, 3, 6, 5}) {
+        grid.Sort(order);
+        EXPECT_GT(compareAll(), 20);
+    }
+}
+
+TEST_F(FigureLists, AreForgottenWithTheRowsOfTheirReport)
+{
+    run(u"各科最高分"_s, first);
+    const grid::FlexGrid before = grid;
+    run(u"各科平均分"_s, first);
+    context.figures.keepOnly(grid);
+    EXPECT_GT(compareAll(), 5);
+    for (int row = 0; row < before.Rows(); ++row)
+        EXPECT_FALSE(context.figures.at(before, row, 1));
+    EXPECT_FALSE(context.figures.at(grid, -1, 1));
+    EXPECT_FALSE(context.figures.at(grid, 1, grid.Cols()));
+}
+
+TEST_F(FigureLists, AreNotKeptOfBlocksThatGoToASheet)
+{
+    QString names = first;
+    statistics::TJKSRS(context, names, grid, Transfer::ToSheet);
+    for (int row = 0; row < grid.Rows(); ++row)
+        EXPECT_FALSE(context.figures.at(grid, row, 1));
+}
+
+} // namespace
