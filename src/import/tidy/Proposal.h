@@ -61,11 +61,11 @@ struct ColumnProposal
     /// Of the sheet, from 1.
     int column = 0;
     /// Of both rows, in one text; empty for a column without one.
-    QString heading;
-    ColumnUse use;
+    QString heading = {};
+    ColumnUse use = {};
     DecidedBy decidedBy = DecidedBy::Program;
     /// Why this use was chosen, or why it is open, as a sentence.
-    QString reason;
+    QString reason = {};
     /// The user has to choose.
     bool isOpen = false;
 };
@@ -77,7 +77,7 @@ struct ClassSource
 {
     ClassFrom from = ClassFrom::Nowhere;
     /// The text that names the class: a title, the sheet's or the file's name.
-    QString text;
+    QString text = {};
     DecidedBy decidedBy = DecidedBy::Program;
 };
 
@@ -91,7 +91,7 @@ struct LeftOutRows
     int last = 0;
     RowKind kind = RowKind::Blank;
     /// A short text for the row itself, such as 合计行.
-    QString reason;
+    QString reason = {};
 };
 
 /// What the user said of a single row.
@@ -103,18 +103,18 @@ struct RowChoice
 
 struct SheetProposal
 {
-    QString name;
+    QString name = {};
     Taking taking = Taking::Take;
     DecidedBy takingDecidedBy = DecidedBy::Program;
     /// Why the sheet is not taken; empty if it is.
-    QString reason;
-    HeadingRows heading;
+    QString reason = {};
+    HeadingRows heading = {};
     /// All columns with a heading or a content, ascending.
-    std::vector<ColumnProposal> columns;
-    ClassSource classSource;
+    std::vector<ColumnProposal> columns = {};
+    ClassSource classSource = {};
     /// Ascending; rows that nobody took and that are no students.
-    std::vector<LeftOutRows> leftOut;
-    std::vector<RowChoice> rowChoices;
+    std::vector<LeftOutRows> leftOut = {};
+    std::vector<RowChoice> rowChoices = {};
     /// Rows that become rows of the result.
     int students = 0;
     /// The last row that holds anything.
@@ -137,7 +137,7 @@ QString markUseText(MarkUse use);
 /// A text that stands where scores do, and how often. The empty text stands for blank cells.
 struct Mark
 {
-    QString text;
+    QString text = {};
     MarkUse use = MarkUse::AsItStands;
     DecidedBy decidedBy = DecidedBy::Program;
     int count = 0;
@@ -147,15 +147,15 @@ struct Mark
 /// How a text that names a class is read.
 struct ClassReading
 {
-    QString text;
+    QString text = {};
     /// Nothing while it is open, or where the text names no class.
-    std::optional<double> number;
+    std::optional<double> number = {};
     /// Numbers that it can mean.
-    std::vector<double> candidates;
+    std::vector<double> candidates = {};
     DecidedBy decidedBy = DecidedBy::Program;
     /// How many students it is written for.
     int rows = 0;
-    QString reason;
+    QString reason = {};
     bool isOpen = false;
 };
 
@@ -176,9 +176,9 @@ enum class RemarkKind {
 struct Remark
 {
     RemarkKind kind = RemarkKind::NotFound;
-    QString sheet;
+    QString sheet = {};
     int row = 0;
-    QString text;
+    QString text = {};
     /// The row is not in the result.
     bool isLeftOut = false;
 };
@@ -205,19 +205,19 @@ struct Proposal
 {
     Goal goal = Goal::ExamScores;
     /// Name of the file, without folder; may be empty.
-    QString fileName;
-    std::vector<SheetProposal> sheets;
-    std::vector<Mark> marks;
-    std::vector<ClassReading> classes;
-    std::vector<Remark> remarks;
+    QString fileName = {};
+    std::vector<SheetProposal> sheets = {};
+    std::vector<Mark> marks = {};
+    std::vector<ClassReading> classes = {};
+    std::vector<Remark> remarks = {};
     /// Further remarks than the ones kept, of which there are mostRemarks.
     int remarksNotKept = 0;
     static constexpr int mostRemarks = 5000;
     /// What concerns more than a row, as sentences.
-    QStringList warnings;
+    QStringList warnings = {};
     /// What has to be decided before anything can be tidied, as sentences; empty once it can.
-    QStringList questions;
-    Counts counts;
+    QStringList questions = {};
+    Counts counts = {};
 
     bool isDecided() const { return questions.isEmpty(); }
 };

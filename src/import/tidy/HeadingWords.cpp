@@ -1,0 +1,186 @@
+#include "import/tidy/HeadingWords.h"
+
+#include <algorithm>
+
+#include <QRegularExpression>
+
+namespace tidy {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString passedOver = u"不取用"_s;
+
+/// The subjects that schools have, whether a library has them or not.
+const QStringList& usualSubjects()
+{
+    static const QStringList names{u"语文"_s,     u"数学"_s,     u"英语"_s, u"物理"_s,
+                                   u"化学"_s,     u"生物"_s,     u"政治"_s, u"历史"_s,
+                                   u"地理"_s,     u"体育"_s,     u"音乐"_s, u"美术"_s,
+                                   u"信息技术"_s, u"通用技术"_s, u"文综"_s, u"理综"_s};
+    return names;
+}
+
+/// What stands beside the name of a subject, as headings are folded.
+ScoreKind kindOf(const QString& rest)
+{
+    static const QRegularExpression fullMark(u"^(满分)?\\d+分?$"_s);
+    static const QRegularExpression raw(
+        u"^(原始|卷面|实得|考试)?(分数|得分|成绩|分|原分)$|^原始$|^卷面$"_s);
+    static const QRegularExpression assigned(u"赋分|等级分|转换|折算|折合|加权"_s);
+    static const QRegularExpression beside(
+        u"名次|名$|次$|排名|排序|位次|排$|段|标准分|[zt]分|客观|主观|选择|填空|非选|题|等级|"
+        "平均|均分|最高|最低|率$|进退|升降|状态|备注|[ab]卷|听力|作文|笔试|口试|差"_s);
+    if (rest.isEmpty() || fullMark.match(rest).hasMatch())
+        return ScoreKind::Bare;
+    if (raw.match(rest).hasMatch())
+        return ScoreKind::Raw;
+    if (assigned.match(rest).hasMatch())
+        return ScoreKind::Assigned;
+    if (rest == u"总分"_s || rest == u"总成绩"_s)
+        return ScoreKind::Whole;
+    return beside.match(rest).hasMatch() ? ScoreKind::Beside : ScoreKind::None;
+}
+
+} // namespace
+
+HeadingWords::HeadingWords(Goal goal, const Sources& sources) : m_goal(goal), m_sources(sources)
+{
+    for (const QString& subject : usualSubjects()) {
+        for (const QString& word : sources.aliases.namesOf(subject))
+            m_subjectsOf.insert(folded(word), {});
+    }
+    for (const QString& subject : sources.roster.subjects())
+        addSubject(subject);
+    m_words = m_subjectsOf.keys();
+    std::sort(m_words.begin(), m_words.end(), [](const QString& a, const QString& b) {
+        return a.size() != b.size() ? a.size() > b.size() : a < b;
+    });
+}
+
+void HeadingWords::addSubject(const QString& subject)
+{
+    for (const QString& word : m_sources.aliases.namesOf(subject))
+        addWord(folded(word), subject);
+}
+
+/// A word that is the name of a subject means that one alone.
+void HeadingWords::addWord(const QString& word, const QString& subject)
+{
+    if (word.isEmpty())
+        return;
+    QStringList& subjects = m_subjectsOf[word];
+    const auto isWord = [&](const QString& name) { return folded(name) == word; };
+    if (isWord(subject))
+        subjects = QStringList{subject};
+    else if (std::none_of(subjects.begin(), subjects.end(), isWord))
+        subjects.append(subject);
+}
+
+ColumnUse HeadingWords::useOf(const QString& name) const
+{
+    static const QHash<QString, Field> fields{
+        {u"班级"_s, Field::Class},          {u"学号"_s, Field::Number},
+        {u"姓名"_s, Field::Name},           {u"考号"_s, Field::ExamNumber},
+        {u"学籍号"_s, Field::SchoolNumber}, {u"科类"_s, Field::Stream}};
+    const auto field = fields.constFind(name);
+    if (field != fields.constEnd())
+        return {*field, {}};
+    if (m_goal == Goal::StudentList && Roster::studentColumns().contains(name))
+        return {Field::StudentColumn, name};
+    return {};
+}
+
+HeadingMeaning HeadingWords::readAsKey(const QString& heading) const
+{
+    QString name = m_sources.aliases.nameOf(heading);
+    const bool isExact = name.isEmpty() || folded(name) == folded(heading);
+    if (name.isEmpty())
+        name = heading;
+    const ColumnUse use = useOf(name);
+    const bool isPassedOver = name == passedOver || Roster::studentColumns().contains(name);
+    if (use.field == Field::Leave && !isPassedOver)
+        return {};
+    return {.use = use, .isKnown = true, .isExact = isExact};
+}
+
+HeadingMeaning HeadingWords::subjectOf(const QString& word, ScoreKind score) const
+{
+    HeadingMeaning meaning{.score = score, .isKnown = true};
+    const QStringList subjects = m_subjectsOf.value(word);
+    if (subjects.isEmpty())
+        meaning.missingSubject = word;
+    else if (subjects.size() == 1)
+        meaning.use = {Field::Subject, subjects.first()};
+    else
+        meaning.choices = subjects;
+    if (score == ScoreKind::Beside)
+        meaning.use = {};
+    meaning.isExact = subjects.size() == 1 && folded(subjects.first()) == word;
+    return meaning;
+}
+
+HeadingMeaning HeadingWords::readAsSubject(const QString& heading) const
+{
+    if (m_subjectsOf.contains(heading))
+        return subjectOf(heading, ScoreKind::Bare);
+    for (const QString& word : m_words) {
+        const bool ahead = heading.startsWith(word);
+        if (!ahead && !heading.endsWith(word))
+            continue;
+        const QString rest =
+            ahead ? heading.mid(word.size()) : heading.left(heading.size() - word.size());
+        const ScoreKind kind = kindOf(rest);
+        if (kind != ScoreKind::None)
+            return subjectOf(word, kind);
+    }
+    return {};
+}
+
+HeadingMeaning HeadingWords::read(const QString& heading) const
+{
+    if (heading.isEmpty())
+        return {};
+    HeadingMeaning meaning = readAsKey(heading);
+    if (!meaning.isKnown && m_goal == Goal::ExamScores) {
+        meaning = readAsSubject(heading);
+        if (!meaning.isKnown && kindOf(heading) == ScoreKind::Raw)
+            return {.score = ScoreKind::OfSheet, .isKnown = true};
+        const bool isBeside = kindOf(heading) == ScoreKind::Beside || heading.endsWith(u"总分"_s);
+        if (!meaning.isKnown && isBeside)
+            return {.score = ScoreKind::Beside, .isKnown = true};
+    }
+    return meaning;
+}
+
+/// A heading of two rows is read as one; where that says nothing, the lower one counts, as below
+/// 学生信息.
+HeadingMeaning HeadingWords::meaning(const HeadingCell& heading) const
+{
+    const HeadingMeaning whole = read(folded(heading.joined()));
+    if (heading.lower.isEmpty() || heading.upper.isEmpty())
+        return whole;
+    const HeadingMeaning lower = read(folded(heading.lower));
+    return whole.isKnown && whole.score != ScoreKind::Beside  ? whole
+           : lower.isKnown && lower.use.field != Field::Leave ? lower
+           : whole.isKnown                                    ? whole
+                                                              : lower;
+}
+
+QString HeadingWords::subjectIn(const QString& text) const
+{
+    const QString all = folded(text);
+    QString found;
+    for (const QString& word : m_words) {
+        const QStringList subjects = m_subjectsOf.value(word);
+        if (word.size() < 2 || subjects.size() != 1 || !all.contains(word))
+            continue;
+        if (!found.isEmpty() && found != subjects.first())
+            return {};
+        found = subjects.first();
+    }
+    return found;
+}
+
+} // namespace tidy

@@ -1,0 +1,216 @@
+#include "import/tidy/SheetReading.h"
+
+#include <algorithm>
+
+#include "import/tidy/ClassNames.h"
+#include "import/tidy/ColumnReading.h"
+#include "import/tidy/HeadingSearch.h"
+#include "import/tidy/Scores.h"
+
+namespace tidy {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString titlesOf(const SheetView& view, int firstHeading)
+{
+    constexpr int mostTitles = 20;
+    QString titles;
+    const int end = std::min(firstHeading, mostTitles);
+    for (int row = 1; row < end; row = view.nextRow(row)) {
+        for (const FilledCell& cell : view.cells(row))
+            titles += cellText(cell.value) + u' ';
+    }
+    return titles.trimmed();
+}
+
+/// The class that the name of a sheet tells: a whole one, such as 3 or 高三(1)班, or a part of it.
+QString classInName(const QString& name)
+{
+    return className(name) ? name : classIn(name);
+}
+
+} // namespace
+
+SheetReading::SheetReading(const excel::Worksheet& sheet, int number, Proposal& proposal,
+                           const HeadingWords& words, const Aliases& aliases)
+    : m_view(sheet),
+      m_proposal(proposal),
+      m_sheet(proposal.sheets[size_t(number)]),
+      m_number(number),
+      m_words(words),
+      m_aliases(aliases)
+{
+    m_sheet.lastRow = m_view.lastRow();
+    m_sheet.leftOut.clear();
+    m_sheet.students = 0;
+    if (m_sheet.heading.decidedBy == DecidedBy::Program)
+        m_sheet.heading = findHeading(m_view, m_words);
+    findGrade();
+    if (m_sheet.heading.areFound())
+        readRows();
+    else
+        m_sheet.columns.clear();
+    takeOrLeave();
+}
+
+void SheetReading::findGrade()
+{
+    const QString titles = titlesOf(m_view, m_sheet.heading.first);
+    for (const QString& text : {titles, m_sheet.name, m_proposal.fileName}) {
+        m_grade = gradeIn(text);
+        if (!m_grade.isEmpty())
+            return;
+    }
+}
+
+void SheetReading::readRows()
+{
+    const QStringList names{m_sheet.name, titlesOf(m_view, m_sheet.heading.first),
+                            m_proposal.fileName};
+    readColumns(m_sheet, m_view, m_words, m_proposal.goal, names);
+    findClassSource();
+    RowReading reading(m_view, m_sheet, m_number, m_aliases);
+    m_rows = reading.read();
+    openTextColumns();
+    noteColumns();
+}
+
+void SheetReading::findClassSource()
+{
+    ClassSource& source = m_sheet.classSource;
+    const QString title = classInTitles(m_view, m_sheet.heading);
+    const QString name = classInName(m_sheet.name);
+    const QString file = classIn(m_proposal.fileName);
+    if (source.decidedBy != DecidedBy::Program) {
+        source.text = source.from == ClassFrom::SheetName  ? name
+                      : source.from == ClassFrom::FileName ? file
+                                                           : title;
+        return;
+    }
+    if (m_sheet.columnOf(Field::Class) > 0)
+        source = {ClassFrom::Column};
+    else if (!title.isEmpty())
+        source = {ClassFrom::TitleRows, title};
+    else if (!name.isEmpty())
+        source = {ClassFrom::SheetName, name};
+    else
+        source = {file.isEmpty() ? ClassFrom::Nowhere : ClassFrom::FileName, file};
+    if (source.from == ClassFrom::TitleRows)
+        checkClassSources(title, name);
+}
+
+/// A title that was copied from another class's sheet must not decide by itself.
+void SheetReading::checkClassSources(const QString& title, const QString& name)
+{
+    const std::optional<ClassName> ofTitle = className(title);
+    const std::optional<ClassName> ofName = className(name);
+    if (!ofTitle || !ofName || ofTitle->number == ofName->number)
+        return;
+    m_questions.append(u"数据表“%1”的标题里写着“%2”，请确定班级用标题里的还是表名里的。"_s.arg(
+        m_sheet.name, title));
+}
+
+/// True if most texts of a column are scores or marks.
+bool SheetReading::isListOfNumbers(int column) const
+{
+    constexpr size_t looked = 300;
+    int others = 0;
+    int scores = 0;
+    for (size_t place = 0; place < std::min(m_rows.size(), looked); ++place) {
+        const ScoreCell cell = scoreIn(m_view.value(m_rows[place].row, column));
+        const bool isOther = cell.kind == ScoreCell::Kind::Mark && !cell.text.isEmpty()
+                             && m_aliases.nameOf(cell.text).isEmpty();
+        others += isOther ? 1 : 0;
+        scores += cell.kind == ScoreCell::Kind::Number ? 1 : 0;
+    }
+    return others <= scores;
+}
+
+void SheetReading::openTextColumns()
+{
+    for (ColumnProposal& column : m_sheet.columns) {
+        if (column.use.field != Field::Subject || column.decidedBy != DecidedBy::Program
+            || column.isOpen || isListOfNumbers(column.column))
+            continue;
+        column.isOpen = true;
+        column.reason = u"这一列大多不是数字。"_s;
+    }
+}
+
+void SheetReading::noteColumns()
+{
+    for (const ColumnProposal& column : m_sheet.columns) {
+        if (!column.use.name.isEmpty())
+            m_columnOf.insert(column.use.name, column.column);
+        if (m_proposal.goal == Goal::StudentList
+            && (column.use.field == Field::SchoolNumber || column.use.field == Field::Stream))
+            m_columnOf.insert(fieldText(column.use.field), column.column);
+    }
+}
+
+QString SheetReading::whyNot() const
+{
+    if (m_view.lastRow() == 0)
+        return u"空的数据表。"_s;
+    if (!m_sheet.heading.areFound())
+        return u"没有找到表头。"_s;
+    const bool hasScores = std::any_of(
+        m_sheet.columns.begin(), m_sheet.columns.end(), [](const ColumnProposal& column) {
+            return column.use.field == Field::Subject || column.isOpen;
+        });
+    if (m_proposal.goal == Goal::ExamScores && !hasScores)
+        return u"没有科目的成绩。"_s;
+    if (m_rows.empty())
+        return u"表头下面没有学生。"_s;
+    return m_view.sheet().visibility() == excel::Visibility::Visible ? QString()
+                                                                     : u"隐藏的数据表。"_s;
+}
+
+void SheetReading::takeOrLeave()
+{
+    m_sheet.reason = whyNot();
+    if (m_sheet.takingDecidedBy == DecidedBy::Program)
+        m_sheet.taking = m_sheet.reason.isEmpty() ? Taking::Take : Taking::LeaveOut;
+    else if (m_sheet.taking == Taking::LeaveOut)
+        m_sheet.reason = u"您选择不用这张数据表。"_s;
+    if (m_sheet.taking == Taking::LeaveOut) {
+        m_rows.clear();
+        m_questions.clear();
+        return;
+    }
+    if (m_rows.empty())
+        m_questions.append(u"数据表“%1”不能用：%2"_s.arg(m_sheet.name, m_sheet.reason));
+    else
+        m_sheet.reason.clear();
+    noteMissingSubjects();
+    noteCuts();
+}
+
+void SheetReading::noteMissingSubjects()
+{
+    if (m_proposal.goal != Goal::ExamScores || !m_sheet.heading.areFound())
+        return;
+    const std::vector<HeadingCell> headings =
+        m_view.headings(m_sheet.heading.first, m_sheet.heading.count);
+    for (const ColumnProposal& column : m_sheet.columns) {
+        const QString text =
+            missingSubjectText(column, m_words, headings[size_t(column.column) - 1]);
+        if (!text.isEmpty())
+            m_warnings.append(text);
+    }
+}
+
+void SheetReading::noteCuts()
+{
+    if (m_view.isCutBelow())
+        m_questions.append(u"数据表“%1”有 %2 行，超过了能整理的 %3 行。"_s.arg(
+            m_sheet.name, QString::number(m_view.sheet().lastUsedRow()),
+            QString::number(SheetView::LastRow)));
+    if (m_view.isCutAside())
+        m_warnings.append(u"数据表“%1”第 %2 列以后的内容没有看。"_s.arg(
+            m_sheet.name, QString::number(SheetView::LastColumn)));
+}
+
+} // namespace tidy

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "import/tidy/RowReading.h"
+
+namespace tidy {
+
+/// One sheet: its headings, columns, source of the class and rows, as far as the program decides
+/// them. Changes its part of the proposal, which must outlive it.
+class SheetReading
+{
+public:
+    SheetReading(const excel::Worksheet& sheet, int number, Proposal& proposal,
+                 const HeadingWords& words, const Aliases& aliases);
+
+    const SheetView& view() const { return m_view; }
+    const SheetProposal& proposal() const { return m_sheet; }
+    /// The grade that a title, the sheet's or the file's name tells; empty if none does.
+    const QString& grade() const { return m_grade; }
+    /// The rows of students; none of a sheet that is not taken.
+    const std::vector<SourceRow>& rows() const { return m_rows; }
+    /// What keeps the sheet from being tidied, beside its open columns.
+    const QStringList& questions() const { return m_questions; }
+    /// What is not taken though it looks like scores, and what lies outside of an import's reach.
+    const QStringList& warnings() const { return m_warnings; }
+    /// The column of a subject or of 信息表; 0 if there is none.
+    int columnNamed(const QString& name) const { return m_columnOf.value(name); }
+
+private:
+    void findGrade();
+    void readRows();
+    void findClassSource();
+    void checkClassSources(const QString& title, const QString& name);
+    bool isListOfNumbers(int column) const;
+    void openTextColumns();
+    void takeOrLeave();
+    QString whyNot() const;
+    void noteColumns();
+    void noteMissingSubjects();
+    void noteCuts();
+
+    SheetView m_view;
+    Proposal& m_proposal;
+    SheetProposal& m_sheet;
+    int m_number;
+    const HeadingWords& m_words;
+    const Aliases& m_aliases;
+    QString m_grade;
+    std::vector<SourceRow> m_rows;
+    QHash<QString, int> m_columnOf;
+    QStringList m_questions;
+    QStringList m_warnings;
+};
+
+} // namespace tidy
