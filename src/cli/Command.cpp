@@ -221,6 +221,14 @@ const std::vector<Command>& commands()
          "    --yes              对确认回答“确定”（默认“取消”）\n"
          "    --no-backup        不起作用：接受，但这条命令不写入成绩库\n",
          runDeleteExams},
+        {u"remove-exams",
+         {{u"exam"_s}, {u"yes"_s, u"no-backup"_s}, 1, 2, {u"exam"_s}},
+         u"yunshan-cli remove-exams LIB [A,B] [--exam NAME]… --yes [--no-backup]\n"
+         "    彻底删除考试：它们的成绩、考试名称表和教师名单里的行。先输出要删除的数目。\n"
+         "    --exam NAME        一次考试，名称原样，可以含有逗号，可以多次给出\n"
+         "    --yes              确实要删除；不给出时只输出数目，什么也不删除\n"
+         "    --no-backup        删除前不备份成绩库\n",
+         runRemoveExams},
         {u"settings",
          {{u"set"_s, u"analysis"_s, u"conditions"_s, u"condition"_s, u"delete-conditions"_s,
            u"format"_s},

@@ -37,6 +37,7 @@ Exit runClassCharts(Session& session);
 Exit runCorrect(Session& session);
 Exit runDeleteSubjects(Session& session);
 Exit runDeleteExams(Session& session);
+Exit runRemoveExams(Session& session);
 Exit runSettings(Session& session);
 Exit runTeachers(Session& session);
 Exit runSetStreams(Session& session);

@@ -1,6 +1,7 @@
 #include "cli/ChosenOptions.h"
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
+#include "maintenance/ExamErasure.h"
 #include "maintenance/ExamRemoval.h"
 #include "maintenance/SubjectRemoval.h"
 
@@ -15,10 +16,25 @@ namespace {
 QStringList namesOf(const Session& session)
 {
     QStringList names;
-    for (const QString& name : session.arguments.positionals().at(1).split(u','))
+    for (const QString& name : session.arguments.positionals().value(1).split(u','))
         names.append(name.trimmed());
     names.removeAll(QString());
     return names;
+}
+
+/// The exams that are named in the list behind the library, or one by one as they stand. Throws
+/// UsageError for none, and for one that the open library does not have.
+QStringList storedExams(const Session& session)
+{
+    QStringList exams = namesOf(session) + session.arguments.values(u"exam"_s);
+    exams.removeDuplicates();
+    if (exams.isEmpty())
+        throw missingOption(u"exam"_s);
+    for (const QString& exam : exams) {
+        if (!maintenance::isExamStored(session.scores.Conn, exam))
+            throw UsageError(u"成绩库里没有考试“%1”。"_s.arg(exam));
+    }
+    return exams;
 }
 
 /// Those of the list that are named, as they would be selected on the screen.
@@ -62,6 +78,20 @@ Exit runDeleteExams(Session& session)
     maintenance::removeExams(session.scores,
                              selectedFrom(session.scores.catalogue.ExamList, names));
     return session.dialogs.cancelled() ? Exit::Error : session.result();
+}
+
+Exit runRemoveExams(Session& session)
+{
+    if (session.arguments.has(u"yes"_s))
+        session.dialogs.answer(u"要彻底删除这些考试吗"_s, u"彻底删除"_s);
+    if (!session.openLibrary())
+        return Exit::Error;
+    using maintenance::ExamErasure;
+    CliProgress progress;
+    const ExamErasure::Result result =
+        ExamErasure(session.scores)
+            .run(storedExams(session), progress, chosenBackup(session.arguments));
+    return result == ExamErasure::Result::Done ? session.result() : Exit::Error;
 }
 
 } // namespace cli

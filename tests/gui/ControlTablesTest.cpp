@@ -469,7 +469,7 @@ TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
                   "mfREC0 (最近打开的文件)|mfREC1 2|mfREC2 3|mfREC3 4|mfREC4 5|mfREC5 6|-|"
                   "Mfexit 退出"_s},
         {u"Medit"_s, u"meLook 浏览考试|-|meDRKS 导入考试|-|meJCCJ 检查成绩|meXGCJ 修改成绩|-|"
-                     "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试"_s},
+                     "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试|-|meErase 彻底删除所选考试…"_s},
         {u"mSJWH"_s, u"meDRLB 导入信息|meXXXG 修改信息|-|meSZTP 设置图片|meJCTP 检查图片|-|"
                      "meJSMD 教师名单|meZFGS 总分设置|-|mtSZWL 设置文理|mtSJFB 重新分班|"
                      "mtZB 个别转班"_s},

@@ -7,6 +7,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
@@ -15,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include "library/ui/FormNew.h"
+#include "maintenance/ExamErasure.h"
 #include "maintenance/ExamRemoval.h"
 #include "oldlibraries/AskedConversion.h"
 #include "oldlibraries/ConversionNote.h"
@@ -129,7 +131,13 @@ void AFormMain::buildGrid()
     auto* layout = new QVBoxLayout(background);
     layout->setContentsMargins(0, 0, 0, 0);
     LabelResultNote = new workbench::NoteLabel(u"LabelResultNote"_s, background);
+    LabelStale = widgets::namedText(new QLabel(background), u"LabelStale"_s);
+    LabelStale->setWordWrap(true);
+    LabelStale->setAutoFillBackground(true);
+    LabelStale->setFrameShape(QFrame::StyledPanel);
+    LabelStale->hide();
     layout->addWidget(LabelResultNote);
+    layout->addWidget(LabelStale);
     layout->addWidget(MSFlexGrid1, 1);
     setCentralWidget(background);
 }
@@ -146,6 +154,10 @@ void AFormMain::buildWorkbench()
             &workbench::FormKaoShi::runStatistics);
     connect(m_workbench, &workbench::FormKaoShi::importRequested, this,
             [this] { m_screens.showFormDaoRu(); });
+    connect(m_workbench, &workbench::FormKaoShi::erasureRequested, this, [this] {
+        const CommandScope command(m_dialogs);
+        eraseExams();
+    });
     connect(m_workbench, &workbench::FormKaoShi::customDisplayRequested, this,
             [this](const QString& item, const QString& stream) {
                 m_screens.showFormZDYXS(item, stream);
@@ -189,6 +201,7 @@ void AFormMain::connectMenu()
     connectItem(u"Hzt"_s, &AFormMain::Hzt_Click);
     connectItem(u"mUpdate"_s, &AFormMain::mUpdate_Click);
     connectItem(u"meSCKS"_s, &AFormMain::meSCKS_Click);
+    connectItem(u"meErase"_s, &AFormMain::eraseExams);
     connect(m_menu.item(u"meDRKS"_s), &QAction::triggered, this,
             [this] { m_screens.showFormDaoRu(); });
     connectScreen(u"meDRLB"_s, &MenuScreens::importStudents);
@@ -271,6 +284,7 @@ void AFormMain::hideResult()
 {
     MSFlexGrid1->hide();
     LabelResultNote->showNotes({});
+    LabelStale->hide();
 }
 
 void AFormMain::openLibrary(const QString& path, RecentOrder order)
@@ -363,10 +377,26 @@ void AFormMain::meSCKS_Click()
     maintenance::removeExams(m_library, m_workbench->selectedExams());
 }
 
+void AFormMain::eraseExams()
+{
+    widgets::ScreenProgress progress(this);
+    maintenance::ExamErasure erasure(m_library);
+    const auto result = erasure.run(m_workbench->selectedExams(), progress, library::Backup::Make);
+    if (result == maintenance::ExamErasure::Result::Done)
+        noteStale(u"下面还是删除考试以前的结果，请重新浏览或统计。"_s);
+}
+
+void AFormMain::noteStale(const QString& text)
+{
+    LabelStale->setText(text);
+    LabelStale->setVisible(MSFlexGrid1->isVisible());
+}
+
 void AFormMain::showGrid(workbench::AfterQuery afterwards)
 {
     restoreWidths(m_grid);
     LabelResultNote->showNotes(m_workbench->resultNotes());
+    LabelStale->hide();
     MSFlexGrid1->show();
     MSFlexGrid1->refresh();
     if (afterwards == workbench::AfterQuery::Minimise) {

@@ -11,6 +11,7 @@
 #include "workbench/ui/FormKaoShi.h"
 
 class QDockWidget;
+class QLabel;
 class QMenu;
 
 namespace workbench {
@@ -86,6 +87,9 @@ private:
     void mUpdate_Click();
     void mMfgToXls_Click();
     void meSCKS_Click();
+    void eraseExams();
+    /// Says above the result that the library has changed since; hidden results need no word.
+    void noteStale(const QString& text);
 
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;
@@ -95,6 +99,7 @@ private:
     grid::FlexGrid m_grid;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     workbench::NoteLabel* LabelResultNote = nullptr;
+    QLabel* LabelStale = nullptr;
     QMenu* mTC = nullptr;
     QDockWidget* m_panel = nullptr;
     QTimer m_layoutChange;

@@ -47,6 +47,8 @@ constexpr Entry entries[] = {
     {u"Medit", u"xyks", u"下移考试(&D)"},
     {u"Medit", u"meKSGM", u"考试改名(&G)"},
     {u"Medit", u"meSCKS", u"删除考试(&S)"},
+    {u"Medit", nullptr, nullptr},
+    {u"Medit", u"meErase", u"彻底删除所选考试(&R)…"},
     {u"mSJWH", u"meDRLB", u"导入信息(&I)"},
     {u"mSJWH", u"meXXXG", u"修改信息(&X)"},
     {u"mSJWH", nullptr, nullptr},

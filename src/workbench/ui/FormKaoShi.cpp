@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -120,6 +121,7 @@ QListWidget* FormKaoShi::makeList(const QString& name, const QString& heading, Q
 void FormKaoShi::buildExams(QGridLayout* layout)
 {
     ListKSMC = makeList(u"ListKSMC"_s, u"考试名称(&K)"_s, layout, 0, 30);
+    buildExamMenu();
     CommandUP = button(u"CommandUP"_s, u"↑"_s, this);
     CommandUP->setToolTip(u"上移考试"_s);
     CommandUP->setAccessibleName(u"上移考试"_s);
@@ -132,6 +134,26 @@ void FormKaoShi::buildExams(QGridLayout* layout)
     row->addWidget(CommandDown);
     row->addWidget(Command1);
     layout->addLayout(row, 3, 0);
+}
+
+void FormKaoShi::buildExamMenu()
+{
+    ExamMenu = named(new QMenu(ListKSMC), u"ExamMenu"_s, u"所选考试"_s);
+    addExamEntry(u"examErase"_s, u"彻底删除所选考试(&R)…"_s, &FormKaoShi::erasureRequested);
+    ListKSMC->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(ListKSMC, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {
+        // Without a library the list shows the exams of the one before.
+        if (m_selection.commandsAvailable == Available::Yes)
+            ExamMenu->popup(ListKSMC->viewport()->mapToGlobal(place));
+    });
+}
+
+void FormKaoShi::addExamEntry(const QString& name, const QString& caption,
+                              void (FormKaoShi::*chosen)())
+{
+    QAction* entry = ExamMenu->addAction(caption);
+    entry->setObjectName(name);
+    connect(entry, &QAction::triggered, this, chosen);
 }
 
 void FormKaoShi::buildClasses(QGridLayout* layout)

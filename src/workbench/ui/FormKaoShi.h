@@ -15,6 +15,7 @@ class QComboBox;
 class QGridLayout;
 class QLabel;
 class QListWidget;
+class QMenu;
 class QPlainTextEdit;
 class QPushButton;
 class QRadioButton;
@@ -51,6 +52,8 @@ Q_SIGNALS:
     void gridFilled(AfterQuery afterwards);
     /// "导入考试" was pressed.
     void importRequested();
+    /// "彻底删除所选考试" was chosen in the menu of the exams.
+    void erasureRequested();
     /// "自定义显示" was pressed; DisplayItems hold what is shown now for this item and stream.
     void customDisplayRequested(const QString& item, const QString& stream);
     /// A library was opened or closed, as far as the commands go.
@@ -62,6 +65,8 @@ protected:
 
 private:
     void buildExams(QGridLayout* layout);
+    void buildExamMenu();
+    void addExamEntry(const QString& name, const QString& caption, void (FormKaoShi::*chosen)());
     void buildClasses(QGridLayout* layout);
     void buildOrder(QGridLayout* layout);
     void buildCommands(QGridLayout* layout);
@@ -98,6 +103,7 @@ private:
     bool m_showing = false;
 
     QListWidget* ListKSMC = nullptr;
+    QMenu* ExamMenu = nullptr;
     QListWidget* ListFW = nullptr;
     QListWidget* ListLB = nullptr;
     QListWidget* ListXM = nullptr;
