@@ -229,6 +229,26 @@ const std::vector<Command>& commands()
          "    --yes              确实要删除；不给出时只输出数目，什么也不删除\n"
          "    --no-backup        删除前不备份成绩库\n",
          runRemoveExams},
+        {u"move-student",
+         {{u"id"_s, u"class"_s, u"number"_s, u"to-class"_s, u"to-number"_s, u"swap"_s, u"format"_s},
+          {u"remove"_s, u"with-scores"_s, u"keep-stream"_s, u"rescore"_s, u"yes"_s, u"no-backup"_s},
+          1,
+          1},
+         u"yunshan-cli move-student LIB (--id N | --class C --number N)\n"
+         "            (--to-class C [--to-number N] | --swap C/N | --remove) [--with-scores]\n"
+         "            [--keep-stream] [--yes] [--rescore] [--no-backup] [--format tsv|json]\n"
+         "    调整一名学生，先输出要做的改动。\n"
+         "    --to-class C       移到这个班\n"
+         "    --to-number N      在班里的学号（默认排在最后一名后面）\n"
+         "    --swap C/N         和 C 班 N 号的学生交换班级和学号\n"
+         "    --remove           从学生名单里删除\n"
+         "    --with-scores      以前的成绩一起改到新班级和学号，或一起删去（默认不改动）\n"
+         "    --keep-stream      新班的科类不同时也不改学生的科类（默认改为新班的）\n"
+         "    --yes              确实要执行；不给出时只输出，什么也不改动\n"
+         "    --rescore          执行后重新计算名次变了的考试\n"
+         "    --no-backup        执行前不备份成绩库\n"
+         "    --format …         tsv 以制表符分隔（默认），json 输出整张表格\n",
+         runMoveStudent},
         {u"settings",
          {{u"set"_s, u"analysis"_s, u"conditions"_s, u"condition"_s, u"delete-conditions"_s,
            u"format"_s},

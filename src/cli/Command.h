@@ -38,6 +38,7 @@ Exit runCorrect(Session& session);
 Exit runDeleteSubjects(Session& session);
 Exit runDeleteExams(Session& session);
 Exit runRemoveExams(Session& session);
+Exit runMoveStudent(Session& session);
 Exit runSettings(Session& session);
 Exit runTeachers(Session& session);
 Exit runSetStreams(Session& session);

@@ -1,0 +1,70 @@
+#include "maintenance/SchoolRoster.h"
+
+#include <algorithm>
+
+#include "maintenance/QuotedText.h"
+#include "platform/database/Statement.h"
+#include "platform/runtime/Numbers.h"
+
+namespace maintenance {
+
+using namespace Qt::StringLiterals;
+
+QString StudentPlace::text() const
+{
+    return u"%1 班 %2 号"_s.arg(runtime::doubleText(classNumber), runtime::doubleText(number));
+}
+
+std::optional<StudentPlace> RosterStudent::place() const
+{
+    if (!classNumber.isNumber() || !number.isNumber())
+        return std::nullopt;
+    return StudentPlace{runtime::Val(classNumber), runtime::Val(number)};
+}
+
+QString RosterStudent::text() const
+{
+    const std::optional<StudentPlace> here = place();
+    return u"%1（%2）"_s.arg(quoted(name.simplified()), here ? here->text() : u"没有班级或学号"_s);
+}
+
+SchoolRoster::SchoolRoster(database::Connection& connection)
+{
+    database::Statement& rows =
+        connection.prepared(u"select ID, 班级, 学号, 姓名, 科类 from 信息表 order by rowid"_s);
+    rows.reset();
+    while (rows.step()) {
+        m_places.emplace(rows.integer(0), m_students.size());
+        m_students.push_back({.id = rows.integer(0),
+                              .classNumber = rows.value(1),
+                              .number = rows.value(2),
+                              .name = rows.text(3),
+                              .stream = rows.text(4)});
+    }
+}
+
+const RosterStudent* SchoolRoster::find(qint64 id) const
+{
+    const auto found = m_places.find(id);
+    return found == m_places.end() ? nullptr : &m_students[found->second];
+}
+
+std::optional<QString> SchoolRoster::streamOf(double classNumber) const
+{
+    const auto first =
+        std::find_if(m_students.begin(), m_students.end(), [&](const RosterStudent& student) {
+            return student.classNumber.isNumber()
+                   && runtime::Val(student.classNumber) == classNumber;
+        });
+    return first == m_students.end() || first->stream.isEmpty() ? std::nullopt
+                                                                : std::optional(first->stream);
+}
+
+bool SchoolRoster::hasClass(double classNumber) const
+{
+    return std::any_of(m_students.begin(), m_students.end(), [&](const RosterStudent& student) {
+        return student.classNumber.isNumber() && runtime::Val(student.classNumber) == classNumber;
+    });
+}
+
+} // namespace maintenance

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "maintenance/StudentMove.h"
+#include "platform/database/Connection.h"
+#include "platform/runtime/Value.h"
+
+namespace maintenance {
+
+/// A student as 信息表 has him.
+struct RosterStudent
+{
+    qint64 id = 0;
+    runtime::Value classNumber;
+    runtime::Value number;
+    QString name;
+    QString stream;
+
+    /// Nothing if his class or number is no number.
+    std::optional<StudentPlace> place() const;
+    /// "王芳（3 班 12 号）".
+    QString text() const;
+    friend bool operator==(const RosterStudent&, const RosterStudent&) = default;
+};
+
+/// All students of a library in table order.
+class SchoolRoster
+{
+public:
+    /// Throws database::Error.
+    explicit SchoolRoster(database::Connection& connection);
+
+    const std::vector<RosterStudent>& students() const { return m_students; }
+    /// Null if there is none of that ID.
+    const RosterStudent* find(qint64 id) const;
+    /// The stream of the class's first student; nothing for a class without students, or where his
+    /// is empty.
+    std::optional<QString> streamOf(double classNumber) const;
+    bool hasClass(double classNumber) const;
+
+private:
+    std::vector<RosterStudent> m_students;
+    std::map<qint64, size_t> m_places;
+};
+
+} // namespace maintenance
