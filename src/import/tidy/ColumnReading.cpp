@@ -76,11 +76,11 @@ Candidate candidateOf(int column, const HeadingCell& heading, const HeadingWords
     return candidate;
 }
 
-void keepChoice(ColumnProposal& column, const SheetProposal& sheet)
+void keepChoice(ColumnProposal& column, const SheetProposal& sheet, const HeadingWords& words)
 {
     const ColumnProposal* former = sheet.column(column.column);
     if (former == nullptr || former->decidedBy == DecidedBy::Program
-        || former->heading != column.heading)
+        || former->heading != column.heading || !words.offers(former->use))
         return;
     column.use = former->use;
     column.decidedBy = former->decidedBy;
@@ -208,7 +208,7 @@ void readColumns(SheetProposal& sheet, const SheetView& view, const HeadingWords
     int column = 0;
     for (const HeadingCell& heading : view.headings(sheet.heading.first, sheet.heading.count)) {
         all.push_back(candidateOf(++column, heading, words, namesOfSheet));
-        keepChoice(all.back().column, sheet);
+        keepChoice(all.back().column, sheet, words);
     }
     settleAll(all, goal);
     tellAssigned(all);

@@ -56,7 +56,8 @@ HeadingRows findHeading(const SheetView& view, const HeadingWords& words)
     HeadingRows best;
     int strongest = 0;
     const auto consider = [&](int row, int count) {
-        const int found = strength(view, words, row, count);
+        // Of equals, one row: a title above it would be taken for an upper heading.
+        const int found = 2 * strength(view, words, row, count) - (count - 1);
         if (found <= strongest)
             return;
         strongest = found;

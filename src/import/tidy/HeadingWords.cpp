@@ -45,7 +45,8 @@ ScoreKind kindOf(const QString& rest)
 
 } // namespace
 
-HeadingWords::HeadingWords(Goal goal, const Sources& sources) : m_goal(goal), m_sources(sources)
+HeadingWords::HeadingWords(Goal goal, const Sources& sources)
+    : m_goal(goal), m_sources(sources), m_uses(possibleUses(goal, sources.roster))
 {
     for (const QString& subject : usualSubjects()) {
         for (const QString& word : sources.aliases.namesOf(subject))
@@ -57,6 +58,11 @@ HeadingWords::HeadingWords(Goal goal, const Sources& sources) : m_goal(goal), m_
     std::sort(m_words.begin(), m_words.end(), [](const QString& a, const QString& b) {
         return a.size() != b.size() ? a.size() > b.size() : a < b;
     });
+}
+
+bool HeadingWords::offers(const ColumnUse& use) const
+{
+    return std::find(m_uses.begin(), m_uses.end(), use) != m_uses.end();
 }
 
 void HeadingWords::addSubject(const QString& subject)

@@ -46,6 +46,8 @@ public:
     HeadingMeaning meaning(const HeadingCell& heading) const;
     /// The one subject that a name of a sheet, a title or a file names; empty if none or several.
     QString subjectIn(const QString& text) const;
+    /// True for a use that columns can have here.
+    bool offers(const ColumnUse& use) const;
 
 private:
     HeadingMeaning read(const QString& heading) const;
@@ -57,7 +59,8 @@ private:
     void addWord(const QString& word, const QString& subject);
 
     Goal m_goal;
-    const Sources& m_sources;
+    const Sources m_sources;
+    std::vector<ColumnUse> m_uses;
     /// What a folded word can mean: subjects of the roster; none for one that it lacks.
     QHash<QString, QStringList> m_subjectsOf;
     /// Those words, the longest first.

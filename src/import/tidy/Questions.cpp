@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Things of one kind that are named one by one.
-constexpr int mostNamed = 5;
+constexpr int mostListed = 5;
 /// Rows that an import reads at most.
 constexpr int mostStudents = 65554;
 
@@ -26,7 +26,7 @@ QStringList aboutSheets(const Proposal& proposal)
         return {};
     QStringList reasons;
     for (const SheetProposal& sheet : proposal.sheets) {
-        if (reasons.size() < mostNamed)
+        if (reasons.size() < mostListed)
             reasons.append(u"“%1”：%2"_s.arg(sheet.name, sheet.reason));
     }
     return {u"没有可以导入的数据表。"_s + reasons.join(QString())};
@@ -121,7 +121,7 @@ QStringList aboutClasses(const Proposal& proposal)
     QStringList named;
     int count = 0;
     for (const ClassReading& reading : proposal.classes) {
-        if (reading.isOpen && ++count <= mostNamed)
+        if (reading.isOpen && ++count <= mostListed)
             named.append(u"“%1”（%2）"_s.arg(reading.text, reading.reason));
     }
     return joined(u"有 %1 种班级的写法不能确定是哪个班：%2%3。"_s, named, count);
@@ -132,7 +132,7 @@ QStringList aboutMarks(const Proposal& proposal)
     QStringList named;
     int count = 0;
     for (const Mark& mark : proposal.marks) {
-        if (mark.isOpen && ++count <= mostNamed)
+        if (mark.isOpen && ++count <= mostListed)
             named.append(u"“%1”（%2 处）"_s.arg(mark.text, QString::number(mark.count)));
     }
     return joined(u"成绩里有 %1 种文字不知道是什么意思：%2%3。"_s, named, count);

@@ -269,6 +269,7 @@ std::vector<SourceRow> RowReading::read()
         else
             leaveOut(row, kind, reasonOf(kind));
     }
+    noteGap(expected, m_view.lastRow());
     spreadClasses(rows);
     return rows;
 }

@@ -67,6 +67,24 @@ void writeLeftOut(excel::Workbook& target, const BookReading& reading, const Pro
 
 } // namespace
 
+std::vector<ColumnUse> possibleUses(Goal goal, const Roster& roster)
+{
+    std::vector<ColumnUse> uses;
+    for (const Field field : {Field::Leave, Field::Class, Field::Number, Field::Name,
+                              Field::ExamNumber, Field::SchoolNumber, Field::Stream})
+        uses.push_back({field});
+    if (goal == Goal::ExamScores) {
+        for (const QString& subject : roster.subjects())
+            uses.push_back({Field::Subject, subject});
+        return uses;
+    }
+    for (const QString& column : Roster::studentColumns()) {
+        if (column != fieldText(Field::SchoolNumber))
+            uses.push_back({Field::StudentColumn, column});
+    }
+    return uses;
+}
+
 Proposal propose(excel::Workbook& book, Goal goal, const Sources& sources)
 {
     Proposal proposal;

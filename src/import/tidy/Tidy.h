@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "import/tidy/Aliases.h"
 #include "import/tidy/Proposal.h"
@@ -15,6 +16,9 @@ struct Sources
     const Aliases& aliases;
     const Roster& roster;
 };
+
+/// What a column can be taken for, 不导入 first, in the order in which it is offered.
+std::vector<ColumnUse> possibleUses(Goal goal, const Roster& roster);
 
 /// How the workbook looks like being meant. Changes nothing. Throws runtime::Error only for a
 /// workbook that was closed.
