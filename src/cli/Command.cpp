@@ -79,6 +79,28 @@ const std::vector<Command>& commands()
          "                       都留在原班\n"
          "    --no-backup        写入前不备份成绩库\n",
          runReclass},
+        {u"tidy",
+         {{u"as"_s, u"library"_s, u"map"_s, u"mark"_s, u"class"_s, u"sheets"_s, u"out"_s,
+           u"format"_s},
+          {u"force"_s},
+          1,
+          1,
+          {u"map"_s, u"mark"_s, u"class"_s}},
+         u"yunshan-cli tidy BOOK [--as exam|students] [--library LIB] [--map FIELD=COLUMN]…\n"
+         "            [--mark TEXT=缺考|作弊|不变]… [--class TEXT=NUMBER]… [--sheets A,B]\n"
+         "            --out FILE.xlsx [--force] [--format paths|json]\n"
+         "    把学校里各种样子的工作簿整理成导入要求的样子，存为 FILE.xlsx，输出它的路径。\n"
+         "    --as …             用来导入考试成绩（默认）或学生信息\n"
+         "    --library LIB      按这个成绩库的科目和学生整理（默认只用 data/科目.txt 的科目）\n"
+         "    --map FIELD=COLUMN 指定一列是什么，可以多次给出；FIELD 是班级、学号、姓名、考号、\n"
+         "                       学籍号、科类、科目或不导入，COLUMN 是字母或表头；班级还可以是\n"
+         "                       标题、表名或文件名\n"
+         "    --mark …           成绩里的一种文字是什么意思，可以多次给出\n"
+         "    --class …          一种班级的写法是哪个班，可以多次给出\n"
+         "    --sheets A,B       只用这些数据表\n"
+         "    --force            文件已存在时覆盖它\n"
+         "    --format json      输出怎样整理的全部内容，这时可以不给 --out\n",
+         runTidy},
         {u"score",
          {{}, {}, 2, 1000},
          u"yunshan-cli score LIB EXAM…\n"

@@ -24,6 +24,7 @@ Exit runConvert(Session& session);
 Exit runImportStudents(Session& session);
 Exit runImportExam(Session& session);
 Exit runReclass(Session& session);
+Exit runTidy(Session& session);
 Exit runScore(Session& session);
 Exit runBrowse(Session& session);
 Exit runReport(Session& session);
