@@ -43,16 +43,8 @@ void resetLooks(FlexGrid& grid)
     fillTrap([&] { grid.setRowHeight(allLines, FlexGrid::DefaultRowHeight); });
     fillTrap([&] { grid.setColAlignment(allLines, FlexGrid::DefaultColAlignment); });
     grid.WordWrap = false;
-}
-
-void writeHeadings(FlexGrid& grid, const QStringList& items)
-{
-    const double unit = characterUnit(grid);
-    for (int col = 0; col < items.size(); ++col) {
-        const QString heading = browseHeading(items[col]);
-        fillTrap([&] { grid.setTextMatrix(0, col, heading); });
-        fillTrap([&] { grid.setColWidth(col, columnWidth(items[col], heading, unit)); });
-    }
+    for (int row = 0; row < grid.Rows(); ++row)
+        grid.setRowData(row, 0);
 }
 
 void writeRows(FlexGrid& grid, const QStringList& items, database::Recordset& rows)
@@ -74,6 +66,16 @@ void writeRows(FlexGrid& grid, const QStringList& items, database::Recordset& ro
 }
 
 } // namespace
+
+void writeHeadings(FlexGrid& grid, const QStringList& items)
+{
+    const double unit = characterUnit(grid);
+    for (int col = 0; col < items.size(); ++col) {
+        const QString heading = browseHeading(items[col]);
+        fillTrap([&] { grid.setTextMatrix(0, col, heading); });
+        fillTrap([&] { grid.setColWidth(col, columnWidth(items[col], heading, unit)); });
+    }
+}
 
 QString browseHeading(const QString& item)
 {
@@ -105,14 +107,19 @@ QStringList defaultItems(const library::Catalogue& catalogue, const QString& fam
 
 } // namespace
 
+QStringList shownColumns(library::ScoreLibrary& scoreLibrary, const QString& family,
+                         const QString& stream)
+{
+    const QStringList stored = scoreLibrary.settings.GetZDYXS(family + stream);
+    return stored.isEmpty() ? defaultItems(scoreLibrary.catalogue, family) : stored;
+}
+
 QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
                     const QString& stream)
 {
     const Trap trap{" - Sub MKzdyxs/FormKaoShi"};
     QStringList& items = scoreLibrary.settings.DisplayItems;
-    trap([&] { items = scoreLibrary.settings.GetZDYXS(family + stream); });
-    if (items.isEmpty())
-        items = defaultItems(scoreLibrary.catalogue, family);
+    trap([&] { items = shownColumns(scoreLibrary, family, stream); });
     return items;
 }
 

@@ -24,7 +24,11 @@ struct BrowseRequest
 bool checkExamChosen(const QStringList& exams);
 
 /// The columns that a family and stream show: the stored selection of that name, or the default
-/// list. They become the DisplayItems of the library's settings.
+/// list.
+QStringList shownColumns(library::ScoreLibrary& scoreLibrary, const QString& family,
+                         const QString& stream);
+
+/// The same. They become the DisplayItems of the library's settings.
 QStringList MKzdyxs(library::ScoreLibrary& scoreLibrary, const QString& family,
                     const QString& stream);
 
@@ -43,5 +47,8 @@ bool browse(library::ScoreLibrary& scoreLibrary, const BrowseRequest& request, g
 
 /// The heading of a column: "语文年名" is shown as "语名".
 QString browseHeading(const QString& item);
+
+/// Writes the headings of these columns into row 0 and gives the columns their widths.
+void writeHeadings(grid::FlexGrid& grid, const QStringList& items);
 
 } // namespace workbench

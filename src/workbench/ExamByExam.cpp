@@ -11,6 +11,7 @@ void copyTable(const FlexGrid& table, FlexGrid& grid, int top)
     for (int row = 0; row < table.Rows(); ++row) {
         for (int col = 0; col < table.Cols(); ++col)
             grid.setTextMatrix(top + row, col, table.TextMatrix(row, col));
+        grid.setRowData(top + row, table.RowData(row));
         if (table.RowHeight(row) != FlexGrid::DefaultRowHeight)
             grid.setRowHeight(top + row, table.RowHeight(row));
     }

@@ -153,6 +153,7 @@ bool runReport(const ReportRequest& request, statistics::ReportContext& context,
     context.forgetRows();
     if (const statistics::Report report = statistics::namedReport(reportOf(request)))
         fillGrid(request, report, context, grid);
+    context.figures.keepOnly(grid);
     // Many exams fill the memory.
     context.forgetRows();
     grid.Visible = true;

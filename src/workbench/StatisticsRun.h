@@ -50,7 +50,8 @@ struct ReportNote
 /// the thresholds, and an item that is unknown for its blanks at the end alone.
 std::vector<ReportNote> reportNotes(const ReportRequest& request);
 
-/// "执行统计": fills the grid with the report of the item. All four rates run as 各科优秀率 unless
+/// "执行统计": fills the grid with the report of the item; what its cells stand for is in the
+/// context's figures. All four rates run as 各科优秀率 unless
 /// the request says otherwise, and an item that is unknown here does nothing. False after a message
 /// if exams or the item are missing.
 bool runReport(const ReportRequest& request, statistics::ReportContext& context,

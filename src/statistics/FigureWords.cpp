@@ -1,0 +1,281 @@
+#include "statistics/FigureWords.h"
+
+#include <algorithm>
+#include <span>
+
+#include "library/ColumnNames.h"
+#include "platform/runtime/ComparedNumber.h"
+#include "platform/runtime/Numbers.h"
+#include "statistics/ExamFigures.h"
+
+namespace statistics {
+
+using namespace Qt::StringLiterals;
+using runtime::doubleText;
+
+namespace {
+
+/// A name as a sentence has room for it.
+QString named(const QString& name)
+{
+    constexpr qsizetype most = 40;
+    const QString simple = name.left(4 * most).simplified();
+    return simple.size() <= most ? simple : simple.left(most) + u"……"_s;
+}
+
+QString columnWords(const QString& column)
+{
+    constexpr int suffix = 2;
+    return library::isGradeRankColumn(column) ? named(column.chopped(suffix)) + u"年级名次"_s
+                                              : named(column);
+}
+
+QString markWords(const Comparison& comparison)
+{
+    if (comparison.number == 0 && comparison.op == Operator::GreaterOrEqual)
+        return u"不缺考"_s;
+    if (comparison.number == 0 && comparison.op == Operator::Less)
+        return u"缺考"_s;
+    const QString mark = doubleText(comparison.number) + u" 分"_s;
+    switch (comparison.op) {
+    case Operator::Less:
+        return u"低于 "_s + mark;
+    case Operator::LessOrEqual:
+        return u"不高于 "_s + mark;
+    case Operator::Greater:
+        return u"高于 "_s + mark;
+    case Operator::GreaterOrEqual:
+        return u"不低于 "_s + mark;
+    case Operator::Equal:
+        break;
+    }
+    return u"等于 "_s + mark;
+}
+
+QString rankWords(const Comparison& comparison)
+{
+    const QString rank = doubleText(comparison.number);
+    switch (comparison.op) {
+    case Operator::Less:
+        return u"在第 %1 名之前"_s.arg(rank);
+    case Operator::LessOrEqual:
+        return u"在前 %1 名"_s.arg(rank);
+    case Operator::Greater:
+        return u"在第 %1 名之后"_s.arg(rank);
+    case Operator::GreaterOrEqual:
+        return u"在第 %1 名及以后"_s.arg(rank);
+    case Operator::Equal:
+        break;
+    }
+    return u"是第 %1 名"_s.arg(rank);
+}
+
+bool isAnyRank(const Comparison& comparison)
+{
+    return library::isGradeRankColumn(comparison.column) && comparison.op == Operator::Greater
+           && comparison.number == 0;
+}
+
+/// Comparisons of one column that follow one another, said of it together.
+QStringList partsOf(const Condition& condition)
+{
+    QStringList parts;
+    QString column;
+    for (const Comparison& comparison : condition.comparisons()) {
+        // Who is among the first ones has a rank.
+        if (comparison.column == column && isAnyRank(comparison))
+            continue;
+        const QString words = library::isGradeRankColumn(comparison.column) ? rankWords(comparison)
+                                                                            : markWords(comparison);
+        if (comparison.column == column)
+            parts.last() += u'、' + words;
+        else
+            parts.append(columnWords(comparison.column) + words);
+        column = comparison.column;
+    }
+    return parts;
+}
+
+QString place(const Figure& figure)
+{
+    return u"%1，%2科，%3 班："_s.arg(named(figure.exam), named(figure.stream),
+                                      doubleText(figure.classNumber));
+}
+
+QString kindWord(FigureKind kind)
+{
+    switch (kind) {
+    case FigureKind::Maximum:
+        return u"最高分"_s;
+    case FigureKind::Minimum:
+        return u"最低分"_s;
+    case FigureKind::Deviation:
+        return u"标准差"_s;
+    default:
+        return u"平均分"_s;
+    }
+}
+
+/// "语文不低于 0 分的学生的"; "" where all count.
+QString ofWhom(const Figure& figure)
+{
+    return figure.condition.isNone() ? QString() : conditionWords(figure.condition) + u"的学生的"_s;
+}
+
+QString countSentence(const Figure& figure, const FigureGroup& group)
+{
+    const QString which = figure.condition.isNone() ? u"有"_s + columnWords(figure.column)
+                                                    : conditionWords(figure.condition);
+    const QString share =
+        group.students == 0
+            ? QString()
+            : u"（全班 %1 人的 %2%）"_s.arg(doubleText(group.students),
+                                            figureText(group.rows * 100.0 / group.students));
+    return place(figure) + which + u"的学生，共 "_s + doubleText(group.rows) + u" 人"_s + share
+           + u'。';
+}
+
+QString attendanceSentence(const Figure& figure, const FigureGroup& group)
+{
+    return place(figure) + named(figure.column)
+           + u"参试 %1 人，缺考 %2 人，总计 %3 人。"_s.arg(group.sitting)
+                 .arg(group.absent)
+                 .arg(group.sitting + group.absent);
+}
+
+QString aggregateSentence(const Figure& figure, const FigureGroup& group)
+{
+    return place(figure) + ofWhom(figure) + named(figure.column) + kindWord(figure.kind) + u' '
+           + (group.now.isEmpty() ? u"没有"_s : group.now) + u"，按 %1 人计算。"_s.arg(group.rows);
+}
+
+QString rankSentence(const Figure& figure, const FigureGroup& group)
+{
+    return place(figure) + ofWhom(figure) + named(figure.column)
+           + u"平均分 %1（%2 人），在 %3 个有平均分的班里排第 %4。"_s.arg(
+               group.now, doubleText(group.rows), doubleText(double(figure.compared.size())),
+               figure.shown);
+}
+
+QString endWords(const QString& which, const std::vector<StudentMark>& end)
+{
+    constexpr size_t most = 3;
+    QStringList names;
+    for (const StudentMark& student : end) {
+        if (size_t(names.size()) < most)
+            names.append(named(student.name));
+    }
+    const QString more = end.size() > most ? u" 等 %1 人"_s.arg(end.size()) : QString();
+    return which + u' ' + figureText(*end.front().mark) + u" 分："_s + names.join(u'、') + more;
+}
+
+void addAbsence(QStringList& sentences, const FigureGroup& group)
+{
+    const int without = group.otherWithout;
+    if (group.absent > 0)
+        sentences.append(u"缺考 %1 人，按 -1 分算在内。"_s.arg(group.absent));
+    if (group.otherAbsent > 0)
+        sentences.append(u"缺考 %1 人，没有算在内。"_s.arg(group.otherAbsent));
+    if (without > 0)
+        sentences.append(u"没有成绩 %1 人，没有算在内。"_s.arg(without));
+    if (!group.highest.empty())
+        sentences.append(endWords(u"算在内的考生里，最高"_s, group.highest) + u'；'
+                         + endWords(u"最低"_s, group.lowest) + u'。');
+}
+
+/// The classes from the best average on.
+QString orderWords(const Figure& figure)
+{
+    std::vector<ComparedClass> classes = figure.compared;
+    std::stable_sort(classes.begin(), classes.end(),
+                     [](const ComparedClass& a, const ComparedClass& b) {
+                         return runtime::Val(a.average) > runtime::Val(b.average);
+                     });
+    constexpr size_t most = 40;
+    QStringList words;
+    for (const ComparedClass& one : std::span(classes).first(std::min(most, classes.size())))
+        words.append(doubleText(one.number) + u" 班 "_s + one.average);
+    return u"各班平均分从高到低："_s + words.join(u'，')
+           + (classes.size() > most ? u"……"_s : u"。"_s);
+}
+
+void addAttendance(QStringList& sentences, const FigureGroup& group)
+{
+    const int without = group.rows - group.sitting - group.absent;
+    if (without > 0)
+        sentences.append(u"没有这一科成绩的 %1 人，不在这三个数里。"_s.arg(without));
+    sentences.append(u"今天的名单上全班 %1 人，没有这次考试成绩的列在最后。"_s.arg(group.students));
+}
+
+/// " and (类别代码=1 or 类别代码=2)" as words.
+QString filterSentence(const QString& filter)
+{
+    QString codes = filter.trimmed().mid(QStringView(u"and").size()).trimmed();
+    if (codes.startsWith(u'(') && codes.endsWith(u')'))
+        codes = codes.mid(1, codes.size() - 2);
+    return u"只统计 "_s + codes.replace(u" or "_s, u" 或 "_s) + u" 的学生。"_s;
+}
+
+} // namespace
+
+QString conditionWords(const Condition& condition)
+{
+    return condition.isSimple() ? partsOf(condition).join(u"，"_s)
+                                : u"符合条件“%1”"_s.arg(named(condition.text()));
+}
+
+QString figureSentence(const Figure& figure, const FigureGroup& group)
+{
+    switch (figure.kind) {
+    case FigureKind::None:
+        return {};
+    case FigureKind::Rows:
+    case FigureKind::Values:
+    case FigureKind::Share:
+        return countSentence(figure, group);
+    case FigureKind::Attendance:
+        return attendanceSentence(figure, group);
+    case FigureKind::Rank:
+        return rankSentence(figure, group);
+    default:
+        return aggregateSentence(figure, group);
+    }
+}
+
+QString figureDetails(const Figure& figure, const FigureGroup& group)
+{
+    QStringList sentences;
+    if (figure.kind == FigureKind::Attendance)
+        addAttendance(sentences, group);
+    else if (figure.needsValue() && figure.kind != FigureKind::Values)
+        addAbsence(sentences, group);
+    if (figure.kind == FigureKind::Rank)
+        sentences.append(orderWords(figure));
+    if (!figure.filter.isEmpty())
+        sentences.append(filterSentence(figure.filter));
+    return sentences.join(QString());
+}
+
+QString figureChange(const Figure& figure, const FigureGroup& group)
+{
+    QString shown = figure.shown;
+    if (figure.kind == FigureKind::Rank) {
+        for (const ComparedClass& one : figure.compared) {
+            if (one.number == figure.classNumber)
+                shown = one.average;
+        }
+    }
+    if (shown == group.now)
+        return {};
+    return u"成绩库在统计之后改过：表格里是 %1，现在是 %2。名单按现在的成绩库列出，请重新统计。"_s
+        .arg(shown, group.now.isEmpty() ? u"空"_s : group.now);
+}
+
+QString attendanceWord(std::optional<double> mark)
+{
+    if (!mark)
+        return u"没有这一科的成绩"_s;
+    return runtime::roundedToCompare(*mark) < 0 ? u"缺考"_s : u"参试"_s;
+}
+
+} // namespace statistics

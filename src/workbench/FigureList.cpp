@@ -1,0 +1,107 @@
+#include "workbench/FigureList.h"
+
+#include "platform/database/ReadBatch.h"
+#include "platform/database/Recordset.h"
+#include "platform/runtime/Numbers.h"
+#include "statistics/FigureWords.h"
+#include "workbench/Browse.h"
+
+namespace workbench {
+
+using namespace Qt::StringLiterals;
+using statistics::Figure;
+using statistics::FigureKind;
+
+namespace {
+
+/// Heading of the column that says how 考试人数 counts a student.
+const QString StateColumn = u"状态"_s;
+constexpr int StateWidth = 2400;
+
+bool isAttendance(const Figure& figure)
+{
+    return figure.kind == FigureKind::Attendance;
+}
+
+QStringList listColumns(const Figure& figure, const QStringList& columns)
+{
+    QStringList all{u"班级"_s, u"学号"_s, u"姓名"_s};
+    if (isAttendance(figure))
+        all.append(StateColumn);
+    all.append(figure.column);
+    for (const statistics::Comparison& comparison : figure.condition.comparisons())
+        all.append(comparison.column);
+    all += columns;
+    all.removeDuplicates();
+    return all;
+}
+
+QString state(const runtime::Value& mark)
+{
+    return statistics::attendanceWord(mark.isNull() ? std::nullopt
+                                                    : std::optional(mark.toDouble()));
+}
+
+void writeStudents(database::Connection& connection, const Figure& figure,
+                   const statistics::StudentSql& behind, const QStringList& columns,
+                   grid::FlexGrid& grid)
+{
+    database::Recordset rows;
+    rows.Open(behind.sql, behind.values, connection);
+    std::vector<database::FieldByName> fields;
+    for (const QString& column : columns)
+        fields.emplace_back(rows, column == StateColumn ? figure.column : column);
+    grid.setRows(1 + int(rows.RecordCount()));
+    for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
+        for (int col = 0; col < columns.size(); ++col) {
+            const runtime::Value value = fields[size_t(col)].in(rows).Value();
+            grid.setTextMatrix(row, col, columns[col] == StateColumn ? state(value) : value.text());
+        }
+    }
+}
+
+/// Those of the class who have no row there.
+void writeOthers(database::Connection& connection, const Figure& figure, grid::FlexGrid& grid)
+{
+    const statistics::StudentSql others = statistics::studentsWithoutRow(figure);
+    database::Recordset rows;
+    rows.Open(others.sql, others.values, connection);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        const int row = grid.Rows();
+        grid.setRows(row + 1);
+        const bool isElsewhere = runtime::Val(rows.Fields(2).Value()) > 0;
+        const QStringList cells{runtime::doubleText(figure.classNumber),
+                                rows.Fields(0).Value().text(), rows.Fields(1).Value().text(),
+                                isElsewhere ? u"成绩记在别的班或科类"_s : u"没有这次考试的成绩"_s};
+        for (int col = 0; col < cells.size(); ++col)
+            grid.setTextMatrix(row, col, cells[col]);
+    }
+}
+
+} // namespace
+
+FigureList listStudents(library::ScoreLibrary& scoreLibrary, const Figure& figure,
+                        const QStringList& columns)
+{
+    const database::ReadBatch reading(scoreLibrary.Conn);
+    const QStringList shown = listColumns(figure, columns);
+    const statistics::StudentSql behind = statistics::rowsBehind(figure);
+    FigureList list;
+    list.grid.FixedCols = 0;
+    list.grid.setCols(int(shown.size()));
+    list.grid.setRows(1);
+    writeHeadings(list.grid, shown);
+    if (isAttendance(figure))
+        list.grid.setColWidth(int(shown.indexOf(StateColumn)), StateWidth);
+    writeStudents(scoreLibrary.Conn, figure, behind, shown, list.grid);
+    if (isAttendance(figure))
+        writeOthers(scoreLibrary.Conn, figure, list.grid);
+    const statistics::FigureGroup group = statistics::readGroup(scoreLibrary.Conn, figure);
+    list.sentence = statistics::figureSentence(figure, group);
+    list.details = statistics::figureDetails(figure, group);
+    list.change = statistics::figureChange(figure, group);
+    list.sql = behind.asTyped();
+    return list;
+}
+
+} // namespace workbench
