@@ -2,6 +2,8 @@
 //
 //   bench_report tables LIBRARY EXAM          twelve reports, the exam read once for all of them;
 //                                             prints milliseconds, and those of the slowest alone
+//   bench_report figures LIBRARY EXAM         every list behind a figure of the twelve reports;
+//                                             prints how many, milliseconds of one, of the slowest
 //   bench_report analyze LIBRARY EXAM FOLDER  the comprehensive analysis, its workbooks saved
 
 #include <cstdio>
@@ -11,8 +13,11 @@
 #include <QElapsedTimer>
 
 #include "benchmarks/Support.h"
+#include "library/ColumnNames.h"
 #include "statistics/ComprehensiveAnalysis.h"
 #include "statistics/NamedReports.h"
+#include "workbench/Browse.h"
+#include "workbench/FigureList.h"
 
 namespace {
 
@@ -48,6 +53,48 @@ int tables(library::ScoreLibrary& scores, const QString& exam)
     return 0;
 }
 
+/// Times of all lists behind the grid's figures.
+struct ListTimes
+{
+    int lists = 0;
+    double sum = 0;
+    double slowest = 0;
+};
+
+void list(library::ScoreLibrary& scores, const statistics::Figure& figure,
+          const QStringList& columns, ListTimes& times)
+{
+    QElapsedTimer timer;
+    timer.start();
+    workbench::listStudents(scores, figure, columns);
+    const double time = elapsed(timer);
+    ++times.lists;
+    times.sum += time;
+    times.slowest = std::max(times.slowest, time);
+}
+
+int figures(library::ScoreLibrary& scores, const QString& exam)
+{
+    statistics::ReportContext context(scores);
+    const QStringList columns =
+        workbench::shownColumns(scores, library::ScoreFamily, library::AllStreams);
+    ListTimes times;
+    for (const QString& name : names) {
+        grid::FlexGrid grid;
+        QString exams = exam;
+        statistics::namedReport(name)(context, exams, grid, statistics::Transfer::GridOnly);
+        for (int row = 0; row < grid.Rows(); ++row) {
+            for (int col = 0; col < grid.Cols(); ++col) {
+                if (const auto figure = context.figures.at(grid, row, col))
+                    list(scores, *figure, columns, times);
+            }
+        }
+    }
+    std::printf("lists=%d mean=%.3f slowest=%.3f\n", times.lists, times.sum / times.lists,
+                times.slowest);
+    return times.lists > 0 ? 0 : 1;
+}
+
 int analyze(library::ScoreLibrary& scores, const QString& exam, const QString& folder)
 {
     statistics::ReportContext context(scores);
@@ -76,9 +123,12 @@ int main(int count, char* arguments[])
         const QString exam = QString::fromLocal8Bit(arguments[3]);
         if (count == 4 && std::strcmp(arguments[1], "tables") == 0)
             return tables(scores, exam);
+        if (count == 4 && std::strcmp(arguments[1], "figures") == 0)
+            return figures(scores, exam);
         if (count == 5 && std::strcmp(arguments[1], "analyze") == 0)
             return analyze(scores, exam, QString::fromLocal8Bit(arguments[4]));
     }
-    std::fprintf(stderr, "usage: bench_report tables LIBRARY EXAM | analyze LIBRARY EXAM FOLDER\n");
+    std::fprintf(stderr,
+                 "usage: bench_report tables|figures LIBRARY EXAM | analyze LIBRARY EXAM FOLDER\n");
     return 2;
 }

@@ -1,3 +1,4 @@
+// Long because it is a table of all windows.
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QGroupBox>
@@ -343,6 +344,14 @@ const std::vector<Window> windows{
     {u"ReportScreen",
      u"转换报告",
      {{Grid, u"ReportGrid"}, {Push, u"ReportSave", u"保存…"}, {Push, u"ReportClose", u"关闭"}}},
+    {u"FigureScreen",
+     u"查看名单",
+     {{Grid, u"figureGrid"},
+      {Check, u"figureSqlShown", u"显示SQL语句"},
+      {Push, u"figureSort", u"按所在列排序"},
+      {Push, u"figureCopy", u"全部复制"},
+      {Push, u"figureExport", u"导出到Excel"},
+      {Push, u"figureClose", u"关闭"}}},
     {u"frmAbout", u"关于软件", {}},
 };
 
@@ -474,7 +483,7 @@ TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
                      "meJSMD 教师名单|meZFGS 总分设置|-|mtSZWL 设置文理|mtSJFB 重新分班|"
                      "mtZB 个别转班"_s},
         {u"mSJCL"_s, u"mSHowInfo 显示基本信息|-|mFXSZ 分析设置|-|msGRFX 个人分析|mZHFX 综合分析|-|"
-                     "mtEXCEL 导出到Excel"_s}};
+                     "mtEXCEL 导出到Excel|-|figureStudents 查看名单"_s}};
     for (auto it = expected.begin(); it != expected.end(); ++it)
         EXPECT_EQ(itemsOf(menu.menu(it.key())).join(u'|'), it.value());
 }
@@ -491,7 +500,7 @@ TEST_F(ControlTables, TheImportsSayWhatStandsInTheFirstField)
 TEST_F(ControlTables, TheGridHasItsMenu)
 {
     EXPECT_EQ(itemsOf(open(u"AFormMain"_s).findChild<QMenu*>(u"mTC"_s)),
-              QStringList{u"mMfgToXls 导出到Excel"_s});
+              (QStringList{u"mMfgToXls 导出到Excel"_s, u"-"_s, u"figureStudents 查看名单"_s}));
 }
 
 } // namespace

@@ -32,6 +32,7 @@
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
 #include "shell/ui/frmAbout.h"
+#include "workbench/ui/FigureScreen.h"
 #include "workbooks/ui/WorkbookWindow.h"
 
 namespace support {
@@ -43,6 +44,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"AFormMain without its panel", &Gallery::mainWindowWithoutPanel},
     {u"Panel", &Gallery::floatingPanel},
     {u"WorkbookWindow", &Gallery::workbook},
+    {u"FigureScreen", &Gallery::figureStudents},
     {u"FormNew", &Gallery::newLibrary},
     {u"FormXiuGaiKeMu", &Gallery::subjects},
     {u"FormDaoRu", &Gallery::examImport},
@@ -92,7 +94,7 @@ QStringList Gallery::names()
 
 QStringList Gallery::screenNames()
 {
-    return names().mid(4);
+    return names().mid(5);
 }
 
 QWidget& Gallery::open(const QString& name)
@@ -301,6 +303,12 @@ QWidget* Gallery::conversionReport()
     return keep(std::make_unique<oldlibraries::ReportScreen>(
         oldlibraries::ConversionReport{u"/旧.CJK"_s, u"/新.CJK"_s, {{u"信息表"_s, 1}}, {}},
         m_screenDialogs, nullptr));
+}
+
+QWidget* Gallery::figureStudents()
+{
+    return keep(std::make_unique<workbench::FigureScreen>(
+        workbench::FigureList{{}, u"期中，理科，2 班"_s, {}, {}, u"select 1"_s}, nullptr));
 }
 
 QWidget* Gallery::about()

@@ -80,6 +80,7 @@ private:
     QWidget* photos();
     QWidget* classChange();
     QWidget* conversionReport();
+    QWidget* figureStudents();
     QWidget* about();
     QWidget* progress();
     QWidget* workbook();

@@ -160,7 +160,7 @@ TEST_F(MainWindowMenus, TheRightButtonOnTheGridOffersTheExport)
     QContextMenuEvent asked(QContextMenuEvent::Mouse, place, cells->mapToGlobal(place));
     QApplication::sendEvent(cells, &asked);
     ASSERT_TRUE(menu->isVisible());
-    ASSERT_EQ(menu->actions(), QList<QAction*>{item(u"mMfgToXls"_s)});
+    ASSERT_EQ(menu->actions().first(), item(u"mMfgToXls"_s));
     QTest::mouseClick(menu, Qt::LeftButton, {},
                       menu->actionGeometry(menu->actions().first()).center());
     EXPECT_EQ(books().size(), 1u);

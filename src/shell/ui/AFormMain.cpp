@@ -1,3 +1,4 @@
+// Long because every menu entry of the window is connected here.
 #include "shell/ui/AFormMain.h"
 
 #include <QApplication>
@@ -30,6 +31,7 @@
 #include "shell/GridExport.h"
 #include "shell/LibraryFile.h"
 #include "shell/ui/ColumnWidths.h"
+#include "shell/ui/GridFigures.h"
 #include "workbench/ui/NoteLabel.h"
 
 namespace shell {
@@ -81,6 +83,8 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
     ShowInfo();
     buildGrid();
     buildWorkbench();
+    m_figures =
+        new GridFigures(*MSFlexGrid1, *m_workbench, m_screens, *m_menu.item(u"figureStudents"_s));
     connectMenu();
     connectRecent();
     connect(&m_library, &library::ScoreLibrary::opened, this, &AFormMain::takeLibrary);
@@ -121,8 +125,12 @@ void AFormMain::buildGrid()
         const CommandScope command(m_dialogs);
         mMfgToXls_Click();
     });
-    connect(MSFlexGrid1, &grid::FlexGridView::menuRequested, this,
-            [this](const QPoint& place) { mTC->popup(place); });
+    mTC->addSeparator();
+    mTC->addAction(m_menu.item(u"figureStudents"_s));
+    connect(MSFlexGrid1, &grid::FlexGridView::menuRequested, this, [this](const QPoint& place) {
+        m_figures->aim(place);
+        mTC->popup(place);
+    });
     connect(MSFlexGrid1, &grid::FlexGridView::columnDragged, this,
             [this](int col) { keepWidth(m_grid, col); });
     auto* background = new widgets::Backdrop(this);
@@ -285,6 +293,7 @@ void AFormMain::hideResult()
     MSFlexGrid1->hide();
     LabelResultNote->showNotes({});
     LabelStale->hide();
+    m_figures->switchItem();
 }
 
 void AFormMain::openLibrary(const QString& path, RecentOrder order)
@@ -399,6 +408,7 @@ void AFormMain::showGrid(workbench::AfterQuery afterwards)
     LabelStale->hide();
     MSFlexGrid1->show();
     MSFlexGrid1->refresh();
+    m_figures->switchItem();
     if (afterwards == workbench::AfterQuery::Minimise) {
         m_steppedAside = true;
         m_panel->hide();

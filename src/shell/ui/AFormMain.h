@@ -24,6 +24,8 @@ class FlexGridView;
 
 namespace shell {
 
+class GridFigures;
+
 /// The program's frame: the menus, the result grid, and the exam workbench beside or above it.
 class AFormMain : public QMainWindow
 {
@@ -98,6 +100,7 @@ private:
     MainMenu m_menu;
     grid::FlexGrid m_grid;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
+    GridFigures* m_figures = nullptr;
     workbench::NoteLabel* LabelResultNote = nullptr;
     QLabel* LabelStale = nullptr;
     QMenu* mTC = nullptr;

@@ -70,6 +70,8 @@ constexpr Entry entries[] = {
     {u"mSJCL", u"mZHFX", u"综合分析(&Z)"},
     {u"mSJCL", nullptr, nullptr},
     {u"mSJCL", u"mtEXCEL", u"导出到Excel(&E)"},
+    {u"mSJCL", nullptr, nullptr},
+    {u"mSJCL", u"figureStudents", u"查看名单(&L)"},
 };
 
 } // namespace

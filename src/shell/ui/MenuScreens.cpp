@@ -20,9 +20,13 @@
 #include "maintenance/ui/FormZhuanBan.h"
 #include "oldlibraries/AskedConversion.h"
 #include "oldlibraries/ui/ReportScreen.h"
+#include "platform/runtime/Error.h"
 #include "platform/widgets/ScreenProgress.h"
 #include "scoring/ui/FormZFGS.h"
+#include "shell/GridExport.h"
 #include "shell/ui/frmAbout.h"
+#include "workbench/FigureList.h"
+#include "workbench/ui/FigureScreen.h"
 
 namespace shell {
 
@@ -218,6 +222,37 @@ void MenuScreens::showFormZhuanBan()
 void MenuScreens::showAbout()
 {
     frmAbout screen(&m_mainWindow);
+    show(screen);
+}
+
+namespace {
+
+/// Nothing after a message.
+std::optional<workbench::FigureList> listed(library::ScoreLibrary& scoreLibrary,
+                                            const statistics::Figure& figure,
+                                            const QStringList& columns)
+{
+    try {
+        return workbench::listStudents(scoreLibrary, figure, columns);
+    } catch (const runtime::Error& error) {
+        runtime::warn(u"名单没有列出来："_s + error.description());
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+void MenuScreens::showFigure(const statistics::Figure& figure, const QStringList& columns)
+{
+    std::optional<workbench::FigureList> list = listed(m_library, figure, columns);
+    if (!list)
+        return;
+    workbench::FigureScreen screen(std::move(*list), &m_mainWindow);
+    QObject::connect(&screen, &workbench::FigureScreen::exportRequested, &screen,
+                     [this](const grid::FlexGrid& grid) {
+                         const widgets::CommandScope command(m_dialogs);
+                         copyGridToWorkbook(grid, excel::OpenExcel(m_applications));
+                     });
     show(screen);
 }
 

@@ -10,6 +10,7 @@
 #include "oldlibraries/ConversionReport.h"
 #include "platform/widgets/Screen.h"
 #include "platform/widgets/ScreenDialogs.h"
+#include "statistics/Figure.h"
 #include "workbooks/model/Application.h"
 #include "workbooks/ui/WorkbookWindows.h"
 
@@ -78,6 +79,8 @@ public:
     /// "转班".
     void showFormZhuanBan();
     void showAbout();
+    /// "查看名单": the students behind a figure of the main grid, with these columns.
+    void showFigure(const statistics::Figure& figure, const QStringList& columns);
     /// "转换报告".
     void showReport(const oldlibraries::ConversionReport& report);
 

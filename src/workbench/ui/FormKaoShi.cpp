@@ -432,6 +432,11 @@ void FormKaoShi::runStatistics(const ReportRequest& request)
     Q_EMIT gridFilled(m_selection.afterQuery());
 }
 
+QStringList FormKaoShi::columnsInForce() const
+{
+    return shownColumns(m_library, m_selection.ListXM.text(), m_selection.streamWord());
+}
+
 void FormKaoShi::Command2_Click()
 {
     widgets::ScreenProgress progress(window());

@@ -47,6 +47,15 @@ public:
     /// The notes on what the main grid shows.
     const std::vector<ReportNote>& resultNotes() const { return m_resultNotes; }
 
+    /// What a cell of the main grid stands for, if a report filled it.
+    std::optional<statistics::Figure> figureAt(int row, int col) const
+    {
+        return m_reports.figures.at(m_grid, row, col);
+    }
+
+    /// The columns that a browse would show now.
+    QStringList columnsInForce() const;
+
 Q_SIGNALS:
     /// The main grid was filled.
     void gridFilled(AfterQuery afterwards);

@@ -29,6 +29,12 @@ namespace {
 constexpr int TwipsPerInch = 1440;
 constexpr int RowPadding = 8;
 
+bool isEnter(const QKeyEvent& key)
+{
+    const bool plain = !(key.modifiers() & ~Qt::KeypadModifier);
+    return plain && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter);
+}
+
 /// The smallest block that covers the selection.
 QRect selectedBlock(const QItemSelection& selection)
 {
@@ -319,8 +325,18 @@ void FlexGridView::keyPressEvent(QKeyEvent* event)
         m_findBar->find(Qt::AscendingOrder);
     else if (event->matches(QKeySequence::FindPrevious))
         m_findBar->find(Qt::DescendingOrder);
-    else if (!moveByKey(*event))
+    else if (!moveByKey(*event)) {
+        // Others have a use for the key as well.
         event->ignore();
+        if (isEnter(*event))
+            activateCurrent();
+    }
+}
+
+void FlexGridView::activateCurrent()
+{
+    if (currentIndex().isValid())
+        Q_EMIT cellActivated(m_grid.RowSel, m_grid.ColSel);
 }
 
 bool FlexGridView::moveByKey(const QKeyEvent& key)
@@ -345,6 +361,7 @@ void FlexGridView::mousePressEvent(QMouseEvent* event)
 void FlexGridView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     mousePressEvent(event);
+    m_doubleClicked = event->button() == Qt::LeftButton;
 }
 
 /// A heading stands for its whole row or column, the corner for the grid.
@@ -392,6 +409,7 @@ void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
         return;
     }
     const QModelIndex pressed = std::exchange(m_pressed, QModelIndex());
+    const bool isSecond = std::exchange(m_doubleClicked, false);
     const QModelIndex released = indexAt(event->pos());
     if (!released.isValid())
         return;
@@ -402,6 +420,8 @@ void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
         Q_EMIT cellClicked(row, col);
     if (alive)
         Q_EMIT cellReleased(row, col);
+    if (alive && isSecond && pressed == released)
+        Q_EMIT cellActivated(row, col);
 }
 
 void FlexGridView::wheelEvent(QWheelEvent* event)
@@ -437,7 +457,10 @@ void FlexGridView::changeEvent(QEvent* event)
 
 void FlexGridView::contextMenuEvent(QContextMenuEvent* event)
 {
-    Q_EMIT menuRequested(event->globalPos());
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QRect cell = visualRect(currentIndex());
+    Q_EMIT menuRequested(byKey && cell.isValid() ? viewport()->mapToGlobal(cell.center())
+                                                 : event->globalPos());
 }
 
 } // namespace grid

@@ -83,12 +83,15 @@ Q_SIGNALS:
     void cellClicked(int row, int col);
     /// The left button was released over a cell; comes behind cellClicked.
     void cellReleased(int row, int col);
+    /// A cell was double-clicked, or Enter pressed on it.
+    void cellActivated(int row, int col);
     /// Row or Col changed.
     void rowColChanged();
     /// The user gave a column another width, which the grid holds now.
     void columnDragged(int col);
     void scrolled();
-    /// The right button was pressed at this place of the screen.
+    /// The menu was asked for at this place of the screen: by the right button, or on the current
+    /// cell by its key.
     void menuRequested(const QPoint& globalPosition);
 
 protected:
@@ -113,6 +116,7 @@ private:
     void switchInputMethod();
     void keepBlock(int row, int col, int rowSel, int colSel);
     bool moveByKey(const QKeyEvent& key);
+    void activateCurrent();
     void pressCell(const QModelIndex& index, Qt::KeyboardModifiers modifiers);
 
     FlexGrid& m_grid;
@@ -126,6 +130,7 @@ private:
     std::function<bool(int row, int col)> m_isTypedInto;
     bool m_shown = true;
     bool m_keeping = false;
+    bool m_doubleClicked = false;
     QModelIndex m_pressed;
 };
 
