@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "platform/runtime/OneLine.h"
 #include "platform/runtime/Text.h"
 #include "platform/runtime/TextFile.h"
 #include "workbooks/model/Workbook.h"
@@ -12,8 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// So many characters of a value are shown in a grid and in a text.
-constexpr qsizetype longestShownValue = 200;
 /// So many findings are shown in a grid and in a sheet; a last line tells how many more there are.
 constexpr qsizetype mostShownFindings = 20'000;
 constexpr qsizetype mostFindingsOnSheet = 100'000;
@@ -63,21 +62,6 @@ QString rowText(const Finding& line)
     return line.row > 0 ? QString::number(line.row) : QString();
 }
 
-QString shortened(const QString& text)
-{
-    if (text.size() <= longestShownValue)
-        return text;
-    const bool splitsPair = text[longestShownValue - 1].isHighSurrogate();
-    return text.left(longestShownValue - (splitsPair ? 1 : 0)) + u'…';
-}
-
-/// Line breaks and tabs as signs.
-QString onOneLine(QString text)
-{
-    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
-    return runtime::forTerminal(text.replace(u'\n', u'⏎').replace(u'\t', u'⇥'));
-}
-
 /// Line breaks and tabs behind a backslash.
 QString escaped(QString text)
 {
@@ -87,8 +71,9 @@ QString escaped(QString text)
 
 QStringList cells(const Finding& line, QString (*cell)(QString))
 {
-    return {cell(shortened(line.table)), rowText(line), cell(shortened(line.column)),
-            cell(shortened(line.value)), cell(line.done)};
+    return {cell(runtime::shortened(line.table)), rowText(line),
+            cell(runtime::shortened(line.column)), cell(runtime::shortened(line.value)),
+            cell(line.done)};
 }
 
 void setGridRow(grid::FlexGrid& grid, int row, const QStringList& texts)
@@ -144,7 +129,7 @@ grid::FlexGrid reportGrid(const ConversionReport& report)
     grid.setCols(int(headings.size()));
     setGridRow(grid, 0, headings);
     for (int row = 1; row < grid.Rows(); ++row)
-        setGridRow(grid, row, cells(lines[size_t(row) - 1], onOneLine));
+        setGridRow(grid, row, cells(lines[size_t(row) - 1], runtime::onOneLine));
     setWidths(grid);
     return grid;
 }
