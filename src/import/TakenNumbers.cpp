@@ -20,18 +20,25 @@ bool holdsNothing(const Value& cell)
 
 } // namespace
 
+std::optional<std::pair<double, double>> TakenNumbers::numberOn(const excel::Worksheet& sheet,
+                                                                int row)
+{
+    const Value classCell = sheet.Cells(row, 1);
+    const Value numberCell = sheet.Cells(row, 2);
+    if (holdsNothing(classCell) || holdsNothing(numberCell))
+        return std::nullopt;
+    return std::pair(runtime::Val(classCell), runtime::Val(numberCell));
+}
+
 TakenNumbers::TakenBy TakenNumbers::takenBy(int row)
 {
-    const Value& classCell = m_sheet.Cells(row, 1);
-    const Value& numberCell = m_sheet.Cells(row, 2);
-    if (holdsNothing(classCell) || holdsNothing(numberCell))
+    const auto number = numberOn(m_sheet, row);
+    if (!number)
         return TakenBy::Nobody;
-    const double classNumber = runtime::Val(classCell);
-    const double number = runtime::Val(numberCell);
-    if (m_known.find(classNumber, number) != nullptr)
+    if (m_known.find(number->first, number->second) != nullptr)
         return TakenBy::Library;
     const qsizetype listed = m_listed.size();
-    m_listed.insert({classNumber, number});
+    m_listed.insert(*number);
     return m_listed.size() > listed ? TakenBy::Nobody : TakenBy::List;
 }
 

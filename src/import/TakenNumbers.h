@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <utility>
 
 #include <QSet>
@@ -21,6 +22,10 @@ public:
         : m_sheet(sheet), m_known(connection)
     {
     }
+
+    /// The class and number of a row; nothing if one of them is missing.
+    static std::optional<std::pair<double, double>> numberOn(const excel::Worksheet& sheet,
+                                                             int row);
 
     /// Who has the class and number of a row. One without a class or a number is nobody's. Throws
     /// Error.

@@ -1,0 +1,337 @@
+#include "import/preview/ExamPreview.h"
+
+#include <map>
+#include <memory>
+
+#include <QFileInfo>
+
+#include "import/ExamSheet.h"
+#include "import/preview/ExamComparison.h"
+#include "import/preview/PreviewMarks.h"
+#include "import/preview/SheetEntry.h"
+#include "platform/database/ReadBatch.h"
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Phase.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::Value;
+
+namespace {
+
+using Number = std::pair<double, double>;
+
+/// Goes through a sheet of exam results as the import does, and notes what it finds.
+class Previewer
+{
+public:
+    Previewer(library::ScoreLibrary& scoreLibrary, const ExamSheet& sheet,
+              const ExamPreviewRequest& request);
+
+    Preview run();
+
+private:
+    void takeStreams();
+    void takeSheetStream();
+    void judgeExam();
+    void judgeTyped(const QStringList& streams);
+    void judgePicked(const QStringList& streams);
+    void tellOverwritten();
+    QStringList streamsOfExam() const;
+    void takeRows();
+    void takeRow(int row);
+    void takeStudent(int row, const SheetStudent& student, const KnownStudents::Student* known);
+    void tellOtherName(int row, const QString& sheetName, const QString& libraryName);
+    void tellUnknown(int row, const SheetStudent& student);
+    void judgeScores(int row);
+    QString whatIsBad(const ScoreCell& cell, const ImportSubject& subject) const;
+    void takeTarget(int row, const SheetStudent& student, const KnownStudents::Student* known);
+    void tellTwice();
+    void tellRowsLeft();
+
+    library::ScoreLibrary& m_library;
+    const ExamPreviewRequest& m_request;
+    const QString& m_exam;
+    const excel::Worksheet& m_sheet;
+    const std::vector<ImportSubject>& m_found;
+    const SheetRows m_rows;
+    ClassAnswers m_classes;
+    KnownStudents m_students;
+    ExamFindings m_findings;
+    ScoreCells m_cells;
+    ScoreTarget m_target = ScoreTarget::NewRows;
+    QString m_stream;
+    /// The stream of new classes, and so perhaps of the sheet, will be asked for.
+    bool m_isStreamAsked = false;
+    std::optional<PreviewMarks> m_marks;
+    std::unique_ptr<ExamComparison> m_comparison;
+    std::map<Number, std::vector<int>> m_rowsOf;
+    Preview m_preview;
+};
+
+Previewer::Previewer(library::ScoreLibrary& scoreLibrary, const ExamSheet& sheet,
+                     const ExamPreviewRequest& request)
+    : m_library(scoreLibrary),
+      m_request(request),
+      m_exam(request.import.examName),
+      m_sheet(*sheet.sheet),
+      m_found(sheet.subjects),
+      m_rows(m_sheet),
+      m_classes(scoreLibrary),
+      m_students(scoreLibrary.Conn),
+      m_findings(scoreLibrary, m_classes, m_students)
+{
+}
+
+Preview Previewer::run()
+{
+    takeStreams();
+    takeSheetStream();
+    m_preview.title =
+        u"考试“%1”，%2，数据表“%3”"_s.arg(m_exam, namedStream(m_stream), m_sheet.Name());
+    judgeExam();
+    m_marks.emplace(m_library, m_request, m_stream, m_found);
+    m_preview.notes.append(m_marks->note());
+    takeRows();
+    tellTwice();
+    if (m_comparison)
+        m_comparison->tell(m_stream, m_preview);
+    tellRowsLeft();
+    return std::move(m_preview);
+}
+
+void Previewer::takeStreams()
+{
+    const std::vector<double> empty = m_findings.classesWithoutStudents(m_rows);
+    const QString stream = m_findings.streamOfNewClasses(m_request.import.streamOfNewClasses);
+    m_classes.giveStream(empty, stream);
+    m_isStreamAsked = stream.isEmpty() && !empty.empty();
+    for (const double classNumber : empty)
+        m_preview.add({PreviewKind::NewClass,
+                       0,
+                       runtime::doubleText(classNumber),
+                       {},
+                       {},
+                       u"科类"_s,
+                       {},
+                       stream,
+                       stream.isEmpty() ? u"成绩库里没有这个班的学生，导入时会询问科类。"_s
+                                        : u"成绩库里没有这个班的学生。"_s});
+}
+
+/// The class of the first row stands for the whole sheet.
+void Previewer::takeSheetStream()
+{
+    const Value first = m_sheet.Cells(SheetRows::First, 1);
+    if (m_rows.end() == SheetRows::First)
+        m_preview.notes.append(u"表里没有学生，第 %1 行没有学号。"_s.arg(SheetRows::First));
+    else if (m_classes.knowsStreamOf(first))
+        m_stream = m_classes.streamOf(first).text();
+    else
+        m_preview.notes.append(
+            u"第一名学生的班级“%1”不是成绩库里的班级，读不出考试的科类，请先改成班级的数字。"_s.arg(
+                first.text()));
+}
+
+QStringList Previewer::streamsOfExam() const
+{
+    database::Statement& rows = m_library.Conn.prepared(
+        u"select 科类 from 考试名称表 where 考试名称=? order by 考试编号, rowid"_s);
+    rows.bind({m_exam});
+    QStringList streams;
+    while (rows.step())
+        streams.append(rows.text(0));
+    return streams;
+}
+
+void Previewer::judgeExam()
+{
+    const QStringList streams = streamsOfExam();
+    if (m_request.import.examChoice == ExamChoice::PickedFromList)
+        return judgePicked(streams);
+    if (const QString why = m_findings.whyUnlisted(m_exam); !why.isEmpty())
+        m_preview.notes.append(QString(why).remove(u'\n'));
+    if (!streams.isEmpty())
+        judgeTyped(streams);
+}
+
+void Previewer::judgeTyped(const QStringList& streams)
+{
+    const std::vector<int> repeated = m_findings.repeatedRows(m_rows, m_exam);
+    for (const int row : repeated)
+        m_preview.add(sheetEntry(PreviewKind::Repeated, m_sheet, row,
+                                 u"这次考试里已有他的成绩，导入后有两条。"_s));
+    const bool isThere = streams.contains(m_stream) || (m_isStreamAsked && m_stream.isEmpty());
+    if (!isThere && repeated.empty()) {
+        m_preview.notes.append(
+            u"考试“%1”已有别的科类，这张表作为%2加入。"_s.arg(m_exam, namedStream(m_stream)));
+        return;
+    }
+    m_preview.warning =
+        u"成绩库里已经有考试“%1”（%2）！名称是输入的，导入会再添一套成绩，原有的成绩不变，"
+        "其中 %3 人会有两套成绩。要改写原有的成绩，请先在考试名称的列表里选择它。"_s.arg(
+            m_exam, namedStream(streams.contains(m_stream) ? m_stream : streams[0]),
+            QString::number(repeated.size()));
+}
+
+void Previewer::judgePicked(const QStringList& streams)
+{
+    const std::vector<ExamFindings::Overwritten> lost = m_findings.overwrittenRows(m_rows, m_exam);
+    const QString wrongRow = m_findings.wrongExamRow(m_exam, m_stream);
+    const bool isAsked = !lost.empty() || !wrongRow.isEmpty();
+    m_target =
+        isAsked ? m_request.overwritten.value_or(ScoreTarget::ExamRows) : ScoreTarget::FirstRows;
+    m_comparison = std::make_unique<ExamComparison>(m_library, m_sheet, m_exam, m_target, m_found);
+    m_preview.warning = u"考试“%1”已经在成绩库里（%2）！导入会用表里的成绩改写原有的成绩。"_s.arg(
+        m_exam, namedStream(streams.contains(m_stream) ? m_stream : streams.value(0)));
+    if (isAsked && !m_request.overwritten)
+        m_preview.warning += u"导入时会询问“按原规则导入”还是“只更新本考试”，"
+                             "下面的改动是只更新本考试的。"_s;
+    if (m_request.overwritten == ScoreTarget::ExamRows)
+        return;
+    if (!wrongRow.isEmpty())
+        m_preview.notes.append(u"按原规则导入，"_s + wrongRow);
+    for (const ExamFindings::Overwritten& one : lost) {
+        PreviewEntry entry = sheetEntry(PreviewKind::OtherExam, m_sheet, one.sheetRow,
+                                        u"按原规则导入会改写他在这次考试的成绩。"_s);
+        entry.before = one.exam;
+        entry.after = m_exam;
+        m_preview.add(std::move(entry));
+    }
+}
+
+void Previewer::takeRows()
+{
+    m_preview.rows = m_rows.end() - SheetRows::First;
+    for (int row = SheetRows::First; row < m_rows.end(); ++row)
+        takeRow(row);
+}
+
+void Previewer::takeRow(int row)
+{
+    const SheetStudent student = studentIn(m_sheet, row);
+    const KnownStudents::Student* known = m_students.find(student.classNumber, student.number);
+    m_rowsOf[{student.classNumber, student.number}].push_back(row);
+    if (m_comparison)
+        takeTarget(row, student, known);
+    takeStudent(row, student, known);
+    judgeScores(row);
+}
+
+void Previewer::takeStudent(int row, const SheetStudent& student,
+                            const KnownStudents::Student* known)
+{
+    if (known == nullptr)
+        tellUnknown(row, student);
+    else if (const QString other = known->otherName(student.name); !other.isEmpty())
+        tellOtherName(row, student.name, other);
+    else if (known->id != 0)
+        ++m_preview.matched;
+}
+
+void Previewer::tellOtherName(int row, const QString& sheetName, const QString& libraryName)
+{
+    PreviewEntry entry = sheetEntry(
+        PreviewKind::OtherName, m_sheet, row,
+        u"导入时会询问：选“是”，全部考试里都改成表里的姓名；选“否”，成绩库的名单不变。"_s);
+    if (m_target == ScoreTarget::FirstRows)
+        entry.remark += u"选“否”时按表里的姓名另找他的成绩，没有就新增一条。"_s;
+    entry.before = libraryName;
+    entry.after = sheetName;
+    m_preview.add(std::move(entry));
+}
+
+void Previewer::tellUnknown(int row, const SheetStudent& student)
+{
+    const bool isAdded = m_request.import.newStudents == NewStudents::Add;
+    m_preview.add(isAdded ? sheetEntry(PreviewKind::NewStudent, m_sheet, row, u"会添加到成绩库。"_s)
+                          : sheetEntry(PreviewKind::UnknownStudent, m_sheet, row,
+                                       u"导入时会询问是否添加；不添加，成绩也会导入。"_s));
+    // Further rows of the sheet find him.
+    m_students.assume(student.classNumber, student.number, student.name);
+}
+
+void Previewer::judgeScores(int row)
+{
+    for (const ImportSubject& subject : m_marks->subjects()) {
+        const Value value = m_sheet.Cells(row, subject.KMColumn);
+        const ScoreCell cell = m_cells.read(value, subject.KMFull);
+        const bool isText = scoreReading(value) != ScoreReading::Score;
+        if (cell.fault.isEmpty() && !isText)
+            continue;
+        PreviewEntry entry = sheetEntry(
+            cell.fault.isEmpty() ? PreviewKind::TextCell : PreviewKind::BadCell, m_sheet, row,
+            cell.fault.isEmpty() ? u"既不是缺考也不是作弊，按这个数存入。"_s
+                                 : whatIsBad(cell, subject));
+        entry.subject = subject.KMName;
+        entry.before = value.text();
+        entry.after = runtime::doubleText(storedScore(cell.text));
+        m_preview.add(std::move(entry));
+    }
+}
+
+QString Previewer::whatIsBad(const ScoreCell& cell, const ImportSubject& subject) const
+{
+    QString text = cell.fault;
+    if (cell.score > double(subject.KMFull))
+        text += u"（%1）"_s.arg(m_marks->told(subject));
+    text += u"，导入时会列出来要求修改；不改就按这个数存入"_s;
+    return text
+           + (storedScore(cell.text) == storedScore(u"缺考"_s) ? u"，也就是缺考。"_s : u"。"_s);
+}
+
+void Previewer::takeTarget(int row, const SheetStudent& student,
+                           const KnownStudents::Student* known)
+{
+    const bool isRenamed = known != nullptr && !known->otherName(student.name).isEmpty();
+    const ScoredStudent scored{student.classNumber, student.number, student.name,
+                               known == nullptr ? 0 : known->id};
+    if (!m_comparison->take(row, scored, isRenamed ? RowName::Any : RowName::OnTheSheet))
+        m_preview.add(sheetEntry(PreviewKind::BadCell, m_sheet, row,
+                                 u"姓名里有单引号，按原规则找不到他的成绩，这一行不会存入。"_s));
+}
+
+void Previewer::tellTwice()
+{
+    std::map<int, const std::vector<int>*> twice;
+    for (const auto& [number, rows] : m_rowsOf) {
+        for (const int row : rows) {
+            if (rows.size() > 1)
+                twice[row] = &rows;
+        }
+    }
+    const QString what = m_comparison ? u"最后一行的成绩算数。"_s : u"导入后有几条成绩。"_s;
+    for (const auto& [row, rows] : twice)
+        m_preview.add(sheetEntry(PreviewKind::Twice, m_sheet, row,
+                                 u"第 %1 行的班级和学号相同，"_s.arg(rowNumbers(*rows)) + what));
+}
+
+void Previewer::tellRowsLeft()
+{
+    for (const int row : m_rows.rowsLeft(m_found))
+        m_preview.add(leftEntry(m_sheet, row, m_rows.whyItEnds() + u"，导入到此为止。"_s));
+}
+
+} // namespace
+
+std::optional<Preview> previewExam(library::ScoreLibrary& scoreLibrary,
+                                   const WorkbookIntake& intake, const ExamPreviewRequest& request)
+{
+    const ExamImportRequest& import = request.import;
+    if (!QFileInfo(import.workbookPath).isFile() || !intake.checkWorkbookOpen())
+        return std::nullopt;
+    ClassAnswers classes(scoreLibrary);
+    KnownStudents students(scoreLibrary.Conn);
+    if (!ImportGuards(scoreLibrary, classes, students).isUsableName(import.examName))
+        return std::nullopt;
+    const std::optional<ExamSheet> sheet =
+        openExamSheet(intake, scoreLibrary.catalogue, import.sheetName);
+    if (!sheet)
+        return std::nullopt;
+    const runtime::Phase phase;
+    const database::ReadBatch state(scoreLibrary.Conn);
+    return Previewer(scoreLibrary, *sheet, request).run();
+}
+
+} // namespace importing

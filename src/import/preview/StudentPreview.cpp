@@ -1,0 +1,247 @@
+#include "import/preview/StudentPreview.h"
+
+#include <map>
+
+#include "import/SheetRows.h"
+#include "import/StudentSheet.h"
+#include "import/TakenNumbers.h"
+#include "import/preview/SheetEntry.h"
+#include "platform/database/ReadBatch.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/Phase.h"
+#include "platform/runtime/PlainNumber.h"
+
+namespace importing {
+
+using namespace Qt::StringLiterals;
+using runtime::Value;
+
+namespace {
+
+using Number = std::pair<double, double>;
+
+/// A text that is stored as a number although it is none.
+bool isReadAsNumber(const Value& cell)
+{
+    if (cell.kind() != Value::Kind::Text || isEmptyCell(cell))
+        return false;
+    const QString text = cell.text();
+    return !runtime::plainNumber(
+        std::u16string_view(QStringView(text).utf16(), size_t(text.size())));
+}
+
+/// Goes through a student list as the import does, and notes what it finds.
+class ListPreviewer
+{
+public:
+    ListPreviewer(library::ScoreLibrary& scoreLibrary, const excel::Worksheet& sheet,
+                  QString folder);
+
+    Preview run();
+
+private:
+    /// A column of the sheet and the one of 信息表 that it goes to.
+    struct Column
+    {
+        StudentHeading heading;
+        int sheetColumn = 0;
+        const database::Column* target = nullptr;
+    };
+
+    void takeColumns();
+    void takeRow(int row);
+    void takeTaken(int row);
+    void judgeCells(int row);
+    void judgeCell(int row, const Column& column);
+    QString refusal(const Column& column, const Value& cell) const;
+    void tellTwice();
+    void tellTaken();
+    void tellStreams();
+    void tellRowsLeft();
+
+    library::ScoreLibrary& m_library;
+    const excel::Worksheet& m_sheet;
+    const QString m_folder;
+    const StudentSheet m_list;
+    TakenNumbers m_taken;
+    KnownStudents m_students;
+    std::vector<Column> m_columns;
+    std::map<Number, std::vector<int>> m_rowsOf;
+    int m_withoutStream = 0;
+    Preview m_preview;
+};
+
+ListPreviewer::ListPreviewer(library::ScoreLibrary& scoreLibrary, const excel::Worksheet& sheet,
+                             QString folder)
+    : m_library(scoreLibrary),
+      m_sheet(sheet),
+      m_folder(std::move(folder)),
+      m_list(sheet),
+      m_taken(sheet, scoreLibrary.Conn),
+      m_students(scoreLibrary.Conn)
+{
+}
+
+Preview ListPreviewer::run()
+{
+    m_preview.title = u"学生名单，数据表“%1”"_s.arg(m_sheet.Name());
+    m_preview.rows = m_list.end() - StudentSheet::First;
+    takeColumns();
+    for (int row = StudentSheet::First; row < m_list.end(); ++row)
+        takeRow(row);
+    tellTaken();
+    tellTwice();
+    tellStreams();
+    tellRowsLeft();
+    return std::move(m_preview);
+}
+
+void ListPreviewer::takeColumns()
+{
+    const database::TableColumns& known = m_library.Conn.columns(u"信息表"_s);
+    int sheetColumn = 0;
+    for (const StudentHeading& heading : m_list.headings()) {
+        const int position = known.find(heading.name);
+        Column column{heading, ++sheetColumn, position < 0 ? nullptr : &known.at(position)};
+        QString why;
+        if (heading.rule == CellRule::PassedOver)
+            why = passedOverText(heading.name);
+        else if (column.target == nullptr)
+            why =
+                u"成绩库的名单里没有“%1”这一项，导入时会提示，这一列不会存入。"_s.arg(heading.name);
+        if (why.isEmpty())
+            m_columns.push_back(column);
+        else
+            m_preview.add({PreviewKind::Column, 1, {}, {}, {}, heading.name, {}, {}, why});
+    }
+}
+
+void ListPreviewer::takeRow(int row)
+{
+    const TakenNumbers::TakenBy taken = m_taken.takenBy(row);
+    if (taken == TakenNumbers::TakenBy::Library)
+        takeTaken(row);
+    else if (const auto number = TakenNumbers::numberOn(m_sheet, row))
+        m_rowsOf[*number].push_back(row);
+    if (taken == TakenNumbers::TakenBy::Nobody)
+        m_preview.add(sheetEntry(PreviewKind::NewStudent, m_sheet, row, u"会添加到成绩库。"_s));
+    judgeCells(row);
+}
+
+void ListPreviewer::takeTaken(int row)
+{
+    const SheetStudent student = studentIn(m_sheet, row);
+    const KnownStudents::Student* known = m_students.find(student.classNumber, student.number);
+    const QString other = known == nullptr ? QString() : known->otherName(student.name);
+    PreviewEntry entry = sheetEntry(
+        other.isEmpty() ? PreviewKind::TakenNumber : PreviewKind::OtherName, m_sheet, row,
+        u"成绩库里已有这个班级和学号，导入时会询问：跳过，或者再添加一条。成绩库里的那一条不会改。"_s);
+    if (!other.isEmpty()) {
+        entry.before = other;
+        entry.after = student.name;
+    } else {
+        ++m_preview.matched;
+    }
+    m_preview.add(std::move(entry));
+}
+
+void ListPreviewer::judgeCells(int row)
+{
+    bool hasStream = false;
+    for (const Column& column : m_columns) {
+        judgeCell(row, column);
+        hasStream |=
+            column.heading.name == u"科类"_s && !m_sheet.Cells(row, column.sheetColumn).isNull();
+    }
+    m_withoutStream += hasStream ? 0 : 1;
+}
+
+void ListPreviewer::judgeCell(int row, const Column& column)
+{
+    const Value cell = m_sheet.Cells(row, column.sheetColumn);
+    const QString fault = refusal(column, cell);
+    const bool isText = column.heading.rule == CellRule::Number && isReadAsNumber(cell);
+    if (fault.isEmpty() && !isText)
+        return;
+    PreviewEntry entry =
+        sheetEntry(fault.isEmpty() ? PreviewKind::TextCell : PreviewKind::BadCell, m_sheet, row,
+                   fault.isEmpty() ? u"不是数字，按这个数存入。"_s : fault);
+    entry.subject = column.heading.name;
+    entry.before = cell.text();
+    if (fault.isEmpty())
+        entry.after = runtime::doubleText(runtime::Val(cell));
+    m_preview.add(std::move(entry));
+}
+
+/// Why the cell would not be stored; empty if it would.
+QString ListPreviewer::refusal(const Column& column, const Value& cell) const
+{
+    try {
+        if (column.heading.rule == CellRule::Photo) {
+            const QString photo = photoFile(cell, m_folder, m_library.Conn.longestValue());
+            return photo.isEmpty() && !isEmptyCell(cell) ? u"找不到这个照片文件，不会有照片。"_s
+                                                         : QString();
+        }
+        if (const std::optional<Value> value = studentValue(column.heading.rule, cell))
+            (void)column.target->type.converted(*value, column.target->name);
+    } catch (const runtime::Error& error) {
+        return error.description();
+    }
+    return {};
+}
+
+void ListPreviewer::tellTwice()
+{
+    std::map<int, const std::vector<int>*> twice;
+    for (const auto& [number, rows] : m_rowsOf) {
+        for (const int row : rows) {
+            if (rows.size() > 1)
+                twice[row] = &rows;
+        }
+    }
+    for (const auto& [row, rows] : twice)
+        m_preview.add(sheetEntry(
+            PreviewKind::Twice, m_sheet, row,
+            u"第 %1 行的班级和学号相同；导入时会询问：只取最前面的一行，或者全部添加。"_s.arg(
+                rowNumbers(*rows))));
+}
+
+void ListPreviewer::tellTaken()
+{
+    const int taken =
+        m_preview.count(PreviewKind::TakenNumber) + m_preview.count(PreviewKind::OtherName);
+    if (taken > 0)
+        m_preview.warning = u"名单里有 %1 人的班级和学号成绩库里已经有了！导入时会询问；"
+                            "如果选“全部添加”，他们就会有两条以上的记录。"_s.arg(taken);
+}
+
+void ListPreviewer::tellStreams()
+{
+    if (m_withoutStream > 0)
+        m_preview.notes.append(u"%1 人没有科类，会设为“理”。"_s.arg(m_withoutStream));
+}
+
+void ListPreviewer::tellRowsLeft()
+{
+    for (const int row : m_list.rowsLeft())
+        m_preview.add(
+            leftEntry(m_sheet, row, u"第 %1 行的班级是空的，名单到此为止。"_s.arg(m_list.end())));
+}
+
+} // namespace
+
+std::optional<Preview> previewStudents(library::ScoreLibrary& scoreLibrary,
+                                       const WorkbookIntake& intake, const QString& sheetName)
+{
+    if (!intake.checkWorkbookOpen())
+        return std::nullopt;
+    const excel::Worksheet* sheet = intake.openSheet(sheetName);
+    if (sheet == nullptr)
+        return std::nullopt;
+    const runtime::Phase phase;
+    const database::ReadBatch state(scoreLibrary.Conn);
+    return ListPreviewer(scoreLibrary, *sheet, intake.folder()).run();
+}
+
+} // namespace importing

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+
+#include "import/WorkbookIntake.h"
+#include "import/preview/Preview.h"
+#include "library/ScoreLibrary.h"
+
+namespace importing {
+
+/// What the import of a student list would do to the open library; nothing is written and nothing
+/// asked. Nothing, after the import's own message, where it would not begin. Throws runtime::Error
+/// if the library cannot be read.
+std::optional<Preview> previewStudents(library::ScoreLibrary& scoreLibrary,
+                                       const WorkbookIntake& intake, const QString& sheetName);
+
+} // namespace importing

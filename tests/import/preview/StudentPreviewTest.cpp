@@ -1,0 +1,146 @@
+#include "import/preview/StudentPreview.h"
+
+#include "../StudentImportFixture.h"
+#include "support/FileBytes.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using importing::ImportResult;
+using importing::Preview;
+using importing::PreviewEntry;
+using importing::PreviewKind;
+
+/// A library with 王芳 as number 1 of class 1 and 陈静 as number 2.
+class StudentPreviewTest : public StudentImportTest
+{
+protected:
+    StudentPreviewTest()
+    {
+        library.addStudent(1, 1, u"王芳"_s, u"文"_s);
+        library.addStudent(1, 2, u"陈静"_s, u"文"_s);
+        library.reload();
+    }
+
+    Preview preview()
+    {
+        const QByteArray bytes = support::read(library.scores.LibPath);
+        const std::optional<Preview> found = previewStudents(library.scores, intake, sheetName);
+        EXPECT_EQ(support::read(library.scores.LibPath), bytes);
+        EXPECT_EQ(dialogs.shown, QStringList());
+        EXPECT_TRUE(found);
+        return found.value_or(Preview());
+    }
+
+    static QStringList told(const Preview& preview, PreviewKind kind)
+    {
+        QStringList texts;
+        for (const PreviewEntry& one : preview.entries(kind))
+            texts.append(u"%1: %2|%3|%4|%5 %6 → %7: %8"_s.arg(
+                QString::number(one.row), one.classNumber, one.number, one.name, one.subject,
+                one.before, one.after, one.remark));
+        return texts;
+    }
+
+    int students() { return library.rows(u"select count(*) from 信息表"_s).toInt(); }
+
+    /// A sheet of all kinds of rows.
+    void mixed()
+    {
+        sheet({{u"班级"_s, u"学号"_s, u"姓名"_s},
+               {1, 1, u"王芳"_s},
+               {1, 2, u"陈婧"_s},
+               {1, 3, u"新生"_s},
+               {1, 3, u"又一"_s},
+               {1, runtime::Value(), u"无号"_s},
+               {1, runtime::Value(), u"无号二"_s}});
+    }
+};
+
+TEST_F(StudentPreviewTest, CountsWhatEachAnswerWouldAdd)
+{
+    for (const QString& answer : {u"跳过已有"_s, u"全部添加"_s}) {
+        mixed();
+        const Preview found = preview();
+        const int before = students();
+        dialogs.expect(u"的班级和学号在"_s, answer);
+        EXPECT_EQ(run(), ImportResult::Finished);
+        EXPECT_EQ(students() - before,
+                  answer == u"跳过已有"_s ? found.count(PreviewKind::NewStudent) : found.rows);
+        library.execute(u"delete from 信息表 where ID>2"_s);
+        dialogs.shown.clear();
+    }
+}
+
+TEST_F(StudentPreviewTest, TellsWhoseNumbersAreTakenAndByWhom)
+{
+    mixed();
+    const Preview found = preview();
+    const QString taken = u"成绩库里已有这个班级和学号，导入时会询问：跳过，或者再添加一条。"
+                          "成绩库里的那一条不会改。"_s;
+    EXPECT_EQ(found.title, u"学生名单，数据表“一年级”"_s);
+    EXPECT_EQ(found.warning, u"名单里有 2 人的班级和学号成绩库里已经有了！导入时会询问；"
+                             "如果选“全部添加”，他们就会有两条以上的记录。"_s);
+    EXPECT_EQ(told(found, PreviewKind::TakenNumber), QStringList{u"2: 1|1|王芳|  → : "_s + taken});
+    EXPECT_EQ(told(found, PreviewKind::OtherName),
+              QStringList{u"3: 1|2|陈婧| 陈静 → 陈婧: "_s + taken});
+    const QString twice =
+        u"第 4、5 行的班级和学号相同；导入时会询问：只取最前面的一行，或者全部添加。"_s;
+    EXPECT_EQ(told(found, PreviewKind::Twice),
+              (QStringList{u"4: 1|3|新生|  → : "_s + twice, u"5: 1|3|又一|  → : "_s + twice}));
+    EXPECT_EQ(found.count(PreviewKind::NewStudent), 3);
+    EXPECT_EQ(found.notes, QStringList{u"6 人没有科类，会设为“理”。"_s});
+}
+
+TEST_F(StudentPreviewTest, TellsWhatWouldNotBeStored)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"ID"_s, u"电话"_s, u"出生时间"_s, u"照片名"_s,
+            u"科类"_s, u"类别代码"_s},
+           {2, 1, QString(10'000, u'长'), 5, u"1"_s, u"昨天"_s, u"没有.jpg"_s, u"理"_s, u"abc"_s},
+           {u"3班"_s, 1, u"赵六"_s, 6, u"2"_s, u"2009-7-31"_s, u""_s, u"理"_s, 2},
+           {u""_s, 1, u"后面"_s, 7}});
+    const Preview found = preview();
+    EXPECT_EQ(told(found, PreviewKind::Column),
+              (QStringList{u"1: |||ID  → : “ID”是成绩库给学生编的号，不能由名单规定，"
+                           "名单里的这一列没有导入。"_s,
+                           u"1: |||电话  → : 成绩库的名单里没有“电话”这一项，导入时会提示，"
+                           "这一列不会存入。"_s}));
+    const auto& bad = found.entries(PreviewKind::BadCell);
+    ASSERT_EQ(bad.size(), 3U);
+    EXPECT_EQ(bad[0].subject, u"姓名"_s);
+    EXPECT_TRUE(bad[0].remark.contains(u"长"_s)) << bad[0].remark.toStdString();
+    EXPECT_EQ(bad[1].remark, u"“昨天”不是日期。"_s);
+    EXPECT_EQ(bad[2].remark, u"找不到这个照片文件，不会有照片。"_s);
+    const QString asNumber = u"不是数字，按这个数存入。"_s;
+    EXPECT_EQ(told(found, PreviewKind::TextCell).last(),
+              u"3: 3|1|赵六|班级 3班 → 3: "_s + asNumber);
+    EXPECT_EQ(found.entries(PreviewKind::TextCell)[0].after, u"0"_s);
+    EXPECT_EQ(told(found, PreviewKind::RowLeft),
+              QStringList{u"4: |1|后面|  → : 第 4 行的班级是空的，名单到此为止。"_s});
+    EXPECT_EQ(found.notes, QStringList());
+}
+
+TEST_F(StudentPreviewTest, WhatIsRefusedIsRefusedByTheImportToo)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"出生时间"_s, u"性别"_s},
+           {2, 1, u"甲"_s, u"昨天"_s, u"男"_s},
+           {2, 2, u"乙"_s, u"2009-7-31"_s, QString(300, u'女')},
+           {2, 3, u"丙"_s, runtime::Value::error(u"#N/A"_s), runtime::Value()}});
+    const Preview found = preview();
+    EXPECT_EQ(run(), ImportResult::Finished);
+    QStringList remarks;
+    for (const PreviewEntry& one : found.entries(PreviewKind::BadCell))
+        remarks.append(one.remark + tag);
+    EXPECT_EQ(dialogs.failures, remarks);
+    EXPECT_EQ(remarks.size(), 3);
+}
+
+TEST_F(StudentPreviewTest, ASheetWithOtherHeadingsIsRefusedAsByTheImport)
+{
+    sheet({{u"班级"_s, u"号"_s, u"姓名"_s}});
+    EXPECT_FALSE(previewStudents(library.scores, intake, sheetName));
+    EXPECT_EQ(dialogs.shown,
+              QStringList{u"错误: 指定的工作表格式不对！\n\n前3列为 班级、学号、姓名"_s});
+}
+
+} // namespace
