@@ -4,6 +4,7 @@
 #include "cli/CliDialogs.h"
 #include "import/ErrorList.h"
 #include "import/FullMarks.h"
+#include "platform/runtime/Numbers.h"
 
 namespace cli {
 
@@ -39,6 +40,14 @@ void CliImportQuestions::fullMarks(importing::ImportState& state, const QString&
         printError(u"数据表里没有科目“%1”，为它给出的满分不起作用。"_s.arg(unused.join(u"”、“"_s)));
     printError(label + u"：满分 "_s + shown.join(u'，'));
     entry.accept();
+}
+
+QHash<QString, float> CliImportQuestions::givenMarks() const
+{
+    QHash<QString, float> marks;
+    for (auto mark = m_fullMarks.begin(); mark != m_fullMarks.end(); ++mark)
+        marks.insert(mark.key(), float(runtime::Val(mark.value())));
+    return marks;
 }
 
 void CliImportQuestions::errorList(importing::ImportState& state)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QMap>
 #include <QStringList>
 
@@ -20,6 +21,9 @@ public:
     /// left without one; nothing has been written then.
     void fullMarks(importing::ImportState& state, const QString& label) override;
     void errorList(importing::ImportState& state) override;
+
+    /// The full marks of the flag by subject.
+    QHash<QString, float> givenMarks() const;
 
 private:
     const runtime::AppPaths& m_paths;

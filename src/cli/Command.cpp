@@ -28,20 +28,21 @@ const std::vector<Command>& commands()
          "                       旧文件里少了行，也照样转换读到的（默认不转换）\n",
          runConvert},
         {u"import-students",
-         {{u"sheet"_s, u"accept-existing"_s}, {u"no-backup"_s}, 2, 2},
+         {{u"sheet"_s, u"accept-existing"_s}, {u"no-backup"_s, u"preview"_s}, 2, 2},
          u"yunshan-cli import-students LIB BOOK [--sheet NAME] [--accept-existing skip|add]\n"
-         "            [--no-backup]\n"
+         "            [--no-backup] [--preview]\n"
          "    从工作簿导入学生信息。前 3 列必须为：班级、学号、姓名。\n"
          "    --sheet NAME       数据表（默认第一张）\n"
          "    --accept-existing …  班级和学号已经有的人：skip 跳过，add "
          "全部添加；不给出时什么也不导入\n"
-         "    --no-backup        导入前不备份成绩库\n",
+         "    --no-backup        导入前不备份成绩库\n"
+         "    --preview          什么也不导入，只以 JSON 输出导入会做什么\n",
          runImportStudents},
         {u"import-exam",
          {{u"exam"_s, u"sheet"_s, u"full-marks"_s, u"on-mismatch"_s, u"on-unknown"_s, u"stream"_s,
            u"accept-overwrite"_s},
           {u"existing"_s, u"add-students"_s, u"score"_s, u"no-backup"_s, u"accept-duplicate"_s,
-           u"accept-unlisted"_s, u"accept-texts"_s},
+           u"accept-unlisted"_s, u"accept-texts"_s, u"preview"_s},
           2,
           2},
          u"yunshan-cli import-exam LIB BOOK --exam NAME [--sheet NAME] [--existing]\n"
@@ -49,6 +50,7 @@ const std::vector<Command>& commands()
          "            [--on-mismatch replace|keep|cancel] [--on-unknown add|skip]\n"
          "            [--stream 文|理] [--accept-overwrite original|this-exam]\n"
          "            [--accept-duplicate] [--accept-unlisted] [--accept-texts] [--no-backup]\n"
+         "            [--preview]\n"
          "    从工作簿导入一次考试的成绩。\n"
          "    --exam NAME        考试名称；不加 --existing 时按手工输入的新考试处理\n"
          "    --existing         从已有考试中选择，原有数据被新数据替换\n"
@@ -65,7 +67,8 @@ const std::vector<Command>& commands()
          "    --accept-unlisted  考试列表里会看不到这个名称，也导入\n"
          "    --accept-texts     成绩里有缺考、作弊以外的文字，也导入\n"
          "                       没有给出以上选项，遇到这些情况就停止，什么也不导入\n"
-         "    --no-backup        导入前不备份成绩库\n",
+         "    --no-backup        导入前不备份成绩库\n"
+         "    --preview          什么也不导入，只以 JSON 输出导入会做什么\n",
          runImportExam},
         {u"reclass",
          {{u"sheet"_s, u"on-missing"_s, u"on-mismatch"_s}, {u"no-backup"_s}, 2, 2},

@@ -8,6 +8,9 @@
 #include "import/ReclassImport.h"
 #include "import/StudentImport.h"
 #include "import/WorkbookIntake.h"
+#include "import/preview/ExamPreview.h"
+#include "import/preview/PreviewJson.h"
+#include "import/preview/StudentPreview.h"
 
 namespace cli {
 
@@ -159,6 +162,31 @@ Exit exitOf(const Session& session, ImportResult result)
     return result == ImportResult::Finished ? session.result() : Exit::Error;
 }
 
+/// Prints what an import would do; it stopped, after its message, if there is nothing.
+Exit printPreview(const Session& session, const std::optional<Preview>& preview)
+{
+    if (!preview)
+        return Exit::Error;
+    printResult(QString::fromUtf8(previewJson(*preview)) + u'\n');
+    return session.result();
+}
+
+/// The answers of the command line that change what an import would do. Throws UsageError.
+ExamPreviewRequest previewRequest(const Session& session, const CliImportQuestions& questions,
+                                  const QString& sheet)
+{
+    ExamPreviewRequest request{.import = requestFrom(session, sheet),
+                               .fullMarks = questions.givenMarks()};
+    const Arguments& arguments = session.arguments;
+    if (arguments.value(u"on-unknown"_s) == "add"_L1)
+        request.import.newStudents = NewStudents::Add;
+    if (arguments.has(u"accept-overwrite"_s))
+        request.overwritten = arguments.value(u"accept-overwrite"_s) == "this-exam"_L1
+                                  ? ScoreTarget::ExamRows
+                                  : ScoreTarget::FirstRows;
+    return request;
+}
+
 } // namespace
 
 Exit runImportStudents(Session& session)
@@ -174,6 +202,8 @@ Exit runImportStudents(Session& session)
     WorkbookIntake intake(applications, studentSheet);
     intake.browse(arguments.path(1));
     const QString sheet = chosenSheet(intake, arguments);
+    if (arguments.has(u"preview"_s))
+        return printPreview(session, previewStudents(session.scores, intake, sheet));
     CliProgress progress;
     StudentImport import(session.scores, intake, progress);
     const ImportResult result = import.run(sheet, chosenBackup(arguments));
@@ -198,6 +228,9 @@ Exit runImportExam(Session& session)
     WorkbookIntake intake(applications, examSheet);
     intake.browse(arguments.path(1));
     const QString sheet = chosenSheet(intake, arguments);
+    if (arguments.has(u"preview"_s))
+        return printPreview(session, previewExam(session.scores, intake,
+                                                 previewRequest(session, questions, sheet)));
     ImportState state;
     CliProgress progress;
     ExamImport import(session.scores, intake, state, questions, progress);
