@@ -51,8 +51,8 @@ void fillHeadings(excel::Worksheet& sheet, const QStringList& headings)
         sheet.setCell(2, ++column, heading);
     for (int subject = 0; subject < subjects; ++subject) {
         sheet.setCell(2, ++column, subjectName(subject));
-        sheet.setCell(2, ++column, subjectName(subject) + u"校名次"_s);
-        sheet.setCell(2, ++column, subjectName(subject) + u"班名次"_s);
+        sheet.setCell(2, ++column, QString(subjectName(subject) + u"校名次"_s));
+        sheet.setCell(2, ++column, QString(subjectName(subject) + u"班名次"_s));
     }
 }
 
