@@ -271,6 +271,9 @@ def all_scenarios(programs, folder):
         Scenario("score export", exported,
                  cli("export", "--exam", "期中", "--subjects", "语文,总分", "--classes", "1,2",
                      "--chart", "--class-average", "期中", "--out", "out/成绩.xlsx", "--force")),
+        Scenario("tidying", exported,
+                 ("yunshan-cli", "tidy", "文.xlsx", "--library", LIBRARY,
+                  "--out", "out/整理.xlsx", "--force")),
         Scenario("settings", scored,
                  cli("settings", "--set", "各科优秀率=[0.8,1]", "--analysis", "各科及格率=否")),
         # A statement that changes something gives no rows to show, which is told as an error.
