@@ -136,9 +136,9 @@ QString classIn(const QString& text)
     // Behind a sign of a range a bare number is its end, and no class.
     static const QRegularExpression part(
         u"(?:[高初]?[一二三四五六七八九](?:年级|年)?|[高初]\\d|\\d年级|"
-        "[高初]?(?:\\d{4}|\\d{2})[级届]|(?<![-~至到、,.\\d]))[文理]?科?"
+        "[高初]?(?:\\d{4}|\\d{2})[级届]|(?<![-~至到、,.\\d高初]))[文理]?科?"
         "(?:\\(\\d{1,4}\\)|\\d{1,4}|\\([一二三四五六七八九十]{1,3}\\)|"
-        "[一二三四五六七八九十]{1,3})班"_s);
+        "[一二三四五六七八九十]{1,3})班(?![级主长])"_s);
     QSet<QString> found;
     auto matches = part.globalMatch(key(text));
     while (matches.hasNext())

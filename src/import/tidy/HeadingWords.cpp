@@ -132,8 +132,9 @@ HeadingMeaning HeadingWords::readAsSubject(const QString& heading) const
     if (m_subjectsOf.contains(heading))
         return subjectOf(heading, ScoreKind::Bare);
     for (const QString& word : m_words) {
+        // A single letter may end any word: 分数 is no 数.
         const bool ahead = heading.startsWith(word);
-        if (!ahead && !heading.endsWith(word))
+        if (!ahead && (word.size() < 2 || !heading.endsWith(word)))
             continue;
         const QString rest =
             ahead ? heading.mid(word.size()) : heading.left(heading.size() - word.size());
@@ -160,18 +161,19 @@ HeadingMeaning HeadingWords::read(const QString& heading) const
     return meaning;
 }
 
-/// A heading of two rows is read as one; where that says nothing, the lower one counts, as below
-/// 学生信息.
+/// A heading of two rows is read as one. Where that says nothing, an upper one such as 总分 counts
+/// for all below it, and otherwise the lower one, as below 学生信息; a mark alone belongs to a
+/// subject that nobody knows.
 HeadingMeaning HeadingWords::meaning(const HeadingCell& heading) const
 {
     const HeadingMeaning whole = read(folded(heading.joined()));
-    if (heading.lower.isEmpty() || heading.upper.isEmpty())
+    if (heading.lower.isEmpty() || heading.upper.isEmpty() || whole.isKnown)
         return whole;
+    const HeadingMeaning upper = read(folded(heading.upper));
+    if (upper.isKnown && upper.use.field == Field::Leave && upper.score != ScoreKind::OfSheet)
+        return upper;
     const HeadingMeaning lower = read(folded(heading.lower));
-    return whole.isKnown && whole.score != ScoreKind::Beside  ? whole
-           : lower.isKnown && lower.use.field != Field::Leave ? lower
-           : whole.isKnown                                    ? whole
-                                                              : lower;
+    return lower.score == ScoreKind::OfSheet ? whole : lower;
 }
 
 QString HeadingWords::subjectIn(const QString& text) const

@@ -112,27 +112,35 @@ void SheetReading::checkClassSources(const QString& title, const QString& name)
         m_sheet.name, title));
 }
 
-/// True if most texts of a column are scores or marks.
-bool SheetReading::isListOfNumbers(int column) const
+/// How many of the first cells of a column are scores, and how many are other texts.
+struct SheetReading::Contents
+{
+    int scores = 0;
+    int others = 0;
+};
+
+SheetReading::Contents SheetReading::contentsOf(int column) const
 {
     constexpr size_t looked = 300;
-    int others = 0;
-    int scores = 0;
+    Contents contents;
     for (size_t place = 0; place < std::min(m_rows.size(), looked); ++place) {
         const ScoreCell cell = scoreIn(m_view.value(m_rows[place].row, column));
         const bool isOther = cell.kind == ScoreCell::Kind::Mark && !cell.text.isEmpty()
                              && m_aliases.nameOf(cell.text).isEmpty();
-        others += isOther ? 1 : 0;
-        scores += cell.kind == ScoreCell::Kind::Number ? 1 : 0;
+        contents.others += isOther ? 1 : 0;
+        contents.scores += cell.kind == ScoreCell::Kind::Number ? 1 : 0;
     }
-    return others <= scores;
+    return contents;
 }
 
 void SheetReading::openTextColumns()
 {
     for (ColumnProposal& column : m_sheet.columns) {
         if (column.use.field != Field::Subject || column.decidedBy != DecidedBy::Program
-            || column.isOpen || isListOfNumbers(column.column))
+            || column.isOpen)
+            continue;
+        const Contents contents = contentsOf(column.column);
+        if (contents.others <= contents.scores)
             continue;
         column.isOpen = true;
         column.reason = u"这一列大多不是数字。"_s;
@@ -184,19 +192,30 @@ void SheetReading::takeOrLeave()
         m_questions.append(u"数据表“%1”不能用：%2"_s.arg(m_sheet.name, m_sheet.reason));
     else
         m_sheet.reason.clear();
-    noteMissingSubjects();
+    noteUntakenScores();
     noteCuts();
 }
 
-void SheetReading::noteMissingSubjects()
+QString SheetReading::untakenText(const ColumnProposal& column, const HeadingCell& heading) const
+{
+    QString text = missingSubjectText(column, m_words, heading);
+    if (!text.isEmpty() || heading.isEmpty() || column.use.field != Field::Leave
+        || column.decidedBy != DecidedBy::Program || m_words.meaning(heading).isKnown)
+        return text;
+    const Contents contents = contentsOf(column.column);
+    return contents.scores > contents.others
+               ? u"“%1”一列是数字，表头不认识，没有导入。"_s.arg(column.heading)
+               : QString();
+}
+
+void SheetReading::noteUntakenScores()
 {
     if (m_proposal.goal != Goal::ExamScores || !m_sheet.heading.areFound())
         return;
     const std::vector<HeadingCell> headings =
         m_view.headings(m_sheet.heading.first, m_sheet.heading.count);
     for (const ColumnProposal& column : m_sheet.columns) {
-        const QString text =
-            missingSubjectText(column, m_words, headings[size_t(column.column) - 1]);
+        const QString text = untakenText(column, headings[size_t(column.column) - 1]);
         if (!text.isEmpty())
             m_warnings.append(text);
     }

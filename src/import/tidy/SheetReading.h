@@ -30,12 +30,14 @@ private:
     void readRows();
     void findClassSource();
     void checkClassSources(const QString& title, const QString& name);
-    bool isListOfNumbers(int column) const;
+    struct Contents;
+    Contents contentsOf(int column) const;
+    QString untakenText(const ColumnProposal& column, const HeadingCell& heading) const;
     void openTextColumns();
     void takeOrLeave();
     QString whyNot() const;
     void noteColumns();
-    void noteMissingSubjects();
+    void noteUntakenScores();
     void noteCuts();
 
     SheetView m_view;

@@ -57,6 +57,8 @@ TEST(ClassNames, AreFoundInTitlesAndFileNamesIfThereIsOneAlone)
     EXPECT_EQ(classIn(u"高三1班和高三2班"_s), u""_s);
     EXPECT_EQ(classIn(u"高三1-3班成绩"_s), u""_s);
     EXPECT_EQ(classIn(u"各班成绩"_s), u""_s);
+    EXPECT_EQ(classIn(u"年级：高三 班级：1班 班主任：王老师"_s), u"1班"_s);
+    EXPECT_EQ(classIn(u"高三班主任"_s), u""_s);
     EXPECT_EQ(gradeIn(u"某校高三年级期中"_s), u"高三"_s);
     EXPECT_EQ(gradeIn(u"高二和高三"_s), u""_s);
 }

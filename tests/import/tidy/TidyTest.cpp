@@ -66,6 +66,32 @@ TEST_F(Tidied, HeadingsOfTwoRowsNeedNoMerges)
     EXPECT_EQ(result(), u"[成绩]\n班级|学号|姓名|语文|数学\n1|1|张三|90|80"_s);
 }
 
+TEST_F(Tidied, MarksBelow总分AndBelowUnknownHeadingsAreNoSubjects)
+{
+    excel::Worksheet& made =
+        sheet(u"Sheet1"_s,
+              {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, {}, u"总分"_s, {}, u"劳动"_s, {}},
+               {{}, {}, {}, u"分数"_s, u"名次"_s, u"分数"_s, u"名次"_s, u"分数"_s, u"名次"_s},
+               {1, 1, u"张三"_s, 90, 1, 90, 1, 80, 1}});
+    for (int column = 4; column <= 8; column += 2)
+        made.merges().add({1, column, 1, column + 1});
+    const Proposal proposal = proposed();
+    EXPECT_EQ(columns(proposal.sheets[0]), u"班级 学号 姓名 语文 - - - - -"_s);
+    EXPECT_EQ(proposal.sheets[0].column(8)->reason, u"表头不认识，不导入。"_s);
+    EXPECT_EQ(proposal.warnings.join(u'\n'), u"“劳动分数”一列是数字，表头不认识，没有导入。"_s);
+    EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文\n1|1|张三|90"_s);
+}
+
+TEST_F(Tidied, ATitleAboveTheHeadingsIsNoPartOfThem)
+{
+    sheet(u"Sheet1"_s, {{u"高三期中"_s},
+                        {u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"体育"_s, u"总分"_s},
+                        {1, 1, u"张三"_s, 90, 80, 90}});
+    const Proposal proposal = proposed();
+    EXPECT_EQ(proposal.sheets[0].heading.first, 2);
+    EXPECT_EQ(proposal.sheets[0].heading.count, 1);
+}
+
 TEST_F(Tidied, MarksOfAbsenceBecome缺考)
 {
     sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s},
