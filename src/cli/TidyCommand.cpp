@@ -220,7 +220,7 @@ void printQuestions(const Proposal& proposal)
                "--mark 文字=缺考 指定标记，--sheets 指定数据表。"_s);
 }
 
-void printCounts(const Proposal& proposal)
+void printCounts(const Session& session, const Proposal& proposal)
 {
     const tidy::Counts& counts = proposal.counts;
     printError(u"整理了 %1 张数据表，%2 名学生；缺考 %3 处，作弊 %4 处。"_s.arg(
@@ -228,6 +228,8 @@ void printCounts(const Proposal& proposal)
         QString::number(counts.absent), QString::number(counts.cheated)));
     if (counts.found > 0)
         printError(u"按考号、学籍号或班级和姓名找到 %1 人。"_s.arg(counts.found));
+    if (session.arguments.has(u"library"_s) && counts.unknown > 0)
+        printError(u"有 %1 人的班级和学号成绩库里没有。"_s.arg(counts.unknown));
     if (counts.leftOut > 0)
         printError(u"有 %1 行学生没有写入，列在数据表“%2”里。"_s.arg(
             QString::number(counts.leftOut), tidy::LeftOutSheet));
@@ -289,7 +291,7 @@ Exit runTidy(Session& session)
     }
     if (!target.isEmpty())
         tidy::tidied(*book, proposal, sources)->SaveAs(target);
-    printCounts(proposal);
+    printCounts(session, proposal);
     if (format != "json"_L1)
         printResult(target + u'\n');
     return session.result();

@@ -60,8 +60,11 @@ BookReading::BookReading(excel::Workbook& book, Proposal& proposal, const Source
 
 void BookReading::readSheets(excel::Workbook& book)
 {
+    const std::vector<const excel::Worksheet*> sheets = std::as_const(book).sheets();
+    m_proposal.sheets.resize(sheets.size());
     int number = 0;
-    for (const excel::Worksheet* sheet : std::as_const(book).sheets()) {
+    for (const excel::Worksheet* sheet : sheets) {
+        m_proposal.sheets[size_t(number)].name = sheet->Name();
         m_sheets.emplace_back(*sheet, number++, m_proposal, m_words, m_sources.aliases);
         m_proposal.warnings += m_sheets.back().warnings();
     }

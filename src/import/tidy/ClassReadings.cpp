@@ -1,6 +1,7 @@
 #include "import/tidy/ClassReadings.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tidy {
 
@@ -61,8 +62,23 @@ QString ClassReadings::keyOf(const QString& text, const QString& grade) const
     return isBare ? u"%1(%2)班"_s.arg(grade, QString::number(name->number)) : text;
 }
 
+/// A bare 1 may be 101, 201 or 301 where the library counts so.
+void ClassReadings::addSimilar(ClassReading& reading) const
+{
+    constexpr double hundred = 100;
+    const double number = reading.candidates.front();
+    if (number >= hundred)
+        return;
+    for (const double other : m_roster.classes()) {
+        if (std::fmod(other, hundred) == number)
+            reading.candidates.push_back(other);
+    }
+}
+
 void ClassReadings::decide(ClassReading& reading, const ClassName& name) const
 {
+    if (!name.hasGrade && !m_roster.hasClass(name.number))
+        addSimilar(reading);
     std::vector<double> existing = name.candidates;
     std::erase_if(existing, [this](double number) { return !m_roster.hasClass(number); });
     if (existing.size() == 1) {
@@ -70,12 +86,12 @@ void ClassReadings::decide(ClassReading& reading, const ClassName& name) const
         reading.reason = u"成绩库里有 %1 班。"_s.arg(QString::number(existing.front()));
     } else if (existing.size() > 1) {
         open(reading, u"成绩库里有几个班都像它：%1。"_s.arg(joined(existing)));
-    } else if (!m_roster.hasStudents() || !name.hasGrade) {
+    } else if (reading.candidates.size() == 1 || !m_roster.hasStudents()) {
         reading.number = name.number;
         reading.reason =
             m_roster.hasStudents() ? u"成绩库里还没有这个班。"_s : u"用的是文字里的班号。"_s;
     } else {
-        open(reading, u"成绩库里没有这个班，可以是：%1。"_s.arg(joined(name.candidates)));
+        open(reading, u"成绩库里没有这个班，可以是：%1。"_s.arg(joined(reading.candidates)));
     }
 }
 

@@ -25,6 +25,7 @@ private:
     QString keyOf(const QString& text, const QString& grade) const;
     int placeOf(const QString& text, const QString& grade);
     ClassReading read(const QString& text) const;
+    void addSimilar(ClassReading& reading) const;
     void decide(ClassReading& reading, const ClassName& name) const;
 
     const Roster& m_roster;

@@ -124,6 +124,13 @@ void Roster::index()
     }
 }
 
+std::vector<double> Roster::classes() const
+{
+    std::vector<double> all(m_byClass.keyBegin(), m_byClass.keyEnd());
+    std::sort(all.begin(), all.end());
+    return all;
+}
+
 QString Roster::streamOf(double classNumber) const
 {
     const auto found = m_byClass.constFind(classNumber);

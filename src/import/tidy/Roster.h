@@ -41,6 +41,8 @@ public:
     static const QStringList& studentColumns();
     const std::vector<RosterStudent>& students() const { return m_students; }
     bool hasStudents() const { return !m_students.empty(); }
+    /// The classes that have students, ascending.
+    std::vector<double> classes() const;
     bool hasClass(double number) const { return m_byClass.contains(number); }
     /// 科类 of the class's first student, as the import takes it; empty for a class without
     /// students.

@@ -47,6 +47,8 @@ SheetReading::SheetReading(const excel::Worksheet& sheet, int number, Proposal& 
     m_sheet.students = 0;
     if (m_sheet.heading.decidedBy == DecidedBy::Program)
         m_sheet.heading = findHeading(m_view, m_words);
+    if (m_sheet.heading.first < 1 || m_sheet.heading.last() > m_view.lastRow())
+        m_sheet.heading.count = 0;
     findGrade();
     if (m_sheet.heading.areFound())
         readRows();

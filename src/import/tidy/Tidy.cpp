@@ -90,8 +90,6 @@ Proposal propose(excel::Workbook& book, Goal goal, const Sources& sources)
     Proposal proposal;
     proposal.goal = goal;
     proposal.fileName = QFileInfo(book.path()).completeBaseName();
-    for (const excel::Worksheet* sheet : std::as_const(book).sheets())
-        proposal.sheets.push_back({.name = sheet->Name()});
     reconsider(proposal, book, sources);
     return proposal;
 }

@@ -102,6 +102,8 @@ TEST_F(Readings, NeverGuessAmongSeveralClasses)
     EXPECT_EQ(read(u"高三(1)班"_s), u"成绩库里有几个班都像它：1、301。"_s);
     EXPECT_EQ(read(u"高三(9)班"_s), u"成绩库里没有这个班，可以是：9、309、39、1209、129。"_s);
     EXPECT_EQ(read(u"9"_s), u"9"_s);
+    roster = of({201, 301});
+    EXPECT_EQ(read(u"1"_s), u"成绩库里没有这个班，可以是：1、201、301。"_s);
     EXPECT_EQ(read(u"实验班"_s), u"看不出是哪个班。"_s);
 }
 

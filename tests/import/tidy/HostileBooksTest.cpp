@@ -1,7 +1,6 @@
 // Workbooks that no school means seriously: each is told in a sentence, and in bounded time.
-#include <QElapsedTimer>
-
 #include "TidyFixture.h"
+#include "support/ErrorOf.h"
 
 namespace tidy {
 namespace {
@@ -27,6 +26,31 @@ TEST_F(HostileBooks, ALoneCellAtTheFarEndCostsNothing)
               u"数据表“Sheet1”有 1048576 行，超过了能整理的 70000 行。"_s);
     EXPECT_EQ(proposal.warnings.join(u'\n'), u"数据表“Sheet1”第 255 列以后的内容没有看。"_s);
     EXPECT_EQ(leftOut(proposal.sheets[0]), u"1 表头, 3-70000 空行"_s);
+}
+
+TEST_F(HostileBooks, SheetsThatComeOrGoMeanwhileAreReadAsTheyAre)
+{
+    sheet(u"一"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 1, u"甲"_s, 90}});
+    Proposal proposal = proposed();
+    sheet(u"二"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 2, u"乙"_s, 80}});
+    again(proposal);
+    EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文\n1|1|甲|90\n1|2|乙|80"_s);
+    book.Worksheets().Item(1).Delete();
+    again(proposal);
+    EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文\n1|2|乙|80"_s);
+    book.Close();
+    EXPECT_NE(support::errorOf([&] { again(proposal); }), u""_s);
+}
+
+TEST_F(HostileBooks, HeadingsOutsideOfTheSheetAreNone)
+{
+    sheet(u"一"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 1, u"甲"_s, 90}});
+    for (const int first : {-5, 0, 3, 1000000000}) {
+        Proposal proposal = proposed();
+        chooseHeading(proposal, 0, first, 2);
+        again(proposal);
+        EXPECT_EQ(proposal.questions.join(u'\n'), u"没有可以导入的数据表。“一”：没有找到表头。"_s);
+    }
 }
 
 TEST_F(HostileBooks, AThousandSheetsAreNamedByTheFirstFew)
