@@ -17,6 +17,7 @@
 #include "import/ui/FormDaoRuXinXi.h"
 #include "import/ui/FormShuRuMF.h"
 #include "import/ui/Formgf.h"
+#include "import/ui/PreviewScreen.h"
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
@@ -45,6 +46,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"Panel", &Gallery::floatingPanel},
     {u"WorkbookWindow", &Gallery::workbook},
     {u"FigureScreen", &Gallery::figureStudents},
+    {u"PreviewScreen", &Gallery::importPreview},
     {u"FormNew", &Gallery::newLibrary},
     {u"FormXiuGaiKeMu", &Gallery::subjects},
     {u"FormDaoRu", &Gallery::examImport},
@@ -94,7 +96,7 @@ QStringList Gallery::names()
 
 QStringList Gallery::screenNames()
 {
-    return names().mid(5);
+    return names().mid(6);
 }
 
 QWidget& Gallery::open(const QString& name)
@@ -187,6 +189,25 @@ QWidget* Gallery::examImport()
     // The start of the import is off until a workbook is chosen.
     form->findChild<QPushButton*>(u"Command1"_s)->setEnabled(true);
     return form;
+}
+
+QWidget* Gallery::importPreview()
+{
+    importing::Preview preview;
+    preview.title = u"考试“期中”"_s;
+    preview.warning = u"成绩库里已经有考试“期中”！"_s;
+    preview.notes = QStringList{u"满分 150。"_s};
+    preview.add({importing::PreviewKind::Changed,
+                 2,
+                 u"1"_s,
+                 u"1"_s,
+                 u"王芳"_s,
+                 u"语文"_s,
+                 u"90"_s,
+                 u"91"_s,
+                 {}});
+    return keep(
+        std::make_unique<importing::PreviewScreen>(std::move(preview), m_screenDialogs, nullptr));
 }
 
 QWidget* Gallery::studentImport()

@@ -61,6 +61,7 @@ private:
     QWidget* newLibrary();
     QWidget* subjects();
     QWidget* examImport();
+    QWidget* importPreview();
     QWidget* studentImport();
     QWidget* reclassing();
     QWidget* fullMarks();

@@ -14,7 +14,7 @@ namespace {
 const QStringList headings = {u"类别"_s, u"行"_s,   u"班级"_s,   u"学号"_s, u"姓名"_s,
                               u"项目"_s, u"原来"_s, u"导入后"_s, u"说明"_s};
 /// Of the columns, in characters.
-constexpr int widths[] = {14, 6, 7, 8, 12, 12, 14, 14, 70};
+constexpr int widths[] = {13, 5, 6, 6, 10, 9, 10, 10, 70};
 
 QString rowText(const PreviewEntry& entry)
 {

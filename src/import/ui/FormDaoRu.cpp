@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "import/preview/ExamPreview.h"
 #include "import/ui/ScreenImportQuestions.h"
 #include "platform/widgets/LabelProgress.h"
 
@@ -24,6 +25,9 @@ FormDaoRu::FormDaoRu(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
 {
     build();
     layOut();
+    offerPreview([this] { return previewExam(m_library, m_intake, {request()}); },
+                 [this] { Command1_Click(); });
+    buttonPreview->setEnabled(false);
     connectExam();
     connect(Command1, &QPushButton::clicked, this, &FormDaoRu::Command1_Click);
     connect(Command2, &QPushButton::clicked, this, &FormDaoRu::Command2_Click);
@@ -118,6 +122,7 @@ void FormDaoRu::browse(const QString& path)
     m_examChoice = ExamChoice::Typed;
     Text2->setText(exam);
     Command1->setEnabled(true);
+    buttonPreview->setEnabled(true);
     Label4->clear();
 }
 

@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "import/StudentImport.h"
+#include "import/preview/StudentPreview.h"
 #include "platform/widgets/LabelProgress.h"
 
 namespace importing {
@@ -19,6 +20,8 @@ FormDaoRuXinXi::FormDaoRuXinXi(library::ScoreLibrary& scoreLibrary, widgets::Scr
                    applications, parent)
 {
     build();
+    offerPreview([this] { return previewStudents(m_library, m_intake, Combo1->currentText()); },
+                 [this] { Command1_Click(); });
     connect(Command1, &QPushButton::clicked, this, &FormDaoRuXinXi::Command1_Click);
     connect(Command2, &QPushButton::clicked, this, &QDialog::close);
     connect(Command3, &QPushButton::clicked, this, &FormDaoRuXinXi::Command3_Click);

@@ -9,6 +9,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "import/ui/PreviewScreen.h"
+#include "platform/runtime/Trap.h"
+
 namespace importing {
 
 using namespace Qt::StringLiterals;
@@ -62,12 +65,38 @@ void IntakeScreen::layOutWorkbook(QGridLayout* layout, const QString& caption)
 
 void IntakeScreen::layOutButtons(QGridLayout* layout)
 {
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(Label4, 1);
-    buttons->addWidget(Command1);
-    buttons->addWidget(Command2);
-    layout->addLayout(buttons, layout->rowCount(), 0, 1, 3);
+    m_buttons = new QHBoxLayout;
+    m_buttons->addWidget(Label4, 1);
+    m_buttons->addWidget(Command1);
+    m_buttons->addWidget(Command2);
+    layout->addLayout(m_buttons, layout->rowCount(), 0, 1, 3);
     layout->setColumnStretch(1, 1);
+}
+
+void IntakeScreen::offerPreview(std::function<std::optional<Preview>()> previewed,
+                                std::function<void()> import)
+{
+    buttonPreview = button(u"buttonPreview"_s, u"预览(&V)…"_s, this);
+    m_buttons->insertWidget(0, buttonPreview);
+    connect(buttonPreview, &QPushButton::clicked, this,
+            [this, previewed = std::move(previewed), import = std::move(import)] {
+                showPreview(previewed, import);
+            });
+}
+
+void IntakeScreen::showPreview(const std::function<std::optional<Preview>()>& previewed,
+                               const std::function<void()>& import)
+{
+    const widgets::CommandScope command(m_dialogs);
+    const runtime::Trap trap{" - Sub ShowPreview/Import"};
+    std::optional<Preview> preview;
+    if (!trap([&] { preview = previewed(); }) || !preview)
+        return;
+    PreviewScreen screen(*std::move(preview), m_dialogs, this);
+    // The workbook stays usable beside it.
+    screen.setWindowModality(Qt::WindowModal);
+    if (screen.exec() == QDialog::Accepted)
+        import();
 }
 
 void IntakeScreen::choose(const QString& filter)

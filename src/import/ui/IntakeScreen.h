@@ -1,9 +1,13 @@
 #pragma once
 
+#include <functional>
+#include <optional>
+
 #include <QDateTime>
 #include <QFileSystemWatcher>
 
 #include "import/WorkbookIntake.h"
+#include "import/preview/Preview.h"
 #include "library/ScoreLibrary.h"
 #include "library/ui/BackupBox.h"
 #include "platform/widgets/Screen.h"
@@ -11,6 +15,7 @@
 
 class QComboBox;
 class QGridLayout;
+class QHBoxLayout;
 class QLineEdit;
 
 namespace importing {
@@ -45,6 +50,11 @@ protected:
     /// Lays out the buttons in a row below the others.
     void layOutButtons(QGridLayout* layout);
 
+    /// Adds 预览…: what `previewed` gives is shown, and 导入 there begins the import by `import`.
+    /// To be called behind layOutButtons.
+    void offerPreview(std::function<std::optional<Preview>()> previewed,
+                      std::function<void()> import);
+
     /// Asks for a workbook and opens it.
     void choose(const QString& filter);
     Backup backup() const;
@@ -60,10 +70,14 @@ protected:
     QLabel* Label4 = nullptr;
     QPushButton* Command1 = nullptr;
     QPushButton* Command2 = nullptr;
+    /// Null on a screen without a preview.
+    QPushButton* buttonPreview = nullptr;
 
 private:
     void build();
     void listSheets();
+    void showPreview(const std::function<std::optional<Preview>()>& previewed,
+                     const std::function<void()>& import);
     void watch(const QString& path);
     /// The workbook stays as it was read; the user is told that its file did not.
     void noteFileChange(const QString& path);
@@ -71,6 +85,7 @@ private:
 
     QFileSystemWatcher m_watcher;
     QDateTime m_openedVersion;
+    QHBoxLayout* m_buttons = nullptr;
 };
 
 } // namespace importing
