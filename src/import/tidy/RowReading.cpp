@@ -76,6 +76,11 @@ bool isNumberText(const QString& text)
     return number.match(folded(text)).hasMatch();
 }
 
+bool hasDigit(const QString& text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar letter) { return letter.isDigit(); });
+}
+
 } // namespace
 
 QString classInTitles(const SheetView& view, const HeadingRows& heading)
@@ -136,17 +141,17 @@ bool RowReading::isRepeatedHeading(const std::vector<FilledCell>& cells) const
 /// A row with one or two cells is rarely a student.
 RowKind RowReading::kindOfFew(const SourceRow& student, const Filled& filled) const
 {
-    const QString all = joinedTexts(filled.cells);
     const bool isNamed = !student.name.isEmpty() && !isNoteText(student.name);
+    const bool hasNumber =
+        std::any_of(filled.cells.begin(), filled.cells.end(),
+                    [](const FilledCell& cell) { return isNumberText(cellText(cell.value)); });
     if (isNamed
-        && (filled.cells.size() == 1 || isNumberText(student.number) || !student.classText.isEmpty()
+        && (filled.cells.size() == 1 || hasNumber || !student.classText.isEmpty()
             || filled.content > 0))
         return RowKind::Student;
-    if (isNamed && !student.examNumber.isEmpty() && isNumberText(student.examNumber))
+    if (filled.content > 0 && hasDigit(student.number))
         return RowKind::Student;
-    if (filled.content > 0 && !student.number.isEmpty() && !isNoteText(student.number))
-        return RowKind::Student;
-    return classIn(all).isEmpty() ? RowKind::Note : RowKind::Title;
+    return classIn(joinedTexts(filled.cells)).isEmpty() ? RowKind::Note : RowKind::Title;
 }
 
 RowKind RowReading::kindOf(const SourceRow& student, const Filled& filled) const
@@ -163,7 +168,7 @@ RowKind RowReading::kindOf(const SourceRow& student, const Filled& filled) const
         return RowKind::Summary;
     if (filled.cells.size() <= 2)
         return kindOfFew(student, filled);
-    const bool isNobody = student.name.isEmpty() && student.number.isEmpty()
+    const bool isNobody = student.name.isEmpty() && !hasDigit(student.number)
                           && student.examNumber.isEmpty() && student.schoolNumber.isEmpty();
     if (!isNobody)
         return RowKind::Student;

@@ -38,6 +38,20 @@ TEST_F(Tidied, TitlesSummariesAndNotesAreLeftOutWithTheirReasons)
     EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文\n1|1|张三|90\n1|2|欧阳小明|80"_s);
 }
 
+TEST_F(Tidied, AStudentWhoWasAbsentFromEverythingIsNoNote)
+{
+    sheet(u"1班"_s, {{u"序号"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s},
+                     {1, 1, u"张三"_s, 90, 80},
+                     {2, 2, u"李四"_s},
+                     {{}, 3, u"王五"_s},
+                     {u"制表人："_s, u"张老师"_s, {}, u"日期："_s, u"11月"_s},
+                     {{}, {}, u"第1页"_s}});
+    const Proposal proposal = proposed();
+    EXPECT_EQ(leftOut(proposal.sheets[0]), u"1 表头, 5 没有姓名和号码的行, 6 说明文字"_s);
+    EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文|数学\n1|1|张三|90|80\n"
+                                "1|2|李四|缺考|缺考\n1|3|王五|缺考|缺考"_s);
+}
+
 TEST_F(Tidied, HeadingsOfTwoRowsGiveTheScoresAndNotTheRanks)
 {
     excel::Worksheet& made = sheet(
