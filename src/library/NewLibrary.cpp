@@ -4,9 +4,9 @@
 
 #include <QFileInfo>
 
-#include "library/ColumnNames.h"
 #include "library/FormulaTrim.h"
 #include "library/LibraryShape.h"
+#include "library/SubjectColumns.h"
 #include "platform/database/Compact.h"
 #include "platform/database/EmptyLibrary.h"
 #include "platform/database/FileIdentity.h"
@@ -42,28 +42,15 @@ std::optional<database::FileLock> heldForReplacing(const QString& target,
 
 void addColumns(database::Connection& conn, const QStringList& subjects)
 {
-    const auto execute = [&](const QString& sql, const QString& column) {
-        trap([&] { conn.Execute(database::sqlWith(sql, {database::SqlPiece::name(column)})); });
+    const auto add = [&](const std::vector<AddedColumn>& columns) {
+        for (const auto& [sql, name] : columns)
+            trap([&] { conn.Execute(database::sqlWith(sql, {database::SqlPiece::name(name)})); });
     };
-    const QString score = u"ALTER TABLE 成绩表 add COLUMN %1 Single"_s;
-    const QString rank = u"ALTER TABLE 成绩表 add COLUMN %1 long"_s;
-    const QString standardScore = u"ALTER TABLE 成绩表 add COLUMN %1 Double"_s;
-    const QString fullMark = u"ALTER TABLE 考试名称表 add COLUMN %1 Single"_s;
-    const QString formula = u"ALTER TABLE 考试名称表 add COLUMN %1 text(50)"_s;
-    for (const QString& subject : subjects) {
-        execute(score, subject);
-        execute(rank, gradeRankColumn(subject));
-        execute(rank, classRankColumn(subject));
-        execute(standardScore, zScoreColumn(subject));
-        execute(standardScore, tScoreColumn(subject));
-        execute(isTotal(subject) ? formula : fullMark, subject);
-        execute(u"ALTER TABLE 教师表 add COLUMN %1 text(50)"_s, subject);
-    }
-    for (const QString& subject : subjects) {
-        if (isTotal(subject))
-            execute(rank, tRankColumn(subject));
-    }
-    execute(u"ALTER TABLE 成绩表 add COLUMN %1 memo"_s, u"备注"_s);
+    for (const QString& subject : subjects)
+        add(addedColumns(subject));
+    for (const QString& subject : subjects)
+        add(addedTRank(subject));
+    add({{u"ALTER TABLE 成绩表 add COLUMN %1 memo"_s, u"备注"_s}});
 }
 
 /// Adds the columns to a copy of the template, all of them but those that are refused.
