@@ -1,8 +1,8 @@
 #include "import/ExamFindings.h"
 
-#include <algorithm>
 #include <set>
 
+#include "library/ExamName.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/database/Recordset.h"
 #include "platform/database/Statement.h"
@@ -16,9 +16,6 @@ using runtime::Val;
 
 namespace {
 
-/// As many as 考试名称 holds.
-constexpr qsizetype longestName = 50;
-
 using Number = std::pair<double, double>;
 
 /// Reads what a question tells, from one state of the file.
@@ -27,30 +24,6 @@ template <class Reading> void read(database::Connection& connection, Reading&& r
     const runtime::Phase phase;
     const database::ReadBatch state(connection);
     reading();
-}
-
-bool isControl(QChar letter)
-{
-    const QChar::Category category = letter.category();
-    return category == QChar::Other_Control || category == QChar::Separator_Line
-           || category == QChar::Separator_Paragraph;
-}
-
-/// Why no exam can have this name beside the known ones; empty if it can.
-QString faultOf(const QString& exam, const QStringList& known)
-{
-    if (exam.size() > longestName)
-        return u"考试名称最多 %1 个字，现在有 %2 个字。"_s.arg(longestName).arg(exam.size());
-    if (std::any_of(exam.begin(), exam.end(), isControl))
-        return u"考试名称里不能有换行、制表符等控制字符。"_s;
-    // The name of an exam that is there was given already.
-    if (known.contains(exam))
-        return {};
-    for (const QString& other : known) {
-        if (other.compare(exam, Qt::CaseInsensitive) == 0)
-            return u"已有考试“%1”，与“%2”只有字母的大小写不同，请换一个名称。"_s.arg(other, exam);
-    }
-    return {};
 }
 
 } // namespace
@@ -75,7 +48,7 @@ QStringList ExamFindings::namesOf(const QString& sql) const
 
 QString ExamFindings::nameFault(const QString& exam) const
 {
-    return faultOf(exam, namesOf(u"select 考试名称 from 考试名称表"_s));
+    return library::examNameFault(exam, namesOf(u"select 考试名称 from 考试名称表"_s));
 }
 
 QString ExamFindings::whyUnlisted(const QString& exam) const

@@ -20,9 +20,6 @@ using runtime::Value;
 
 namespace {
 
-/// Fields of 考试名称表 ahead of the columns of the subjects.
-constexpr int fixedExamFields = 5;
-
 /// The rows of one exam and stream, as they were entered.
 const QString examRows = u"select * from 考试名称表 WHERE 考试名称=? and 科类=?"_s;
 /// The rows of one exam and stream by 考试编号.
@@ -63,6 +60,19 @@ QStringList formulaTerms(const QString& formula)
     return runtime::splitList(formula, u"+"_s);
 }
 
+QStringList listedExams(const QStringList& names)
+{
+    QStringList exams;
+    QString seen;
+    for (const QString& exam : names) {
+        if (seen.contains(exam) && !(exam.isEmpty() && seen.isEmpty()))
+            continue;
+        seen += exam + u","_s;
+        exams.append(exam);
+    }
+    return exams;
+}
+
 void Catalogue::GetKeLei()
 {
     const Trap trap{" - Sub GetKeLei/Mdl_MDB"};
@@ -91,16 +101,9 @@ void Catalogue::GetKSXX()
         database::Recordset rows;
         rows.Open(u"select 考试名称 from 考试名称表 order by 考试编号"_s, m_conn);
         QStringList exams;
-        // The test goes by substring: an exam named as a part of an earlier one is not listed.
-        QString seen;
-        for (; !rows.Eof(); rows.MoveNext()) {
-            const QString exam = rows.Fields(0).Value().text();
-            if (seen.contains(exam) && !(exam.isEmpty() && seen.isEmpty()))
-                continue;
-            seen += exam + u","_s;
-            exams.append(exam);
-        }
-        ExamList = exams;
+        for (; !rows.Eof(); rows.MoveNext())
+            exams.append(rows.Fields(0).Value().text());
+        ExamList = listedExams(exams);
     });
     trap([&] {
         const database::TableColumns& fields = m_conn.columns(u"考试名称表"_s);

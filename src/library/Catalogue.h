@@ -9,6 +9,9 @@
 
 namespace library {
 
+/// The columns of 考试名称表 ahead of those of the subjects and totals.
+inline constexpr int fixedExamFields = 5;
+
 /// Columns of one or more exams with their full marks, in the library's column order.
 struct ColumnMarks
 {
@@ -31,6 +34,10 @@ QStringList examNames(const QString& exams);
 
 /// The columns that a formula such as "语文+数学" adds up; an empty one has none.
 QStringList formulaTerms(const QString& formula);
+
+/// The exams that lists show of these names in 考试编号 order, each once. The test goes by
+/// substring: an exam named as a part of an earlier one is not listed.
+QStringList listedExams(const QStringList& names);
 
 /// What the program knows about the open library: exams, columns, streams and classes, all derived
 /// from 考试名称表 and 信息表. The lists are rebuilt by GetKeLei and GetKSXX. Failures are shown

@@ -28,6 +28,15 @@ void openRowsOf(const QStringList& exams, database::Recordset& rows, database::C
 
 } // namespace
 
+QString formulaFault(const QString& formula, const QStringList& columns)
+{
+    for (const QString& term : library::formulaTerms(formula)) {
+        if (!columns.contains(term))
+            return u"总分公式中添加的科目： "_s + term + u" 无效！只能添加现有科目。"_s;
+    }
+    return {};
+}
+
 void TotalFormulas::load()
 {
     const Trap trap{" - Private Sub Form_Load/FormZFGS"};
@@ -58,13 +67,10 @@ std::optional<QString> TotalFormulas::ShowGS(const QString& exam, const QString&
 
 bool TotalFormulas::checkTerms(const QString& formula) const
 {
-    for (const QString& term : library::formulaTerms(formula)) {
-        if (m_library.catalogue.AllColumns.contains(term))
-            continue;
-        runtime::warn(u"总分公式中添加的科目： "_s + term + u" 无效！只能添加现有科目。"_s);
-        return false;
-    }
-    return true;
+    const QString fault = formulaFault(formula, m_library.catalogue.AllColumns);
+    if (!fault.isEmpty())
+        runtime::warn(fault);
+    return fault.isEmpty();
 }
 
 void TotalFormulas::save(const QStringList& chosenExams, const QString& total,

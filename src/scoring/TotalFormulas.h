@@ -6,6 +6,9 @@
 
 namespace scoring {
 
+/// Why a formula cannot be saved: a term of it is none of the columns. "" if it can.
+QString formulaFault(const QString& formula, const QStringList& columns);
+
 /// "总分公式": the formulas of the totals, exam by exam. A formula
 /// is names of columns joined by "+"; saving one computes nothing.
 class TotalFormulas
