@@ -1,0 +1,179 @@
+#include "maintenance/SubjectAddition.h"
+
+#include <algorithm>
+#include <array>
+
+#include "library/ColumnNames.h"
+#include "library/SubjectColumns.h"
+#include "platform/database/ColumnDeclaration.h"
+#include "platform/database/SqlPieces.h"
+#include "platform/database/WriteBatch.h"
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Phase.h"
+#include "platform/runtime/Trap.h"
+#include "scoring/TotalFormulas.h"
+
+namespace maintenance {
+
+using namespace Qt::StringLiterals;
+using runtime::Trap;
+
+namespace {
+
+const Trap additionTrap{" - Sub AddSubject/SubjectAddition"};
+
+/// As many as 科目 of 详细设置表 and 总分 of 总分公式 hold.
+constexpr qsizetype longestName = 50;
+/// As many as a total's column of 考试名称表 holds.
+constexpr qsizetype longestFormula = 50;
+
+/// The ending of a derived column that the name has; "" for none.
+QString derivedEnding(const QString& name)
+{
+    QStringList endings = library::columnsOf({});
+    endings.removeAll(QString());
+    for (const QString& ending : std::as_const(endings)) {
+        if (name.endsWith(ending, Qt::CaseInsensitive))
+            return ending;
+    }
+    return {};
+}
+
+QString spellingFault(const QString& name)
+{
+    if (name.isEmpty())
+        return u"请输入科目名称。"_s;
+    if (name.size() > longestName)
+        return u"科目名称最多 %1 个字，现在有 %2 个字。"_s.arg(longestName).arg(name.size());
+    if (!database::isBareName(name))
+        return u"科目名称只能由汉字、字母、数字和下划线组成，不能以数字开头。"_s;
+    const QString ending = derivedEnding(name);
+    return ending.isEmpty()
+               ? QString()
+               : u"科目名称不能以“%1”结尾，程序用这样的名称存名次和标准分。"_s.arg(ending);
+}
+
+/// Why the columns of the subject cannot stand in a table.
+QString tableFault(database::Connection& connection, const QString& table, const QString& subject)
+{
+    const QStringList there = database::columnNames(connection, table);
+    if (there.isEmpty())
+        return u"成绩库里没有“%1”，不能添加科目。"_s.arg(table);
+    for (const QString& column : library::columnsOf(subject)) {
+        if (!there.contains(column, Qt::CaseInsensitive))
+            continue;
+        if (column == subject)
+            return u"“%1”里已经有“%2”这一列，请换一个名称。"_s.arg(table, subject);
+        return u"“%1”里已经有“%2”这一列，科目不能叫“%3”。"_s.arg(table, column, subject);
+    }
+    return {};
+}
+
+void openFormula(const QString& total, database::Recordset& rows, database::Connection& connection)
+{
+    rows.Open(u"select * from 总分公式 where 总分=?"_s, {total}, connection);
+}
+
+} // namespace
+
+QString SubjectAddition::knownFormula(const QString& total) const
+{
+    QString formula;
+    if (!database::isBareName(total))
+        return formula;
+    additionTrap([&] {
+        database::Recordset rows;
+        openFormula(total, rows, m_library.Conn);
+        if (!rows.Eof())
+            formula = rows.Fields(u"公式"_s).Value().text();
+    });
+    return formula;
+}
+
+bool SubjectAddition::run(const NewSubject& subject, runtime::Progress& progress,
+                          library::Backup backup)
+{
+    QString fault;
+    if (!additionTrap([&] { fault = faultOf(subject); }))
+        return false;
+    if (!fault.isEmpty()) {
+        runtime::warn(fault);
+        return false;
+    }
+    bool isDone = false;
+    {
+        const library::BackupBeforeWrite copy(m_library, progress, backup,
+                                              {u"添加科目 "_s + subject.name});
+        isDone = additionTrap([&] { add(subject); });
+    }
+    progress.finish();
+    if (!isDone)
+        return false;
+    additionTrap([&] { m_library.readCatalogue(); });
+    m_library.notifyChanged();
+    return true;
+}
+
+QString SubjectAddition::nextSteps(const QString& subject)
+{
+    if (library::isTotal(subject))
+        return u"已添加总分“%1”，以后导入的考试都按它的公式计算。\n\n"
+               "以前的考试还没有它的公式：请在“数据维护”的“总分设置”里选中这些考试，设好公式，再计算总分。"_s
+                   .arg(subject);
+    return u"已添加科目“%1”。\n\n"
+           "以后导入考试时，工作表里有“%1”这一列就会导入，并询问满分。"
+           "要计入总分，请在“数据维护”的“总分设置”里把它加进各次考试的公式。"_s.arg(subject);
+}
+
+/// "" if the subject can be added.
+QString SubjectAddition::faultOf(const NewSubject& subject) const
+{
+    const QString fault = spellingFault(subject.name);
+    if (!fault.isEmpty())
+        return fault;
+    for (const QString& table : library::subjectTables()) {
+        const QString inTable = tableFault(m_library.Conn, table, subject.name);
+        if (!inTable.isEmpty())
+            return inTable;
+    }
+    if (!library::isTotal(subject.name))
+        return {};
+    if (subject.formula.size() > longestFormula)
+        return u"总分公式最多 %1 个字，现在有 %2 个字。"_s.arg(longestFormula)
+            .arg(subject.formula.size());
+    return scoring::formulaFault(
+        subject.formula,
+        database::columnNames(m_library.Conn, u"考试名称表"_s).mid(library::fixedExamFields));
+}
+
+/// Another program may have added columns since the subject was looked at.
+void SubjectAddition::add(const NewSubject& subject) const
+{
+    database::WriteBatch batch(m_library.Conn);
+    const QString fault = faultOf(subject);
+    if (!fault.isEmpty())
+        throw runtime::Error(fault);
+    for (const auto& columns :
+         {library::addedColumns(subject.name), library::addedTRank(subject.name)}) {
+        for (const auto& [sql, name] : columns)
+            m_library.Conn.Execute(database::sqlWith(sql, {database::SqlPiece::name(name)}));
+    }
+    if (library::isTotal(subject.name))
+        storeFormula(subject);
+    batch.commit();
+}
+
+void SubjectAddition::storeFormula(const NewSubject& total) const
+{
+    database::Recordset rows;
+    openFormula(total.name, rows, m_library.Conn);
+    if (rows.Eof()) {
+        rows.AddNew();
+        rows.Fields(u"总分"_s).setValue(total.name);
+    }
+    rows.Fields(u"公式"_s).setValue(total.formula);
+    rows.Update();
+}
+
+} // namespace maintenance
