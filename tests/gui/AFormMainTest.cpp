@@ -126,11 +126,27 @@ TEST_F(MainWindow, TheItemsOfTheMenusOpenTheirScreens)
           std::pair{u"meXGCJ"_s, u"FormXiuGaiChengJi"_s}, std::pair{u"mDelKM"_s, u"FormDelKM"_s},
           std::pair{u"mtSJFB"_s, u"FormDaoRuFenBanXinXi"_s},
           std::pair{u"meJSMD"_s, u"FormJiaoShiMingDan"_s},
+          std::pair{u"mtStudentMoves"_s, u"StudentMovesScreen"_s},
           std::pair{u"mtSZWL"_s, u"FormSheZhiWenLi"_s}, std::pair{u"Habout"_s, u"frmAbout"_s}}) {
         EXPECT_EQ(screenOpenedBy([&] { item(name)->trigger(); }), screen) << name.toStdString();
     }
     EXPECT_EQ(test.dialogs.shown,
               QStringList{u"成绩库里还没有考试，导入考试以后才有成绩和名次可以分析。"_s});
+}
+
+TEST_F(MainWindow, TheScreenThatMovesNobodyLeadsToTheOneThatDoes)
+{
+    window->start(path);
+    support::ModalBoxes boxes;
+    boxes.expect([](QDialog& screen) {
+        QTest::mouseClick(screen.findChild<QPushButton*>(u"buttonMoves"_s), Qt::LeftButton);
+    });
+    boxes.expect([](QDialog& screen) {
+        EXPECT_EQ(screen.objectName(), u"StudentMovesScreen"_s);
+        screen.close();
+    });
+    item(u"mtZB"_s)->trigger();
+    EXPECT_EQ(boxes.count, 2);
 }
 
 TEST_F(MainWindow, TheCheckOfPhotosStaysOpenBesideTheMainWindow)

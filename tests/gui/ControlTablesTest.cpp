@@ -340,7 +340,22 @@ const std::vector<Window> windows{
       {Label, u"LabelClass2", u"班"},
       {Label, u"LabelNumber2", u"号"},
       {Push, u"Command1", u"执行", u"本窗口暂不执行"},
-      {Push, u"Command2", u"退出"}}},
+      {Push, u"Command2", u"退出"},
+      {Label, u"LabelMoves", u"要移动、交换或删除个别学生，请用："},
+      {Push, u"buttonMoves", u"学生调整…"}}},
+    {u"StudentMovesScreen",
+     u"学生调整",
+     {{Editor, u"TextFind", u"", u"回车或 F3 找下一个，按住 Shift 找上一个"},
+      {Tree, u"TreeView1"},
+      {Push, u"buttonMove", u"移到…"},
+      {Push, u"buttonSwap", u"交换…"},
+      {Push, u"buttonRemove", u"删除…"},
+      {Label, u"LabelPlan", u"要做的调整"},
+      {Grid, u"PlanGrid"},
+      {Check, u"CheckBackup", u"执行前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"},
+      {Push, u"buttonTakeBack", u"撤回一项", u"撤回表里选中的一项调整"},
+      {Push, u"buttonRun", u"执行"},
+      {Push, u"buttonClose", u"关闭"}}},
     {u"ReportScreen",
      u"转换报告",
      {{Grid, u"ReportGrid"}, {Push, u"ReportSave", u"保存…"}, {Push, u"ReportClose", u"关闭"}}},
@@ -477,11 +492,12 @@ TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
         {u"mF"_s, u"mfNew 新建成绩库|mfOpen 打开成绩库|-|mDelKM 删除科目|mfSaveAs 压缩数据库|-|"
                   "mfREC0 (最近打开的文件)|mfREC1 2|mfREC2 3|mfREC3 4|mfREC4 5|mfREC5 6|-|"
                   "Mfexit 退出"_s},
-        {u"Medit"_s, u"meLook 浏览考试|-|meDRKS 导入考试|-|meJCCJ 检查成绩|meXGCJ 修改成绩|-|"
-                     "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试|-|meErase 彻底删除所选考试…"_s},
+        {u"Medit"_s,
+         u"meLook 浏览考试|-|meDRKS 导入考试|-|meJCCJ 检查成绩|meXGCJ 修改成绩|-|"
+         "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试|-|meErase 彻底删除所选考试…"_s},
         {u"mSJWH"_s, u"meDRLB 导入信息|meXXXG 修改信息|-|meSZTP 设置图片|meJCTP 检查图片|-|"
                      "meJSMD 教师名单|meZFGS 总分设置|-|mtSZWL 设置文理|mtSJFB 重新分班|"
-                     "mtZB 个别转班"_s},
+                     "mtZB 个别转班|-|mtStudentMoves 学生调整…"_s},
         {u"mSJCL"_s, u"mSHowInfo 显示基本信息|-|mFXSZ 分析设置|-|msGRFX 个人分析|mZHFX 综合分析|-|"
                      "mtEXCEL 导出到Excel|-|figureStudents 查看名单"_s}};
     for (auto it = expected.begin(); it != expected.end(); ++it)

@@ -1,8 +1,10 @@
 #include "maintenance/ui/FormZhuanBan.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -120,6 +122,15 @@ TEST_F(ClassChangeScreen, CarriesOutNothingAndSaysSo)
     EXPECT_TRUE(form->isVisible());
     QTest::mouseClick(form->findChild<QPushButton*>(u"Command2"_s), Qt::LeftButton);
     EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(ClassChangeScreen, NamesTheScreenThatDoesCarryOut)
+{
+    EXPECT_EQ(form->findChild<QLabel*>(u"LabelMoves"_s)->text(),
+              u"要移动、交换或删除个别学生，请用："_s);
+    const QSignalSpy requested(form.get(), &maintenance::FormZhuanBan::movesRequested);
+    QTest::mouseClick(form->findChild<QPushButton*>(u"buttonMoves"_s), Qt::LeftButton);
+    EXPECT_EQ(requested.count(), 1);
 }
 
 TEST_F(ClassChangeScreen, AListOfClassesThatCannotBeReadIsToldAndTheRestStands)

@@ -29,6 +29,7 @@
 #include "maintenance/ui/FormXiuGaiChengJi.h"
 #include "maintenance/ui/FormZMD.h"
 #include "maintenance/ui/FormZhuanBan.h"
+#include "maintenance/ui/StudentMovesScreen.h"
 #include "oldlibraries/ui/ReportScreen.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
@@ -68,6 +69,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormSheZhiWenLi", &Gallery::classStreams},
     {u"FormSheZhiZhaoPian", &Gallery::photos},
     {u"FormZhuanBan", &Gallery::classChange},
+    {u"StudentMovesScreen", &Gallery::studentMoves},
     {u"ReportScreen", &Gallery::conversionReport},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
@@ -317,6 +319,12 @@ QWidget* Gallery::photos()
 QWidget* Gallery::classChange()
 {
     return keep(std::make_unique<maintenance::FormZhuanBan>(library.scores, nullptr));
+}
+
+QWidget* Gallery::studentMoves()
+{
+    return keep(std::make_unique<maintenance::StudentMovesScreen>(library.scores, m_screenDialogs,
+                                                                  nullptr));
 }
 
 QWidget* Gallery::conversionReport()

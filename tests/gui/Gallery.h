@@ -80,6 +80,7 @@ private:
     QWidget* classStreams();
     QWidget* photos();
     QWidget* classChange();
+    QWidget* studentMoves();
     QWidget* conversionReport();
     QWidget* figureStudents();
     QWidget* about();

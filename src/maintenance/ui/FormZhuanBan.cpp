@@ -67,7 +67,17 @@ void FormZhuanBan::makeWidgets()
     buttons->addWidget(Command1);
     buttons->addWidget(Command2);
     layout->addLayout(buttons, 3, 0, 1, 5);
+    addButtonMoves(layout);
     connect(Command2, &QPushButton::clicked, this, &QDialog::close);
+}
+
+void FormZhuanBan::addButtonMoves(QGridLayout* layout)
+{
+    QPushButton* buttonMoves = button(u"buttonMoves"_s, u"学生调整(&A)…"_s, this);
+    const QString hint = u"要移动、交换或删除个别学生，请用："_s;
+    layout->addWidget(label(u"LabelMoves"_s, hint, buttonMoves, this), 4, 0, 1, 4);
+    layout->addWidget(buttonMoves, 4, 4);
+    connect(buttonMoves, &QPushButton::clicked, this, &FormZhuanBan::movesRequested);
 }
 
 /// A class, a number and a name, each with its word behind or in front of it.

@@ -17,6 +17,10 @@ class FormZhuanBan : public widgets::Screen
 public:
     FormZhuanBan(library::ScoreLibrary& scoreLibrary, QWidget* parent);
 
+Q_SIGNALS:
+    /// "学生调整" was pressed.
+    void movesRequested();
+
 private:
     struct Student
     {
@@ -27,6 +31,7 @@ private:
 
     void makeWidgets();
     void layOut(QGridLayout* layout, int row, const Student& student);
+    void addButtonMoves(QGridLayout* layout);
     void Form_Load();
     void Combo4_Click();
 

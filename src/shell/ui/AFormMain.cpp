@@ -227,6 +227,7 @@ void AFormMain::connectMenu()
     connectScreen(u"mtSZWL"_s, &MenuScreens::showFormSheZhiWenLi);
     connectScreen(u"meSZTP"_s, &MenuScreens::showFormSheZhiZhaoPian);
     connectScreen(u"mtZB"_s, &MenuScreens::showFormZhuanBan);
+    connectScreen(u"mtStudentMoves"_s, &MenuScreens::showStudentMoves);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }
 

@@ -61,6 +61,8 @@ constexpr Entry entries[] = {
     {u"mSJWH", u"mtSZWL", u"设置文理(&W)"},
     {u"mSJWH", u"mtSJFB", u"重新分班(&F)"},
     {u"mSJWH", u"mtZB", u"个别转班(&B)"},
+    {u"mSJWH", nullptr, nullptr},
+    {u"mSJWH", u"mtStudentMoves", u"学生调整(&A)…"},
     {u"mSJCL", u"mSHowInfo", u"显示基本信息(&S)"},
     {u"mSJCL", nullptr, nullptr},
     {u"mSJCL", u"mFXSZ", u"分析设置(&F)"},

@@ -18,6 +18,7 @@
 #include "maintenance/ui/FormXGXX.h"
 #include "maintenance/ui/FormXiuGaiChengJi.h"
 #include "maintenance/ui/FormZhuanBan.h"
+#include "maintenance/ui/StudentMovesScreen.h"
 #include "oldlibraries/AskedConversion.h"
 #include "oldlibraries/ui/ReportScreen.h"
 #include "platform/runtime/Error.h"
@@ -215,7 +216,20 @@ void MenuScreens::showFormSheZhiZhaoPian()
 
 void MenuScreens::showFormZhuanBan()
 {
+    bool areMovesWanted = false;
     maintenance::FormZhuanBan screen(m_library, &m_mainWindow);
+    QObject::connect(&screen, &maintenance::FormZhuanBan::movesRequested, &screen, [&] {
+        areMovesWanted = true;
+        screen.close();
+    });
+    show(screen);
+    if (areMovesWanted)
+        showStudentMoves();
+}
+
+void MenuScreens::showStudentMoves()
+{
+    maintenance::StudentMovesScreen screen(m_library, m_dialogs, &m_mainWindow);
     show(screen);
 }
 

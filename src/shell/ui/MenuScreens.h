@@ -76,8 +76,10 @@ public:
     void showFormSheZhiWenLi();
     /// "设置照片".
     void showFormSheZhiZhaoPian();
-    /// "转班".
+    /// "转班", and the screen that its last button leads to.
     void showFormZhuanBan();
+    /// "学生调整".
+    void showStudentMoves();
     void showAbout();
     /// "查看名单": the students behind a figure of the main grid, with these columns.
     void showFigure(const statistics::Figure& figure, const QStringList& columns);
