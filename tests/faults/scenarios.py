@@ -18,7 +18,7 @@ SUBJECTS = ("语文", "数学", "英语")
 BEFORE, AFTER = "before", "after"
 # 综合分析完毕！ is none of them: it is told before the workbooks are saved.
 CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！", "分班完成！",
-                 "删除完毕！", "设置保存成功！", "设置完毕！")
+                 "删除完毕！", "设置保存成功！", "设置完毕！", "已经彻底删除", "调整完毕。")
 EARLIER_COPIES = 5
 REMARK = "备注" * 350
 PICTURE = bytes.fromhex("47494638396101000100800000ffffff00000021f90401000000002c0000000001000100"
@@ -211,6 +211,25 @@ def upkeep_scenarios(make, scored):
                    between={"without the photo, which could not be read": (cli(*change),)})
 
 
+def erasure_scenario(make, scored):
+    """One of two exams goes."""
+    place = make.spread(make.run(make.copied("erasure", scored),
+                                 cli("import-exam", "新.xlsx", "--exam", "期末", "--no-backup")))
+    return Scenario("erasure of an exam", make.with_earlier_copies(place),
+                    cli("remove-exams", "期中", "--yes"), makes_copies=True)
+
+
+def move_scenarios(make, scored):
+    """With earlier scores, and exams scored anew behind the one batch."""
+    one = ("move-student", "--class", "1", "--number", "1", "--with-scores", "--yes")
+    place = make.with_earlier_copies(make.copied("moves", scored))
+    yield Scenario("move of a student", place, cli(*one, "--to-class", "2", "--rescore"),
+                   between={"after the move": (cli(*one, "--to-class", "2", "--no-backup"),)},
+                   finish={"after the move": cli("score", "期中")}, makes_copies=True)
+    yield Scenario("swap of two students", place, cli(*one, "--swap", "3/2"), makes_copies=True)
+    yield Scenario("removal of a student", place, cli(*one, "--remove"), makes_copies=True)
+
+
 def photo_scenario(make, scored):
     """Two photos of many pages; one that cannot be read is refused, and the other one is set."""
     place = make.copied("photos", scored)
@@ -281,6 +300,8 @@ def all_scenarios(programs, folder):
                  cli("browse", "--exam", "期中", "--sql", change, "--accept-changes"),
                  usual_code=yunshan.ERROR, makes_copies=True),
         *upkeep_scenarios(make, scored),
+        erasure_scenario(make, scored),
+        *move_scenarios(make, scored),
         Scenario("streams of classes", scored, cli("set-streams", "--science", "1,2"),
                  makes_copies=True),
         Scenario("list of teachers", scored,
