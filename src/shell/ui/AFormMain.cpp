@@ -8,7 +8,6 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QScreen>
@@ -32,6 +31,7 @@
 #include "shell/LibraryFile.h"
 #include "shell/ui/ColumnWidths.h"
 #include "shell/ui/GridFigures.h"
+#include "shell/ui/StaleNote.h"
 #include "workbench/ui/NoteLabel.h"
 
 namespace shell {
@@ -139,11 +139,7 @@ void AFormMain::buildGrid()
     auto* layout = new QVBoxLayout(background);
     layout->setContentsMargins(0, 0, 0, 0);
     LabelResultNote = new workbench::NoteLabel(u"LabelResultNote"_s, background);
-    LabelStale = widgets::namedText(new QLabel(background), u"LabelStale"_s);
-    LabelStale->setWordWrap(true);
-    LabelStale->setAutoFillBackground(true);
-    LabelStale->setFrameShape(QFrame::StyledPanel);
-    LabelStale->hide();
+    LabelStale = new StaleNote(background);
     layout->addWidget(LabelResultNote);
     layout->addWidget(LabelStale);
     layout->addWidget(MSFlexGrid1, 1);
@@ -392,14 +388,8 @@ void AFormMain::eraseExams()
     widgets::ScreenProgress progress(this);
     maintenance::ExamErasure erasure(m_library);
     const auto result = erasure.run(m_workbench->selectedExams(), progress, library::Backup::Make);
-    if (result == maintenance::ExamErasure::Result::Done)
-        noteStale(u"下面还是删除考试以前的结果，请重新浏览或统计。"_s);
-}
-
-void AFormMain::noteStale(const QString& text)
-{
-    LabelStale->setText(text);
-    LabelStale->setVisible(MSFlexGrid1->isVisible());
+    if (result == maintenance::ExamErasure::Result::Done && MSFlexGrid1->isVisible())
+        LabelStale->tell(u"下面还是删除考试以前的结果，请重新浏览或统计。"_s);
 }
 
 void AFormMain::showGrid(workbench::AfterQuery afterwards)

@@ -11,7 +11,6 @@
 #include "workbench/ui/FormKaoShi.h"
 
 class QDockWidget;
-class QLabel;
 class QMenu;
 
 namespace workbench {
@@ -23,6 +22,8 @@ class FlexGridView;
 }
 
 namespace shell {
+
+class StaleNote;
 
 class GridFigures;
 
@@ -90,8 +91,6 @@ private:
     void mMfgToXls_Click();
     void meSCKS_Click();
     void eraseExams();
-    /// Says above the result that the library has changed since; hidden results need no word.
-    void noteStale(const QString& text);
 
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;
@@ -102,7 +101,7 @@ private:
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     GridFigures* m_figures = nullptr;
     workbench::NoteLabel* LabelResultNote = nullptr;
-    QLabel* LabelStale = nullptr;
+    StaleNote* LabelStale = nullptr;
     QMenu* mTC = nullptr;
     QDockWidget* m_panel = nullptr;
     QTimer m_layoutChange;
