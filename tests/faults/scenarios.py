@@ -16,9 +16,10 @@ LIBRARY = "试验.CJK"
 OLD = "旧库.CJK"
 SUBJECTS = ("语文", "数学", "英语")
 BEFORE, AFTER = "before", "after"
-# 综合分析完毕！ is none of them: it is told before the workbooks are saved.
+# 综合分析完毕！ is none of them: it is told before the workbooks are saved; nor is 调整完毕。, which is told before
+# exams are scored anew.
 CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！", "分班完成！",
-                 "删除完毕！", "设置保存成功！", "设置完毕！", "已经彻底删除", "调整完毕。")
+                 "删除完毕！", "设置保存成功！", "设置完毕！", "已经彻底删除")
 EARLIER_COPIES = 5
 REMARK = "备注" * 350
 PICTURE = bytes.fromhex("47494638396101000100800000ffffff00000021f90401000000002c0000000001000100"
