@@ -111,7 +111,7 @@ grid::FlexGrid planGrid(const MovePlan& plan)
         setRow(grid, int(i) + 1, gridRow(plan.students[i]));
     grid.setColAlignment(-1, 1);
     constexpr int twipsOfACharacter = 120;
-    constexpr int widths[columns] = {12, 16, 16, 10, 18, 60};
+    constexpr int widths[columns] = {12, 16, 16, 10, 18, 30};
     for (int col = 0; col < columns; ++col)
         grid.setColWidth(col, widths[col] * twipsOfACharacter);
     return grid;
