@@ -1,5 +1,7 @@
 #include "workbench/FigureList.h"
 
+#include <algorithm>
+
 #include "platform/database/ReadBatch.h"
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Numbers.h"
@@ -34,6 +36,18 @@ QStringList listColumns(const Figure& figure, const QStringList& columns)
     all += columns;
     all.removeDuplicates();
     return all;
+}
+
+/// Those of the columns that 成绩表 has.
+QStringList existing(database::Connection& connection, QStringList columns)
+{
+    const database::TableColumns& known = connection.columns(u"成绩表"_s);
+    columns.removeIf([&known](const QString& name) {
+        return std::none_of(known.begin(), known.end(), [&name](const database::Column& column) {
+            return column.name.compare(name, Qt::CaseInsensitive) == 0;
+        });
+    });
+    return columns;
 }
 
 QString state(const runtime::Value& mark)
@@ -84,7 +98,7 @@ FigureList listStudents(library::ScoreLibrary& scoreLibrary, const Figure& figur
                         const QStringList& columns)
 {
     const database::ReadBatch reading(scoreLibrary.Conn);
-    const QStringList shown = listColumns(figure, columns);
+    const QStringList shown = listColumns(figure, existing(scoreLibrary.Conn, columns));
     const statistics::StudentSql behind = statistics::rowsBehind(figure);
     FigureList list;
     list.grid.FixedCols = 0;

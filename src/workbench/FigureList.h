@@ -22,8 +22,8 @@ struct FigureList
 };
 
 /// Lists the students behind a figure as the library has them now: class, number and name, what the
-/// figure is about, then the other columns of `columns`. For 考试人数 those of the class without a
-/// row in the exam follow at the end. Throws database::Error.
+/// figure is about, then the others of `columns` that there are. For 考试人数 those of the class
+/// without a row in the exam follow at the end. Throws database::Error.
 FigureList listStudents(library::ScoreLibrary& scoreLibrary, const statistics::Figure& figure,
                         const QStringList& columns);
 

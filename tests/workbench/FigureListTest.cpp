@@ -132,6 +132,13 @@ TEST_F(FigureListTest, StaysWhereTheUserGaveAReportUp)
     EXPECT_EQ(list(0, 1).grid.Rows(), 6);
 }
 
+TEST_F(FigureListTest, DoesWithoutOtherColumnsThatAreGone)
+{
+    run(u"各科及格率"_s);
+    EXPECT_EQ(grid::gridText(list(0, 1, {u"没有"_s, u"a]b"_s, u"数学"_s}).grid),
+              u"班级\t学号\t姓名\t语文\t数学\n2\t1\t孙三\t100\t140\n"_s);
+}
+
 TEST_F(FigureListTest, OfAColumnThatIsGoneIsAnError)
 {
     run(u"考试人数"_s);
