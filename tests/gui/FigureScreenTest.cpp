@@ -237,6 +237,23 @@ TEST_F(FiguresOfTheMainGrid, OpenTheirListFromBothMenus)
               rate);
 }
 
+TEST_F(FiguresOfTheMainGrid, OpenTheirListFromTheMenuThatItsKeyOpensOnTheCurrentCell)
+{
+    run(u"各科优秀率"_s);
+    gridView()->select(3, 1, 3, 1);
+    QWidget* cells = gridView()->viewport();
+    const QPoint middle = cells->rect().center();
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, middle, cells->mapToGlobal(middle));
+    QApplication::sendEvent(cells, &asked);
+    auto* menu = window->findChild<QMenu*>(u"mTC"_s);
+    ASSERT_TRUE(menu->isVisible());
+    EXPECT_TRUE(gridView()
+                    ->visualRect(gridView()->currentIndex())
+                    .contains(cells->mapFromGlobal(menu->pos())));
+    menu->setActiveAction(listing());
+    EXPECT_EQ(sentenceOf([&] { QTest::keyClick(menu, Qt::Key_Return); }), rate);
+}
+
 TEST_F(FiguresOfTheMainGrid, AreNoneOfABrowsedTableAndOfALibraryThatWasClosed)
 {
     run(u"各科优秀率"_s);
