@@ -117,13 +117,13 @@ void BookReading::findStudents()
 
 QString BookReading::streamOf(const ResultRow& row) const
 {
-    const QString known = m_sources.roster.streamOf(row.student->classNumber);
+    QString known = m_sources.roster.streamOf(row.student->classNumber);
     if (!known.isEmpty())
         return known;
     const SourceRow& source = *row.parts.front();
     const SheetReading& sheet = m_sheets[size_t(source.sheet)];
     const int column = sheet.proposal().columnOf(Field::Stream);
-    const QString written =
+    QString written =
         column > 0 ? streamIn(sheet.view().text(source.row, column)) : QString();
     return written == u"文"_s || written == u"理"_s ? written : QString();
 }

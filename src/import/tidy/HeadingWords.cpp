@@ -166,13 +166,13 @@ HeadingMeaning HeadingWords::read(const QString& heading) const
 /// subject that nobody knows.
 HeadingMeaning HeadingWords::meaning(const HeadingCell& heading) const
 {
-    const HeadingMeaning whole = read(folded(heading.joined()));
+    HeadingMeaning whole = read(folded(heading.joined()));
     if (heading.lower.isEmpty() || heading.upper.isEmpty() || whole.isKnown)
         return whole;
-    const HeadingMeaning upper = read(folded(heading.upper));
+    HeadingMeaning upper = read(folded(heading.upper));
     if (upper.isKnown && upper.use.field == Field::Leave && upper.score != ScoreKind::OfSheet)
         return upper;
-    const HeadingMeaning lower = read(folded(heading.lower));
+    HeadingMeaning lower = read(folded(heading.lower));
     return lower.score == ScoreKind::OfSheet ? whole : lower;
 }
 

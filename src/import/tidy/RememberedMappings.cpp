@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 largestFile = 4 * 1024 * 1024;
+constexpr qint64 largestFile = qint64{4} * 1024 * 1024;
 constexpr qsizetype longestText = 200;
 constexpr qsizetype mostColumns = 255;
 
@@ -86,7 +86,7 @@ void RememberedMappings::read()
     if (file.size() > largestFile || !file.open(QIODevice::ReadOnly))
         return;
     const QJsonArray all = QJsonDocument::fromJson(file.readAll()).array();
-    for (const QJsonValue& json : all) {
+    for (const auto& json : all) {
         const std::optional<Mapping> mapping = mappingIn(json.toObject());
         if (mapping && count() < most)
             m_mappings.push_back(*mapping);

@@ -33,7 +33,7 @@ public:
     StudentSearch(Goal goal, const Roster& roster) : m_goal(goal), m_roster(roster) {}
 
     /// `classNumber` is the class of the row, nothing if it is not known.
-    StudentRow find(const SourceRow& row, std::optional<double> classNumber) const;
+    StudentRow find(const SourceRow& source, std::optional<double> classNumber) const;
 
 private:
     void findByNumber(StudentRow& row) const;
