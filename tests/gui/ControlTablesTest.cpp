@@ -356,6 +356,47 @@ const std::vector<Window> windows{
       {Push, u"buttonTakeBack", u"撤回一项", u"撤回表里选中的一项调整"},
       {Push, u"buttonRun", u"执行"},
       {Push, u"buttonClose", u"关闭"}}},
+    {u"ExamDetailsScreen",
+     u"考试信息",
+     {{Combo, u"ComboExam"},
+      {Editor, u"TextName"},
+      {Grid, u"GridItems"},
+      {Memo, u"TextChanges"},
+      {Check, u"CheckBackup", u"保存前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"},
+      {Label, u"LabelExam", u"考试"},
+      {Label, u"LabelName", u"名称"},
+      {Label, u"LabelHint", u"在“改为”一列里点一格或按 F2 修改。没有考的科目满分留空。"},
+      {Label, u"LabelChanges", u"将要保存的改动"},
+      {Push, u"ButtonSave", u"保存"},
+      {Push, u"ButtonClose", u"关闭"}}},
+    {u"AddSubjectScreen",
+     u"添加科目",
+     {{Editor, u"TextName"},
+      {Editor, u"TextFormula"},
+      {List, u"ListSubjects"},
+      {Check, u"CheckBackup", u"添加前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"},
+      {Label, u"LabelName", u"科目名称"},
+      {Label, u"LabelHint",
+       u"名称以“总分”结尾的是总分，由公式计算：在下面选中科目，或者直接输入公式。"},
+      {Label, u"LabelFormula", u"总分公式"},
+      {Label, u"LabelListSubjects", u"现有科目"},
+      {Label, u"LabelHintListSubjects", multiSelect},
+      {Push, u"ButtonAdd", u"添加"},
+      {Push, u"ButtonClose", u"关闭"}}},
+    {u"AddStudentScreen",
+     u"添加学生",
+     {{Combo, u"ComboClass"},
+      {Combo, u"ComboStream"},
+      {Label, u"LabelClassNote", u"科类（文）和类别代码（1）与本班相同。"},
+      {Editor, u"TextNumber"},
+      {Editor, u"TextName"},
+      {Editor, u"Text性别"},
+      {Editor, u"Text备注"},
+      {List, u"ListStudents"},
+      {Label, u"LabelListStudents", u"本班学生"},
+      {Push, u"ButtonSave", u"保存"},
+      {Push, u"ButtonSaveNext", u"保存并再添一个"},
+      {Push, u"ButtonClose", u"关闭"}}},
     {u"ReportScreen",
      u"转换报告",
      {{Grid, u"ReportGrid"}, {Push, u"ReportSave", u"保存…"}, {Push, u"ReportClose", u"关闭"}}},
@@ -492,12 +533,13 @@ TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
         {u"mF"_s, u"mfNew 新建成绩库|mfOpen 打开成绩库|-|mDelKM 删除科目|mfSaveAs 压缩数据库|-|"
                   "mfREC0 (最近打开的文件)|mfREC1 2|mfREC2 3|mfREC3 4|mfREC4 5|mfREC5 6|-|"
                   "Mfexit 退出"_s},
-        {u"Medit"_s,
-         u"meLook 浏览考试|-|meDRKS 导入考试|-|meJCCJ 检查成绩|meXGCJ 修改成绩|-|"
-         "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试|-|meErase 彻底删除所选考试…"_s},
+        {u"Medit"_s, u"meLook 浏览考试|-|meDRKS 导入考试|-|meJCCJ 检查成绩|meXGCJ 修改成绩|-|"
+                     "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试|-|"
+                     "meExamDetails 考试信息…|meErase 彻底删除所选考试…"_s},
         {u"mSJWH"_s, u"meDRLB 导入信息|meXXXG 修改信息|-|meSZTP 设置图片|meJCTP 检查图片|-|"
                      "meJSMD 教师名单|meZFGS 总分设置|-|mtSZWL 设置文理|mtSJFB 重新分班|"
-                     "mtZB 个别转班|-|mtStudentMoves 学生调整…"_s},
+                     "mtZB 个别转班|-|mtStudentMoves 学生调整…|mtAddSubject 添加科目…|"
+                     "mtAddStudent 添加学生…"_s},
         {u"mSJCL"_s, u"mSHowInfo 显示基本信息|-|mFXSZ 分析设置|-|msGRFX 个人分析|mZHFX 综合分析|-|"
                      "mtEXCEL 导出到Excel|-|figureStudents 查看名单"_s}};
     for (auto it = expected.begin(); it != expected.end(); ++it)

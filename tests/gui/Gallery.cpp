@@ -21,6 +21,9 @@
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
+#include "maintenance/ui/AddStudentScreen.h"
+#include "maintenance/ui/AddSubjectScreen.h"
+#include "maintenance/ui/ExamDetailsScreen.h"
 #include "maintenance/ui/FormDelKM.h"
 #include "maintenance/ui/FormJiaoShiMingDan.h"
 #include "maintenance/ui/FormSheZhiWenLi.h"
@@ -70,6 +73,9 @@ const Gallery::Entry Gallery::entries[] = {
     {u"FormSheZhiZhaoPian", &Gallery::photos},
     {u"FormZhuanBan", &Gallery::classChange},
     {u"StudentMovesScreen", &Gallery::studentMoves},
+    {u"ExamDetailsScreen", &Gallery::examDetails},
+    {u"AddSubjectScreen", &Gallery::subjectAddition},
+    {u"AddStudentScreen", &Gallery::studentAddition},
     {u"ReportScreen", &Gallery::conversionReport},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
@@ -325,6 +331,24 @@ QWidget* Gallery::studentMoves()
 {
     return keep(std::make_unique<maintenance::StudentMovesScreen>(library.scores, m_screenDialogs,
                                                                   nullptr));
+}
+
+QWidget* Gallery::examDetails()
+{
+    return keep(std::make_unique<maintenance::ExamDetailsScreen>(library.scores, m_screenDialogs,
+                                                                 u"期中"_s, nullptr));
+}
+
+QWidget* Gallery::subjectAddition()
+{
+    return keep(
+        std::make_unique<maintenance::AddSubjectScreen>(library.scores, m_screenDialogs, nullptr));
+}
+
+QWidget* Gallery::studentAddition()
+{
+    return keep(
+        std::make_unique<maintenance::AddStudentScreen>(library.scores, m_screenDialogs, nullptr));
 }
 
 QWidget* Gallery::conversionReport()

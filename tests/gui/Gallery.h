@@ -81,6 +81,9 @@ private:
     QWidget* photos();
     QWidget* classChange();
     QWidget* studentMoves();
+    QWidget* examDetails();
+    QWidget* subjectAddition();
+    QWidget* studentAddition();
     QWidget* conversionReport();
     QWidget* figureStudents();
     QWidget* about();

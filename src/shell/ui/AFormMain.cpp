@@ -224,6 +224,10 @@ void AFormMain::connectMenu()
     connectScreen(u"meSZTP"_s, &MenuScreens::showFormSheZhiZhaoPian);
     connectScreen(u"mtZB"_s, &MenuScreens::showFormZhuanBan);
     connectScreen(u"mtStudentMoves"_s, &MenuScreens::showStudentMoves);
+    connect(m_menu.item(u"meExamDetails"_s), &QAction::triggered, this,
+            [this] { m_screens.showExamDetails(m_workbench->selectedExams().value(0)); });
+    connectScreen(u"mtAddSubject"_s, &MenuScreens::addSubject);
+    connectScreen(u"mtAddStudent"_s, &MenuScreens::addStudent);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }
 

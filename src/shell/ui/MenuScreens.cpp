@@ -11,6 +11,9 @@
 #include "import/ui/Formgf.h"
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
+#include "maintenance/ui/AddStudentScreen.h"
+#include "maintenance/ui/AddSubjectScreen.h"
+#include "maintenance/ui/ExamDetailsScreen.h"
 #include "maintenance/ui/FormDelKM.h"
 #include "maintenance/ui/FormJiaoShiMingDan.h"
 #include "maintenance/ui/FormSheZhiWenLi.h"
@@ -230,6 +233,28 @@ void MenuScreens::showFormZhuanBan()
 void MenuScreens::showStudentMoves()
 {
     maintenance::StudentMovesScreen screen(m_library, m_dialogs, &m_mainWindow);
+    show(screen);
+}
+
+void MenuScreens::showExamDetails(const QString& exam)
+{
+    if (exam.isEmpty())
+        return runtime::warn(u"成绩库里还没有考试。"_s);
+    maintenance::ExamDetailsScreen screen(m_library, m_dialogs, exam, &m_mainWindow);
+    show(screen);
+}
+
+void MenuScreens::addSubject()
+{
+    maintenance::AddSubjectScreen screen(m_library, m_dialogs, &m_mainWindow);
+    show(screen);
+    if (screen.wantsTotals())
+        showFormZFGS();
+}
+
+void MenuScreens::addStudent()
+{
+    maintenance::AddStudentScreen screen(m_library, m_dialogs, &m_mainWindow);
     show(screen);
 }
 

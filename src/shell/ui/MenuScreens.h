@@ -80,6 +80,12 @@ public:
     void showFormZhuanBan();
     /// "学生调整".
     void showStudentMoves();
+    /// "考试信息" of this exam.
+    void showExamDetails(const QString& exam);
+    /// "添加科目", and "总分设置" after it if the user wants to go on there.
+    void addSubject();
+    /// "添加学生".
+    void addStudent();
     void showAbout();
     /// "查看名单": the students behind a figure of the main grid, with these columns.
     void showFigure(const statistics::Figure& figure, const QStringList& columns);
