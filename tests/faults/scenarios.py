@@ -231,6 +231,15 @@ def move_scenarios(make, scored):
     yield Scenario("removal of a student", place, cli(*one, "--remove"), makes_copies=True)
 
 
+def details_scenarios(make, scored):
+    yield Scenario("details of an exam", make.with_earlier_copies(make.copied("details", scored)),
+                   screen("rename-exam", "期中", "高一期中", "语文", "200"), makes_copies=True)
+    yield Scenario("addition of a total", make.with_earlier_copies(make.copied("addition", scored)),
+                   screen("add-subject", "两科总分", "语文+数学"), makes_copies=True)
+    yield Scenario("addition of a student", scored,
+                   screen("add-student", "1", "99", "' or ''='"))
+
+
 def photo_scenario(make, scored):
     """Two photos of many pages; one that cannot be read is refused, and the other one is set."""
     place = make.copied("photos", scored)
@@ -303,6 +312,7 @@ def all_scenarios(programs, folder):
         *upkeep_scenarios(make, scored),
         erasure_scenario(make, scored),
         *move_scenarios(make, scored),
+        *details_scenarios(make, scored),
         Scenario("streams of classes", scored, cli("set-streams", "--science", "1,2"),
                  makes_copies=True),
         Scenario("list of teachers", scored,

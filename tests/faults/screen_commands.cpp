@@ -4,6 +4,9 @@
 // screen_commands compact-named LIB   the same with the library named only
 // screen_commands totals LIB EXAM…    计算总分
 // screen_commands refuse-classes LIB BOOK   重新分班 up to the counts, which are answered by 取消
+// screen_commands rename-exam LIB EXAM NAME SUBJECT MARK   考试信息: a name, and a full mark of each stream
+// screen_commands add-subject LIB NAME [FORMULA]      添加科目
+// screen_commands add-student LIB CLASS NUMBER NAME   添加学生
 //
 // Ends with 1 if an error was shown.
 
@@ -14,6 +17,9 @@
 #include "cli/CliProgress.h"
 #include "import/ReclassImport.h"
 #include "library/ScoreLibrary.h"
+#include "maintenance/ExamDetails.h"
+#include "maintenance/StudentAddition.h"
+#include "maintenance/SubjectAddition.h"
 #include "shell/LibraryFile.h"
 #include "workbench/TotalsRun.h"
 
@@ -28,6 +34,37 @@ void refuseClasses(library::ScoreLibrary& scores, const QString& book, cli::CliP
     intake.browse(QFileInfo(book).absoluteFilePath());
     importing::ReclassImport(scores, intake, progress)
         .run(intake.sheetNames().value(0), importing::Backup::SwitchedOff);
+}
+
+/// False if it was not saved.
+bool renameExam(library::ScoreLibrary& scores, const QStringList& arguments,
+                cli::CliProgress& progress)
+{
+    maintenance::ExamDetails details(scores);
+    if (!details.load(arguments.value(3)))
+        return false;
+    details.name = arguments.value(4);
+    for (int row = 1; row < details.items.Rows(); ++row) {
+        if (details.items.TextMatrix(row, 0) != arguments.value(5) + u" 满分"_s)
+            continue;
+        for (int col = 2; col < details.items.Cols(); col += 2)
+            details.items.setTextMatrix(row, col, arguments.value(6));
+    }
+    return details.save(progress, library::Backup::Make) != maintenance::DetailsSave::NotSaved;
+}
+
+bool addSubject(library::ScoreLibrary& scores, const QStringList& arguments,
+                cli::CliProgress& progress)
+{
+    return maintenance::SubjectAddition(scores).run({arguments.value(3), arguments.value(4)},
+                                                    progress, library::Backup::Make);
+}
+
+bool addStudent(library::ScoreLibrary& scores, const QStringList& arguments)
+{
+    return maintenance::StudentAddition(scores)
+        .add({arguments.value(3), arguments.value(4), arguments.value(5), {}, {}})
+        .has_value();
 }
 
 /// False if there is no such command, or no library that opens.
@@ -51,6 +88,12 @@ bool run(library::ScoreLibrary& scores, const QStringList& arguments)
         refuseClasses(scores, arguments.value(3), progress);
         return true;
     }
+    if (command == "rename-exam"_L1)
+        return renameExam(scores, arguments, progress);
+    if (command == "add-subject"_L1)
+        return addSubject(scores, arguments, progress);
+    if (command == "add-student"_L1)
+        return addStudent(scores, arguments);
     scoring::Scoring scoring(scores);
     workbench::computeTotals(arguments.mid(3), scoring, progress);
     return command == "totals"_L1;
