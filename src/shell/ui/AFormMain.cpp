@@ -156,6 +156,8 @@ void AFormMain::buildWorkbench()
     connect(m_workbench, &workbench::FormKaoShi::gridFilled, this, &AFormMain::showGrid);
     connect(LabelResultNote, &workbench::NoteLabel::reportRequested, m_workbench,
             &workbench::FormKaoShi::runStatistics);
+    connect(m_workbench, &workbench::FormKaoShi::detailsRequested, this,
+            [this] { m_screens.showExamDetails(m_workbench->selectedExams().value(0)); });
     connect(m_workbench, &workbench::FormKaoShi::importRequested, this,
             [this] { m_screens.showFormDaoRu(); });
     connect(m_workbench, &workbench::FormKaoShi::erasureRequested, this, [this] {
@@ -224,8 +226,8 @@ void AFormMain::connectMenu()
     connectScreen(u"meSZTP"_s, &MenuScreens::showFormSheZhiZhaoPian);
     connectScreen(u"mtZB"_s, &MenuScreens::showFormZhuanBan);
     connectScreen(u"mtStudentMoves"_s, &MenuScreens::showStudentMoves);
-    connect(m_menu.item(u"meExamDetails"_s), &QAction::triggered, this,
-            [this] { m_screens.showExamDetails(m_workbench->selectedExams().value(0)); });
+    connect(m_menu.item(u"meExamDetails"_s), &QAction::triggered, m_workbench,
+            &workbench::FormKaoShi::detailsRequested);
     connectScreen(u"mtAddSubject"_s, &MenuScreens::addSubject);
     connectScreen(u"mtAddStudent"_s, &MenuScreens::addStudent);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);

@@ -238,7 +238,7 @@ void MenuScreens::showStudentMoves()
 
 void MenuScreens::showExamDetails(const QString& exam)
 {
-    if (exam.isEmpty())
+    if (m_library.catalogue.ExamList.isEmpty())
         return runtime::warn(u"成绩库里还没有考试。"_s);
     maintenance::ExamDetailsScreen screen(m_library, m_dialogs, exam, &m_mainWindow);
     show(screen);

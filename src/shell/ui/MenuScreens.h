@@ -80,7 +80,7 @@ public:
     void showFormZhuanBan();
     /// "学生调整".
     void showStudentMoves();
-    /// "考试信息" of this exam.
+    /// "考试信息" of this exam; of the first one for "".
     void showExamDetails(const QString& exam);
     /// "添加科目", and "总分设置" after it if the user wants to go on there.
     void addSubject();

@@ -139,6 +139,7 @@ void FormKaoShi::buildExams(QGridLayout* layout)
 void FormKaoShi::buildExamMenu()
 {
     ExamMenu = named(new QMenu(ListKSMC), u"ExamMenu"_s, u"所选考试"_s);
+    addExamEntry(u"examDetails"_s, u"考试信息(&K)…"_s, &FormKaoShi::detailsRequested);
     addExamEntry(u"examErase"_s, u"彻底删除所选考试(&R)…"_s, &FormKaoShi::erasureRequested);
     ListKSMC->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(ListKSMC, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) {

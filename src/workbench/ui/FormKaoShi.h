@@ -61,6 +61,8 @@ Q_SIGNALS:
     void gridFilled(AfterQuery afterwards);
     /// "导入考试" was pressed.
     void importRequested();
+    /// "考试信息" was chosen in the menu of the exams.
+    void detailsRequested();
     /// "彻底删除所选考试" was chosen in the menu of the exams.
     void erasureRequested();
     /// "自定义显示" was pressed; DisplayItems hold what is shown now for this item and stream.
