@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <utility>
 
-#include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 
+#include "library/CopyKeeping.h"
+#include "library/LibraryCopies.h"
+#include "platform/database/FileIdentity.h"
 #include "platform/database/LockedBytes.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/FileErrors.h"
 
 namespace library {
 
@@ -16,40 +19,27 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype copiesKept = 5;
 /// A bar of progress counts in these, so that its numbers stay small.
 constexpr qint64 kibibyte = 1024;
+constexpr qint64 pieceSize = 1 << 20;
 
-/// Copies are named to the second, older ones to the minute.
-QRegularExpression copyNames(const QFileInfo& library)
-{
-    return QRegularExpression(
-        QRegularExpression::anchoredPattern(QRegularExpression::escape(library.fileName())
-                                            + u"_(\\d{4}-\\d{2}-\\d{2}_\\d{4})(\\d{2})?\\.bak"_s));
-}
-
-/// The dated copies that stand beside the library, the oldest first.
-QStringList datedCopies(const QFileInfo& library)
-{
-    const QRegularExpression names = copyNames(library);
-    QStringList copies = library.dir().entryList(QDir::Files).filter(names);
-    const auto time = [&](const QString& name) -> QString {
-        const QRegularExpressionMatch match = names.match(name);
-        return match.captured(1) + (match.hasCaptured(2) ? match.captured(2) : u"00"_s);
-    };
-    std::sort(copies.begin(), copies.end(),
-              [&](const QString& a, const QString& b) { return time(a) < time(b); });
-    return copies;
-}
-
-/// Removes the oldest copies. The one just made stays, even if the clock was put back since the
+/// Removes what is not kept; not the copy just made, even if the clock was put back since the
 /// others.
-void removeOldCopies(const QFileInfo& library, const QString& justMade)
+void removeOldCopies(const QString& libraryPath, const QString& justMade,
+                     const CopyRequest& request)
 {
-    QStringList copies = datedCopies(library);
-    copies.removeOne(QFileInfo(justMade).fileName());
-    while (copies.size() > copiesKept - 1)
-        removeCopy(library.dir().filePath(copies.takeFirst()));
+    std::vector<LibraryCopy> copies = datedCopies(libraryPath);
+    std::stable_partition(copies.begin(), copies.end(), [&](const LibraryCopy& copy) {
+        return !database::isSameFile(copy.path, justMade);
+    });
+    std::vector<DatedSize> sizes;
+    for (const LibraryCopy& copy : copies)
+        sizes.push_back({copy.time, copy.size});
+    const qint64 room = roomForCopies(freeBytesBeside(libraryPath));
+    for (const size_t place : copiesToRemove(sizes, request.now, room)) {
+        if (!database::isSameFile(copies[place].path, request.spared))
+            removeCopy(copies[place].path);
+    }
 }
 
 void copyBytes(const database::LockedBytes& bytes, runtime::UnfinishedFile& copy,
@@ -75,19 +65,43 @@ QString takeDatedName(runtime::UnfinishedFile& file, const QString& libraryPath,
     }
 }
 
-/// The newest copy if it equals the library, otherwise one that is made now.
-QString currentCopy(const QString& libraryPath, const QDateTime& now, runtime::Progress& progress)
+/// A copy under a dated name, made by `fill`.
+template <class Fill>
+QString newCopy(const QString& libraryPath, const CopyRequest& request, Fill&& fill)
 {
-    const QFileInfo library(libraryPath);
-    const database::LockedBytes bytes(libraryPath);
-    const QStringList copies = datedCopies(library);
-    if (!copies.isEmpty() && bytes.isSameAs(library.dir().filePath(copies.last())))
-        return library.dir().filePath(copies.last());
     runtime::UnfinishedFile unfinished(libraryPath);
-    copyBytes(bytes, unfinished, progress);
-    QString copy = takeDatedName(unfinished, libraryPath, now);
-    removeOldCopies(library, copy);
+    fill(unfinished);
+    QString copy = takeDatedName(unfinished, libraryPath, request.now);
+    removeOldCopies(libraryPath, copy, request);
     return copy;
+}
+
+/// The newest copy if it equals the library, otherwise one that is made now.
+QString currentCopy(const QString& libraryPath, const CopyRequest& request,
+                    runtime::Progress& progress)
+{
+    const database::LockedBytes bytes(libraryPath);
+    const std::vector<LibraryCopy> copies = datedCopies(libraryPath);
+    if (!copies.empty() && bytes.isSameAs(copies.back().path))
+        return copies.back().path;
+    checkRoomForCopy(bytes.size(), freeBytesBeside(libraryPath));
+    return newCopy(libraryPath, request, [&](runtime::UnfinishedFile& unfinished) {
+        copyBytes(bytes, unfinished, progress);
+    });
+}
+
+/// The bytes of a file that the engine does not read.
+void copyAnyFile(const QString& path, runtime::UnfinishedFile& copy)
+{
+    QFile file(path);
+    bool isRead = file.open(QIODevice::ReadOnly);
+    while (isRead && !file.atEnd()) {
+        copy.write(file.read(pieceSize));
+        isRead = file.error() == QFileDevice::NoError;
+    }
+    if (!isRead)
+        throw runtime::Error(
+            u"无法读取文件 %1（%2）。"_s.arg(path, runtime::fileErrorText(file.error())));
 }
 
 } // namespace
@@ -103,8 +117,23 @@ void copyLibrary(const QString& libraryPath, const QString& copy, runtime::Progr
 QString backUpLibrary(const QString& libraryPath, const QDateTime& now, const Occasion& occasion,
                       runtime::Progress& progress)
 {
-    QString copy = currentCopy(libraryPath, now, progress);
-    noteOccasion(copy, {now, occasion});
+    return backUpLibrary(libraryPath, {now, occasion}, progress);
+}
+
+QString backUpLibrary(const QString& libraryPath, const CopyRequest& request,
+                      runtime::Progress& progress)
+{
+    QString copy = currentCopy(libraryPath, request, progress);
+    noteOccasion(copy, {request.now, request.occasion});
+    return copy;
+}
+
+QString backUpDamaged(const QString& path, const CopyRequest& request)
+{
+    checkRoomForCopy(QFileInfo(path).size(), freeBytesBeside(path));
+    QString copy = newCopy(
+        path, request, [&](runtime::UnfinishedFile& unfinished) { copyAnyFile(path, unfinished); });
+    noteOccasion(copy, {request.now, request.occasion});
     return copy;
 }
 

@@ -13,12 +13,26 @@ namespace library {
 /// stands there is replaced. Throws Error; that one is as it was then.
 void copyLibrary(const QString& libraryPath, const QString& copy, runtime::Progress& progress);
 
-/// Copies the library to LIB_YYYY-MM-DD_HHMMSS.bak beside it and removes all but the newest five
-/// such copies; no copy is ever replaced. One that equals the newest copy is not copied again; that
-/// copy gets the new occasion too. Gives the path of the newest copy. Throws Error if the copy
-/// cannot be written; nothing is harmed then.
+/// When and for what a copy is made.
+struct CopyRequest
+{
+    QDateTime now;
+    Occasion occasion;
+    /// An older copy that stays, although its time would have come.
+    QString spared = {};
+};
+
+/// Copies the library to LIB_YYYY-MM-DD_HHMMSS.bak beside it and removes the copies that
+/// copiesToRemove() does not keep; no copy is ever replaced. One that equals the newest copy is not
+/// copied again; that copy gets the new occasion too. Gives the path of the newest copy. Throws
+/// Error if the copy cannot be written; nothing is harmed then.
 QString backUpLibrary(const QString& libraryPath, const QDateTime& now, const Occasion& occasion,
                       runtime::Progress& progress);
+QString backUpLibrary(const QString& libraryPath, const CopyRequest& request,
+                      runtime::Progress& progress);
+
+/// The same of a file that is no library, or not a whole one, as it is. Throws Error.
+QString backUpDamaged(const QString& path, const CopyRequest& request);
 
 /// Whether a dated copy of the library is made ahead of the first write.
 enum class Backup { Make, SwitchedOff };

@@ -119,7 +119,8 @@ class Look:
 
     def left_over(self):
         expected = {path.name for path in self.scenario.folder.iterdir()}
-        expected |= {path.name for path in libraries.copies(self.library)}
+        for path in libraries.copies(self.library):
+            expected |= {path.name, f"{path.name}.json"}
         expected |= {LIBRARY, f"{LIBRARY}-journal", "scratch", "out"}
         left = sorted(path.name for path in self.place.iterdir() if path.name not in expected)
         if left:

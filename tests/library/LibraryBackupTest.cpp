@@ -84,20 +84,22 @@ protected:
     int students = 0;
 };
 
-TEST_F(DatedCopies, StandBesideTheLibraryAndTheNewestFiveOfBothNamingsAreKept)
+TEST_F(DatedCopies, StandBesideTheLibraryAndTheNewestFiveOfBothNamingsAndTheFirstOfTheDayAreKept)
 {
     write(path + u"_2026-03-09_.bak"_s, "compaction's");
     write(path + u"_2026-03-09_0706.bak"_s, "named to the minute");
     write(path + u"_2026-03-09_0703.bak"_s, "named to the minute");
+    write(path + u"_2026-03-09_0704.bak"_s, "named to the minute");
     write(test.file(u"二中.CJK_2020-01-01_010101.bak"_s), "another library's");
     EXPECT_EQ(copyAt(5, 0), path + u"_2026-03-09_070500.bak"_s);
     EXPECT_EQ(read(path + u"_2026-03-09_070500.bak"_s), read(path));
     for (int second = 7; second <= 9; ++second)
         copyAt(6, second);
-    EXPECT_EQ(copies(), (QStringList{u"2026-03-09_.bak"_s, u"2026-03-09_070500.bak"_s,
-                                     u"2026-03-09_0706.bak"_s, u"2026-03-09_070607.bak"_s,
-                                     u"2026-03-09_070608.bak"_s, u"2026-03-09_070609.bak"_s,
-                                     u"二中.CJK_2020-01-01_010101.bak"_s}));
+    EXPECT_EQ(copies(),
+              (QStringList{u"2026-03-09_.bak"_s, u"2026-03-09_0703.bak"_s,
+                           u"2026-03-09_070500.bak"_s, u"2026-03-09_0706.bak"_s,
+                           u"2026-03-09_070607.bak"_s, u"2026-03-09_070608.bak"_s,
+                           u"2026-03-09_070609.bak"_s, u"二中.CJK_2020-01-01_010101.bak"_s}));
 }
 
 TEST_F(DatedCopies, OfOneSecondDoNotReplaceEachOther)
@@ -110,19 +112,21 @@ TEST_F(DatedCopies, OfOneSecondDoNotReplaceEachOther)
 
 TEST_F(DatedCopies, TakeWhatIsNotedOfThemAlongWhenTheyGo)
 {
-    const QString first = copyAt(5, 0);
-    ASSERT_TRUE(QFile::exists(library::occasionFile(first)));
-    for (int second = 1; second <= 5; ++second)
-        copyAt(5, second);
-    EXPECT_FALSE(QFile::exists(library::occasionFile(first)));
+    copyAt(5, 0);
+    const QString second = copyAt(5, 1);
+    ASSERT_TRUE(QFile::exists(library::occasionFile(second)));
+    for (int next = 2; next <= 6; ++next)
+        copyAt(5, next);
+    EXPECT_FALSE(QFile::exists(second));
+    EXPECT_FALSE(QFile::exists(library::occasionFile(second)));
 }
 
 TEST_F(DatedCopies, TheOneJustMadeStaysUnderAClockPutBack)
 {
-    for (int day = 1; day <= 5; ++day)
-        copyAt(QDateTime(QDate(2027, 1, day), QTime(8, 0)));
+    for (int hour = 1; hour <= 7; ++hour)
+        copyAt(QDateTime(QDate(2027, 1, 1), QTime(hour, 0)));
     EXPECT_TRUE(QFile::exists(copyAt(QDateTime(QDate(2026, 1, 1), QTime(8, 0)))));
-    EXPECT_EQ(copies().size(), 5);
+    EXPECT_EQ(copies().size(), 6);
 }
 
 TEST_F(DatedCopies, NoneIsMadeOfWhatTheNewestHolds)

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 BackupBox::BackupBox(const QString& caption, QWidget* parent) : QCheckBox(caption, parent)
 {
     widgets::named(this, u"CheckBackup"_s, widgets::withoutAccessKey(caption));
-    setToolTip(u"在成绩库旁边留一份副本，只保留最近的5份。"_s);
+    setToolTip(u"在成绩库旁边留一份副本，“文件”菜单的“恢复备份”可以找回来。"_s);
     setChecked(true);
 }
 

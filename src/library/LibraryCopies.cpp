@@ -1,0 +1,126 @@
+#include "library/LibraryCopies.h"
+
+#include <algorithm>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QRegularExpression>
+
+#include "platform/database/OpenFile.h"
+
+namespace library {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QRegularExpression namesBeside(const QFileInfo& library, const QString& ending)
+{
+    return QRegularExpression(QRegularExpression::anchoredPattern(
+        QRegularExpression::escape(library.fileName()) + ending));
+}
+
+/// The files beside the library whose names match, with the times that `timeOf` reads of the match.
+template <class TimeOf>
+std::vector<LibraryCopy> copiesNamed(const QFileInfo& library, const QRegularExpression& names,
+                                     TimeOf&& timeOf)
+{
+    std::vector<LibraryCopy> found;
+    for (const QFileInfo& file : library.dir().entryInfoList(QDir::Files)) {
+        const QRegularExpressionMatch match = names.match(file.fileName());
+        if (match.hasMatch())
+            found.push_back({file.filePath(), timeOf(match, file), file.size(),
+                             notedOccasions(file.filePath())});
+    }
+    return found;
+}
+
+/// Copies are named to the second, older ones to the minute.
+QDateTime datedTime(const QRegularExpressionMatch& match, const QFileInfo&)
+{
+    const QString seconds = match.hasCaptured(2) ? match.captured(2) : u"00"_s;
+    return QDateTime::fromString(match.captured(1) + seconds, u"yyyy-MM-dd_HHmmss"_s);
+}
+
+/// Those of compaction are named to the day.
+QDateTime compactedTime(const QRegularExpressionMatch& match, const QFileInfo& file)
+{
+    const QDate day = QDate::fromString(match.captured(1), Qt::ISODate);
+    return file.lastModified().date() == day ? file.lastModified() : day.startOfDay();
+}
+
+std::vector<LibraryCopy> compactedCopies(const QFileInfo& library)
+{
+    const QRegularExpression names = namesBeside(library, u"_(\\d{4}-\\d{2}-\\d{2})_\\.bak"_s);
+    std::vector<LibraryCopy> copies = copiesNamed(library, names, compactedTime);
+    for (LibraryCopy& copy : copies)
+        copy.occasions = {{copy.time, {u"压缩数据库"_s}}};
+    return copies;
+}
+
+QFileInfo realFile(const QString& libraryPath)
+{
+    return QFileInfo(QFileInfo(database::realPath(libraryPath)).absoluteFilePath());
+}
+
+} // namespace
+
+QString LibraryCopy::occasionText() const
+{
+    QStringList texts;
+    for (auto noted = occasions.rbegin(); noted != occasions.rend(); ++noted) {
+        if (!texts.contains(noted->occasion.text))
+            texts.append(noted->occasion.text);
+    }
+    return texts.join(u"；"_s);
+}
+
+QString sizeText(qint64 bytes)
+{
+    return QLocale::c()
+        .formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat)
+        .replace(u'k', u'K');
+}
+
+QString timeText(const QDateTime& time)
+{
+    return time.toString(u"yyyy-MM-dd HH:mm:ss"_s);
+}
+
+std::vector<LibraryCopy> datedCopies(const QString& libraryPath)
+{
+    const QFileInfo library = realFile(libraryPath);
+    const QRegularExpression names =
+        namesBeside(library, u"_(\\d{4}-\\d{2}-\\d{2}_\\d{4})(\\d{2})?\\.bak"_s);
+    std::vector<LibraryCopy> copies = copiesNamed(library, names, datedTime);
+    std::stable_sort(copies.begin(), copies.end(),
+                     [](const auto& a, const auto& b) { return a.time < b.time; });
+    return copies;
+}
+
+std::vector<LibraryCopy> copiesOf(const QString& libraryPath)
+{
+    std::vector<LibraryCopy> all = datedCopies(libraryPath);
+    std::reverse(all.begin(), all.end());
+    for (const LibraryCopy& copy : compactedCopies(realFile(libraryPath)))
+        all.push_back(copy);
+    std::stable_sort(all.begin(), all.end(),
+                     [](const auto& a, const auto& b) { return a.time > b.time; });
+    return all;
+}
+
+std::optional<CopiedImport> lastImport(const QString& libraryPath)
+{
+    std::optional<CopiedImport> latest;
+    for (const LibraryCopy& copy : datedCopies(libraryPath)) {
+        for (const NotedOccasion& noted : copy.occasions) {
+            const bool isLater = !latest || noted.time >= latest->import.time;
+            if (noted.occasion.kind != Occasion::Kind::Change && isLater)
+                latest = CopiedImport{copy, noted};
+        }
+    }
+    return latest;
+}
+
+} // namespace library

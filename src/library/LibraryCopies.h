@@ -1,0 +1,47 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "library/CopyOccasion.h"
+
+namespace library {
+
+/// A copy that stands beside a library.
+struct LibraryCopy
+{
+    QString path;
+    QDateTime time;
+    qint64 size = 0;
+    /// The oldest first; empty for a copy of which nothing is noted.
+    std::vector<NotedOccasion> occasions = {};
+
+    /// What it was made ahead of, the newest first, on one line.
+    QString occasionText() const;
+};
+
+/// A size in bytes for a user: "12.3 MB".
+QString sizeText(qint64 bytes);
+
+/// A time for a user: "2026-11-21 11:18:05".
+QString timeText(const QDateTime& time);
+
+/// The dated copies of a library by their paths, the oldest first: LIB_YYYY-MM-DD_HHMMSS.bak, older
+/// ones LIB_YYYY-MM-DD_HHMM.bak. The library itself need not be there.
+std::vector<LibraryCopy> datedCopies(const QString& libraryPath);
+
+/// All copies beside a library, the newest first: the dated ones and those of 压缩数据库,
+/// LIB_YYYY-MM-DD_.bak.
+std::vector<LibraryCopy> copiesOf(const QString& libraryPath);
+
+/// An import, and the copy that was made ahead of it.
+struct CopiedImport
+{
+    LibraryCopy copy;
+    NotedOccasion import;
+};
+
+/// The latest import that a copy is there of.
+std::optional<CopiedImport> lastImport(const QString& libraryPath);
+
+} // namespace library
