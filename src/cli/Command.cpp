@@ -311,6 +311,20 @@ const std::vector<Command>& commands()
          "    --science …        设为理的班；\"\" 为一个班也没有\n"
          "    --no-backup        设置前不备份成绩库\n",
          runSetStreams},
+        {u"backups",
+         {{u"diff"_s, u"format"_s}, {}, 1, 1},
+         u"yunshan-cli backups LIB [--diff COPY] [--format tsv|json]\n"
+         "    列出成绩库旁边的备份，最新的在前。成绩库可以已经损坏或丢失。\n"
+         "    --diff COPY        列出现在的成绩库和一份备份的不同之处；\n"
+         "                       COPY 为列表中的序号，或备份的文件\n"
+         "    --format …         tsv 以制表符分隔（默认），json 输出全部内容\n",
+         runBackups},
+        {u"restore",
+         {{}, {}, 2, 2},
+         u"yunshan-cli restore LIB COPY\n"
+         "    把成绩库恢复为一份备份，先备份现在的成绩库，输出那一份的路径。\n"
+         "    COPY               backups 列表中的序号，或备份的文件\n",
+         runRestore},
         {u"info",
          {{}, {}, 1, 1},
          u"yunshan-cli info LIB\n"

@@ -43,6 +43,8 @@ Exit runMoveStudent(Session& session);
 Exit runSettings(Session& session);
 Exit runTeachers(Session& session);
 Exit runSetStreams(Session& session);
+Exit runBackups(Session& session);
+Exit runRestore(Session& session);
 
 /// All commands, in the order of the help text.
 const std::vector<Command>& commands();

@@ -19,7 +19,7 @@ BEFORE, AFTER = "before", "after"
 # 综合分析完毕！ is none of them: it is told before the workbooks are saved; nor is 调整完毕。, which is told before
 # exams are scored anew.
 CLOSING_TEXTS = ("导入完成！", "新建数据库成功", "压缩完毕!", "计算总分 完成！", "分班完成！",
-                 "删除完毕！", "设置保存成功！", "设置完毕！", "已经彻底删除")
+                 "删除完毕！", "设置保存成功！", "设置完毕！", "已经彻底删除", "恢复完毕，")
 EARLIER_COPIES = 5
 REMARK = "备注" * 350
 PICTURE = bytes.fromhex("47494638396101000100800000ffffff00000021f90401000000002c0000000001000100"
@@ -272,6 +272,18 @@ def conversion_scenarios(make, crashed):
                    (*convert, "--force", "--report", "out/报告.xlsx"))
 
 
+def restore_scenarios(make, scored, crashed):
+    """Over a library, over one whose last write was broken off, and where none is any more."""
+    restore = cli("restore", f"{LIBRARY}_2024-03-01_0800.bak")
+    over = make.with_earlier_copies(make.copied("restore", scored))
+    yield Scenario("restore of a copy", over, restore, makes_copies=True)
+    broken = make.with_earlier_copies(make.copied("restore crashed", crashed))
+    yield Scenario("restore over a crashed library", broken, restore, makes_copies=True)
+    lost = make.with_earlier_copies(make.copied("restore lost", scored))
+    (lost / LIBRARY).unlink()
+    yield Scenario("restore of a lost library", lost, restore)
+
+
 def all_scenarios(programs, folder):
     """All scenarios, their libraries prepared in the folder."""
     make = Preparation(programs, folder)
@@ -317,6 +329,7 @@ def all_scenarios(programs, folder):
                  makes_copies=True),
         Scenario("list of teachers", scored,
                  cli("teachers", "--exam", "期中", "--set", "1:语文=张三")),
+        *restore_scenarios(make, scored, crashed),
         Scenario("compaction", scored, screen("compact"), makes_copies=True, keeps_content=True),
         Scenario("compaction of a crashed library", crashed, screen("compact-named"),
                  makes_copies=True, keeps_content=True),

@@ -1,12 +1,14 @@
 #include "platform/database/Statement.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 
 #include <sqlite3.h>
 
 #include <QElapsedTimer>
+#include <QHashFunctions>
 
 #include "platform/database/ConnectionPrivate.h"
 #include "platform/database/Error.h"
@@ -85,6 +87,15 @@ struct BoundText
     QByteArray bytes;
     bool isBound = false;
 };
+
+/// Spreads the bits of a number, so that near ones become far ones.
+quint64 mixed(quint64 bits, int kind)
+{
+    bits += 0x9e3779b97f4a7c15U * quint64(kind + 1);
+    bits = (bits ^ (bits >> 30U)) * 0xbf58476d1ce4e5b9U;
+    bits = (bits ^ (bits >> 27U)) * 0x94d049bb133111ebU;
+    return bits ^ (bits >> 31U);
+}
 
 } // namespace
 
@@ -384,6 +395,24 @@ QByteArrayView Statement::bytes(int column) const
         return {};
     const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
     return {bytes, sqlite3_column_bytes(statement, column)};
+}
+
+quint64 Statement::fingerprint(int column) const
+{
+    // Asked for once: rows of a whole library pass through here. One thread has the connection.
+    sqlite3_value* value = sqlite3_column_value(d->statement.get(), column);
+    const int type = sqlite3_value_type(value);
+    switch (type) {
+    case SQLITE_INTEGER:
+        return mixed(quint64(sqlite3_value_int64(value)), type);
+    case SQLITE_FLOAT:
+        return mixed(std::bit_cast<quint64>(sqlite3_value_double(value)), type);
+    case SQLITE_NULL:
+        return mixed(0, type);
+    default:
+        const QByteArrayView content = bytes(column);
+        return mixed(qHashBits(content.data(), size_t(content.size())), type);
+    }
 }
 
 Value Statement::value(int column) const

@@ -73,6 +73,9 @@ public:
     /// The bytes of a text (as UTF-8) or a picture, which stand until the next row; none of
     /// anything else.
     QByteArrayView bytes(int column) const;
+    /// A number that differs where the stored values do, by their kinds or by what they hold; good
+    /// for comparing within one run of the program.
+    quint64 fingerprint(int column) const;
     /// The value with the type that the engine stores.
     runtime::Value value(int column) const;
     /// The value with the type that the column declares; one of another sort comes as it is stored.

@@ -1,0 +1,148 @@
+#include "library/AskedRestore.h"
+
+#include <QFileInfo>
+
+#include "library/LibraryRestore.h"
+#include "platform/database/FileIdentity.h"
+#include "platform/runtime/Dialogs.h"
+#include "platform/runtime/Error.h"
+
+namespace library {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString CopiedFirst = u"现在的成绩库会先备份，以后可以再恢复回来。"_s;
+
+/// A line with the first names behind it.
+QString shortLine(const DifferenceLine& line)
+{
+    constexpr qsizetype namesShown = 3;
+    QString names = line.details.mid(0, namesShown).join(u"；"_s);
+    if (line.details.size() > namesShown)
+        names += u" 等"_s;
+    return line.text + u"（"_s + names + u"）"_s;
+}
+
+QString linesOf(const CopyDifferences& differences)
+{
+    QStringList lines;
+    for (const DifferenceLine& line : differenceLines(differences))
+        lines.append(shortLine(line));
+    return lines.join(u'\n');
+}
+
+QString copyText(const LibraryCopy& copy)
+{
+    const QString occasion = copy.occasionText();
+    return timeText(copy.time) + (occasion.isEmpty() ? QString() : u"，"_s + occasion + u" 之前"_s);
+}
+
+QString whatChanges(const ScoreLibrary& scoreLibrary,
+                    const std::optional<CopyDifferences>& differences)
+{
+    if (differences)
+        return differences->any() ? linesOf(*differences) : u"这份备份和现在的成绩库内容相同。"_s;
+    return scoreLibrary.Conn.isOpen() ? u"没有比较这份备份和现在的成绩库。"_s
+                                      : u"现在的成绩库没有打开，无法比较。"_s;
+}
+
+bool isConfirmed(const QString& question, const QString& button, const QString& title)
+{
+    constexpr int goOn = 0;
+    return runtime::choose({.text = question + u"\n\n"_s + CopiedFirst,
+                            .buttons = {button, u"取消"_s},
+                            .safe = 1,
+                            .title = title})
+           == goOn;
+}
+
+bool restoreAndTell(ScoreLibrary& scoreLibrary, const QString& libraryPath, const LibraryCopy& copy,
+                    const Occasion& occasion, runtime::Progress& progress)
+{
+    try {
+        const QString former =
+            restoreLibrary(scoreLibrary, libraryPath, copy.path, occasion, progress);
+        const QString kept =
+            former.isEmpty() ? QString()
+                             : u"\n恢复前的成绩库已备份为 %1。"_s.arg(QFileInfo(former).fileName());
+        runtime::MsgBox(u"恢复完毕，成绩库现在是 %1 的备份的内容。"_s.arg(timeText(copy.time))
+                        + kept);
+        return true;
+    } catch (const runtime::Error& error) {
+        runtime::warn(error.description());
+        return false;
+    }
+}
+
+QString undoQuestion(const CopiedImport& latest, const CopyDifferences& differences)
+{
+    const SplitDifferences split = splitByImport(differences, latest.import.occasion);
+    const QString ofImport = split.ofImport.any()
+                                 ? u"这次导入带来的：\n"_s + linesOf(split.ofImport)
+                                 : u"这次导入的内容已经不在成绩库里。"_s;
+    const QString others = split.others.any()
+                               ? u"除此以外，还有下列改动也会一起撤消：\n"_s + linesOf(split.others)
+                               : u"除此以外没有别的改动。"_s;
+    return u"撤消 %1 的“%2”？成绩库恢复为那次导入之前的备份。\n\n"_s.arg(
+               timeText(latest.import.time), latest.import.occasion.text)
+           + ofImport + u"\n\n"_s + others;
+}
+
+} // namespace
+
+std::optional<CopyDifferences> differencesFrom(ScoreLibrary& scoreLibrary,
+                                               const QString& libraryPath, const QString& copy,
+                                               runtime::Progress& progress)
+{
+    if (!scoreLibrary.Conn.isOpen() || !database::isSameFile(scoreLibrary.Conn.path(), libraryPath))
+        return std::nullopt;
+    std::optional<CopyDifferences> differences;
+    try {
+        differences = compareWithCopy(scoreLibrary.Conn, copy, progress);
+        progress.finish();
+    } catch (const runtime::Error& error) {
+        progress.finish();
+        runtime::warn(error.description());
+    }
+    return differences;
+}
+
+bool restoreAsked(ScoreLibrary& scoreLibrary, const QString& libraryPath, const LibraryCopy& copy,
+                  runtime::Progress& progress)
+{
+    const std::optional<CopyDifferences> differences =
+        differencesFrom(scoreLibrary, libraryPath, copy.path, progress);
+    if (progress.cancelled())
+        return false;
+    const QString question = u"把成绩库恢复为这份备份？\n"_s + copyText(copy) + u"\n\n"_s
+                             + whatChanges(scoreLibrary, differences);
+    return isConfirmed(question, u"恢复"_s, u"恢复备份"_s)
+           && restoreAndTell(scoreLibrary, libraryPath, copy, {u"恢复备份"_s}, progress);
+}
+
+bool undoLastImport(ScoreLibrary& scoreLibrary, runtime::Progress& progress)
+{
+    const QString library = scoreLibrary.Conn.path();
+    const std::optional<CopiedImport> latest = lastImport(library);
+    if (!latest) {
+        runtime::MsgBox(u"没有可以撤消的导入：成绩库旁边没有导入前的备份。"_s);
+        return false;
+    }
+    const std::optional<CopyDifferences> differences =
+        differencesFrom(scoreLibrary, library, latest->copy.path, progress);
+    if (!differences)
+        return false;
+    const Occasion& import = latest->import.occasion;
+    if (!differences->any()) {
+        runtime::MsgBox(u"没有可以撤消的导入：成绩库现在和 %1 的“%2”之前的备份内容相同。"_s.arg(
+            timeText(latest->import.time), import.text));
+        return false;
+    }
+    return isConfirmed(undoQuestion(*latest, *differences), u"撤消导入"_s, u"撤消上次导入"_s)
+           && restoreAndTell(scoreLibrary, library, latest->copy, {u"撤消 "_s + import.text},
+                             progress);
+}
+
+} // namespace library

@@ -1,0 +1,245 @@
+#include "library/LibraryRestore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include "library/AskedRestore.h"
+#include "support/ErrorOf.h"
+#include "support/FileBytes.h"
+#include "support/FullDisk.h"
+#include "support/OrdinaryUser.h"
+#include "support/OtherProgram.h"
+#include "support/PrintQString.h"
+#include "support/TestLibrary.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using library::LibraryCopy;
+using library::Occasion;
+using support::read;
+using support::TestLibrary;
+using support::write;
+
+class Cancelled : public runtime::NoProgress
+{
+public:
+    bool cancelled() const override { return true; }
+};
+
+/// A library with a copy of its time before an exam was imported.
+class Restore : public testing::Test
+{
+protected:
+    Restore()
+    {
+        test.addStudent(1, 1, u"王芳"_s, u"理"_s);
+        test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 150}});
+        test.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
+        copy = backUp(Occasion::examImport(u"期末"_s), 1);
+        test.addStudent(2, 1, u"新生"_s, u"理"_s);
+        test.addExam(u"期末"_s, u"理"_s, 2, {{u"语文"_s, 150}});
+        test.addScores(u"期末"_s, 1, 1, {{u"语文"_s, 95}});
+        test.reload();
+        test.dialogs.shown.clear();
+    }
+
+    QString backUp(const Occasion& occasion, int minute)
+    {
+        return library::backUpLibrary(path, QDateTime(QDate(2026, 3, 9), QTime(7, minute)),
+                                      occasion, progress);
+    }
+    LibraryCopy newest() const { return library::copiesOf(path).front(); }
+    QString exams() { return test.rows(u"select distinct 考试名称 from 成绩表"_s); }
+    QStringList files() const
+    {
+        return QDir(test.folder.path())
+            .entryList({u"*.CJK*"_s, u".yunshan*"_s}, QDir::Files | QDir::Hidden);
+    }
+    QString restoreError()
+    {
+        return support::errorOf(
+            [&] { library::restoreLibrary(test.scores, path, copy, {u"恢复备份"_s}, progress); });
+    }
+    void expectAsBefore()
+    {
+        EXPECT_TRUE(test.scores.Conn.isOpen());
+        EXPECT_EQ(exams(), u"期中 / 期末"_s);
+        EXPECT_EQ(test.scores.catalogue.ExamList, (QStringList{u"期中"_s, u"期末"_s}));
+    }
+
+    TestLibrary test{{u"语文"_s}};
+    const QString path = test.scores.LibPath;
+    runtime::NoProgress progress;
+    QString copy;
+};
+
+TEST_F(Restore, OpensTheCopyInThePlaceOfTheLibraryAndKeepsWhatWasThere)
+{
+    const QByteArray before = read(path);
+    const QString former =
+        library::restoreLibrary(test.scores, path, copy, {u"恢复备份"_s}, progress);
+    EXPECT_EQ(read(path), read(copy));
+    EXPECT_EQ(read(former), before);
+    EXPECT_EQ(exams(), u"期中"_s);
+    EXPECT_EQ(test.scores.catalogue.ExamList, QStringList{u"期中"_s});
+    EXPECT_EQ(newest().occasionText(), u"恢复备份"_s);
+    EXPECT_EQ(files().filter(u".yunshan"_s), QStringList());
+}
+
+TEST_F(Restore, OfALibraryThatAnotherProgramUsesIsRefused)
+{
+    support::OtherProgram other(path);
+    other.run("begin immediate");
+    EXPECT_EQ(restoreError(), u"文件 %1 正在使用，不能覆盖。"_s.arg(path));
+    other.run("rollback");
+    expectAsBefore();
+}
+
+TEST_F(Restore, OnAFullDiskChangesNothing)
+{
+    const QStringList before = files();
+    {
+        const support::FullDisk disk(50'000);
+        EXPECT_EQ(restoreError(),
+                  u"无法写入文件 %1（磁盘已满，或文件的大小受到限制）。"_s.arg(path));
+    }
+    EXPECT_EQ(files(), before);
+    expectAsBefore();
+}
+
+TEST_F(Restore, InAFolderThatCannotBeWrittenChangesNothing)
+{
+    // By their group too, which the user may share.
+    constexpr auto writable = QFile::Permissions(0x6666);
+    for (const QString& name : files())
+        QFile::setPermissions(test.file(name), writable);
+    const QString folder = test.folder.path();
+    QFile::setPermissions(folder, QFile::Permissions(0x5555));
+    {
+        const support::OrdinaryUser user;
+        EXPECT_TRUE(restoreError().startsWith(u"无法写入文件 %1（"_s.arg(path)));
+    }
+    QFile::setPermissions(folder, QFile::Permissions(0x7700));
+    expectAsBefore();
+}
+
+TEST_F(Restore, ThatIsCancelledChangesNothing)
+{
+    Cancelled cancelled;
+    EXPECT_EQ(support::errorOf([&] {
+                  library::restoreLibrary(test.scores, path, copy, {u"恢复备份"_s}, cancelled);
+              }),
+              u"恢复没有做完就取消了，成绩库没有改变。"_s);
+    expectAsBefore();
+}
+
+TEST_F(Restore, OfAForeignDatabaseIsRefused)
+{
+    copy = test.file(u"别的.bak"_s);
+    support::OtherProgram(copy).run("create table t(a)");
+    EXPECT_TRUE(
+        restoreError().startsWith(u"这份备份不能用，成绩库没有改变：%1 不是成绩库"_s.arg(copy)));
+    expectAsBefore();
+}
+
+TEST_F(Restore, AsksWithWhatWillBeOtherwise)
+{
+    test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"取消"_s);
+    EXPECT_FALSE(library::restoreAsked(test.scores, path, newest(), progress));
+    EXPECT_EQ(test.dialogs.questions.last(),
+              u"把成绩库恢复为这份备份？\n2026-03-09 07:01:00，导入 期末 之前\n\n"
+              "备份以后增加、恢复后没有的考试：1 次（期末）\n"
+              "备份以后增加、恢复后没有的学生：1 名（2 班 1 号 新生）\n\n"
+              "现在的成绩库会先备份，以后可以再恢复回来。"_s);
+    EXPECT_EQ(test.dialogs.safeOf(u"把成绩库恢复"_s), u"取消"_s);
+    expectAsBefore();
+
+    test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"恢复"_s);
+    EXPECT_TRUE(library::restoreAsked(test.scores, path, newest(), progress));
+    EXPECT_EQ(exams(), u"期中"_s);
+    EXPECT_EQ(test.dialogs.shown.last(),
+              u"恢复完毕，成绩库现在是 2026-03-09 07:01:00 的备份的内容。\n"
+              "恢复前的成绩库已备份为 %1。"_s.arg(QFileInfo(newest().path).fileName()));
+}
+
+TEST_F(Restore, AsksAlsoWhereNothingDiffersOrCannotBeCompared)
+{
+    backUp({u"重新分班"_s}, 2);
+    test.dialogs.expect(u"这份备份和现在的成绩库内容相同。"_s, u"取消"_s);
+    EXPECT_FALSE(library::restoreAsked(test.scores, path, newest(), progress));
+    test.scores.Conn.Close();
+    test.dialogs.expect(u"现在的成绩库没有打开，无法比较。"_s, u"恢复"_s);
+    EXPECT_TRUE(library::restoreAsked(test.scores, path, {copy, QDateTime()}, progress));
+    EXPECT_TRUE(test.scores.Conn.isOpen());
+}
+
+TEST_F(Restore, OfACopyThatVanishedMeanwhileIsToldAndChangesNothing)
+{
+    const LibraryCopy chosen = newest();
+    QFile::remove(copy);
+    test.dialogs.expect(u"没有比较这份备份和现在的成绩库。"_s, u"恢复"_s);
+    EXPECT_FALSE(library::restoreAsked(test.scores, path, chosen, progress));
+    EXPECT_EQ(test.dialogs.shown.last(),
+              u"这份备份不能用，成绩库没有改变：文件 %1 不存在。"_s.arg(copy));
+    expectAsBefore();
+}
+
+TEST_F(Restore, OfTheLastImportTellsWhatElseHasChanged)
+{
+    test.execute(u"update 成绩表 set 语文=91 where 考试名称='期中'"_s);
+    test.dialogs.expect(u"撤消"_s, u"撤消导入"_s);
+    EXPECT_TRUE(library::undoLastImport(test.scores, progress));
+    EXPECT_EQ(test.dialogs.questions.last(),
+              u"撤消 2026-03-09 07:01:00 的“导入 期末”？"
+              "成绩库恢复为那次导入之前的备份。\n\n"
+              "这次导入带来的：\n"
+              "备份以后增加、恢复后没有的考试：1 次（期末）\n"
+              "备份以后增加、恢复后没有的学生：1 名（2 班 1 号 新生）\n\n"
+              "除此以外，还有下列改动也会一起撤消：\n"
+              "恢复后回到备份内容的考试：1 次，不同的成绩共 1 个（期中：成绩不同 1 个）\n\n"
+              "现在的成绩库会先备份，以后可以再恢复回来。"_s);
+    EXPECT_EQ(test.rows(u"select 语文 from 成绩表"_s), u"90"_s);
+    EXPECT_EQ(newest().occasionText(), u"撤消 导入 期末"_s);
+
+    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
+    EXPECT_EQ(test.dialogs.shown.last(),
+              u"没有可以撤消的导入：成绩库现在和 2026-03-09 07:01:00 的“导入 期末”"
+              "之前的备份内容相同。"_s);
+}
+
+TEST_F(Restore, OfTheLastImportSaysThatNothingElseHasChanged)
+{
+    test.dialogs.expect(u"除此以外没有别的改动。"_s, u"取消"_s);
+    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
+    test.execute(u"delete from 成绩表 where 考试名称='期末'"_s);
+    test.execute(u"delete from 考试名称表 where 考试名称='期末'"_s);
+    test.execute(u"delete from 信息表 where 姓名='新生'"_s);
+    test.execute(u"update 信息表 set 备注='x'"_s);
+    test.dialogs.expect(u"这次导入的内容已经不在成绩库里。"_s, u"取消"_s);
+    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
+}
+
+TEST_F(Restore, OfAnImportNeedsACopyOfOne)
+{
+    library::removeCopy(copy);
+    backUp({u"重新分班"_s}, 2);
+    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
+    EXPECT_EQ(test.dialogs.shown.last(), u"没有可以撤消的导入：成绩库旁边没有导入前的备份。"_s);
+}
+
+TEST_F(Restore, OfALibraryThatDoesNotFitIntoItsNameKeepsItsBytes)
+{
+    test.scores.Conn.Close();
+    write(path, "half a library");
+    const QString former =
+        library::restoreLibrary(test.scores, path, copy, {u"恢复备份"_s}, progress);
+    EXPECT_EQ(read(former), "half a library");
+    EXPECT_EQ(read(path), read(copy));
+    EXPECT_EQ(exams(), u"期中"_s);
+}
+
+} // namespace
