@@ -133,7 +133,8 @@ const std::vector<Window> windows{
      {{Editor, u"Text1"},
       {Tool, u"Label2", u"…", u"浏览文件夹"},
       {Label, u"Label3", u"学生照片所在的文件夹"},
-      {Check, u"CheckBackup", u"设置前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"},
+      {Check, u"CheckBackup", u"设置前备份成绩库",
+       u"在成绩库旁边留一份副本，“文件”菜单的“恢复备份”可以找回来。"},
       {Push, u"Command1", u"确定"}}},
     {u"FormDaoRu",
      u"导入考试成绩",
@@ -298,7 +299,8 @@ const std::vector<Window> windows{
       {Label, u"LabelHintListKM", multiSelect},
       {Push, u"Command1", u"删除"},
       {Push, u"Command2", u"退出"},
-      {Check, u"CheckBackup", u"删除前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"}}},
+      {Check, u"CheckBackup", u"删除前备份成绩库",
+       u"在成绩库旁边留一份副本，“文件”菜单的“恢复备份”可以找回来。"}}},
     {u"FormJiaoShiMingDan",
      u"设置教师名单",
      {{Combo, u"Combo1"},
@@ -323,7 +325,8 @@ const std::vector<Window> windows{
       {List, u"List1"},
       {Label, u"LabelHintList1", multiSelect},
       {Label, u"Label1", u"选中班级科类设置为：理"},
-      {Check, u"CheckBackup", u"设置前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"},
+      {Check, u"CheckBackup", u"设置前备份成绩库",
+       u"在成绩库旁边留一份副本，“文件”菜单的“恢复备份”可以找回来。"},
       {Push, u"Command1", u"确定"},
       {Push, u"Command2", u"退出"}}},
     {u"FormZhuanBan",
@@ -408,6 +411,16 @@ const std::vector<Window> windows{
       {Push, u"figureCopy", u"全部复制"},
       {Push, u"figureExport", u"导出到Excel"},
       {Push, u"figureClose", u"关闭"}}},
+    {u"RestoreScreen",
+     u"恢复备份",
+     {{Grid, u"gridCopies"},
+      {Check, u"checkNames", u"列出名称"},
+      {Grid, u"gridDifferences"},
+      {Push, u"buttonCompare", u"与现在比较", u"列出选中的备份和现在的成绩库的不同之处"},
+      {Push, u"buttonOtherFile", u"其他文件…", u"选择放在别处的备份，例如 U 盘上的"},
+      {Push, u"buttonRemove", u"删除备份", u"删除选中的备份文件"},
+      {Push, u"buttonRestore", u"恢复", u"成绩库换成选中的备份，先备份现在的"},
+      {Push, u"buttonClose", u"关闭"}}},
     {u"frmAbout", u"关于软件", {}},
 };
 
@@ -532,7 +545,7 @@ TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
     const QMap<QString, QString> expected{
         {u"mF"_s, u"mfNew 新建成绩库|mfOpen 打开成绩库|-|mDelKM 删除科目|mfSaveAs 压缩数据库|-|"
                   "mfREC0 (最近打开的文件)|mfREC1 2|mfREC2 3|mfREC3 4|mfREC4 5|mfREC5 6|-|"
-                  "Mfexit 退出"_s},
+                  "Mfexit 退出|-|mfRestore 恢复备份…|mfUndoImport 撤消上次导入"_s},
         {u"Medit"_s, u"meLook 浏览考试|-|meDRKS 导入考试|-|meJCCJ 检查成绩|meXGCJ 修改成绩|-|"
                      "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试|-|"
                      "meExamDetails 考试信息…|meErase 彻底删除所选考试…"_s},

@@ -21,6 +21,7 @@
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
+#include "library/ui/RestoreScreen.h"
 #include "maintenance/ui/AddStudentScreen.h"
 #include "maintenance/ui/AddSubjectScreen.h"
 #include "maintenance/ui/ExamDetailsScreen.h"
@@ -77,6 +78,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"AddSubjectScreen", &Gallery::subjectAddition},
     {u"AddStudentScreen", &Gallery::studentAddition},
     {u"ReportScreen", &Gallery::conversionReport},
+    {u"RestoreScreen", &Gallery::copies},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
 };
@@ -362,6 +364,12 @@ QWidget* Gallery::figureStudents()
 {
     return keep(std::make_unique<workbench::FigureScreen>(
         workbench::FigureList{{}, u"期中，理科，2 班"_s, {}, {}, u"select 1"_s}, nullptr));
+}
+
+QWidget* Gallery::copies()
+{
+    return keep(std::make_unique<library::RestoreScreen>(library.scores, m_screenDialogs,
+                                                         library.scores.LibPath, nullptr));
 }
 
 QWidget* Gallery::about()

@@ -86,6 +86,7 @@ private:
     QWidget* studentAddition();
     QWidget* conversionReport();
     QWidget* figureStudents();
+    QWidget* copies();
     QWidget* about();
     QWidget* progress();
     QWidget* workbook();

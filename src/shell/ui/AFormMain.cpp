@@ -9,7 +9,6 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QMenuBar>
-#include <QMimeData>
 #include <QScreen>
 #include <QSettings>
 #include <QUrl>
@@ -21,6 +20,7 @@
 #include "oldlibraries/AskedConversion.h"
 #include "oldlibraries/ConversionNote.h"
 #include "oldlibraries/FileHeader.h"
+#include "platform/database/FileIdentity.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
@@ -30,6 +30,7 @@
 #include "shell/GridExport.h"
 #include "shell/LibraryFile.h"
 #include "shell/ui/ColumnWidths.h"
+#include "shell/ui/DroppedFile.h"
 #include "shell/ui/GridFigures.h"
 #include "shell/ui/StaleNote.h"
 #include "workbench/ui/NoteLabel.h"
@@ -48,34 +49,13 @@ const QString updatePage = u"https://example.org/yunshan"_s;
 
 constexpr int saveLayoutAfterMs = 200;
 
-bool isLibrary(const QString& path)
-{
-    return path.endsWith(u".CJK"_s, Qt::CaseInsensitive);
-}
-
-bool isWorkbook(const QString& path)
-{
-    return path.endsWith(u".xlsx"_s, Qt::CaseInsensitive)
-           || path.endsWith(u".xls"_s, Qt::CaseInsensitive);
-}
-
-/// The first local file of a drop that is a library or a workbook.
-QString droppedFile(const QMimeData* data)
-{
-    for (const QUrl& url : data->urls()) {
-        QString path = url.toLocalFile();
-        if (isLibrary(path) || isWorkbook(path))
-            return path;
-    }
-    return {};
-}
-
 } // namespace
 
 AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs)
     : m_library(scoreLibrary),
       m_dialogs(dialogs),
       m_screens(scoreLibrary, dialogs, *this),
+      m_copies(scoreLibrary, dialogs, m_screens),
       m_menu(menuBar())
 {
     setObjectName(u"AFormMain"_s);
@@ -87,6 +67,7 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
         new GridFigures(*MSFlexGrid1, *m_workbench, m_screens, *m_menu.item(u"figureStudents"_s));
     connectMenu();
     connectRecent();
+    connectCopies();
     connect(&m_library, &library::ScoreLibrary::opened, this, &AFormMain::takeLibrary);
     connect(&m_library, &library::ScoreLibrary::changed, this, [this] {
         if (!m_library.Conn.isOpen())
@@ -243,6 +224,16 @@ void AFormMain::connectRecent()
     }
 }
 
+void AFormMain::connectCopies()
+{
+    connect(m_menu.item(u"mfRestore"_s), &QAction::triggered, &m_copies, &CopyMenu::restore);
+    connect(m_menu.item(u"mfUndoImport"_s), &QAction::triggered, &m_copies, &CopyMenu::undoImport);
+    connect(&m_copies, &CopyMenu::restored, this, [this] {
+        hideResult();
+        showRecent(openPath());
+    });
+}
+
 void AFormMain::start(const QString& commandLine)
 {
     const CommandScope command(m_dialogs);
@@ -325,6 +316,8 @@ void AFormMain::openNow(const QString& path, RecentOrder order)
     ShowInfo();
     if (order == RecentOrder::Renew)
         showRecent(openPath());
+    if (!database::isSameFile(openPath(), path))
+        m_copies.offer(path);
 }
 
 void AFormMain::mfNew_Click()
@@ -347,6 +340,7 @@ void AFormMain::mfREC_Click(int index)
         return;
     if (!QFileInfo::exists(file)) {
         runtime::warn(u"下列文件不存在！可能被移动或改名。\n"_s + file);
+        m_copies.offer(file);
         return;
     }
     openLibrary(file, RecentOrder::Keep);

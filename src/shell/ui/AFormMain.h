@@ -6,6 +6,7 @@
 #include "platform/grid/FlexGrid.h"
 #include "platform/widgets/ScreenDialogs.h"
 #include "shell/RecentFiles.h"
+#include "shell/ui/CopyMenu.h"
 #include "shell/ui/MainMenu.h"
 #include "shell/ui/MenuScreens.h"
 #include "workbench/ui/FormKaoShi.h"
@@ -59,6 +60,7 @@ private:
     void connectItem(const QString& name, void (AFormMain::*handler)());
     void connectScreen(const QString& name, void (MenuScreens::*open)());
     void connectRecent();
+    void connectCopies();
 
     /// "" when no library is open.
     QString openPath() const;
@@ -95,6 +97,7 @@ private:
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;
     MenuScreens m_screens;
+    CopyMenu m_copies;
     RecentFiles m_recent;
     MainMenu m_menu;
     grid::FlexGrid m_grid;

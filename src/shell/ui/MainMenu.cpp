@@ -35,6 +35,9 @@ constexpr Entry entries[] = {
     {u"mF", u"mfREC5", u"6"},
     {u"mF", nullptr, nullptr},
     {u"mF", u"Mfexit", u"退出(&X)"},
+    {u"mF", nullptr, nullptr},
+    {u"mF", u"mfRestore", u"恢复备份(&R)…"},
+    {u"mF", u"mfUndoImport", u"撤消上次导入(&U)"},
     {u"Medit", u"meLook", u"浏览考试(&L)"},
     {u"Medit", nullptr, nullptr},
     {u"Medit", u"meDRKS", u"导入考试(&I)"},
@@ -128,7 +131,7 @@ void MainMenu::setLibraryCommands(Available available)
     const bool open = available == Available::Yes;
     for (const QString& name : {u"Medit"_s, u"mSJWH"_s, u"mSJCL"_s})
         m_menus.value(name)->setEnabled(open);
-    for (const QString& name : {u"mDelKM"_s, u"mfSaveAs"_s})
+    for (const QString& name : {u"mDelKM"_s, u"mfSaveAs"_s, u"mfUndoImport"_s})
         m_items.value(name)->setEnabled(open);
 }
 

@@ -10,7 +10,9 @@
 #include "import/ui/FormDaoRuXinXi.h"
 #include "import/ui/Formgf.h"
 #include "individual/ui/FormGeRenChengJi.h"
+#include "library/AskedRestore.h"
 #include "library/ui/FormNew.h"
+#include "library/ui/RestoreScreen.h"
 #include "maintenance/ui/AddStudentScreen.h"
 #include "maintenance/ui/AddSubjectScreen.h"
 #include "maintenance/ui/ExamDetailsScreen.h"
@@ -299,6 +301,22 @@ void MenuScreens::showReport(const oldlibraries::ConversionReport& report)
 {
     oldlibraries::ReportScreen screen(report, m_dialogs, &m_mainWindow);
     show(screen);
+}
+
+bool MenuScreens::restoreCopy(const QString& libraryPath)
+{
+    bool isRestored = false;
+    library::RestoreScreen screen(m_library, m_dialogs, libraryPath, &m_mainWindow);
+    QObject::connect(&screen, &library::RestoreScreen::restored, &screen,
+                     [&isRestored] { isRestored = true; });
+    show(screen);
+    return isRestored;
+}
+
+bool MenuScreens::undoLastImport()
+{
+    widgets::ScreenProgress progress(&m_mainWindow);
+    return library::undoLastImport(m_library, progress);
 }
 
 std::optional<oldlibraries::ConversionReport> MenuScreens::convertOldLibrary(const QString& path)

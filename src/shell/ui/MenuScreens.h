@@ -92,6 +92,11 @@ public:
     /// "转换报告".
     void showReport(const oldlibraries::ConversionReport& report);
 
+    /// "恢复备份" for the library of that path. True if a copy took its place.
+    bool restoreCopy(const QString& libraryPath);
+    /// "撤消上次导入". True if it was.
+    bool undoLastImport();
+
     /// Leads the user through the conversion of an old library. Nothing if there is no new one.
     std::optional<oldlibraries::ConversionReport> convertOldLibrary(const QString& path);
 

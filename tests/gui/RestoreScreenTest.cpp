@@ -1,0 +1,218 @@
+#include "library/ui/RestoreScreen.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+
+#include "gui/MainWindowFixture.h"
+#include "gui/ModalBoxes.h"
+#include "library/LibraryBackup.h"
+#include "platform/grid/GridText.h"
+#include "support/FileBytes.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using library::Occasion;
+
+/// A library with two copies: ahead of the import of an exam, and ahead of a re-classing.
+class RestoreScreen : public support::MainWindowFixture
+{
+protected:
+    RestoreScreen()
+    {
+        window->start(path);
+        backUp(Occasion::examImport(u"期中"_s), 1);
+        test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 100}});
+        test.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
+        backUp({u"重新分班"_s}, 2);
+        test.addStudent(2, 1, u"新生"_s, u"理"_s);
+        test.scores.readCatalogue();
+        test.scores.notifyChanged();
+    }
+
+    void backUp(const Occasion& occasion, int minute)
+    {
+        runtime::NoProgress progress;
+        library::backUpLibrary(path, QDateTime(QDate(2026, 3, 9), QTime(7, minute)), occasion,
+                               progress);
+    }
+
+    /// Opens the screen by the menu and works on it; it is closed if the work leaves it open.
+    void onScreen(const std::function<void(QDialog&)>& work)
+    {
+        support::ModalBoxes boxes;
+        boxes.expect([&](QDialog& screen) {
+            EXPECT_EQ(screen.objectName(), u"RestoreScreen"_s);
+            work(screen);
+            if (screen.isVisible())
+                screen.close();
+        });
+        item(u"mfRestore"_s)->trigger();
+    }
+
+    static void press(const QDialog& screen, const QString& name)
+    {
+        QTest::mouseClick(screen.findChild<QPushButton*>(name), Qt::LeftButton);
+    }
+    static grid::FlexGridView* view(const QDialog& screen, const QString& name)
+    {
+        return screen.findChild<grid::FlexGridView*>(name);
+    }
+    static QString differences(const QDialog& screen)
+    {
+        return grid::gridText(view(screen, u"gridDifferences"_s)->grid());
+    }
+    static QString occasions(const QDialog& screen)
+    {
+        const grid::FlexGrid& grid = view(screen, u"gridCopies"_s)->grid();
+        QStringList found;
+        for (int row = 1; row < grid.Rows(); ++row)
+            found.append(grid.TextMatrix(row, 1) + u' ' + grid.TextMatrix(row, 2));
+        return found.join(u" / "_s);
+    }
+    static QString note(const QDialog& screen)
+    {
+        return screen.findChild<QLabel*>(u"labelDifferences"_s)->text();
+    }
+    QString students() { return test.rows(u"select 姓名 from 信息表"_s); }
+};
+
+TEST_F(RestoreScreen, ListsCopiesAndComparesTheChosenOneByKeys)
+{
+    onScreen([](QDialog& screen) {
+        EXPECT_EQ(occasions(screen),
+                  u"2026-03-09 07:02:00 重新分班 / 2026-03-09 07:01:00 导入 期中"_s);
+        EXPECT_EQ(note(screen), u"选中一份备份，按“与现在比较”看有哪些不同。"_s);
+        grid::FlexGridView* copies = view(screen, u"gridCopies"_s);
+        EXPECT_EQ(screen.focusWidget(), copies);
+        QTest::keyClick(copies, Qt::Key_Down);
+        QTest::keyClick(&screen, Qt::Key_D, Qt::AltModifier);
+        EXPECT_EQ(differences(screen), u"恢复这份备份会怎样\n"
+                                       "备份以后增加、恢复后没有的考试：1 次\n"
+                                       "备份以后增加、恢复后没有的学生：1 名\n"_s);
+        EXPECT_EQ(note(screen), u"2026-03-09 07:01:00 的备份和现在的成绩库的不同之处："_s);
+        QTest::keyClick(&screen, Qt::Key_N, Qt::AltModifier);
+        EXPECT_TRUE(differences(screen).contains(u"\n　　2 班 1 号 新生\n"_s));
+        QTest::keyClick(copies, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), u"2\r\n"_s);
+        // What is shown belongs to one copy.
+        QTest::keyClick(copies, Qt::Key_Up);
+        EXPECT_EQ(differences(screen), u"恢复这份备份会怎样\n"_s);
+    });
+    EXPECT_EQ(test.dialogs.shown, QStringList());
+}
+
+TEST_F(RestoreScreen, RestoresTheChosenCopyAndShowsTheLibraryAnew)
+{
+    gridView()->show();
+    onScreen([this](QDialog& screen) {
+        test.dialogs.expect(u"2026-03-09 07:02:00，重新分班 之前"_s, u"取消"_s);
+        press(screen, u"buttonRestore"_s);
+        EXPECT_TRUE(screen.isVisible());
+        QTest::keyClick(view(screen, u"gridCopies"_s), Qt::Key_Down);
+        test.dialogs.expect(u"2026-03-09 07:01:00，导入 期中 之前"_s, u"恢复"_s);
+        QTest::keyClick(&screen, Qt::Key_R, Qt::AltModifier);
+        EXPECT_FALSE(screen.isVisible());
+    });
+    EXPECT_EQ(students(), u"甲"_s);
+    EXPECT_EQ(test.scores.catalogue.ExamList, QStringList());
+    EXPECT_FALSE(gridView()->isVisible());
+    EXPECT_TRUE(test.dialogs.shown.last().startsWith(
+        u"恢复完毕，成绩库现在是 2026-03-09 07:01:00 的备份的内容。\n恢复前的成绩库已备份为 "_s));
+}
+
+TEST_F(RestoreScreen, TakesAFileFromElsewhere)
+{
+    const QString elsewhere = test.file(u"U盘上的.CJK"_s);
+    QFile::copy(path, elsewhere);
+    test.addStudent(3, 1, u"再新"_s, u"理"_s);
+    onScreen([&](QDialog& screen) {
+        test.dialogs.file = elsewhere;
+        press(screen, u"buttonOtherFile"_s);
+        EXPECT_EQ(test.dialogs.fileFilter, u"备份或成绩库|*.bak;*.CJK"_s);
+        test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"恢复"_s);
+        press(screen, u"buttonRestore"_s);
+    });
+    EXPECT_EQ(students(), u"甲 / 新生"_s);
+}
+
+TEST_F(RestoreScreen, RemovesACopyOnlyIfAsked)
+{
+    onScreen([this](QDialog& screen) {
+        test.dialogs.expect(u"删除 2026-03-09 07:02:00 的备份？删除后不能再恢复。"_s, u"取消"_s);
+        press(screen, u"buttonRemove"_s);
+        EXPECT_EQ(test.dialogs.safeOf(u"删除后不能再恢复"_s), u"取消"_s);
+        test.dialogs.expect(u"删除后不能再恢复"_s, u"删除"_s);
+        press(screen, u"buttonRemove"_s);
+        EXPECT_EQ(occasions(screen), u"2026-03-09 07:01:00 导入 期中"_s);
+        test.dialogs.expect(u"删除后不能再恢复"_s, u"删除"_s);
+        press(screen, u"buttonRemove"_s);
+        EXPECT_EQ(note(screen), u"成绩库旁边没有备份。"_s);
+        for (const QString& name : {u"buttonCompare"_s, u"buttonRemove"_s, u"buttonRestore"_s})
+            press(screen, name);
+    });
+    EXPECT_EQ(test.dialogs.shown.filter(u"请先选择一份备份！"_s).size(), 3);
+    EXPECT_EQ(QDir(test.folder.path()).entryList({u"*.bak*"_s}), QStringList());
+}
+
+TEST_F(RestoreScreen, ShowsHostileOccasionsAsTheyStand)
+{
+    const QString name = u"<b>' or ''='\n--</b>"_s + QString(10'000, u'长');
+    test.addStudent(4, 1, u"乙"_s, u"理"_s);
+    backUp({name}, 3);
+    onScreen([](QDialog& screen) {
+        EXPECT_TRUE(occasions(screen).startsWith(u"2026-03-09 07:03:00 <b>' or ''=' --</b>长长"_s));
+    });
+}
+
+TEST_F(RestoreScreen, IsOfferedForALibraryThatDoesNotOpen)
+{
+    test.scores.Conn.Close();
+    support::write(path, "no library any more");
+    test.dialogs.file = path;
+    test.dialogs.expect(u"这个成绩库旁边有 2 份备份，最近的一份是 2026-03-09 07:02:00 的。"_s,
+                        u"不恢复"_s);
+    item(u"mfOpen"_s)->trigger();
+    EXPECT_FALSE(test.scores.Conn.isOpen());
+
+    test.dialogs.expect(u"要用“恢复备份”恢复其中一份吗？"_s, u"恢复备份…"_s);
+    test.dialogs.expect(u"现在的成绩库没有打开，无法比较。"_s, u"恢复"_s);
+    support::ModalBoxes boxes;
+    boxes.expect([](QDialog& screen) { press(screen, u"buttonRestore"_s); });
+    item(u"mfOpen"_s)->trigger();
+    EXPECT_TRUE(test.scores.Conn.isOpen());
+    EXPECT_EQ(students(), u"甲"_s);
+}
+
+TEST_F(RestoreScreen, WithoutAnOpenLibraryAsksForOne)
+{
+    test.scores.Conn.Close();
+    test.scores.LibPath.clear();
+    test.dialogs.file = path;
+    onScreen([](QDialog& screen) {
+        EXPECT_TRUE(occasions(screen).contains(u"导入 期中"_s));
+        press(screen, u"buttonCompare"_s);
+    });
+    EXPECT_EQ(test.dialogs.shown.last(), u"现在的成绩库没有打开，无法比较。"_s);
+    test.dialogs.file.reset();
+    test.scores.LibPath.clear();
+    item(u"mfRestore"_s)->trigger();
+}
+
+TEST_F(RestoreScreen, TheLatestImportIsUndoneFromTheMenu)
+{
+    test.dialogs.expect(u"撤消 2026-03-09 07:01:00 的“导入 期中”？"_s, u"撤消导入"_s);
+    item(u"mfUndoImport"_s)->trigger();
+    EXPECT_EQ(test.scores.catalogue.ExamList, QStringList());
+    EXPECT_EQ(students(), u"甲"_s);
+    test.scores.Conn.Close();
+    test.scores.notifyChanged();
+    EXPECT_FALSE(item(u"mfUndoImport"_s)->isEnabled());
+    EXPECT_TRUE(item(u"mfRestore"_s)->isEnabled());
+}
+
+} // namespace
