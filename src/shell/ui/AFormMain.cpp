@@ -9,8 +9,7 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QMenuBar>
-#include <QScreen>
-#include <QSettings>
+#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -33,6 +32,7 @@
 #include "shell/ui/DroppedFile.h"
 #include "shell/ui/GridFigures.h"
 #include "shell/ui/StaleNote.h"
+#include "shell/ui/WindowLayout.h"
 #include "workbench/ui/NoteLabel.h"
 
 namespace shell {
@@ -47,7 +47,6 @@ namespace {
 const QString helpFile = u"云杉学业册帮助文件.doc"_s;
 const QString updatePage = u"https://example.org/yunshan"_s;
 
-constexpr int saveLayoutAfterMs = 200;
 
 } // namespace
 
@@ -74,18 +73,11 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
             hideResult();
     });
     connect(&m_library, &library::ScoreLibrary::changed, m_workbench, &workbench::FormKaoShi::init);
-    restoreLayout();
+    m_layout = std::make_unique<WindowLayout>(*this, *m_panel);
+    m_layout->restore();
 }
 
-AFormMain::~AFormMain()
-{
-    // 退出 ends without closing the window.
-    if (m_layoutChange.isActive())
-        saveLayout();
-    // The panel is hidden once more while the window goes; that is no change of the user's.
-    m_panel->disconnect(this);
-    m_panel->removeEventFilter(this);
-}
+AFormMain::~AFormMain() = default;
 
 void AFormMain::buildGrid()
 {
@@ -151,16 +143,6 @@ void AFormMain::buildWorkbench()
             });
     connect(m_workbench, &workbench::FormKaoShi::commandsAvailableChanged, this,
             [this](workbench::Available available) { m_menu.setLibraryCommands(available); });
-    connect(m_panel, &QDockWidget::visibilityChanged, this, [this](bool visible) {
-        m_steppedAside = m_steppedAside && !visible;
-        noteLayout();
-    });
-    connect(m_panel, &QDockWidget::topLevelChanged, this, &AFormMain::noteLayout);
-    connect(m_panel, &QDockWidget::dockLocationChanged, this, &AFormMain::noteLayout);
-    m_panel->installEventFilter(this);
-    m_layoutChange.setSingleShot(true);
-    m_layoutChange.setInterval(saveLayoutAfterMs);
-    connect(&m_layoutChange, &QTimer::timeout, this, &AFormMain::saveLayout);
 }
 
 void AFormMain::connectItem(const QString& name, void (AFormMain::*handler)())
@@ -400,10 +382,8 @@ void AFormMain::showGrid(workbench::AfterQuery afterwards)
     MSFlexGrid1->show();
     MSFlexGrid1->refresh();
     m_figures->switchItem();
-    if (afterwards == workbench::AfterQuery::Minimise) {
-        m_steppedAside = true;
-        m_panel->hide();
-    }
+    if (afterwards == workbench::AfterQuery::Minimise)
+        m_layout->stepAside();
 }
 
 void AFormMain::showWorkbench()
@@ -413,57 +393,12 @@ void AFormMain::showWorkbench()
     m_workbench->setFocus();
 }
 
-/// Dragging an edge changes the layout many times a second; it is written once.
-void AFormMain::noteLayout()
-{
-    m_layoutChange.start();
-}
-
-void AFormMain::saveLayout() const
-{
-    if (!isVisible())
-        return;
-    QSettings settings;
-    settings.setValue(u"geometry"_s, saveGeometry());
-    if (!m_steppedAside)
-        settings.setValue(u"panels"_s, saveState());
-}
-
-void AFormMain::restoreLayout()
-{
-    const QSettings settings;
-    if (!restoreGeometry(settings.value(u"geometry"_s).toByteArray()))
-        resize(QSize(fontMetrics().averageCharWidth() * 180, fontMetrics().lineSpacing() * 50)
-                   .boundedTo(screen()->availableSize()));
-    if (!restoreState(settings.value(u"panels"_s).toByteArray()))
-        resizeDocks({m_panel}, {fontMetrics().averageCharWidth() * 70}, Qt::Horizontal);
-}
-
 void AFormMain::closeEvent(QCloseEvent* event)
 {
     if (!m_screens.closeAll())
         return event->ignore();
-    saveLayout();
+    m_layout->save();
     QMainWindow::closeEvent(event);
-}
-
-void AFormMain::resizeEvent(QResizeEvent* event)
-{
-    QMainWindow::resizeEvent(event);
-    noteLayout();
-}
-
-void AFormMain::moveEvent(QMoveEvent* event)
-{
-    QMainWindow::moveEvent(event);
-    noteLayout();
-}
-
-bool AFormMain::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::Resize || event->type() == QEvent::Move)
-        noteLayout();
-    return QMainWindow::eventFilter(watched, event);
 }
 
 void AFormMain::dragEnterEvent(QDragEnterEvent* event)

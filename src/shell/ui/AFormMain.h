@@ -1,7 +1,8 @@
 #pragma once
 
+#include <memory>
+
 #include <QMainWindow>
-#include <QTimer>
 
 #include "platform/grid/FlexGrid.h"
 #include "platform/widgets/ScreenDialogs.h"
@@ -27,6 +28,7 @@ namespace shell {
 class StaleNote;
 
 class GridFigures;
+class WindowLayout;
 
 /// The program's frame: the menus, the result grid, and the exam workbench beside or above it.
 class AFormMain : public QMainWindow
@@ -46,10 +48,6 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void moveEvent(QMoveEvent* event) override;
-    /// The panel was moved or resized.
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -78,9 +76,6 @@ private:
     void takeDropped(const QString& file);
     void showGrid(workbench::AfterQuery afterwards);
     void showWorkbench();
-    void noteLayout();
-    void saveLayout() const;
-    void restoreLayout();
     void showRecent(const QString& path);
 
     void mfNew_Click();
@@ -107,12 +102,10 @@ private:
     StaleNote* LabelStale = nullptr;
     QMenu* mTC = nullptr;
     QDockWidget* m_panel = nullptr;
-    QTimer m_layoutChange;
-    /// The panel is away because of "查询后最小化", which is no choice for the next start.
-    bool m_steppedAside = false;
     /// The library that the grid's content stems from.
     QString m_shownLibrary;
     workbench::FormKaoShi* m_workbench = nullptr;
+    std::unique_ptr<WindowLayout> m_layout;
 };
 
 } // namespace shell
