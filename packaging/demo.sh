@@ -24,6 +24,7 @@ make_demo_library()
     done
     cli score "$demo" "${exams[@]}"
     sqlite3 "$demo" < demo/教师名单.sql
+    sqlite3 "$demo" "update 考试名称表 set 备注='示范数据：学校、学生和成绩都是虚构的。'"
     make_demo_photos
 }
 

@@ -72,6 +72,7 @@ class Tree(Installed):
         return {
             "bin/yunshan", "bin/yunshan-cli", "share/applications/yunshan.desktop",
             "share/mime/packages/yunshan.xml", "share/yunshan/MFC.dll",
+            "share/yunshan/示范成绩库.CJK",
             "share/doc/yunshan/copyright", "share/doc/yunshan/changelog.gz",
             "share/icons/hicolor/scalable/apps/yunshan.svg",
             *(f"share/icons/hicolor/{size}x{size}/apps/yunshan.png" for size in (48, 128, 256)),

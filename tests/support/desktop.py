@@ -270,7 +270,8 @@ class DesktopTest(unittest.TestCase):
         programs.mkdir()
         for program in (PROGRAM, yunshan.PROGRAM):
             shutil.copy2(program, programs)
-        shutil.copy2(Path(PROGRAM).parent / "MFC.dll", programs)
+        for shipped in ("MFC.dll", "示范成绩库.CJK"):
+            shutil.copy2(Path(PROGRAM).parent / shipped, programs)
         shutil.copytree(yunshan.ROOT / "data", programs / "data")
         cls.program = programs / Path(PROGRAM).name
 
