@@ -18,6 +18,11 @@ bool fitsOnLine(const QString& path)
     return !path.contains(u'\n') && !path.contains(u'\r');
 }
 
+void write(const QString& file, const QStringList& paths)
+{
+    runtime::writeTextFile(file, paths.join(u'\n') + u'\n');
+}
+
 } // namespace
 
 const QString RecentFiles::Placeholder = u"(最近打开的文件)"_s;
@@ -36,12 +41,27 @@ QString RecentFiles::MKRecent(const QString& file, const QString& path, int coun
     return path.isEmpty() && QFileInfo::exists(m_captions.first()) ? m_captions.first() : QString();
 }
 
+void RecentFiles::remove(const QString& file, const QString& path)
+{
+    trap([&] {
+        m_list = runtime::readAllLines(file);
+        m_list.removeAll(path);
+        m_list.removeAll(QString());
+        write(file, m_list);
+    });
+}
+
+QStringList RecentFiles::files() const
+{
+    return m_captions.contains(Placeholder) ? QStringList() : m_captions;
+}
+
 void RecentFiles::add(const QString& file, const QString& path, int count)
 {
     if (!m_list.mid(0, count).contains(path))
         m_list.prepend(path);
     const QStringList kept = m_list.mid(0, count);
-    trap([&] { runtime::writeTextFile(file, kept.join(u'\n') + u'\n'); });
+    trap([&] { write(file, kept); });
 }
 
 } // namespace shell

@@ -17,6 +17,12 @@ public:
     /// empty `path` the first entry is given back if its file exists, "" otherwise.
     QString MKRecent(const QString& file, const QString& path, int count);
 
+    /// Takes `path` out of the list and rewrites the file.
+    void remove(const QString& file, const QString& path);
+
+    /// The files that stand in the menu.
+    QStringList files() const;
+
     /// Captions of the menu entries: the files, or the placeholder alone.
     const QStringList& mfREC() const { return m_captions; }
 

@@ -35,6 +35,7 @@
 #include "maintenance/ui/FormZhuanBan.h"
 #include "maintenance/ui/StudentMovesScreen.h"
 #include "oldlibraries/ui/ReportScreen.h"
+#include "platform/runtime/TextFile.h"
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
 #include "shell/ui/frmAbout.h"
@@ -47,6 +48,7 @@ using namespace Qt::StringLiterals;
 
 const Gallery::Entry Gallery::entries[] = {
     {u"AFormMain", &Gallery::mainWindow},
+    {u"AFormMain without a library", &Gallery::mainWindowWithoutLibrary},
     {u"AFormMain without its panel", &Gallery::mainWindowWithoutPanel},
     {u"Panel", &Gallery::floatingPanel},
     {u"WorkbookWindow", &Gallery::workbook},
@@ -163,6 +165,15 @@ QWidget* Gallery::mainWindow()
     auto* window = keep(std::make_unique<shell::AFormMain>(library.scores, m_screenDialogs));
     window->start(library.scores.LibPath);
     QTest::mouseClick(window->findChild<QPushButton*>(u"CommandLLCJ"_s), Qt::LeftButton);
+    return window;
+}
+
+/// With the start page, which lists the library of the tests.
+QWidget* Gallery::mainWindowWithoutLibrary()
+{
+    runtime::writeTextFile(library.paths.dataFile(u"recent.dat"_s), library.scores.LibPath);
+    auto* window = keep(std::make_unique<shell::AFormMain>(m_closed, m_screenDialogs));
+    window->start({});
     return window;
 }
 

@@ -55,7 +55,10 @@ private:
     };
     static const Entry entries[];
 
+    library::ScoreLibrary m_closed{library.paths};
+
     QWidget* mainWindow();
+    QWidget* mainWindowWithoutLibrary();
     QWidget* mainWindowWithoutPanel();
     QWidget* floatingPanel();
     QWidget* newLibrary();

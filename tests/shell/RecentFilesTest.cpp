@@ -170,4 +170,26 @@ TEST_F(RecentList, AListThatCannotBeReadIsTold)
     EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Sub MKRecent/FormMain"_s));
 }
 
+TEST_F(RecentList, AnEntryThatIsRemovedLeavesTheOthersInTheirOrder)
+{
+    write(u"/1\n\n/2\n/3\n/4\n/5\n/6\n/7\n"_s);
+    start();
+    recent.remove(list, u"/2"_s);
+    EXPECT_EQ(written(), u"/1\n/3\n/4\n/5\n/6\n/7\n"_s);
+    recent.MKRecent(list, {}, 6);
+    EXPECT_EQ(recent.files().join(u' '), u"/1 /3 /4 /5 /6 /7"_s);
+    recent.remove(list, u"/nowhere"_s);
+    EXPECT_EQ(written(), u"/1\n/3\n/4\n/5\n/6\n/7\n"_s);
+}
+
+TEST_F(RecentList, TheLastEntryCanBeRemoved)
+{
+    start(u"/甲.CJK"_s);
+    EXPECT_EQ(recent.files(), QStringList{u"/甲.CJK"_s});
+    recent.remove(list, u"/甲.CJK"_s);
+    EXPECT_EQ(recent.MKRecent(list, {}, 6), QString());
+    EXPECT_EQ(recent.files(), QStringList());
+    EXPECT_EQ(recent.mfREC(), QStringList{u"(最近打开的文件)"_s});
+}
+
 } // namespace

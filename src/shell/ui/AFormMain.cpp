@@ -9,10 +9,12 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QMenuBar>
+#include <QStandardPaths>
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "library/DemoLibrary.h"
 #include "library/ui/FormNew.h"
 #include "maintenance/ExamErasure.h"
 #include "maintenance/ExamRemoval.h"
@@ -30,8 +32,10 @@
 #include "shell/LibraryFile.h"
 #include "shell/ui/ColumnWidths.h"
 #include "shell/ui/DroppedFile.h"
+#include "shell/ui/EmptySide.h"
 #include "shell/ui/GridFigures.h"
 #include "shell/ui/StaleNote.h"
+#include "shell/ui/StartPage.h"
 #include "shell/ui/WindowLayout.h"
 #include "workbench/ui/NoteLabel.h"
 
@@ -65,12 +69,14 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
     m_figures =
         new GridFigures(*MSFlexGrid1, *m_workbench, m_screens, *m_menu.item(u"figureStudents"_s));
     connectMenu();
+    connectEmptySide();
     connectRecent();
     connectCopies();
     connect(&m_library, &library::ScoreLibrary::opened, this, &AFormMain::takeLibrary);
     connect(&m_library, &library::ScoreLibrary::changed, this, [this] {
         if (!m_library.Conn.isOpen())
             hideResult();
+        m_emptySide->refresh();
     });
     connect(&m_library, &library::ScoreLibrary::changed, m_workbench, &workbench::FormKaoShi::init);
     m_layout = std::make_unique<WindowLayout>(*this, *m_panel);
@@ -115,6 +121,8 @@ void AFormMain::buildGrid()
     LabelStale = new StaleNote(background);
     layout->addWidget(LabelResultNote);
     layout->addWidget(LabelStale);
+    m_emptySide = new EmptySide(m_library, background);
+    layout->addWidget(m_emptySide);
     layout->addWidget(MSFlexGrid1, 1);
     setCentralWidget(background);
 }
@@ -196,6 +204,34 @@ void AFormMain::connectMenu()
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }
 
+void AFormMain::connectEmptySide()
+{
+    StartPage& page = m_emptySide->page();
+    connect(&page, &StartPage::newRequested, m_menu.item(u"mfNew"_s), &QAction::trigger);
+    connect(&page, &StartPage::openRequested, m_menu.item(u"mfOpen"_s), &QAction::trigger);
+    connect(&page, &StartPage::demoRequested, this, &AFormMain::openDemo);
+    connect(&page, &StartPage::libraryRequested, this, [this](const QString& path) {
+        const CommandScope command(m_dialogs);
+        openRecent(path);
+    });
+    connect(&page, &StartPage::removalRequested, this, [this](const QString& path) {
+        m_recent.remove(m_library.paths().dataFile(u"recent.dat"_s), path);
+        showRecent(openPath());
+    });
+    connect(m_workbench, &workbench::FormKaoShi::totalsComputed, m_emptySide, &EmptySide::refresh);
+    connect(m_emptySide, &EmptySide::stepRequested, this, &AFormMain::takeStep);
+}
+
+void AFormMain::takeStep(Step step)
+{
+    if (step == Step::Students)
+        m_menu.item(u"meDRLB"_s)->trigger();
+    else if (step == Step::Exam)
+        m_menu.item(u"meDRKS"_s)->trigger();
+    else if (step == Step::Totals)
+        m_workbench->computeTotals();
+}
+
 void AFormMain::connectRecent()
 {
     for (int i = 0; i < RecentCount; ++i) {
@@ -227,6 +263,7 @@ void AFormMain::start(const QString& commandLine)
     if (!m_library.Conn.isOpen())
         m_panel->show();
     showRecent(openPath());
+    m_emptySide->page().begin();
 }
 
 QString AFormMain::openPath() const
@@ -247,6 +284,7 @@ void AFormMain::showRecent(const QString& path)
         if (i < m_recent.mfREC().size())
             entry->setText(widgets::literalCaption(m_recent.mfREC()[i]));
     }
+    m_emptySide->page().showLibraries(m_recent.files());
 }
 
 void AFormMain::ShowInfo()
@@ -261,6 +299,7 @@ void AFormMain::takeLibrary()
         hideResult();
     m_shownLibrary = openPath();
     m_workbench->init();
+    m_emptySide->refresh();
     ShowInfo();
 }
 
@@ -318,14 +357,26 @@ void AFormMain::mfOpen_Click()
 void AFormMain::mfREC_Click(int index)
 {
     const QString file = m_recent.mfREC().value(index);
-    if (file.isEmpty() || file == RecentFiles::Placeholder)
-        return;
-    if (!QFileInfo::exists(file)) {
-        runtime::warn(u"下列文件不存在！可能被移动或改名。\n"_s + file);
-        m_copies.offer(file);
-        return;
-    }
-    openLibrary(file, RecentOrder::Keep);
+    if (!file.isEmpty() && file != RecentFiles::Placeholder)
+        openRecent(file);
+}
+
+void AFormMain::openRecent(const QString& file)
+{
+    if (QFileInfo::exists(file))
+        return openLibrary(file, RecentOrder::Keep);
+    runtime::warn(u"下列文件不存在！可能被移动或改名。\n"_s + file);
+    m_copies.offer(file);
+}
+
+void AFormMain::openDemo()
+{
+    const CommandScope command(m_dialogs);
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const runtime::Trap trap{" - Sub OpenDemo/FormMain"};
+    trap([&] {
+        openLibrary(library::ownDemoLibrary(m_library.paths(), documents), RecentOrder::Renew);
+    });
 }
 
 void AFormMain::mfSaveAs_Click()

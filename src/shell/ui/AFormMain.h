@@ -6,6 +6,7 @@
 
 #include "platform/grid/FlexGrid.h"
 #include "platform/widgets/ScreenDialogs.h"
+#include "shell/NextStep.h"
 #include "shell/RecentFiles.h"
 #include "shell/ui/CopyMenu.h"
 #include "shell/ui/MainMenu.h"
@@ -25,9 +26,9 @@ class FlexGridView;
 
 namespace shell {
 
-class StaleNote;
-
+class EmptySide;
 class GridFigures;
+class StaleNote;
 class WindowLayout;
 
 /// The program's frame: the menus, the result grid, and the exam workbench beside or above it.
@@ -57,6 +58,7 @@ private:
     void connectMenu();
     void connectItem(const QString& name, void (AFormMain::*handler)());
     void connectScreen(const QString& name, void (MenuScreens::*open)());
+    void connectEmptySide();
     void connectRecent();
     void connectCopies();
 
@@ -73,6 +75,11 @@ private:
     /// The library that the user has an old one converted to.
     void openConverted(const QString& oldPath);
     void openNow(const QString& path, RecentOrder order);
+    void openRecent(const QString& file);
+    /// The user's own copy of the demonstration, made if there is none.
+    void openDemo();
+    /// Opens the screen of a step, or runs it.
+    void takeStep(Step step);
     void takeDropped(const QString& file);
     void showGrid(workbench::AfterQuery afterwards);
     void showWorkbench();
@@ -105,6 +112,7 @@ private:
     /// The library that the grid's content stems from.
     QString m_shownLibrary;
     workbench::FormKaoShi* m_workbench = nullptr;
+    EmptySide* m_emptySide = nullptr;
     std::unique_ptr<WindowLayout> m_layout;
 };
 

@@ -413,7 +413,13 @@ void FormKaoShi::CommandLLCJ_Click()
 void FormKaoShi::CommandZF_Click()
 {
     widgets::LabelProgress progress(window(), *LabelXX, Picture1);
-    computeTotals(m_selection.ListKSMC.selectedTexts(), m_scoring, progress);
+    workbench::computeTotals(m_selection.ListKSMC.selectedTexts(), m_scoring, progress);
+    Q_EMIT totalsComputed();
+}
+
+void FormKaoShi::computeTotals()
+{
+    CommandJSZF->click();
 }
 
 void FormKaoShi::CommandZXTJ_Click()

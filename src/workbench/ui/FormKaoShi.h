@@ -44,6 +44,9 @@ public:
     /// Runs a report as "执行统计" does.
     void runStatistics(const ReportRequest& request);
 
+    /// Presses "计算总分".
+    void computeTotals();
+
     /// The notes on what the main grid shows.
     const std::vector<ReportNote>& resultNotes() const { return m_resultNotes; }
 
@@ -59,6 +62,8 @@ public:
 Q_SIGNALS:
     /// The main grid was filled.
     void gridFilled(AfterQuery afterwards);
+    /// "计算总分" has ended.
+    void totalsComputed();
     /// "导入考试" was pressed.
     void importRequested();
     /// "考试信息" was chosen in the menu of the exams.
