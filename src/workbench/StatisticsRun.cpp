@@ -75,16 +75,6 @@ const StatisticsItem* itemButForBlanks(const ReportRequest& request)
     return nullptr;
 }
 
-/// The report that the request runs; empty for an item that is unknown here.
-QString reportOf(const ReportRequest& request)
-{
-    const StatisticsItem* item = itemOf(request);
-    if (!item)
-        return {};
-    return request.rates == RateTable::Chosen && item->report == excellentRate ? item->text
-                                                                               : item->report;
-}
-
 std::vector<ReportNote> notesOnUnknown(const ReportRequest& request)
 {
     const StatisticsItem* meant = itemButForBlanks(request);
@@ -116,6 +106,15 @@ const QString StatisticsPrompt = u"请选择要统计的项目"_s;
 std::optional<QString> chosenItem(const QString& shown)
 {
     return shown == StatisticsPrompt ? std::nullopt : std::optional(shown);
+}
+
+QString reportOf(const ReportRequest& request)
+{
+    const StatisticsItem* item = itemOf(request);
+    if (!item)
+        return {};
+    return request.rates == RateTable::Chosen && item->report == excellentRate ? item->text
+                                                                               : item->report;
 }
 
 std::vector<ReportNote> reportNotes(const ReportRequest& request)

@@ -37,6 +37,9 @@ struct ReportRequest
     ExamGrouping tables = ExamGrouping::Together;
 };
 
+/// The report that the request runs; "" for an item that is unknown, and for none.
+QString reportOf(const ReportRequest& request);
+
 /// What the result of a request is other than a user may think, and the request that gives him
 /// that.
 struct ReportNote

@@ -39,6 +39,7 @@
 #include "scoring/ui/FormZFGS.h"
 #include "shell/ui/AFormMain.h"
 #include "shell/ui/frmAbout.h"
+#include "workbench/ui/ExplanationScreen.h"
 #include "workbench/ui/FigureScreen.h"
 #include "workbooks/ui/WorkbookWindow.h"
 
@@ -81,6 +82,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"AddStudentScreen", &Gallery::studentAddition},
     {u"ReportScreen", &Gallery::conversionReport},
     {u"RestoreScreen", &Gallery::copies},
+    {u"ExplanationScreen", &Gallery::explanation},
     {u"frmAbout", &Gallery::about},
     {u"ProgressWindow", &Gallery::progress},
 };
@@ -108,7 +110,7 @@ QStringList Gallery::names()
 
 QStringList Gallery::screenNames()
 {
-    return names().mid(6);
+    return names().mid(7);
 }
 
 QWidget& Gallery::open(const QString& name)
@@ -381,6 +383,12 @@ QWidget* Gallery::copies()
 {
     return keep(std::make_unique<library::RestoreScreen>(library.scores, m_screenDialogs,
                                                          library.scores.LibPath, nullptr));
+}
+
+QWidget* Gallery::explanation()
+{
+    return keep(std::make_unique<workbench::ExplanationScreen>(library.scores, u"低分段"_s,
+                                                               QStringList{u"期中"_s}, nullptr));
 }
 
 QWidget* Gallery::about()

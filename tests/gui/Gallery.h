@@ -90,6 +90,7 @@ private:
     QWidget* conversionReport();
     QWidget* figureStudents();
     QWidget* copies();
+    QWidget* explanation();
     QWidget* about();
     QWidget* progress();
     QWidget* workbook();

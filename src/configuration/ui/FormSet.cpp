@@ -98,6 +98,15 @@ void FormSet::Form_Load()
     Form_Resize();
 }
 
+void FormSet::showSetting(const QString& name)
+{
+    const int row = m_settings.rowOf(name);
+    if (row < 0)
+        return;
+    MSFlexGrid1->select(row, AnalysisSettings::ValueCol, row, AnalysisSettings::ValueCol);
+    MSFlexGrid1->setFocus();
+}
+
 void FormSet::resizeEvent(QResizeEvent* event)
 {
     Screen::resizeEvent(event);

@@ -21,6 +21,9 @@ class FormSet : public widgets::Screen
 public:
     FormSet(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs, QWidget* parent);
 
+    /// Puts the keyboard on the value of a setting, by its name in 设置表.
+    void showSetting(const QString& name);
+
     /// Changes that were not saved are asked about.
     bool mayLeave() override;
 

@@ -34,10 +34,9 @@
 #include "shell/ui/DroppedFile.h"
 #include "shell/ui/EmptySide.h"
 #include "shell/ui/GridFigures.h"
-#include "shell/ui/StaleNote.h"
+#include "shell/ui/ResultHead.h"
 #include "shell/ui/StartPage.h"
 #include "shell/ui/WindowLayout.h"
-#include "workbench/ui/NoteLabel.h"
 
 namespace shell {
 
@@ -117,10 +116,8 @@ void AFormMain::buildGrid()
     trap([&] { background->LoadPicture(m_library.paths().dataFile(u"bj.jpg"_s)); });
     auto* layout = new QVBoxLayout(background);
     layout->setContentsMargins(0, 0, 0, 0);
-    LabelResultNote = new workbench::NoteLabel(u"LabelResultNote"_s, background);
-    LabelStale = new StaleNote(background);
-    layout->addWidget(LabelResultNote);
-    layout->addWidget(LabelStale);
+    m_head = new ResultHead(background);
+    layout->addWidget(m_head);
     m_emptySide = new EmptySide(m_library, background);
     layout->addWidget(m_emptySide);
     layout->addWidget(MSFlexGrid1, 1);
@@ -135,10 +132,11 @@ void AFormMain::buildWorkbench()
     m_panel->setWidget(m_workbench);
     addDockWidget(Qt::LeftDockWidgetArea, m_panel);
     connect(m_workbench, &workbench::FormKaoShi::gridFilled, this, &AFormMain::showGrid);
-    connect(LabelResultNote, &workbench::NoteLabel::reportRequested, m_workbench,
+    connect(m_head, &ResultHead::reportRequested, m_workbench,
             &workbench::FormKaoShi::runStatistics);
     connect(m_workbench, &workbench::FormKaoShi::detailsRequested, this,
             [this] { m_screens.showExamDetails(m_workbench->selectedExams().value(0)); });
+    connect(m_head, &ResultHead::explanationRequested, this, &AFormMain::explainShown);
     connect(m_workbench, &workbench::FormKaoShi::importRequested, this,
             [this] { m_screens.showFormDaoRu(); });
     connect(m_workbench, &workbench::FormKaoShi::erasureRequested, this, [this] {
@@ -201,6 +199,8 @@ void AFormMain::connectMenu()
             &workbench::FormKaoShi::detailsRequested);
     connectScreen(u"mtAddSubject"_s, &MenuScreens::addSubject);
     connectScreen(u"mtAddStudent"_s, &MenuScreens::addStudent);
+    connect(m_menu.item(u"itemExplanation"_s), &QAction::triggered, this,
+            &AFormMain::explainChosen);
     connectScreen(u"Habout"_s, &MenuScreens::showAbout);
 }
 
@@ -306,8 +306,7 @@ void AFormMain::takeLibrary()
 void AFormMain::hideResult()
 {
     MSFlexGrid1->hide();
-    LabelResultNote->showNotes({});
-    LabelStale->hide();
+    m_head->clear();
     m_figures->switchItem();
 }
 
@@ -422,14 +421,29 @@ void AFormMain::eraseExams()
     maintenance::ExamErasure erasure(m_library);
     const auto result = erasure.run(m_workbench->selectedExams(), progress, library::Backup::Make);
     if (result == maintenance::ExamErasure::Result::Done && MSFlexGrid1->isVisible())
-        LabelStale->tell(u"下面还是删除考试以前的结果，请重新浏览或统计。"_s);
+        m_head->showStale(u"下面还是删除考试以前的结果，请重新浏览或统计。"_s);
+}
+
+void AFormMain::explainChosen()
+{
+    const workbench::ReportRequest chosen = m_workbench->chosenReport();
+    if (workbench::reportOf(chosen).isEmpty())
+        explainShown();
+    else
+        m_screens.showExplanation(workbench::reportOf(chosen), chosen.exams);
+}
+
+void AFormMain::explainShown()
+{
+    const auto shown = m_workbench->shownReport().value_or(workbench::ReportRequest());
+    m_screens.showExplanation(workbench::reportOf(shown), shown.exams);
 }
 
 void AFormMain::showGrid(workbench::AfterQuery afterwards)
 {
     restoreWidths(m_grid);
-    LabelResultNote->showNotes(m_workbench->resultNotes());
-    LabelStale->hide();
+    m_head->showNotes(m_workbench->resultNotes(),
+                      m_workbench->shownReport() ? ResultKind::Report : ResultKind::Other);
     MSFlexGrid1->show();
     MSFlexGrid1->refresh();
     m_figures->switchItem();

@@ -16,10 +16,6 @@
 class QDockWidget;
 class QMenu;
 
-namespace workbench {
-class NoteLabel;
-}
-
 namespace grid {
 class FlexGridView;
 }
@@ -28,7 +24,7 @@ namespace shell {
 
 class EmptySide;
 class GridFigures;
-class StaleNote;
+class ResultHead;
 class WindowLayout;
 
 /// The program's frame: the menus, the result grid, and the exam workbench beside or above it.
@@ -95,6 +91,9 @@ private:
     void mMfgToXls_Click();
     void meSCKS_Click();
     void eraseExams();
+    /// "口径" of the report that is chosen, or else of the one that is shown.
+    void explainChosen();
+    void explainShown();
 
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;
@@ -105,8 +104,7 @@ private:
     grid::FlexGrid m_grid;
     grid::FlexGridView* MSFlexGrid1 = nullptr;
     GridFigures* m_figures = nullptr;
-    workbench::NoteLabel* LabelResultNote = nullptr;
-    StaleNote* LabelStale = nullptr;
+    ResultHead* m_head = nullptr;
     QMenu* mTC = nullptr;
     QDockWidget* m_panel = nullptr;
     /// The library that the grid's content stems from.

@@ -80,6 +80,7 @@ constexpr Entry entries[] = {
     {u"mSJCL", u"mtEXCEL", u"导出到Excel(&E)"},
     {u"mSJCL", nullptr, nullptr},
     {u"mSJCL", u"figureStudents", u"查看名单(&L)"},
+    {u"mSJCL", u"itemExplanation", u"口径(&K)…"},
 };
 
 } // namespace

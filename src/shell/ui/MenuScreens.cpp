@@ -32,6 +32,7 @@
 #include "shell/GridExport.h"
 #include "shell/ui/frmAbout.h"
 #include "workbench/FigureList.h"
+#include "workbench/ui/ExplanationScreen.h"
 #include "workbench/ui/FigureScreen.h"
 
 namespace shell {
@@ -257,6 +258,19 @@ void MenuScreens::addSubject()
 void MenuScreens::addStudent()
 {
     maintenance::AddStudentScreen screen(m_library, m_dialogs, &m_mainWindow);
+    show(screen);
+}
+
+void MenuScreens::showExplanation(const QString& report, const QStringList& exams)
+{
+    workbench::ExplanationScreen screen(m_library, report, exams, &m_mainWindow);
+    QObject::connect(&screen, &workbench::ExplanationScreen::settingRequested, &screen,
+                     [this, &screen](const QString& setting) {
+                         configuration::FormSet settings(m_library, m_dialogs, &screen);
+                         settings.showSetting(setting);
+                         show(settings);
+                         screen.refresh();
+                     });
     show(screen);
 }
 

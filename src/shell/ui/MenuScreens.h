@@ -86,6 +86,8 @@ public:
     void addSubject();
     /// "添加学生".
     void addStudent();
+    /// "口径" of a report, by name, and these exams; its settings are changed from there.
+    void showExplanation(const QString& report, const QStringList& exams);
     void showAbout();
     /// "查看名单": the students behind a figure of the main grid, with these columns.
     void showFigure(const statistics::Figure& figure, const QStringList& columns);

@@ -24,7 +24,7 @@ StartPage::StartPage(QWidget* parent, const FileLook::Look& look) : QScrollArea(
     // The window's picture stays behind it.
     viewport()->setAutoFillBackground(false);
     widget()->setAutoFillBackground(false);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 34);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 28);
     build(look);
     layOut(new QVBoxLayout(widget()));
     connectAll();

@@ -406,6 +406,7 @@ void FormKaoShi::CommandLLCJ_Click()
     progress.finish();
     if (!shown)
         return;
+    m_shownReport.reset();
     m_resultNotes.clear();
     Q_EMIT gridFilled(m_selection.afterQuery());
 }
@@ -435,6 +436,7 @@ void FormKaoShi::runStatistics(const ReportRequest& request)
     const widgets::CommandScope command(m_dialogs);
     if (!runReport(request, m_reports, m_grid))
         return;
+    m_shownReport = request;
     m_resultNotes = reportNotes(request);
     Q_EMIT gridFilled(m_selection.afterQuery());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include "platform/grid/FlexGrid.h"
 #include "platform/widgets/Backdrop.h"
@@ -46,6 +47,12 @@ public:
 
     /// Presses "计算总分".
     void computeTotals();
+
+    /// The report that the lists stand at.
+    ReportRequest chosenReport() const { return m_selection.reportRequest(); }
+
+    /// The report that the main grid shows; nothing for browsed scores.
+    const std::optional<ReportRequest>& shownReport() const { return m_shownReport; }
 
     /// The notes on what the main grid shows.
     const std::vector<ReportNote>& resultNotes() const { return m_resultNotes; }
@@ -114,6 +121,7 @@ private:
     excel::Applications& m_applications;
     widgets::ScreenDialogs& m_dialogs;
     grid::FlexGrid& m_grid;
+    std::optional<ReportRequest> m_shownReport;
     std::vector<ReportNote> m_resultNotes;
     /// True while the program itself changes the widgets.
     bool m_showing = false;

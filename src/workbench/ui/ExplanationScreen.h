@@ -1,0 +1,45 @@
+#pragma once
+
+#include "library/ScoreLibrary.h"
+#include "platform/widgets/Screen.h"
+#include "statistics/ReportExplanation.h"
+
+class QComboBox;
+class QHBoxLayout;
+class QPushButton;
+class QTextBrowser;
+
+namespace workbench {
+
+/// "口径": what the figures of a report stand for, to read and copy, with the way to its settings.
+class ExplanationScreen : public widgets::Screen
+{
+    Q_OBJECT
+
+public:
+    /// Begins with this report; with one that cannot be explained, or none, with the first.
+    ExplanationScreen(library::ScoreLibrary& scoreLibrary, const QString& report, QStringList exams,
+                      QWidget* parent);
+
+    /// Shows what holds now, after a setting was changed.
+    void refresh();
+
+Q_SIGNALS:
+    /// A setting, by its name in 设置表, is to be changed.
+    void settingRequested(const QString& name);
+
+private:
+    void build();
+    statistics::Explanation explanation() const;
+    void showReport();
+    void showSettings(const std::vector<statistics::SettingInForce>& settings);
+
+    library::ScoreLibrary& m_library;
+    const QStringList m_exams;
+    QComboBox* m_report = nullptr;
+    QTextBrowser* m_text = nullptr;
+    QHBoxLayout* m_settings = nullptr;
+    QPushButton* m_close = nullptr;
+};
+
+} // namespace workbench

@@ -1,0 +1,190 @@
+#include "statistics/ReportExplanation.h"
+
+#include <QFile>
+
+#include "scoring/Scoring.h"
+#include "statistics/NamedReports.h"
+#include "statistics/ReportFixture.h"
+#include "support/ErrorOf.h"
+#include "support/WatchedProgress.h"
+
+namespace {
+
+using statistics::explain;
+using statistics::Explanation;
+
+class Explained : public ReportTest
+{
+protected:
+    Explained()
+    {
+        // Somebody of class 2 without any score, and somebody of another category who cheated.
+        library.addStudent(2, 2, u"己"_s, u"理"_s);
+        library.addScores(u"期中"_s, 2, 2, {});
+        library.addStudent(1, 4, u"庚"_s, u"理"_s, 2);
+        score(u"期中"_s, 1, 4, {0, 0, 0, 4});
+        library.reload();
+    }
+
+    Explanation of(const QString& report) { return explain(report, library.scores, {exams}); }
+
+    QString inForce(const QString& report)
+    {
+        QStringList lines;
+        for (const auto& setting : of(report).settings)
+            lines.append(setting.name + u"="_s + setting.value + u": "_s
+                         + setting.meaning.join(u' '));
+        return lines.join(u" / "_s);
+    }
+
+    void run(const QString& report)
+    {
+        statistics::namedReport(report)(context, exams, grid, statistics::Transfer::GridOnly);
+        context.forgetRows();
+    }
+};
+
+TEST_F(Explained, EveryReportOfTheMenuIsExplained)
+{
+    library::ScoreLibrary& scores = library.scores;
+    QString name;
+    database::Recordset rows;
+    rows.Open(u"select 名称 from 设置表 where Id>4 order by ID"_s, scores.Conn);
+    for (; !rows.Eof(); rows.MoveNext()) {
+        name = rows.Fields(0).Value().text();
+        if (name == u"进行对比分析的考试"_s)
+            continue;
+        EXPECT_NE(statistics::explainedName(name), QString()) << name.toStdString();
+        EXPECT_TRUE(bool(statistics::namedReport(name))) << name.toStdString();
+    }
+}
+
+TEST_F(Explained, EveryExplanationSaysAllOfIt)
+{
+    for (const QString& name : statistics::explainedReports()) {
+        const Explanation shown = of(name);
+        EXPECT_EQ(shown.report, name);
+        EXPECT_TRUE(shown.counted.endsWith(u"。"_s)) << name.toStdString();
+        EXPECT_TRUE(shown.leftOut.endsWith(u"。"_s)) << name.toStdString();
+        EXPECT_GE(shown.over.size(), 2) << name.toStdString();
+        EXPECT_FALSE(shown.formulas.isEmpty()) << name.toStdString();
+    }
+    EXPECT_EQ(library.dialogs.shown, QStringList());
+}
+
+TEST_F(Explained, WhatIsNoReportIsRefused)
+{
+    EXPECT_EQ(statistics::explainedName(u"' or ''='"_s), QString());
+    EXPECT_EQ(support::errorOf([&] { of(u"没有"_s); }), u"没有“没有”的口径说明。"_s);
+}
+
+TEST_F(Explained, AnIntervalIsShownAsTheMarksThatItComesTo)
+{
+    EXPECT_EQ(inForce(u"各科优秀率"_s),
+              u"各科优秀率=[0.85,1]: 语文 ≥ 85 且 语文 ≤ 100；数学 ≥ 42.5 且 数学 ≤ 50。"_s);
+    set(u"各科优秀率"_s, u"(0.5,0.8)"_s);
+    EXPECT_EQ(inForce(u"各科优秀率"_s),
+              u"各科优秀率=(0.5,0.8): 语文>50 且 语文<80；数学>25 且 数学<40。"_s);
+    EXPECT_EQ(inForce(u"低分段"_s).count(u" / "_s), 1) << "both groups are one table";
+}
+
+TEST_F(Explained, ConditionsBySubjectAreShownAsTheyAreSet)
+{
+    set(u"各科优秀率"_s, u"(使用自定义数据)"_s);
+    library.execute(
+        u"insert into 详细设置表 values('各科优秀率','理','语文','>=','88','<=','100')"_s);
+    EXPECT_EQ(inForce(u"各科优秀率"_s),
+              u"各科优秀率=(使用自定义数据): 各科的条件分别设定。 "
+              "语文 ≥ 88 且 语文 ≤ 100；数学 没有设定，这一科没有结果。"_s);
+}
+
+TEST_F(Explained, ListsAndWidthsAreSaidForEachStream)
+{
+    EXPECT_EQ(inForce(u"各分数段人数"_s),
+              u"各分数段人数=单科10,总分50: 科目每 10 分一段，总分每 50 分一段。"_s);
+    addSecondStream();
+    EXPECT_EQ(inForce(u"历次总分上线人数"_s),
+              u"总分上线人数=文=550,480,400||理=530,450,370: 文科：550、480、400。 "
+              "理科：530、450、370。"_s);
+    EXPECT_EQ(inForce(u"历次各名次段人数对比"_s).section(u'=', 0, 0), u"各名次段人数"_s);
+}
+
+TEST_F(Explained, ASettingThatNoReportCanReadIsSaid)
+{
+    set(u"总分上线人数"_s, u"文=550,理=530"_s);
+    EXPECT_TRUE(inForce(u"总分上线人数"_s).contains(u"这个设置读不懂：条件设置不正确！"_s));
+    EXPECT_EQ(library.dialogs.shown, QStringList()) << "no box beside the window";
+}
+
+TEST_F(Explained, TheCategoriesInForceAreNamed)
+{
+    EXPECT_EQ(of(u"考试人数"_s).over.last(), u"现在不限类别。"_s);
+    library.scores.settings.CategoryFilter = u" and (类别代码=1 or 类别代码=2)"_s;
+    EXPECT_EQ(of(u"考试人数"_s).over.last(), u"现在只算类别代码为 1、2 的学生。"_s);
+    EXPECT_EQ(of(u"Z分"_s).over.last(), u"不分类别，总是全部学生。"_s);
+    EXPECT_EQ(of(u"综合分析"_s).over.last(), u"只算设置“参与统计的学生类别代码”里的类别。"_s);
+}
+
+// What the texts claim, shown by the reports themselves.
+
+TEST_F(Explained, AbsentStudentsCountWithMinusOneInAveragesAlone)
+{
+    EXPECT_TRUE(of(u"各科平均分"_s).leftOut.contains(u"缺考的学生算在内，按 -1 分"_s));
+    run(u"各科平均分"_s);
+    // (90 + 60 - 1 + 0) / 4
+    EXPECT_EQ(grid.TextMatrix(3, 1), u"37.25"_s);
+    EXPECT_TRUE(of(u"各科最低分"_s).leftOut.contains(u"缺考和没有成绩的学生不算"_s));
+    run(u"各科最低分"_s);
+    EXPECT_EQ(grid.TextMatrix(2, 1), u"0"_s) << "who cheated counts";
+}
+
+TEST_F(Explained, WhoHasNoScoreIsInNoneOfTheThreeCounts)
+{
+    EXPECT_TRUE(of(u"考试人数"_s).leftOut.contains(u"三个数里都不算"_s));
+    run(u"考试人数"_s);
+    EXPECT_EQ(grid.TextMatrix(2, 1), u"3/1/4"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 1), u"1/0/1"_s);
+}
+
+TEST_F(Explained, RatesAreSharesOfTheRosterWhateverTheCategory)
+{
+    EXPECT_TRUE(of(u"各科优秀率"_s).formulas.join(u' ').contains(u"不分类别，缺考的也在内"_s));
+    library.scores.settings.CategoryFilter = u" and (类别代码=1)"_s;
+    run(u"各科优秀率"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 1) + u' ' + grid.TextMatrix(3, 2), u"1 25"_s);
+}
+
+/// As scoring ranks them.
+TEST_F(Explained, WhoHasNoScoreRanksWithTheLast)
+{
+    EXPECT_TRUE(of(u"名次"_s).leftOut.contains(u"没有成绩（空）的学生与最后一名并列"_s));
+    support::WatchedProgress progress;
+    scoring::Scoring(library.scores).score(exams, progress);
+    EXPECT_EQ(library.rows(u"select 姓名, 语文年名 from 成绩表 order by 语文年名, 姓名"_s),
+              u"丙|-1 / 甲|1 / 丁|2 / 乙|3 / 己|4 / 庚|4"_s);
+    set(u"各名次段人数"_s, u"3,-1"_s);
+    run(u"各名次段人数"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 1) + u' ' + grid.TextMatrix(3, 2), u"1 1"_s)
+        << "class 2: 丁 among the first three, 己 the last";
+    EXPECT_TRUE(of(u"各名次段均分"_s).leftOut.startsWith(u"缺考和没有成绩的学生不算"_s));
+    set(u"各名次段均分"_s, u"-1"_s);
+    run(u"各名次段均分"_s);
+    EXPECT_EQ(grid.TextMatrix(4, 2), u"0"_s) << "class 2: nobody with a score is last";
+}
+
+/// The chapter stands in the guide as it is; set YUNSHAN_WRITE_GUIDE to write it anew.
+TEST(ExplanationChapter, IsTheOneOfTheGuide)
+{
+    QFile file(QStringLiteral(YUNSHAN_GUIDE "/20-definitions.md"));
+    const QByteArray chapter = statistics::explanationChapter().toUtf8();
+    if (qEnvironmentVariableIsSet("YUNSHAN_WRITE_GUIDE")) {
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(chapter), chapter.size());
+        file.close();
+    }
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QString::fromUtf8(file.readAll()), QString::fromUtf8(chapter))
+        << "run this test with YUNSHAN_WRITE_GUIDE=1, then packaging/make_help.py";
+}
+
+} // namespace
