@@ -50,7 +50,6 @@ namespace {
 const QString helpFile = u"云杉学业册帮助文件.doc"_s;
 const QString updatePage = u"https://example.org/yunshan"_s;
 
-
 } // namespace
 
 AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs)

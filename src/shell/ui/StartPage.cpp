@@ -1,7 +1,10 @@
 #include "shell/ui/StartPage.h"
 
+#include <algorithm>
+
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include "platform/widgets/Screen.h"
@@ -24,7 +27,10 @@ StartPage::StartPage(QWidget* parent, const FileLook::Look& look) : QScrollArea(
     // The window's picture stays behind it.
     viewport()->setAutoFillBackground(false);
     widget()->setAutoFillBackground(false);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 28);
+    // What a small screen leaves beside the workbench.
+    const int letter = fontMetrics().averageCharWidth();
+    const int left = screen()->availableSize().width() - 67 * letter;
+    setMinimumWidth(std::clamp(left, 12 * letter, 28 * letter));
     build(look);
     layOut(new QVBoxLayout(widget()));
     connectAll();
