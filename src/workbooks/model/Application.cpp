@@ -68,6 +68,14 @@ Workbook& Application::BookList::Add() const
     return book;
 }
 
+Workbook& Application::BookList::Add(std::unique_ptr<Workbook> book) const
+{
+    m_application.check();
+    Workbook& added = m_application.keep(std::move(book));
+    m_application.changed();
+    return added;
+}
+
 void Application::check() const
 {
     if (!m_running)

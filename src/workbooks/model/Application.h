@@ -24,6 +24,8 @@ public:
         Workbook& Open(const QString& path) const;
         /// A new workbook with the sheets Sheet1 to Sheet3.
         Workbook& Add() const;
+        /// Takes in a workbook that was put together elsewhere, as it is.
+        Workbook& Add(std::unique_ptr<Workbook> book) const;
 
     private:
         friend class Application;

@@ -91,3 +91,15 @@ TEST(Application, QuittingClosesItsBooksAndLeavesOthersOpen)
     EXPECT_TRUE(second.isRunning());
     EXPECT_EQ(other.Worksheets().Count(), 3);
 }
+
+TEST(Application, TakesInAWorkbookThatWasMadeElsewhere)
+{
+    excel::Application application;
+    auto made = std::make_unique<excel::Workbook>();
+    made->addSheet(u"表"_s).setCell(1, 1, 1);
+    const excel::Workbook& book = application.Workbooks().Add(std::move(made));
+    EXPECT_EQ(application.Workbooks().Count(), 1);
+    EXPECT_EQ(&application.Workbooks().Item(1), &book);
+    EXPECT_EQ(application.Workbooks().Item(1).Worksheets().Item(1).Name(), u"表"_s);
+    EXPECT_FALSE(book.Saved());
+}
