@@ -79,6 +79,19 @@ void SheetReading::readRows()
     noteColumns();
 }
 
+/// A text that names no class is kept whole: the user says which class it means.
+QString SheetReading::chosenClassText(ClassFrom from) const
+{
+    const auto either = [](const QString& text, const QString& whole) {
+        return text.isEmpty() ? whole : text;
+    };
+    if (from == ClassFrom::SheetName)
+        return either(classInName(m_sheet.name), m_sheet.name);
+    if (from == ClassFrom::FileName)
+        return either(classIn(m_proposal.fileName), m_proposal.fileName);
+    return either(classInTitles(m_view, m_sheet.heading), titlesOf(m_view, m_sheet.heading.first));
+}
+
 void SheetReading::findClassSource()
 {
     ClassSource& source = m_sheet.classSource;
@@ -86,9 +99,7 @@ void SheetReading::findClassSource()
     const QString name = classInName(m_sheet.name);
     const QString file = classIn(m_proposal.fileName);
     if (source.decidedBy != DecidedBy::Program) {
-        source.text = source.from == ClassFrom::SheetName  ? name
-                      : source.from == ClassFrom::FileName ? file
-                                                           : title;
+        source.text = chosenClassText(source.from);
         return;
     }
     if (m_sheet.columnOf(Field::Class) > 0)
