@@ -42,4 +42,17 @@ std::optional<ExamSheet> openExamSheet(const WorkbookIntake& intake,
     return std::nullopt;
 }
 
+bool isExamSheet(const WorkbookIntake& intake, const library::Catalogue& catalogue,
+                 const QString& sheetName)
+{
+    if (!intake.hasHeadings(sheetName))
+        return false;
+    bool hasSubjects = false;
+    runtime::Trap::silent()([&] {
+        const excel::Worksheet& sheet = intake.workbook()->Worksheets().Item(sheetName);
+        hasSubjects = !subjectsOf(sheet, catalogue).empty();
+    });
+    return hasSubjects;
+}
+
 } // namespace importing

@@ -23,4 +23,8 @@ std::optional<ExamSheet> openExamSheet(const WorkbookIntake& intake,
                                        const library::Catalogue& catalogue,
                                        const QString& sheetName);
 
+/// Whether openExamSheet would find what it wants; no message is given.
+bool isExamSheet(const WorkbookIntake& intake, const library::Catalogue& catalogue,
+                 const QString& sheetName);
+
 } // namespace importing

@@ -141,6 +141,15 @@ bool WorkbookIntake::hasHeadings(const excel::Worksheet& sheet) const
     return true;
 }
 
+bool WorkbookIntake::hasHeadings(const QString& sheetName) const
+{
+    bool has = false;
+    Trap::silent()([&] {
+        has = m_excelBook != nullptr && hasHeadings(m_excelBook->Worksheets().Item(sheetName));
+    });
+    return has;
+}
+
 void WorkbookIntake::quitApplication()
 {
     if (m_excelApp != nullptr)

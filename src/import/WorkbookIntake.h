@@ -86,6 +86,9 @@ public:
     /// null.
     excel::Worksheet* openSheet(const QString& name) const;
 
+    /// Whether row 1 of the sheet is as demanded; no message is given.
+    bool hasHeadings(const QString& sheetName) const;
+
     /// Closes the spreadsheet instance with its workbooks.
     void quitApplication();
 

@@ -548,7 +548,8 @@ TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
                   "Mfexit 退出|-|mfRestore 恢复备份…|mfUndoImport 撤消上次导入"_s},
         {u"Medit"_s, u"meLook 浏览考试|-|meDRKS 导入考试|-|meJCCJ 检查成绩|meXGCJ 修改成绩|-|"
                      "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试|-|"
-                     "meExamDetails 考试信息…|meErase 彻底删除所选考试…"_s},
+                     "meExamDetails 考试信息…|meErase 彻底删除所选考试…|"
+                     "tidyWorkbook 整理工作簿…"_s},
         {u"mSJWH"_s, u"meDRLB 导入信息|meXXXG 修改信息|-|meSZTP 设置图片|meJCTP 检查图片|-|"
                      "meJSMD 教师名单|meZFGS 总分设置|-|mtSZWL 设置文理|mtSJFB 重新分班|"
                      "mtZB 个别转班|-|mtStudentMoves 学生调整…|mtAddSubject 添加科目…|"

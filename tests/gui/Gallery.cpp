@@ -18,6 +18,7 @@
 #include "import/ui/FormShuRuMF.h"
 #include "import/ui/Formgf.h"
 #include "import/ui/PreviewScreen.h"
+#include "import/ui/TidyScreen.h"
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/ui/FormNew.h"
 #include "library/ui/FormXiuGaiKeMu.h"
@@ -55,6 +56,7 @@ const Gallery::Entry Gallery::entries[] = {
     {u"WorkbookWindow", &Gallery::workbook},
     {u"FigureScreen", &Gallery::figureStudents},
     {u"PreviewScreen", &Gallery::importPreview},
+    {u"TidyScreen", &Gallery::tidying},
     {u"FormNew", &Gallery::newLibrary},
     {u"FormXiuGaiKeMu", &Gallery::subjects},
     {u"FormDaoRu", &Gallery::examImport},
@@ -203,6 +205,23 @@ QWidget* Gallery::newLibrary()
 QWidget* Gallery::subjects()
 {
     return keep(std::make_unique<library::FormXiuGaiKeMu>(library.paths, nullptr));
+}
+
+/// With a workbook, of which one column is open.
+QWidget* Gallery::tidying()
+{
+    auto* screen = keep(std::make_unique<importing::TidyScreen>(
+        library.scores, m_screenDialogs, m_applications, tidy::Goal::ExamScores,
+        importing::TidyScreen::GoalChoice::Free, nullptr));
+    excel::Workbook& book = m_spreadsheet.Workbooks().Add();
+    excel::Worksheet& sheet = book.Worksheets().Item(1);
+    int column = 0;
+    for (const QString& heading : {u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"语文"_s})
+        sheet.setCell(1, ++column, heading);
+    for (column = 1; column <= 5; ++column)
+        sheet.setCell(2, column, column);
+    screen->use(book, library.file(u"期中.xlsx"_s));
+    return screen;
 }
 
 QWidget* Gallery::examImport()

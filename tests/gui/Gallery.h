@@ -63,6 +63,7 @@ private:
     QWidget* floatingPanel();
     QWidget* newLibrary();
     QWidget* subjects();
+    QWidget* tidying();
     QWidget* examImport();
     QWidget* importPreview();
     QWidget* studentImport();

@@ -8,6 +8,7 @@
 #include <QPushButton>
 
 #include "import/preview/ExamPreview.h"
+#include "import/ExamSheet.h"
 #include "import/ui/ScreenImportQuestions.h"
 #include "platform/widgets/LabelProgress.h"
 
@@ -61,6 +62,7 @@ void FormDaoRu::layOut()
         layout->addWidget(label(name, caption, field, this), row, 0);
         layout->addWidget(field, row, 1, 1, 2);
     };
+    makeTidyButton(tidy::Goal::ExamScores);
     layOutWorkbook(layout, u"1.打开要导入考试成绩的Excel文件(&F)"_s);
     line(u"Label2"_s, u"2.设置要导入考试成绩的数据表(&S)"_s, Combo1);
     line(u"Label3"_s, u"3.设置考试的短名称（如高一下末，最好4个字）(&T)"_s, Text2);
@@ -117,13 +119,25 @@ void FormDaoRu::browse(const QString& path)
     Label4->setText(u"打开工作簿..."_s);
     Label4->repaint();
     IntakeScreen::browse(path);
+    offerExam(path);
+    Label4->clear();
+}
+
+void FormDaoRu::use(excel::Application& application, excel::Workbook& book, const QString& path)
+{
+    IntakeScreen::use(application, book, path);
+    offerExam(path);
+}
+
+/// The file's name is the name of a new exam.
+void FormDaoRu::offerExam(const QString& path)
+{
     const QString exam = WorkbookIntake::examNameOf(path);
     Combo2->setEditText(exam);
     m_examChoice = ExamChoice::Typed;
     Text2->setText(exam);
     Command1->setEnabled(true);
     buttonPreview->setEnabled(true);
-    Label4->clear();
 }
 
 ExamImportRequest FormDaoRu::request() const
@@ -144,7 +158,12 @@ void FormDaoRu::Command1_Click()
     const widgets::CommandScope command(m_dialogs);
     widgets::LabelProgress progress(this, *Label4);
     ScreenImportQuestions questions(m_library.paths(), *this, progress);
-    ExamImport(m_library, m_intake, m_state, questions, progress).run(request());
+    tellOfTidying(ExamImport(m_library, m_intake, m_state, questions, progress).run(request()));
+}
+
+bool FormDaoRu::isSheetAsWanted() const
+{
+    return isExamSheet(m_intake, m_library.catalogue, Combo1->currentText());
 }
 
 void FormDaoRu::Command2_Click()

@@ -15,13 +15,16 @@ public:
               Applications& applications, ImportState& state, QWidget* parent);
 
     void browse(const QString& path) override;
+    void use(excel::Application& application, excel::Workbook& book, const QString& path) override;
 
 private:
     void Form_Load();
+    bool isSheetAsWanted() const override;
     void build();
     void layOut();
     void chainTabs();
     void connectExam();
+    void offerExam(const QString& path);
     void Command1_Click();
     void Command2_Click();
     void Command3_Click();

@@ -33,6 +33,7 @@ void FormDaoRuXinXi::build()
     Label3 = label(u"Label3"_s, u"数据表前3列必须为：班级、学号、姓名"_s, nullptr, this);
     Label3->setWordWrap(true);
     auto* layout = new QGridLayout(this);
+    makeTidyButton(tidy::Goal::StudentList);
     layOutWorkbook(layout, u"1.打开要导入信息的Excel文件(&F)"_s);
     layout->addWidget(label(u"Label2"_s, u"2.选择导入信息所在的数据表(&S)"_s, Combo1, this), 3, 0);
     layout->addWidget(Combo1, 3, 1, 1, 2);
@@ -60,7 +61,8 @@ void FormDaoRuXinXi::Command1_Click()
 {
     const widgets::CommandScope command(m_dialogs);
     widgets::LabelProgress progress(this, *Label4);
-    StudentImport(m_library, m_intake, progress).run(Combo1->currentText(), backup());
+    tellOfTidying(
+        StudentImport(m_library, m_intake, progress).run(Combo1->currentText(), backup()));
 }
 
 } // namespace importing

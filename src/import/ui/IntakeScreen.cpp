@@ -11,6 +11,7 @@
 
 #include "import/ui/PreviewScreen.h"
 #include "platform/runtime/Trap.h"
+#include "import/ui/TidyScreen.h"
 
 namespace importing {
 
@@ -24,6 +25,7 @@ IntakeScreen::IntakeScreen(const QString& name, const QString& caption, const Sh
     : Screen(name, caption, parent),
       m_library(scoreLibrary),
       m_dialogs(dialogs),
+      m_applications(applications),
       m_intake(applications, rules)
 {
     build();
@@ -60,7 +62,45 @@ void IntakeScreen::layOutWorkbook(QGridLayout* layout, const QString& caption)
     layout->addWidget(widgets::label(u"Label1"_s, caption, Text1, this), 0, 0, 1, 3);
     layout->addWidget(Text1, 1, 0, 1, 2);
     layout->addWidget(Command3, 1, 2);
-    layout->addWidget(LabelFault, 2, 0, 1, 3);
+    layout->addWidget(LabelFault, 2, 0, 1, buttonTidy == nullptr ? 3 : 2);
+    if (buttonTidy != nullptr)
+        layout->addWidget(buttonTidy, 2, 2);
+}
+
+void IntakeScreen::makeTidyButton(tidy::Goal goal)
+{
+    m_tidyGoal = goal;
+    buttonTidy = button(u"buttonTidy"_s, u"整理(&L)…"_s, this);
+    buttonTidy->setToolTip(u"工作表不是导入要求的样子时，由它整理出能导入的表。"_s);
+    setTabOrder(Command3, buttonTidy);
+    connect(buttonTidy, &QPushButton::clicked, this, &IntakeScreen::tidyWorkbook);
+}
+
+void IntakeScreen::tidyWorkbook()
+{
+    TidyScreen screen(m_library, m_dialogs, m_applications, m_tidyGoal,
+                      TidyScreen::GoalChoice::Fixed, this);
+    excel::Workbook* book = m_intake.workbook();
+    if (book != nullptr && book->isOpen()) {
+        screen.use(*book, Text1->text());
+        screen.showSheet(Combo1->currentText());
+    }
+    screen.setWindowModality(Qt::WindowModal);
+    screen.exec();
+    if (const std::optional<TidiedBook>& made = screen.tidiedBook())
+        use(*made->application, *made->book, made->path);
+}
+
+bool IntakeScreen::isSheetAsWanted() const
+{
+    return m_intake.hasHeadings(Combo1->currentText());
+}
+
+void IntakeScreen::tellOfTidying(ImportResult result)
+{
+    const excel::Workbook* book = m_intake.workbook();
+    if (result == ImportResult::Stopped && book != nullptr && book->isOpen() && !isSheetAsWanted())
+        showFault(u"这张数据表不是导入要求的样子。点“整理”，可以由它整理出能导入的表。"_s);
 }
 
 void IntakeScreen::layOutButtons(QGridLayout* layout)
@@ -109,6 +149,17 @@ void IntakeScreen::choose(const QString& filter)
 void IntakeScreen::browse(const QString& path)
 {
     m_intake.browse(path);
+    showWorkbook(path);
+}
+
+void IntakeScreen::use(excel::Application& application, excel::Workbook& book, const QString& path)
+{
+    m_intake.use(application, book, path);
+    showWorkbook(path);
+}
+
+void IntakeScreen::showWorkbook(const QString& path)
+{
     if (m_intake.workbook() != nullptr)
         Q_EMIT workbookShown(*m_intake.application(), *m_intake.workbook());
     listSheets();

@@ -8,6 +8,7 @@
 
 #include "import/WorkbookIntake.h"
 #include "import/preview/Preview.h"
+#include "import/tidy/Proposal.h"
 #include "library/ScoreLibrary.h"
 #include "library/ui/BackupBox.h"
 #include "platform/widgets/Screen.h"
@@ -29,6 +30,9 @@ class IntakeScreen : public widgets::Screen
 public:
     /// Opens the workbook and lists its sheets. A file that cannot be opened leaves the list empty.
     virtual void browse(const QString& path);
+    /// Takes a workbook that is open already, as if `path`, the file that it stems from, had been
+    /// browsed to.
+    virtual void use(excel::Application& application, excel::Workbook& book, const QString& path);
     /// Chooses a sheet, as if it were picked from the list; nothing happens for another workbook or
     /// while an import runs.
     void chooseSheet(const excel::Workbook& book, const QString& sheet);
@@ -45,6 +49,9 @@ protected:
                  library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                  Applications& applications, QWidget* parent);
 
+    /// Offers to tidy the workbook for this import; called ahead of layOutWorkbook.
+    void makeTidyButton(tidy::Goal goal);
+
     /// Lays out the fields for the workbook in the first three rows of three columns.
     void layOutWorkbook(QGridLayout* layout, const QString& caption);
     /// Lays out the buttons in a row below the others.
@@ -58,13 +65,19 @@ protected:
     /// Asks for a workbook and opens it.
     void choose(const QString& filter);
     Backup backup() const;
+    /// Whether the chosen sheet looks as the import wants it.
+    virtual bool isSheetAsWanted() const;
+    /// Names the way out if the import refused the sheet.
+    void tellOfTidying(ImportResult result);
 
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;
+    Applications& m_applications;
     WorkbookIntake m_intake;
     QLineEdit* Text1 = nullptr;
     QPushButton* Command3 = nullptr;
     QLabel* LabelFault = nullptr;
+    QPushButton* buttonTidy = nullptr;
     QComboBox* Combo1 = nullptr;
     library::BackupBox* CheckBackup = nullptr;
     QLabel* Label4 = nullptr;
@@ -75,6 +88,7 @@ protected:
 
 private:
     void build();
+    void showWorkbook(const QString& path);
     void listSheets();
     void showPreview(const std::function<std::optional<Preview>()>& previewed,
                      const std::function<void()>& import);
@@ -82,10 +96,12 @@ private:
     /// The workbook stays as it was read; the user is told that its file did not.
     void noteFileChange(const QString& path);
     void showFault(const QString& fault);
+    void tidyWorkbook();
 
     QFileSystemWatcher m_watcher;
     QDateTime m_openedVersion;
     QHBoxLayout* m_buttons = nullptr;
+    tidy::Goal m_tidyGoal = tidy::Goal::ExamScores;
 };
 
 } // namespace importing

@@ -188,6 +188,7 @@ void AFormMain::connectMenu()
     connectScreen(u"meXXXG"_s, &MenuScreens::showFormXGXX);
     connectScreen(u"meJCTP"_s, &MenuScreens::checkPhotos);
     connectScreen(u"meXGCJ"_s, &MenuScreens::showFormXiuGaiChengJi);
+    connectScreen(u"tidyWorkbook"_s, &MenuScreens::showTidyScreen);
     connectScreen(u"mDelKM"_s, &MenuScreens::showFormDelKM);
     connectScreen(u"meJSMD"_s, &MenuScreens::showFormJiaoShiMingDan);
     connectScreen(u"mtSZWL"_s, &MenuScreens::showFormSheZhiWenLi);

@@ -53,6 +53,7 @@ constexpr Entry entries[] = {
     {u"Medit", nullptr, nullptr},
     {u"Medit", u"meExamDetails", u"考试信息(&K)…"},
     {u"Medit", u"meErase", u"彻底删除所选考试(&R)…"},
+    {u"Medit", u"tidyWorkbook", u"整理工作簿(&Z)…"},
     {u"mSJWH", u"meDRLB", u"导入信息(&I)"},
     {u"mSJWH", u"meXXXG", u"修改信息(&X)"},
     {u"mSJWH", nullptr, nullptr},

@@ -9,6 +9,7 @@
 #include "import/ui/FormDaoRuFenBanXinXi.h"
 #include "import/ui/FormDaoRuXinXi.h"
 #include "import/ui/Formgf.h"
+#include "import/ui/TidyScreen.h"
 #include "individual/ui/FormGeRenChengJi.h"
 #include "library/AskedRestore.h"
 #include "library/ui/FormNew.h"
@@ -101,6 +102,32 @@ void MenuScreens::showFormDaoRuXinXi(QWidget& over)
     importing::FormDaoRuXinXi screen(m_library, m_dialogs, m_applications, &over);
     follow(screen);
     show(screen);
+}
+
+void MenuScreens::showTidyScreen()
+{
+    importing::TidyScreen screen(m_library, m_dialogs, m_applications, tidy::Goal::ExamScores,
+                                 importing::TidyScreen::GoalChoice::Free, &m_mainWindow);
+    show(screen);
+    if (screen.tidiedBook())
+        importTidied(*screen.tidiedBook());
+}
+
+void MenuScreens::importTidied(const importing::TidiedBook& tidied)
+{
+    const auto import = [&](importing::IntakeScreen& screen) {
+        follow(screen);
+        screen.use(*tidied.application, *tidied.book, tidied.path);
+        show(screen);
+    };
+    if (tidied.goal == tidy::Goal::ExamScores) {
+        importing::FormDaoRu screen(m_library, m_dialogs, m_applications, m_latestImport,
+                                    &m_mainWindow);
+        import(screen);
+    } else {
+        importing::FormDaoRuXinXi screen(m_library, m_dialogs, m_applications, &m_mainWindow);
+        import(screen);
+    }
 }
 
 void MenuScreens::showFormDaoRuFenBanXinXi()

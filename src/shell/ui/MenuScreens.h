@@ -16,7 +16,8 @@
 
 namespace importing {
 class IntakeScreen;
-}
+struct TidiedBook;
+} // namespace importing
 
 namespace exporting {
 class FormDaoChu;
@@ -47,6 +48,8 @@ public:
     void showFormDaoRu(const QString& workbook = {});
     /// "导入学生信息".
     void importStudents();
+    /// "整理工作簿"; what was made goes to the import that it was made for.
+    void showTidyScreen();
     /// "重新分班".
     void showFormDaoRuFenBanXinXi();
     /// "总分设置".
@@ -114,6 +117,7 @@ private:
     void show(widgets::Screen& screen);
     void updatePhotoCheck();
     void showFormDaoRuXinXi(QWidget& over);
+    void importTidied(const importing::TidiedBook& tidied);
     /// "自定义显示" for the columns of the export, over its screen.
     void showColumnsOfExport(const QString& item, const QString& key);
     /// The workbook's window follows the sheet that is chosen on the screen, and the screen that
