@@ -82,11 +82,11 @@ void mapColumn(Proposal& proposal, const ColumnUse& use, const QString& name)
 /// Where else than in a column the class can stand.
 std::optional<ClassFrom> classPlace(const QString& name)
 {
-    if (name == "标题"_L1)
+    if (name == u"标题"_s)
         return ClassFrom::TitleRows;
-    if (name == "表名"_L1)
+    if (name == u"表名"_s)
         return ClassFrom::SheetName;
-    if (name == "文件名"_L1)
+    if (name == u"文件名"_s)
         return ClassFrom::FileName;
     return std::nullopt;
 }
