@@ -112,7 +112,8 @@ QStringList Gallery::names()
 
 QStringList Gallery::screenNames()
 {
-    return names().mid(7);
+    // Those of our own stand before, as Esc closes them.
+    return names().mid(names().indexOf(u"FormNew"_s));
 }
 
 QWidget& Gallery::open(const QString& name)
