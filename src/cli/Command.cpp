@@ -268,7 +268,7 @@ const std::vector<Command>& commands()
          "    --swap C/N         和 C 班 N 号的学生交换班级和学号\n"
          "    --remove           从学生名单里删除\n"
          "    --with-scores      以前的成绩一起改到新班级和学号，或一起删去（默认不改动）\n"
-         "    --keep-stream      新班的科类不同时也不改学生的科类（默认改为新班的）\n"
+         "    --keep-stream      新班的科类或类别代码不同时也不改学生的（默认改为新班的）\n"
          "    --yes              确实要执行；不给出时只输出，什么也不改动\n"
          "    --rescore          执行后重新计算名次变了的考试\n"
          "    --no-backup        执行前不备份成绩库\n"

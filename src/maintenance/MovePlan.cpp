@@ -41,6 +41,13 @@ QString scoresText(const PlannedStudent& one)
     return text.arg(one.earlier.size());
 }
 
+QString placeText(const PlannedStudent& one)
+{
+    if (one.to)
+        return one.to->text();
+    return one.kind == StudentMove::Kind::Remove ? u"删除"_s : u"不能交换"_s;
+}
+
 QString streamText(const PlannedStudent& one)
 {
     if (!one.to || one.streamAfter == one.student.stream)
@@ -53,7 +60,7 @@ QStringList gridRow(const PlannedStudent& one)
     const std::optional<StudentPlace> here = one.student.place();
     return {quoted(one.student.name.simplified()),
             here ? here->text() : u"没有班级或学号"_s,
-            one.to ? one.to->text() : u"删除"_s,
+            placeText(one),
             streamText(one),
             scoresText(one),
             (one.conflicts + one.notes).join(u' ')};

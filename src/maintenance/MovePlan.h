@@ -26,10 +26,12 @@ struct PlannedStudent
 {
     /// Which of the changes that are wanted it stems from, counted from 0.
     size_t move = 0;
+    StudentMove::Kind kind = StudentMove::Kind::Move;
     RosterStudent student;
-    /// Nothing if he is removed.
+    /// Nothing if he is removed, or cannot change places.
     std::optional<StudentPlace> to;
     QString streamAfter;
+    runtime::Value categoryAfter;
     EarlierScores scores = EarlierScores::Stay;
     std::vector<EarlierScore> earlier;
     /// Why it cannot be done.

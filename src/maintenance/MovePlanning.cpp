@@ -45,6 +45,14 @@ QStringList inOrder(database::Connection& connection, std::set<QString> exams)
     return ordered;
 }
 
+/// Who is the first of his class in 信息表, with what imports take for the class's.
+struct FirstStudent
+{
+    const RosterStudent* student = nullptr;
+    QString stream;
+    QString category;
+};
+
 /// Makes a plan of changes over one state of the library.
 class Planning
 {
@@ -62,6 +70,8 @@ public:
 private:
     /// Who will be at a place.
     using Occupants = std::multimap<StudentPlace, const RosterStudent*>;
+    /// Those of whom imports take stream and category of a class, by class.
+    using FirstStudents = std::map<double, FirstStudent>;
 
     void add(const StudentMove& move, size_t index);
     void keep(PlannedStudent one);
@@ -70,8 +80,12 @@ private:
     std::optional<StudentPlace> placeAfter(const RosterStudent& student) const;
     Occupants occupants() const;
     void send(PlannedStudent& one, const std::optional<StudentPlace>& to, StreamAfter after) const;
+    void sendTo(PlannedStudent& one, const RosterStudent& first, StreamAfter after) const;
     void checkPlace(PlannedStudent& one, const Occupants& there) const;
     static void noteScores(PlannedStudent& one);
+    FirstStudents firstStudents() const;
+    void noteFirstStudents();
+    void noteFirst(double classNumber, const FirstStudent& before, const FirstStudent& after);
     QStringList staleExams() const;
 
     database::Connection& m_connection;
@@ -105,6 +119,7 @@ PlannedStudent Planning::planned(const StudentMove& move, size_t index, qint64 i
 {
     PlannedStudent one;
     one.move = index;
+    one.kind = move.kind;
     one.scores = move.scores;
     one.student.id = id;
     if (const RosterStudent* known = m_roster.find(id))
@@ -112,6 +127,7 @@ PlannedStudent Planning::planned(const StudentMove& move, size_t index, qint64 i
     else
         one.conflicts.append(u"成绩库里已经没有这名学生了。"_s);
     one.streamAfter = one.student.stream;
+    one.categoryAfter = one.student.category;
     one.earlier = scoresOf(m_connection, one.student);
     return one;
 }
@@ -124,19 +140,31 @@ void Planning::send(PlannedStudent& one, const std::optional<StudentPlace>& to,
         one.conflicts.append(u"两人都要有班级和学号才能交换。"_s);
         return;
     }
-    const QString classAfter = runtime::doubleText(to->classNumber);
-    if (!m_roster.hasClass(to->classNumber))
-        one.notes.append(u"成绩库里还没有 %1 班。"_s.arg(classAfter));
-    const QString stream = m_roster.streamOf(to->classNumber).value_or(one.student.stream);
-    if (stream == one.student.stream)
+    if (one.student.classOf() == to->classNumber)
         return;
-    if (after == StreamAfter::Kept) {
-        one.notes.append(
-            u"%1 班的科类是“%2”，他仍是“%3”。"_s.arg(classAfter, stream, one.student.stream));
-    } else {
-        one.notes.append(u"科类由“%1”改为“%2”。"_s.arg(one.student.stream, stream));
-        one.streamAfter = stream;
-    }
+    if (const RosterStudent* first = m_roster.firstOf(to->classNumber))
+        sendTo(one, *first, after);
+    else
+        one.notes.append(u"成绩库里还没有 %1 班。"_s.arg(runtime::doubleText(to->classNumber)));
+}
+
+/// Into a class that has students.
+void Planning::sendTo(PlannedStudent& one, const RosterStudent& first, StreamAfter after) const
+{
+    const QString classAfter = runtime::doubleText(one.to->classNumber);
+    const auto change = [&](const QString& what, const QString& before, const QString& ofClass) {
+        const bool isOther = !ofClass.isEmpty() && ofClass != before;
+        if (isOther && after == StreamAfter::Kept)
+            one.notes.append(
+                u"%1 班的%2是“%3”，他仍是“%4”。"_s.arg(classAfter, what, ofClass, before));
+        else if (isOther)
+            one.notes.append(u"%1由“%2”改为“%3”。"_s.arg(what, before, ofClass));
+        return isOther && after == StreamAfter::OfNewClass;
+    };
+    if (change(u"科类"_s, one.student.stream, first.stream))
+        one.streamAfter = first.stream;
+    if (change(u"类别代码"_s, one.student.category.text(), first.category.text()))
+        one.categoryAfter = first.category;
 }
 
 std::optional<StudentPlace> Planning::placeAfter(const RosterStudent& student) const
@@ -188,6 +216,50 @@ void Planning::noteScores(PlannedStudent& one)
             QString::number(others), one.streamAfter));
 }
 
+/// As they will be after the changes.
+Planning::FirstStudents Planning::firstStudents() const
+{
+    FirstStudents found;
+    for (const RosterStudent& student : m_roster.students()) {
+        const auto change = m_changes.find(student.id);
+        if (change == m_changes.end()) {
+            if (const std::optional<double> there = student.classOf())
+                found.try_emplace(*there, &student, student.stream, student.category.text());
+            continue;
+        }
+        const PlannedStudent& one = m_students[change->second];
+        if (one.to)
+            found.try_emplace(one.to->classNumber, &student, one.streamAfter,
+                              one.categoryAfter.text());
+    }
+    return found;
+}
+
+/// Imports would give the class another stream or category without a word.
+void Planning::noteFirstStudents()
+{
+    for (const auto& [classNumber, after] : firstStudents()) {
+        if (const RosterStudent* first = m_roster.firstOf(classNumber))
+            noteFirst(classNumber, {first, first->stream, first->category.text()}, after);
+    }
+}
+
+/// Whoever becomes the first by the changes is told of, or else he who was it and goes.
+void Planning::noteFirst(double classNumber, const FirstStudent& before, const FirstStudent& after)
+{
+    const auto change = m_changes.contains(after.student->id) ? m_changes.find(after.student->id)
+                                                              : m_changes.find(before.student->id);
+    const auto note = [&](const QString& what, const QString& was, const QString& will) {
+        if (was != will && change != m_changes.end())
+            m_students[change->second].notes.append(
+                u"%1 班名单里的第一名学生将是“%2”，以后导入时 %1 班的%3由“%4”变为“%5”。"_s.arg(
+                    runtime::doubleText(classNumber), quoted(after.student->name.simplified()),
+                    what, was, will));
+    };
+    note(u"科类"_s, before.stream, after.stream);
+    note(u"类别代码"_s, before.category, after.category);
+}
+
 QStringList Planning::staleExams() const
 {
     std::set<QString> exams;
@@ -207,6 +279,7 @@ MovePlan Planning::plan()
         checkPlace(one, there);
         noteScores(one);
     }
+    noteFirstStudents();
     return {.students = m_students, .staleExams = staleExams()};
 }
 

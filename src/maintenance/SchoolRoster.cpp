@@ -22,6 +22,11 @@ std::optional<StudentPlace> RosterStudent::place() const
     return StudentPlace{runtime::Val(classNumber), runtime::Val(number)};
 }
 
+std::optional<double> RosterStudent::classOf() const
+{
+    return classNumber.isNumber() ? std::optional(runtime::Val(classNumber)) : std::nullopt;
+}
+
 QString RosterStudent::text() const
 {
     const std::optional<StudentPlace> here = place();
@@ -30,8 +35,8 @@ QString RosterStudent::text() const
 
 SchoolRoster::SchoolRoster(database::Connection& connection)
 {
-    database::Statement& rows =
-        connection.prepared(u"select ID, 班级, 学号, 姓名, 科类 from 信息表 order by rowid"_s);
+    database::Statement& rows = connection.prepared(
+        u"select ID, 班级, 学号, 姓名, 科类, 类别代码 from 信息表 order by rowid"_s);
     rows.reset();
     while (rows.step()) {
         m_places.emplace(rows.integer(0), m_students.size());
@@ -39,7 +44,8 @@ SchoolRoster::SchoolRoster(database::Connection& connection)
                               .classNumber = rows.value(1),
                               .number = rows.value(2),
                               .name = rows.text(3),
-                              .stream = rows.text(4)});
+                              .stream = rows.text(4),
+                              .category = rows.value(5)});
     }
 }
 
@@ -49,22 +55,10 @@ const RosterStudent* SchoolRoster::find(qint64 id) const
     return found == m_places.end() ? nullptr : &m_students[found->second];
 }
 
-std::optional<QString> SchoolRoster::streamOf(double classNumber) const
+const RosterStudent* SchoolRoster::firstOf(double classNumber) const
 {
-    const auto first =
-        std::find_if(m_students.begin(), m_students.end(), [&](const RosterStudent& student) {
-            return student.classNumber.isNumber()
-                   && runtime::Val(student.classNumber) == classNumber;
-        });
-    return first == m_students.end() || first->stream.isEmpty() ? std::nullopt
-                                                                : std::optional(first->stream);
-}
-
-bool SchoolRoster::hasClass(double classNumber) const
-{
-    return std::any_of(m_students.begin(), m_students.end(), [&](const RosterStudent& student) {
-        return student.classNumber.isNumber() && runtime::Val(student.classNumber) == classNumber;
-    });
+    const auto first = std::ranges::find(m_students, classNumber, &RosterStudent::classOf);
+    return first == m_students.end() ? nullptr : &*first;
 }
 
 } // namespace maintenance

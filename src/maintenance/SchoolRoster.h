@@ -18,9 +18,13 @@ struct RosterStudent
     runtime::Value number;
     QString name;
     QString stream;
+    /// 类别代码.
+    runtime::Value category;
 
     /// Nothing if his class or number is no number.
     std::optional<StudentPlace> place() const;
+    /// Nothing if his class is no number.
+    std::optional<double> classOf() const;
     /// "王芳（3 班 12 号）".
     QString text() const;
     friend bool operator==(const RosterStudent&, const RosterStudent&) = default;
@@ -36,10 +40,9 @@ public:
     const std::vector<RosterStudent>& students() const { return m_students; }
     /// Null if there is none of that ID.
     const RosterStudent* find(qint64 id) const;
-    /// The stream of the class's first student; nothing for a class without students, or where his
-    /// is empty.
-    std::optional<QString> streamOf(double classNumber) const;
-    bool hasClass(double classNumber) const;
+    /// The class's first student, whose stream and category imports take for the class's; null for
+    /// a class without students.
+    const RosterStudent* firstOf(double classNumber) const;
 
 private:
     std::vector<RosterStudent> m_students;

@@ -20,7 +20,7 @@ struct StudentPlace
 /// stay when he is removed, or they go where he goes.
 enum class EarlierScores { Stay, GoAlong };
 
-/// What becomes of the stream of a student who comes to a class of another one.
+/// What becomes of the stream and the category of a student who comes to a class of others.
 enum class StreamAfter { OfNewClass, Kept };
 
 /// One change that a user wants: a student goes to a place, changes places with another one, or is

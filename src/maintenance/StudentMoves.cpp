@@ -33,8 +33,8 @@ class MoveWriter
 {
 public:
     explicit MoveWriter(database::Connection& connection)
-        : m_place(connection.prepared(
-            u"update 信息表 set 班级=?, 学号=?, 科类=ifnull(?, 科类) where ID=?"_s)),
+        : m_place(connection.prepared(u"update 信息表 set 班级=?, 学号=?, 科类=ifnull(?, 科类), "
+                                      "类别代码=ifnull(?, 类别代码) where ID=?"_s)),
           m_removal(connection.prepared(u"delete from 信息表 where ID=?"_s)),
           m_scorePlace(connection.prepared(u"update 成绩表 set 班级=?, 学号=? where rowid=?"_s)),
           m_scoreRemoval(connection.prepared(u"delete from 成绩表 where rowid=?"_s))
@@ -44,10 +44,10 @@ public:
     void write(const PlannedStudent& one)
     {
         const qint64 id = one.student.id;
-        const bool isStreamKept = one.streamAfter == one.student.stream;
         if (one.to)
-            run(m_place, {one.to->classNumber, one.to->number,
-                          isStreamKept ? runtime::Value() : runtime::Value(one.streamAfter), id});
+            run(m_place,
+                {one.to->classNumber, one.to->number, changed(one.student.stream, one.streamAfter),
+                 changed(one.student.category, one.categoryAfter), id});
         else
             run(m_removal, {id});
         if (one.scores == EarlierScores::Stay)
@@ -61,6 +61,12 @@ public:
     }
 
 private:
+    /// Null for what stays as it is.
+    static runtime::Value changed(const runtime::Value& before, const runtime::Value& after)
+    {
+        return before == after ? runtime::Value() : after;
+    }
+
     static void run(database::Statement& statement, const std::vector<runtime::Value>& values)
     {
         statement.bind(values);

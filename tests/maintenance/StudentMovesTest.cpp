@@ -234,6 +234,42 @@ TEST_F(MovesOfStudents, IntoAClassOfAnotherStreamTakeItOnUnlessItIsKept)
         << "a score keeps its stream";
 }
 
+TEST_F(MovesOfStudents, IntoAClassOfAnotherCategoryTakeItOnUnlessItIsKept)
+{
+    test.execute(u"update 信息表 set 类别代码=3 where 班级=2"_s);
+    EXPECT_TRUE(planText({to(yi, 2, 8)}).contains(u"|类别代码由“1”改为“3”。\n"_s));
+    StudentMove kept = to(jia, 2, 9);
+    kept.stream = StreamAfter::Kept;
+    EXPECT_TRUE(planText({kept}).contains(
+        u"|2 班的类别代码是“3”，他仍是“1”。 2 班名单里的第一名学生将是“甲”，"
+        "以后导入时 2 班的类别代码由“3”变为“1”。\n"_s));
+    EXPECT_EQ(runForSure({to(yi, 2, 8), kept}), Result::Done);
+    EXPECT_EQ(test.rows(u"select 姓名, 类别代码 from 信息表 order by ID"_s),
+              u"甲|1 / 乙|3 / 丙|3 / 丁|1"_s);
+}
+
+TEST_F(MovesOfStudents, ThatGiveAClassAFirstStudentOfAnotherKindSaySo)
+{
+    test.execute(u"update 信息表 set 科类='文', 类别代码=2 where 姓名='乙'"_s);
+    const QString changed =
+        u"1 班名单里的第一名学生将是“乙”，以后导入时 1 班的科类由“理”变为“文”。 "
+        "1 班名单里的第一名学生将是“乙”，以后导入时 1 班的类别代码由“1”变为“2”。\n"_s;
+    EXPECT_TRUE(planText({removal(jia, EarlierScores::GoAlong)}).endsWith(changed));
+    EXPECT_TRUE(planText({to(jia, 2, 9)}).endsWith(changed));
+    EXPECT_FALSE(planText({removal(yi, EarlierScores::Stay)}).contains(u"第一名"_s));
+    EXPECT_FALSE(planText({removal(jia, EarlierScores::Stay), removal(yi, EarlierScores::Stay)})
+                     .contains(u"第一名"_s))
+        << "a class that is left by all has none";
+}
+
+TEST_F(MovesOfStudents, ToANewNumberInTheirClassKeepTheirStreamAndCategory)
+{
+    test.execute(u"update 信息表 set 科类='文', 类别代码=2 where 姓名='乙'"_s);
+    EXPECT_TRUE(planText({to(yi, 1, 9)}).contains(u"|文|1 条，不改动|\n"_s));
+    EXPECT_EQ(runForSure({to(yi, 1, 9)}), Result::Done);
+    EXPECT_EQ(test.rows(u"select 学号, 科类, 类别代码 from 信息表 where 姓名='乙'"_s), u"9|文|2"_s);
+}
+
 TEST_F(MovesOfStudents, OfStudentsWhoAreGoneAreRefused)
 {
     EXPECT_EQ(run({removal(4711, EarlierScores::Stay)}), Result::Declined);
@@ -243,6 +279,7 @@ TEST_F(MovesOfStudents, OfStudentsWhoAreGoneAreRefused)
     EXPECT_EQ(run({swap(jia, yi)}), Result::Declined);
     EXPECT_TRUE(
         test.dialogs.shown.last().contains(u"甲（1 班 1 号）：两人都要有班级和学号才能交换。"_s));
+    EXPECT_TRUE(planText({swap(jia, yi)}).contains(u"甲|1 班 1 号|不能交换|"_s));
     moves.takeBack(0);
     EXPECT_EQ(runForSure({to(yi, 1, 3)}), Result::Done) << "he can be given a number";
 }

@@ -36,7 +36,7 @@ void addBoxButtons(QDialog* box, QVBoxLayout* layout)
 MoveTicks::MoveTicks(qsizetype earlierScores, QVBoxLayout* layout, QWidget* parent)
     : CheckScores(
         new QCheckBox(u"以前的 %1 条成绩也改到新的班级和学号(&S)"_s.arg(earlierScores), parent)),
-      CheckStream(new QCheckBox(u"新班的科类不同时，学生改为新班的科类(&K)"_s, parent))
+      CheckStream(new QCheckBox(u"新班的科类或类别代码不同时，学生改为新班的(&K)"_s, parent))
 {
     for (const auto& [box, name] :
          {std::pair{CheckScores, u"CheckScores"_s}, std::pair{CheckStream, u"CheckStream"_s}}) {
