@@ -114,17 +114,10 @@ QString line(const StreamOfExam& one)
 {
     const QString stream = one.stream.isEmpty() ? u"没有科类"_s : one.stream;
     return u"%1（%2）：%3 人有成绩，共 %4 个成绩"_s.arg(
-        shownExam(one.exam), stream, QString::number(one.students), QString::number(one.scores));
+        shownName(one.exam), stream, QString::number(one.students), QString::number(one.scores));
 }
 
 } // namespace
-
-QString shownExam(const QString& exam)
-{
-    const QString shown = exam.simplified();
-    const QString head = quoted(shown);
-    return head.size() < shown.size() ? head + u'…' : head;
-}
 
 qint64 ErasureCounts::scoreRows() const
 {

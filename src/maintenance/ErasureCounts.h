@@ -40,7 +40,4 @@ ErasureCounts countErasure(library::ScoreLibrary& scoreLibrary, const QStringLis
 /// database::Error.
 bool isExamStored(database::Connection& connection, const QString& exam);
 
-/// The name of an exam as a message shows it: on one line, and cut if it is long.
-QString shownExam(const QString& exam);
-
 } // namespace maintenance

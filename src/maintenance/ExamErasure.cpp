@@ -1,5 +1,6 @@
 #include "maintenance/ExamErasure.h"
 
+#include "maintenance/QuotedText.h"
 #include "platform/database/Statement.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
@@ -28,7 +29,7 @@ library::Occasion occasionOf(const QStringList& exams)
 {
     QStringList names;
     for (const QString& exam : exams)
-        names.append(shownExam(exam));
+        names.append(shownName(exam));
     return {.text = u"删除考试 "_s + names.join(u'、')};
 }
 
@@ -102,7 +103,7 @@ bool ExamErasure::eraseAll(const QStringList& exams, qint64 total, runtime::Prog
 bool ExamErasure::eraseScores(const QString& exam, qint64 total, runtime::Progress& progress)
 {
     for (int gone = rowsAtOnce; gone == rowsAtOnce;) {
-        progress.report(u"删除考试：%1..."_s.arg(shownExam(exam)), int(m_erased.scoreRows),
+        progress.report(u"删除考试：%1..."_s.arg(shownName(exam)), int(m_erased.scoreRows),
                         int(total));
         if (progress.cancelled())
             return false;

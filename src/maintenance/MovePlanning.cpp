@@ -82,6 +82,7 @@ private:
     void send(PlannedStudent& one, const std::optional<StudentPlace>& to, StreamAfter after) const;
     void sendTo(PlannedStudent& one, const RosterStudent& first, StreamAfter after) const;
     void checkPlace(PlannedStudent& one, const Occupants& there) const;
+    void checkScores(PlannedStudent& one) const;
     static void noteScores(PlannedStudent& one);
     FirstStudents firstStudents() const;
     void noteFirstStudents();
@@ -93,6 +94,8 @@ private:
     std::vector<PlannedStudent> m_students;
     /// Where they stand in m_students, by ID.
     std::map<qint64, size_t> m_changes;
+    /// The rows of 成绩表 that leave their places.
+    std::set<qint64> m_leavingRows;
 };
 
 void Planning::add(const StudentMove& move, size_t index)
@@ -112,6 +115,10 @@ void Planning::add(const StudentMove& move, size_t index)
 void Planning::keep(PlannedStudent one)
 {
     m_changes.emplace(one.student.id, m_students.size());
+    if (one.scores == EarlierScores::GoAlong) {
+        for (const EarlierScore& score : one.earlier)
+            m_leavingRows.insert(score.row);
+    }
     m_students.push_back(std::move(one));
 }
 
@@ -200,6 +207,27 @@ void Planning::checkPlace(PlannedStudent& one, const Occupants& there) const
     }
 }
 
+/// Two rows of an exam at one place could not be told apart when scores are corrected.
+void Planning::checkScores(PlannedStudent& one) const
+{
+    if (!one.to || one.scores == EarlierScores::Stay)
+        return;
+    database::Statement& rows = m_connection.prepared(
+        u"select rowid, 考试名称 from 成绩表 where 班级=? and 学号=? order by rowid"_s);
+    rows.bind({one.to->classNumber, one.to->number});
+    std::set<QString> taken;
+    while (rows.step()) {
+        const bool isHis =
+            std::ranges::find(one.earlier, rows.text(1), &EarlierScore::exam) != one.earlier.end();
+        if (isHis && !m_leavingRows.contains(rows.integer(0)))
+            taken.insert(rows.text(1));
+    }
+    if (!taken.empty())
+        one.conflicts.append(
+            u"%1 在 %2 里已经有别人的成绩，他的成绩不能一起改过去，请换一个学号。"_s.arg(
+                one.to->text(), shownExams(inOrder(m_connection, std::move(taken)))));
+}
+
 /// What earlier scores do that go along into a class of another stream, or stay without a student.
 void Planning::noteScores(PlannedStudent& one)
 {
@@ -277,6 +305,7 @@ MovePlan Planning::plan()
     const Occupants there = occupants();
     for (PlannedStudent& one : m_students) {
         checkPlace(one, there);
+        checkScores(one);
         noteScores(one);
     }
     noteFirstStudents();

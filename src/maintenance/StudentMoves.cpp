@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "maintenance/ErasureCounts.h"
+#include "maintenance/QuotedText.h"
 #include "platform/database/Statement.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
@@ -78,17 +78,6 @@ private:
     database::Statement& m_scorePlace;
     database::Statement& m_scoreRemoval;
 };
-
-/// The names of the exams for a sentence.
-QString examsText(const QStringList& exams)
-{
-    constexpr qsizetype mostShown = 8;
-    QStringList names;
-    for (const QString& exam : exams.mid(0, mostShown))
-        names.append(shownExam(exam));
-    const QString text = names.join(u'、');
-    return exams.size() > mostShown ? text + u" 等 %1 次"_s.arg(exams.size()) : text;
-}
 
 } // namespace
 
@@ -195,7 +184,7 @@ void StudentMoves::tell(const MovePlan& done, runtime::Progress& progress)
     const runtime::Choice choice{
         .text = text
                 + u"\n\n这些考试的名次和总分还是调整以前算的：%1。\n现在重新计算吗？"_s.arg(
-                    examsText(done.staleExams)),
+                    shownExams(done.staleExams)),
         .buttons = {u"现在计算"_s, u"以后再算"_s},
         .safe = 1,
         .title = u"学生调整"_s};

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "library/CopyOccasion.h"
+#include "maintenance/QuotedText.h"
 #include "support/FileBytes.h"
 #include "support/OtherProgram.h"
 #include "support/PrintQString.h"
@@ -154,8 +155,8 @@ TEST_F(ExamErasures, TakeAnExamWhateverItsNameHoldsAndNoOther)
 
 TEST_F(ExamErasures, ShowLongAndBrokenNamesOnAShortLine)
 {
-    EXPECT_EQ(maintenance::shownExam(QString(10'000, u'长')), QString(60, u'长') + u'…');
-    EXPECT_EQ(maintenance::shownExam(u"高一\n期中"_s), u"高一 期中"_s);
+    EXPECT_EQ(maintenance::shownName(QString(10'000, u'长')), QString(60, u'长') + u'…');
+    EXPECT_EQ(maintenance::shownName(u"高一\n期中"_s), u"高一 期中"_s);
 }
 
 TEST_F(ExamErasures, LeaveAnExamThatDiffersInCaseOnly)

@@ -211,6 +211,24 @@ TEST_F(MovesOfStudents, ToATakenPlaceAreShownAndRefused)
     EXPECT_EQ(moves.gathered().size(), 2u) << "to be mended";
 }
 
+TEST_F(MovesOfStudents, WithScoresToAPlaceThatALeaverHasInAnExamAreRefused)
+{
+    test.execute(u"update 成绩表 set 学号=9 where 班级=2 and 考试名称='期末'"_s);
+    test.execute(u"delete from 信息表 where 姓名='丙'"_s);
+    test.addStudent(2, 3, u"戊"_s, u"理"_s);
+    EXPECT_TRUE(planText({to(jia, 2, 9, EarlierScores::GoAlong)})
+                    .contains(u"|2 班 9 号 在 期末 里已经有别人的成绩，"
+                              "他的成绩不能一起改过去，请换一个学号。\n"_s));
+    scoresBefore = test.rows(scoreRows);
+    studentsBefore = test.rows(studentRows);
+    EXPECT_EQ(run({to(jia, 2, 9, EarlierScores::GoAlong)}), Result::Declined);
+    expectNothingChanged();
+    moves.takeBack(0);
+    EXPECT_TRUE(planText({to(jia, 2, 9)}).endsWith(u"|2 条，不改动|\n"_s));
+    EXPECT_TRUE(planText({to(yi, 2, 9, EarlierScores::GoAlong)}).endsWith(u"|1 条，一起改|\n"_s))
+        << "he did not sit 期末";
+}
+
 TEST_F(MovesOfStudents, ToWhereTheyAreAreRefusedUnlessScoresGoAlong)
 {
     EXPECT_TRUE(planText({to(jia, 1, 1)}).contains(u"他现在就在 1 班 1 号。"_s));
