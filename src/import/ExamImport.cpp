@@ -94,8 +94,10 @@ bool ExamImport::openSheet(const QString& sheetName)
 {
     std::optional<ExamSheet> found = openExamSheet(m_intake, m_library.catalogue, sheetName);
     m_sheet = found ? found->sheet : nullptr;
-    m_state.KMImport = found ? std::move(found->subjects) : std::vector<ImportSubject>();
-    return found.has_value();
+    // A sheet with other headings leaves the errors of the former import to be corrected.
+    if (found)
+        m_state.KMImport = std::move(found->subjects);
+    return found && !m_state.KMImport.empty();
 }
 
 bool ExamImport::passGuards(const ExamImportRequest& request)

@@ -35,11 +35,10 @@ std::optional<ExamSheet> openExamSheet(const WorkbookIntake& intake,
     if (found.sheet == nullptr
         || !trap([&] { found.subjects = subjectsOf(*found.sheet, catalogue); }))
         return std::nullopt;
-    if (!found.subjects.empty())
-        return found;
-    runtime::MsgBox(u"没有找到科目，程序退出！"_s, u"错误"_s, runtime::Buttons::Ok,
-                    runtime::Icon::Critical);
-    return std::nullopt;
+    if (found.subjects.empty())
+        runtime::MsgBox(u"没有找到科目，程序退出！"_s, u"错误"_s, runtime::Buttons::Ok,
+                        runtime::Icon::Critical);
+    return found;
 }
 
 bool isExamSheet(const WorkbookIntake& intake, const library::Catalogue& catalogue,

@@ -17,8 +17,8 @@ struct ExamSheet
     std::vector<ImportSubject> subjects;
 };
 
-/// Opens a sheet of exam results. Nothing, after a message, for one whose headings are others or
-/// that holds no subject of the library.
+/// Opens a sheet of exam results. Nothing, after a message, for one whose headings are others; no
+/// subjects, after a message too, for one that holds none of the library's.
 std::optional<ExamSheet> openExamSheet(const WorkbookIntake& intake,
                                        const library::Catalogue& catalogue,
                                        const QString& sheetName);

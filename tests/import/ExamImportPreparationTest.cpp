@@ -80,6 +80,18 @@ TEST_F(ExamImportPreparation, NeedsASubject)
     expectUntouched();
 }
 
+TEST_F(ExamImportPreparation, ASheetWithOtherHeadingsLeavesTheErrorsOfTheFormerImportToBeCorrected)
+{
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 151}});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    sheet({{u"班级"_s, u"学号"_s, u"名字"_s, u"语文"_s}, {1, 1, u"王芳"_s, 90}});
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    EXPECT_EQ(state.KMImport.size(), 1U);
+    EXPECT_EQ(state.ErrorCount, 1.0F);
+    EXPECT_EQ(importing::ErrorList(state).answer(1, u"80"_s),
+              importing::ErrorList::Entry::Accepted);
+}
+
 TEST_F(ExamImportPreparation, TheFirstFaultInTheOrderOfTheChecksIsTold)
 {
     const Rows wrongHeading{{u"班级 "_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 1, u"王芳"_s, 90}};

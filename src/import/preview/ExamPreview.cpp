@@ -327,7 +327,7 @@ std::optional<Preview> previewExam(library::ScoreLibrary& scoreLibrary,
         return std::nullopt;
     const std::optional<ExamSheet> sheet =
         openExamSheet(intake, scoreLibrary.catalogue, import.sheetName);
-    if (!sheet)
+    if (!sheet || sheet->subjects.empty())
         return std::nullopt;
     const runtime::Phase phase;
     const database::ReadBatch state(scoreLibrary.Conn);
