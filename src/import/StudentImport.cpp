@@ -140,6 +140,7 @@ void StudentImport::storeCell(Heading& heading, const Value& cell)
     if (heading.rule == CellRule::PassedOver)
         return;
     studentTrap([&] {
+        refuseError(cell);
         try {
             store(heading, cell);
         } catch (const runtime::PhaseError&) {

@@ -27,12 +27,6 @@ CellRule ruleOf(const QString& heading)
     return heading == u"照片名"_s ? CellRule::Photo : CellRule::AsItStands;
 }
 
-void refuseError(const Value& cell)
-{
-    if (cell.kind() == Value::Kind::Error)
-        throw runtime::Error(errorCellText(cell));
-}
-
 std::optional<Value> dateValue(const Value& cell)
 {
     if (isEmptyCell(cell))
@@ -71,9 +65,14 @@ std::vector<int> StudentSheet::rowsLeft() const
     return left;
 }
 
+void refuseError(const Value& cell)
+{
+    if (cell.kind() == Value::Kind::Error)
+        throw runtime::Error(errorCellText(cell));
+}
+
 std::optional<Value> studentValue(CellRule rule, const Value& cell)
 {
-    refuseError(cell);
     if (rule == CellRule::Number)
         return Value(runtime::Val(cell));
     return rule == CellRule::Date ? dateValue(cell) : cell;
@@ -81,7 +80,6 @@ std::optional<Value> studentValue(CellRule rule, const Value& cell)
 
 QString photoFile(const Value& cell, const QString& folder, qint64 largest)
 {
-    refuseError(cell);
     const QString name = cell.text();
     const QString path = QString(name).replace(u'\\', u'/');
     for (const QString& photo : {path, QString(folder + path)}) {

@@ -41,12 +41,15 @@ private:
     std::vector<StudentHeading> m_headings;
 };
 
-/// What is stored of a cell; nothing leaves the field as it is. Not for photos. Throws
-/// runtime::Error for an error value and for what should be a date and is none.
+/// Throws runtime::Error for an error value, which no field takes.
+void refuseError(const runtime::Value& cell);
+
+/// What is stored of a cell; nothing leaves the field as it is. Not for photos and error values.
+/// Throws runtime::Error for what should be a date and is none.
 std::optional<runtime::Value> studentValue(CellRule rule, const runtime::Value& cell);
 
 /// The file that a photo's cell names, as it stands or in the workbook's folder; empty if there is
-/// none. Throws runtime::Error for one of more than `largest` bytes, and for an error value.
+/// none. Throws runtime::Error for one of more than `largest` bytes.
 QString photoFile(const runtime::Value& cell, const QString& folder, qint64 largest);
 
 /// What is told of a column that would number the students.

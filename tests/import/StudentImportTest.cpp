@@ -252,6 +252,14 @@ TEST_F(StudentImportTest, AnErrorCellCostsAMessageAndItsFieldStaysEmpty)
               u"NULL|王芳|NULL|NULL|NULL / 2|陈静|转学|2009-07-31|NULL"_s);
 }
 
+TEST_F(StudentImportTest, EachErrorValueOfAColumnIsToldByItself)
+{
+    column(u"备注"_s, {runtime::Value::error(u"#N/A"_s), runtime::Value::error(u"#REF!"_s)});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(dialogs.failures, (QStringList{u"单元格里是错误值“#N/A”，没有存入。"_s + tag,
+                                             u"单元格里是错误值“#REF!”，没有存入。"_s + tag}));
+}
+
 TEST_F(StudentImportTest, AHeadingThatNamesTheKeyIsPassedOverWithOneSentence)
 {
     for (const QString& heading : {u"ID"_s, u"id"_s, u"Id"_s}) {

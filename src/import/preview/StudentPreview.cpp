@@ -178,6 +178,7 @@ void ListPreviewer::judgeCell(int row, const Column& column)
 QString ListPreviewer::refusal(const Column& column, const Value& cell) const
 {
     try {
+        refuseError(cell);
         if (column.heading.rule == CellRule::Photo) {
             const QString photo = photoFile(cell, m_folder, m_library.Conn.longestValue());
             return photo.isEmpty() && !isEmptyCell(cell) ? u"找不到这个照片文件，不会有照片。"_s
