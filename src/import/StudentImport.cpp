@@ -155,10 +155,9 @@ void StudentImport::store(const Heading& heading, const Value& cell)
 {
     if (heading.rule == CellRule::Photo)
         return storePhoto(heading, cell);
-    const std::optional<Value> value = studentValue(heading.rule, cell);
     // A heading that is no column fails here, with the engine's message.
     database::Field field = heading.field.in(m_rows);
-    if (value)
+    if (const std::optional<Value> value = studentValue(heading.rule, cell))
         field.setValue(*value);
 }
 

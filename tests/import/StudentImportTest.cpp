@@ -260,6 +260,17 @@ TEST_F(StudentImportTest, EachErrorValueOfAColumnIsToldByItself)
                                              u"单元格里是错误值“#REF!”，没有存入。"_s + tag}));
 }
 
+TEST_F(StudentImportTest, AColumnThatTheLibraryLacksIsToldWhateverItsCellsHold)
+{
+    library.execute(u"ALTER TABLE 信息表 DROP COLUMN 出生时间"_s);
+    column(u"出生时间"_s, {u"昨天"_s, runtime::Value()});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    ASSERT_EQ(dialogs.failures.size(), 2);
+    EXPECT_EQ(dialogs.failures[0], dialogs.failures[1]);
+    EXPECT_TRUE(dialogs.failures[0].contains(u"出生时间"_s));
+    EXPECT_EQ(students(u"学号"_s), u"1 / 2"_s);
+}
+
 TEST_F(StudentImportTest, AHeadingThatNamesTheKeyIsPassedOverWithOneSentence)
 {
     for (const QString& heading : {u"ID"_s, u"id"_s, u"Id"_s}) {
