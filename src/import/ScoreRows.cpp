@@ -58,15 +58,18 @@ void ExamScoreRows::read()
 {
     if (m_isRead)
         return;
-    database::Statement& rows = m_connection.prepared(
-        u"select rowid, 班级, 学号, 姓名, ifnull(id, 0) from 成绩表 where 考试名称=? "
-        "order by rowid"_s);
+    database::Statement& rows =
+        m_connection.prepared(u"select rowid, 班级, 学号, 姓名, id from 成绩表 where 考试名称=? "
+                              "order by rowid"_s);
     rows.bind({m_exam});
     const auto number = [&](int column) {
         return rows.value(column).isNumber() ? rows.number(column) : noNumber;
     };
-    while (rows.step())
+    while (rows.step()) {
         take(rows.integer(0), {number(1), number(2), rows.text(3), rows.integer(4)});
+        if (rows.integer(4) == 0 && !rows.value(4).isNull())
+            m_zeroIds.insert(rows.integer(0));
+    }
     m_isRead = true;
 }
 
@@ -85,6 +88,7 @@ void ExamScoreRows::set(qint64 row, const ScoredStudent& student)
         std::erase(m_byId[former->id], row);
         std::erase(m_byNumber[{former->classNumber, former->number}], row);
     }
+    m_zeroIds.remove(row);
     take(row, student);
 }
 
@@ -108,9 +112,9 @@ qint64 ExamScoreRows::findByNumber(const ScoredStudent& student) const
     qint64 found = 0;
     for (const qint64 row : *rows) {
         const ScoredStudent& owner = *m_rows.constFind(row);
-        if (owner.id == 0 && (student.id == 0 || found == 0))
+        if (owner.id == 0 && student.id == 0 && !m_zeroIds.contains(row))
             return row;
-        if (found == 0 && isSameName(owner.name, student.name))
+        if (found == 0 && (owner.id == 0 || isSameName(owner.name, student.name)))
             found = row;
     }
     return found;

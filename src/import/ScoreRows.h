@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <QHash>
+#include <QSet>
 
 #include "import/ScoreTarget.h"
 #include "platform/database/Connection.h"
@@ -49,7 +50,7 @@ public:
     ExamScoreRows(database::Connection& connection, QString exam);
 
     /// The exam's row of the student, whatever name it bears; where none has the student's ID, the
-    /// first of that class and number that has no ID or bears the name. 0 if there is none. Throws
+    /// first of that class and number that has no ID (or 0) or bears the name. 0 if there is none. Throws
     /// Error.
     qint64 find(const ScoredStudent& student);
 
@@ -67,6 +68,8 @@ private:
     QString m_exam;
     bool m_isRead = false;
     QHash<qint64, ScoredStudent> m_rows;
+    /// Rows whose ID is 0 rather than none.
+    QSet<qint64> m_zeroIds;
     /// The rows of an ID and of a class and number, ascending.
     QHash<qint64, std::vector<qint64>> m_byId;
     QHash<Number, std::vector<qint64>> m_byNumber;

@@ -55,6 +55,18 @@ TEST_F(ScoreRows, OfAnExamAreFoundByNumberWithoutAnIdOrByTheName)
     EXPECT_EQ(rows.find({1, 1, u"王"_s, 0}), 0);
 }
 
+TEST_F(ScoreRows, WithoutAnIdComeAheadOfThoseWhoseIdIsZero)
+{
+    row(u"期中"_s, 2, 1, u"甲"_s, u"0"_s);
+    row(u"期中"_s, 2, 1, u"乙"_s, u"NULL"_s);
+    EXPECT_EQ(rows.find({2, 1, u"谁"_s, 0}), 6);
+    EXPECT_EQ(rows.find({2, 1, u"谁"_s, 8}), 5) << "to a known student both are nobody's";
+    rows.set(6, {2, 2, u"乙"_s, 0});
+    EXPECT_EQ(rows.find({2, 1, u"谁"_s, 0}), 5);
+    rows.set(5, {2, 2, u"甲"_s, 0});
+    EXPECT_EQ(rows.find({2, 2, u"谁"_s, 0}), 5) << "written without an ID";
+}
+
 TEST_F(ScoreRows, OfAnExamBelongToWhomTheyWereWrittenFor)
 {
     rows.set(9, {3, 3, u"新"_s, 20});
