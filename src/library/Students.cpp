@@ -1,5 +1,7 @@
 #include "library/Students.h"
 
+#include <cmath>
+
 #include "platform/database/Error.h"
 #include "platform/database/Recordset.h"
 #include "platform/database/SqlPieces.h"
@@ -104,6 +106,19 @@ QString Students::GetMC(const QString& exam, const QString& column, qint64 id)
         rank = rows.Fields(column).Value().text();
     });
     return rank;
+}
+
+double freeNumber(database::Connection& connection, double classNumber, double highest)
+{
+    double number = std::floor(highest) + 1;
+    database::Statement& rows = connection.prepared(
+        u"select distinct 学号 from 成绩表 where 班级=? and 学号>=? order by 学号"_s);
+    rows.bind({classNumber, number});
+    while (rows.step()) {
+        if (runtime::Val(rows.value(0)) == number)
+            ++number;
+    }
+    return number;
 }
 
 } // namespace library

@@ -35,4 +35,9 @@ private:
     database::Connection& m_conn;
 };
 
+/// The number to offer for one more student of a class whose highest number is that: the first one
+/// behind it that no row of 成绩表 has in the class. A leaver's would mix up what is looked up by
+/// class and number. Throws database::Error.
+double freeNumber(database::Connection& connection, double classNumber, double highest);
+
 } // namespace library

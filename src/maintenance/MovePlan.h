@@ -61,8 +61,8 @@ struct MovePlan
 /// file. Throws database::Error.
 MovePlan planMoves(database::Connection& connection, const std::vector<StudentMove>& moves);
 
-/// The number behind the highest one that the class will have after the changes; 1 for a class
-/// without students. Throws database::Error.
+/// The number to offer in the class, behind the highest one that it will have after the changes, as
+/// library::freeNumber. Throws database::Error.
 double freeNumber(database::Connection& connection, const std::vector<StudentMove>& moves,
                   double classNumber);
 

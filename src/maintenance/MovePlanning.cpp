@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <set>
 
+#include "library/Students.h"
 #include "maintenance/MovePlan.h"
 #include "maintenance/QuotedText.h"
 #include "platform/database/ReadBatch.h"
@@ -334,7 +334,8 @@ double freeNumber(database::Connection& connection, const std::vector<StudentMov
                   double classNumber)
 {
     const database::ReadBatch reading(connection);
-    return std::floor(Planning(connection, moves).highestNumber(classNumber)) + 1;
+    const double highest = Planning(connection, moves).highestNumber(classNumber);
+    return library::freeNumber(connection, classNumber, highest);
 }
 
 } // namespace maintenance

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "library/ExamName.h"
+#include "library/Students.h"
 #include "maintenance/TypedNumber.h"
 #include "platform/database/ColumnDeclaration.h"
 #include "platform/database/ReadBatch.h"
@@ -76,11 +77,6 @@ bool agreesToName(const QString& name, const QString& classNumber, const QString
 
 } // namespace
 
-double ClassRoster::freeNumber() const
-{
-    return students.empty() ? 1 : runtime::Int(students.back().number) + 1;
-}
-
 QStringList ClassRoster::namesOf(double number) const
 {
     QStringList names;
@@ -135,6 +131,8 @@ std::optional<ClassRoster> StudentAddition::roster(const QString& classNumber) c
         const runtime::Phase phase;
         const database::ReadBatch reading(m_library.Conn);
         found = readRoster(*number);
+        const double highest = found.isNew() ? 0 : found.students.back().number;
+        found.freeNumber = library::freeNumber(m_library.Conn, *number, highest);
     });
     return isRead ? std::optional(found) : std::nullopt;
 }

@@ -25,8 +25,8 @@ struct ClassRoster
     runtime::Value category;
 
     bool isNew() const { return students.empty(); }
-    /// One more than the highest number.
-    double freeNumber() const;
+    /// The number to offer, as library::freeNumber.
+    double freeNumber = 1;
     /// The names of those who have the number.
     QStringList namesOf(double number) const;
 };

@@ -27,7 +27,7 @@ public:
 
     /// What the changes will do, as the library is now. Throws database::Error.
     MovePlan plan() { return planMoves(m_library.Conn, m_moves); }
-    /// A number that nobody of the class will have. Throws database::Error.
+    /// A number that nobody of the class will have, or had in an exam. Throws database::Error.
     double freeNumber(double classNumber);
 
     /// Asks with the counts, then carries everything out. Tells the library's followers and the

@@ -68,10 +68,19 @@ TEST_F(StudentAdditions, ShowAClassByNumberWithWhatItsFirstStudentSays)
     EXPECT_EQ(roster->stream, u"理"_s);
     EXPECT_EQ(roster->category.text(), u"3"_s);
     EXPECT_EQ(roster->students.front().name, u"丙"_s);
-    EXPECT_EQ(roster->freeNumber(), 8);
+    EXPECT_EQ(roster->freeNumber, 8);
     for (const QString& none : {u"9"_s, u""_s, u"x"_s, u"' or ''='"_s})
         EXPECT_TRUE(addition.roster(none)->isNew());
-    EXPECT_EQ(addition.roster(u"9"_s)->freeNumber(), 1);
+    EXPECT_EQ(addition.roster(u"9"_s)->freeNumber, 1);
+}
+
+TEST_F(StudentAdditions, OfferANumberThatNoLeaverHasInAnExam)
+{
+    for (const double number : {8.0, 9.0, 11.0, 4.0})
+        test.execute(u"insert into 成绩表(考试名称, 班级, 学号, 姓名) "
+                     "values('期中', 2, %1, '离校')"_s.arg(number));
+    EXPECT_EQ(addition.roster(u"2"_s)->freeNumber, 10);
+    EXPECT_EQ(addition.roster(u"1"_s)->freeNumber, 2) << "another class";
 }
 
 TEST_F(StudentAdditions, TakeStreamAndCategoryOfTheClass)

@@ -326,7 +326,15 @@ TEST_F(MovesOfStudents, OfferTheNumberBehindTheLastOfTheClass)
     EXPECT_EQ(moves.freeNumber(77), 1);
     moves.add(to(bing, 5, 8));
     EXPECT_EQ(moves.freeNumber(5), 9) << "with what is gathered";
+    EXPECT_EQ(moves.freeNumber(2), 2) << "behind the scores that he leaves";
+    test.execute(u"delete from 成绩表 where 班级=2"_s);
     EXPECT_EQ(moves.freeNumber(2), 1) << "without him who leaves";
+}
+
+TEST_F(MovesOfStudents, OfferNoNumberThatALeaverHasInAnExam)
+{
+    test.execute(u"update 成绩表 set 学号=3 where 姓名='乙'"_s);
+    EXPECT_EQ(moves.freeNumber(1), 4);
 }
 
 TEST_F(MovesOfStudents, NobodyAskedForAreTold)

@@ -151,7 +151,7 @@ void AddStudentScreen::showRoster(const ClassRoster& roster)
             u"科类（%1）和类别代码（%2）与本班相同。"_s.arg(roster.stream, roster.category.text()));
     }
     if (m_number->text() == m_offered) {
-        m_offered = runtime::doubleText(roster.freeNumber());
+        m_offered = runtime::doubleText(roster.freeNumber);
         m_number->setText(m_offered);
     }
 }
