@@ -556,6 +556,10 @@ class OtherCommands(ConvertTest):
         "teachers": ("--exam", "高一期中"),
         "set-streams": ("--science", "1"),
         "info": (),
+        "backups": (),
+        "restore": ("1",),
+        "remove-exams": ("高一期中", "--yes"),
+        "move-student": ("--class", "2", "--number", "1", "--to-class", "1", "--yes"),
     }
 
     def commands(self):
@@ -563,7 +567,7 @@ class OtherCommands(ConvertTest):
         return set(re.findall(r"^yunshan-cli ([a-z-]+) ", usage, re.M))
 
     def test_all_of_them(self):
-        self.assertEqual(set(self.REQUIRED) | {"new", "convert"}, self.commands())
+        self.assertEqual(set(self.REQUIRED) | {"new", "convert", "tidy"}, self.commands())
         sentence = f"{self.old} 是旧格式的成绩库，请先用 yunshan-cli convert 转换。"
         before = oldsamples.found(self.folder)
         for command, arguments in self.REQUIRED.items():
@@ -571,6 +575,14 @@ class OtherCommands(ConvertTest):
                 result = self.run_program(command, self.old, *arguments, expect=USAGE)
                 self.assertEqual((result.out, result.err.splitlines()[0]), ("", sentence))
                 self.assertEqual(oldsamples.found(self.folder), before)
+
+    def test_tidy_over_its_students(self):
+        book = self.folder / "成绩.csv"
+        book.write_text("班级,学号,姓名,语文\n1,1,甲,90\n")
+        result = self.run_program("tidy", book, "--library", self.old, "--out", self.folder / "整理.xlsx",
+                                  expect=USAGE)
+        self.assertEqual(result.err.splitlines()[0],
+                         f"{self.old} 是旧格式的成绩库，请先用 yunshan-cli convert 转换。")
 
     def test_no_new_library_takes_its_place(self):
         before = oldsamples.found(self.folder)

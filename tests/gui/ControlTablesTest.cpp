@@ -355,7 +355,8 @@ const std::vector<Window> windows{
       {Push, u"buttonRemove", u"删除…"},
       {Label, u"LabelPlan", u"要做的调整"},
       {Grid, u"PlanGrid"},
-      {Check, u"CheckBackup", u"执行前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"},
+      {Check, u"CheckBackup", u"执行前备份成绩库",
+       u"在成绩库旁边留一份副本，“文件”菜单的“恢复备份”可以找回来。"},
       {Push, u"buttonTakeBack", u"撤回一项", u"撤回表里选中的一项调整"},
       {Push, u"buttonRun", u"执行"},
       {Push, u"buttonClose", u"关闭"}}},
@@ -365,7 +366,8 @@ const std::vector<Window> windows{
       {Editor, u"TextName"},
       {Grid, u"GridItems"},
       {Memo, u"TextChanges"},
-      {Check, u"CheckBackup", u"保存前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"},
+      {Check, u"CheckBackup", u"保存前备份成绩库",
+       u"在成绩库旁边留一份副本，“文件”菜单的“恢复备份”可以找回来。"},
       {Label, u"LabelExam", u"考试"},
       {Label, u"LabelName", u"名称"},
       {Label, u"LabelHint", u"在“改为”一列里点一格或按 F2 修改。没有考的科目满分留空。"},
@@ -377,7 +379,8 @@ const std::vector<Window> windows{
      {{Editor, u"TextName"},
       {Editor, u"TextFormula"},
       {List, u"ListSubjects"},
-      {Check, u"CheckBackup", u"添加前备份成绩库", u"在成绩库旁边留一份副本，只保留最近的5份。"},
+      {Check, u"CheckBackup", u"添加前备份成绩库",
+       u"在成绩库旁边留一份副本，“文件”菜单的“恢复备份”可以找回来。"},
       {Label, u"LabelName", u"科目名称"},
       {Label, u"LabelHint",
        u"名称以“总分”结尾的是总分，由公式计算：在下面选中科目，或者直接输入公式。"},
@@ -555,7 +558,7 @@ TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
                      "mtZB 个别转班|-|mtStudentMoves 学生调整…|mtAddSubject 添加科目…|"
                      "mtAddStudent 添加学生…"_s},
         {u"mSJCL"_s, u"mSHowInfo 显示基本信息|-|mFXSZ 分析设置|-|msGRFX 个人分析|mZHFX 综合分析|-|"
-                     "mtEXCEL 导出到Excel|-|figureStudents 查看名单"_s}};
+                     "mtEXCEL 导出到Excel|-|figureStudents 查看名单|itemExplanation 口径…"_s}};
     for (auto it = expected.begin(); it != expected.end(); ++it)
         EXPECT_EQ(itemsOf(menu.menu(it.key())).join(u'|'), it.value());
 }
@@ -572,7 +575,8 @@ TEST_F(ControlTables, TheImportsSayWhatStandsInTheFirstField)
 TEST_F(ControlTables, TheGridHasItsMenu)
 {
     EXPECT_EQ(itemsOf(open(u"AFormMain"_s).findChild<QMenu*>(u"mTC"_s)),
-              (QStringList{u"mMfgToXls 导出到Excel"_s, u"-"_s, u"figureStudents 查看名单"_s}));
+              (QStringList{u"mMfgToXls 导出到Excel"_s, u"-"_s,
+                           u"figureStudents 查看名单|itemExplanation 口径…"_s}));
 }
 
 } // namespace
