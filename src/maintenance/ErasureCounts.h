@@ -16,6 +16,8 @@ struct StreamOfExam
     qint64 rows = 0;     ///< of 成绩表
     qint64 students = 0; ///< who have a score in them
     qint64 scores = 0;   ///< cells of subjects that are not empty
+
+    friend bool operator==(const StreamOfExam&, const StreamOfExam&) = default;
 };
 
 /// What goes with exams that are erased, and what stays that names them.
@@ -30,6 +32,7 @@ struct ErasureCounts
     qint64 scoreRows() const;
     /// The counts in the words of the question ahead of the erasure.
     QString text() const;
+    friend bool operator==(const ErasureCounts&, const ErasureCounts&) = default;
 };
 
 /// Counts from one state of the file. An exam is known by its name to the letter. Throws

@@ -1,6 +1,7 @@
 #include "maintenance/ExamErasure.h"
 
 #include "maintenance/QuotedText.h"
+#include "maintenance/Refusal.h"
 #include "platform/database/Statement.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
@@ -50,7 +51,7 @@ ExamErasure::Result ExamErasure::run(const QStringList& exams, runtime::Progress
     bool isDone = false;
     {
         const library::BackupBeforeWrite copy(m_library, progress, backup, occasionOf(exams));
-        erasureTrap([&] { isDone = eraseAll(exams, counts.scoreRows(), progress); });
+        unlessRefused(erasureTrap, [&] { isDone = eraseAll(exams, counts, progress); });
     }
     progress.finish();
     if (!isDone)
@@ -77,13 +78,17 @@ bool ExamErasure::isWanted(const ErasureCounts& counts, library::Backup backup) 
     return runtime::choose(choice) != choice.safe;
 }
 
-bool ExamErasure::eraseAll(const QStringList& exams, qint64 total, runtime::Progress& progress)
+bool ExamErasure::eraseAll(const QStringList& exams, const ErasureCounts& asked,
+                           runtime::Progress& progress)
 {
     database::WriteBatch batch(m_library.Conn);
+    if (countErasure(m_library, exams) != asked)
+        throw Refusal(
+            u"回答问题期间别的程序改动了这些考试，什么也没有删除。请再看一遍要删除的内容。"_s);
     const bool hasTeachers = m_library.Conn.columns(u"教师表"_s).count() > 0;
     m_erased = {};
     for (const QString& exam : exams) {
-        if (!eraseScores(exam, total, progress))
+        if (!eraseScores(exam, asked.scoreRows(), progress))
             return false;
         m_erased.examRows += runWith(m_library.Conn,
                                      u"delete from 考试名称表 where 考试名称=?1 and "

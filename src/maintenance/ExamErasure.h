@@ -31,8 +31,10 @@ private:
     };
 
     bool isWanted(const ErasureCounts& counts, library::Backup backup) const;
-    /// False if the run was cancelled.
-    bool eraseAll(const QStringList& exams, qint64 total, runtime::Progress& progress);
+    /// False if the run was cancelled. Throws Refusal if the exams are not as they were when the
+    /// user was asked.
+    bool eraseAll(const QStringList& exams, const ErasureCounts& asked,
+                  runtime::Progress& progress);
     bool eraseScores(const QString& exam, qint64 total, runtime::Progress& progress);
 
     library::ScoreLibrary& m_library;

@@ -153,6 +153,18 @@ TEST_F(ExamErasures, TakeAnExamWhateverItsNameHoldsAndNoOther)
     EXPECT_EQ(test.dialogs.failures, QStringList());
 }
 
+TEST_F(ExamErasures, TakeNothingIfRowsCameWhileTheQuestionWaited)
+{
+    const QString came = u"insert into 成绩表(考试名称, 科类, 姓名) values('期中', '理', '抢先')"_s;
+    test.dialogs.expect(question, u"彻底删除"_s);
+    const runtime::BeforeDialogs meanwhile([&] { test.execute(came); });
+    EXPECT_EQ(erase({u"期中"_s}), Result::Stopped);
+    EXPECT_EQ(test.dialogs.shown.last(),
+              u"回答问题期间别的程序改动了这些考试，什么也没有删除。请再看一遍要删除的内容。"_s);
+    EXPECT_TRUE(test.rows(u"select count(*) from 成绩表 where 考试名称='期中'"_s).toInt() > 3);
+    EXPECT_EQ(test.dialogs.failures, QStringList());
+}
+
 TEST_F(ExamErasures, ShowLongAndBrokenNamesOnAShortLine)
 {
     EXPECT_EQ(maintenance::shownName(QString(10'000, u'长')), QString(60, u'长') + u'…');
