@@ -4,6 +4,9 @@
 
 #include "library/ColumnNames.h"
 #include "maintenance/ExamRename.h"
+#include "maintenance/QuotedText.h"
+#include "maintenance/Refusal.h"
+#include "maintenance/TypedFormula.h"
 #include "maintenance/TypedNumber.h"
 #include "platform/database/ColumnDeclaration.h"
 #include "platform/database/ReadBatch.h"
@@ -11,7 +14,6 @@
 #include "platform/database/Statement.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
-#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
@@ -31,8 +33,6 @@ namespace {
 const Trap detailsTrap{" - Sub SaveExam/ExamDetails"};
 
 const QString title = u"提示"_s;
-/// As many as a total's column holds.
-constexpr qsizetype longestFormula = 50;
 constexpr int itemCol = 0;
 
 int beforeCol(size_t row)
@@ -45,9 +45,9 @@ int afterCol(size_t row)
     return beforeCol(row) + 1;
 }
 
-runtime::Error goneError(const QString& exam)
+Refusal goneError(const QString& exam)
 {
-    return runtime::Error(u"成绩库里已经没有考试“%1”了。"_s.arg(exam));
+    return Refusal(u"成绩库里已经没有考试“%1”了。"_s.arg(shownName(exam)));
 }
 
 bool agrees(const QString& text, const QString& goOn)
@@ -64,12 +64,6 @@ QString normalMark(const QString& typed)
     if (!number)
         return plainDigits(typed);
     return *number == 0 ? QString() : runtime::singleText(float(*number));
-}
-
-/// What an input method for Chinese makes of "+" is one too.
-QString normalFormula(QString typed)
-{
-    return typed.replace(u'＋', u'+').remove(u' ').remove(u'　');
 }
 
 } // namespace
@@ -104,7 +98,7 @@ QStringList ExamDetails::exams() const
 bool ExamDetails::load(const QString& exam)
 {
     Stored found;
-    const bool isRead = detailsTrap([&] {
+    const bool isRead = unlessRefused(detailsTrap, [&] {
         const runtime::Phase phase;
         const database::ReadBatch reading(m_library.Conn);
         found = read(exam);
@@ -272,9 +266,8 @@ QString ExamDetails::cellFault(const Change& change) const
                                  : u"%1的满分“%2”不是大于 0 的数。没有考的科目请留空。"_s.arg(
                                      change.title, text.left(30));
     if (text.size() > longestFormula)
-        return u"%1的公式最多 %2 个字，现在有 %3 个字。"_s.arg(change.title)
-            .arg(longestFormula)
-            .arg(text.size());
+        return u"%1的公式最多 %2 个字，现在有 %3 个字。"_s.arg(
+            change.title, QString::number(longestFormula), QString::number(text.size()));
     QStringList columns;
     for (const Item& item : m_stored.items) {
         if (item.kind != Kind::Remark)
@@ -298,6 +291,8 @@ bool ExamDetails::mayHide() const
         const database::ReadBatch reading(m_library.Conn);
         hidden = hiddenByRename(m_library.Conn, m_exam, name);
     }
+    for (QString& exam : hidden)
+        exam = shownName(exam);
     return hidden.isEmpty()
            || agrees(u"改名以后考试列表里看不到“%1”，也就不能浏览和统计：列表不列出名称包含在前面的"
                      "考试名称里的考试。\n请换一个互不包含的名称。"_s.arg(hidden.join(u"”、“"_s)),
@@ -337,7 +332,7 @@ QString ExamDetails::lostScores(const Change& change) const
     const qint64 count = rows.step() ? rows.integer(0) : 0;
     if (count == 0)
         return {};
-    return isNotSat ? u"%1：改为未考，已有 %2 人的成绩"_s.arg(change.title).arg(count)
+    return isNotSat ? u"%1：改为未考，已有 %2 人的成绩"_s.arg(change.title, QString::number(count))
                     : u"%1：%2 人的成绩高于 %3"_s.arg(change.title, QString::number(count),
                                                       change.after);
 }
@@ -359,7 +354,7 @@ DetailsSave ExamDetails::save(runtime::Progress& progress, library::Backup backu
     {
         const library::BackupBeforeWrite copy(m_library, progress, backup,
                                               {u"考试信息 "_s + m_exam});
-        isWritten = detailsTrap([&] { write(); });
+        isWritten = unlessRefused(detailsTrap, [&] { write(); });
     }
     progress.finish();
     if (!isWritten)
@@ -377,15 +372,15 @@ void ExamDetails::write() const
     if (now.rows.empty())
         throw goneError(m_exam);
     if (now != m_stored)
-        throw runtime::Error(u"打开以后，别的程序改动了这次考试的信息，没有保存。"
-                             "请关闭后重新打开，看过现在的内容再改。"_s);
+        throw Refusal(u"打开以后，别的程序改动了这次考试的信息，没有保存。"
+                      "请关闭后重新打开，看过现在的内容再改。"_s);
     const std::vector<Change> changes = changedCells();
     for (const Row& row : m_stored.rows)
         writeRow(row, changes);
     if (name != m_exam) {
         const QString taken = renameFault(m_library.Conn, m_exam, name);
         if (!taken.isEmpty())
-            throw runtime::Error(taken);
+            throw Refusal(taken);
         renameExam(m_library.Conn, m_exam, name);
     }
     batch.commit();
@@ -418,7 +413,7 @@ DetailsSave ExamDetails::offerScoring(runtime::Progress& progress)
 {
     const int button = runtime::choose(
         {.text = u"已保存。满分或公式变了，“%1”的总分、名次、Z分和T分还是按原来的算的。\n"
-                 "现在重新计算吗？"_s.arg(m_exam),
+                 "现在重新计算吗？"_s.arg(shownName(m_exam)),
          .buttons = {u"重新计算"_s, u"以后再算"_s},
          .safe = 1,
          .title = title});
@@ -430,7 +425,7 @@ DetailsSave ExamDetails::offerScoring(runtime::Progress& progress)
         return DetailsSave::Scored;
     runtime::MsgBox(
         u"“%1”的总分、名次、Z分和T分还是旧的。请在考试列表里选中它，再按“计算总分”。"_s.arg(
-            m_exam));
+            shownName(m_exam)));
     return DetailsSave::Stale;
 }
 

@@ -58,7 +58,7 @@ QString streamText(const PlannedStudent& one)
 QStringList gridRow(const PlannedStudent& one)
 {
     const std::optional<StudentPlace> here = one.student.place();
-    return {quoted(one.student.name.simplified()),
+    return {shownName(one.student.name),
             here ? here->text() : u"没有班级或学号"_s,
             placeText(one),
             streamText(one),

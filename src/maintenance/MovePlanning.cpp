@@ -203,7 +203,7 @@ void Planning::checkPlace(PlannedStudent& one, const Occupants& there) const
             continue;
         const QString text =
             m_changes.contains(other.id) ? u"“%1”也要到 %2。"_s : u"%2 已经是“%1”。"_s;
-        one.conflicts.append(text.arg(quoted(other.name.simplified()), one.to->text()));
+        one.conflicts.append(text.arg(shownName(other.name), one.to->text()));
     }
 }
 
@@ -281,8 +281,8 @@ void Planning::noteFirst(double classNumber, const FirstStudent& before, const F
         if (was != will && change != m_changes.end())
             m_students[change->second].notes.append(
                 u"%1 班名单里的第一名学生将是“%2”，以后导入时 %1 班的%3由“%4”变为“%5”。"_s.arg(
-                    runtime::doubleText(classNumber), quoted(after.student->name.simplified()),
-                    what, was, will));
+                    runtime::doubleText(classNumber), shownName(after.student->name), what, was,
+                    will));
     };
     note(u"科类"_s, before.stream, after.stream);
     note(u"类别代码"_s, before.category, after.category);

@@ -30,7 +30,7 @@ std::optional<double> RosterStudent::classOf() const
 QString RosterStudent::text() const
 {
     const std::optional<StudentPlace> here = place();
-    return u"%1（%2）"_s.arg(quoted(name.simplified()), here ? here->text() : u"没有班级或学号"_s);
+    return u"%1（%2）"_s.arg(shownName(name), here ? here->text() : u"没有班级或学号"_s);
 }
 
 SchoolRoster::SchoolRoster(database::Connection& connection)

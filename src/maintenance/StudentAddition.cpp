@@ -4,12 +4,13 @@
 
 #include "library/ExamName.h"
 #include "library/Students.h"
+#include "maintenance/QuotedText.h"
+#include "maintenance/Refusal.h"
 #include "maintenance/TypedNumber.h"
 #include "platform/database/ColumnDeclaration.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
-#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
@@ -82,7 +83,7 @@ QStringList ClassRoster::namesOf(double number) const
     QStringList names;
     for (const Student& student : students) {
         if (student.number == number)
-            names.append(student.name);
+            names.append(shownName(student.name));
     }
     return names;
 }
@@ -160,7 +161,7 @@ std::optional<qint64> StudentAddition::add(const NewStudent& student)
     if (!mayAdd(student))
         return {};
     std::optional<qint64> id;
-    additionTrap([&] { id = write(student); });
+    unlessRefused(additionTrap, [&] { id = write(student); });
     if (!id)
         return {};
     additionTrap([&] { m_library.readCatalogue(); });
@@ -227,7 +228,7 @@ qint64 StudentAddition::write(const NewStudent& student) const
     const ClassRoster found = readRoster(classNumber);
     const QString fault = faultOf(student, found);
     if (!fault.isEmpty())
-        throw runtime::Error(fault);
+        throw Refusal(fault);
     database::Recordset rows;
     rows.Open(u"select * from 信息表"_s, m_library.Conn);
     rows.AddNew();

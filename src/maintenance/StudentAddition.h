@@ -27,7 +27,7 @@ struct ClassRoster
     bool isNew() const { return students.empty(); }
     /// The number to offer, as library::freeNumber.
     double freeNumber = 1;
-    /// The names of those who have the number.
+    /// The names of those who have the number, as messages show them.
     QStringList namesOf(double number) const;
 };
 

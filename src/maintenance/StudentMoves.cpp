@@ -4,10 +4,10 @@
 #include <cmath>
 
 #include "maintenance/QuotedText.h"
+#include "maintenance/Refusal.h"
 #include "platform/database/Statement.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
-#include "platform/runtime/Error.h"
 #include "platform/runtime/Trap.h"
 #include "scoring/Scoring.h"
 
@@ -84,11 +84,11 @@ private:
 void StudentMoves::add(const StudentMove& move)
 {
     if (move.kind == Kind::Move && !(isNumber(move.to.classNumber) && isNumber(move.to.number)))
-        throw runtime::Error(u"班级和学号要是从 1 起的整数。"_s);
+        throw Refusal(u"班级和学号要是从 1 起的整数。"_s);
     if (move.kind == Kind::Swap && move.id == move.other)
-        throw runtime::Error(u"请选择另一名学生来交换。"_s);
+        throw Refusal(u"请选择另一名学生来交换。"_s);
     if (isPartOfOne(move.id) || (move.kind == Kind::Swap && isPartOfOne(move.other)))
-        throw runtime::Error(u"这名学生已经有一项调整了，请先撤回那一项。"_s);
+        throw Refusal(u"这名学生已经有一项调整了，请先撤回那一项。"_s);
     m_moves.push_back(move);
 }
 
@@ -124,7 +124,7 @@ StudentMoves::Result StudentMoves::run(runtime::Progress& progress, library::Bac
     bool isDone = false;
     {
         const library::BackupBeforeWrite copy(m_library, progress, backup, {.text = u"学生调整"_s});
-        movesTrap([&] { isDone = write(asked, progress); });
+        unlessRefused(movesTrap, [&] { isDone = write(asked, progress); });
     }
     progress.finish();
     if (!isDone)
@@ -161,7 +161,7 @@ bool StudentMoves::write(const MovePlan& asked, runtime::Progress& progress)
 {
     database::WriteBatch batch(m_library.Conn);
     if (!(plan() == asked))
-        throw runtime::PhaseError(u"回答问题期间成绩库有改动，什么也没有写入。请再看一遍调整。"_s);
+        throw Refusal(u"回答问题期间成绩库有改动，什么也没有写入。请再看一遍调整。"_s);
     MoveWriter writer(m_library.Conn);
     int done = 0;
     for (const PlannedStudent& one : asked.students) {

@@ -19,7 +19,7 @@ public:
     explicit StudentMoves(library::ScoreLibrary& scoreLibrary) : m_library(scoreLibrary) {}
 
     const std::vector<StudentMove>& gathered() const { return m_moves; }
-    /// Throws Error for a place that is none, a student who changes places with himself, and one
+    /// Throws Refusal for a place that is none, a student who changes places with himself, and one
     /// who is part of a change that was gathered before.
     void add(const StudentMove& move);
     /// Takes back the change of that place, counted from 0.

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "library/ui/BackupBox.h"
+#include "maintenance/QuotedText.h"
 #include "platform/grid/ui/CellTextEditor.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/grid/ui/GridEditor.h"
@@ -219,8 +220,9 @@ bool ExamDetailsScreen::mayLeave()
     if (!m_details.isChanged())
         return true;
     const CommandScope command(m_dialogs);
-    return widgets::settleUnsaved(u"“%1”的信息有改动，还没有保存。"_s.arg(m_details.exam()),
-                                  [this] { return save(); });
+    return widgets::settleUnsaved(
+        u"“%1”的信息有改动，还没有保存。"_s.arg(shownName(m_details.exam())),
+        [this] { return save(); });
 }
 
 } // namespace maintenance

@@ -8,6 +8,7 @@
 
 #include "library/ui/BackupBox.h"
 #include "library/ui/StudentTreePanel.h"
+#include "maintenance/Refusal.h"
 #include "maintenance/SchoolClasses.h"
 #include "maintenance/ui/MoveBox.h"
 #include "maintenance/ui/SwapBox.h"
@@ -144,7 +145,7 @@ std::optional<PlannedStudent> StudentMovesScreen::chosenStudent()
 
 void StudentMovesScreen::gather(const StudentMove& wanted)
 {
-    screenTrap([&] { m_moves.add(wanted); });
+    unlessRefused(screenTrap, [&] { m_moves.add(wanted); });
     showPlan();
 }
 
@@ -187,8 +188,8 @@ void StudentMovesScreen::remove()
         constexpr int cancel = 2;
         const int pressed = runtime::choose(
             {.text = u"%1有 %2 条以前的成绩，要连同成绩删除吗？\n\n"
-                     "先记在右边的表里，按“执行”时才删除。"_s.arg(chosen->student.text())
-                         .arg(chosen->earlier.size()),
+                     "先记在右边的表里，按“执行”时才删除。"_s.arg(
+                         chosen->student.text(), QString::number(chosen->earlier.size())),
              .buttons = {u"连同成绩"_s, u"只删学生"_s, u"取消"_s},
              .safe = cancel,
              .title = u"删除学生"_s});
