@@ -5,11 +5,12 @@
 
 #include "library/ColumnNames.h"
 #include "library/SubjectColumns.h"
+#include "maintenance/Refusal.h"
+#include "maintenance/TypedFormula.h"
 #include "platform/database/ColumnDeclaration.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
-#include "platform/runtime/Error.h"
 #include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
 #include "scoring/TotalFormulas.h"
@@ -25,8 +26,6 @@ const Trap additionTrap{" - Sub AddSubject/SubjectAddition"};
 
 /// As many as 科目 of 详细设置表 and 总分 of 总分公式 hold.
 constexpr qsizetype longestName = 50;
-/// As many as a total's column of 考试名称表 holds.
-constexpr qsizetype longestFormula = 50;
 
 /// The ending of a derived column that the name has; "" for none.
 QString derivedEnding(const QString& name)
@@ -91,9 +90,10 @@ QString SubjectAddition::knownFormula(const QString& total) const
     return formula;
 }
 
-bool SubjectAddition::run(const NewSubject& subject, runtime::Progress& progress,
+bool SubjectAddition::run(const NewSubject& typed, runtime::Progress& progress,
                           library::Backup backup)
 {
+    const NewSubject subject{.name = typed.name, .formula = normalFormula(typed.formula)};
     QString fault;
     if (!additionTrap([&] { fault = faultOf(subject); }))
         return false;
@@ -105,7 +105,7 @@ bool SubjectAddition::run(const NewSubject& subject, runtime::Progress& progress
     {
         const library::BackupBeforeWrite copy(m_library, progress, backup,
                                               {u"添加科目 "_s + subject.name});
-        isDone = additionTrap([&] { add(subject); });
+        isDone = unlessRefused(additionTrap, [&] { add(subject); });
     }
     progress.finish();
     if (!isDone)
@@ -115,8 +115,13 @@ bool SubjectAddition::run(const NewSubject& subject, runtime::Progress& progress
     return true;
 }
 
-QString SubjectAddition::nextSteps(const QString& subject)
+QString SubjectAddition::nextSteps(const NewSubject& added)
 {
+    const QString& subject = added.name;
+    if (library::isTotal(subject) && normalFormula(added.formula).isEmpty())
+        return u"已添加总分“%1”，它还没有公式，不会计算。\n\n"
+               "请在“数据维护”的“总分设置”里选中考试，设好公式，再计算总分。以后导入的考试也要这样设。"_s
+                   .arg(subject);
     if (library::isTotal(subject))
         return u"已添加总分“%1”，以后导入的考试都按它的公式计算。\n\n"
                "以前的考试还没有它的公式：请在“数据维护”的“总分设置”里选中这些考试，设好公式，再计算总分。"_s
@@ -153,7 +158,7 @@ void SubjectAddition::add(const NewSubject& subject) const
     database::WriteBatch batch(m_library.Conn);
     const QString fault = faultOf(subject);
     if (!fault.isEmpty())
-        throw runtime::Error(fault);
+        throw Refusal(fault);
     for (const auto& columns :
          {library::addedColumns(subject.name), library::addedTRank(subject.name)}) {
         for (const auto& [sql, name] : columns)

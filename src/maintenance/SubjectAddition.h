@@ -25,12 +25,12 @@ public:
 
     /// Adds the columns behind those that are there, and the formula of a total. Refused by a
     /// message: a name that no column can have or that a column has, and a formula of other terms
-    /// than subjects of the library. False then, and if it failed; nothing has changed. Tells the
-    /// library's followers when it is done.
-    bool run(const NewSubject& subject, runtime::Progress& progress, library::Backup backup);
+    /// than subjects of the library. A total without a formula waits for one. False then, and if it
+    /// failed; nothing has changed. Tells the library's followers when it is done.
+    bool run(const NewSubject& typed, runtime::Progress& progress, library::Backup backup);
 
-    /// What the user has to do before the subject counts.
-    static QString nextSteps(const QString& subject);
+    /// What the user has to do before the subject or total counts.
+    static QString nextSteps(const NewSubject& added);
 
 private:
     QString faultOf(const NewSubject& subject) const;

@@ -151,7 +151,9 @@ TEST_F(SubjectAdditions, RefuseFormulasAsTheScreenOfTotalsDoes)
            u"总分公式中添加的科目： 物理 无效！只能添加现有科目。"_s);
     refuse({u"三科总分"_s, u"语文+"_s}, u"总分公式中添加的科目：  无效！只能添加现有科目。"_s);
     refuse({u"三科总分"_s, QString(51, u'语')}, u"总分公式最多 50 个字，现在有 51 个字。"_s);
-    EXPECT_TRUE(add({u"三科总分"_s, {}})) << "a total can wait for its formula";
+    EXPECT_TRUE(add({u"三科总分"_s, u" 　"_s})) << "a total can wait for its formula";
+    EXPECT_TRUE(add({u"两科总分"_s, u" 语文 ＋　总分 "_s})) << "as it is meant";
+    EXPECT_EQ(test.rows(u"select 公式 from 总分公式 where 总分='两科总分'"_s), u"语文+总分"_s);
 }
 
 TEST_F(SubjectAdditions, NeedTheThreeTables)
@@ -200,13 +202,17 @@ TEST_F(SubjectAdditions, MakeOneCopyOfTheLibraryAsItWasAndAreFollowedOnce)
 
 TEST(SubjectAddition, SaysWhatComesNext)
 {
-    EXPECT_EQ(SubjectAddition::nextSteps(u"物理"_s),
+    EXPECT_EQ(SubjectAddition::nextSteps({u"物理"_s}),
               u"已添加科目“物理”。\n\n以后导入考试时，工作表里有“物理”这一列就会导入，并询问满分。"
               "要计入总分，请在“数据维护”的“总分设置”里把它加进各次考试的公式。"_s);
     EXPECT_EQ(
-        SubjectAddition::nextSteps(u"三科总分"_s),
+        SubjectAddition::nextSteps({u"三科总分"_s, u"语文"_s}),
         u"已添加总分“三科总分”，以后导入的考试都按它的公式计算。\n\n以前的考试还没有它的公式："
         "请在“数据维护”的“总分设置”里选中这些考试，设好公式，再计算总分。"_s);
+    EXPECT_EQ(
+        SubjectAddition::nextSteps({u"三科总分"_s, u" "_s}),
+        u"已添加总分“三科总分”，它还没有公式，不会计算。\n\n请在“数据维护”的“总分设置”里选中考试，"
+        "设好公式，再计算总分。以后导入的考试也要这样设。"_s);
 }
 
 } // namespace

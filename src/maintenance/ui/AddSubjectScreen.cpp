@@ -88,14 +88,14 @@ void AddSubjectScreen::takeSubjects()
 void AddSubjectScreen::add()
 {
     const CommandScope command(m_dialogs);
-    const QString name = m_name->text().trimmed();
     widgets::ScreenProgress progress(this);
-    if (!m_addition.run({name, m_formula->text().trimmed()}, progress, m_backup->backup()))
+    const NewSubject subject{.name = m_name->text().trimmed(), .formula = m_formula->text()};
+    if (!m_addition.run(subject, progress, m_backup->backup()))
         return m_name->setFocus();
     listSubjects();
     m_name->clear();
     m_name->setFocus();
-    m_wantsTotals = runtime::choose({.text = SubjectAddition::nextSteps(name),
+    m_wantsTotals = runtime::choose({.text = SubjectAddition::nextSteps(subject),
                                      .buttons = {u"打开总分设置"_s, u"以后再说"_s},
                                      .safe = 1,
                                      .title = u"添加科目"_s})
