@@ -32,6 +32,18 @@ constexpr KindText kindTexts[] = {
     {PreviewKind::RowLeft, u"没有导入的行", u"RowLeft", u"行"},
 };
 
+constexpr bool isEachAtItsPlace()
+{
+    size_t place = 0;
+    for (const KindText& texts : kindTexts) {
+        if (size_t(texts.kind) != place++)
+            return false;
+    }
+    return place == size_t(PreviewKind::RowLeft) + 1;
+}
+
+static_assert(isEachAtItsPlace(), "textsOf finds a kind by its place");
+
 const KindText& textsOf(PreviewKind kind)
 {
     return kindTexts[int(kind)];
