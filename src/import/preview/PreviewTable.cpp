@@ -1,7 +1,9 @@
 #include "import/preview/PreviewTable.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "platform/runtime/Numbers.h"
 #include "platform/runtime/OneLine.h"
 #include "workbooks/model/Workbook.h"
 
@@ -44,7 +46,7 @@ SortKey keyOf(const PreviewEntry& entry, int column)
     const QString text = cellsOf(entry).at(column);
     bool isNumber = false;
     const double number = text.toDouble(&isNumber);
-    if (isNumber)
+    if (isNumber && std::isfinite(number))
         return {SortKey::Kind::Number, number, {}};
     return {text.isEmpty() ? SortKey::Kind::Empty : SortKey::Kind::Text, 0, text};
 }
@@ -136,25 +138,36 @@ void PreviewTable::fill()
 
 namespace {
 
-/// A text that is a number goes to a sheet as one.
+/// A text that is a number goes to a sheet as one if the sheet shows it as it stands.
 runtime::Value sheetValue(const QString& text)
 {
     bool isNumber = false;
     const double number = text.toDouble(&isNumber);
-    return isNumber ? runtime::Value(number) : runtime::Value(text);
+    const bool isKept = isNumber && std::isfinite(number) && runtime::doubleText(number) == text;
+    return isKept ? runtime::Value(number) : runtime::Value(text);
+}
+
+bool holdsNumbers(int column, PreviewKind kind)
+{
+    constexpr int row = 2;
+    constexpr int number = 4;
+    constexpr int before = 7;
+    constexpr int after = 8;
+    const bool isOfScores = kind == PreviewKind::Changed || kind == PreviewKind::BadCell
+                            || kind == PreviewKind::TextCell;
+    return (column >= row && column <= number)
+           || (isOfScores && (column == before || column == after));
 }
 
 void setSheetRow(excel::Worksheet& sheet, int row, const PreviewEntry& entry)
 {
-    constexpr int name = 5;
-    constexpr int remark = 9;
     int column = 0;
     for (const QString& text : cellsOf(entry)) {
         ++column;
         if (!text.isEmpty())
             sheet.setCell(row, column,
-                          column == name || column == remark ? runtime::Value(text)
-                                                             : sheetValue(text));
+                          holdsNumbers(column, entry.kind) ? sheetValue(text)
+                                                           : runtime::Value(text));
     }
 }
 

@@ -125,6 +125,43 @@ TEST(PreviewTable, IsSavedAsAWorkbookAsItIsShown)
     EXPECT_THROW(table.save(folder.filePath(u"没有/预览.xlsx"_s)), runtime::Error);
 }
 
+TEST(PreviewTable, WhatOnlyLooksLikeANumberIsSavedAsTheTextThatItIs)
+{
+    Preview preview;
+    const QStringList texts{u"007"_s, u"nan"_s, u"inf"_s, u"123456789012345678"_s, u"1e3"_s};
+    for (const QString& text : texts)
+        preview.add({PreviewKind::TextCell, 2, text, text, {}, {}, text, text, {}});
+    preview.add({PreviewKind::OtherName, 3, u"1"_s, {}, {}, {}, u"12"_s, u"13"_s, {}});
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"预览.xlsx"_s);
+    PreviewTable(preview).save(path);
+    excel::Application application;
+    const excel::Worksheet& sheet = application.Workbooks().Open(path).Worksheets().Item(1);
+    constexpr int first = 5;
+    EXPECT_EQ(sheet.Cells(first, 3), runtime::Value(1.0));
+    EXPECT_EQ(sheet.Cells(first, 7), runtime::Value(u"12"_s)) << "a name";
+    EXPECT_EQ(sheet.Cells(first, 8), runtime::Value(u"13"_s));
+    int row = first;
+    for (const QString& text : texts) {
+        ++row;
+        for (const int column : {3, 4, 7, 8})
+            EXPECT_EQ(sheet.Cells(row, column), runtime::Value(text)) << row << ',' << column;
+    }
+}
+
+TEST(PreviewTable, SortsWhatIsNoNumberAsText)
+{
+    Preview preview;
+    for (const QString& text : {u"nan"_s, u"9"_s, u"nan"_s, u"10"_s, u"abc"_s})
+        preview.add({PreviewKind::TextCell, 2, {}, {}, {}, {}, text, {}, {}});
+    PreviewTable table(preview);
+    table.sort(6);
+    QStringList sorted;
+    for (int row = 1; row < table.grid.Rows(); ++row)
+        sorted.append(table.grid.TextMatrix(row, 6));
+    EXPECT_EQ(sorted, (QStringList{u"9"_s, u"10"_s, u"abc"_s, u"nan"_s, u"nan"_s}));
+}
+
 TEST(PreviewTable, ListsNoMoreThanAWorkbookHolds)
 {
     Preview preview;
