@@ -1,6 +1,5 @@
 #include "import/preview/ExamPreview.h"
 
-#include <map>
 #include <memory>
 
 #include <QFileInfo>
@@ -8,6 +7,7 @@
 #include "import/ExamSheet.h"
 #include "import/preview/ExamComparison.h"
 #include "import/preview/PreviewMarks.h"
+#include "import/preview/RowsByNumber.h"
 #include "import/preview/SheetEntry.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/runtime/Numbers.h"
@@ -19,8 +19,6 @@ using namespace Qt::StringLiterals;
 using runtime::Value;
 
 namespace {
-
-using Number = std::pair<double, double>;
 
 /// Goes through a sheet of exam results as the import does, and notes what it finds.
 class Previewer
@@ -48,7 +46,6 @@ private:
     QString whatIsBad(const ScoreCell& cell, const ImportSubject& subject) const;
     void takeTarget(int row, const SheetStudent& student, const KnownStudents::Student* known);
     void tellTwice();
-    void tellRowsLeft();
 
     library::ScoreLibrary& m_library;
     const ExamPreviewRequest& m_request;
@@ -66,7 +63,7 @@ private:
     bool m_isStreamAsked = false;
     std::optional<PreviewMarks> m_marks;
     std::unique_ptr<ExamComparison> m_comparison;
-    std::map<Number, std::vector<int>> m_rowsOf;
+    RowsByNumber m_rowsOf;
     Preview m_preview;
 };
 
@@ -97,7 +94,8 @@ Preview Previewer::run()
     tellTwice();
     if (m_comparison)
         m_comparison->tell(m_stream, m_preview);
-    tellRowsLeft();
+    tellRowsLeft(m_sheet, m_rows.rowsLeft(m_found), m_rows.whyItEnds() + u"，导入到此为止。"_s,
+                 m_preview);
     return std::move(m_preview);
 }
 
@@ -212,7 +210,7 @@ void Previewer::takeRow(int row)
 {
     const SheetStudent student = studentIn(m_sheet, row);
     const KnownStudents::Student* known = m_students.find(student.classNumber, student.number);
-    m_rowsOf[{student.classNumber, student.number}].push_back(row);
+    m_rowsOf.add({student.classNumber, student.number}, row);
     if (m_comparison)
         takeTarget(row, student, known);
     takeStudent(row, student, known);
@@ -294,23 +292,9 @@ void Previewer::takeTarget(int row, const SheetStudent& student,
 
 void Previewer::tellTwice()
 {
-    std::map<int, const std::vector<int>*> twice;
-    for (const auto& [number, rows] : m_rowsOf) {
-        for (const int row : rows) {
-            if (rows.size() > 1)
-                twice[row] = &rows;
-        }
-    }
-    const QString what = m_comparison ? u"最后一行的成绩算数。"_s : u"导入后有几条成绩。"_s;
-    for (const auto& [row, rows] : twice)
-        m_preview.add(sheetEntry(PreviewKind::Twice, m_sheet, row,
-                                 u"第 %1 行的班级和学号相同，"_s.arg(rowNumbers(*rows)) + what));
-}
-
-void Previewer::tellRowsLeft()
-{
-    for (const int row : m_rows.rowsLeft(m_found))
-        m_preview.add(leftEntry(m_sheet, row, m_rows.whyItEnds() + u"，导入到此为止。"_s));
+    const QString what = m_comparison ? u"，最后一行的成绩算数。"_s : u"，导入后有几条成绩。"_s;
+    m_rowsOf.tellTwice(
+        m_sheet, [&](const RowsByNumber::Number&) { return what; }, m_preview);
 }
 
 } // namespace

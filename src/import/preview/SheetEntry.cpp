@@ -1,7 +1,5 @@
 #include "import/preview/SheetEntry.h"
 
-#include <algorithm>
-
 #include "import/SheetRows.h"
 #include "platform/runtime/Numbers.h"
 
@@ -24,26 +22,19 @@ PreviewEntry sheetEntry(PreviewKind kind, const excel::Worksheet& sheet, int row
             remark};
 }
 
-PreviewEntry leftEntry(const excel::Worksheet& sheet, int row, const QString& remark)
+void tellRowsLeft(const excel::Worksheet& sheet, const std::vector<int>& rows, const QString& why,
+                  Preview& preview)
 {
-    return {PreviewKind::RowLeft,
-            row,
-            sheet.Cells(row, 1).text(),
-            sheet.Cells(row, 2).text(),
-            sheet.Cells(row, 3).text(),
-            {},
-            {},
-            {},
-            remark};
-}
-
-QString rowNumbers(const std::vector<int>& rows)
-{
-    constexpr size_t most = 10;
-    QStringList numbers;
-    for (size_t i = 0; i < std::min(most, rows.size()); ++i)
-        numbers.append(QString::number(rows[i]));
-    return numbers.join(u'、') + (rows.size() > most ? u" 等"_s : QString());
+    for (const int row : rows)
+        preview.add({PreviewKind::RowLeft,
+                     row,
+                     sheet.Cells(row, 1).text(),
+                     sheet.Cells(row, 2).text(),
+                     sheet.Cells(row, 3).text(),
+                     {},
+                     {},
+                     {},
+                     why});
 }
 
 } // namespace importing

@@ -10,10 +10,8 @@ namespace importing {
 PreviewEntry sheetEntry(PreviewKind kind, const excel::Worksheet& sheet, int row,
                         const QString& remark);
 
-/// An entry about a row that is not taken: its first cells as they stand.
-PreviewEntry leftEntry(const excel::Worksheet& sheet, int row, const QString& remark);
-
-/// "3、9"; of many the first ones.
-QString rowNumbers(const std::vector<int>& rows);
+/// Tells of rows that are not taken: their first cells as they stand, and why.
+void tellRowsLeft(const excel::Worksheet& sheet, const std::vector<int>& rows, const QString& why,
+                  Preview& preview);
 
 } // namespace importing

@@ -1,10 +1,9 @@
 #include "import/preview/StudentPreview.h"
 
-#include <map>
-
 #include "import/SheetRows.h"
 #include "import/StudentSheet.h"
 #include "import/TakenNumbers.h"
+#include "import/preview/RowsByNumber.h"
 #include "import/preview/SheetEntry.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/runtime/Error.h"
@@ -18,8 +17,6 @@ using namespace Qt::StringLiterals;
 using runtime::Value;
 
 namespace {
-
-using Number = std::pair<double, double>;
 
 /// A text that is stored as a number although it is none.
 bool isReadAsNumber(const Value& cell)
@@ -58,7 +55,6 @@ private:
     void tellTwice();
     void tellTaken();
     void tellStreams();
-    void tellRowsLeft();
 
     library::ScoreLibrary& m_library;
     const excel::Worksheet& m_sheet;
@@ -67,7 +63,7 @@ private:
     TakenNumbers m_taken;
     KnownStudents m_students;
     std::vector<Column> m_columns;
-    std::map<Number, std::vector<int>> m_rowsOf;
+    RowsByNumber m_rowsOf;
     int m_withoutStream = 0;
     Preview m_preview;
 };
@@ -93,7 +89,8 @@ Preview ListPreviewer::run()
     tellTaken();
     tellTwice();
     tellStreams();
-    tellRowsLeft();
+    tellRowsLeft(m_sheet, m_list.rowsLeft(),
+                 u"第 %1 行的班级是空的，名单到此为止。"_s.arg(m_list.end()), m_preview);
     return std::move(m_preview);
 }
 
@@ -123,7 +120,7 @@ void ListPreviewer::takeRow(int row)
     if (taken == TakenNumbers::TakenBy::Library)
         takeTaken(row);
     else if (const auto number = TakenNumbers::numberOn(m_sheet, row))
-        m_rowsOf[*number].push_back(row);
+        m_rowsOf.add(*number, row);
     if (taken == TakenNumbers::TakenBy::Nobody)
         m_preview.add(sheetEntry(PreviewKind::NewStudent, m_sheet, row, u"会添加到成绩库。"_s));
     judgeCells(row);
@@ -194,18 +191,12 @@ QString ListPreviewer::refusal(const Column& column, const Value& cell) const
 
 void ListPreviewer::tellTwice()
 {
-    std::map<int, const std::vector<int>*> twice;
-    for (const auto& [number, rows] : m_rowsOf) {
-        for (const int row : rows) {
-            if (rows.size() > 1)
-                twice[row] = &rows;
-        }
-    }
-    for (const auto& [row, rows] : twice)
-        m_preview.add(sheetEntry(
-            PreviewKind::Twice, m_sheet, row,
-            u"第 %1 行的班级和学号相同；导入时会询问：只取最前面的一行，或者全部添加。"_s.arg(
-                rowNumbers(*rows))));
+    m_rowsOf.tellTwice(
+        m_sheet,
+        [](const RowsByNumber::Number&) {
+            return u"；导入时会询问：只取最前面的一行，或者全部添加。"_s;
+        },
+        m_preview);
 }
 
 void ListPreviewer::tellTaken()
@@ -221,13 +212,6 @@ void ListPreviewer::tellStreams()
 {
     if (m_withoutStream > 0)
         m_preview.notes.append(u"%1 人没有科类，会设为“理”。"_s.arg(m_withoutStream));
-}
-
-void ListPreviewer::tellRowsLeft()
-{
-    for (const int row : m_list.rowsLeft())
-        m_preview.add(
-            leftEntry(m_sheet, row, u"第 %1 行的班级是空的，名单到此为止。"_s.arg(m_list.end())));
 }
 
 } // namespace
