@@ -1,5 +1,7 @@
 #include "import/preview/StudentPreview.h"
 
+#include <set>
+
 #include "import/SheetRows.h"
 #include "import/StudentSheet.h"
 #include "import/TakenNumbers.h"
@@ -64,6 +66,8 @@ private:
     KnownStudents m_students;
     std::vector<Column> m_columns;
     RowsByNumber m_rowsOf;
+    /// Those of the list that the library has already.
+    std::set<RowsByNumber::Number> m_inLibrary;
     int m_withoutStream = 0;
     Preview m_preview;
 };
@@ -119,7 +123,7 @@ void ListPreviewer::takeRow(int row)
     const TakenNumbers::TakenBy taken = m_taken.takenBy(row);
     if (taken == TakenNumbers::TakenBy::Library)
         takeTaken(row);
-    else if (const auto number = TakenNumbers::numberOn(m_sheet, row))
+    if (const auto number = TakenNumbers::numberOn(m_sheet, row))
         m_rowsOf.add(*number, row);
     if (taken == TakenNumbers::TakenBy::Nobody)
         m_preview.add(sheetEntry(PreviewKind::NewStudent, m_sheet, row, u"会添加到成绩库。"_s));
@@ -131,6 +135,7 @@ void ListPreviewer::takeTaken(int row)
     const SheetStudent student = studentIn(m_sheet, row);
     const KnownStudents::Student* known = m_students.find(student.classNumber, student.number);
     const QString other = known == nullptr ? QString() : known->otherName(student.name);
+    m_inLibrary.emplace(student.classNumber, student.number);
     PreviewEntry entry = sheetEntry(
         other.isEmpty() ? PreviewKind::TakenNumber : PreviewKind::OtherName, m_sheet, row,
         u"成绩库里已有这个班级和学号，导入时会询问：跳过，或者再添加一条。成绩库里的那一条不会改。"_s);
@@ -193,19 +198,20 @@ void ListPreviewer::tellTwice()
 {
     m_rowsOf.tellTwice(
         m_sheet,
-        [](const RowsByNumber::Number&) {
-            return u"；导入时会询问：只取最前面的一行，或者全部添加。"_s;
+        [this](const RowsByNumber::Number& number) {
+            return m_inLibrary.contains(number)
+                       ? u"，成绩库里也已经有了；导入时会询问：都跳过，或者全部添加。"_s
+                       : u"；导入时会询问：只取最前面的一行，或者全部添加。"_s;
         },
         m_preview);
 }
 
 void ListPreviewer::tellTaken()
 {
-    const int taken =
-        m_preview.count(PreviewKind::TakenNumber) + m_preview.count(PreviewKind::OtherName);
-    if (taken > 0)
-        m_preview.warning = u"名单里有 %1 人的班级和学号成绩库里已经有了！导入时会询问；"
-                            "如果选“全部添加”，他们就会有两条以上的记录。"_s.arg(taken);
+    if (!m_inLibrary.empty())
+        m_preview.warning =
+            u"名单里有 %1 人的班级和学号成绩库里已经有了！导入时会询问；"
+            "如果选“全部添加”，他们就会有两条以上的记录。"_s.arg(m_inLibrary.size());
 }
 
 void ListPreviewer::tellStreams()

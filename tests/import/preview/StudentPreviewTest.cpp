@@ -89,7 +89,19 @@ TEST_F(StudentPreviewTest, TellsWhoseNumbersAreTakenAndByWhom)
     EXPECT_EQ(told(found, PreviewKind::Twice),
               (QStringList{u"4: 1|3|新生|  → : "_s + twice, u"5: 1|3|又一|  → : "_s + twice}));
     EXPECT_EQ(found.count(PreviewKind::NewStudent), 3);
-    EXPECT_EQ(found.notes, QStringList{u"6 人没有科类，会设为“理”。"_s});
+    EXPECT_EQ(found.notes, (QStringList{u"3 人没有科类，会设为“理”。"_s,
+                                        u"选“全部添加”时，还有 3 行没有科类，也会设为“理”。"_s}));
+}
+
+TEST_F(StudentPreviewTest, WhoIsThereAlreadyAndStandsTwiceCountsOnce)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}, {1, 1, u"王芳"_s}});
+    const Preview found = preview();
+    EXPECT_TRUE(found.warning.startsWith(u"名单里有 1 人的班级和学号成绩库里已经有了！"_s));
+    const QString twice = u"第 2、3 行的班级和学号相同，成绩库里也已经有了；"
+                          "导入时会询问：都跳过，或者全部添加。"_s;
+    EXPECT_EQ(told(found, PreviewKind::Twice),
+              (QStringList{u"2: 1|1|王芳|  → : "_s + twice, u"3: 1|1|王芳|  → : "_s + twice}));
 }
 
 TEST_F(StudentPreviewTest, TellsWhatWouldNotBeStored)
