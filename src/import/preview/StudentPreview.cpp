@@ -51,8 +51,8 @@ private:
     void takeColumns();
     void takeRow(int row);
     void takeTaken(int row);
-    void judgeCells(int row);
-    void judgeCell(int row, const Column& column);
+    bool judgeCells(int row);
+    bool judgeCell(int row, const Column& column);
     QString refusal(const Column& column, const Value& cell) const;
     void tellTwice();
     void tellTaken();
@@ -69,6 +69,8 @@ private:
     /// Those of the list that the library has already.
     std::set<RowsByNumber::Number> m_inLibrary;
     int m_withoutStream = 0;
+    /// Of those rows that are skipped unless all are added.
+    int m_takenWithoutStream = 0;
     Preview m_preview;
 };
 
@@ -127,7 +129,8 @@ void ListPreviewer::takeRow(int row)
         m_rowsOf.add(*number, row);
     if (taken == TakenNumbers::TakenBy::Nobody)
         m_preview.add(sheetEntry(PreviewKind::NewStudent, m_sheet, row, u"会添加到成绩库。"_s));
-    judgeCells(row);
+    if (!judgeCells(row))
+        ++(taken == TakenNumbers::TakenBy::Nobody ? m_withoutStream : m_takenWithoutStream);
 }
 
 void ListPreviewer::takeTaken(int row)
@@ -148,24 +151,26 @@ void ListPreviewer::takeTaken(int row)
     m_preview.add(std::move(entry));
 }
 
-void ListPreviewer::judgeCells(int row)
+/// Whether a stream would be stored.
+bool ListPreviewer::judgeCells(int row)
 {
     bool hasStream = false;
     for (const Column& column : m_columns) {
-        judgeCell(row, column);
-        hasStream |=
-            column.heading.name == u"科类"_s && !m_sheet.Cells(row, column.sheetColumn).isNull();
+        const bool isStored = judgeCell(row, column);
+        hasStream |= isStored && column.heading.name == u"科类"_s
+                     && !m_sheet.Cells(row, column.sheetColumn).isNull();
     }
-    m_withoutStream += hasStream ? 0 : 1;
+    return hasStream;
 }
 
-void ListPreviewer::judgeCell(int row, const Column& column)
+/// Whether the cell would be stored.
+bool ListPreviewer::judgeCell(int row, const Column& column)
 {
     const Value cell = m_sheet.Cells(row, column.sheetColumn);
     const QString fault = refusal(column, cell);
     const bool isText = column.heading.rule == CellRule::Number && isReadAsNumber(cell);
     if (fault.isEmpty() && !isText)
-        return;
+        return true;
     PreviewEntry entry =
         sheetEntry(fault.isEmpty() ? PreviewKind::TextCell : PreviewKind::BadCell, m_sheet, row,
                    fault.isEmpty() ? u"不是数字，按这个数存入。"_s : fault);
@@ -174,6 +179,7 @@ void ListPreviewer::judgeCell(int row, const Column& column)
     if (fault.isEmpty())
         entry.after = runtime::doubleText(runtime::Val(cell));
     m_preview.add(std::move(entry));
+    return fault.isEmpty();
 }
 
 /// Why the cell would not be stored; empty if it would.
@@ -218,6 +224,9 @@ void ListPreviewer::tellStreams()
 {
     if (m_withoutStream > 0)
         m_preview.notes.append(u"%1 人没有科类，会设为“理”。"_s.arg(m_withoutStream));
+    if (m_takenWithoutStream > 0)
+        m_preview.notes.append(
+            u"选“全部添加”时，还有 %1 行没有科类，也会设为“理”。"_s.arg(m_takenWithoutStream));
 }
 
 } // namespace

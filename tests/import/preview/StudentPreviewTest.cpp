@@ -104,6 +104,18 @@ TEST_F(StudentPreviewTest, WhoIsThereAlreadyAndStandsTwiceCountsOnce)
               (QStringList{u"2: 1|1|王芳|  → : "_s + twice, u"3: 1|1|王芳|  → : "_s + twice}));
 }
 
+TEST_F(StudentPreviewTest, AStreamThatIsRefusedIsNone)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s},
+           {2, 1, u"甲"_s, QString(300, u'文')},
+           {2, 2, u"乙"_s, runtime::Value::error(u"#N/A"_s)},
+           {2, 3, u"丙"_s, u"文"_s}});
+    const Preview found = preview();
+    EXPECT_EQ(found.notes, QStringList{u"2 人没有科类，会设为“理”。"_s});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(library.rows(u"select count(*) from 信息表 where 班级=2 and 科类='理'"_s), u"2"_s);
+}
+
 TEST_F(StudentPreviewTest, TellsWhatWouldNotBeStored)
 {
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"ID"_s, u"电话"_s, u"出生时间"_s, u"照片名"_s,
