@@ -33,6 +33,12 @@ QString namedStream(const QString& stream)
     return stream.isEmpty() ? u"没有科类"_s : u"“%1”科"_s.arg(stream);
 }
 
+RowName rowNameOf(const KnownStudents::Student* known, const QString& sheetName)
+{
+    const bool mayBeRenamed = known != nullptr && !known->otherName(sheetName).isEmpty();
+    return mayBeRenamed ? RowName::Any : RowName::OnTheSheet;
+}
+
 /// The first values of the rows of a statement, none twice.
 QStringList ExamFindings::namesOf(const QString& sql) const
 {
@@ -132,14 +138,11 @@ std::vector<ExamFindings::Overwritten> ExamFindings::overwrittenRows(const Sheet
         int row = SheetRows::First - 1;
         for (const SheetStudent& student : rows.students()) {
             ++row;
-            // A student of another name in the library may be renamed on the way, and is found
-            // then.
             const KnownStudents::Student* known =
                 m_students.find(student.classNumber, student.number);
-            const bool isRenamed = known != nullptr && known->name != student.name;
             const std::optional<FirstRow> first = firstRowOf(
                 m_library.Conn, exam, {student.classNumber, student.number, student.name},
-                isRenamed ? RowName::Any : RowName::OnTheSheet);
+                rowNameOf(known, student.name));
             if (first && !first->isOfThisExam
                 && counted.emplace(student.classNumber, student.number).second)
                 found.push_back({row, first->exam.isEmpty() ? u"没有名称的考试"_s : first->exam});

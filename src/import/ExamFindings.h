@@ -60,6 +60,10 @@ private:
     KnownStudents& m_students;
 };
 
+/// Under which name a student's rows are looked for ahead of an import: he may be renamed on the
+/// way, and is found then. Null for one whom the library does not know.
+RowName rowNameOf(const KnownStudents::Student* known, const QString& sheetName);
+
 /// “文”科, or 没有科类.
 QString namedStream(const QString& stream);
 

@@ -20,7 +20,8 @@ public:
         qint64 id = 0;
         QString name;
 
-        /// The name here if a sheet calls the student otherwise; empty for the same name.
+        /// The name here if a sheet calls the student otherwise; empty for the same name. An import
+        /// asks about such a name, and about no other.
         QString otherName(const QString& sheetName) const
         {
             return name == sheetName ? QString() : name;

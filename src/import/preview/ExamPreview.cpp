@@ -222,8 +222,8 @@ void Previewer::takeStudent(int row, const SheetStudent& student,
 {
     if (known == nullptr)
         tellUnknown(row, student);
-    else if (const QString other = known->otherName(student.name); !other.isEmpty())
-        tellOtherName(row, student.name, other);
+    else if (known->name != student.name)
+        tellOtherName(row, student.name, known->name);
     else if (known->id != 0)
         ++m_preview.matched;
 }
@@ -233,7 +233,9 @@ void Previewer::tellOtherName(int row, const QString& sheetName, const QString& 
     PreviewEntry entry = sheetEntry(
         PreviewKind::OtherName, m_sheet, row,
         u"导入时会询问：选“是”，全部考试里都改成表里的姓名；选“否”，成绩库的名单不变。"_s);
-    if (m_target == ScoreTarget::FirstRows)
+    if (libraryName.isEmpty())
+        entry.remark = u"成绩库里的这名学生没有姓名，导入不会给他加上。"_s;
+    else if (m_target == ScoreTarget::FirstRows)
         entry.remark += u"选“否”时按表里的姓名另找他的成绩，没有就新增一条。"_s;
     entry.before = libraryName;
     entry.after = sheetName;
@@ -282,10 +284,9 @@ QString Previewer::whatIsBad(const ScoreCell& cell, const ImportSubject& subject
 void Previewer::takeTarget(int row, const SheetStudent& student,
                            const KnownStudents::Student* known)
 {
-    const bool isRenamed = known != nullptr && !known->otherName(student.name).isEmpty();
     const ScoredStudent scored{student.classNumber, student.number, student.name,
                                known == nullptr ? 0 : known->id};
-    if (!m_comparison->take(row, scored, isRenamed ? RowName::Any : RowName::OnTheSheet))
+    if (!m_comparison->take(row, scored, rowNameOf(known, student.name)))
         m_preview.add(sheetEntry(PreviewKind::BadCell, m_sheet, row,
                                  u"姓名里有单引号，按原规则找不到他的成绩，这一行不会存入。"_s));
 }

@@ -137,13 +137,13 @@ void ListPreviewer::takeTaken(int row)
 {
     const SheetStudent student = studentIn(m_sheet, row);
     const KnownStudents::Student* known = m_students.find(student.classNumber, student.number);
-    const QString other = known == nullptr ? QString() : known->otherName(student.name);
+    const bool isOther = known != nullptr && known->name != student.name;
     m_inLibrary.emplace(student.classNumber, student.number);
     PreviewEntry entry = sheetEntry(
-        other.isEmpty() ? PreviewKind::TakenNumber : PreviewKind::OtherName, m_sheet, row,
+        isOther ? PreviewKind::OtherName : PreviewKind::TakenNumber, m_sheet, row,
         u"成绩库里已有这个班级和学号，导入时会询问：跳过，或者再添加一条。成绩库里的那一条不会改。"_s);
-    if (!other.isEmpty()) {
-        entry.before = other;
+    if (isOther) {
+        entry.before = known->name;
         entry.after = student.name;
     } else {
         ++m_preview.matched;

@@ -149,6 +149,23 @@ TEST_F(ExamPreviewTest, AStudentOfAnotherStreamIsNotMissedOnTheSheet)
         u"这次考试里还有别的科类 1 人的成绩，不在这张表的范围里，保持不变。"_s));
 }
 
+TEST_F(ExamPreviewTest, AStudentWhoHasNoNameInTheLibraryIsNotCountedAsMatched)
+{
+    library.addStudent(1, 3, u""_s, u"文"_s);
+    library.addExam(u"期初"_s, u"文"_s, 0, {});
+    library.addScores(u"期初"_s, 1, 3, {{u"考试编号"_s, 0}, {u"语文"_s, 10}});
+    addExam();
+    pickList();
+    sheet({heads({u"语文"_s}), {1, 3, u"赵六"_s, 92}});
+    const Preview found = preview();
+    EXPECT_EQ(found.matched, 0);
+    EXPECT_EQ(told(found, PreviewKind::OtherName), QStringList{u"2: 1|3|赵六  → 赵六"_s});
+    EXPECT_EQ(remark(found, PreviewKind::OtherName),
+              u"成绩库里的这名学生没有姓名，导入不会给他加上。"_s);
+    EXPECT_EQ(found.count(PreviewKind::OtherExam), 0) << "he is not renamed, so it is not his";
+    EXPECT_EQ(found.count(PreviewKind::NewInExam), 1);
+}
+
 TEST_F(ExamPreviewTest, SaysWhatTheOriginalRuleWouldCost)
 {
     library.addExam(u"期初"_s, u"理"_s, 0, {});
@@ -209,6 +226,9 @@ TEST_F(ExamPreviewTest, SaysThatTheFirstRowHasNoClassOfTheLibrary)
     const Preview found = preview();
     EXPECT_TRUE(found.notes.contains(
         u"第一名学生的班级“1班”不是成绩库里的班级，读不出考试的科类，请先改成班级的数字。"_s));
+    sheet({heads({u"语文"_s}), {QString(u'1' + QString(10'000, u'班')), 1, u"王芳"_s, 90}});
+    EXPECT_EQ(preview().notes.filter(QString(199, u'班') + u'…').size(), 1);
+    EXPECT_EQ(preview().notes.filter(QString(200, u'班')), QStringList());
     sheet({heads({u"语文"_s})});
     EXPECT_TRUE(preview().notes.contains(u"表里没有学生，第 2 行没有学号。"_s));
 }

@@ -104,6 +104,15 @@ TEST_F(StudentPreviewTest, WhoIsThereAlreadyAndStandsTwiceCountsOnce)
               (QStringList{u"2: 1|1|王芳|  → : "_s + twice, u"3: 1|1|王芳|  → : "_s + twice}));
 }
 
+TEST_F(StudentPreviewTest, WhoHasNoNameInTheLibraryIsNotCountedAsMatched)
+{
+    library.execute(u"update 信息表 set 姓名=NULL where 学号=1"_s);
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}});
+    const Preview found = preview();
+    EXPECT_EQ(found.matched, 0);
+    EXPECT_EQ(found.count(PreviewKind::OtherName), 1);
+}
+
 TEST_F(StudentPreviewTest, AStreamThatIsRefusedIsNone)
 {
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s},
