@@ -9,6 +9,7 @@
 #include "import/preview/PreviewMarks.h"
 #include "import/preview/RowsByNumber.h"
 #include "import/preview/SheetEntry.h"
+#include "platform/database/Error.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Phase.h"
@@ -42,6 +43,7 @@ private:
     void takeStudent(int row, const SheetStudent& student, const KnownStudents::Student* known);
     void tellOtherName(int row, const QString& sheetName, const QString& libraryName);
     void tellUnknown(int row, const SheetStudent& student);
+    QString nameFault(const QString& name) const;
     void judgeScores(int row);
     QString whatIsBad(const ScoreCell& cell, const ImportSubject& subject) const;
     void takeTarget(int row, const SheetStudent& student, const KnownStudents::Student* known);
@@ -248,8 +250,29 @@ void Previewer::tellUnknown(int row, const SheetStudent& student)
     m_preview.add(isAdded ? sheetEntry(PreviewKind::NewStudent, m_sheet, row, u"会添加到成绩库。"_s)
                           : sheetEntry(PreviewKind::UnknownStudent, m_sheet, row,
                                        u"导入时会询问是否添加；不添加，成绩也会导入。"_s));
+    const QString fault = nameFault(student.name);
+    if (!fault.isEmpty()) {
+        PreviewEntry entry = sheetEntry(PreviewKind::BadCell, m_sheet, row, fault);
+        entry.subject = u"姓名"_s;
+        entry.before = student.name;
+        m_preview.add(std::move(entry));
+    }
     // Further rows of the sheet find him.
-    m_students.assume(student.classNumber, student.number, student.name);
+    m_students.assume(student.classNumber, student.number,
+                      fault.isEmpty() ? student.name : QString());
+}
+
+/// Why the library would not take the name of a new student; empty if it would.
+QString Previewer::nameFault(const QString& name) const
+{
+    const database::TableColumns& columns = m_library.Conn.columns(u"信息表"_s);
+    const database::Column& column = columns.at(columns.find(u"姓名"_s));
+    try {
+        (void)column.type.converted(name, column.name);
+    } catch (const database::Error& error) {
+        return error.description();
+    }
+    return {};
 }
 
 void Previewer::judgeScores(int row)

@@ -149,6 +149,17 @@ TEST_F(ExamPreviewTest, AStudentOfAnotherStreamIsNotMissedOnTheSheet)
         u"这次考试里还有别的科类 1 人的成绩，不在这张表的范围里，保持不变。"_s));
 }
 
+TEST_F(ExamPreviewTest, ANewNameThatTheLibraryRefusesIsABadCell)
+{
+    const QString name(60, u'长');
+    sheet({heads({u"语文"_s}), {1, 3, name, 92}});
+    const Preview found = preview();
+    EXPECT_EQ(told(found, PreviewKind::BadCell),
+              QStringList{u"2: 1|3|"_s + name + u"|姓名 "_s + name + u" → "_s});
+    EXPECT_EQ(remark(found, PreviewKind::BadCell),
+              u"“%1”不能存入列“姓名”：文字超过 50 个字符。"_s.arg(name));
+}
+
 TEST_F(ExamPreviewTest, AStudentWhoHasNoNameInTheLibraryIsNotCountedAsMatched)
 {
     library.addStudent(1, 3, u""_s, u"文"_s);
