@@ -12,6 +12,7 @@
 #include "platform/database/Error.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/OneLine.h"
 #include "platform/runtime/Phase.h"
 
 namespace importing {
@@ -131,7 +132,7 @@ void Previewer::takeSheetStream()
     else
         m_preview.notes.append(
             u"第一名学生的班级“%1”不是成绩库里的班级，读不出考试的科类，请先改成班级的数字。"_s.arg(
-                first.text()));
+                runtime::onOneLine(runtime::shortened(first.text()))));
 }
 
 QStringList Previewer::streamsOfExam() const
