@@ -91,7 +91,7 @@ std::map<qint64, ExamComparison::Stored> ExamComparison::storedRows() const
     return found;
 }
 
-void ExamComparison::tell(const QString& stream, Preview& preview)
+void ExamComparison::tell(const std::optional<QString>& stream, Preview& preview)
 {
     const std::map<qint64, Stored> rows = storedRows();
     std::map<int, const Stored*> bySheetRow;
@@ -107,7 +107,8 @@ void ExamComparison::tell(const QString& stream, Preview& preview)
             preview.add(sheetEntry(PreviewKind::NewInExam, m_sheet, sheetRow,
                                    u"这次考试里还没有他的成绩，会新增一条。"_s));
     }
-    tellMissing(rows, stream, preview);
+    if (stream)
+        tellMissing(rows, *stream, preview);
 }
 
 void ExamComparison::compare(int sheetRow, const Stored& stored, Preview& preview)

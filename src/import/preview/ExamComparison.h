@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <set>
 
 #include "import/ImportState.h"
@@ -26,9 +27,9 @@ public:
     /// False for a student whom the original rule cannot look up. Throws Error.
     bool take(int sheetRow, const ScoredStudent& student, RowName name);
 
-    /// Tells of every score that changes, of students without scores in the exam, and of those of
-    /// the stream who are not on the sheet. Throws Error.
-    void tell(const QString& stream, Preview& preview);
+    /// Tells of every score that changes, of students without scores in the exam, and, where the
+    /// stream is known, of those of it who are not on the sheet. Throws Error.
+    void tell(const std::optional<QString>& stream, Preview& preview);
 
 private:
     struct Stored

@@ -1,5 +1,6 @@
 #include "import/preview/ExamPreview.h"
 
+#include <algorithm>
 #include <memory>
 
 #include <QFileInfo>
@@ -34,11 +35,13 @@ public:
 private:
     void takeStreams();
     void takeSheetStream();
+    void takeAskedStream(double classNumber);
     void judgeExam();
     void judgeTyped(const QStringList& streams);
     void judgePicked(const QStringList& streams);
     void tellOverwritten();
     QStringList streamsOfExam() const;
+    QString namedStreams(const QStringList& streams) const;
     void takeRows();
     void takeRow(int row);
     void takeStudent(int row, const SheetStudent& student, const KnownStudents::Student* known);
@@ -61,9 +64,10 @@ private:
     ExamFindings m_findings;
     ScoreCells m_cells;
     ScoreTarget m_target = ScoreTarget::NewRows;
-    QString m_stream;
-    /// The stream of new classes, and so perhaps of the sheet, will be asked for.
-    bool m_isStreamAsked = false;
+    /// Nothing if it will be asked and nothing tells it yet.
+    std::optional<QString> m_stream = QString();
+    /// New classes whose stream will be asked.
+    std::vector<double> m_askedClasses;
     std::optional<PreviewMarks> m_marks;
     std::unique_ptr<ExamComparison> m_comparison;
     RowsByNumber m_rowsOf;
@@ -88,10 +92,10 @@ Preview Previewer::run()
 {
     takeStreams();
     takeSheetStream();
-    m_preview.title =
-        u"考试“%1”，%2，数据表“%3”"_s.arg(m_exam, namedStream(m_stream), m_sheet.Name());
+    m_preview.title = u"考试“%1”，%2，数据表“%3”"_s.arg(
+        m_exam, m_stream ? namedStream(*m_stream) : u"科类待定"_s, m_sheet.Name());
     judgeExam();
-    m_marks.emplace(m_library, m_request, m_stream, m_found);
+    m_marks.emplace(m_library, m_request, m_stream.value_or(QString()), m_found);
     m_preview.notes.append(m_marks->note());
     takeRows();
     tellTwice();
@@ -107,7 +111,8 @@ void Previewer::takeStreams()
     const std::vector<double> empty = m_findings.classesWithoutStudents(m_rows);
     const QString stream = m_findings.streamOfNewClasses(m_request.import.streamOfNewClasses);
     m_classes.giveStream(empty, stream);
-    m_isStreamAsked = stream.isEmpty() && !empty.empty();
+    if (stream.isEmpty())
+        m_askedClasses = empty;
     for (const double classNumber : empty)
         m_preview.add({PreviewKind::NewClass,
                        0,
@@ -127,12 +132,45 @@ void Previewer::takeSheetStream()
     const Value first = m_sheet.Cells(SheetRows::First, 1);
     if (m_rows.end() == SheetRows::First)
         m_preview.notes.append(u"表里没有学生，第 %1 行没有学号。"_s.arg(SheetRows::First));
+    else if (std::find(m_askedClasses.begin(), m_askedClasses.end(), runtime::Val(first))
+             != m_askedClasses.end())
+        takeAskedStream(runtime::Val(first));
     else if (m_classes.knowsStreamOf(first))
         m_stream = m_classes.streamOf(first).text();
     else
         m_preview.notes.append(
             u"第一名学生的班级“%1”不是成绩库里的班级，读不出考试的科类，请先改成班级的数字。"_s.arg(
                 runtime::onOneLine(runtime::shortened(first.text()))));
+}
+
+void Previewer::takeAskedStream(double classNumber)
+{
+    const bool isPicked = m_request.import.examChoice == ExamChoice::PickedFromList;
+    const QStringList streams = streamsOfExam();
+    QString text = u"第一名学生的班级 %1 还没有学生，它的科类导入时会询问；"_s.arg(
+        runtime::doubleText(classNumber));
+    m_stream = std::nullopt;
+    if (isPicked && streams.size() == 1) {
+        m_stream = streams[0];
+        text += u"这里先当作和成绩库里的这次考试一样（%1）。"_s.arg(namedStream(streams[0]));
+    } else if (isPicked) {
+        text += u"谁不在表中、满分和总分公式写到哪一行，要看科类，这里没有列出。"_s;
+    } else {
+        text += u"考试的科类到那时才定。"_s;
+    }
+    m_preview.notes.append(text);
+}
+
+/// The sheet's, where the exam has it, and all of the exam's otherwise.
+QString Previewer::namedStreams(const QStringList& streams) const
+{
+    if (streams.isEmpty() || (m_stream && streams.contains(*m_stream)))
+        return namedStream(m_stream.value_or(QString()));
+    QStringList names;
+    for (const QString& stream : streams)
+        names.append(namedStream(stream));
+    names.removeDuplicates();
+    return names.join(u'、');
 }
 
 QStringList Previewer::streamsOfExam() const
@@ -163,29 +201,28 @@ void Previewer::judgeTyped(const QStringList& streams)
     for (const int row : repeated)
         m_preview.add(sheetEntry(PreviewKind::Repeated, m_sheet, row,
                                  u"这次考试里已有他的成绩，导入后有两条。"_s));
-    const bool isThere = streams.contains(m_stream) || (m_isStreamAsked && m_stream.isEmpty());
+    const bool isThere = !m_stream || streams.contains(*m_stream);
     if (!isThere && repeated.empty()) {
         m_preview.notes.append(
-            u"考试“%1”已有别的科类，这张表作为%2加入。"_s.arg(m_exam, namedStream(m_stream)));
+            u"考试“%1”已有别的科类，这张表作为%2加入。"_s.arg(m_exam, namedStream(*m_stream)));
         return;
     }
     m_preview.warning =
         u"成绩库里已经有考试“%1”（%2）！名称是输入的，导入会再添一套成绩，原有的成绩不变，"
         "其中 %3 人会有两套成绩。要改写原有的成绩，请先在考试名称的列表里选择它。"_s.arg(
-            m_exam, namedStream(streams.contains(m_stream) ? m_stream : streams[0]),
-            QString::number(repeated.size()));
+            m_exam, namedStreams(streams), QString::number(repeated.size()));
 }
 
 void Previewer::judgePicked(const QStringList& streams)
 {
     const std::vector<ExamFindings::Overwritten> lost = m_findings.overwrittenRows(m_rows, m_exam);
-    const QString wrongRow = m_findings.wrongExamRow(m_exam, m_stream);
+    const QString wrongRow = m_stream ? m_findings.wrongExamRow(m_exam, *m_stream) : QString();
     const bool isAsked = !lost.empty() || !wrongRow.isEmpty();
     m_target =
         isAsked ? m_request.overwritten.value_or(ScoreTarget::ExamRows) : ScoreTarget::FirstRows;
     m_comparison = std::make_unique<ExamComparison>(m_library, m_sheet, m_exam, m_target, m_found);
     m_preview.warning = u"考试“%1”已经在成绩库里（%2）！导入会用表里的成绩改写原有的成绩。"_s.arg(
-        m_exam, namedStream(streams.contains(m_stream) ? m_stream : streams.value(0)));
+        m_exam, namedStreams(streams));
     if (isAsked && !m_request.overwritten)
         m_preview.warning += u"导入时会询问“按原规则导入”还是“只更新本考试”，"
                              "下面的改动是只更新本考试的。"_s;

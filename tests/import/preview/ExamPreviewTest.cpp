@@ -149,6 +149,41 @@ TEST_F(ExamPreviewTest, AStudentOfAnotherStreamIsNotMissedOnTheSheet)
         u"这次考试里还有别的科类 1 人的成绩，不在这张表的范围里，保持不变。"_s));
 }
 
+TEST_F(ExamPreviewTest, OfANewClassTheStreamOfThePickedExamIsAssumed)
+{
+    addExam();
+    pickList();
+    sheet({heads({u"语文"_s}), {12, 1, u"周八"_s, 90}, {1, 1, u"王芳"_s, 90}});
+    const Preview found = preview();
+    EXPECT_EQ(found.title, u"考试“期中”，“文”科，数据表“一年级”"_s);
+    EXPECT_TRUE(found.notes.contains(u"第一名学生的班级 12 还没有学生，它的科类导入时会询问；"
+                                     "这里先当作和成绩库里的这次考试一样（“文”科）。"_s))
+        << found.notes.join(u'\n').toStdString();
+    EXPECT_EQ(told(found, PreviewKind::Missing), QStringList{u"1|2|陈静"_s});
+    EXPECT_EQ(found.notes.filter(u"没有科类"_s), QStringList());
+    EXPECT_EQ(found.notes.filter(u"别的科类"_s), QStringList());
+    EXPECT_EQ(found.notes.filter(u"满分和总分公式"_s), QStringList());
+}
+
+TEST_F(ExamPreviewTest, OfANewClassWhoseStreamNothingTellsItIsSaidThatItWillBeAsked)
+{
+    addExam();
+    library.addExam(u"期中"_s, u"理"_s, 2, {});
+    library.reload();
+    pickList();
+    sheet({heads({u"语文"_s}), {12, 1, u"周八"_s, 90}});
+    const Preview found = preview();
+    EXPECT_EQ(found.title, u"考试“期中”，科类待定，数据表“一年级”"_s);
+    EXPECT_TRUE(found.warning.startsWith(u"考试“期中”已经在成绩库里（“文”科、“理”科）！"_s))
+        << found.warning.toStdString();
+    EXPECT_TRUE(
+        found.notes.contains(u"第一名学生的班级 12 还没有学生，它的科类导入时会询问；"
+                             "谁不在表中、满分和总分公式写到哪一行，要看科类，这里没有列出。"_s));
+    EXPECT_EQ(found.count(PreviewKind::Missing), 0);
+    EXPECT_EQ(found.notes.filter(u"没有科类"_s), QStringList());
+    EXPECT_EQ(found.notes.filter(u"别的科类"_s), QStringList());
+}
+
 TEST_F(ExamPreviewTest, ANewNameThatTheLibraryRefusesIsABadCell)
 {
     const QString name(60, u'长');
