@@ -68,6 +68,11 @@ const ExamRows* ExamFigures::rows()
     return m_rows;
 }
 
+const double* ExamFigures::valuesOf(const QString& column)
+{
+    return rows() ? m_rows->column(column) : nullptr;
+}
+
 void ExamFigures::openRows(database::Recordset& rows, const QString& condition, double classNumber)
 {
     const SqlPiece filter = SqlPiece::condition(m_context.library.settings.CategoryFilter);
@@ -113,7 +118,11 @@ ExamFigures::ClassFigure::ClassFigure(ExamFigures& figures, Condition condition)
 
 Meaning ExamFigures::ClassFigure::meaning() const
 {
-    return {kindOf(m_aggregate), m_figures.m_exam, m_column, m_condition.text()};
+    return {.kind = kindOf(m_aggregate),
+            .exam = m_figures.m_exam,
+            .column = m_column,
+            .condition = m_condition.text(),
+            .on = m_onRows ? ReckonedOn::Rows : ReckonedOn::Engine};
 }
 
 bool ExamFigures::ClassFigure::findTests()
@@ -223,7 +232,7 @@ std::optional<double> ExamFigures::ClassFigure::askAggregate(double classNumber)
 
 std::optional<double> ExamFigures::highest(const QString& column)
 {
-    const double* values = rows() ? m_rows->column(column) : nullptr;
+    const double* values = valuesOf(column);
     if (!values)
         return askHighest(column);
     Tally tally(Aggregate::Maximum);
@@ -247,18 +256,27 @@ std::optional<double> ExamFigures::askHighest(const QString& column)
     return answer;
 }
 
+Meaning ExamFigures::takenMeaning(const QString& column, const QString& condition)
+{
+    return {.kind = FigureKind::Values,
+            .exam = m_exam,
+            .column = column,
+            .condition = condition,
+            .on = valuesOf(column) ? ReckonedOn::Rows : ReckonedOn::Engine};
+}
+
 std::vector<double> ExamFigures::taken(const QString& column, double classNumber)
 {
     std::vector<double> found;
-    if (const double* values = rows() ? m_rows->column(column) : nullptr) {
+    if (const double* values = valuesOf(column)) {
         const ExamRows::Place place = m_rows->ofClass(classNumber);
         std::copy_if(values + place.first, values + place.first + place.count,
-                     std::back_inserter(found), [](double value) { return value >= 0; });
+                     std::back_inserter(found), isSitting);
         return found;
     }
     m_trap([&] {
         database::Recordset records;
-        openRows(records, column + u">=0"_s, classNumber);
+        openRows(records, sittingCondition(column).sqlText(), classNumber);
         for (; !records.Eof(); records.MoveNext())
             found.push_back(runtime::Val(records.Fields(column).Value()));
     });

@@ -74,13 +74,18 @@ public:
     /// The largest value of a column in the whole stream. Nothing if it is NULL, or if it failed.
     std::optional<double> highest(const QString& column);
 
-    /// The values of 0 and more of a column in the class, in row order.
+    /// The marks in a column of those of the class who sat, in row order.
     std::vector<double> taken(const QString& column, double classNumber);
+
+    /// What a count of taken() stands for, of those that the condition holds for.
+    Meaning takenMeaning(const QString& column, const QString& condition);
 
     const QString& exam() const { return m_exam; }
 
 private:
     const ExamRows* rows();
+    /// nullptr where only the engine can answer.
+    const double* valuesOf(const QString& column);
     /// Opens the rows of a class that meet the condition. Throws Error, as firstField does.
     void openRows(database::Recordset& rows, const QString& condition, double classNumber);
     /// The first field of the first row; nothing for NULL.

@@ -20,6 +20,10 @@ enum class FigureKind {
     Rank ///< of the class, by its average, among the classes
 };
 
+/// What a figure was reckoned on: the rows that a report read, to which a text or infinity among
+/// the marks is no mark, or single statements, to which it is what the engine takes it for.
+enum class ReckonedOn { Rows, Engine };
+
 /// What the cells of one line and column of a block stand for in all classes.
 struct Meaning
 {
@@ -31,6 +35,7 @@ struct Meaning
     QString condition;
     /// Where a rank stands for the averages in another column of the item, that column.
     int rankedPart = 0;
+    ReckonedOn on = ReckonedOn::Rows;
 
     Meaning as(FigureKind other) const;
 };
@@ -54,6 +59,7 @@ struct Figure
     Condition condition;
     /// The category filter that was in force, with " and" in front; "" for none.
     QString filter;
+    ReckonedOn on = ReckonedOn::Rows;
     /// What the cell shows.
     QString shown;
     /// Of a rank: the classes that have an average, in the order of the table.
@@ -63,11 +69,14 @@ struct Figure
     bool needsValue() const { return kind != FigureKind::Rows && kind != FigureKind::Share; }
 };
 
-// 考试人数 counts by these.
+// Who sat and who was absent, by one rule: 考试人数 counts by it.
 
 /// A student who sat the exam in this column.
 Condition sittingCondition(const QString& column);
 /// A student who was absent.
 Condition absentCondition(const QString& column);
+/// The same of a mark; NaN is neither.
+bool isSitting(double mark);
+bool isAbsent(double mark);
 
 } // namespace statistics

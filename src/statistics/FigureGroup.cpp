@@ -1,9 +1,10 @@
 #include "statistics/FigureGroup.h"
 
+#include <cmath>
+
 #include "library/ColumnNames.h"
-#include "platform/database/Recordset.h"
 #include "platform/database/SqlPieces.h"
-#include "platform/runtime/ComparedNumber.h"
+#include "platform/database/Statement.h"
 #include "platform/runtime/Numbers.h"
 #include "statistics/ExamFigures.h"
 
@@ -21,6 +22,37 @@ QString literal(const runtime::Value& value)
     return u'\'' + value.text().replace(u'\'', u"''"_s) + u'\'';
 }
 
+/// The columns in which the rows of a figure have a number.
+QStringList numberColumns(const Figure& figure)
+{
+    QStringList columns;
+    for (const Comparison& comparison : figure.condition.comparisons())
+        columns.append(comparison.column);
+    if (figure.needsValue())
+        columns.append(figure.column);
+    columns.removeDuplicates();
+    return columns;
+}
+
+/// To the engine every text is above all numbers, and rounded it is 0.
+QString isNumber(const QString& column)
+{
+    const QString name = SqlPiece::names({column}).text();
+    return u" and "_s + name + u">-9e999 and "_s + name + u"<9e999"_s;
+}
+
+QString hasValue(const Figure& figure)
+{
+    QString condition;
+    if (figure.on == ReckonedOn::Rows) {
+        for (const QString& column : numberColumns(figure))
+            condition += isNumber(column);
+    } else if (figure.needsValue()) {
+        condition = u" and "_s + SqlPiece::names({figure.column}).text() + u" is not null"_s;
+    }
+    return condition;
+}
+
 /// The condition of the rows with " and" in front.
 SqlPiece rowCondition(const Figure& figure)
 {
@@ -29,9 +61,7 @@ SqlPiece rowCondition(const Figure& figure)
     QString condition;
     if (!figure.condition.isNone())
         condition = u" and "_s + figure.condition.sqlText();
-    if (figure.needsValue())
-        condition += u" and "_s + SqlPiece::names({figure.column}).text() + u" is not null"_s;
-    return SqlPiece::condition(condition);
+    return SqlPiece::condition(condition + hasValue(figure));
 }
 
 std::vector<runtime::Value> placeOf(const Figure& figure)
@@ -39,16 +69,22 @@ std::vector<runtime::Value> placeOf(const Figure& figure)
     return {figure.exam, figure.stream, figure.classNumber};
 }
 
-/// The values of the first row; 0 for NULL.
-std::vector<int> counts(database::Connection& connection, const QString& sql,
-                        const std::vector<runtime::Value>& values)
+/// The value of a column as the figure was reckoned with it.
+std::optional<double> markIn(const database::Statement& rows, int column, ReckonedOn on)
 {
-    database::Recordset rows;
-    rows.Open(sql, values, connection);
-    std::vector<int> numbers;
-    for (int field = 0; field < rows.fieldCount(); ++field)
-        numbers.push_back(int(runtime::Val(rows.Fields(field).Value())));
-    return numbers;
+    double number = rows.number(column);
+    if (on == ReckonedOn::Rows)
+        rows.readNumbers(column, {&number, 1});
+    return rows.isNull(column) || std::isnan(number) ? std::nullopt : std::optional(number);
+}
+
+int columnOf(const database::Statement& rows, const QString& name)
+{
+    int column = 0;
+    while (column + 1 < rows.columnCount()
+           && rows.columnName(column).compare(name, Qt::CaseInsensitive) != 0)
+        ++column;
+    return column;
 }
 
 Aggregate aggregateOf(FigureKind kind)
@@ -63,9 +99,14 @@ Aggregate aggregateOf(FigureKind kind)
         return Aggregate::Minimum;
     case FigureKind::Deviation:
         return Aggregate::Deviation;
-    default:
-        return Aggregate::Count;
+    case FigureKind::None:
+    case FigureKind::Rows:
+    case FigureKind::Values:
+    case FigureKind::Share:
+    case FigureKind::Attendance:
+        break;
     }
+    return Aggregate::Count;
 }
 
 /// Takes the student among the ends where he stands there.
@@ -85,10 +126,11 @@ void takeEnds(FigureGroup& group, const StudentMark& student)
 void takeRow(FigureGroup& group, Tally& tally, const StudentMark& student)
 {
     ++group.rows;
+    group.marks.push_back(student.mark);
     if (!student.mark)
         return;
     tally.add(*student.mark);
-    if (runtime::roundedToCompare(*student.mark) < 0) {
+    if (isAbsent(*student.mark)) {
         ++group.absent;
         return;
     }
@@ -100,16 +142,36 @@ void readRows(database::Connection& connection, const Figure& figure, FigureGrou
               Tally& tally)
 {
     const StudentSql behind = rowsBehind(figure);
-    database::Recordset rows;
-    rows.Open(behind.sql, behind.values, connection);
-    const database::FieldByName name(rows, u"姓名"_s);
-    const database::FieldByName column(rows, figure.column);
-    for (; !rows.Eof(); rows.MoveNext()) {
-        const runtime::Value mark = column.in(rows).Value();
-        takeRow(group, tally,
-                {name.in(rows).Value().text(),
-                 mark.isNull() ? std::nullopt : std::optional(mark.toDouble())});
+    database::Statement rows(connection, behind.sql);
+    rows.bind(behind.values);
+    const int name = columnOf(rows, u"姓名"_s);
+    const int column = columnOf(rows, figure.column);
+    while (rows.step())
+        takeRow(group, tally, {rows.text(name), markIn(rows, column, figure.on)});
+}
+
+/// Those of the class who are not in the group.
+void countOthers(database::Connection& connection, const Figure& figure, FigureGroup& group)
+{
+    database::Statement rows(
+        connection,
+        database::sqlWith(u"select %1 from 成绩表 where 考试名称=? and 科类=? and 班级=?%2"_s,
+                          {SqlPiece::names({figure.column}), SqlPiece::condition(figure.filter)}));
+    rows.bind(placeOf(figure));
+    group.otherAbsent = -group.absent;
+    group.otherWithout = group.sitting + group.absent - group.rows;
+    while (rows.step()) {
+        const std::optional<double> mark = markIn(rows, 0, figure.on);
+        group.otherAbsent += mark && isAbsent(*mark);
+        group.otherWithout += !mark;
     }
+}
+
+int studentsOf(database::Connection& connection, double classNumber)
+{
+    database::Statement count(connection, u"select count(*) from 信息表 where 班级=?"_s);
+    count.bind({classNumber});
+    return count.step() ? int(count.number(0)) : 0;
 }
 
 QString nowOf(const Figure& figure, const FigureGroup& group, const Tally& tally)
@@ -124,11 +186,16 @@ QString nowOf(const Figure& figure, const FigureGroup& group, const Tally& tally
     case FigureKind::Attendance:
         return doubleText(group.sitting) + u'/' + doubleText(group.absent) + u'/'
                + doubleText(group.sitting + group.absent);
-    default: {
-        const std::optional<double> result = tally.result();
-        return result ? figureText(*result) : QString();
+    case FigureKind::None:
+    case FigureKind::Average:
+    case FigureKind::Maximum:
+    case FigureKind::Minimum:
+    case FigureKind::Deviation:
+    case FigureKind::Rank:
+        break;
     }
-    }
+    const std::optional<double> result = tally.result();
+    return result ? figureText(*result) : QString();
 }
 
 } // namespace
@@ -178,17 +245,8 @@ FigureGroup readGroup(database::Connection& connection, const Figure& figure)
     FigureGroup group;
     Tally tally(aggregateOf(figure.kind));
     readRows(connection, figure, group, tally);
-    const std::vector<int> others = counts(
-        connection,
-        database::sqlWith(u"select sum(round(%1,4)<0),sum(%1 is null) from 成绩表 where "
-                          "考试名称=? and 科类=? and 班级=?%2"_s,
-                          {SqlPiece::names({figure.column}), SqlPiece::condition(figure.filter)}),
-        placeOf(figure));
-    group.otherAbsent = others.at(0) - group.absent;
-    group.otherWithout = others.at(1) - (group.rows - group.sitting - group.absent);
-    group.students =
-        counts(connection, u"select count(*) from 信息表 where 班级=?"_s, {figure.classNumber})
-            .at(0);
+    countOthers(connection, figure, group);
+    group.students = studentsOf(connection, figure.classNumber);
     group.now = nowOf(figure, group, tally);
     return group;
 }

@@ -40,6 +40,8 @@ struct FigureGroup
 {
     /// With a value in the figure's column or without, as rowsBehind() gives them.
     int rows = 0;
+    /// Of each row, in the same order.
+    std::vector<std::optional<double>> marks;
     int sitting = 0;
     int absent = 0;
     /// In the class, but not in the group.

@@ -4,7 +4,6 @@
 #include <span>
 
 #include "library/ColumnNames.h"
-#include "platform/runtime/ComparedNumber.h"
 #include "platform/runtime/Numbers.h"
 #include "statistics/ExamFigures.h"
 
@@ -111,9 +110,16 @@ QString kindWord(FigureKind kind)
         return u"最低分"_s;
     case FigureKind::Deviation:
         return u"标准差"_s;
-    default:
-        return u"平均分"_s;
+    case FigureKind::None:
+    case FigureKind::Rows:
+    case FigureKind::Values:
+    case FigureKind::Share:
+    case FigureKind::Attendance:
+    case FigureKind::Average:
+    case FigureKind::Rank:
+        break;
     }
+    return u"平均分"_s;
 }
 
 /// "语文不低于 0 分的学生的"; "" where all count.
@@ -228,7 +234,7 @@ QString figureSentence(const Figure& figure, const FigureGroup& group)
 {
     switch (figure.kind) {
     case FigureKind::None:
-        return {};
+        break;
     case FigureKind::Rows:
     case FigureKind::Values:
     case FigureKind::Share:
@@ -237,9 +243,13 @@ QString figureSentence(const Figure& figure, const FigureGroup& group)
         return attendanceSentence(figure, group);
     case FigureKind::Rank:
         return rankSentence(figure, group);
-    default:
+    case FigureKind::Average:
+    case FigureKind::Maximum:
+    case FigureKind::Minimum:
+    case FigureKind::Deviation:
         return aggregateSentence(figure, group);
     }
+    return {};
 }
 
 QString figureDetails(const Figure& figure, const FigureGroup& group)
@@ -275,7 +285,7 @@ QString attendanceWord(std::optional<double> mark)
 {
     if (!mark)
         return u"没有这一科的成绩"_s;
-    return runtime::roundedToCompare(*mark) < 0 ? u"缺考"_s : u"参试"_s;
+    return isAbsent(*mark) ? u"缺考"_s : u"参试"_s;
 }
 
 } // namespace statistics

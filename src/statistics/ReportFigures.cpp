@@ -62,6 +62,7 @@ std::optional<Figure> ReportFigures::at(const grid::FlexGrid& grid, int row, int
                   .condition =
                       meaning->condition.isEmpty() ? Condition() : Condition(meaning->condition),
                   .filter = block.filter,
+                  .on = meaning->on,
                   .shown = grid.TextMatrix(row, col)};
     if (figure.kind == FigureKind::Rank) {
         const int part = (col - block.firstColumn) % block.columnsPerItem;

@@ -1,4 +1,5 @@
 #include "library/ColumnNames.h"
+#include "platform/runtime/ComparedNumber.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -50,7 +51,7 @@ public:
         std::vector<int> counters(size_t(m_count) + 1, 0);
         for (const double value : values) {
             // A mark of 89.7 is kept as a number just below, and belongs to the band from 89.7 on.
-            const double index = bandOf(runtime::Round(value, ComparedDigits));
+            const double index = bandOf(runtime::roundedToCompare(value));
             if (index > m_count)
                 scoreBandsTrap.fail(u"成绩 "_s + doubleText(value)
                                     + u" 高出最后一个分数段，没有计入。"_s);
@@ -104,7 +105,7 @@ void fillBlock(Block& block, ExamFigures& figures, const QString& item, const Sc
     block.headNames(1);
     for (int m = 0; m < bands.count(); ++m) {
         block.head(1, m, 0, bands.heading(m));
-        block.note(0, m, 0, {FigureKind::Rows, figures.exam(), item, bands.condition(item, m)});
+        block.note(0, m, 0, figures.takenMeaning(item, bands.condition(item, m)));
     }
     block.eachClass(0, figures.exam(), [&](int j, double classNumber) {
         const std::vector<int> counters = bands.counted(figures.taken(item, classNumber));

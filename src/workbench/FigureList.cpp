@@ -50,10 +50,10 @@ QStringList existing(database::Connection& connection, QStringList columns)
     return columns;
 }
 
-QString state(const runtime::Value& mark)
+void writeStates(const statistics::FigureGroup& group, int col, grid::FlexGrid& grid)
 {
-    return statistics::attendanceWord(mark.isNull() ? std::nullopt
-                                                    : std::optional(mark.toDouble()));
+    for (size_t i = 0; i < group.marks.size(); ++i)
+        grid.setTextMatrix(1 + int(i), col, statistics::attendanceWord(group.marks[i]));
 }
 
 void writeStudents(database::Connection& connection, const Figure& figure,
@@ -67,10 +67,8 @@ void writeStudents(database::Connection& connection, const Figure& figure,
         fields.emplace_back(rows, column == StateColumn ? figure.column : column);
     grid.setRows(1 + int(rows.RecordCount()));
     for (int row = 1; !rows.Eof(); rows.MoveNext(), ++row) {
-        for (int col = 0; col < columns.size(); ++col) {
-            const runtime::Value value = fields[size_t(col)].in(rows).Value();
-            grid.setTextMatrix(row, col, columns[col] == StateColumn ? state(value) : value.text());
-        }
+        for (int col = 0; col < columns.size(); ++col)
+            grid.setTextMatrix(row, col, fields[size_t(col)].in(rows).Value().text());
     }
 }
 
@@ -105,12 +103,14 @@ FigureList listStudents(library::ScoreLibrary& scoreLibrary, const Figure& figur
     list.grid.setCols(int(shown.size()));
     list.grid.setRows(1);
     writeHeadings(list.grid, shown);
-    if (isAttendance(figure))
-        list.grid.setColWidth(int(shown.indexOf(StateColumn)), StateWidth);
     writeStudents(scoreLibrary.Conn, figure, behind, shown, list.grid);
-    if (isAttendance(figure))
-        writeOthers(scoreLibrary.Conn, figure, list.grid);
     const statistics::FigureGroup group = statistics::readGroup(scoreLibrary.Conn, figure);
+    if (isAttendance(figure)) {
+        const int stateColumn = int(shown.indexOf(StateColumn));
+        list.grid.setColWidth(stateColumn, StateWidth);
+        writeStates(group, stateColumn, list.grid);
+        writeOthers(scoreLibrary.Conn, figure, list.grid);
+    }
     list.sentence = statistics::figureSentence(figure, group);
     list.details = statistics::figureDetails(figure, group);
     list.change = statistics::figureChange(figure, group);

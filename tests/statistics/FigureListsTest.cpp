@@ -22,6 +22,11 @@ const QStringList reports{u"考试人数"_s,     u"高、低分段"_s,   u"各�
                           u"各科标准差"_s,   u"各分数段人数"_s, u"总分上线人数"_s,
                           u"各名次段人数"_s, u"各名次段均分"_s, u"历次考试进入年级前x名人数"_s};
 
+double compared(double mark)
+{
+    return std::round(mark * 1e4) / 1e4;
+}
+
 /// The values of a figure's column in its list; NaN for NULL.
 struct List
 {
@@ -30,11 +35,13 @@ struct List
     int count() const { return int(values.size()); }
     int sitting() const
     {
-        return int(std::count_if(values.begin(), values.end(), [](double v) { return v >= 0; }));
+        return int(
+            std::count_if(values.begin(), values.end(), [](double v) { return compared(v) >= 0; }));
     }
     int absent() const
     {
-        return int(std::count_if(values.begin(), values.end(), [](double v) { return v < 0; }));
+        return int(
+            std::count_if(values.begin(), values.end(), [](double v) { return compared(v) < 0; }));
     }
     double average() const
     {
@@ -128,7 +135,8 @@ protected:
         List list;
         for (; !rows.Eof(); rows.MoveNext()) {
             const runtime::Value value = rows.Fields(figure.column).Value();
-            list.values.push_back(value.isNull() ? std::nan("") : value.toDouble());
+            const bool isMark = value.isNumber() && std::isfinite(value.toDouble());
+            list.values.push_back(isMark ? value.toDouble() : std::nan(""));
         }
         return list;
     }
@@ -289,6 +297,30 @@ TEST_F(FigureLists, FollowConditionsThatOnlyTheEngineCanAnswer)
                     "values ('各科优秀率','理','语文','*2>=','90.4','+0<=','88')"_s);
     run(u"各科优秀率"_s, first);
     EXPECT_GT(compareAll(), 5);
+}
+
+TEST_F(FigureLists, TakeATextOrInfinityForNoMarkAsTheReportsDo)
+{
+    library.execute(u"update 成绩表 set 语文='缺' where 学号=3"_s);
+    library.execute(u"update 成绩表 set 语文=9e999,语文年名=-9e999 where 学号=4"_s);
+    library.execute(u"update 成绩表 set 数学='缺考',语文年名='x' where 学号=5"_s);
+    library.dialogs.always(u"不是可以计算的数字，按没有成绩处理"_s, runtime::Answer::Ok);
+    set(u"各科差生率"_s, u"[0,0.4)"_s);
+    compareEveryReport({first});
+    compareEveryReport({first, second});
+}
+
+TEST_F(FigureLists, HoldMarksThatAreZeroInAllPlacesThatCount)
+{
+    library.execute(u"update 成绩表 set 语文=-0.00003,数学=0.03125 where 学号=3"_s);
+    library.execute(u"update 设置表 set 设置='单科0.0313,总分0.7' where 名称='各分数段人数'"_s);
+    library.execute(u"update 考试名称表 set 语文=9,数学=7"_s);
+    library.execute(u"update 成绩表 set 语文=语文/12,数学=数学/9 where 语文>0 and 数学>1"_s);
+    for (const QString& report : {u"考试人数"_s, u"各分数段人数"_s, u"各科最低分"_s}) {
+        SCOPED_TRACE(report.toStdString());
+        run(report, first);
+        EXPECT_GE(compareAll(), 8);
+    }
 }
 
 TEST_F(FigureLists, OfALibraryOfOneStreamAreAsLongAsTheCellsSay)

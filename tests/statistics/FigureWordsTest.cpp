@@ -178,7 +178,7 @@ TEST_F(FigureWords, OfAStatementStandAsItMayBeTyped)
     count.exam = u"期'中?"_s;
     EXPECT_EQ(
         statistics::rowsBehind(count).asTyped(),
-        u"select * from 成绩表 where 考试名称='期''中?' and 科类='理' and 班级=1 and round(语文,4)>=85 and round(语文,4)<=100 order by [语文] DESC,学号"_s);
+        u"select * from 成绩表 where 考试名称='期''中?' and 科类='理' and 班级=1 and round(语文,4)>=85 and round(语文,4)<=100 and [语文]>-9e999 and [语文]<9e999 order by [语文] DESC,学号"_s);
 }
 
 } // namespace

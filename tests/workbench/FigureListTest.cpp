@@ -73,6 +73,16 @@ TEST_F(FigureListTest, OfTheAttendanceIsTheRosterWithWhoSatAndWhoWasAbsent)
                                                "2\t9\t郑七\t成绩记在别的班或科类\t\t\n"_s);
 }
 
+TEST_F(FigureListTest, OfTheAttendanceTakesATextForNoMark)
+{
+    library.execute(u"update 成绩表 set 语文='缺' where 姓名='孙三'"_s);
+    library.dialogs.always(u"按没有成绩处理"_s, runtime::Answer::Ok);
+    run(u"考试人数"_s);
+    const FigureList roster = list(0, 1);
+    EXPECT_EQ(roster.grid.TextMatrix(1, 3), u"没有这一科的成绩"_s);
+    EXPECT_EQ(roster.change, QString());
+}
+
 TEST_F(FigureListTest, SaysItInWordsAndAsTheStatementThatGivesIt)
 {
     run(u"各科及格率"_s);
@@ -82,9 +92,10 @@ TEST_F(FigureListTest, SaysItInWordsAndAsTheStatementThatGivesIt)
         u"期中，理科，2 班：语文不低于 90 分、不高于 150 分的学生，共 1 人（全班 5 人的 20%）。"_s);
     EXPECT_EQ(passed.details, QString());
     EXPECT_EQ(passed.change, QString());
-    EXPECT_EQ(passed.sql,
-              u"select * from 成绩表 where 考试名称='期中' and 科类='理' and 班级=2 and "
-              "round(语文,4)>=90 and round(语文,4)<=150 order by [语文] DESC,学号"_s);
+    EXPECT_EQ(
+        passed.sql,
+        u"select * from 成绩表 where 考试名称='期中' and 科类='理' and 班级=2 and "
+        "round(语文,4)>=90 and round(语文,4)<=150 and [语文]>-9e999 and [语文]<9e999 order by [语文] DESC,学号"_s);
     runtime::NoProgress progress;
     ASSERT_TRUE(workbench::ShowKSCJmain(library.scores, passed.sql, {u"姓名"_s}, grid, progress));
     EXPECT_EQ(grid::gridText(grid), u"姓名\n孙三\n"_s);
