@@ -231,11 +231,14 @@ StudentSql rowsBehind(const Figure& figure)
 
 StudentSql studentsWithoutRow(const Figure& figure)
 {
+    // A student who was entered after the scores has no number in their rows.
     return {
         database::sqlWith(
             u"select 学号,姓名,(select count(*) from 成绩表 where 考试名称=?1 and "
-            "成绩表.id=信息表.ID) from 信息表 where 班级=?3 and not exists (select 1 from 成绩表 "
-            "where 考试名称=?1 and 科类=?2 and 班级=?3 and 成绩表.id=信息表.ID)%1 order by 学号"_s,
+            "(成绩表.id=信息表.ID or (ifnull(成绩表.id,0)=0 and 成绩表.班级=信息表.班级 and "
+            "成绩表.学号=信息表.学号))) from 信息表 where 班级=?3 and not exists (select 1 from "
+            "成绩表 where 考试名称=?1 and 科类=?2 and 班级=?3 and (成绩表.id=信息表.ID or "
+            "(ifnull(成绩表.id,0)=0 and 成绩表.学号=信息表.学号)))%1 order by 学号"_s,
             {SqlPiece::condition(figure.filter)}),
         placeOf(figure)};
 }

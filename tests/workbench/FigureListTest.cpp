@@ -73,6 +73,19 @@ TEST_F(FigureListTest, OfTheAttendanceIsTheRosterWithWhoSatAndWhoWasAbsent)
                                                "2\t9\t郑七\t成绩记在别的班或科类\t\t\n"_s);
 }
 
+TEST_F(FigureListTest, OfTheAttendanceHasAStudentOnceWhoWasEnteredAfterHisScores)
+{
+    run(u"考试人数"_s);
+    const QString before = grid::gridText(list(0, 1).grid);
+    library.execute(u"update 成绩表 set id=null where 姓名='李四'"_s);
+    library.execute(u"update 成绩表 set id=0 where 姓名='周五'"_s);
+    EXPECT_EQ(grid::gridText(list(0, 1).grid), before);
+    library.execute(u"update 成绩表 set id=null,科类='文' where 姓名='李四'"_s);
+    const FigureList moved = list(0, 1);
+    EXPECT_EQ(moved.grid.Rows(), 6);
+    EXPECT_TRUE(grid::gridText(moved.grid).contains(u"\n2\t2\t李四\t成绩记在别的班或科类\t\t\n"_s));
+}
+
 TEST_F(FigureListTest, OfTheAttendanceTakesATextForNoMark)
 {
     library.execute(u"update 成绩表 set 语文='缺' where 姓名='孙三'"_s);
