@@ -1,5 +1,6 @@
 #include "statistics/ReportFigures.h"
 
+#include <algorithm>
 #include <set>
 
 namespace statistics {
@@ -25,7 +26,8 @@ BlockFigures& ReportFigures::add(BlockFigures block, grid::FlexGrid& grid, int f
     block.meanings.resize(size_t(block.rowsPerClass) * size_t(block.items)
                           * size_t(block.columnsPerItem));
     const int first = m_next;
-    m_next += block.rows();
+    // A block without rows has a number of its own too.
+    m_next += std::max(1, block.rows());
     for (int row = 0; row < block.rows(); ++row)
         grid.setRowData(firstRow + row, first + row);
     return m_blocks[first] = std::move(block);

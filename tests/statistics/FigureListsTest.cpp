@@ -355,6 +355,17 @@ TEST_F(FigureLists, AreForgottenWithTheRowsOfTheirReport)
     EXPECT_FALSE(context.figures.at(grid, 1, grid.Cols()));
 }
 
+TEST_F(FigureLists, OfABlockWithoutRowsAreNotThoseOfTheNext)
+{
+    grid.setRows(9);
+    statistics::ReportFigures figures;
+    statistics::BlockFigures& empty = figures.add({.classes = {}, .items = 1}, grid, 1);
+    statistics::BlockFigures& filled =
+        figures.add({.classes = library.scores.catalogue.ClassTable.at(0), .items = 1}, grid, 0);
+    EXPECT_NE(&empty, &filled);
+    EXPECT_TRUE(empty.classes.empty());
+}
+
 TEST_F(FigureLists, AreNotKeptOfBlocksThatGoToASheet)
 {
     QString names = first;
