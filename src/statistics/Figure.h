@@ -40,7 +40,7 @@ struct Meaning
     Meaning as(FigureKind other) const;
 };
 
-/// A class with its average, as the table shows it.
+/// A class with its average as the table shows it, "" for none.
 struct ComparedClass
 {
     double number;
@@ -62,7 +62,7 @@ struct Figure
     ReckonedOn on = ReckonedOn::Rows;
     /// What the cell shows.
     QString shown;
-    /// Of a rank: the classes that have an average, in the order of the table.
+    /// Of a rank: the classes in the order of the table.
     std::vector<ComparedClass> compared = {};
 
     /// Rows without a value in the column are not counted in.

@@ -198,6 +198,22 @@ QString nowOf(const Figure& figure, const FigureGroup& group, const Tally& tally
     return result ? figureText(*result) : QString();
 }
 
+/// The averages of all classes of a rank.
+std::vector<ComparedClass> averagesNow(database::Connection& connection, const Figure& figure)
+{
+    std::vector<ComparedClass> classes;
+    Figure average = figure;
+    average.kind = FigureKind::Average;
+    for (const ComparedClass& one : figure.compared) {
+        average.classNumber = one.number;
+        FigureGroup group;
+        Tally tally(Aggregate::Average);
+        readRows(connection, average, group, tally);
+        classes.push_back({one.number, nowOf(average, group, tally)});
+    }
+    return classes;
+}
+
 } // namespace
 
 QString StudentSql::asTyped() const
@@ -217,11 +233,11 @@ StudentSql rowsBehind(const Figure& figure)
 {
     const std::vector<SqlPiece> pieces{rowCondition(figure), SqlPiece::condition(figure.filter),
                                        SqlPiece::names({figure.column})};
-    // The best rank is the lowest, and the best mark the highest.
+    // The best rank is the lowest, but who was absent has none; the best mark is the highest.
     const QString sql =
         library::isGradeRankColumn(figure.column)
             ? database::sqlWith(u"select * from 成绩表 where 考试名称=? and 科类=? and 班级=?%1%2 "
-                                "order by %3,学号"_s,
+                                "order by %3<0,%3,学号"_s,
                                 pieces)
             : database::sqlWith(u"select * from 成绩表 where 考试名称=? and 科类=? and 班级=?%1%2 "
                                 "order by %3 DESC,学号"_s,
@@ -251,6 +267,8 @@ FigureGroup readGroup(database::Connection& connection, const Figure& figure)
     countOthers(connection, figure, group);
     group.students = studentsOf(connection, figure.classNumber);
     group.now = nowOf(figure, group, tally);
+    if (figure.kind == FigureKind::Rank)
+        group.comparedNow = averagesNow(connection, figure);
     return group;
 }
 

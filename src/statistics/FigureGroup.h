@@ -54,6 +54,8 @@ struct FigureGroup
     std::vector<StudentMark> lowest;
     /// What the cell would show now. Of a rank, what the average would be.
     QString now;
+    /// Of a rank: Figure::compared as the averages would be now.
+    std::vector<ComparedClass> comparedNow;
 };
 
 /// Reads it. Throws database::Error.

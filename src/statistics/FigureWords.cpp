@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <span>
 
+#include <QRegularExpression>
+
 #include "library/ColumnNames.h"
 #include "platform/runtime/Numbers.h"
 #include "statistics/ExamFigures.h"
@@ -51,6 +53,14 @@ QString markWords(const Comparison& comparison)
     return u"等于 "_s + mark;
 }
 
+/// The last ones of more than a grade has begin before the first; -1 stands for who was absent.
+QString fromRankWords(double rank)
+{
+    if (rank > 0)
+        return u"在第 %1 名及以后"_s.arg(doubleText(rank));
+    return rank > -1 ? u"不限（所有参试的）"_s : u"不限（所有参试的和缺考的）"_s;
+}
+
 QString rankWords(const Comparison& comparison)
 {
     const QString rank = doubleText(comparison.number);
@@ -62,7 +72,7 @@ QString rankWords(const Comparison& comparison)
     case Operator::Greater:
         return u"在第 %1 名之后"_s.arg(rank);
     case Operator::GreaterOrEqual:
-        return u"在第 %1 名及以后"_s.arg(rank);
+        return fromRankWords(comparison.number);
     case Operator::Equal:
         break;
     }
@@ -155,12 +165,33 @@ QString aggregateSentence(const Figure& figure, const FigureGroup& group)
            + (group.now.isEmpty() ? u"没有"_s : group.now) + u"，按 %1 人计算。"_s.arg(group.rows);
 }
 
+std::vector<ComparedClass> withAverage(const Figure& figure)
+{
+    std::vector<ComparedClass> classes = figure.compared;
+    std::erase_if(classes, [](const ComparedClass& one) { return one.average.isEmpty(); });
+    return classes;
+}
+
+/// What the table shows for the figure's class.
+QString averageOf(const Figure& figure)
+{
+    const auto own = std::find_if(
+        figure.compared.begin(), figure.compared.end(),
+        [&figure](const ComparedClass& one) { return one.number == figure.classNumber; });
+    return own == figure.compared.end() ? QString() : own->average;
+}
+
 QString rankSentence(const Figure& figure, const FigureGroup& group)
 {
-    return place(figure) + ofWhom(figure) + named(figure.column)
-           + u"平均分 %1（%2 人），在 %3 个有平均分的班里排第 %4。"_s.arg(
-               group.now, doubleText(group.rows), doubleText(double(figure.compared.size())),
-               figure.shown);
+    const QString begin = place(figure) + ofWhom(figure) + named(figure.column)
+                          + u"平均分 %1（%2 人），"_s.arg(group.now, doubleText(group.rows));
+    const QString classes = doubleText(double(withAverage(figure).size()));
+    // What has no average counts as 0, and one such place stands behind every list of classes.
+    if (runtime::Val(averageOf(figure)) < 0)
+        return begin
+               + u"表格里的名次是 %1：没有平均分的按 0 分算，排在它前面，至少占一个名次。"
+                 "有平均分的班共 %2 个。"_s.arg(figure.shown, classes);
+    return begin + u"在 %1 个有平均分的班里排第 %2。"_s.arg(classes, figure.shown);
 }
 
 QString endWords(const QString& which, const std::vector<StudentMark>& end)
@@ -192,7 +223,7 @@ void addAbsence(QStringList& sentences, const FigureGroup& group)
 /// The classes from the best average on.
 QString orderWords(const Figure& figure)
 {
-    std::vector<ComparedClass> classes = figure.compared;
+    std::vector<ComparedClass> classes = withAverage(figure);
     std::stable_sort(classes.begin(), classes.end(),
                      [](const ComparedClass& a, const ComparedClass& b) {
                          return runtime::Val(a.average) > runtime::Val(b.average);
@@ -216,10 +247,35 @@ void addAttendance(QStringList& sentences, const FigureGroup& group)
 /// " and (类别代码=1 or 类别代码=2)" as words.
 QString filterSentence(const QString& filter)
 {
-    QString codes = filter.trimmed().mid(QStringView(u"and").size()).trimmed();
-    if (codes.startsWith(u'(') && codes.endsWith(u')'))
-        codes = codes.mid(1, codes.size() - 2);
-    return u"只统计 "_s + codes.replace(u" or "_s, u" 或 "_s) + u" 的学生。"_s;
+    static const QRegularExpression code(u"类别代码='?([^'()]*?)'?(?: or |\\)|$)"_s);
+    QStringList codes;
+    for (const QRegularExpressionMatch& match : code.globalMatch(filter))
+        codes.append(match.captured(1).trimmed());
+    return u"只统计类别代码为 %1 的学生。"_s.arg(codes.join(u'、'));
+}
+
+bool isCount(FigureKind kind)
+{
+    return kind == FigureKind::Rows || kind == FigureKind::Values || kind == FigureKind::Share;
+}
+
+QString emptyAs(const QString& text)
+{
+    return text.isEmpty() ? u"空"_s : text;
+}
+
+/// Of the other classes of a rank, the first whose average is another one now.
+QString otherChange(const Figure& figure, const FigureGroup& group)
+{
+    for (size_t i = 0; i < group.comparedNow.size(); ++i) {
+        const ComparedClass& then = figure.compared[i];
+        const QString& now = group.comparedNow[i].average;
+        if (then.average != now)
+            return u"成绩库在统计之后改过：%1 班的平均分在表格里是 %2，现在是 %3，"
+                   "名次可能不同了。请重新统计。"_s.arg(doubleText(then.number),
+                                                        emptyAs(then.average), emptyAs(now));
+    }
+    return {};
 }
 
 } // namespace
@@ -257,8 +313,10 @@ QString figureDetails(const Figure& figure, const FigureGroup& group)
     QStringList sentences;
     if (figure.kind == FigureKind::Attendance)
         addAttendance(sentences, group);
-    else if (figure.needsValue() && figure.kind != FigureKind::Values)
+    else if (!isCount(figure.kind))
         addAbsence(sentences, group);
+    else if (group.absent > 0)
+        sentences.append(u"其中缺考 %1 人。"_s.arg(group.absent));
     if (figure.kind == FigureKind::Rank)
         sentences.append(orderWords(figure));
     if (!figure.filter.isEmpty())
@@ -268,17 +326,11 @@ QString figureDetails(const Figure& figure, const FigureGroup& group)
 
 QString figureChange(const Figure& figure, const FigureGroup& group)
 {
-    QString shown = figure.shown;
-    if (figure.kind == FigureKind::Rank) {
-        for (const ComparedClass& one : figure.compared) {
-            if (one.number == figure.classNumber)
-                shown = one.average;
-        }
-    }
+    const QString shown = figure.kind == FigureKind::Rank ? averageOf(figure) : figure.shown;
     if (shown == group.now)
-        return {};
+        return otherChange(figure, group);
     return u"成绩库在统计之后改过：表格里是 %1，现在是 %2。名单按现在的成绩库列出，请重新统计。"_s
-        .arg(shown, group.now.isEmpty() ? u"空"_s : group.now);
+        .arg(shown, emptyAs(group.now));
 }
 
 QString attendanceWord(std::optional<double> mark)

@@ -79,8 +79,7 @@ std::vector<ComparedClass> ReportFigures::compared(const grid::FlexGrid& grid, c
     std::vector<ComparedClass> classes;
     for (int row = 0; row < grid.Rows(); ++row) {
         const std::optional<Place> other = placeOf(grid, row);
-        if (other && other->block == place.block && other->line == place.line
-            && !grid.TextMatrix(row, col).isEmpty())
+        if (other && other->block == place.block && other->line == place.line)
             classes.push_back({place.block->classes[size_t(other->classIndex)].number,
                                grid.TextMatrix(row, col)});
     }

@@ -183,6 +183,8 @@ protected:
         int rank = 1;
         bool isCompared = false;
         for (const statistics::ComparedClass& one : figure.compared) {
+            if (one.average.isEmpty())
+                continue;
             rank += one.average.toDouble() > average.toDouble();
             isCompared = isCompared || (one.number == figure.classNumber && one.average == average);
         }

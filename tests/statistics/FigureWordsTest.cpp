@@ -116,10 +116,53 @@ TEST_F(FigureWords, SayTheOrderOfTheClassesOfARank)
         u"缺考 1 人，按 -1 分算在内。算在内的考生里，最高 90 分：甲；最低 60 分：乙。各班平均分从高到低：2 班 80，1 班 49.67。"_s);
 }
 
+TEST_F(FigureWords, OfARankBelowZeroSayWhatStandsAheadOfIt)
+{
+    library.execute(u"update 成绩表 set 语文=-1 where 班级=2"_s);
+    EXPECT_EQ(
+        sentence(u"各科平均分"_s, 4, 2),
+        u"期中，理科，2 班：语文平均分 -1（1 人），表格里的名次是 3：没有平均分的按 0 分算，排在它前面，至少占一个名次。有平均分的班共 2 个。"_s);
+    EXPECT_EQ(sentence(u"各科平均分"_s, 3, 2),
+              u"期中，理科，1 班：语文平均分 49.67（3 人），在 2 个有平均分的班里排第 1。"_s);
+    library.execute(u"update 成绩表 set 语文=null where 班级=2"_s);
+    EXPECT_EQ(sentence(u"各科平均分"_s, 3, 2),
+              u"期中，理科，1 班：语文平均分 49.67（3 人），在 1 个有平均分的班里排第 1。"_s);
+}
+
+TEST_F(FigureWords, OfTheLastOnesOfMoreThanTheGradeNameTheAbsent)
+{
+    set(u"各名次段人数"_s, u"-100,-3"_s);
+    EXPECT_EQ(
+        sentence(u"各名次段人数"_s, 2, 1),
+        u"期中，理科，1 班：语文年级名次不限（所有参试的和缺考的）的学生，共 3 人（全班 3 人的 100%）。"_s);
+    EXPECT_EQ(details(u"各名次段人数"_s, 2, 1), u"其中缺考 1 人。"_s);
+    EXPECT_EQ(
+        sentence(u"各名次段人数"_s, 2, 2),
+        u"期中，理科，1 班：语文年级名次在第 1 名及以后的学生，共 2 人（全班 3 人的 66.67%）。"_s);
+    EXPECT_EQ(details(u"各名次段人数"_s, 2, 2), QString());
+    const statistics::FigureGroup behind = group(figure(u"各名次段人数"_s, 2, 1));
+    EXPECT_EQ(behind.marks.back(), -1);
+}
+
+TEST_F(FigureWords, OfARankSayThatAnotherClassChanged)
+{
+    const Figure rank = figure(u"各科平均分"_s, 3, 2);
+    library.execute(u"update 成绩表 set 语文=40 where 班级=2"_s);
+    EXPECT_EQ(
+        statistics::figureChange(rank, group(rank)),
+        u"成绩库在统计之后改过：2 班的平均分在表格里是 80，现在是 40，名次可能不同了。请重新统计。"_s);
+    library.execute(u"update 成绩表 set 语文=null where 班级=2"_s);
+    EXPECT_EQ(
+        statistics::figureChange(rank, group(rank)),
+        u"成绩库在统计之后改过：2 班的平均分在表格里是 80，现在是 空，名次可能不同了。请重新统计。"_s);
+}
+
 TEST_F(FigureWords, SayTheCategoryFilter)
 {
     library.scores.settings.CategoryFilter = u" and (类别代码=1 or 类别代码=2)"_s;
-    EXPECT_EQ(details(u"各科优秀率"_s, 3, 1), u"只统计 类别代码=1 或 类别代码=2 的学生。"_s);
+    EXPECT_EQ(details(u"各科优秀率"_s, 3, 1), u"只统计类别代码为 1、2 的学生。"_s);
+    library.scores.settings.CategoryFilter = u" and (类别代码=12.5)"_s;
+    EXPECT_EQ(details(u"各科优秀率"_s, 3, 1), u"只统计类别代码为 12.5 的学生。"_s);
 }
 
 TEST_F(FigureWords, SayPlainlyThatTheLibraryWasChangedSinceTheReport)
@@ -163,6 +206,8 @@ TEST(ConditionWords, SayEachComparison)
         {u"语文=60"_s, u"语文等于 60 分"_s},
         {u"总分年名<=50 and 总分年名>0"_s, u"总分年级名次在前 50 名"_s},
         {u"总分年名>=291"_s, u"总分年级名次在第 291 名及以后"_s},
+        {u"总分年名>=0"_s, u"总分年级名次不限（所有参试的）"_s},
+        {u"总分年名>=-72"_s, u"总分年级名次不限（所有参试的和缺考的）"_s},
         {u"总分年名>3"_s, u"总分年级名次在第 3 名之后"_s},
         {u"总分年名<3"_s, u"总分年级名次在第 3 名之前"_s},
         {u"总分年名=3"_s, u"总分年级名次是第 3 名"_s},
