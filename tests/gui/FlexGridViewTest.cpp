@@ -274,6 +274,21 @@ TEST_F(GridView, AnEdgeOfTheHeadingRowIsDraggedToAnotherWidth)
     EXPECT_EQ(grid.ColWidth(1), grid::FlexGrid::DefaultColWidth);
 }
 
+TEST_F(GridView, AClickBehindADoubleClickOnAnEdgeOpensNothing)
+{
+    const auto doubleClick = [this](const QPoint& place) {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, place);
+    };
+    const QSignalSpy activated(&view, &FlexGridView::cellActivated);
+    doubleClick({view.visualRect(view.model()->index(0, 2)).right() + 2, 5});
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, centre(3, 2));
+    EXPECT_EQ(activated.count(), 0);
+    doubleClick(centre(3, 2));
+    EXPECT_EQ(activated.value(0), (QVariantList{3, 2}));
+}
+
 TEST_F(GridView, ShowsTheBlockThatTheGridNames)
 {
     grid.Row = 3;

@@ -402,6 +402,7 @@ void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
+    const bool isSecond = std::exchange(m_doubleClicked, false);
     m_blockDrag.finish();
     const int dragged = m_columnDrag.finish();
     if (dragged >= 0) {
@@ -409,7 +410,6 @@ void FlexGridView::mouseReleaseEvent(QMouseEvent* event)
         return;
     }
     const QModelIndex pressed = std::exchange(m_pressed, QModelIndex());
-    const bool isSecond = std::exchange(m_doubleClicked, false);
     const QModelIndex released = indexAt(event->pos());
     if (!released.isValid())
         return;
