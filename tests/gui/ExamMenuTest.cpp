@@ -118,7 +118,16 @@ TEST_F(ExamMenu, AResultThatIsShownIsNotedAsOldUntilTheNextOne)
     test.dialogs.always(question, u"彻底删除"_s);
     item(u"meErase"_s)->trigger();
     EXPECT_TRUE(note->isVisible());
-    EXPECT_EQ(note->text(), u"下面还是删除考试以前的结果，请重新浏览或统计。"_s);
+    EXPECT_EQ(note->text(), u"下面还是成绩库改动以前的结果，请重新浏览或统计。"_s);
+    press(u"CommandLLCJ"_s);
+    EXPECT_FALSE(note->isVisible());
+}
+
+TEST_F(ExamMenu, WhateverChangesTheLibraryMakesTheShownResultOld)
+{
+    press(u"CommandLLCJ"_s);
+    test.scores.notifyChanged();
+    EXPECT_TRUE(note->isVisible());
     press(u"CommandLLCJ"_s);
     EXPECT_FALSE(note->isVisible());
 }

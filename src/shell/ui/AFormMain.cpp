@@ -74,6 +74,8 @@ AFormMain::AFormMain(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs
     connect(&m_library, &library::ScoreLibrary::changed, this, [this] {
         if (!m_library.Conn.isOpen())
             hideResult();
+        else if (MSFlexGrid1->isVisible())
+            m_head->showStale(u"下面还是成绩库改动以前的结果，请重新浏览或统计。"_s);
         m_emptySide->refresh();
     });
     connect(&m_library, &library::ScoreLibrary::changed, m_workbench, &workbench::FormKaoShi::init);
@@ -419,9 +421,7 @@ void AFormMain::eraseExams()
 {
     widgets::ScreenProgress progress(this);
     maintenance::ExamErasure erasure(m_library);
-    const auto result = erasure.run(m_workbench->selectedExams(), progress, library::Backup::Make);
-    if (result == maintenance::ExamErasure::Result::Done && MSFlexGrid1->isVisible())
-        m_head->showStale(u"下面还是删除考试以前的结果，请重新浏览或统计。"_s);
+    erasure.run(m_workbench->selectedExams(), progress, library::Backup::Make);
 }
 
 void AFormMain::explainChosen()
