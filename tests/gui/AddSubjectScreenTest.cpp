@@ -77,6 +77,20 @@ TEST_F(SubjectAdditionOnScreen, OffersTheKnownFormulaOfATotalAndTakesTheChosenSu
     EXPECT_FALSE(screen.isVisible());
 }
 
+TEST_F(SubjectAdditionOnScreen, AsksBeforeItClosesWithASubjectThatWasNotAdded)
+{
+    const QString unsaved = u"科目“物理”还没有添加。"_s;
+    typeName(u"物理"_s);
+    test.dialogs.expect(unsaved, u"取消"_s);
+    QTest::keyClick(&screen, Qt::Key_Escape);
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_EQ(name->text(), u"物理"_s);
+    test.dialogs.expect(unsaved, u"保存"_s);
+    test.dialogs.expect(u"已添加科目“物理”。"_s, later);
+    EXPECT_TRUE(screen.close());
+    EXPECT_EQ(test.scores.catalogue.AllColumns.join(u' '), u"语文 数学 总分 物理"_s);
+}
+
 TEST_F(SubjectAdditionOnScreen, KeepsWhatIsRefused)
 {
     for (const QString& bad : {u"语文"_s, u"' or ''='"_s, u"]--"_s, QString(300, u'长')}) {

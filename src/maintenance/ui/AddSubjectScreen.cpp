@@ -8,9 +8,11 @@
 
 #include "library/ColumnNames.h"
 #include "library/ui/BackupBox.h"
+#include "maintenance/QuotedText.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/widgets/CaptionedList.h"
 #include "platform/widgets/ScreenProgress.h"
+#include "platform/widgets/Unsaved.h"
 
 namespace maintenance {
 
@@ -48,6 +50,14 @@ void AddSubjectScreen::makeWidgets()
     layout->addWidget(m_formula, 2, 1);
     m_subjects = widgets::addMultiList(layout, {.row = 3, .columns = 2}, u"ListSubjects"_s,
                                        u"现有科目(&M)"_s);
+    layout->addLayout(makeButtons(), 6, 0, 1, 2);
+    resize(fontMetrics().averageCharWidth() * 80, fontMetrics().lineSpacing() * 22);
+    connect(m_name, &QLineEdit::textChanged, this, &AddSubjectScreen::takeName);
+    connect(m_subjects, &QListWidget::itemSelectionChanged, this, &AddSubjectScreen::takeSubjects);
+}
+
+QHBoxLayout* AddSubjectScreen::makeButtons()
+{
     m_backup = new library::BackupBox(u"添加前备份成绩库(&B)"_s, this);
     QPushButton* adding = widgets::defaultButton(u"ButtonAdd"_s, u"添加(&A)"_s, this);
     QPushButton* closing = widgets::enterButton(u"ButtonClose"_s, u"关闭(&C)"_s, this);
@@ -55,12 +65,9 @@ void AddSubjectScreen::makeWidgets()
     buttons->addWidget(m_backup, 1);
     buttons->addWidget(adding);
     buttons->addWidget(closing);
-    layout->addLayout(buttons, 6, 0, 1, 2);
-    resize(fontMetrics().averageCharWidth() * 80, fontMetrics().lineSpacing() * 22);
-    connect(m_name, &QLineEdit::textChanged, this, &AddSubjectScreen::takeName);
-    connect(m_subjects, &QListWidget::itemSelectionChanged, this, &AddSubjectScreen::takeSubjects);
     connect(adding, &QPushButton::clicked, this, &AddSubjectScreen::add);
     connect(closing, &QPushButton::clicked, this, &QDialog::close);
+    return buttons;
 }
 
 void AddSubjectScreen::listSubjects()
@@ -85,13 +92,15 @@ void AddSubjectScreen::takeSubjects()
     m_formula->setText(widgets::selectedTexts(m_subjects).join(u'+'));
 }
 
-void AddSubjectScreen::add()
+bool AddSubjectScreen::add()
 {
     const CommandScope command(m_dialogs);
     widgets::ScreenProgress progress(this);
     const NewSubject subject{.name = m_name->text().trimmed(), .formula = m_formula->text()};
-    if (!m_addition.run(subject, progress, m_backup->backup()))
-        return m_name->setFocus();
+    if (!m_addition.run(subject, progress, m_backup->backup())) {
+        m_name->setFocus();
+        return false;
+    }
     listSubjects();
     m_name->clear();
     m_name->setFocus();
@@ -102,6 +111,15 @@ void AddSubjectScreen::add()
                     == 0;
     if (m_wantsTotals)
         close();
+    return true;
+}
+
+bool AddSubjectScreen::mayLeave()
+{
+    const QString name = m_name->text().trimmed();
+    return name.isEmpty()
+           || widgets::settleUnsaved(u"科目“%1”还没有添加。"_s.arg(shownName(name)),
+                                     [this] { return add(); });
 }
 
 } // namespace maintenance

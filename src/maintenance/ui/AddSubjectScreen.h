@@ -4,6 +4,7 @@
 #include "platform/widgets/DialogScreen.h"
 #include "platform/widgets/ScreenDialogs.h"
 
+class QHBoxLayout;
 class QLineEdit;
 class QListWidget;
 
@@ -25,12 +26,17 @@ public:
     /// True when the screen was closed because the user wants to go on with "总分设置".
     bool wantsTotals() const { return m_wantsTotals; }
 
+    /// Asks about a subject that was typed and not added.
+    bool mayLeave() override;
+
 private:
     void makeWidgets();
     void listSubjects();
     void takeName(const QString& typed);
     void takeSubjects();
-    void add();
+    QHBoxLayout* makeButtons();
+    /// False if it was not added.
+    bool add();
 
     library::ScoreLibrary& m_library;
     SubjectAddition m_addition;
