@@ -216,13 +216,63 @@ TEST_F(MovesScreen, TellsWhatIsNoPlaceAndWhoIsNotChosen)
     press(u"buttonMove"_s);
     EXPECT_EQ(test.dialogs.shown.last(), u"请先在左边选择一名学生。"_s);
     choose(u"wf"_s);
-    typeClass(u"x"_s);
+    boxes.expect([](QDialog& box) {
+        auto* ComboClass = box.findChild<QComboBox*>(u"ComboClass"_s);
+        QTest::keyClicks(ComboClass->lineEdit(), u"x"_s);
+        QTest::keyClick(ComboClass->lineEdit(), Qt::Key_Return);
+        EXPECT_TRUE(box.isVisible());
+        EXPECT_EQ(ComboClass->currentText(), u"x"_s) << "nothing typed is lost";
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
     press(u"buttonMove"_s);
     EXPECT_EQ(test.dialogs.shown.last(), u"班级和学号要是从 1 起的整数。"_s);
     test.execute(u"delete from 信息表 where 姓名='王芳'"_s);
     press(u"buttonRemove"_s);
     EXPECT_EQ(test.dialogs.shown.last(), u"成绩库里已经没有这名学生了。"_s);
     EXPECT_EQ(plan(), u""_s);
+}
+
+TEST_F(MovesScreen, UnderstandsFullWidthDigits)
+{
+    choose(u"cj"_s);
+    typeClass({}, [](QDialog& box) {
+        box.findChild<QComboBox*>(u"ComboClass"_s)->setEditText(u"２"_s);
+        EXPECT_EQ(box.findChild<QLineEdit*>(u"TextNumber"_s)->text(), u"2"_s);
+        box.findChild<QLineEdit*>(u"TextNumber"_s)->setText(u" １２ "_s);
+    });
+    press(u"buttonMove"_s);
+    EXPECT_EQ(plan(), u"陈静|1 班 2 号|2 班 12 号|理|没有|"_s);
+}
+
+TEST_F(MovesScreen, DoesNotOfferAStudentToHimself)
+{
+    choose(u"wf"_s);
+    boxes.expect([](QDialog& box) {
+        findIn(box, u"wf"_s);
+        EXPECT_FALSE(box.findChild<QPushButton*>(u"boxOk"_s)->isEnabled());
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    press(u"buttonSwap"_s);
+    EXPECT_EQ(boxes.count, 1);
+}
+
+TEST_F(MovesScreen, ClosesByEscWithTheQuestionAndRunsByEnter)
+{
+    auto* view = find<grid::FlexGridView>(u"PlanGrid"_s);
+    EXPECT_FALSE(view->selectionModel()->hasSelection()) << "the heading is no change";
+    choose(u"cj"_s);
+    press(u"buttonRemove"_s);
+    EXPECT_TRUE(view->selectionModel()->hasSelection());
+    test.dialogs.expect(u"还有 1 项调整没有执行"_s, u"取消"_s);
+    QTest::keyClick(form.get(), Qt::Key_Escape);
+    EXPECT_TRUE(form->isVisible());
+    test.dialogs.expect(question, u"执行"_s);
+    view->setFocus();
+    QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(test.rows(studentRows), u"1|1|王芳 / 2|1|李强"_s);
+    EXPECT_FALSE(view->selectionModel()->hasSelection());
+    QTest::keyClick(form.get(), Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
 }
 
 TEST_F(MovesScreen, ABoxThatIsLeftByEscGathersNothing)

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "maintenance/TypedNumber.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/widgets/Screen.h"
 
@@ -18,7 +19,7 @@ using widgets::button;
 using widgets::label;
 using widgets::named;
 
-void addBoxButtons(QDialog* box, QVBoxLayout* layout)
+QPushButton* addBoxButtons(QDialog* box, QVBoxLayout* layout)
 {
     QPushButton* ok = button(u"boxOk"_s, u"确定(&O)"_s, box);
     ok->setAutoDefault(true);
@@ -31,6 +32,7 @@ void addBoxButtons(QDialog* box, QVBoxLayout* layout)
     layout->addLayout(buttons);
     QObject::connect(ok, &QPushButton::clicked, box, &QDialog::accept);
     QObject::connect(cancel, &QPushButton::clicked, box, &QDialog::reject);
+    return ok;
 }
 
 MoveTicks::MoveTicks(qsizetype earlierScores, QVBoxLayout* layout, QWidget* parent)
@@ -92,18 +94,23 @@ void MoveBox::makeWidgets(const QStringList& classes, qsizetype earlierScores)
 
 void MoveBox::offerNumber()
 {
-    bool isNumber = false;
-    const double classNumber = ComboClass->currentText().trimmed().toDouble(&isNumber);
-    TextNumber->setText(isNumber ? runtime::doubleText(m_freeNumber(classNumber)) : QString());
+    const std::optional<double> classNumber = typedWholeNumber(ComboClass->currentText());
+    TextNumber->setText(classNumber ? runtime::doubleText(m_freeNumber(*classNumber)) : QString());
 }
 
 StudentMove MoveBox::move() const
 {
     StudentMove wanted{.id = m_student.id};
-    wanted.to = {ComboClass->currentText().trimmed().toDouble(),
-                 TextNumber->text().trimmed().toDouble()};
+    wanted.to = {typedWholeNumber(ComboClass->currentText()).value_or(0),
+                 typedWholeNumber(TextNumber->text()).value_or(0)};
     m_ticks->take(wanted);
     return wanted;
+}
+
+void MoveBox::accept()
+{
+    if (gather(move()))
+        QDialog::accept();
 }
 
 } // namespace maintenance

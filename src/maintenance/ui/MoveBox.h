@@ -10,6 +10,7 @@
 class QCheckBox;
 class QComboBox;
 class QLineEdit;
+class QPushButton;
 class QVBoxLayout;
 
 namespace maintenance {
@@ -34,12 +35,16 @@ class MoveBox : public QDialog
     Q_OBJECT
 
 public:
-    /// `freeNumber` gives a number that nobody of a class has.
+    /// `freeNumber` gives the number to offer in a class.
     MoveBox(const RosterStudent& student, qsizetype earlierScores, const QStringList& classes,
             std::function<double(double)> freeNumber, QWidget* parent);
 
+    /// Takes what was asked for, or says why it cannot be: the box stays open then.
+    std::function<bool(const StudentMove&)> gather;
+
     /// What was asked for; a text that is no number counts as 0.
     StudentMove move() const;
+    void accept() override;
 
 private:
     void makeWidgets(const QStringList& classes, qsizetype earlierScores);
@@ -52,7 +57,7 @@ private:
     QLineEdit* TextNumber = nullptr;
 };
 
-/// Adds 确定 and 取消 to a box, the first as its default.
-void addBoxButtons(QDialog* box, QVBoxLayout* layout);
+/// Adds 确定 and 取消 to a box, the first as its default, and gives that.
+QPushButton* addBoxButtons(QDialog* box, QVBoxLayout* layout);
 
 } // namespace maintenance

@@ -21,7 +21,7 @@
 namespace maintenance {
 
 using namespace Qt::StringLiterals;
-using widgets::button;
+using widgets::enterButton;
 using widgets::named;
 using Kind = StudentMove::Kind;
 
@@ -33,7 +33,7 @@ const runtime::Trap screenTrap{" - Sub ShowMoves/Maintenance"};
 
 StudentMovesScreen::StudentMovesScreen(library::ScoreLibrary& scoreLibrary,
                                        widgets::ScreenDialogs& dialogs, QWidget* parent)
-    : Screen(u"StudentMovesScreen"_s, u"学生调整"_s, parent),
+    : DialogScreen(u"StudentMovesScreen"_s, u"学生调整"_s, parent),
       m_library(scoreLibrary),
       m_dialogs(dialogs),
       m_moves(scoreLibrary)
@@ -68,9 +68,9 @@ void StudentMovesScreen::makeWidgets()
 
 void StudentMovesScreen::addStudentButtons(QVBoxLayout* layout)
 {
-    QPushButton* buttonMove = button(u"buttonMove"_s, u"移到(&M)…"_s, this);
-    QPushButton* buttonSwap = button(u"buttonSwap"_s, u"交换(&W)…"_s, this);
-    QPushButton* buttonRemove = button(u"buttonRemove"_s, u"删除(&D)…"_s, this);
+    QPushButton* buttonMove = enterButton(u"buttonMove"_s, u"移到(&M)…"_s, this);
+    QPushButton* buttonSwap = enterButton(u"buttonSwap"_s, u"交换(&W)…"_s, this);
+    QPushButton* buttonRemove = enterButton(u"buttonRemove"_s, u"删除(&D)…"_s, this);
     auto* buttons = new QHBoxLayout;
     for (QPushButton* one : {buttonMove, buttonSwap, buttonRemove})
         buttons->addWidget(one);
@@ -82,10 +82,10 @@ void StudentMovesScreen::addStudentButtons(QVBoxLayout* layout)
 
 void StudentMovesScreen::addRunButtons(QVBoxLayout* layout)
 {
-    buttonTakeBack = button(u"buttonTakeBack"_s, u"撤回一项(&U)"_s, this);
+    buttonTakeBack = enterButton(u"buttonTakeBack"_s, u"撤回一项(&U)"_s, this);
     buttonTakeBack->setToolTip(u"撤回表里选中的一项调整"_s);
-    buttonRun = button(u"buttonRun"_s, u"执行(&E)"_s, this);
-    QPushButton* buttonClose = button(u"buttonClose"_s, u"关闭(&C)"_s, this);
+    buttonRun = widgets::defaultButton(u"buttonRun"_s, u"执行(&E)"_s, this);
+    QPushButton* buttonClose = enterButton(u"buttonClose"_s, u"关闭(&C)"_s, this);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(CheckBackup);
     buttons->addStretch();
@@ -124,6 +124,8 @@ void StudentMovesScreen::showPlan()
     buttonRun->setEnabled(isAnything);
     if (isAnything)
         PlanGrid->select(m_grid.Rows() - 1, 0, m_grid.Rows() - 1, m_grid.Cols() - 1);
+    else
+        PlanGrid->clearSelection();
 }
 
 std::optional<PlannedStudent> StudentMovesScreen::chosenStudent()
@@ -143,10 +145,11 @@ std::optional<PlannedStudent> StudentMovesScreen::chosenStudent()
     return std::nullopt;
 }
 
-void StudentMovesScreen::gather(const StudentMove& wanted)
+bool StudentMovesScreen::gather(const StudentMove& wanted)
 {
-    unlessRefused(screenTrap, [&] { m_moves.add(wanted); });
+    const bool isGathered = unlessRefused(screenTrap, [&] { m_moves.add(wanted); });
     showPlan();
+    return isGathered;
 }
 
 void StudentMovesScreen::move()
@@ -163,8 +166,8 @@ void StudentMovesScreen::move()
         return number;
     };
     MoveBox box(chosen->student, qsizetype(chosen->earlier.size()), classes, freeNumber, this);
-    if (box.exec() == QDialog::Accepted)
-        gather(box.move());
+    box.gather = [this](const StudentMove& wanted) { return gather(wanted); };
+    box.exec();
 }
 
 void StudentMovesScreen::swap()
@@ -173,8 +176,8 @@ void StudentMovesScreen::swap()
     if (!chosen)
         return;
     SwapBox box(chosen->student, qsizetype(chosen->earlier.size()), m_students, m_dialogs, this);
-    if (box.exec() == QDialog::Accepted)
-        gather(box.move());
+    box.gather = [this](const StudentMove& wanted) { return gather(wanted); };
+    box.exec();
 }
 
 void StudentMovesScreen::remove()

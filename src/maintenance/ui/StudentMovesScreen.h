@@ -5,7 +5,7 @@
 #include "library/StudentTree.h"
 #include "maintenance/StudentMoves.h"
 #include "platform/grid/FlexGrid.h"
-#include "platform/widgets/Screen.h"
+#include "platform/widgets/DialogScreen.h"
 #include "platform/widgets/ScreenDialogs.h"
 
 class QPushButton;
@@ -24,7 +24,7 @@ namespace maintenance {
 
 /// "学生调整": gathers moves, swaps and removals of single students, shows what they will do, and
 /// carries them out together.
-class StudentMovesScreen : public widgets::Screen
+class StudentMovesScreen : public widgets::DialogScreen
 {
     Q_OBJECT
 
@@ -53,8 +53,8 @@ private:
     /// The selected student with his earlier scores, as the library is now; nothing, after a
     /// message, if none is selected or he is gone.
     std::optional<PlannedStudent> chosenStudent();
-    /// Gathers the change, or says why it cannot be.
-    void gather(const StudentMove& move);
+    /// Gathers the change, or says why it cannot be: false then.
+    bool gather(const StudentMove& move);
 
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;

@@ -11,6 +11,18 @@ namespace maintenance {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+library::StudentTree withoutStudent(library::StudentTree tree, qint64 id)
+{
+    for (library::ClassNode& one : tree)
+        std::erase_if(one.students,
+                      [id](const library::StudentNode& node) { return node.id == id; });
+    return tree;
+}
+
+} // namespace
+
 SwapBox::SwapBox(const RosterStudent& student, qsizetype earlierScores,
                  const library::StudentTree& tree, widgets::ScreenDialogs& dialogs, QWidget* parent)
     : QDialog(parent), m_student(student), m_tree(new library::StudentTreePanel(dialogs, this))
@@ -22,14 +34,19 @@ SwapBox::SwapBox(const RosterStudent& student, qsizetype earlierScores,
     LabelWho->setText(m_student.text() + u"和谁交换班级和学号？"_s);
     layout->addWidget(LabelWho);
     layout->addWidget(m_tree, 1);
-    m_tree->setTree(tree);
+    m_tree->setTree(withoutStudent(tree, m_student.id));
     m_ticks = std::make_unique<MoveTicks>(earlierScores, layout, this);
-    addBoxButtons(this, layout);
-    auto* ok = findChild<QPushButton*>(u"boxOk"_s);
+    QPushButton* ok = addBoxButtons(this, layout);
     ok->setEnabled(false);
     connect(m_tree, &library::StudentTreePanel::nodeChosen, this,
             [this, ok] { ok->setEnabled(move().other != 0); });
     resize(fontMetrics().averageCharWidth() * 60, fontMetrics().lineSpacing() * 28);
+}
+
+void SwapBox::accept()
+{
+    if (gather(move()))
+        QDialog::accept();
 }
 
 StudentMove SwapBox::move() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QDialog>
@@ -7,8 +8,6 @@
 #include "library/StudentTree.h"
 #include "maintenance/ui/MoveBox.h"
 #include "platform/widgets/ScreenDialogs.h"
-
-class QPushButton;
 
 namespace library {
 class StudentTreePanel;
@@ -25,8 +24,12 @@ public:
     SwapBox(const RosterStudent& student, qsizetype earlierScores, const library::StudentTree& tree,
             widgets::ScreenDialogs& dialogs, QWidget* parent);
 
+    /// Takes what was asked for, or says why it cannot be: the box stays open then.
+    std::function<bool(const StudentMove&)> gather;
+
     /// What was asked for; `other` is 0 while nobody is chosen.
     StudentMove move() const;
+    void accept() override;
 
 private:
     RosterStudent m_student;
