@@ -7,8 +7,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "import/preview/ExamPreview.h"
 #include "import/ExamSheet.h"
+#include "import/preview/ExamPreview.h"
 #include "import/ui/ScreenImportQuestions.h"
 #include "platform/widgets/LabelProgress.h"
 

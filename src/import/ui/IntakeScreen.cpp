@@ -10,8 +10,8 @@
 #include <QPushButton>
 
 #include "import/ui/PreviewScreen.h"
-#include "platform/runtime/Trap.h"
 #include "import/ui/TidyScreen.h"
+#include "platform/runtime/Trap.h"
 
 namespace importing {
 
