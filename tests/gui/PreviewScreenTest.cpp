@@ -177,6 +177,19 @@ TEST_F(PreviewFromTheScreen, IsSavedAsAWorkbook)
     EXPECT_TRUE(sheet.Cells(1, 1).text().startsWith(u"考试“期末”"_s));
 }
 
+TEST_F(PreviewFromTheScreen, IsNoPartOfACommandAndKeepsToItsSheet)
+{
+    choose(workbook(u"期末.xlsx"_s, two));
+    inPreview([this](QDialog&) {
+        EXPECT_FALSE(screenDialogs.inCommand()) << "each save tells its own failure";
+        form->chooseSheet(applications[0]->Workbooks().Item(1), u"说明"_s);
+        EXPECT_EQ(find<QComboBox>(u"Combo1"_s)->currentText(), u"一年级"_s);
+        pressInPreview(u"buttonClose"_s);
+    });
+    form->chooseSheet(applications[0]->Workbooks().Item(1), u"说明"_s);
+    EXPECT_EQ(find<QComboBox>(u"Combo1"_s)->currentText(), u"说明"_s);
+}
+
 TEST_F(PreviewFromTheScreen, WhereTheImportWouldNotBeginNoWindowComes)
 {
     choose(workbook(u"期末.xlsx"_s, {{u"班级"_s, u"学号"_s, u"名字"_s}}));

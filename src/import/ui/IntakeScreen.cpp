@@ -124,18 +124,29 @@ void IntakeScreen::offerPreview(std::function<std::optional<Preview>()> previewe
             });
 }
 
-void IntakeScreen::showPreview(const std::function<std::optional<Preview>()>& previewed,
-                               const std::function<void()>& import)
+std::optional<Preview>
+IntakeScreen::lookAhead(const std::function<std::optional<Preview>()>& previewed)
 {
     const widgets::CommandScope command(m_dialogs);
     const runtime::Trap trap{" - Sub ShowPreview/Import"};
     std::optional<Preview> preview;
-    if (!trap([&] { preview = previewed(); }) || !preview)
+    trap([&] { preview = previewed(); });
+    return preview;
+}
+
+void IntakeScreen::showPreview(const std::function<std::optional<Preview>()>& previewed,
+                               const std::function<void()>& import)
+{
+    std::optional<Preview> preview = lookAhead(previewed);
+    if (!preview)
         return;
     PreviewScreen screen(*std::move(preview), m_dialogs, this);
     // The workbook stays usable beside it.
     screen.setWindowModality(Qt::WindowModal);
-    if (screen.exec() == QDialog::Accepted)
+    m_isPreviewOpen = true;
+    const int result = screen.exec();
+    m_isPreviewOpen = false;
+    if (result == QDialog::Accepted)
         import();
 }
 
@@ -176,8 +187,8 @@ void IntakeScreen::listSheets()
 
 void IntakeScreen::chooseSheet(const excel::Workbook& book, const QString& sheet)
 {
-    // What a running import asks is answered by looking through the workbook.
-    if (m_intake.workbook() == &book && !m_dialogs.inCommand())
+    // What a running import asks and a preview shows is looked up in the whole workbook.
+    if (m_intake.workbook() == &book && !m_dialogs.inCommand() && !m_isPreviewOpen)
         Combo1->setCurrentText(sheet);
 }
 

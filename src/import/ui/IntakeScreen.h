@@ -33,8 +33,8 @@ public:
     /// Takes a workbook that is open already, as if `path`, the file that it stems from, had been
     /// browsed to.
     virtual void use(excel::Application& application, excel::Workbook& book, const QString& path);
-    /// Chooses a sheet, as if it were picked from the list; nothing happens for another workbook or
-    /// while an import runs.
+    /// Chooses a sheet, as if it were picked from the list; nothing happens for another workbook,
+    /// or while an import runs or its preview is open.
     void chooseSheet(const excel::Workbook& book, const QString& sheet);
 
 Q_SIGNALS:
@@ -90,6 +90,8 @@ private:
     void build();
     void showWorkbook(const QString& path);
     void listSheets();
+    /// The preview, or nothing once it was told why there is none.
+    std::optional<Preview> lookAhead(const std::function<std::optional<Preview>()>& previewed);
     void showPreview(const std::function<std::optional<Preview>()>& previewed,
                      const std::function<void()>& import);
     void watch(const QString& path);
@@ -101,6 +103,7 @@ private:
     QFileSystemWatcher m_watcher;
     QDateTime m_openedVersion;
     QHBoxLayout* m_buttons = nullptr;
+    bool m_isPreviewOpen = false;
     tidy::Goal m_tidyGoal = tidy::Goal::ExamScores;
 };
 
