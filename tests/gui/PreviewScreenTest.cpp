@@ -196,6 +196,8 @@ TEST_F(PreviewFromTheScreen, WhereTheImportWouldNotBeginNoWindowComes)
     press(u"buttonPreview"_s);
     EXPECT_EQ(dialogs.shown,
               QStringList{u"错误: 指定的工作表格式不对！\n\n前3列名称应为：班级,学号,姓名"_s});
+    EXPECT_EQ(text(u"LabelFault"_s),
+              u"这张数据表不是导入要求的样子。点“整理”，可以由它整理出能导入的表。"_s);
 }
 
 TEST_F(PreviewFromTheScreen, OfStudentsTellsWhoIsThereAndGoesOn)

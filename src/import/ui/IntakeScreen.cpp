@@ -131,6 +131,8 @@ IntakeScreen::lookAhead(const std::function<std::optional<Preview>()>& previewed
     const runtime::Trap trap{" - Sub ShowPreview/Import"};
     std::optional<Preview> preview;
     trap([&] { preview = previewed(); });
+    if (!preview)
+        tellOfTidying(ImportResult::Stopped);
     return preview;
 }
 
