@@ -7,7 +7,7 @@
 namespace statistics {
 
 /// How the value of a setting reads.
-enum class SettingForm { Interval, Lines, Widths, Teachers, Conversion, Plain };
+enum class SettingForm { Interval, Lines, Widths, Teachers, Columns, Conversion, Plain };
 
 /// A row of 设置表 that a report goes by.
 struct SettingUse

@@ -72,6 +72,8 @@ private:
             return widths(value);
         case SettingForm::Teachers:
             return {value == u"使用教师名单"_s ? u"表里有教师一列。"_s : u"表里没有教师一列。"_s};
+        case SettingForm::Columns:
+            return {value == u"使用教师名单"_s ? u"每科占三列。"_s : u"每科一列。"_s};
         case SettingForm::Conversion:
             return {u"T = "_s + value + u"，z 是保留两位小数的 Z 分。"_s};
         case SettingForm::Plain:

@@ -166,10 +166,89 @@ TEST_F(Explained, WhoHasNoScoreRanksWithTheLast)
     run(u"各名次段人数"_s);
     EXPECT_EQ(grid.TextMatrix(3, 1) + u' ' + grid.TextMatrix(3, 2), u"1 1"_s)
         << "class 2: 丁 among the first three, 己 the last";
-    EXPECT_TRUE(of(u"各名次段均分"_s).leftOut.startsWith(u"缺考和没有成绩的学生不算"_s));
+    EXPECT_TRUE(of(u"各名次段均分"_s).leftOut.contains(u"没有成绩（空）的学生不算"_s));
     set(u"各名次段均分"_s, u"-1"_s);
     run(u"各名次段均分"_s);
     EXPECT_EQ(grid.TextMatrix(4, 2), u"0"_s) << "class 2: nobody with a score is last";
+}
+
+TEST_F(Explained, AbsentStudentsAreInALastBandThatIsLongerThanTheRanks)
+{
+    const QString claim = u"后 x 名里，x 比最后名次至少大 2 时才算上他们"_s;
+    EXPECT_TRUE(of(u"各名次段人数"_s).leftOut.contains(claim));
+    set(u"各名次段人数"_s, u"-5,-6"_s);
+    run(u"各名次段人数"_s);
+    EXPECT_EQ(grid.TextMatrix(2, 1) + u' ' + grid.TextMatrix(2, 2), u"3 4"_s)
+        << "the last rank is 4";
+    EXPECT_TRUE(of(u"各名次段均分"_s).leftOut.contains(claim + u"。平均分从不算他们"_s));
+    set(u"各名次段均分"_s, u"-6"_s);
+    run(u"各名次段均分"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 2) + u' ' + grid.TextMatrix(3, 3), u"4 50"_s);
+}
+
+TEST_F(Explained, TheLastRankIsThatOfTheChosenCategories)
+{
+    EXPECT_TRUE(of(u"各名次段人数"_s).formulas.join(u' ').contains(u"（本科类、选中的类别）"_s));
+    set(u"各名次段人数"_s, u"-2"_s);
+    run(u"各名次段人数"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 1), u"0"_s) << "the last two are of class 1";
+    library.scores.settings.CategoryFilter = u" and (类别代码=1)"_s;
+    run(u"各名次段人数"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 1), u"1"_s) << "without 庚, 丁 is the last but one";
+}
+
+TEST_F(Explained, TheListOfTeachersWidensTheHighestAndTheLowest)
+{
+    for (const QString& report : {u"各科最高分"_s, u"各科最低分"_s}) {
+        set(u"各科平均分"_s, u"不使用教师名单"_s);
+        EXPECT_EQ(inForce(report), u"各科平均分=不使用教师名单: 每科一列。"_s);
+        run(report);
+        const int narrow = grid.Cols();
+        set(u"各科平均分"_s, u"使用教师名单"_s);
+        EXPECT_EQ(inForce(report), u"各科平均分=使用教师名单: 每科占三列。"_s);
+        EXPECT_TRUE(of(report).formulas.last().contains(u"后两列是空的"_s));
+        run(report);
+        EXPECT_EQ(grid.Cols(), narrow + 4) << "two more for each of two subjects";
+        EXPECT_EQ(grid.TextMatrix(3, 2) + grid.TextMatrix(3, 3), u""_s);
+    }
+}
+
+TEST_F(Explained, WhoHasNoScoreAtAllIsAbsentInTheTotal)
+{
+    const QString claim = u"各科都缺考或没有成绩的学生，总分记 -1，即缺考。"_s;
+    EXPECT_TRUE(of(u"考试人数"_s).leftOut.contains(claim));
+    EXPECT_TRUE(of(u"总分上线人数"_s).leftOut.contains(claim));
+    support::WatchedProgress progress;
+    scoring::Scoring(library.scores).score(exams, progress);
+    run(u"考试人数"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 1) + u' ' + grid.TextMatrix(3, 3), u"1/0/1 1/1/2"_s);
+    set(u"总分上线人数"_s, u"0"_s);
+    run(u"总分上线人数"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 1), u"1"_s);
+}
+
+TEST_F(Explained, ConditionsBySubjectStandInPlaceOfAnInterval)
+{
+    for (const QString& report : {u"各科优秀率"_s, u"高分段、低分段"_s}) {
+        const QString formulas = of(report).formulas.join(u' ');
+        EXPECT_TRUE(formulas.contains(u"设置是区间时，分数线 = 区间的两个数 × 满分"_s));
+        EXPECT_TRUE(formulas.contains(u"时，用各科自己的条件，没有设定条件的科没有结果"_s));
+        EXPECT_TRUE(of(report).leftOut.contains(u"自定义的条件容得下 -1 时，缺考的学生算在内"_s));
+    }
+    set(u"各科优秀率"_s, u"(使用自定义数据)"_s);
+    library.execute(
+        u"insert into 详细设置表 values('各科优秀率','理','语文','>=','-1','<=','60')"_s);
+    run(u"各科优秀率"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 1), u"3"_s) << "乙, 庚 and 丙, who was absent";
+    EXPECT_EQ(grid.TextMatrix(3, 3), u""_s) << "数学 has no condition";
+}
+
+TEST_F(Explained, TheAnalysisShowsTheColumnsThatWereChosen)
+{
+    const Explanation shown = of(u"综合分析"_s);
+    EXPECT_FALSE(shown.counted.contains(u"全部成绩"_s));
+    EXPECT_TRUE(shown.formulas.first().endsWith(u"存过“自定义显示”的，只有存的那些列。"_s));
+    EXPECT_TRUE(shown.leftOut.endsWith(u"学生成绩表里的 -1 写成“缺考”，T 分表里的 -1 不改。"_s));
 }
 
 /// The chapter stands in the guide as it is; set YUNSHAN_WRITE_GUIDE to write it anew.
