@@ -201,7 +201,12 @@ QString StudentAddition::faultOf(const NewStudent& student, const ClassRoster& r
     const QStringList others = roster.namesOf(*typedWholeNumber(student.number));
     if (!others.isEmpty())
         return u"%1已经是%2了，请换一个学号。"_s.arg(place(student), others.join(u'、'));
-    return roster.isNew() ? streamFault(student.stream) : QString();
+    if (!roster.isNew())
+        return {};
+    const QString fault = streamFault(student.stream);
+    return fault.isEmpty() && !student.category.trimmed().isEmpty()
+               ? numberFault(student.category, u"类别代码"_s)
+               : fault;
 }
 
 /// Why a new class cannot have the stream; "" if it can.
@@ -236,7 +241,10 @@ qint64 StudentAddition::write(const NewStudent& student) const
     rows.Fields(u"学号"_s).setValue(*typedWholeNumber(student.number));
     rows.Fields(u"姓名"_s).setValue(student.name.trimmed());
     rows.Fields(u"科类"_s).setValue(found.isNew() ? student.stream : found.stream);
-    if (!found.category.isNull())
+    const std::optional<double> typed = typedWholeNumber(student.category);
+    if (found.isNew() && typed)
+        rows.Fields(u"类别代码"_s).setValue(*typed);
+    else if (!found.category.isNull())
         rows.Fields(u"类别代码"_s).setValue(found.category);
     for (const auto& [column, text] : student.details) {
         if (!text.isEmpty())

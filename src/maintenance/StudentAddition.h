@@ -41,6 +41,8 @@ struct NewStudent
     QString stream;
     /// Further columns of 信息表 and their texts; empty ones stay empty.
     std::vector<std::pair<QString, QString>> details;
+    /// Counts in a class that has no students, as the stream does; empty for that of the field.
+    QString category = {};
 };
 
 /// "添加学生": puts single students into 信息表.

@@ -78,7 +78,8 @@ TEST_F(StudentAdditionOnScreen, FollowsTheClassThatIsTyped)
     EXPECT_EQ(find<QListWidget>(u"ListStudents"_s)->item(0)->text(), u"5 号 乙"_s);
     type(u"ComboClass"_s, u"9"_s);
     EXPECT_EQ(text(u"TextNumber"_s), u"1"_s);
-    EXPECT_EQ(note(), u"成绩库里还没有这个班的学生，请选择它的科类。"_s);
+    EXPECT_EQ(note(), u"成绩库里还没有这个班的学生，请选择它的科类，可以填类别代码。"_s);
+    EXPECT_TRUE(find<QLineEdit>(u"TextCategory"_s)->isEnabled());
     EXPECT_TRUE(streams()->isEnabled());
     EXPECT_EQ(streams()->currentText(), QString());
 }

@@ -107,6 +107,16 @@ TEST_F(StudentAdditions, OfANewClassTakeTheStreamThatWasChosen)
     EXPECT_EQ(test.scores.catalogue.ClassTable[1].size(), 2U);
 }
 
+TEST_F(StudentAdditions, OfANewClassTakeTheCategoryThatIsTyped)
+{
+    refuse({u"5"_s, u"1"_s, u"戊"_s, u"理"_s, {}, u"艺"_s},
+           u"类别代码“艺”不是大于 0、最多 15 位的整数。"_s);
+    EXPECT_TRUE(addition.add({u"5"_s, u"1"_s, u"戊"_s, u"理"_s, {}, u" ３ "_s}));
+    EXPECT_TRUE(addition.add({u"5"_s, u"2"_s, u"己"_s, u"理"_s, {}, u"4"_s}));
+    EXPECT_EQ(test.rows(u"select 类别代码 from 信息表 where 班级=5"_s), u"3 / 3"_s)
+        << "a class that has students gives its own";
+}
+
 TEST_F(StudentAdditions, NameWhoHasTheNumber)
 {
     refuse({u"2"_s, u"7"_s, u"丁"_s, {}, {}}, u"2 班 7 号已经是乙了，请换一个学号。"_s);

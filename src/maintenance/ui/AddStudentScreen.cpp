@@ -58,6 +58,7 @@ QWidget* AddStudentScreen::makeFields()
     m_classes->setEditable(true);
     m_classes->setInsertPolicy(QComboBox::NoInsert);
     m_streams = named(new QComboBox(fields), u"ComboStream"_s, u"科类"_s);
+    m_category = named(new QLineEdit(fields), u"TextCategory"_s, u"类别代码"_s);
     m_classNote = widgets::namedText(new QLabel(fields), u"LabelClassNote"_s);
     m_classNote->setWordWrap(true);
     m_number = named(new QLineEdit(fields), u"TextNumber"_s, u"学号"_s);
@@ -66,6 +67,7 @@ QWidget* AddStudentScreen::makeFields()
     form->setContentsMargins(0, 0, 0, 0);
     form->addRow(label(u"LabelClass"_s, u"班级(&B)"_s, m_classes, fields), m_classes);
     form->addRow(label(u"LabelStream"_s, u"科类(&K)"_s, m_streams, fields), m_streams);
+    form->addRow(label(u"LabelCategory"_s, u"类别代码(&D)"_s, m_category, fields), m_category);
     form->addRow(m_classNote);
     form->addRow(label(u"LabelNumber"_s, u"学号(&H)"_s, m_number, fields), m_number);
     form->addRow(label(u"LabelName"_s, u"姓名(&N)"_s, m_name, fields), m_name);
@@ -142,9 +144,11 @@ void AddStudentScreen::showRoster(const ClassRoster& roster)
         item->setData(Qt::UserRole, student.id);
     }
     m_streams->setEnabled(roster.isNew());
+    m_category->setEnabled(roster.isNew());
+    m_category->setText(roster.category.text());
     if (roster.isNew()) {
         m_streams->setCurrentIndex(-1);
-        m_classNote->setText(u"成绩库里还没有这个班的学生，请选择它的科类。"_s);
+        m_classNote->setText(u"成绩库里还没有这个班的学生，请选择它的科类，可以填类别代码。"_s);
     } else {
         m_streams->setCurrentIndex(m_streams->findText(roster.stream));
         m_classNote->setText(
@@ -177,6 +181,7 @@ NewStudent AddStudentScreen::typed() const
         m_classes->currentText(), m_number->text(), m_name->text(), m_streams->currentText(), {}};
     for (const auto& [column, text] : m_details)
         student.details.emplace_back(column, text->text());
+    student.category = m_category->text();
     return student;
 }
 

@@ -50,6 +50,7 @@ private:
     QString m_offered;
     QComboBox* m_classes = nullptr;
     QComboBox* m_streams = nullptr;
+    QLineEdit* m_category = nullptr;
     QLabel* m_classNote = nullptr;
     QLineEdit* m_number = nullptr;
     QLineEdit* m_name = nullptr;
