@@ -29,12 +29,6 @@ QString sheetName(const QString& stream, qsizetype streams)
     return stream == u"文"_s || stream == u"理"_s ? stream + u'科' : stream;
 }
 
-bool hasLostDigits(const Value& cell)
-{
-    constexpr double sixteenDigits = 1e15;
-    return cell.isNumber() && cell.toDouble() >= sixteenDigits;
-}
-
 } // namespace
 
 BookReading::BookReading(excel::Workbook& book, Proposal& proposal, const Sources& sources)
@@ -123,8 +117,7 @@ QString BookReading::streamOf(const ResultRow& row) const
     const SourceRow& source = *row.parts.front();
     const SheetReading& sheet = m_sheets[size_t(source.sheet)];
     const int column = sheet.proposal().columnOf(Field::Stream);
-    QString written =
-        column > 0 ? streamIn(sheet.view().text(source.row, column)) : QString();
+    QString written = column > 0 ? streamIn(sheet.view().text(source.row, column)) : QString();
     return written == u"文"_s || written == u"理"_s ? written : QString();
 }
 

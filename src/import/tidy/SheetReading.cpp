@@ -75,8 +75,22 @@ void SheetReading::readRows()
     findClassSource();
     RowReading reading(m_view, m_sheet, m_number, m_aliases);
     m_rows = reading.read();
+    forgetCutNumbers();
     openTextColumns();
     noteColumns();
+}
+
+/// A number that lost its last digits may be that of another student, and names nobody.
+void SheetReading::forgetCutNumbers()
+{
+    const int examNumbers = m_sheet.columnOf(Field::ExamNumber);
+    const int schoolNumbers = m_sheet.columnOf(Field::SchoolNumber);
+    for (SourceRow& row : m_rows) {
+        if (examNumbers > 0 && hasLostDigits(m_view.value(row.row, examNumbers)))
+            row.examNumber.clear();
+        if (schoolNumbers > 0 && hasLostDigits(m_view.value(row.row, schoolNumbers)))
+            row.schoolNumber.clear();
+    }
 }
 
 /// A text that names no class is kept whole: the user says which class it means.

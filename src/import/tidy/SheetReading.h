@@ -28,6 +28,7 @@ public:
 private:
     void findGrade();
     void readRows();
+    void forgetCutNumbers();
     QString chosenClassText(ClassFrom from) const;
     void findClassSource();
     void checkClassSources(const QString& title, const QString& name);

@@ -42,6 +42,11 @@ QString cellText(const Value& cell)
     return cell.text().trimmed();
 }
 
+bool hasLostDigits(const Value& cell)
+{
+    return cell.isNumber() && std::fabs(cell.toDouble()) >= exactNumbers;
+}
+
 SheetView::SheetView(const excel::Worksheet& sheet)
     : m_sheet(sheet),
       m_lastRow(std::min({sheet.table().lastRow(), LastRow})),

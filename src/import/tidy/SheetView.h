@@ -12,6 +12,8 @@ namespace tidy {
 
 /// A cell's content as text; a whole number with all its digits.
 QString cellText(const runtime::Value& cell);
+/// A number of 16 digits or more, of which a spreadsheet keeps 15.
+bool hasLostDigits(const runtime::Value& cell);
 
 struct FilledCell
 {

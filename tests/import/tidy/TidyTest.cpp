@@ -169,6 +169,22 @@ TEST_F(Tidied, StudentsAreFoundByExamNumberSchoolNumberOrClassAndName)
               "没有班级和学号。在成绩库里没有找到这个学生。|10004|||冒名者|7"_s);
 }
 
+TEST_F(Tidied, NumbersThatLostTheirLastDigitsFindNobody)
+{
+    roster = Roster({u"语文"_s, u"数学"_s}, {{1, 1, u"赵一"_s, u"理"_s, {}, u"20250000000000100"_s},
+                                             {1, 2, u"钱二"_s, u"理"_s, u"20250000000000200"_s}});
+    sheet(u"Sheet1"_s, {{u"学籍号"_s, u"考号"_s, u"语文"_s, u"数学"_s},
+                        {20250000000000100.0, {}, 1, 1},
+                        {{}, 20250000000000200.0, 2, 2},
+                        {u"20250000000000100"_s, {}, 3, 3}});
+    const Proposal proposal = proposed();
+    EXPECT_EQ(proposal.counts.found, 1);
+    EXPECT_EQ(remarks(proposal), u"Sheet12: 没有班级和学号。在成绩库里没有找到这个学生。\n"
+                                 "Sheet12: “学籍号”是 16 位以上的数字，后面几位已经丢失。\n"
+                                 "Sheet13: 没有班级和学号。在成绩库里没有找到这个学生。\n"
+                                 "Sheet13: “考号”是 16 位以上的数字，后面几位已经丢失。"_s);
+}
+
 TEST_F(Tidied, SheetsOfOneClassEachAreJoined)
 {
     useLibrary();
