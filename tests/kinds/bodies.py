@@ -131,6 +131,14 @@ def marks_with_words(folder):
     return case
 
 
+@kind("marks with footnotes: 8①, 95², ①")
+def footnotes(folder):
+    rows = [list(row) for row in MARKS]
+    rows[0][3], rows[1][4], rows[2][5] = "8①", "95²", "①"
+    return right(write(folder / "期中.xlsx", Sheet(rows=[PLAIN, *rows])), *rows, asks=("①",),
+                 answers=("--mark", "①=不变"), says=("8①", "95²"))
+
+
 @kind("blanks inside and around names, full-width ones too")
 def blanks_in_names(folder):
     names = {"王芳": "王　芳", "李娜": "李 娜", "张伟": " 张\u00a0伟 ", "刘洋": "刘  洋\t"}

@@ -37,6 +37,14 @@ bool isBracket(QChar letter)
 
 } // namespace
 
+QString halfWidth(const QString& text)
+{
+    QString result = text;
+    for (QChar& letter : result)
+        letter = halfWidth(letter);
+    return result;
+}
+
 QString folded(const QString& text)
 {
     QString result;

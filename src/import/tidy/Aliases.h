@@ -10,6 +10,10 @@
 
 namespace tidy {
 
+/// A text whose letters, digits and signs of full width stand in half width; raised and circled
+/// digits stay what they are.
+QString halfWidth(const QString& text);
+
 /// A text as headings are compared: without blanks and brackets, in half width and lower case.
 QString folded(const QString& text);
 

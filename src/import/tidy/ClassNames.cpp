@@ -35,7 +35,7 @@ int numberIn(const QString& text)
 QString key(const QString& text)
 {
     QString result;
-    for (const QChar letter : text.normalized(QString::NormalizationForm_KC)) {
+    for (const QChar letter : halfWidth(text)) {
         if (letter.isSpace())
             continue;
         result.append(letter.category() == QChar::Punctuation_Open    ? QChar(u'(')

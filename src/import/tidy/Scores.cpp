@@ -17,7 +17,7 @@ namespace {
 /// Half width, without blanks; capitals and brackets stay.
 QString plainText(const QString& text)
 {
-    return withoutBlanks(text.normalized(QString::NormalizationForm_KC));
+    return withoutBlanks(halfWidth(text));
 }
 
 const QString absent = u"缺考"_s;

@@ -21,7 +21,8 @@ struct ScoreCell
 };
 
 /// Reads a cell of scores: a number, also one in full width or with 分 behind it; a text that
-/// begins with a number is odd, any other text, and a blank cell, is a mark.
+/// begins with a number, such as 95², is odd, any other text, such as ①, and a blank cell, is a
+/// mark.
 ScoreCell scoreIn(const runtime::Value& cell);
 
 /// Counts the marks of a workbook and says what each means.

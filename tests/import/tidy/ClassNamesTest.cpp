@@ -46,7 +46,7 @@ TEST(ClassNames, GiveTheNumberInTheTextAndThoseThatALibraryMayHave)
 TEST(ClassNames, OtherTextsNameNoClass)
 {
     for (const QString& text : {u""_s, u"0班"_s, u"语文"_s, u"Sheet1"_s, u"高三"_s, u"实验班"_s,
-                                u"1234567班"_s, u"期中成绩"_s, u"一二班"_s})
+                                u"1234567班"_s, u"3²班"_s, u"8①班"_s, u"期中成绩"_s, u"一二班"_s})
         EXPECT_FALSE(className(text).has_value()) << text.toStdString();
 }
 

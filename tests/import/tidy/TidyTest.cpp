@@ -141,6 +141,23 @@ TEST_F(Tidied, ATextThatMeansNothingKnownIsAskedAbout)
         u"[成绩]\n班级|学号|姓名|语文\n1|1|张三|缺考\n1|2|李四|80\n1|3|王五|87\n1|4|赵六|87*"_s);
 }
 
+TEST_F(Tidied, RaisedAndCircledDigitsAreNoDigitsOfAScore)
+{
+    sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s},
+                        {1, 1, u"张三"_s, u"8①"_s},
+                        {1, 2, u"李四"_s, u"95²"_s},
+                        {1, 3, u"王五"_s, u"10½"_s},
+                        {1, 4, u"赵六"_s, u"①"_s},
+                        {1, 5, u"钱七"_s, u"９８．５"_s}});
+    Proposal proposal = proposed();
+    EXPECT_EQ(result(proposal), u"成绩里有 1 种文字不知道是什么意思：“①”（1 处）。"_s);
+    EXPECT_EQ(proposal.remarks.size(), 3U);
+    chooseMark(proposal, u"①"_s, MarkUse::AsItStands);
+    again(proposal);
+    EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文\n1|1|张三|8①\n1|2|李四|95²\n"
+                                "1|3|王五|10½\n1|4|赵六|①\n1|5|钱七|98.5"_s);
+}
+
 TEST_F(Tidied, StudentsAreFoundByExamNumberSchoolNumberOrClassAndName)
 {
     useLibrary();
