@@ -50,8 +50,8 @@ public:
     ExamScoreRows(database::Connection& connection, QString exam);
 
     /// The exam's row of the student, whatever name it bears; where none has the student's ID, the
-    /// first of that class and number that has no ID (or 0) or bears the name. 0 if there is none. Throws
-    /// Error.
+    /// first of that class and number that has no ID (or 0) or bears the name. 0 if there is none.
+    /// Throws Error.
     qint64 find(const ScoredStudent& student);
 
     /// From now on the row, which may be a new one, is this student's. Throws Error.

@@ -4,9 +4,9 @@
 // screen_commands compact-named LIB   the same with the library named only
 // screen_commands totals LIB EXAM…    计算总分
 // screen_commands refuse-classes LIB BOOK   重新分班 up to the counts, which are answered by 取消
-// screen_commands rename-exam LIB EXAM NAME SUBJECT MARK   考试信息: a name, and a full mark of each stream
-// screen_commands add-subject LIB NAME [FORMULA]      添加科目
-// screen_commands add-student LIB CLASS NUMBER NAME   添加学生
+// screen_commands rename-exam LIB EXAM NAME SUBJECT MARK   考试信息: a name, and a full mark of
+// each stream screen_commands add-subject LIB NAME [FORMULA]      添加科目 screen_commands
+// add-student LIB CLASS NUMBER NAME   添加学生
 //
 // Ends with 1 if an error was shown.
 

@@ -38,7 +38,8 @@ TEST_F(SheetRowsTest, TheyEndAtTheFirstRowWithoutANumber)
     fill({{1, 1, u"甲"_s, 90}, {1, {}, u"乙"_s, 80}, {1, 3, u"丙"_s, 70}, {}, {{}, {}, {}, 60}});
     const SheetRows rows(sheet);
     EXPECT_EQ(rows.end(), 3);
-    EXPECT_EQ(rows.rowsLeft(subjects).size(), 3U) << "the row that ends the sheet holds a student too";
+    EXPECT_EQ(rows.rowsLeft(subjects).size(), 3U)
+        << "the row that ends the sheet holds a student too";
     ASSERT_EQ(rows.students().size(), 1U);
     EXPECT_EQ(rows.students()[0].name, u"甲"_s);
 }

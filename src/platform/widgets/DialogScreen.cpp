@@ -14,7 +14,8 @@ void DialogScreen::keyPressEvent(QKeyEvent* event)
         return;
     case Qt::Key_Enter:
     case Qt::Key_Return:
-        QDialog::keyPressEvent(event);
+        // Screen keeps Enter from the default button.
+        QDialog::keyPressEvent(event); // NOLINT(bugprone-parent-virtual-call)
         return;
     default:
         Screen::keyPressEvent(event);

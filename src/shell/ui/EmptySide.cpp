@@ -14,11 +14,10 @@ using namespace Qt::StringLiterals;
 using widgets::named;
 
 EmptySide::EmptySide(library::ScoreLibrary& scoreLibrary, QWidget* parent)
-    : QWidget(parent), m_library(scoreLibrary)
+    : QWidget(parent), m_library(scoreLibrary), m_page(new StartPage(this))
 {
     setObjectName(u"EmptySide"_s);
-    m_page = new StartPage(this);
-    m_note = makeNote();
+    makeNote();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_page, 1);
@@ -26,7 +25,7 @@ EmptySide::EmptySide(library::ScoreLibrary& scoreLibrary, QWidget* parent)
     refresh();
 }
 
-QWidget* EmptySide::makeNote()
+void EmptySide::makeNote()
 {
     auto* note = named(new QFrame(this), u"NextStep"_s, u"下一步"_s);
     note->setFrameShape(QFrame::StyledPanel);
@@ -38,7 +37,7 @@ QWidget* EmptySide::makeNote()
     layout->addWidget(m_road);
     layout->addWidget(m_next, 0, Qt::AlignLeft);
     connect(m_next, &QPushButton::clicked, this, [this] { Q_EMIT stepRequested(m_step); });
-    return note;
+    m_note = note;
 }
 
 void EmptySide::refresh()

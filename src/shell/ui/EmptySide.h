@@ -30,7 +30,7 @@ Q_SIGNALS:
     void stepRequested(shell::Step step);
 
 private:
-    QWidget* makeNote();
+    void makeNote();
 
     library::ScoreLibrary& m_library;
     Step m_step = Step::NewLibrary;

@@ -12,11 +12,10 @@ namespace shell {
 
 using namespace Qt::StringLiterals;
 
-ResultHead::ResultHead(QWidget* parent) : QWidget(parent)
+ResultHead::ResultHead(QWidget* parent) : QWidget(parent), LabelStale(new StaleNote(this))
 {
     setObjectName(u"ResultHead"_s);
     LabelResultNote = new workbench::NoteLabel(u"LabelResultNote"_s, this);
-    LabelStale = new StaleNote(this);
     m_explain = widgets::button(u"buttonExplain"_s, u"口径…"_s, this);
     m_explain->setToolTip(u"这张表数的是什么，数哪些人，怎样计算"_s);
     m_explain->hide();
