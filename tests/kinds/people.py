@@ -108,6 +108,28 @@ def list_of_classes(folder):
     return case
 
 
+@kind("a list of students with 选科: 物化生, 历史")
+def chosen_subjects(folder):
+    rows = [(*row[:3], "物化生" if row[0] == 1 else "历史") for row in MARKS]
+    case = Case(write(folder / "名单.xlsx", Sheet(rows=[(*HEADINGS, "选科"), *rows])), goal="students",
+                says=("“选科”一列",))
+    case.rows = [[*HEADINGS], *(list(row[:3]) for row in MARKS)]
+    return case
+
+
+@kind("a list of students with 科类 as 物理类, 历史类")
+def new_streams(folder):
+    rows = [(*row[:3], "历史类" if row[0] == 1 else "物理类") for row in MARKS]
+    return Case(write(folder / "名单.xlsx", Sheet(rows=[(*HEADINGS, "科类"), *rows])), goal="students",
+                asks=("“历史类”",))
+
+
+@kind("teaching classes instead of classes")
+def teaching_classes(folder):
+    rows = [("教学班", "学号", "姓名", *SUBJECTS), *MARKS]
+    return Case(write(folder / "期中.xlsx", Sheet(rows=rows)), asks=("没有班级",))
+
+
 @kind("a list of students with 科类 as 文科, 理科")
 def streams(folder):
     rows = [(*row[:3], "文科" if row[0] == 1 else "理科") for row in MARKS]

@@ -11,15 +11,6 @@ using runtime::Value;
 
 namespace {
 
-/// 文科, 文史 … as the library writes it; any other text as it stands.
-QString streamIn(const QString& text)
-{
-    static const QStringList arts{u"文"_s, u"文科"_s, u"文史"_s, u"文史类"_s};
-    static const QStringList science{u"理"_s, u"理科"_s, u"理工"_s, u"理工类"_s};
-    const QString plain = folded(text);
-    return arts.contains(plain) ? u"文"_s : science.contains(plain) ? u"理"_s : text.trimmed();
-}
-
 QString sheetName(const QString& stream, qsizetype streams)
 {
     if (streams < 2)

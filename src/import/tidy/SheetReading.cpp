@@ -33,6 +33,14 @@ QString classInName(const QString& name)
 
 } // namespace
 
+QString streamIn(const QString& text)
+{
+    static const QStringList arts{u"文"_s, u"文科"_s, u"文史"_s, u"文史类"_s};
+    static const QStringList science{u"理"_s, u"理科"_s, u"理工"_s, u"理工类"_s};
+    const QString plain = folded(text);
+    return arts.contains(plain) ? u"文"_s : science.contains(plain) ? u"理"_s : text.trimmed();
+}
+
 SheetReading::SheetReading(const excel::Worksheet& sheet, int number, Proposal& proposal,
                            const HeadingWords& words, const Aliases& aliases)
     : m_view(sheet),
@@ -77,6 +85,7 @@ void SheetReading::readRows()
     m_rows = reading.read();
     forgetCutNumbers();
     openTextColumns();
+    openStreams();
     noteColumns();
 }
 
@@ -174,6 +183,27 @@ void SheetReading::openTextColumns()
     }
 }
 
+/// A library knows two streams, and a list of students may have other words.
+void SheetReading::openStreams()
+{
+    ColumnProposal* column = nullptr;
+    for (ColumnProposal& one : m_sheet.columns) {
+        if (one.use.field == Field::Stream && one.decidedBy == DecidedBy::Program && !one.isOpen)
+            column = &one;
+    }
+    if (m_proposal.goal != Goal::StudentList || column == nullptr)
+        return;
+    const auto other = std::find_if(m_rows.begin(), m_rows.end(), [&](const SourceRow& row) {
+        const QString stream = streamIn(m_view.text(row.row, column->column));
+        return !stream.isEmpty() && stream != u"文"_s && stream != u"理"_s;
+    });
+    if (other == m_rows.end())
+        return;
+    column->isOpen = true;
+    column->reason = u"第 %1 行是“%2”，成绩库的科类是文或理，请选择这一列不导入，或者改好再整理。"_s.arg(
+        QString::number(other->row), m_view.text(other->row, column->column));
+}
+
 void SheetReading::noteColumns()
 {
     for (const ColumnProposal& column : m_sheet.columns) {
@@ -219,7 +249,7 @@ void SheetReading::takeOrLeave()
         m_questions.append(u"数据表“%1”不能用：%2"_s.arg(m_sheet.name, m_sheet.reason));
     else
         m_sheet.reason.clear();
-    noteUntakenScores();
+    noteUntakenColumns();
     noteCuts();
 }
 
@@ -229,15 +259,17 @@ QString SheetReading::untakenText(const ColumnProposal& column, const HeadingCel
     if (!text.isEmpty() || heading.isEmpty() || column.use.field != Field::Leave
         || column.decidedBy != DecidedBy::Program || m_words.meaning(heading).isKnown)
         return text;
+    if (m_proposal.goal == Goal::StudentList)
+        return u"“%1”一列的表头不认识，没有导入。"_s.arg(column.heading);
     const Contents contents = contentsOf(column.column);
     return contents.scores > contents.others
                ? u"“%1”一列是数字，表头不认识，没有导入。"_s.arg(column.heading)
                : QString();
 }
 
-void SheetReading::noteUntakenScores()
+void SheetReading::noteUntakenColumns()
 {
-    if (m_proposal.goal != Goal::ExamScores || !m_sheet.heading.areFound())
+    if (!m_sheet.heading.areFound())
         return;
     const std::vector<HeadingCell> headings =
         m_view.headings(m_sheet.heading.first, m_sheet.heading.count);

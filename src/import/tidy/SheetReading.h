@@ -4,6 +4,9 @@
 
 namespace tidy {
 
+/// 文科, 文史 … as the library writes it; any other text as it stands.
+QString streamIn(const QString& text);
+
 /// One sheet: its headings, columns, source of the class and rows, as far as the program decides
 /// them. Changes its part of the proposal, which must outlive it.
 class SheetReading
@@ -20,7 +23,7 @@ public:
     const std::vector<SourceRow>& rows() const { return m_rows; }
     /// What keeps the sheet from being tidied, beside its open columns.
     const QStringList& questions() const { return m_questions; }
-    /// What is not taken though it looks like scores, and what lies outside of an import's reach.
+    /// What is not taken though it looks like scores or like something of a student, and what lies outside of an import's reach.
     const QStringList& warnings() const { return m_warnings; }
     /// The column of a subject or of 信息表; 0 if there is none.
     int columnNamed(const QString& name) const { return m_columnOf.value(name); }
@@ -36,10 +39,11 @@ private:
     Contents contentsOf(int column) const;
     QString untakenText(const ColumnProposal& column, const HeadingCell& heading) const;
     void openTextColumns();
+    void openStreams();
     void takeOrLeave();
     QString whyNot() const;
     void noteColumns();
-    void noteUntakenScores();
+    void noteUntakenColumns();
     void noteCuts();
 
     SheetView m_view;

@@ -54,6 +54,28 @@ TEST_F(StudentLists, AStudentWhoStandsTwiceIsTold)
               u"Sheet13: 和“Sheet1”第 2 行是同一个班级和学号。"_s);
 }
 
+TEST_F(StudentLists, ChosenSubjectsAreNoStreamAndAreTold)
+{
+    sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"选科"_s}, {1, 1, u"张三"_s, u"物化生"_s}});
+    const Proposal proposal = proposed(Goal::StudentList);
+    EXPECT_EQ(proposal.warnings.join(u'\n'), u"“选科”一列的表头不认识，没有导入。"_s);
+    EXPECT_EQ(result(proposal), u"[学生名单]\n班级|学号|姓名\n1|1|张三"_s);
+}
+
+TEST_F(StudentLists, AStreamOfOtherWordsIsAskedAbout)
+{
+    sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s},
+                        {1, 1, u"张三"_s, u"理科"_s},
+                        {1, 2, u"李四"_s, u"物理类"_s}});
+    Proposal proposal = proposed(Goal::StudentList);
+    EXPECT_EQ(result(proposal),
+              u"数据表“Sheet1”的 D 列“科类”：第 3 行是“物理类”，成绩库的科类是文或理，"
+              "请选择这一列不导入，或者改好再整理。"_s);
+    chooseColumn(proposal, 0, 4, {});
+    again(proposal);
+    EXPECT_EQ(result(proposal), u"[学生名单]\n班级|学号|姓名\n1|1|张三\n1|2|李四"_s);
+}
+
 TEST_F(StudentLists, WithoutNumbersTheUserIsAsked)
 {
     sheet(u"Sheet1"_s, {{u"座号"_s, u"班级"_s, u"姓名"_s}, {1, 1, u"张三"_s}});
