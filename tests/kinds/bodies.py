@@ -74,6 +74,30 @@ def class_nowhere(folder):
     return right(book, *FIRST, asks=("班级",), answers=("--map", "班级=文件名", "--class", "期中=1"))
 
 
+@kind("a sheet a grade, both with classes 1 and 2")
+def sheet_a_grade(folder):
+    rows = [PLAIN, *MARKS]
+    return Case(write(folder / "期中.xlsx", Sheet("高一", rows), Sheet("高二", rows)), asks=("高一(1)班", "高二(1)班"))
+
+
+@kind("classes of two streams: 文1班 and 理1班")
+def classes_of_streams(folder):
+    rows = [PLAIN, *(("理1班" if row[0] == 1 else "文1班", *row[1:]) for row in MARKS)]
+    return Case(write(folder / "期中.xlsx", Sheet(rows=rows)), asks=("理1班", "文1班"))
+
+
+@kind("a date as the name of the sheet, and the class nowhere")
+def date_as_name(folder):
+    rows = [("学号", "姓名", *PLAIN[3:]), *(row[1:] for row in FIRST)]
+    return Case(write(folder / "期中.xlsx", Sheet("9.15", rows)), asks=("没有班级",))
+
+
+@kind("a title of several classes: 1—3班")
+def several_classes(folder):
+    rows = [("1—3班期中成绩",), ("学号", "姓名", *PLAIN[3:]), *(row[1:] for row in FIRST)]
+    return Case(write(folder / "期中.xlsx", Sheet(rows=rows)), asks=("没有班级",))
+
+
 @kind("a class's title row between the students")
 def class_rows(folder):
     rows = [PLAIN, ("高一(1)班",), *FIRST, ("高一(2)班",), *SECOND]

@@ -54,7 +54,7 @@ void add(ClassName& name, double candidate)
 
 ClassName plain(int number)
 {
-    return {double(number), {double(number)}, false};
+    return {double(number), {double(number)}};
 }
 
 void addGrade(ClassName& name, int grade)
@@ -72,6 +72,9 @@ ClassName ofGrade(const QString& school, int grade, int number)
     addGrade(name, grade);
     constexpr int junior = 6;
     constexpr int senior = 9;
+    name.grade = grade;
+    if (grade <= 3)
+        name.grade += school == u"高"_s ? senior : school == u"初"_s ? junior : 0;
     if (school != u"初"_s && grade <= 3)
         addGrade(name, grade + senior);
     if (school != u"高"_s && grade <= 3)
@@ -87,14 +90,27 @@ ClassName ofYear(int year, int number)
     name.hasGrade = true;
     constexpr int century = 100;
     constexpr int firstYear = 2000;
+    name.grade = firstYear + year % century;
     add(name, (year % century) * century + number);
     add(name, (firstYear + year % century) * century + number);
     return name;
 }
 
-std::optional<ClassName> valid(const ClassName& name)
+std::optional<ClassName> valid(ClassName name, const QString& text)
 {
-    return name.number > 0 ? std::optional(name) : std::nullopt;
+    if (name.number <= 0)
+        return std::nullopt;
+    name.stream = text.contains(u'文') ? u"文"_s : text.contains(u'理') ? u"理"_s : QString();
+    return name;
+}
+
+/// 1—3班 or 1班、2班: several classes in one text.
+bool namesSeveral(const QString& text)
+{
+    static const QRegularExpression several(
+        u"[\\d一二三四五六七八九十)班][-~—–―－/至到、,，;；.和与及]+第?"
+        "\\(?(?:\\d{1,4}|[一二三四五六七八九十]{1,3})\\)?班"_s);
+    return several.match(text).hasMatch();
 }
 
 const QString someNumber = u"(\\d{1,6}|[一二三四五六七八九十]{1,3})"_s;
@@ -118,16 +134,17 @@ std::optional<ClassName> className(const QString& text)
         u"^[高初]?(\\d{4}|\\d{2})[级届]%2\\(?%1\\)?班?$"_s.arg(someNumber, streams));
     const QString whole = key(text);
     if (const auto match = number.match(whole); match.hasMatch())
-        return valid(plain(numberIn(match.captured(1))));
+        return valid(plain(numberIn(match.captured(1))), whole);
     if (const auto match = ofClass.match(whole); match.hasMatch())
-        return valid(plain(numberIn(match.captured(1))));
+        return valid(plain(numberIn(match.captured(1))), whole);
     for (const auto* pattern : {&inGrade, &inNamedGrade, &inYearOfSchool, &inChineseGrade}) {
         if (const auto match = pattern->match(whole); match.hasMatch())
             return valid(ofGrade(match.captured(1), numberIn(match.captured(2)),
-                                 numberIn(match.captured(3))));
+                                 numberIn(match.captured(3))),
+                         whole);
     }
     if (const auto match = inYear.match(whole); match.hasMatch())
-        return valid(ofYear(match.captured(1).toInt(), numberIn(match.captured(2))));
+        return valid(ofYear(match.captured(1).toInt(), numberIn(match.captured(2))), whole);
     return std::nullopt;
 }
 
@@ -136,14 +153,31 @@ QString classIn(const QString& text)
     // Behind a sign of a range a bare number is its end, and no class.
     static const QRegularExpression part(
         u"(?:[高初]?[一二三四五六七八九](?:年级|年)?|[高初]\\d|\\d年级|"
-        "[高初]?(?:\\d{4}|\\d{2})[级届]|(?<![-~至到、,.\\d高初]))[文理]?科?"
+        "[高初]?(?:\\d{4}|\\d{2})[级届]|(?<![-~—–―/至到、,.和与及\\d高初]))[文理]?科?"
         "(?:\\(\\d{1,4}\\)|\\d{1,4}|\\([一二三四五六七八九十]{1,3}\\)|"
         "[一二三四五六七八九十]{1,3})班(?![级主长])"_s);
     QSet<QString> found;
-    auto matches = part.globalMatch(key(text));
+    const QString whole = key(text);
+    auto matches = part.globalMatch(whole);
     while (matches.hasNext())
         found.insert(matches.next().captured());
-    return found.size() == 1 ? *found.begin() : QString();
+    return found.size() == 1 && !namesSeveral(whole) ? *found.begin() : QString();
+}
+
+bool areOfDifferentKinds(const ClassName& one, const ClassName& other)
+{
+    const bool otherGrade = one.grade != 0 && other.grade != 0 && one.grade != other.grade;
+    const bool otherStream =
+        !one.stream.isEmpty() && !other.stream.isEmpty() && one.stream != other.stream;
+    return otherGrade || otherStream;
+}
+
+QString classInName(const QString& name)
+{
+    static const QRegularExpression date(u"^[\\d.\\-]*[.\\-][\\d.\\-]*班?$|^\\d{4,}$"_s);
+    if (date.match(key(name)).hasMatch())
+        return {};
+    return className(name) ? name : classIn(name);
 }
 
 QString gradeIn(const QString& text)

@@ -18,7 +18,18 @@ struct ClassName
     std::vector<double> candidates;
     /// The text says more than a number, so that the candidates differ in likelihood.
     bool hasGrade = false;
+    /// 10 of 高一, 7 of 初一 and 七年级, 1 of 一年级, 2023 of 2023级; 0 where the text names none.
+    int grade = 0;
+    /// 文 or 理; empty where the text names none.
+    QString stream = {};
 };
+
+/// Whether two texts tell of different grades or streams, so that one number is not one class.
+bool areOfDifferentKinds(const ClassName& one, const ClassName& other);
+
+/// The class that the name of a sheet tells, whole or in a part of it; empty for dates and for
+/// several classes.
+QString classInName(const QString& name);
 
 /// The class that a whole text names, such as 3, 3班, 高三(1)班, 2023级12班; nothing for any other
 /// text.

@@ -24,23 +24,18 @@ void open(ClassReading& reading, const QString& reason)
     reading.reason = reason;
 }
 
-/// Two grades may each have a class 1; without a library nothing tells them apart.
-void openShared(std::vector<ClassReading>& readings)
+ClassName ofStream(const QString& stream)
 {
-    const auto isShared = [&](const ClassReading& one) {
-        return std::any_of(readings.begin(), readings.end(), [&](const ClassReading& other) {
-            return other.candidates.size() > 1 && other.candidates != one.candidates
-                   && other.candidates.front() == one.candidates.front();
-        });
-    };
-    std::vector<ClassReading*> shared;
-    for (ClassReading& reading : readings) {
-        if (reading.decidedBy == DecidedBy::Program && reading.candidates.size() > 1
-            && isShared(reading))
-            shared.push_back(&reading);
-    }
-    for (ClassReading* reading : shared)
-        open(*reading, u"和别的年级的班号相同，请写出班号。"_s);
+    ClassName name;
+    name.stream = stream;
+    return name;
+}
+
+/// Whether one number cannot be the class of both texts, as far as the texts tell.
+bool exclude(const ClassName& one, const ClassName& other, const QString& knownStream)
+{
+    const bool oneTellsStream = one.stream.isEmpty() != other.stream.isEmpty();
+    return areOfDifferentKinds(one, other) || (oneTellsStream && knownStream.isEmpty());
 }
 
 } // namespace
@@ -53,13 +48,13 @@ ClassReadings::ClassReadings(const std::vector<ClassReading>& former, const Rost
 }
 
 /// A bare number means a class of the grade that the sheet tells.
-QString ClassReadings::keyOf(const QString& text, const QString& grade) const
+QString ClassReadings::keyOf(const QString& text, const QString& grade)
 {
-    if (grade.isEmpty() || !m_roster.hasStudents())
+    if (grade.isEmpty())
         return text;
     const std::optional<ClassName> name = className(text);
     const bool isBare = name && !name->hasGrade && name->number < 100;
-    return isBare ? u"%1(%2)班"_s.arg(grade, QString::number(name->number)) : text;
+    return isBare ? u"%1%2(%3)班"_s.arg(grade, name->stream, QString::number(name->number)) : text;
 }
 
 /// A bare 1 may be 101, 201 or 301 where the library counts so.
@@ -81,7 +76,13 @@ void ClassReadings::decide(ClassReading& reading, const ClassName& name) const
         addSimilar(reading);
     std::vector<double> existing = name.candidates;
     std::erase_if(existing, [this](double number) { return !m_roster.hasClass(number); });
-    if (existing.size() == 1) {
+    const size_t found = existing.size();
+    std::erase_if(existing, [&](double number) {
+        return areOfDifferentKinds(ofStream(m_roster.streamOf(number)), name);
+    });
+    if (found > 0 && existing.empty()) {
+        open(reading, u"成绩库里这个班号的班不是%1科。"_s.arg(name.stream));
+    } else if (existing.size() == 1) {
         reading.number = existing.front();
         reading.reason = u"成绩库里有 %1 班。"_s.arg(QString::number(existing.front()));
     } else if (existing.size() > 1) {
@@ -135,11 +136,72 @@ void ClassReadings::count(const QString& text, const QString& grade)
         ++m_readings[size_t(placeOf(text, grade))].rows;
 }
 
+/// Two grades, or two streams, may each have a class 1.
+void ClassReadings::openShared()
+{
+    std::vector<std::optional<ClassName>> names;
+    QHash<double, std::vector<size_t>> placesOf;
+    for (size_t place = 0; place < m_readings.size(); ++place) {
+        const ClassReading& reading = m_readings[place];
+        names.push_back(className(reading.text));
+        if (!names[place])
+            continue;
+        if (reading.number)
+            placesOf[*reading.number].push_back(place);
+        else
+            for (const double number : reading.candidates)
+                placesOf[number].push_back(place);
+    }
+    std::vector<size_t> shared;
+    for (const auto& [number, places] : placesOf.asKeyValueRange()) {
+        const QString stream = m_roster.streamOf(number);
+        for (const size_t place : places) {
+            const bool isShared = std::any_of(places.begin(), places.end(), [&](size_t other) {
+                return exclude(*names[place], *names[other], stream);
+            });
+            if (isShared && m_readings[place].number
+                && m_readings[place].decidedBy == DecidedBy::Program)
+                shared.push_back(place);
+        }
+    }
+    for (const size_t place : shared)
+        open(m_readings[place], u"和别的年级或科类的班号相同，请写出班号。"_s);
+}
+
+/// 高一(1)班 is class 1 and not 11 where the workbook has a 高一(11)班 as well.
+void ClassReadings::takePlain()
+{
+    QHash<int, std::vector<double>> named; // by grade
+    for (const ClassReading& reading : m_readings) {
+        if (const auto name = className(reading.text); name && name->hasGrade)
+            named[name->grade].push_back(name->number);
+    }
+    for (ClassReading& reading : m_readings) {
+        const auto name = className(reading.text);
+        if (!reading.isOpen || !name || !name->hasGrade || !m_roster.hasClass(name->number))
+            continue;
+        const std::vector<double>& plain = named[name->grade];
+        const bool areOthersNamed =
+            std::all_of(name->candidates.begin(), name->candidates.end(), [&](double number) {
+                return !m_roster.hasClass(number)
+                       || std::find(plain.begin(), plain.end(), number) != plain.end();
+            });
+        if (!areOthersNamed
+            || areOfDifferentKinds(ofStream(m_roster.streamOf(name->number)), *name))
+            continue;
+        reading.number = name->number;
+        reading.isOpen = false;
+        reading.reason = u"成绩库里有 %1 班。"_s.arg(QString::number(name->number));
+    }
+}
+
 void ClassReadings::settle()
 {
     constexpr size_t mostCompared = 1000;
-    if (!m_roster.hasStudents() && m_readings.size() <= mostCompared)
-        openShared(m_readings);
+    if (m_readings.size() > mostCompared)
+        return;
+    takePlain();
+    openShared();
 }
 
 std::optional<double> ClassReadings::numberOf(const QString& text, const QString& grade) const

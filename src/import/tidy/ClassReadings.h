@@ -14,7 +14,8 @@ public:
 
     /// Reads the text of one more row. `grade` is that of its sheet, and may be empty.
     void count(const QString& text, const QString& grade);
-    /// To be called behind the last row: opens readings of several grades that share a number.
+    /// To be called behind the last row: opens readings of several grades or streams that share a
+    /// number, and settles those of which the others rule out all but one.
     void settle();
     /// The class of a row that was counted.
     std::optional<double> numberOf(const QString& text, const QString& grade) const;
@@ -22,11 +23,13 @@ public:
     const std::vector<ClassReading>& readings() const { return m_readings; }
 
 private:
-    QString keyOf(const QString& text, const QString& grade) const;
+    static QString keyOf(const QString& text, const QString& grade);
     int placeOf(const QString& text, const QString& grade);
     ClassReading read(const QString& text) const;
     void addSimilar(ClassReading& reading) const;
     void decide(ClassReading& reading, const ClassName& name) const;
+    void openShared();
+    void takePlain();
 
     const Roster& m_roster;
     std::vector<ClassReading> m_former;

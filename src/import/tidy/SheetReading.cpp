@@ -25,12 +25,6 @@ QString titlesOf(const SheetView& view, int firstHeading)
     return titles.trimmed();
 }
 
-/// The class that the name of a sheet tells: a whole one, such as 3 or 高三(1)班, or a part of it.
-QString classInName(const QString& name)
-{
-    return className(name) ? name : classIn(name);
-}
-
 } // namespace
 
 QString streamIn(const QString& text)
@@ -142,7 +136,8 @@ void SheetReading::checkClassSources(const QString& title, const QString& name)
 {
     const std::optional<ClassName> ofTitle = className(title);
     const std::optional<ClassName> ofName = className(name);
-    if (!ofTitle || !ofName || ofTitle->number == ofName->number)
+    if (!ofTitle || !ofName
+        || (ofTitle->number == ofName->number && !areOfDifferentKinds(*ofTitle, *ofName)))
         return;
     m_questions.append(u"数据表“%1”的标题里写着“%2”，请确定班级用标题里的还是表名里的。"_s.arg(
         m_sheet.name, title));
@@ -200,8 +195,9 @@ void SheetReading::openStreams()
     if (other == m_rows.end())
         return;
     column->isOpen = true;
-    column->reason = u"第 %1 行是“%2”，成绩库的科类是文或理，请选择这一列不导入，或者改好再整理。"_s.arg(
-        QString::number(other->row), m_view.text(other->row, column->column));
+    column->reason =
+        u"第 %1 行是“%2”，成绩库的科类是文或理，请选择这一列不导入，或者改好再整理。"_s.arg(
+            QString::number(other->row), m_view.text(other->row, column->column));
 }
 
 void SheetReading::noteColumns()

@@ -23,7 +23,8 @@ public:
     const std::vector<SourceRow>& rows() const { return m_rows; }
     /// What keeps the sheet from being tidied, beside its open columns.
     const QStringList& questions() const { return m_questions; }
-    /// What is not taken though it looks like scores or like something of a student, and what lies outside of an import's reach.
+    /// What is not taken though it looks like scores or like something of a student, and what lies
+    /// outside of an import's reach.
     const QStringList& warnings() const { return m_warnings; }
     /// The column of a subject or of 信息表; 0 if there is none.
     int columnNamed(const QString& name) const { return m_columnOf.value(name); }

@@ -58,6 +58,14 @@ TEST_F(SeveralSheets, ATitleThatContradictsTheSheetsNameIsAskedAbout)
     EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文\n2|1|甲|9"_s);
 }
 
+TEST_F(SeveralSheets, ATitleOfAnotherGradeThanTheSheetsNameIsAskedAbout)
+{
+    sheet(u"高二(1)班"_s,
+          {{u"高一(1)班成绩"_s}, {u"学号"_s, u"姓名"_s, u"语文"_s}, {1, u"甲"_s, 9}});
+    EXPECT_EQ(result(),
+              u"数据表“高二(1)班”的标题里写着“高一(1)班”，请确定班级用标题里的还是表名里的。"_s);
+}
+
 TEST_F(SeveralSheets, SheetsOfOneSubjectEachBecomeOneRowAStudent)
 {
     sheet(u"语文"_s,

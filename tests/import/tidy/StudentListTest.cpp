@@ -56,7 +56,8 @@ TEST_F(StudentLists, AStudentWhoStandsTwiceIsTold)
 
 TEST_F(StudentLists, ChosenSubjectsAreNoStreamAndAreTold)
 {
-    sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"选科"_s}, {1, 1, u"张三"_s, u"物化生"_s}});
+    sheet(u"Sheet1"_s,
+          {{u"班级"_s, u"学号"_s, u"姓名"_s, u"选科"_s}, {1, 1, u"张三"_s, u"物化生"_s}});
     const Proposal proposal = proposed(Goal::StudentList);
     EXPECT_EQ(proposal.warnings.join(u'\n'), u"“选科”一列的表头不认识，没有导入。"_s);
     EXPECT_EQ(result(proposal), u"[学生名单]\n班级|学号|姓名\n1|1|张三"_s);
