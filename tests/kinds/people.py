@@ -72,6 +72,12 @@ def long_numbers(folder):
     return right(write(folder / "期中.xlsx", Sheet(rows=rows)), says=("16 ",))
 
 
+@kind("another grade's classes 1 and 2, which the library has, too")
+def another_grade(folder):
+    rows = [("高二年级期中考试",), PLAIN, (1, 1, "高甲", 90, 80, 70), (2, 1, "高乙", 91, 81, 71)]
+    return Case(write(folder / "期中.xlsx", Sheet(rows=rows)), asks=("有 2 人（共 2 人）",), with_library=True)
+
+
 @kind("学籍号 of 16 and more digits as numbers, and nothing else")
 def long_numbers_alone(folder):
     rows = [("学籍号", *SUBJECTS), *((20250000000000100, *row[3:]) for row in FIRST)]

@@ -1,6 +1,7 @@
 #include "import/tidy/Questions.h"
 
 #include <algorithm>
+#include <map>
 
 #include "workbooks/model/CellRange.h"
 
@@ -148,6 +149,30 @@ bool isNumberChosen(const Proposal& proposal)
         });
 }
 
+/// How many rows of a class on a sheet were looked up by class and number.
+struct Looked
+{
+    int rows = 0;
+    /// Where the library has another name, or the same one at another number.
+    int wrong = 0;
+};
+
+/// By sheet and class: a whole class may be another one of the same number.
+std::map<std::pair<int, double>, Looked> lookedUp(const ReadState& state)
+{
+    std::map<std::pair<int, double>, Looked> all;
+    for (const StudentRow& row : state.students) {
+        if (!row.isWhole || row.isFound)
+            continue;
+        Looked& looked = all[{row.source.sheet, row.classNumber}];
+        ++looked.rows;
+        const bool isElsewhere =
+            !row.isKnown && !state.roster.named(row.classNumber, row.name).empty();
+        looked.wrong += row.hasOtherName || isElsewhere ? 1 : 0;
+    }
+    return all;
+}
+
 /// Numbers of another kind than those of the library, or of another class, would put scores on
 /// other students.
 QStringList aboutNumbers(const ReadState& state)
@@ -155,24 +180,19 @@ QStringList aboutNumbers(const ReadState& state)
     if (state.proposal.goal == Goal::StudentList || !state.roster.hasStudents()
         || isNumberChosen(state.proposal))
         return {};
-    int rows = 0;
-    int otherNames = 0;
-    int elsewhere = 0;
-    for (const StudentRow& row : state.students) {
-        if (!row.isWhole || row.isFound)
+    Looked doubtful;
+    for (const auto& [place, looked] : lookedUp(state)) {
+        if (looked.wrong == 0 || looked.wrong * 2 < looked.rows)
             continue;
-        ++rows;
-        otherNames += row.hasOtherName ? 1 : 0;
-        elsewhere += !row.isKnown && !state.roster.named(row.classNumber, row.name).empty() ? 1 : 0;
+        doubtful.rows += looked.rows;
+        doubtful.wrong += looked.wrong;
     }
-    constexpr int fewest = 3;
-    const int wrong = otherNames + elsewhere;
-    if (wrong < fewest || wrong * 2 <= rows)
+    if (doubtful.wrong == 0)
         return {};
     return {
         u"按“班级”和“学号”有 %1 人（共 %2 人）的姓名和成绩库里的不同，这些班级或学号可能不是"
         "成绩库里的。不用“学号”一列，就按班级和姓名查找；确实是学号，请指定这一列是“学号”。"_s.arg(
-            QString::number(wrong), QString::number(rows))};
+            QString::number(doubtful.wrong), QString::number(doubtful.rows))};
 }
 
 QStringList aboutSize(const Proposal& proposal)

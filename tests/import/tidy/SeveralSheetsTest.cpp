@@ -127,6 +127,19 @@ TEST_F(SeveralSheets, NumbersThatAreNotTheLibrarysAreAskedAbout)
               u"[成绩]\n班级|学号|姓名|语文\n301|1|张三|1\n301|2|李四|2\n301|3|王小五|3"_s);
 }
 
+TEST_F(SeveralSheets, AClassOfOtherStudentsIsAskedAboutHoweverFewTheyAre)
+{
+    useLibrary();
+    sheet(u"成绩"_s, {{u"高三年级期中"_s},
+                      {u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s},
+                      {301, 1, u"张三"_s, 1},
+                      {301, 2, u"李四"_s, 2},
+                      {301, 3, u"王小五"_s, 3},
+                      {302, 1, u"高甲"_s, 4},
+                      {302, 9, u"高乙"_s, 5}});
+    EXPECT_TRUE(result().startsWith(u"按“班级”和“学号”有 1 人（共 2 人）的姓名和成绩库里的不同"_s));
+}
+
 TEST_F(SeveralSheets, RowsTakenAndLeftByTheUserStaySo)
 {
     sheet(
