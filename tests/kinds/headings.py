@@ -84,6 +84,20 @@ def raw_and_assigned_in_one_row(folder):
     return right(book, *taken, columns=("语文", "化学"), asks=("化学",), answers=("--map", "化学=E"))
 
 
+@kind("a subject in a column a stream: 数学（理）, 数学（文）")
+def subject_by_stream(folder):
+    rows = [(*HEADINGS, "语文", "数学（理）", "数学（文）"), *((*row[:5], None) for row in FIRST),
+            *((*row[:4], None, row[4]) for row in SECOND)]
+    return Case(write(folder / "期中.xlsx", Sheet(rows=rows)), asks=("数学（理）", "数学（文）"))
+
+
+@kind("日语 beside 英语")
+def another_language(folder):
+    rows = [(*PLAIN, "日语"), *((*row, None) for row in FIRST), *((*row[:5], None, 88) for row in SECOND)]
+    made = (*FIRST, *((*row[:5], "缺考") for row in SECOND))
+    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), *made, says=("有 3 名学生在“日语”一列有内容",))
+
+
 @kind("headings with blanks, line breaks and full marks: 语 文, 数学(150分)")
 def decorated_headings(folder):
     headings = ("班　级", "学\n号", " 姓 名 ", "语 文", "数学(150分)", "英语（满分150）")

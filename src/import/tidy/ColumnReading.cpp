@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <functional>
 
+#include <QRegularExpression>
+
 namespace tidy {
 
 using namespace Qt::StringLiterals;
@@ -58,6 +60,18 @@ void nameSubjectOfSheet(Candidate& candidate, const HeadingWords& words,
     open(candidate, u"看不出是哪一科的成绩。"_s);
 }
 
+/// 数学（文） is the subject for a part of the students.
+void openPartOfSubject(Candidate& candidate, const HeadingCell& heading, const HeadingWords& words)
+{
+    static const QRegularExpression ofStream(u"^[文理]科?.|.[文理]科?[卷类]?$"_s);
+    const QString whole = heading.joined();
+    const QString subject = words.subjectIn(whole);
+    if (candidate.meaning.isKnown || subject.isEmpty() || !ofStream.match(folded(whole)).hasMatch())
+        return;
+    candidate.column.use = candidate.meaning.use = {Field::Subject, subject};
+    open(candidate, u"可能只是一部分学生的“%1”，请确定。"_s.arg(subject));
+}
+
 Candidate candidateOf(int column, const HeadingCell& heading, const HeadingWords& words,
                       const QStringList& namesOfSheet)
 {
@@ -71,6 +85,7 @@ Candidate candidateOf(int column, const HeadingCell& heading, const HeadingWords
         open(candidate, u"可能是%1，请选择。"_s.arg(candidate.meaning.choices.join(u'、')));
     if (candidate.meaning.score == ScoreKind::Whole && !candidate.column.use.name.isEmpty())
         open(candidate, u"不知道这是“%1”的成绩还是几科的总分。"_s.arg(candidate.column.use.name));
+    openPartOfSubject(candidate, heading, words);
     if (heading.isEmpty())
         candidate.column.reason = u"没有表头，不导入。"_s;
     return candidate;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <QRegularExpression>
+
 #include "import/tidy/ClassNames.h"
 #include "import/tidy/ColumnReading.h"
 #include "import/tidy/HeadingSearch.h"
@@ -246,6 +248,7 @@ void SheetReading::takeOrLeave()
     else
         m_sheet.reason.clear();
     noteUntakenColumns();
+    noteOtherLanguages();
     noteCuts();
 }
 
@@ -273,6 +276,27 @@ void SheetReading::noteUntakenColumns()
         const QString text = untakenText(column, headings[size_t(column.column) - 1]);
         if (!text.isEmpty())
             m_warnings.append(text);
+    }
+}
+
+/// Who learns 日语 has a blank 英语, which counts as absent.
+void SheetReading::noteOtherLanguages()
+{
+    static const QRegularExpression other(u"日语|俄语|法语|德语|西班牙语|西语|韩语|小语种"_s);
+    const QString english = u"英语"_s;
+    const int place = columnNamed(english);
+    if (place == 0)
+        return;
+    for (const ColumnProposal& column : m_sheet.columns) {
+        if (!other.match(folded(column.heading)).hasMatch())
+            continue;
+        const auto count = std::count_if(m_rows.begin(), m_rows.end(), [&](const SourceRow& row) {
+            return m_view.text(row.row, place).isEmpty()
+                   && !m_view.text(row.row, column.column).isEmpty();
+        });
+        if (count > 0)
+            m_warnings.append(u"有 %1 名学生在“%2”一列有内容，%3是空白：他们的%3按缺考。"_s.arg(
+                QString::number(count), column.heading, english));
     }
 }
 

@@ -46,6 +46,7 @@ private:
     void noteColumns();
     void noteUntakenColumns();
     void noteCuts();
+    void noteOtherLanguages();
 
     SheetView m_view;
     Proposal& m_proposal;

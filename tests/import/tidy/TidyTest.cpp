@@ -141,6 +141,24 @@ TEST_F(Tidied, ATextThatMeansNothingKnownIsAskedAbout)
         u"[成绩]\n班级|学号|姓名|语文\n1|1|张三|缺考\n1|2|李四|80\n1|3|王五|87\n1|4|赵六|87*"_s);
 }
 
+TEST_F(Tidied, ASubjectInTwoColumnsByStreamIsTheUsersToChoose)
+{
+    sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"数学（理）"_s, u"数学（文）"_s},
+                        {1, 1, u"张三"_s, 90, {}},
+                        {2, 1, u"李四"_s, {}, 70}});
+    EXPECT_EQ(result(), u"数据表“Sheet1”的 D 列“数学（理）”：有几列都像“数学”，请选择一列。\n"
+                        "数据表“Sheet1”的 E 列“数学（文）”：有几列都像“数学”，请选择一列。"_s);
+}
+
+TEST_F(Tidied, WhoHasAnotherLanguageIsToldToBeAbsentFrom英语)
+{
+    sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"英语"_s, u"日语"_s},
+                        {1, 1, u"张三"_s, 90, {}},
+                        {1, 2, u"李四"_s, {}, 88}});
+    EXPECT_EQ(proposed().warnings.last(),
+              u"有 1 名学生在“日语”一列有内容，英语是空白：他们的英语按缺考。"_s);
+}
+
 TEST_F(Tidied, RaisedAndCircledDigitsAreNoDigitsOfAScore)
 {
     sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s},
