@@ -255,6 +255,7 @@ TEST_F(TidyingScreen, AFileThatIsNoWorkbookIsSaidInTheScreen)
 TEST_F(TidyingScreen, HostileNamesAreShownAsTheyStand)
 {
     Rows hostile = rows;
+    hostile[3][0] = 3;
     hostile[3][1] = QString(u"<b>'; --\r\n"_s + QString(10'000, u'长'));
     screen->browse(workbook(u"期中.xlsx"_s, {{u"1班 <b> '' or ''=''"_s, hostile}}));
     EXPECT_TRUE(find<QListWidget>(u"listSheets"_s)->item(0)->toolTip().contains(u"&lt;b&gt;"_s));
