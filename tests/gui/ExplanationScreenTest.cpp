@@ -118,6 +118,18 @@ TEST_F(ExplanationScreen, LeadsToItsSettingAndShowsTheChange)
     EXPECT_TRUE(text.contains(u"“总分上线人数”现在是：600"_s)) << text.toStdString();
 }
 
+TEST_F(ExplanationScreen, SaysThatItsSettingsAreThoseOfNow)
+{
+    run(u"考试人数"_s);
+    test.scores.settings.CategoryFilter = u" and (类别代码=2)"_s;
+    expectScreen();
+    press(u"buttonExplain"_s);
+    for (const QString& part :
+         {u"现在只算类别代码为 2 的学生。"_s, u"设置和类别都是现在的。"_s,
+          u"已经统计出来的表格用的是统计时的设置和类别，之后改过的要重新统计才起作用。"_s})
+        EXPECT_TRUE(text.contains(part)) << text.toStdString();
+}
+
 TEST_F(ExplanationScreen, ANameInASettingIsShownAsItStands)
 {
     test.execute(u"update 设置表 set 设置='<b>’ or ''''=''' where 名称='高分段'"_s);

@@ -37,6 +37,8 @@ QString page(const Explanation& shown)
         settings += sentencesOf(setting);
     if (settings.isEmpty())
         settings.append(u"没有可以改的设置。"_s);
+    settings.append(u"设置和类别都是现在的。已经统计出来的表格用的是统计时的设置和类别，"
+                    "之后改过的要重新统计才起作用。"_s);
     return section(u"统计什么"_s, {shown.counted}) + section(u"统计哪些人"_s, shown.over)
            + section(u"不算哪些人"_s, {shown.leftOut}) + section(u"现在的设置"_s, settings)
            + section(u"怎样计算"_s, shown.formulas);
