@@ -13,32 +13,30 @@ using database::Statement;
 
 namespace {
 
-bool hasRow(Connection& conn, const QString& sql, const std::vector<runtime::Value>& values = {})
+bool hasRow(Connection& conn, const QString& sql)
 {
-    Statement statement(conn, sql);
-    statement.bind(values);
-    return statement.step();
+    return Statement(conn, sql).step();
 }
 
-/// Whether a rank stands anywhere in the exam.
-bool isScored(library::ScoreLibrary& scoreLibrary, const QString& exam)
+/// Whether a rank stands anywhere in an exam.
+bool isScored(library::ScoreLibrary& scoreLibrary)
 {
-    const QString sql = u"select 1 from 成绩表 where 考试名称=? and [%1] is not null limit 1"_s;
-    for (const QString& column : scoreLibrary.catalogue.AllColumns) {
-        const auto rank = database::SqlPiece::name(library::gradeRankColumn(column));
-        if (hasRow(scoreLibrary.Conn, database::sqlWith(sql, {rank}), {exam}))
-            return true;
-    }
-    return false;
+    QStringList ranks;
+    for (const QString& column : scoreLibrary.catalogue.AllColumns)
+        ranks.append(library::gradeRankColumn(column));
+    if (ranks.isEmpty())
+        return false;
+    // One look at each row, since a library whose exams all wait is looked through to its end.
+    return hasRow(
+        scoreLibrary.Conn,
+        database::sqlWith(u"select 1 from 成绩表 where coalesce(%1,null) is not null limit 1"_s,
+                          {database::SqlPiece::names(ranks)}));
 }
 
 Step stepOf(library::ScoreLibrary& scoreLibrary)
 {
-    const QStringList& exams = scoreLibrary.catalogue.ExamList;
-    if (exams.size() > 1)
-        return Step::Done;
-    if (exams.size() == 1)
-        return isScored(scoreLibrary, exams.first()) ? Step::Done : Step::Totals;
+    if (!scoreLibrary.catalogue.ExamList.isEmpty())
+        return isScored(scoreLibrary) ? Step::Done : Step::Totals;
     const bool hasStudents = hasRow(scoreLibrary.Conn, u"select 1 from 信息表 limit 1"_s);
     return hasStudents ? Step::Exam : Step::Students;
 }

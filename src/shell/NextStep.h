@@ -7,8 +7,7 @@ namespace shell {
 /// The steps on the road to the first scored exam, in their order; Done is behind it.
 enum class Step { NewLibrary, Students, Exam, Totals, Done };
 
-/// The first step that is not done yet. A library with more than one exam, or one that cannot be
-/// asked, is taken for done.
+/// The first step that is not done yet. A library that cannot be asked is taken for done.
 Step nextStep(library::ScoreLibrary& scoreLibrary);
 
 } // namespace shell
