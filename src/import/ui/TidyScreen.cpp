@@ -51,7 +51,7 @@ QLabel* noteLabel(const QString& name, QWidget* parent)
 TidyScreen::TidyScreen(library::ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                        Applications& applications, tidy::Goal goal, GoalChoice goalChoice,
                        QWidget* parent)
-    : Screen(u"TidyScreen"_s, u"整理工作簿"_s, parent),
+    : DialogScreen(u"TidyScreen"_s, u"整理工作簿"_s, parent),
       m_library(scoreLibrary),
       m_dialogs(dialogs),
       m_applications(applications),
@@ -91,7 +91,7 @@ void TidyScreen::makeWidgets(GoalChoice goalChoice)
     bold.setBold(true);
     labelQuestions->setFont(bold);
     m_tables = named(new TidyTables(this), u"tidyTables"_s, u"提示、班级和标记"_s);
-    buttonTidy = button(u"buttonTidy"_s, u"整理(&Z)"_s, this);
+    buttonTidy = widgets::defaultButton(u"buttonTidy"_s, u"整理(&Z)"_s, this);
     buttonClose = button(u"buttonClose"_s, u"关闭(&X)"_s, this);
 }
 
@@ -452,18 +452,7 @@ void TidyScreen::showTidied(std::unique_ptr<excel::Workbook> made)
 void TidyScreen::done(int result)
 {
     QSettings().setValue(geometryKey, saveGeometry());
-    Screen::done(result);
-}
-
-void TidyScreen::keyPressEvent(QKeyEvent* event)
-{
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else if (isEnter && buttonTidy->isEnabled())
-        buttonTidy->click();
-    else
-        Screen::keyPressEvent(event);
+    DialogScreen::done(result);
 }
 
 void TidyScreen::dragEnterEvent(QDragEnterEvent* event)
@@ -486,7 +475,7 @@ bool TidyScreen::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched != gridSheet || event->type() != QEvent::KeyPress
         || !grid::isSpace(*static_cast<QKeyEvent*>(event)))
-        return Screen::eventFilter(watched, event);
+        return DialogScreen::eventFilter(watched, event);
     chooseRowFate(m_shown.grid.Row);
     return true;
 }

@@ -7,7 +7,7 @@
 #include "import/tidy/RememberedMappings.h"
 #include "import/tidy/Tidy.h"
 #include "library/ScoreLibrary.h"
-#include "platform/widgets/Screen.h"
+#include "platform/widgets/DialogScreen.h"
 #include "platform/widgets/ScreenDialogs.h"
 
 class QComboBox;
@@ -38,7 +38,7 @@ struct TidiedBook
 
 /// "整理工作簿": how a workbook is read is shown and changed, and a new workbook in the form that
 /// the import wants is made of it. Esc closes, Enter makes it once everything is decided.
-class TidyScreen : public widgets::Screen
+class TidyScreen : public widgets::DialogScreen
 {
     Q_OBJECT
 
@@ -62,7 +62,6 @@ public:
     void done(int result) override;
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
