@@ -249,6 +249,7 @@ void SheetReading::takeOrLeave()
         m_sheet.reason.clear();
     noteUntakenColumns();
     noteOtherLanguages();
+    noteShownZeros();
     noteCuts();
 }
 
@@ -297,6 +298,25 @@ void SheetReading::noteOtherLanguages()
         if (count > 0)
             m_warnings.append(u"有 %1 名学生在“%2”一列有内容，%3是空白：他们的%3按缺考。"_s.arg(
                 QString::number(count), column.heading, english));
+    }
+}
+
+/// Zeros at the head of a number are made by its format alone, which is not read.
+void SheetReading::noteShownZeros()
+{
+    if (m_proposal.goal != Goal::StudentList)
+        return;
+    for (const ColumnProposal& column : m_sheet.columns) {
+        if (column.use.field != Field::SchoolNumber && column.use.name != u"身份证"_s)
+            continue;
+        const auto count = std::count_if(m_rows.begin(), m_rows.end(), [&](const SourceRow& row) {
+            const runtime::Value cell = m_view.value(row.row, column.column);
+            return cell.isNumber() && !hasLostDigits(cell);
+        });
+        if (count > 0)
+            m_warnings.append(u"“%1”一列有 %2 个号码是数字，表里显示在前面的 0 没有写进去。"
+                              "号码前面有 0 的，请在原来的表里把这一列设为文本，重新填写。"_s.arg(
+                                  column.heading, QString::number(count)));
     }
 }
 

@@ -47,6 +47,7 @@ private:
     void noteUntakenColumns();
     void noteCuts();
     void noteOtherLanguages();
+    void noteShownZeros();
 
     SheetView m_view;
     Proposal& m_proposal;

@@ -30,7 +30,9 @@ TEST_F(StudentLists, NumbersOf16DigitsAreWarnedAbout)
     const Proposal proposal = proposed(Goal::StudentList);
     EXPECT_EQ(remarks(proposal), u"Sheet12: “身份证”是 16 位以上的数字，后面几位已经丢失。"_s);
     EXPECT_EQ(proposal.warnings.join(u'\n'),
-              u"有 1 个号码是 16 位以上的数字，电子表格只保留 15 位，后面几位已经丢失。"
+              u"“身份证”一列有 1 个号码是数字，表里显示在前面的 0 没有写进去。"
+              "号码前面有 0 的，请在原来的表里把这一列设为文本，重新填写。\n"
+              "有 1 个号码是 16 位以上的数字，电子表格只保留 15 位，后面几位已经丢失。"
               "请在原来的表里把这一列设为文本，重新填写号码。"_s);
     EXPECT_EQ(result(proposal), u"[学生名单]\n班级|学号|姓名|学籍号|身份证\n"
                                 "1|1|张三|00123|110101201001010016\n1|2|李四||123456789012345"_s);
