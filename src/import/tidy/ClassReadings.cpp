@@ -38,6 +38,21 @@ bool exclude(const ClassName& one, const ClassName& other, const QString& knownS
     return areOfDifferentKinds(one, other) || (oneTellsStream && knownStream.isEmpty());
 }
 
+/// The readings of each number that they have, or may have while they are open.
+QHash<double, std::vector<size_t>> placesByNumber(const std::vector<ClassReading>& readings)
+{
+    QHash<double, std::vector<size_t>> places;
+    for (size_t place = 0; place < readings.size(); ++place) {
+        const ClassReading& reading = readings[place];
+        if (reading.number)
+            places[*reading.number].push_back(place);
+        else
+            for (const double number : reading.candidates)
+                places[number].push_back(place);
+    }
+    return places;
+}
+
 } // namespace
 
 ClassReadings::ClassReadings(const std::vector<ClassReading>& former, const Roster& roster)
@@ -140,27 +155,19 @@ void ClassReadings::count(const QString& text, const QString& grade)
 void ClassReadings::openShared()
 {
     std::vector<std::optional<ClassName>> names;
-    QHash<double, std::vector<size_t>> placesOf;
-    for (size_t place = 0; place < m_readings.size(); ++place) {
-        const ClassReading& reading = m_readings[place];
+    for (const ClassReading& reading : m_readings)
         names.push_back(className(reading.text));
-        if (!names[place])
-            continue;
-        if (reading.number)
-            placesOf[*reading.number].push_back(place);
-        else
-            for (const double number : reading.candidates)
-                placesOf[number].push_back(place);
-    }
     std::vector<size_t> shared;
+    const QHash<double, std::vector<size_t>> placesOf = placesByNumber(m_readings);
     for (const auto& [number, places] : placesOf.asKeyValueRange()) {
         const QString stream = m_roster.streamOf(number);
         for (const size_t place : places) {
             const bool isShared = std::any_of(places.begin(), places.end(), [&](size_t other) {
-                return exclude(*names[place], *names[other], stream);
+                return names[place] && names[other]
+                       && exclude(*names[place], *names[other], stream);
             });
-            if (isShared && m_readings[place].number
-                && m_readings[place].decidedBy == DecidedBy::Program)
+            const ClassReading& reading = m_readings[place];
+            if (isShared && reading.number && reading.decidedBy == DecidedBy::Program)
                 shared.push_back(place);
         }
     }
