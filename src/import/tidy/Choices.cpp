@@ -53,7 +53,7 @@ void chooseSheet(Proposal& proposal, int sheet, Taking taking)
 void chooseHeading(Proposal& proposal, int sheet, int first, int count)
 {
     SheetProposal& chosen = proposal.sheets.at(size_t(sheet));
-    chosen.heading = {first, count, DecidedBy::User};
+    chosen.heading = {first, std::min(count, HeadingRows::most), DecidedBy::User};
     chosen.columns.clear();
 }
 

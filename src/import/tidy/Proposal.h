@@ -48,6 +48,9 @@ enum class Taking { Take, LeaveOut };
 /// The rows that the headings stand in; count 0 where none were found.
 struct HeadingRows
 {
+    /// Headings are read from so many rows.
+    static constexpr int most = 2;
+
     int first = 0;
     int count = 0;
     DecidedBy decidedBy = DecidedBy::Program;

@@ -97,11 +97,10 @@ void TidyScreen::makeWidgets(GoalChoice goalChoice)
 
 void TidyScreen::makeHeadingBoxes()
 {
-    constexpr int mostHeadingRows = 3;
     spinHeadingFirst = named(new QSpinBox(this), u"spinHeadingFirst"_s, u"标题从第几行起"_s);
     spinHeadingCount = named(new QSpinBox(this), u"spinHeadingCount"_s, u"标题共几行"_s);
     spinHeadingFirst->setRange(1, ShownSheet::firstRows);
-    spinHeadingCount->setRange(1, mostHeadingRows);
+    spinHeadingCount->setRange(1, tidy::HeadingRows::most);
     for (QSpinBox* box : {spinHeadingFirst, spinHeadingCount}) {
         box->setKeyboardTracking(false);
         box->findChild<QLineEdit*>()->setAccessibleName(box->accessibleName());
