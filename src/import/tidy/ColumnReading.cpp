@@ -83,6 +83,8 @@ Candidate candidateOf(int column, const HeadingCell& heading, const HeadingWords
         nameSubjectOfSheet(candidate, words, namesOfSheet);
     if (!candidate.meaning.choices.isEmpty() && candidate.meaning.score != ScoreKind::Beside)
         open(candidate, u"可能是%1，请选择。"_s.arg(candidate.meaning.choices.join(u'、')));
+    if (candidate.meaning.score == ScoreKind::Former && !candidate.column.use.name.isEmpty())
+        open(candidate, u"像是上一次考试的成绩，请选择。"_s);
     if (candidate.meaning.score == ScoreKind::Whole && !candidate.column.use.name.isEmpty())
         open(candidate, u"不知道这是“%1”的成绩还是几科的总分。"_s.arg(candidate.column.use.name));
     openPartOfSubject(candidate, heading, words);

@@ -30,9 +30,14 @@ ScoreKind kindOf(const QString& rest)
         u"^(原始|卷面|实得|考试)?(分数|得分|成绩|分|原分)$|^原始$|^卷面$"_s);
     static const QRegularExpression assigned(u"赋分|等级分|转换|折算|折合|加权"_s);
     static const QRegularExpression beside(
-        u"名次|名$|次$|排名|排序|位次|排$|段|标准分|[zt]分|客观|主观|选择|填空|非选|题|等级|"
+        u"名次|名$|^次$|[校级班年段排]次$|排名|排序|位次|排$|段|标准分|[zt]分|客观|主观|选择|填空|"
+        u"非选|题|等级|"
         "平均|均分|最高|最低|率$|进退|升降|状态|备注|[ab]卷|听力|作文|笔试|口试|差"_s);
-    if (rest.isEmpty() || fullMark.match(rest).hasMatch())
+    static const QRegularExpression now(u"^(本次|这次)(考试)?(分数|得分|成绩|分)?$"_s);
+    static const QRegularExpression former(u"^(上|前|上一|前一)次(考试)?(分数|得分|成绩|分)?$"_s);
+    if (former.match(rest).hasMatch())
+        return ScoreKind::Former;
+    if (rest.isEmpty() || fullMark.match(rest).hasMatch() || now.match(rest).hasMatch())
         return ScoreKind::Bare;
     if (raw.match(rest).hasMatch())
         return ScoreKind::Raw;
@@ -178,7 +183,10 @@ HeadingMeaning HeadingWords::meaning(const HeadingCell& heading) const
 
 QString HeadingWords::subjectIn(const QString& text) const
 {
-    const QString all = folded(text);
+    // Streams, and what a list of students is called.
+    static const QRegularExpression others(
+        u"(物理|历史)(科?类|方向|组合)|(学生|考生|班级|基本|成绩)信息|信息(表|及|统计)"_s);
+    const QString all = folded(text).remove(others);
     QString found;
     for (const QString& word : m_words) {
         const QStringList subjects = m_subjectsOf.value(word);

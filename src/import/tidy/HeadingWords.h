@@ -18,6 +18,7 @@ enum class ScoreKind {
     Raw,      ///< 语文分数, 原始分
     Assigned, ///< 语文赋分
     Whole,    ///< 语文总分
+    Former,   ///< 上次语文
     OfSheet,  ///< 分数, of a sheet of one subject
     Beside    ///< ranks, T scores, parts: no score
 };
