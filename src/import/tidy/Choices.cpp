@@ -35,6 +35,10 @@ void chooseColumn(Proposal& proposal, int sheet, int column, const ColumnUse& us
     const ColumnProposal* wanted = proposal.sheets.at(size_t(sheet)).column(column);
     if (wanted == nullptr)
         return;
+    if (wanted->isOfSheet && use.field == Field::Subject) {
+        chooseColumnOf(proposal.sheets[size_t(sheet)], column, use);
+        return;
+    }
     const QString heading = wanted->heading;
     for (SheetProposal& other : proposal.sheets) {
         const ColumnProposal* alike = other.column(column);

@@ -6,7 +6,8 @@ namespace tidy {
 
 // What the user changes in a proposal. Each is followed by `reconsider`, which counts anew.
 
-/// Takes a column for something else, on every sheet that has the same heading in that column. A
+/// Takes a column for something else, on every sheet that has the same heading in that column; a
+/// subject below a heading that names none, such as 成绩, counts for this sheet alone. A
 /// column that was the class, number, name, stream, subject … of this use so far is left.
 void chooseColumn(Proposal& proposal, int sheet, int column, const ColumnUse& use);
 

@@ -79,7 +79,8 @@ Candidate candidateOf(int column, const HeadingCell& heading, const HeadingWords
                         words.meaning(heading)};
     candidate.column.use = candidate.meaning.use;
     candidate.column.reason = reasonOf(candidate.meaning);
-    if (candidate.meaning.score == ScoreKind::OfSheet)
+    candidate.column.isOfSheet = candidate.meaning.score == ScoreKind::OfSheet;
+    if (candidate.column.isOfSheet)
         nameSubjectOfSheet(candidate, words, namesOfSheet);
     if (!candidate.meaning.choices.isEmpty() && candidate.meaning.score != ScoreKind::Beside)
         open(candidate, u"可能是%1，请选择。"_s.arg(candidate.meaning.choices.join(u'、')));

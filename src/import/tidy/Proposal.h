@@ -71,6 +71,8 @@ struct ColumnProposal
     QString reason = {};
     /// The user has to choose.
     bool isOpen = false;
+    /// The heading is that of scores and names no subject: each sheet has its own.
+    bool isOfSheet = false;
 };
 
 /// Where the class of a sheet's rows comes from.

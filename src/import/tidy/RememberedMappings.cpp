@@ -118,7 +118,7 @@ std::optional<RememberedMappings::Mapping> RememberedMappings::mappingOf(Goal go
         if (column.heading.size() > longestText)
             return std::nullopt;
         mapping.headings.append(folded(column.heading));
-        mapping.uses.push_back(column.use);
+        mapping.uses.push_back(column.isOfSheet ? ColumnUse() : column.use);
     }
     return mapping;
 }
@@ -138,7 +138,7 @@ bool RememberedMappings::applyTo(SheetProposal& sheet, const Mapping& mapping)
     for (size_t place = 0; place < sheet.columns.size(); ++place) {
         ColumnProposal& column = sheet.columns[place];
         const bool isSame = column.use == mapping.uses[place] && !column.isOpen;
-        if (isSame || column.decidedBy == DecidedBy::User)
+        if (isSame || column.isOfSheet || column.decidedBy == DecidedBy::User)
             continue;
         column.use = mapping.uses[place];
         column.decidedBy = DecidedBy::Remembered;

@@ -13,6 +13,30 @@ class TwoMeanings : public TidyFixture
 {
 };
 
+TEST_F(TwoMeanings, TheSubjectOfASheetsNameIsNotRemembered)
+{
+    const QTemporaryDir folder;
+    QDir(folder.path()).mkdir(u"data"_s);
+    const runtime::AppPaths paths{folder.path()};
+    sheet(u"语文"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"成绩"_s}, {1, 1, u"甲"_s, 100}});
+    RememberedMappings(paths).remember(proposed());
+    book.Worksheets().Item(1).setName(u"数学"_s);
+    Proposal next = proposed();
+    EXPECT_FALSE(RememberedMappings(paths).apply(next));
+    EXPECT_EQ(result(next), u"[成绩]\n班级|学号|姓名|数学\n1|1|甲|100"_s);
+}
+
+TEST_F(TwoMeanings, TheSubjectOfAHeadingWithoutOneIsChosenForItsSheetAlone)
+{
+    for (const QString& name : {u"卷一"_s, u"卷二"_s})
+        sheet(name, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"成绩"_s}, {1, 1, u"甲"_s, 100}});
+    Proposal proposal = proposed();
+    chooseColumn(proposal, 0, 4, {Field::Subject, u"语文"_s});
+    again(proposal);
+    EXPECT_EQ(columns(proposal.sheets[0]), u"班级 学号 姓名 语文"_s);
+    EXPECT_EQ(columns(proposal.sheets[1]), u"班级 学号 姓名 ?-"_s);
+}
+
 TEST_F(TwoMeanings, ThisTimeAndLastTimeAreNoRanks)
 {
     excel::Worksheet& made =
