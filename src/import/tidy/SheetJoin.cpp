@@ -47,6 +47,20 @@ QString SheetJoin::nameOf(int sheet) const
     return m_sheets[size_t(sheet)].proposal().name;
 }
 
+/// Whether the two rows of one sheet say the same.
+bool SheetJoin::areAlike(const SourceRow& one, const StudentRow& student) const
+{
+    const SheetReading& sheet = m_sheets[size_t(one.sheet)];
+    const std::vector<ColumnProposal>& columns = sheet.proposal().columns;
+    return std::all_of(columns.begin(), columns.end(), [&](const ColumnProposal& column) {
+        if (column.use.field == Field::Leave)
+            return true;
+        const Value former = sheet.view().value(one.row, column.column);
+        const Value cell = sheet.view().value(student.source.row, column.column);
+        return isBlank(former) == isBlank(cell) && areEqual(former, cell);
+    });
+}
+
 bool SheetJoin::contradicts(const ResultRow& row, const StudentRow& student) const
 {
     const std::vector<ColumnProposal>& columns =
@@ -95,19 +109,42 @@ void SheetJoin::add(StudentRow& student)
         return;
     }
     ResultRow& row = m_rows[*known];
-    const SourceRow& other = *row.parts.front();
-    const bool isOnSheet =
-        std::any_of(row.parts.begin(), row.parts.end(),
-                    [&](const SourceRow* part) { return part->sheet == student.source.sheet; });
-    if (m_goal == Goal::ExamScores && !isOnSheet && row.student->name == student.name) {
+    const auto onSheet =
+        std::find_if(row.parts.begin(), row.parts.end(),
+                     [&](const SourceRow* part) { return part->sheet == student.source.sheet; });
+    const bool isOnSheet = onSheet != row.parts.end();
+    if (isOnSheet && areAlike(**onSheet, student))
+        noteTwice(student, **onSheet, u"内容相同，只取一次。"_s);
+    else if (isOnSheet || m_goal == Goal::StudentList || !fits(row, student))
+        ask(student, isOnSheet ? **onSheet : *row.parts.front(), *row.student);
+    else
         joinTo(row, student);
-        return;
-    }
+}
+
+/// A sheet without names says nothing against those of another.
+bool SheetJoin::fits(ResultRow& row, const StudentRow& student)
+{
+    if (row.student->name.isEmpty())
+        row.student = &student;
+    return student.name.isEmpty() || row.student->name == student.name;
+}
+
+void SheetJoin::noteTwice(StudentRow& student, const SourceRow& other, const QString& what) const
+{
     student.remarks.push_back({.kind = RemarkKind::Twice,
                                .row = student.source.row,
-                               .text = u"和“%1”第 %2 行是同一个班级和学号。"_s.arg(
-                                   nameOf(other.sheet), QString::number(other.row))});
-    m_rows.push_back({&student, {&student.source}});
+                               .text = u"和“%1”第 %2 行是同一个班级和学号，%3"_s.arg(
+                                   nameOf(other.sheet), QString::number(other.row), what)});
+}
+
+void SheetJoin::ask(StudentRow& student, const SourceRow& other, const StudentRow& former)
+{
+    noteTwice(student, other, u"内容不同。"_s);
+    if (++m_twice.rows > 1)
+        return;
+    m_twice.first = u"“%1”第 %2 行%5和“%3”第 %4 行%6"_s.arg(
+        nameOf(other.sheet), QString::number(other.row), nameOf(student.source.sheet),
+        QString::number(student.source.row), former.name, student.name);
 }
 
 QStringList SheetJoin::questions() const
@@ -117,6 +154,9 @@ QStringList SheetJoin::questions() const
         all.append(u"“%1”和“%2”里有 %3 名相同的学生成绩不同（如%4），请确定用哪一张数据表。"_s.arg(
             nameOf(sheets.first), nameOf(sheets.second), QString::number(overlap.rows),
             overlap.first));
+    if (m_twice.rows > 0)
+        all.append(u"有 %1 行的班级和学号和别的行相同，内容不同（如%2），请确定用哪一行。"_s.arg(
+            QString::number(m_twice.rows), m_twice.first));
     return all;
 }
 

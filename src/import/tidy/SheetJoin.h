@@ -50,12 +50,18 @@ private:
     bool contradicts(const ResultRow& row, const StudentRow& student) const;
     bool sharesColumns(const ResultRow& row, int sheet) const;
     QString nameOf(int sheet) const;
+    bool areAlike(const SourceRow& one, const StudentRow& student) const;
+    static bool fits(ResultRow& row, const StudentRow& student);
+    void noteTwice(StudentRow& student, const SourceRow& other, const QString& what) const;
+    void ask(StudentRow& student, const SourceRow& other, const StudentRow& former);
     void joinTo(ResultRow& row, StudentRow& student);
 
     Goal m_goal;
     const SheetReadings& m_sheets;
     std::vector<ResultRow> m_rows;
     QHash<std::pair<double, double>, size_t> m_rowOf;
+    /// Rows that are another row's student and say something else.
+    Overlap m_twice;
     std::map<SheetPair, Overlap> m_contradicting;
     std::map<SheetPair, Overlap> m_equal;
 };

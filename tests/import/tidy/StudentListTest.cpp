@@ -49,11 +49,12 @@ TEST_F(StudentLists, RowsWithoutClassOrNumberAreListedAndNotWritten)
                         "Sheet1|4|学号“G3”不是数字，没有用它。没有学号。|1|G3|王五|女"_s);
 }
 
-TEST_F(StudentLists, AStudentWhoStandsTwiceIsTold)
+TEST_F(StudentLists, AStudentWhoStandsTwiceIsAskedAbout)
 {
     sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"张三"_s}, {1, 1, u"李四"_s}});
-    EXPECT_EQ(remarks(proposed(Goal::StudentList)),
-              u"Sheet13: 和“Sheet1”第 2 行是同一个班级和学号。"_s);
+    const Proposal proposal = proposed(Goal::StudentList);
+    EXPECT_EQ(remarks(proposal), u"Sheet13: 和“Sheet1”第 2 行是同一个班级和学号，内容不同。"_s);
+    EXPECT_FALSE(proposal.isDecided());
 }
 
 TEST_F(StudentLists, ChosenSubjectsAreNoStreamAndAreTold)

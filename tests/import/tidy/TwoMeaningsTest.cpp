@@ -37,6 +37,34 @@ TEST_F(TwoMeanings, TheSubjectOfAHeadingWithoutOneIsChosenForItsSheetAlone)
     EXPECT_EQ(columns(proposal.sheets[1]), u"班级 学号 姓名 ?-"_s);
 }
 
+TEST_F(TwoMeanings, ASheetWithoutNamesJoinsAndAnotherNameIsAskedAbout)
+{
+    sheet(u"语文"_s, {{u"班级"_s, u"学号"_s, u"成绩"_s}, {1, 1, 100}, {1, 2, 90}});
+    sheet(u"数学"_s,
+          {{u"班级"_s, u"学号"_s, u"姓名"_s, u"成绩"_s}, {1, 1, u"甲"_s, 80}, {1, 2, u"乙"_s, 70}});
+    EXPECT_EQ(result(), u"[成绩]\n班级|学号|姓名|语文|数学\n1|1|甲|100|80\n1|2|乙|90|70"_s);
+    sheet(u"英语"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"成绩"_s}, {1, 2, u"丙"_s, 60}});
+    EXPECT_EQ(result(), u"有 1 行的班级和学号和别的行相同，内容不同（如“语文”第 3 行乙和“英语”第 2 "
+                        "行丙），请确定用哪一行。"_s);
+}
+
+TEST_F(TwoMeanings, TwoRowsOfOneStudentAreAskedAboutAndEqualOnesTakenOnce)
+{
+    excel::Worksheet& made = sheet(
+        u"成绩"_s,
+        {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 1, u"甲"_s, 1}, {1, 1, u"甲"_s, 100}});
+    EXPECT_EQ(result(), u"有 1 行的班级和学号和别的行相同，内容不同（如“成绩”第 2 行甲和“成绩”第 3 "
+                        "行甲），请确定用哪一行。"_s);
+    Proposal proposal = proposed();
+    chooseRow(proposal, 0, 2, Taking::LeaveOut);
+    again(proposal);
+    EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文\n1|1|甲|100"_s);
+    made.setCell(2, 4, 100);
+    EXPECT_EQ(result(), u"[成绩]\n班级|学号|姓名|语文\n1|1|甲|100"_s);
+    EXPECT_EQ(remarks(proposed()),
+              u"成绩3: 和“成绩”第 2 行是同一个班级和学号，内容相同，只取一次。"_s);
+}
+
 TEST_F(TwoMeanings, ThisTimeAndLastTimeAreNoRanks)
 {
     excel::Worksheet& made =
