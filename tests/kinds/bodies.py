@@ -256,8 +256,39 @@ def error_cells(folder):
 @kind("the same student twice")
 def student_twice(folder):
     rows = [*MARKS, (1, 2, "李娜", 99, 99, 99)]
-    return right(write(folder / "期中.xlsx", Sheet(rows=[PLAIN, *rows])), *rows,
-                 says=("同一个班级和学号",))
+    return Case(write(folder / "期中.xlsx", Sheet(rows=[PLAIN, *rows])), asks=("请确定用哪一行",))
+
+
+@kind("the same row twice")
+def row_twice(folder):
+    return right(write(folder / "期中.xlsx", Sheet(rows=[PLAIN, *MARKS, MARKS[1]])),
+                 says=("只取一次",))
+
+
+@kind("two tables one above the other, of other subjects each")
+def tables_of_other_subjects(folder):
+    rows = [PLAIN, *FIRST, (*PLAIN[:3], "数学", "语文", "物理"), *SECOND]
+    return Case(write(folder / "期中.xlsx", Sheet(rows=rows)), asks=("另一个表头",))
+
+
+@kind("scores without a name and a number between the students")
+def scores_of_nobody(folder):
+    rows = [PLAIN, *FIRST, (1, None, None, 98, 97, 96), *SECOND]
+    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), says=("没有姓名和号码",))
+
+
+@kind("a count of students in the column of the numbers, above their sums")
+def unnamed_sums(folder):
+    rows = [PLAIN, *MARKS, (None, 45, None, 4500, 4300, 4100), (None, None, "优分率", 0.5, 0.4, 0.3)]
+    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), says=("像是合计的行",))
+
+
+@kind("marks of this time and of last time: 本次数学, 上次数学")
+def last_time(folder):
+    rows = [("班级", "学号", "姓名", "语文", "本次数学", "上次数学", "英语"),
+            *((*row[:5], 50, row[5]) for row in MARKS)]
+    return Case(write(folder / "期中.xlsx", Sheet(rows=rows)), asks=("数学",),
+                answers=("--map", "数学=本次数学"), rows=right(None).rows)
 
 
 @kind("a title, two-row headings, repeated headings, foot rows and 高三(1)班 at once")

@@ -20,6 +20,15 @@ QString sheetName(const QString& stream, qsizetype streams)
     return stream == u"文"_s || stream == u"理"_s ? stream + u'科' : stream;
 }
 
+/// A row of scores that are nobody's.
+StudentRow nobody(const SourceRow& row)
+{
+    StudentRow student{row, 0, 0, {}};
+    student.remarks.push_back(
+        {.kind = RemarkKind::NotFound, .row = row.row, .text = row.whyNobody, .isLeftOut = true});
+    return student;
+}
+
 } // namespace
 
 BookReading::BookReading(excel::Workbook& book, Proposal& proposal, const Sources& sources)
@@ -60,15 +69,19 @@ void BookReading::readClasses()
 {
     ClassReadings readings(m_proposal.classes, m_sources.roster);
     for (const SheetReading& sheet : m_sheets) {
-        for (const SourceRow& row : sheet.rows())
-            readings.count(row.classText, sheet.grade());
+        for (const SourceRow& row : sheet.rows()) {
+            if (row.whyNobody.isEmpty())
+                readings.count(row.classText, sheet.grade());
+        }
     }
     readings.settle();
     m_proposal.classes = readings.readings();
     const StudentSearch search(m_proposal.goal, m_sources.roster);
     for (const SheetReading& sheet : m_sheets) {
         for (const SourceRow& row : sheet.rows())
-            m_students.push_back(search.find(row, readings.numberOf(row.classText, sheet.grade())));
+            m_students.push_back(row.whyNobody.isEmpty() ? search.find(
+                                     row, readings.numberOf(row.classText, sheet.grade()))
+                                                         : nobody(row));
     }
 }
 

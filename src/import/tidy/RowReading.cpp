@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 
 #include "import/tidy/ClassNames.h"
+#include "import/tidy/Scores.h"
 
 namespace tidy {
 
@@ -16,6 +17,9 @@ struct RowReading::Filled
     std::vector<FilledCell> cells;
     /// Of them, those with scores or further items of the student.
     int content = 0;
+    /// Of those, the numbers, and the largest of them.
+    int scores = 0;
+    double largest = 0;
 };
 
 namespace {
@@ -26,7 +30,9 @@ bool isSummaryWord(const QString& text)
     static const QRegularExpression words(
         u"^(合计|总计|小计|总和|平均|均值|最高|最低|满分|人数|方差|标准差|离差|中位数|众数|全距)"
         "|(平均分|平均|均分|最高分|最低分|合计|总计|小计|人数|标准差|及格率|优秀率|合格率|良好率|"
-        "低分率|高分率|优良率|满分)$"_s);
+        "低分率|高分率|优良率|满分)$"
+        "|^(及格|合格|优秀|优分|优良|良好|低分|高分|参考|实考|应考|缺考|到考|过线|上线|达线)"
+        "(生|学生)?(数|率|人次|比例)$"_s);
     return words.match(folded(text)).hasMatch();
 }
 
@@ -94,11 +100,11 @@ QString classInTitles(const SheetView& view, const HeadingRows& heading)
 }
 
 RowReading::RowReading(const SheetView& view, SheetProposal& sheet, int sheetNumber,
-                       const Aliases& aliases)
+                       const HeadingWords& words)
     : m_view(view),
       m_sheet(sheet),
       m_sheetNumber(sheetNumber),
-      m_aliases(aliases),
+      m_words(words),
       m_headings(view.headings(sheet.heading.first, sheet.heading.count)),
       m_classColumn(sheet.columnOf(Field::Class)),
       m_numberColumn(sheet.columnOf(Field::Number)),
@@ -138,6 +144,77 @@ bool RowReading::isRepeatedHeading(const std::vector<FilledCell>& cells) const
     return equal >= 2 && equal * 2 > int(cells.size());
 }
 
+/// A heading that stands where the headings of the sheet say something else.
+bool RowReading::hasOtherMeaning(const FilledCell& cell) const
+{
+    const HeadingCell heading = size_t(cell.column) <= m_headings.size()
+                                    ? m_headings[size_t(cell.column) - 1]
+                                    : HeadingCell();
+    const QString text = folded(cell.value.text());
+    if (text == folded(heading.upper) || text == folded(heading.lower)
+        || text == folded(heading.joined()))
+        return false;
+    const HeadingMeaning one = m_words.meaning({cell.value.text(), {}});
+    const HeadingMeaning other = m_words.meaning(heading);
+    return one.use != other.use || one.score != other.score
+           || one.missingSubject != other.missingSubject || one.choices != other.choices;
+}
+
+bool RowReading::isOtherHeading(const std::vector<FilledCell>& cells) const
+{
+    int known = 0;
+    bool namesStudents = false;
+    bool isOther = false;
+    for (const FilledCell& cell : cells) {
+        if (cell.value.kind() != runtime::Value::Kind::Text)
+            return false;
+        const HeadingMeaning meaning = m_words.meaning({cell.value.text(), {}});
+        known += meaning.isKnown ? 1 : 0;
+        namesStudents = namesStudents || meaning.use.field == Field::Name
+                        || meaning.use.field == Field::Number
+                        || meaning.use.field == Field::ExamNumber;
+        isOther = isOther || hasOtherMeaning(cell);
+    }
+    return isOther && namesStudents && known * 2 > int(cells.size()) && known > 1;
+}
+
+/// Headings in several rows follow each other; a table above has students in between.
+void RowReading::findOtherHeadingAbove()
+{
+    int heading = 0;
+    for (int row = 1; row < m_sheet.heading.first; row = m_view.nextRow(row)) {
+        const std::vector<FilledCell> cells = m_view.cells(row);
+        const bool hasNumber = std::any_of(cells.begin(), cells.end(), [](const FilledCell& cell) {
+            return isNumberText(cellText(cell.value));
+        });
+        if (heading > 0 && hasNumber)
+            m_otherHeading = heading;
+        else if (cells.size() > 1 && isOtherHeading(cells))
+            heading = row;
+    }
+}
+
+/// A class in a row that is no student's, such as 班级：2班 beside the name of the teacher.
+bool RowReading::isClassTitle(const SourceRow& student, const Filled& filled) const
+{
+    std::vector<FilledCell> others = filled.cells;
+    std::erase_if(others, [this](const FilledCell& cell) { return cell.column == m_classColumn; });
+    const bool isNamed =
+        !student.name.isEmpty() && !isNoteText(student.name) && classIn(student.name).isEmpty();
+    return !isNamed && !isNumberText(student.number) && !classIn(joinedTexts(others)).isEmpty()
+           && (filled.scores == 0 || !classIn(student.number).isEmpty());
+}
+
+/// A count of students in the column of their numbers, with sums beside it.
+bool RowReading::isUnnamedSum(const SourceRow& student, const Filled& filled) const
+{
+    constexpr double largestMark = 1000;
+    if (m_nameColumn == 0 || m_named == 0 || !student.name.isEmpty() || filled.scores == 0
+        || !isNumberText(student.number))
+        return false;
+    return filled.largest > largestMark || student.number.toInt() == m_named;
+}
+
 /// A row with one or two cells is rarely a student.
 RowKind RowReading::kindOfFew(const SourceRow& student, const Filled& filled) const
 {
@@ -158,6 +235,8 @@ RowKind RowReading::kindOf(const SourceRow& student, const Filled& filled) const
 {
     if (filled.cells.empty())
         return RowKind::Blank;
+    if (isOtherHeading(filled.cells))
+        return RowKind::Heading;
     if (isRepeatedHeading(filled.cells))
         return RowKind::RepeatedHeading;
     const bool isWhole = isNumberText(student.number) && !student.name.isEmpty();
@@ -165,6 +244,10 @@ RowKind RowReading::kindOf(const SourceRow& student, const Filled& filled) const
     const bool isSummary = isSummaryWord(first) || isSummaryWord(student.name)
                            || isSummaryWord(student.classText) || isSummaryWord(student.number);
     if (isSummary && (!isWhole || isSummaryWord(student.name)))
+        return RowKind::Summary;
+    if (isClassTitle(student, filled))
+        return RowKind::Title;
+    if (isUnnamedSum(student, filled))
         return RowKind::Summary;
     if (filled.cells.size() <= 2)
         return kindOfFew(student, filled);
@@ -245,10 +328,51 @@ void RowReading::spreadClasses(std::vector<SourceRow>& rows) const
     }
 }
 
+RowReading::Filled RowReading::filledOf(int row) const
+{
+    Filled filled{m_view.cells(row)};
+    for (const FilledCell& cell : filled.cells) {
+        if (!std::binary_search(m_contentColumns.begin(), m_contentColumns.end(), cell.column))
+            continue;
+        ++filled.content;
+        const ScoreCell score = scoreIn(cell.value);
+        if (score.kind != ScoreCell::Kind::Number)
+            continue;
+        ++filled.scores;
+        filled.largest = std::max(filled.largest, score.number);
+    }
+    return filled;
+}
+
+void RowReading::beginClass(const QString& name, int row)
+{
+    const ClassSource& source = m_sheet.classSource;
+    const bool isOfName = source.from == ClassFrom::SheetName || source.from == ClassFrom::FileName;
+    const std::optional<ClassName> titled = className(name);
+    const std::optional<ClassName> named = className(source.text);
+    if (isOfName && source.decidedBy == DecidedBy::Program && titled && m_otherClassTitle == 0
+        && (!named || named->number != titled->number))
+        m_otherClassTitle = row;
+    m_titleClass = name;
+    m_named = 0;
+}
+
+/// Scores that are neither a student's nor said to be sums are told with the rows left out.
+void RowReading::noteNobody(SourceRow student, RowKind kind, std::vector<SourceRow>& rows) const
+{
+    const bool isSum = kind == RowKind::Summary && student.name.isEmpty()
+                       && isNumberText(student.number) && !isSummaryWord(student.classText);
+    if (kind != RowKind::NotFound && !isSum)
+        return;
+    student.whyNobody = isSum ? u"没有姓名，像是合计的行。"_s : u"没有姓名和号码。"_s;
+    rows.push_back(std::move(student));
+}
+
 std::vector<SourceRow> RowReading::read()
 {
     m_sheet.leftOut.clear();
     m_titleClass = m_sheet.classSource.text;
+    findOtherHeadingAbove();
     leaveOutHead();
     std::vector<SourceRow> rows;
     int expected = m_sheet.heading.last() + 1;
@@ -256,16 +380,13 @@ std::vector<SourceRow> RowReading::read()
         noteGap(expected, row - 1);
         expected = row + 1;
         SourceRow student = studentOf(row);
-        Filled filled{m_view.cells(row)};
-        for (const FilledCell& cell : filled.cells)
-            filled.content +=
-                std::binary_search(m_contentColumns.begin(), m_contentColumns.end(), cell.column)
-                    ? 1
-                    : 0;
+        const Filled filled = filledOf(row);
         const RowKind kind = kindOf(student, filled);
         const std::optional<Taking> choice = chosen(row);
         if (kind == RowKind::Title && !choice)
-            m_titleClass = classIn(joinedTexts(filled.cells));
+            beginClass(classIn(joinedTexts(filled.cells)), row);
+        if (kind == RowKind::Heading && m_otherHeading == 0)
+            m_otherHeading = row;
         student.classText = classFor(student);
         if (choice == Taking::LeaveOut)
             leaveOut(row, RowKind::Note, u"您选择不导入"_s);
@@ -273,6 +394,10 @@ std::vector<SourceRow> RowReading::read()
             rows.push_back(std::move(student));
         else
             leaveOut(row, kind, reasonOf(kind));
+        if (kind == RowKind::Student)
+            ++m_named;
+        else if (filled.scores > 0 && !choice)
+            noteNobody(student, kind, rows);
     }
     noteGap(expected, m_view.lastRow());
     spreadClasses(rows);

@@ -77,9 +77,18 @@ void SheetReading::readRows()
                             m_proposal.fileName};
     readColumns(m_sheet, m_view, m_words, m_proposal.goal, names);
     findClassSource();
-    RowReading reading(m_view, m_sheet, m_number, m_aliases);
+    RowReading reading(m_view, m_sheet, m_number, m_words);
     m_rows = reading.read();
     forgetCutNumbers();
+    if (reading.otherHeading() > 0)
+        m_questions.append(
+            u"数据表“%1”第 %2 行是另一个表头，各列和第 %3 行的表头不同，请先把两个表分到两张数据表里。"_s
+                .arg(m_sheet.name, QString::number(reading.otherHeading()),
+                     QString::number(m_sheet.heading.first)));
+    if (reading.otherClassTitle() > 0)
+        m_questions.append(
+            u"数据表“%1”第 %2 行的标题写着另一个班，请确定班级用标题里的还是表名或文件名里的。"_s
+                .arg(m_sheet.name, QString::number(reading.otherClassTitle())));
     openTextColumns();
     openStreams();
     noteColumns();

@@ -13,6 +13,26 @@ class TwoMeanings : public TidyFixture
 {
 };
 
+TEST_F(TwoMeanings, ASecondTableWithOtherColumnsIsAskedAbout)
+{
+    sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s},
+                      {1, 1, u"甲"_s, 100, 90},
+                      {u"班级"_s, u"学号"_s, u"姓名"_s, u"数学"_s, u"语文"_s},
+                      {2, 1, u"乙"_s, 140, 50}});
+    EXPECT_EQ(result(), u"数据表“成绩”第 3 行是另一个表头，各列和第 1 行的表头不同，"
+                        "请先把两个表分到两张数据表里。"_s);
+}
+
+TEST_F(TwoMeanings, ATableAboveTheStrongerHeadingIsAskedAbout)
+{
+    sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s},
+                      {1, 1, u"甲"_s, 100},
+                      {u"班级"_s, u"学号"_s, u"姓名"_s, u"数学"_s, u"英语"_s},
+                      {2, 1, u"乙"_s, 140, 50}});
+    EXPECT_EQ(result(), u"数据表“成绩”第 1 行是另一个表头，各列和第 3 行的表头不同，"
+                        "请先把两个表分到两张数据表里。"_s);
+}
+
 TEST_F(TwoMeanings, TheSubjectOfASheetsNameIsNotRemembered)
 {
     const QTemporaryDir folder;
@@ -63,6 +83,59 @@ TEST_F(TwoMeanings, TwoRowsOfOneStudentAreAskedAboutAndEqualOnesTakenOnce)
     EXPECT_EQ(result(), u"[成绩]\n班级|学号|姓名|语文\n1|1|甲|100"_s);
     EXPECT_EQ(remarks(proposed()),
               u"成绩3: 和“成绩”第 2 行是同一个班级和学号，内容相同，只取一次。"_s);
+}
+
+TEST_F(TwoMeanings, TitlesOfAClassAreSeenBelowNamesAndInSeveralCells)
+{
+    excel::Worksheet& made = sheet(u"成绩"_s, {{u"1班成绩"_s},
+                                               {u"姓名"_s, u"学号"_s, u"语文"_s, u"数学"_s},
+                                               {u"甲"_s, 1, 90, 80},
+                                               {u"2班成绩"_s},
+                                               {u"乙"_s, 1, 70, 60}});
+    const QString right = u"[成绩]\n班级|学号|姓名|语文|数学\n1|1|甲|90|80\n2|1|乙|70|60"_s;
+    EXPECT_EQ(result(), right);
+    int column = 0;
+    for (const runtime::Value& cell : Cells{{}, u"班级：2班"_s, u"班主任：李四"_s, u"人数：3"_s})
+        made.setCell(4, ++column, cell);
+    EXPECT_EQ(result(), right);
+}
+
+TEST_F(TwoMeanings, ATitleThatContradictsTheSheetsNameBetweenRowsIsAskedAbout)
+{
+    sheet(u"1班"_s,
+          {{u"学号"_s, u"姓名"_s, u"语文"_s}, {1, u"甲"_s, 90}, {u"2班"_s}, {2, u"乙"_s, 80}});
+    EXPECT_EQ(result(), u"数据表“1班”第 3 行的标题写着另一个班，"
+                        "请确定班级用标题里的还是表名或文件名里的。"_s);
+}
+
+TEST_F(TwoMeanings, ScoresOfNobodyAreListed)
+{
+    sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s},
+                      {1, 1, u"甲"_s, 90, 80},
+                      {1, {}, {}, 98, 97}});
+    const Proposal proposal = proposed();
+    EXPECT_EQ(proposal.counts.leftOut, 1);
+    EXPECT_EQ(remarks(proposal), u"成绩3: 没有姓名和号码。"_s);
+    EXPECT_EQ(result(proposal),
+              u"[成绩]\n班级|学号|姓名|语文|数学\n1|1|甲|90|80\n[没有写入的行]\n"
+              "数据表|行|原因|原来的内容||||\n成绩|3|没有姓名和号码。|1|||98|97"_s);
+}
+
+TEST_F(TwoMeanings, FootRowsAreNoStudents)
+{
+    sheet(u"1班"_s, {{u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s},
+                     {1, u"甲"_s, 90, 80},
+                     {2, u"乙"_s, 70, 60},
+                     {2, {}, 160, 140},
+                     {45, {}, 4500, 4300},
+                     {u"及格数"_s, u"2"_s, 2, 2},
+                     {2, u"及格数"_s, 2, 2},
+                     {{}, u"优分率"_s, 0.5, 0.5}});
+    const Proposal proposal = proposed();
+    EXPECT_EQ(leftOut(proposal.sheets[0]), u"1 表头, 4-8 合计、平均一类的行"_s);
+    EXPECT_EQ(remarks(proposal),
+              u"1班4: 没有姓名，像是合计的行。\n1班5: 没有姓名，像是合计的行。"_s);
+    EXPECT_EQ(proposal.counts.students, 2);
 }
 
 TEST_F(TwoMeanings, ThisTimeAndLastTimeAreNoRanks)
