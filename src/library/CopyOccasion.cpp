@@ -125,12 +125,4 @@ std::vector<NotedOccasion> notedOccasions(const QString& copy)
     return all;
 }
 
-bool removeCopy(const QString& copy)
-{
-    if (!QFile::remove(copy))
-        return false;
-    QFile::remove(occasionFile(copy));
-    return true;
-}
-
 } // namespace library

@@ -41,7 +41,4 @@ void noteOccasion(const QString& copy, const NotedOccasion& occasion);
 /// The occasions of a copy, the oldest first. Empty without the file, or if that is none of ours.
 std::vector<NotedOccasion> notedOccasions(const QString& copy);
 
-/// Removes a copy and what is noted of it. False if it stays.
-bool removeCopy(const QString& copy);
-
 } // namespace library

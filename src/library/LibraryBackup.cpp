@@ -38,7 +38,7 @@ void removeOldCopies(const QString& libraryPath, const QString& justMade,
     const qint64 room = roomForCopies(freeBytesBeside(libraryPath));
     for (const size_t place : copiesToRemove(sizes, request.now, room)) {
         if (!database::isSameFile(copies[place].path, request.spared))
-            removeCopy(copies[place].path);
+            removeCopy(libraryPath, copies[place].path);
     }
 }
 

@@ -3,10 +3,12 @@
 #include <algorithm>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 #include <QRegularExpression>
 
+#include "platform/database/FileIdentity.h"
 #include "platform/database/OpenFile.h"
 
 namespace library {
@@ -108,6 +110,18 @@ std::vector<LibraryCopy> copiesOf(const QString& libraryPath)
     std::stable_sort(all.begin(), all.end(),
                      [](const auto& a, const auto& b) { return a.time > b.time; });
     return all;
+}
+
+bool removeCopy(const QString& libraryPath, const QString& copy)
+{
+    const std::vector<LibraryCopy> copies = copiesOf(libraryPath);
+    const auto found = std::find_if(copies.begin(), copies.end(), [&](const LibraryCopy& each) {
+        return database::isSamePlace(each.path, copy);
+    });
+    if (found == copies.end() || !QFile::remove(found->path))
+        return false;
+    QFile::remove(occasionFile(found->path));
+    return true;
 }
 
 std::optional<CopiedImport> lastImport(const QString& libraryPath)

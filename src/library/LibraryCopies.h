@@ -34,6 +34,10 @@ std::vector<LibraryCopy> datedCopies(const QString& libraryPath);
 /// LIB_YYYY-MM-DD_.bak.
 std::vector<LibraryCopy> copiesOf(const QString& libraryPath);
 
+/// Removes a copy of the library and what is noted of it. False if it stays: what is none of
+/// copiesOf() is never removed.
+bool removeCopy(const QString& libraryPath, const QString& copy);
+
 /// An import, and the copy that was made ahead of it.
 struct CopiedImport
 {

@@ -140,6 +140,59 @@ TEST_F(RestoreScreen, TakesAFileFromElsewhere)
     EXPECT_EQ(students(), u"甲 / 新生"_s);
 }
 
+TEST_F(RestoreScreen, TakesAFileFromElsewhereOffTheListAndLeavesItWhereItIs)
+{
+    const QString elsewhere = test.file(u"二中.CJK"_s);
+    QFile::copy(path, elsewhere);
+    onScreen([&](QDialog& screen) {
+        auto* removing = screen.findChild<QPushButton*>(u"buttonRemove"_s);
+        EXPECT_EQ(removing->text(), u"删除备份(&X)"_s);
+        const QString before = occasions(screen);
+        test.dialogs.file = elsewhere;
+        for (int twice = 0; twice < 2; ++twice)
+            press(screen, u"buttonOtherFile"_s);
+        EXPECT_EQ(view(screen, u"gridCopies"_s)->grid().Rows(), 4);
+        EXPECT_EQ(removing->text(), u"从列表中去掉(&X)"_s);
+        EXPECT_EQ(removing->accessibleName(), u"从列表中去掉"_s);
+        press(screen, u"buttonRemove"_s);
+        EXPECT_EQ(occasions(screen), before);
+        EXPECT_EQ(removing->text(), u"删除备份(&X)"_s);
+    });
+    EXPECT_EQ(test.dialogs.shown, QStringList());
+    EXPECT_EQ(support::read(elsewhere), support::read(path));
+}
+
+TEST_F(RestoreScreen, AListedCopyThatIsChosenAsAFileStandsOnce)
+{
+    onScreen([&](QDialog& screen) {
+        test.dialogs.file = path + u"_2026-03-09_070100.bak"_s;
+        press(screen, u"buttonOtherFile"_s);
+        EXPECT_EQ(occasions(screen),
+                  u"2026-03-09 07:02:00 重新分班 / 2026-03-09 07:01:00 导入 期中"_s);
+        EXPECT_EQ(view(screen, u"gridCopies"_s)->grid().Row, 2);
+    });
+}
+
+TEST_F(RestoreScreen, EnterComparesACopyAndEscCloses)
+{
+    onScreen([](QDialog& screen) {
+        QTest::keyClick(view(screen, u"gridCopies"_s), Qt::Key_Return);
+        EXPECT_EQ(note(screen), u"2026-03-09 07:02:00 的备份和现在的成绩库的不同之处："_s);
+        QTest::keyClick(view(screen, u"gridCopies"_s), Qt::Key_Escape);
+        EXPECT_FALSE(screen.isVisible());
+    });
+}
+
+TEST_F(RestoreScreen, ListsTheCopiesAnewWhenARestoreFails)
+{
+    onScreen([this](QDialog& screen) {
+        QFile::remove(path + u"_2026-03-09_070200.bak"_s);
+        test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"恢复"_s);
+        press(screen, u"buttonRestore"_s);
+        EXPECT_EQ(occasions(screen), u"2026-03-09 07:01:00 导入 期中"_s);
+    });
+}
+
 TEST_F(RestoreScreen, RemovesACopyOnlyIfAsked)
 {
     onScreen([this](QDialog& screen) {

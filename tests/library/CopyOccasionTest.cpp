@@ -95,12 +95,4 @@ TEST_F(CopyOccasions, ThatCannotBeNotedHarmNothing)
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
-TEST_F(CopyOccasions, GoWithTheirCopy)
-{
-    library::noteOccasion(copy, {at(1), {u"重新分班"_s}});
-    EXPECT_TRUE(library::removeCopy(copy));
-    EXPECT_TRUE(QDir(folder.path()).isEmpty());
-    EXPECT_FALSE(library::removeCopy(copy));
-}
-
 } // namespace

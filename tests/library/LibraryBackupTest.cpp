@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "library/LibraryCopies.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Trap.h"
@@ -119,6 +120,21 @@ TEST_F(DatedCopies, TakeWhatIsNotedOfThemAlongWhenTheyGo)
         copyAt(5, next);
     EXPECT_FALSE(QFile::exists(second));
     EXPECT_FALSE(QFile::exists(library::occasionFile(second)));
+}
+
+TEST_F(DatedCopies, AreTheOnlyFilesThatAreRemovedAsOnes)
+{
+    const QString copy = copyAt(5, 0);
+    const QString elsewhere = test.file(u"二中.CJK"_s);
+    const QString ofAnother = elsewhere + u"_2026-03-09_070500.bak"_s;
+    write(elsewhere, "a library in use");
+    write(ofAnother, "its copy");
+    for (const QString& file : {path, elsewhere, ofAnother})
+        EXPECT_FALSE(library::removeCopy(path, file)) << file.toStdString();
+    EXPECT_TRUE(QFile::exists(path) && QFile::exists(elsewhere) && QFile::exists(ofAnother));
+    EXPECT_TRUE(library::removeCopy(path, copy));
+    EXPECT_FALSE(QFile::exists(copy) || QFile::exists(library::occasionFile(copy)));
+    EXPECT_FALSE(library::removeCopy(path, copy));
 }
 
 TEST_F(DatedCopies, TheOneJustMadeStaysUnderAClockPutBack)

@@ -225,7 +225,7 @@ TEST_F(Restore, OfTheLastImportSaysThatNothingElseHasChanged)
 
 TEST_F(Restore, OfAnImportNeedsACopyOfOne)
 {
-    library::removeCopy(copy);
+    library::removeCopy(path, copy);
     backUp({u"重新分班"_s}, 2);
     EXPECT_FALSE(library::undoLastImport(test.scores, progress));
     EXPECT_EQ(test.dialogs.shown.last(), u"没有可以撤消的导入：成绩库旁边没有导入前的备份。"_s);

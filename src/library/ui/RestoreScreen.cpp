@@ -1,5 +1,7 @@
 #include "library/ui/RestoreScreen.h"
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -10,6 +12,7 @@
 
 #include "library/AskedRestore.h"
 #include "library/CopyGrids.h"
+#include "platform/database/FileIdentity.h"
 #include "platform/grid/ui/FlexGridView.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/widgets/ScreenProgress.h"
@@ -17,21 +20,22 @@
 namespace library {
 
 using namespace Qt::StringLiterals;
-using widgets::button;
 using widgets::CommandScope;
+using widgets::defaultButton;
+using widgets::enterButton;
 using widgets::named;
 using widgets::namedText;
 
 RestoreScreen::RestoreScreen(ScoreLibrary& scoreLibrary, widgets::ScreenDialogs& dialogs,
                              QString libraryPath, QWidget* parent)
-    : Screen(u"RestoreScreen"_s, u"恢复备份"_s, parent),
+    : DialogScreen(u"RestoreScreen"_s, u"恢复备份"_s, parent),
       m_library(scoreLibrary),
       m_dialogs(dialogs),
       m_path(std::move(libraryPath))
 {
     makeWidgets();
     listCopies();
-    forgetDifferences();
+    showChosen();
 }
 
 void RestoreScreen::makeWidgets()
@@ -54,42 +58,39 @@ void RestoreScreen::makeWidgets()
     layout->addWidget(gridDifferences, 1);
     layout->addLayout(makeButtons());
     resize(fontMetrics().averageCharWidth() * 130, fontMetrics().lineSpacing() * 32);
-    connect(gridCopies, &grid::FlexGridView::rowColChanged, this,
-            &RestoreScreen::forgetDifferences);
+    connect(gridCopies, &grid::FlexGridView::rowColChanged, this, &RestoreScreen::showChosen);
     connect(gridCopies, &QAbstractItemView::doubleClicked, this, &RestoreScreen::compare);
     connect(checkNames, &QCheckBox::toggled, this, &RestoreScreen::showDifferences);
     gridCopies->setFocus();
 }
 
+QPushButton* RestoreScreen::addButton(QPushButton* made, const QString& tip,
+                                      void (RestoreScreen::*press)())
+{
+    made->setToolTip(tip);
+    connect(made, &QPushButton::clicked, this, [this, press] {
+        const CommandScope command(m_dialogs);
+        (this->*press)();
+    });
+    return made;
+}
+
 QLayout* RestoreScreen::makeButtons()
 {
-    struct Entry
-    {
-        QString name;
-        QString caption;
-        QString tip;
-        void (RestoreScreen::*press)();
-    };
     auto* buttons = new QHBoxLayout;
-    for (const Entry& entry :
-         {Entry{u"buttonCompare"_s, u"与现在比较(&D)"_s,
-                u"列出选中的备份和现在的成绩库的不同之处"_s, &RestoreScreen::compare},
-          Entry{u"buttonOtherFile"_s, u"其他文件(&F)…"_s, u"选择放在别处的备份，例如 U 盘上的"_s,
-                &RestoreScreen::takeOtherFile},
-          Entry{u"buttonRemove"_s, u"删除备份(&X)"_s, u"删除选中的备份文件"_s,
-                &RestoreScreen::removeChosen},
-          Entry{u"buttonRestore"_s, u"恢复(&R)"_s, u"成绩库换成选中的备份，先备份现在的"_s,
-                &RestoreScreen::restore}}) {
-        QPushButton* pushed = button(entry.name, entry.caption, this);
-        pushed->setToolTip(entry.tip);
-        buttons->addWidget(pushed);
-        connect(pushed, &QPushButton::clicked, this, [this, press = entry.press] {
-            const CommandScope command(m_dialogs);
-            (this->*press)();
-        });
-    }
+    buttons->addWidget(addButton(defaultButton(u"buttonCompare"_s, u"与现在比较(&D)"_s, this),
+                                 u"列出选中的备份和现在的成绩库的不同之处"_s,
+                                 &RestoreScreen::compare));
+    buttons->addWidget(addButton(enterButton(u"buttonOtherFile"_s, u"其他文件(&F)…"_s, this),
+                                 u"选择放在别处的备份，例如 U 盘上的"_s,
+                                 &RestoreScreen::takeOtherFile));
+    buttonRemove = addButton(enterButton(u"buttonRemove"_s, u"删除备份(&X)"_s, this), QString(),
+                             &RestoreScreen::removeChosen);
+    buttons->addWidget(buttonRemove);
+    buttons->addWidget(addButton(enterButton(u"buttonRestore"_s, u"恢复(&R)"_s, this),
+                                 u"成绩库换成选中的备份，先备份现在的"_s, &RestoreScreen::restore));
     buttons->addStretch();
-    QPushButton* closing = button(u"buttonClose"_s, u"关闭(&C)"_s, this);
+    QPushButton* closing = enterButton(u"buttonClose"_s, u"关闭(&C)"_s, this);
     buttons->addWidget(closing);
     connect(closing, &QPushButton::clicked, this, &QDialog::close);
     return buttons;
@@ -117,6 +118,20 @@ void RestoreScreen::forgetDifferences()
     labelDifferences->setText(m_copies.empty() ? u"成绩库旁边没有备份。"_s
                                                : u"选中一份备份，按“与现在比较”看有哪些不同。"_s);
     showDifferences();
+}
+
+bool RestoreScreen::isOtherFile(int row) const
+{
+    return row >= 1 && size_t(row) <= m_otherFiles.size();
+}
+
+void RestoreScreen::showChosen()
+{
+    forgetDifferences();
+    const bool isOther = isOtherFile(m_copiesGrid.Row);
+    buttonRemove->setText(isOther ? u"从列表中去掉(&X)"_s : u"删除备份(&X)"_s);
+    buttonRemove->setAccessibleName(isOther ? u"从列表中去掉"_s : u"删除备份"_s);
+    buttonRemove->setToolTip(isOther ? u"只从列表中去掉，文件不动"_s : u"删除选中的备份文件"_s);
 }
 
 const LibraryCopy* RestoreScreen::chosen()
@@ -157,11 +172,24 @@ void RestoreScreen::takeOtherFile()
     const QFileInfo info(file);
     if (file.isEmpty() || !info.isFile())
         return;
-    m_otherFiles.insert(m_otherFiles.begin(),
-                        {file, info.lastModified(), info.size(), notedOccasions(file)});
-    listCopies();
-    gridCopies->select(1, 0, 1, m_copiesGrid.Cols() - 1);
-    forgetDifferences();
+    const auto isListed = [&](const LibraryCopy& copy) {
+        return database::isSameFile(copy.path, file);
+    };
+    if (std::none_of(m_copies.begin(), m_copies.end(), isListed)) {
+        m_otherFiles.insert(m_otherFiles.begin(),
+                            {file, info.lastModified(), info.size(), notedOccasions(file)});
+        listCopies();
+    }
+    select(file);
+    showChosen();
+}
+
+void RestoreScreen::select(const QString& file)
+{
+    for (size_t place = 0; place < m_copies.size(); ++place) {
+        if (database::isSameFile(m_copies[place].path, file))
+            gridCopies->select(int(place) + 1, 0, int(place) + 1, m_copiesGrid.Cols() - 1);
+    }
 }
 
 void RestoreScreen::removeChosen()
@@ -169,19 +197,25 @@ void RestoreScreen::removeChosen()
     const LibraryCopy* copy = chosen();
     if (copy == nullptr)
         return;
+    if (isOtherFile(m_copiesGrid.Row))
+        m_otherFiles.erase(m_otherFiles.begin() + m_copiesGrid.Row - 1);
+    else
+        removeFile(*copy);
+    listCopies();
+    showChosen();
+}
+
+void RestoreScreen::removeFile(const LibraryCopy& copy)
+{
     const QString question =
-        u"删除 %1 的备份？删除后不能再恢复。\n\n%2"_s.arg(timeText(copy->time), copy->path);
+        u"删除 %1 的备份？删除后不能再恢复。\n\n%2"_s.arg(timeText(copy.time), copy.path);
     constexpr int goOn = 0;
     if (runtime::choose(
             {.text = question, .buttons = {u"删除"_s, u"取消"_s}, .safe = 1, .title = u"提示"_s})
         != goOn)
         return;
-    if (!removeCopy(copy->path))
-        runtime::warn(u"无法删除文件 %1。"_s.arg(copy->path));
-    std::erase_if(m_otherFiles,
-                  [](const LibraryCopy& other) { return !QFileInfo::exists(other.path); });
-    listCopies();
-    forgetDifferences();
+    if (!removeCopy(m_path, copy.path))
+        runtime::warn(u"无法删除文件 %1。"_s.arg(copy.path));
 }
 
 void RestoreScreen::restore()
@@ -189,9 +223,15 @@ void RestoreScreen::restore()
     const LibraryCopy* copy = chosen();
     if (copy == nullptr)
         return;
+    const LibraryCopy taken = *copy;
     widgets::ScreenProgress progress(this);
-    if (!restoreAsked(m_library, m_path, LibraryCopy(*copy), progress))
+    if (!restoreAsked(m_library, m_path, taken, progress)) {
+        // What failed may have made a copy, or have come upon one that is gone.
+        listCopies();
+        select(taken.path);
+        showChosen();
         return;
+    }
     Q_EMIT restored();
     close();
 }

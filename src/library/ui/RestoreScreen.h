@@ -6,12 +6,13 @@
 #include "library/LibraryCopies.h"
 #include "library/ScoreLibrary.h"
 #include "platform/grid/FlexGrid.h"
-#include "platform/widgets/Screen.h"
+#include "platform/widgets/DialogScreen.h"
 #include "platform/widgets/ScreenDialogs.h"
 
 class QCheckBox;
 class QLabel;
 class QLayout;
+class QPushButton;
 
 namespace grid {
 class FlexGridView;
@@ -21,7 +22,7 @@ namespace library {
 
 /// "恢复备份": the copies of a library with what they were made ahead of, what the chosen one has
 /// otherwise than the library now, and the way back to it.
-class RestoreScreen : public widgets::Screen
+class RestoreScreen : public widgets::DialogScreen
 {
     Q_OBJECT
 
@@ -36,16 +37,24 @@ Q_SIGNALS:
 
 private:
     void makeWidgets();
+    /// The button, which does this as a command.
+    QPushButton* addButton(QPushButton* made, const QString& tip, void (RestoreScreen::*press)());
     QLayout* makeButtons();
     void listCopies();
     void showDifferences();
     void forgetDifferences();
+    void showChosen();
+    void select(const QString& file);
+    /// Whether the row is one that 其他文件 added.
+    bool isOtherFile(int row) const;
     /// Null, after a message, if none is chosen.
     const LibraryCopy* chosen();
 
     void compare();
     void takeOtherFile();
+    /// Takes a file that the user named off the list, or removes a copy.
     void removeChosen();
+    void removeFile(const LibraryCopy& copy);
     void restore();
 
     ScoreLibrary& m_library;
@@ -60,6 +69,7 @@ private:
     grid::FlexGridView* gridCopies = nullptr;
     grid::FlexGridView* gridDifferences = nullptr;
     QCheckBox* checkNames = nullptr;
+    QPushButton* buttonRemove = nullptr;
     QLabel* labelDifferences = nullptr;
 };
 
