@@ -93,6 +93,11 @@ QString occasionFile(const QString& copy)
     return copy + u".json"_s;
 }
 
+QString journalOfCopy(const QString& copy)
+{
+    return copy + u"-journal"_s;
+}
+
 void noteOccasion(const QString& copy, const NotedOccasion& occasion)
 {
     std::vector<NotedOccasion> all = notedOccasions(copy);

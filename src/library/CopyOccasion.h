@@ -34,6 +34,9 @@ struct NotedOccasion
 /// The file beside a copy that holds its occasions: COPY.json.
 QString occasionFile(const QString& copy);
 
+/// The file beside the copy of a damaged library that holds what a broken write left: COPY-journal.
+QString journalOfCopy(const QString& copy);
+
 /// Adds an occasion to those of a copy, of which the newest 20 are kept. A copy is as good without:
 /// failing is no error.
 void noteOccasion(const QString& copy, const NotedOccasion& occasion);

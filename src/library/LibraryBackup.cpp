@@ -104,6 +104,17 @@ void copyAnyFile(const QString& path, runtime::UnfinishedFile& copy)
             u"无法读取文件 %1（%2）。"_s.arg(path, runtime::fileErrorText(file.error())));
 }
 
+/// What a broken write left beside a damaged file may be what is to be saved of it.
+void keepJournal(const QString& path, const QString& copy)
+{
+    const QString journal = path + u"-journal"_s;
+    if (!QFileInfo(journal).isFile())
+        return;
+    runtime::UnfinishedFile unfinished(copy);
+    copyAnyFile(journal, unfinished);
+    unfinished.replace(journalOfCopy(copy), copy);
+}
+
 } // namespace
 
 void copyLibrary(const QString& libraryPath, const QString& copy, runtime::Progress& progress)
@@ -133,6 +144,7 @@ QString backUpDamaged(const QString& path, const CopyRequest& request)
     checkRoomForCopy(QFileInfo(path).size(), freeBytesBeside(path));
     QString copy = newCopy(
         path, request, [&](runtime::UnfinishedFile& unfinished) { copyAnyFile(path, unfinished); });
+    keepJournal(path, copy);
     noteOccasion(copy, {request.now, request.occasion});
     return copy;
 }

@@ -31,7 +31,8 @@ QString backUpLibrary(const QString& libraryPath, const QDateTime& now, const Oc
 QString backUpLibrary(const QString& libraryPath, const CopyRequest& request,
                       runtime::Progress& progress);
 
-/// The same of a file that is no library, or not a whole one, as it is. Throws Error.
+/// The same of a file that is no library, or not a whole one, as it is, with the journal that
+/// stands beside it. Throws Error.
 QString backUpDamaged(const QString& path, const CopyRequest& request);
 
 /// Whether a dated copy of the library is made ahead of the first write.

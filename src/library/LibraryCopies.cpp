@@ -120,7 +120,8 @@ bool removeCopy(const QString& libraryPath, const QString& copy)
     });
     if (found == copies.end() || !QFile::remove(found->path))
         return false;
-    QFile::remove(occasionFile(found->path));
+    for (const QString& beside : {occasionFile(found->path), journalOfCopy(found->path)})
+        QFile::remove(beside);
     return true;
 }
 

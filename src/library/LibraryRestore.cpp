@@ -95,6 +95,7 @@ QString restoreCopy(const QString& libraryPath, const QString& copy, const QDate
     checkSound(copy, progress);
     checkRoomForCopy(QFileInfo(copy).size() + QFileInfo(library).size(), freeBytesBeside(library));
     const std::optional<database::FileLock> held = heldAgainstWriters(library);
+    runtime::removeLeftOvers(library);
     runtime::UnfinishedFile unfinished(library);
     copyTo(unfinished, copy, progress);
     QString former = backUpPresent(library, {now, occasion, copy}, held.has_value(), progress);

@@ -1,6 +1,7 @@
 """The commands that are disturbed, each with the folder that it runs in and the states of the library
 that it may leave."""
 
+import re
 import shutil
 import sqlite3
 from dataclasses import dataclass, field
@@ -347,8 +348,9 @@ def state_after(programs, scenario, folder, commands):
 
 
 def lines(text, place):
-    """The lines of an output, without the folder that the run had."""
-    return text.replace(str(place), "").splitlines()
+    """The lines of an output, without the folder that the run had and the times of its copies."""
+    return re.sub(r"_\d{4}-\d{2}-\d{2}_\d{6}\.bak", "_TIME.bak",
+                  text.replace(str(place), "")).splitlines()
 
 
 def measure_states(programs, scenario, folder):

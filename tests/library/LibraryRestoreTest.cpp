@@ -1,5 +1,6 @@
 #include "library/LibraryRestore.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -7,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "library/AskedRestore.h"
+#include "platform/runtime/UnfinishedFile.h"
 #include "support/ErrorOf.h"
 #include "support/FileBytes.h"
 #include "support/FullDisk.h"
@@ -240,6 +242,55 @@ TEST_F(Restore, OfALibraryThatDoesNotFitIntoItsNameKeepsItsBytes)
     EXPECT_EQ(read(former), "half a library");
     EXPECT_EQ(read(path), read(copy));
     EXPECT_EQ(exams(), u"期中"_s);
+}
+
+/// The library and its journal as a power cut in the middle of a write leaves them.
+QString tornLibrary(TestLibrary& test)
+{
+    const QString torn = test.file(u"断电.CJK"_s);
+    support::OtherProgram other(test.scores.LibPath);
+    other.run("pragma cache_size=5; begin;"
+              "with recursive n(i) as (select 1 union all select i+1 from n where i<3000) "
+              "insert into 信息表(班级,学号,姓名,科类) select 2,i,'乙','理' from n");
+    write(torn, QByteArray(512, 'x') + read(test.scores.LibPath).mid(512));
+    QFile::copy(test.scores.LibPath + u"-journal"_s, torn + u"-journal"_s);
+    other.run("rollback");
+    return torn;
+}
+
+TEST_F(Restore, OverALibraryThatAPowerCutToreKeepsItAsItWasBeforeThatWrite)
+{
+    const QByteArray before = read(path);
+    const QString torn = tornLibrary(test);
+    const QString former =
+        library::restoreLibrary(test.scores, torn, copy, {u"恢复备份"_s}, progress);
+    EXPECT_EQ(exams(), u"期中"_s);
+    EXPECT_EQ(read(former), before);
+}
+
+TEST_F(Restore, OverADamagedLibraryKeepsItsJournalBesideTheCopyOfIt)
+{
+    const QString torn = tornLibrary(test);
+    const QByteArray journal = read(torn + u"-journal"_s);
+    write(torn, "half a library");
+    const QString former =
+        library::restoreLibrary(test.scores, torn, copy, {u"恢复备份"_s}, progress);
+    EXPECT_EQ(exams(), u"期中"_s);
+    EXPECT_EQ(read(former), "half a library");
+    EXPECT_EQ(read(former + u"-journal"_s), journal);
+    EXPECT_TRUE(library::removeCopy(torn, former));
+    EXPECT_EQ(files().filter(u"-journal"_s), QStringList());
+}
+
+TEST_F(Restore, RemovesWhatAKilledOneLeft)
+{
+    test.scores.Conn.Close();
+    // Its maker has a number that no process has.
+    const QString left = runtime::UnfinishedFile(path).path().replace(
+        u"-%1-"_s.arg(QCoreApplication::applicationPid()), u"-999999999-"_s);
+    write(left, "half a copy");
+    library::restoreCopy(path, copy, QDateTime::currentDateTime(), {u"恢复备份"_s}, progress);
+    EXPECT_FALSE(QFile::exists(left));
 }
 
 } // namespace

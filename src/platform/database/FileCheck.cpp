@@ -19,6 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int headerSize = 100;
+const QString journalEnding = u"-journal"_s;
 
 /// Pages of the file as its header counts them, in bytes; 0 if the header does not say.
 qint64 sizeByHeader(const QByteArray& header)
@@ -45,6 +46,9 @@ void checkHeader(const QString& path)
         throw Error(Failure::Other, u"无法读取文件 %1。"_s.arg(path),
                     runtime::fileErrorText(file.error()));
     const QByteArray header = file.read(headerSize);
+    if (file.error() != QFileDevice::NoError)
+        throw Error(Failure::Other, u"无法读取文件 %1。"_s.arg(path),
+                    runtime::fileErrorText(file.error()));
     if (header.isEmpty())
         throw Error(Failure::NoLibrary, u"%1 是空文件，不是成绩库。"_s.arg(path));
     if (isOldFormat(header))
@@ -52,9 +56,27 @@ void checkHeader(const QString& path)
     if (!header.startsWith("SQLite format 3"))
         throw Error(Failure::NoLibrary, u"%1 不是成绩库。"_s.arg(path));
     // A journal beside the file means that a write was broken off; the engine mends that by itself.
-    const bool journal = QFileInfo::exists(path + u"-journal"_s);
+    const bool journal = QFileInfo::exists(path + journalEnding);
     if (header.size() < headerSize || (!journal && info.size() < sizeByHeader(header)))
         throw Error(Failure::Damaged, u"%1 不完整（后面一部分丢失了），无法打开。"_s.arg(path));
+}
+
+bool isJournalOf(const QString& path)
+{
+    QFile file(path);
+    QFile journal(path + journalEnding);
+    // No device or pipe is waited for.
+    if (!QFileInfo(path).isFile() || !QFileInfo(journal).isFile() || !file.open(QIODevice::ReadOnly)
+        || !journal.open(QIODevice::ReadOnly) || isOldFormat(file.read(headerSize)))
+        return false;
+    constexpr int journalHeaderSize = 28;
+    const QByteArray header = journal.read(journalHeaderSize);
+    if (header.size() < journalHeaderSize || !header.startsWith("\xd9\xd5\x05\xf9\x20\xa1\x63\xd7"))
+        return false;
+    const auto* bytes = reinterpret_cast<const uchar*>(header.constData());
+    const qint64 pages = qFromBigEndian<quint32>(bytes + 16);
+    const qint64 page = qFromBigEndian<quint32>(bytes + 24);
+    return page > 0 && pages > 0 && file.size() % page == 0 && file.size() >= pages * page;
 }
 
 namespace {

@@ -19,6 +19,10 @@ struct FileShape
 /// missing, none of ours or cut off.
 void checkHeader(const QString& path);
 
+/// True if the journal beside a file can be of a write that was broken off in it: it is one of the
+/// engine, and as many pages as it counts fit into the file.
+bool isJournalOf(const QString& path);
+
 /// Throws Error if the file lacks one of the tables, or if they cannot be read.
 void checkTables(sqlite3* handle, const QString& path, const FileShape& shape);
 

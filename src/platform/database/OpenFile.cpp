@@ -39,6 +39,27 @@ void setUp(sqlite3* handle)
                 "PRAGMA synchronous=FULL; PRAGMA temp_store=MEMORY; PRAGMA cache_size=-24000;");
 }
 
+/// Has the engine take back a write that was broken off, which may have torn the first page. What
+/// comes of it, the file shows.
+void takeBackBrokenWrite(const QString& path)
+{
+    sqlite3_exec(rawFile(path).get(), "select count(*) from sqlite_master", nullptr, nullptr,
+                 nullptr);
+}
+
+/// The header is judged before the engine touches the file, unless a journal can mend it.
+void checkMendedHeader(const QString& path)
+{
+    try {
+        checkHeader(path);
+    } catch (const Error&) {
+        if (!isJournalOf(path))
+            throw;
+        takeBackBrokenWrite(path);
+        checkHeader(path);
+    }
+}
+
 /// Bytes of a path, the ending of a journal's name included, that the engine has room for.
 constexpr qsizetype longestPath = 500;
 
@@ -82,7 +103,7 @@ Handle rawFile(const QString& path)
 Handle openedFile(const QString& path, const FileShape& shape)
 {
     const QString place = realPath(path);
-    checkHeader(place);
+    checkMendedHeader(place);
     Handle handle = rawFile(place);
     sqlite3* raw = handle.get();
     setUp(raw);

@@ -6,6 +6,7 @@
 #include "platform/database/OpenFile.h"
 #include "platform/database/Sql.h"
 #include "platform/database/WriteBatch.h"
+#include "support/FileBytes.h"
 #include "support/OrdinaryUser.h"
 
 namespace database {
@@ -292,6 +293,29 @@ TEST_F(Files, AWriteThatWasBrokenOffIsMendedAtTheNextOpen)
     connection.Open(copy, {{u"T"_s}, {}});
     EXPECT_EQ(rowsOf(connection, u"select count(*) from T where m='y'"_s), u"0"_s);
     EXPECT_FALSE(QFile::exists(copy + u"-journal"_s));
+}
+
+TEST_F(Files, OneWhoseFirstPageIsTornIsMendedByItsJournal)
+{
+    const QString copy = leaveBrokenOff();
+    support::write(copy, QByteArray(512, 'x') + support::read(copy).mid(512));
+    Connection connection;
+    connection.Open(copy, {{u"T"_s}, {}});
+    EXPECT_EQ(rowsOf(connection, u"select count(*) from T where m<>'y'"_s), u"2000"_s);
+    EXPECT_EQ(rowsOf(connection, u"PRAGMA integrity_check"_s), u"ok"_s);
+}
+
+TEST_F(Files, AnotherKindOfFileIsNotChangedByAJournalThatWasLeftThere)
+{
+    const QString copy = leaveBrokenOff();
+    for (const QByteArray& bytes : {QByteArray("a letter"), QByteArray(4096, 'x'),
+                                    QByteArray("\0\1\0\0Standard Jet DB", 19)}) {
+        support::write(copy, bytes);
+        Connection connection;
+        EXPECT_THROW(connection.Open(copy, {{u"T"_s}, {}}), Error);
+        EXPECT_EQ(support::read(copy), bytes);
+        EXPECT_TRUE(QFile::exists(copy + u"-journal"_s));
+    }
 }
 
 TEST_F(Files, BehindALinkOneIsOpenedByItsRealPathWithTheJournalThatStandsThere)
