@@ -6,6 +6,7 @@
 #include "platform/database/FileIdentity.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/OneLine.h"
 
 namespace library {
 
@@ -19,7 +20,10 @@ const QString CopiedFirst = u"现在的成绩库会先备份，以后可以再�
 QString shortLine(const DifferenceLine& line)
 {
     constexpr qsizetype namesShown = 3;
-    QString names = line.details.mid(0, namesShown).join(u"；"_s);
+    QStringList shown = line.details.mid(0, namesShown);
+    for (QString& name : shown)
+        name = runtime::onOneLine(runtime::shortened(name));
+    QString names = shown.join(u"；"_s);
     if (line.details.size() > namesShown)
         names += u" 等"_s;
     return line.text + u"（"_s + names + u"）"_s;
@@ -67,6 +71,11 @@ bool restoreAndTell(ScoreLibrary& scoreLibrary, const QString& libraryPath, cons
         const QString kept =
             former.isEmpty() ? QString()
                              : u"\n恢复前的成绩库已备份为 %1。"_s.arg(QFileInfo(former).fileName());
+        if (!scoreLibrary.Conn.isOpen()) {
+            runtime::warn(u"成绩库已换成 %1 的备份，但是没有能打开。"_s.arg(timeText(copy.time))
+                          + kept);
+            return false;
+        }
         runtime::MsgBox(u"恢复完毕，成绩库现在是 %1 的备份的内容。"_s.arg(timeText(copy.time))
                         + kept);
         return true;
@@ -109,6 +118,50 @@ std::optional<CopyDifferences> differencesFrom(ScoreLibrary& scoreLibrary,
     return differences;
 }
 
+namespace {
+
+struct ComparedImport
+{
+    CopiedImport import;
+    CopyDifferences differences;
+};
+
+/// Whether something that the import brings is in the library and not in the copy.
+bool broughtAnything(const ComparedImport& compared)
+{
+    const Occasion& import = compared.import.import.occasion;
+    const CopyDifferences brought = splitByImport(compared.differences, import).ofImport;
+    // Students come by other ways, too.
+    return import.kind == Occasion::Kind::ExamImport
+               ? !brought.examsAdded.isEmpty() || !brought.examsChanged.empty()
+               : brought.any();
+}
+
+/// The latest that brought something, unless that one or a later one is undone already; without
+/// any, the latest. Those passed over were cancelled or failed. Nothing if they were not compared.
+std::optional<ComparedImport> importToUndo(ScoreLibrary& scoreLibrary,
+                                           const std::vector<CopiedImport>& imports,
+                                           runtime::Progress& progress)
+{
+    std::optional<ComparedImport> latest;
+    for (const CopiedImport& import : imports) {
+        const std::optional<CopyDifferences> differences =
+            differencesFrom(scoreLibrary, scoreLibrary.Conn.path(), import.copy.path, progress);
+        if (!differences)
+            return std::nullopt;
+        const ComparedImport compared{import, *differences};
+        if (broughtAnything(compared))
+            return compared;
+        if (!latest)
+            latest = compared;
+        if (import.isUndone)
+            break;
+    }
+    return latest;
+}
+
+} // namespace
+
 bool restoreAsked(ScoreLibrary& scoreLibrary, const QString& libraryPath, const LibraryCopy& copy,
                   runtime::Progress& progress)
 {
@@ -125,24 +178,24 @@ bool restoreAsked(ScoreLibrary& scoreLibrary, const QString& libraryPath, const 
 bool undoLastImport(ScoreLibrary& scoreLibrary, runtime::Progress& progress)
 {
     const QString library = scoreLibrary.Conn.path();
-    const std::optional<CopiedImport> latest = lastImport(library);
-    if (!latest) {
+    const std::vector<CopiedImport> imports = copiedImports(library, QDateTime::currentDateTime());
+    if (imports.empty()) {
         runtime::MsgBox(u"没有可以撤消的导入：成绩库旁边没有导入前的备份。"_s);
         return false;
     }
-    const std::optional<CopyDifferences> differences =
-        differencesFrom(scoreLibrary, library, latest->copy.path, progress);
-    if (!differences)
+    const std::optional<ComparedImport> latest = importToUndo(scoreLibrary, imports, progress);
+    if (!latest)
         return false;
-    const Occasion& import = latest->import.occasion;
-    if (!differences->any()) {
+    const NotedOccasion& import = latest->import.import;
+    if (!latest->differences.any()) {
         runtime::MsgBox(u"没有可以撤消的导入：成绩库现在和 %1 的“%2”之前的备份内容相同。"_s.arg(
-            timeText(latest->import.time), import.text));
+            timeText(import.time), import.occasion.text));
         return false;
     }
-    return isConfirmed(undoQuestion(*latest, *differences), u"撤消导入"_s, u"撤消上次导入"_s)
-           && restoreAndTell(scoreLibrary, library, latest->copy, {u"撤消 "_s + import.text},
-                             progress);
+    return isConfirmed(undoQuestion(latest->import, latest->differences), u"撤消导入"_s,
+                       u"撤消上次导入"_s)
+           && restoreAndTell(scoreLibrary, library, latest->import.copy,
+                             Occasion::undoing(import.occasion), progress);
 }
 
 } // namespace library

@@ -49,6 +49,21 @@ private:
     std::set<qint64> m_days;
 };
 
+/// Marks the newest five, and beside them the newest five of a clock that was ahead.
+std::vector<bool> newest(const std::vector<DatedSize>& copies, const QDateTime& now)
+{
+    // Copies of one second are named on.
+    const QDateTime latest = now.addSecs(60);
+    size_t current = 0;
+    size_t ahead = 0;
+    std::vector<bool> isNewest(copies.size());
+    for (size_t i = copies.size(); i-- > 0;) {
+        const bool isAhead = i + 1 < copies.size() && copies[i].time > latest;
+        isNewest[i] = (isAhead ? ahead : current)++ < newestKept;
+    }
+    return isNewest;
+}
+
 } // namespace
 
 qint64 roomForCopies(qint64 freeBytes)
@@ -59,27 +74,28 @@ qint64 roomForCopies(qint64 freeBytes)
 std::vector<size_t> copiesToRemove(const std::vector<DatedSize>& copies, const QDateTime& now,
                                    qint64 room)
 {
-    const size_t older = copies.size() - std::min(copies.size(), newestKept);
-    std::vector<bool> isKept(older);
+    const std::vector<bool> isNewest = newest(copies, now);
     KeptDays days(now.date());
-    for (size_t i = 0; i < older; ++i)
-        isKept[i] = days.takes(copies[i].time.date());
     qint64 taken = 0;
-    for (size_t i = older; i < copies.size(); ++i)
-        taken += copies[i].size;
-    bool isRoomLeft = true;
-    for (size_t i = older; i-- > 0;) {
-        if (!isKept[i])
-            continue;
-        isRoomLeft = isRoomLeft && taken + copies[i].size < room;
-        isKept[i] = isRoomLeft;
-        taken += copies[i].size;
-    }
+    std::vector<size_t> wanted;
     std::vector<size_t> gone;
-    for (size_t i = 0; i < older; ++i) {
-        if (!isKept[i])
+    for (size_t i = 0; i < copies.size(); ++i) {
+        if (isNewest[i])
+            taken += copies[i].size;
+        else if (days.takes(copies[i].time.date()) || copies[i].isOfLastImport)
+            wanted.push_back(i);
+        else
             gone.push_back(i);
     }
+    std::stable_partition(wanted.begin(), wanted.end(),
+                          [&](size_t i) { return !copies[i].isOfLastImport; });
+    // The first that does not fit takes the room of the older ones, too.
+    for (; !wanted.empty(); wanted.pop_back()) {
+        taken += copies[wanted.back()].size;
+        if (taken >= room)
+            gone.push_back(wanted.back());
+    }
+    std::sort(gone.begin(), gone.end());
     return gone;
 }
 

@@ -11,6 +11,7 @@ struct DatedSize
 {
     QDateTime time;
     qint64 size = 0;
+    bool isOfLastImport = false;
 };
 
 /// So many bytes all copies of a library may take together where so many are free on the disk: 2 GB
@@ -18,9 +19,10 @@ struct DatedSize
 qint64 roomForCopies(qint64 freeBytes);
 
 /// Which copies go, by their places in `copies`, which stand the oldest first; the one just made is
-/// the last, whatever its time. The newest five stay. Of the older ones the first of each of the
-/// latest 14 days and of each of the latest 8 weeks stay, the newest of them as long as all copies
-/// together take less than `room`.
+/// the last, whatever its time. The newest five stay, and beside them the newest five of those that
+/// bear a time still to come. Of the older ones that of the last import stays, and the first of
+/// each of the latest 14 days and of each of the latest 8 weeks, the newest of them as long as all
+/// copies together take less than `room`.
 std::vector<size_t> copiesToRemove(const std::vector<DatedSize>& copies, const QDateTime& now,
                                    qint64 room);
 

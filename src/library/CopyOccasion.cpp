@@ -88,6 +88,11 @@ Occasion Occasion::studentImport()
     return {.text = u"导入学生名单"_s, .kind = Kind::StudentImport};
 }
 
+Occasion Occasion::undoing(const Occasion& import)
+{
+    return {.text = u"撤消 "_s + import.text};
+}
+
 QString occasionFile(const QString& copy)
 {
     return copy + u".json"_s;

@@ -20,6 +20,8 @@ struct Occasion
 
     static Occasion examImport(const QString& exam);
     static Occasion studentImport();
+    /// Going back to the state before an import.
+    static Occasion undoing(const Occasion& import);
     friend bool operator==(const Occasion&, const Occasion&) = default;
 };
 

@@ -32,9 +32,11 @@ void removeOldCopies(const QString& libraryPath, const QString& justMade,
     std::stable_partition(copies.begin(), copies.end(), [&](const LibraryCopy& copy) {
         return !database::isSameFile(copy.path, justMade);
     });
+    const std::vector<CopiedImport> imports = copiedImports(libraryPath, request.now);
     std::vector<DatedSize> sizes;
     for (const LibraryCopy& copy : copies)
-        sizes.push_back({copy.time, copy.size});
+        sizes.push_back(
+            {copy.time, copy.size, !imports.empty() && copy.path == imports.front().copy.path});
     const qint64 room = roomForCopies(freeBytesBeside(libraryPath));
     for (const size_t place : copiesToRemove(sizes, request.now, room)) {
         if (!database::isSameFile(copies[place].path, request.spared))

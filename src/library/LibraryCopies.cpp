@@ -66,6 +66,14 @@ QFileInfo realFile(const QString& libraryPath)
     return QFileInfo(QFileInfo(database::realPath(libraryPath)).absoluteFilePath());
 }
 
+bool isUndone(const NotedOccasion& import, const std::vector<NotedOccasion>& all)
+{
+    const Occasion undoing = Occasion::undoing(import.occasion);
+    return std::any_of(all.begin(), all.end(), [&](const NotedOccasion& noted) {
+        return noted.occasion == undoing && noted.time >= import.time;
+    });
+}
+
 } // namespace
 
 QString LibraryCopy::occasionText() const
@@ -125,17 +133,24 @@ bool removeCopy(const QString& libraryPath, const QString& copy)
     return true;
 }
 
-std::optional<CopiedImport> lastImport(const QString& libraryPath)
+std::vector<CopiedImport> copiedImports(const QString& libraryPath, const QDateTime& now)
 {
-    std::optional<CopiedImport> latest;
+    std::vector<CopiedImport> imports;
+    std::vector<NotedOccasion> all;
     for (const LibraryCopy& copy : datedCopies(libraryPath)) {
         for (const NotedOccasion& noted : copy.occasions) {
-            const bool isLater = !latest || noted.time >= latest->import.time;
-            if (noted.occasion.kind != Occasion::Kind::Change && isLater)
-                latest = CopiedImport{copy, noted};
+            all.push_back(noted);
+            if (noted.occasion.kind != Occasion::Kind::Change)
+                imports.insert(imports.begin(), {copy, noted});
         }
     }
-    return latest;
+    for (CopiedImport& import : imports)
+        import.isUndone = isUndone(import.import, all);
+    std::stable_sort(imports.begin(), imports.end(), [&](const auto& a, const auto& b) {
+        const bool isAhead = a.import.time > now;
+        return isAhead == (b.import.time > now) ? a.import.time > b.import.time : !isAhead;
+    });
+    return imports;
 }
 
 } // namespace library

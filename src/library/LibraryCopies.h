@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <vector>
 
 #include "library/CopyOccasion.h"
@@ -43,9 +42,12 @@ struct CopiedImport
 {
     LibraryCopy copy;
     NotedOccasion import;
+    /// A copy was made since then ahead of undoing it.
+    bool isUndone = false;
 };
 
-/// The latest import that a copy is there of.
-std::optional<CopiedImport> lastImport(const QString& libraryPath);
+/// The imports that a copy is there of, the latest first; behind all others those that are noted
+/// for a time still to come, by a clock that was ahead.
+std::vector<CopiedImport> copiedImports(const QString& libraryPath, const QDateTime& now);
 
 } // namespace library

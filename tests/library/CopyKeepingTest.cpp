@@ -65,8 +65,14 @@ INSTANTIATE_TEST_SUITE_P(
                 {u"09-27 08:00"_s, u"09-28 08:00"_s, u"10-05 08:00"_s, u"10-06 08:00"_s},
                 {0, 3}},
         Keeping{"those of a clock that was ahead, one a day",
-                {u"12-24 08:00"_s, u"12-24 09:00"_s, u"12-25 08:00"_s},
+                {u"12-24 08:00"_s, u"12-24 09:00"_s, u"12-25 08:00"_s, u"12-25 09:00"_s,
+                 u"12-26 08:00"_s, u"12-26 09:00"_s, u"12-26 10:00"_s},
                 {1}},
+        Keeping{"the newest five of those without any room",
+                {u"12-24 08:00"_s, u"12-24 09:00"_s, u"12-25 08:00"_s, u"12-25 09:00"_s,
+                 u"12-26 08:00"_s, u"12-26 09:00"_s},
+                {0},
+                0},
         Keeping{"the newest of them while there is room",
                 {u"11-19 08:00"_s, u"11-20 08:00"_s, u"11-21 08:00"_s},
                 {0},
@@ -85,9 +91,27 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(CopyKeeping, TheOneJustMadeStaysUnderAClockPutBack)
 {
-    const QStringList times{u"12-01 08:00"_s, u"12-02 08:00"_s, u"12-03 08:00"_s,
+    const QStringList times{u"11-30 08:00"_s, u"12-01 08:00"_s, u"12-02 08:00"_s, u"12-03 08:00"_s,
                             u"12-04 08:00"_s, u"12-05 08:00"_s, u"11-22 12:00"_s};
     EXPECT_EQ(library::copiesToRemove(copiesAt(times), now, 0), std::vector<size_t>{0});
+}
+
+TEST(CopyKeeping, ThoseOfAClockThatWasAheadTakeNoPlaceOfTheOthers)
+{
+    const QStringList times{u"11-22 11:00"_s, u"11-22 11:10"_s, u"11-22 11:20"_s, u"11-22 11:30"_s,
+                            u"12-01 08:00"_s, u"12-02 08:00"_s, u"12-03 08:00"_s, u"12-04 08:00"_s,
+                            u"12-05 08:00"_s, u"11-22 12:00"_s};
+    EXPECT_EQ(library::copiesToRemove(copiesAt(times), now, 0), std::vector<size_t>());
+}
+
+TEST(CopyKeeping, ThatOfTheLastImportStaysWithinTheRoom)
+{
+    std::vector<DatedSize> copies =
+        copiesAt(QStringList{u"11-22 08:00"_s, u"11-22 09:00"_s} + newest);
+    copies[1].isOfLastImport = true;
+    EXPECT_EQ(library::copiesToRemove(copies, now, muchRoom), std::vector<size_t>());
+    EXPECT_EQ(library::copiesToRemove(copies, now, 61), std::vector<size_t>{0});
+    EXPECT_EQ(library::copiesToRemove(copies, now, 60), (std::vector<size_t>{0, 1}));
 }
 
 TEST(CopyKeeping, FewerThanFiveStay)

@@ -142,7 +142,7 @@ TEST_F(DatedCopies, TheOneJustMadeStaysUnderAClockPutBack)
     for (int hour = 1; hour <= 7; ++hour)
         copyAt(QDateTime(QDate(2027, 1, 1), QTime(hour, 0)));
     EXPECT_TRUE(QFile::exists(copyAt(QDateTime(QDate(2026, 1, 1), QTime(8, 0)))));
-    EXPECT_EQ(copies().size(), 6);
+    EXPECT_EQ(copies().size(), 7);
 }
 
 TEST_F(DatedCopies, NoneIsMadeOfWhatTheNewestHolds)

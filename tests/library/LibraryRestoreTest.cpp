@@ -225,6 +225,73 @@ TEST_F(Restore, OfTheLastImportSaysThatNothingElseHasChanged)
     EXPECT_FALSE(library::undoLastImport(test.scores, progress));
 }
 
+TEST_F(Restore, OfTheLastImportPassesOverOnesThatWereCancelled)
+{
+    backUp(Occasion::examImport(u"会考"_s), 2);
+    test.addStudent(3, 1, u"后来"_s, u"理"_s);
+    backUp(Occasion::studentImport(), 3);
+    test.dialogs.expect(u"撤消 2026-03-09 07:01:00 的“导入 期末”？"_s, u"撤消导入"_s);
+    EXPECT_TRUE(library::undoLastImport(test.scores, progress));
+    EXPECT_EQ(exams(), u"期中"_s);
+}
+
+TEST_F(Restore, OfAnUndoneImportDoesNotGoOnToAnEarlierOne)
+{
+    backUp(Occasion::examImport(u"会考"_s), 2);
+    test.addExam(u"会考"_s, u"理"_s, 3, {{u"语文"_s, 150}});
+    test.dialogs.expect(u"“导入 会考”？"_s, u"撤消导入"_s);
+    EXPECT_TRUE(library::undoLastImport(test.scores, progress));
+    EXPECT_EQ(exams(), u"期中 / 期末"_s);
+    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
+    EXPECT_EQ(test.dialogs.shown.last(),
+              u"没有可以撤消的导入：成绩库现在和 2026-03-09 07:02:00 的“导入 会考”"
+              "之前的备份内容相同。"_s);
+    EXPECT_EQ(exams(), u"期中 / 期末"_s);
+}
+
+TEST_F(Restore, OfTheLastImportTakesOneOfAClockThatWasAheadForAnEarlierOne)
+{
+    test.addStudent(3, 1, u"后来"_s, u"理"_s);
+    library::backUpLibrary(path, QDateTime::currentDateTime().addYears(1),
+                           Occasion::examImport(u"期中"_s), progress);
+    test.execute(u"update 成绩表 set 语文=91 where 考试名称='期中'"_s);
+    test.dialogs.expect(u"“导入 期末”？"_s, u"取消"_s);
+    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
+    EXPECT_EQ(test.dialogs.questions.size(), 1);
+}
+
+TEST_F(Restore, OfTheLastImportIsPossibleAfterManyOtherChangesOfTheDay)
+{
+    backUp(Occasion::examImport(u"会考"_s), 2);
+    test.addExam(u"会考"_s, u"理"_s, 3, {{u"语文"_s, 150}});
+    for (int minute = 3; minute < 12; ++minute) {
+        test.execute(u"update 成绩表 set 语文=语文+1 where 考试名称='期中'"_s);
+        backUp({u"学生调整"_s}, minute);
+    }
+    test.dialogs.expect(u"“导入 会考”？"_s, u"撤消导入"_s);
+    EXPECT_TRUE(library::undoLastImport(test.scores, progress));
+}
+
+TEST_F(Restore, ThatLeavesALibraryThatDoesNotOpenIsNotToldToBeDone)
+{
+    support::OtherProgram(copy).run("alter table 考试名称表 rename column 考试编号 to 号");
+    test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"恢复"_s);
+    EXPECT_FALSE(library::restoreAsked(test.scores, path, newest(), progress));
+    EXPECT_FALSE(test.scores.Conn.isOpen());
+    EXPECT_TRUE(test.dialogs.shown.last().startsWith(
+        u"成绩库已换成 2026-03-09 07:01:00 的备份，但是没有能打开。\n"
+        "恢复前的成绩库已备份为 "_s));
+}
+
+TEST_F(Restore, AsksWithLongAndBrokenNamesCutToALine)
+{
+    test.addExam(u"甲\n乙 %1"_s + QString(10'000, u'长'), u"理"_s, 4, {{u"语文"_s, 150}});
+    test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"取消"_s);
+    EXPECT_FALSE(library::restoreAsked(test.scores, path, newest(), progress));
+    EXPECT_LT(test.dialogs.questions.last().size(), 600);
+    EXPECT_TRUE(test.dialogs.questions.last().contains(u"甲⏎乙 %1长长"_s));
+}
+
 TEST_F(Restore, OfAnImportNeedsACopyOfOne)
 {
     library::removeCopy(path, copy);

@@ -46,9 +46,8 @@ void CopyMenu::offer(const QString& libraryPath)
         return;
     const QString question =
         u"%1\n\n这个成绩库旁边有 %2 份备份，最近的一份是 %3 的。要用“恢复备份”恢复其中一份吗？"_s
-            .arg(libraryPath)
-            .arg(copies.size())
-            .arg(library::timeText(copies.front().time));
+            .arg(libraryPath, QString::number(copies.size()),
+                 library::timeText(copies.front().time));
     constexpr int goOn = 0;
     if (runtime::choose({.text = question,
                          .buttons = {u"恢复备份…"_s, u"不恢复"_s},
