@@ -76,6 +76,17 @@ QByteArray textOf(const std::vector<NotedOccasion>& occasions)
     return QJsonDocument(QJsonObject{{u"occasions"_s, array}}).toJson();
 }
 
+void writeOccasions(const QString& copy, const std::vector<NotedOccasion>& occasions)
+{
+    try {
+        runtime::UnfinishedFile file(copy);
+        file.write(textOf(occasions));
+        file.replace(occasionFile(copy), copy);
+    } catch (const runtime::Error&) {
+        // It is listed with what was noted before.
+    }
+}
+
 } // namespace
 
 Occasion Occasion::examImport(const QString& exam)
@@ -109,13 +120,21 @@ void noteOccasion(const QString& copy, const NotedOccasion& occasion)
     all.push_back(occasion);
     if (all.size() > mostOccasions)
         all.erase(all.begin(), all.end() - mostOccasions);
-    try {
-        runtime::UnfinishedFile file(copy);
-        file.write(textOf(all));
-        file.replace(occasionFile(copy), copy);
-    } catch (const runtime::Error&) {
-        // It is listed without an occasion then.
+    writeOccasions(copy, all);
+}
+
+void renameNotedExam(const QString& copy, const QString& exam, const QString& name)
+{
+    std::vector<NotedOccasion> all = notedOccasions(copy);
+    bool isRenamed = false;
+    for (NotedOccasion& noted : all) {
+        if (exam.isEmpty() || noted.occasion.exam != exam)
+            continue;
+        noted.occasion.exam = name;
+        isRenamed = true;
     }
+    if (isRenamed)
+        writeOccasions(copy, all);
 }
 
 std::vector<NotedOccasion> notedOccasions(const QString& copy)

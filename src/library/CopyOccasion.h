@@ -43,6 +43,10 @@ QString journalOfCopy(const QString& copy);
 /// failing is no error.
 void noteOccasion(const QString& copy, const NotedOccasion& occasion);
 
+/// Has the imports of an exam that a copy was made ahead of go by the name that the exam has now.
+/// Failing is no error.
+void renameNotedExam(const QString& copy, const QString& exam, const QString& name);
+
 /// The occasions of a copy, the oldest first. Empty without the file, or if that is none of ours.
 std::vector<NotedOccasion> notedOccasions(const QString& copy);
 

@@ -133,6 +133,12 @@ bool removeCopy(const QString& libraryPath, const QString& copy)
     return true;
 }
 
+void renameInNotes(const QString& libraryPath, const QString& exam, const QString& name)
+{
+    for (const LibraryCopy& copy : datedCopies(libraryPath))
+        renameNotedExam(copy.path, exam, name);
+}
+
 std::vector<CopiedImport> copiedImports(const QString& libraryPath, const QDateTime& now)
 {
     std::vector<CopiedImport> imports;

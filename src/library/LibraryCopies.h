@@ -37,6 +37,9 @@ std::vector<LibraryCopy> copiesOf(const QString& libraryPath);
 /// copiesOf() is never removed.
 bool removeCopy(const QString& libraryPath, const QString& copy);
 
+/// Takes the new name of an exam along to what is noted of the library's copies.
+void renameInNotes(const QString& libraryPath, const QString& exam, const QString& name);
+
 /// An import, and the copy that was made ahead of it.
 struct CopiedImport
 {

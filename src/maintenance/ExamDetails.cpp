@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "library/ColumnNames.h"
+#include "library/LibraryCopies.h"
 #include "maintenance/ExamRename.h"
 #include "maintenance/QuotedText.h"
 #include "maintenance/Refusal.h"
@@ -359,6 +360,8 @@ DetailsSave ExamDetails::save(runtime::Progress& progress, library::Backup backu
     progress.finish();
     if (!isWritten)
         return DetailsSave::NotSaved;
+    if (name != m_exam)
+        library::renameInNotes(m_library.Conn.path(), m_exam, name);
     load(name);
     detailsTrap([&] { m_library.readCatalogue(); });
     m_library.notifyChanged();

@@ -274,7 +274,7 @@ TEST_F(Restore, OfTheLastImportIsPossibleAfterManyOtherChangesOfTheDay)
 
 TEST_F(Restore, ThatLeavesALibraryThatDoesNotOpenIsNotToldToBeDone)
 {
-    support::OtherProgram(copy).run("alter table 考试名称表 rename column 考试编号 to 号");
+    support::OtherProgram(copy).run("alter table 考试名称表 rename column 考试名称 to 名");
     test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"恢复"_s);
     EXPECT_FALSE(library::restoreAsked(test.scores, path, newest(), progress));
     EXPECT_FALSE(test.scores.Conn.isOpen());
@@ -285,11 +285,24 @@ TEST_F(Restore, ThatLeavesALibraryThatDoesNotOpenIsNotToldToBeDone)
 
 TEST_F(Restore, AsksWithLongAndBrokenNamesCutToALine)
 {
-    test.addExam(u"甲\n乙 %1"_s + QString(10'000, u'长'), u"理"_s, 4, {{u"语文"_s, 150}});
+    test.execute(u"update 考试名称表 set 考试名称='甲'||char(10)||'乙 %1'||"
+                 "replace(hex(zeroblob(10000)),'00','长') where 考试名称='期末'"_s);
     test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"取消"_s);
     EXPECT_FALSE(library::restoreAsked(test.scores, path, newest(), progress));
     EXPECT_LT(test.dialogs.questions.last().size(), 600);
     EXPECT_TRUE(test.dialogs.questions.last().contains(u"甲⏎乙 %1长长"_s));
+}
+
+TEST_F(Restore, OfTheLastImportKnowsItsExamByTheNameThatItGotSince)
+{
+    test.execute(u"update 成绩表 set 考试名称='高一期末' where 考试名称='期末'"_s);
+    test.execute(u"update 考试名称表 set 考试名称='高一期末' where 考试名称='期末'"_s);
+    library::renameInNotes(path, u"期末"_s, u"高一期末"_s);
+    test.dialogs.expect(u"这次导入带来的：\n备份以后增加、恢复后没有的考试：1 次（高一期末）"_s,
+                        u"取消"_s);
+    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
+    EXPECT_TRUE(test.dialogs.questions.last().contains(u"除此以外没有别的改动。"_s));
+    EXPECT_EQ(newest().occasionText(), u"导入 期末"_s);
 }
 
 TEST_F(Restore, OfAnImportNeedsACopyOfOne)
@@ -353,8 +366,9 @@ TEST_F(Restore, RemovesWhatAKilledOneLeft)
 {
     test.scores.Conn.Close();
     // Its maker has a number that no process has.
-    const QString left = runtime::UnfinishedFile(path).path().replace(
-        u"-%1-"_s.arg(QCoreApplication::applicationPid()), u"-999999999-"_s);
+    const QString left =
+        QString(runtime::UnfinishedFile(path).path())
+            .replace(u"-%1-"_s.arg(QCoreApplication::applicationPid()), u"-999999999-"_s);
     write(left, "half a copy");
     library::restoreCopy(path, copy, QDateTime::currentDateTime(), {u"恢复备份"_s}, progress);
     EXPECT_FALSE(QFile::exists(left));
