@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "library/Catalogue.h"
 #include "library/ColumnNames.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/Statement.h"
@@ -147,11 +148,10 @@ void readTables(Connection& library, const CommonColumns& columns, LibraryConten
 
 QStringList subjectsOf(Connection& library)
 {
-    constexpr int fieldsOfAnExam = 5;
     QStringList names;
     int place = 0;
     for (const database::Column& column : library.columns(Exams)) {
-        if (place++ >= fieldsOfAnExam)
+        if (place++ >= fixedExamFields)
             names.append(column.name);
     }
     return names;

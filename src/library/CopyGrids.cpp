@@ -2,6 +2,8 @@
 
 #include <QFileInfo>
 
+#include "platform/grid/GridRow.h"
+
 namespace library {
 
 using namespace Qt::StringLiterals;
@@ -9,13 +11,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int left = 1;
-
-void setRow(grid::FlexGrid& grid, int row, const QStringList& texts)
-{
-    int col = 0;
-    for (const QString& text : texts)
-        grid.setTextMatrix(row, col++, text);
-}
 
 grid::FlexGrid gridWith(int cols)
 {
@@ -33,7 +28,7 @@ grid::FlexGrid copiesGrid(const std::vector<LibraryCopy>& copies)
 {
     const QStringList headings{u"序号"_s, u"时间"_s, u"在哪一步之前"_s, u"大小"_s, u"文件"_s};
     grid::FlexGrid grid = gridWith(int(headings.size()));
-    setRow(grid, 0, headings);
+    grid::setRow(grid, 0, headings);
     // In twips.
     int col = 0;
     for (const int width : {600, 2400, 3600, 1200, 3600})
@@ -41,9 +36,9 @@ grid::FlexGrid copiesGrid(const std::vector<LibraryCopy>& copies)
     for (const LibraryCopy& copy : copies) {
         const int row = grid.Rows();
         grid.setRows(row + 1);
-        setRow(grid, row,
-               {QString::number(row), timeText(copy.time), copy.occasionText(), sizeText(copy.size),
-                QFileInfo(copy.path).fileName()});
+        grid::setRow(grid, row,
+                     {QString::number(row), timeText(copy.time), copy.occasionText(),
+                      sizeText(copy.size), QFileInfo(copy.path).fileName()});
     }
     return grid;
 }
@@ -51,7 +46,7 @@ grid::FlexGrid copiesGrid(const std::vector<LibraryCopy>& copies)
 grid::FlexGrid differencesGrid(const std::vector<DifferenceLine>& lines, Details details)
 {
     grid::FlexGrid grid = gridWith(1);
-    setRow(grid, 0, {u"恢复这份备份会怎样"_s});
+    grid::setRow(grid, 0, {u"恢复这份备份会怎样"_s});
     const auto add = [&](const QString& text) {
         grid.setRows(grid.Rows() + 1);
         grid.setTextMatrix(grid.Rows() - 1, 0, text);

@@ -6,6 +6,9 @@
 
 namespace library {
 
+/// A bar of progress counts copied bytes in these, so that its numbers stay small.
+inline constexpr qint64 kibibyte = 1024;
+
 /// A copy as the rule of keeping sees it.
 struct DatedSize
 {

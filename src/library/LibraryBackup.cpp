@@ -19,8 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A bar of progress counts in these, so that its numbers stay small.
-constexpr qint64 kibibyte = 1024;
 constexpr qint64 pieceSize = 1 << 20;
 
 /// Removes what is not kept; not the copy just made, even if the clock was put back since the

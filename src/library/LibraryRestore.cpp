@@ -15,8 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 kibibyte = 1024;
-
 [[noreturn]] void refuseCopy(const QString& why)
 {
     throw runtime::Error(u"这份备份不能用，成绩库没有改变："_s + why);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "maintenance/QuotedText.h"
+#include "platform/grid/GridRow.h"
 #include "platform/runtime/Numbers.h"
 
 namespace maintenance {
@@ -66,12 +67,6 @@ QStringList gridRow(const PlannedStudent& one)
             (one.conflicts + one.notes).join(u' ')};
 }
 
-void setRow(grid::FlexGrid& grid, int row, const QStringList& texts)
-{
-    for (int col = 0; col < grid.Cols(); ++col)
-        grid.setTextMatrix(row, col, texts[col]);
-}
-
 } // namespace
 
 bool PlannedStudent::makesStale(const EarlierScore& score) const
@@ -113,9 +108,10 @@ grid::FlexGrid planGrid(const MovePlan& plan)
     grid.FixedCols = 0;
     grid.setCols(columns);
     grid.setRows(int(plan.students.size()) + 1);
-    setRow(grid, 0, {u"学生"_s, u"现在"_s, u"调整为"_s, u"科类"_s, u"以前的成绩"_s, u"说明"_s});
+    grid::setRow(grid, 0,
+                 {u"学生"_s, u"现在"_s, u"调整为"_s, u"科类"_s, u"以前的成绩"_s, u"说明"_s});
     for (size_t i = 0; i < plan.students.size(); ++i)
-        setRow(grid, int(i) + 1, gridRow(plan.students[i]));
+        grid::setRow(grid, int(i) + 1, gridRow(plan.students[i]));
     grid.setColAlignment(-1, 1);
     constexpr int twipsOfACharacter = 120;
     constexpr int widths[columns] = {12, 16, 16, 10, 18, 30};
