@@ -22,7 +22,7 @@ namespace {
 
 const Trap reclassTrap{" - Private Sub Command1_Click/FormDaoRuFenBanXinXi"};
 const QString Reclassing = u"开始分班..."_s;
-constexpr int FirstRow = 2;
+constexpr int FirstStudentRow = 2;
 
 /// 分班表 while it is filled.
 class TableFiller
@@ -115,8 +115,8 @@ bool ReclassImport::writeRows(const excel::Worksheet& sheet)
 {
     TableFiller table(m_library.Conn);
     const int lastRow = sheet.lastUsedRow();
-    for (int row = FirstRow; row <= lastRow; ++row) {
-        m_progress.report(Reclassing, row - FirstRow, lastRow - FirstRow + 1);
+    for (int row = FirstStudentRow; row <= lastRow; ++row) {
+        m_progress.report(Reclassing, row - FirstStudentRow, lastRow - FirstStudentRow + 1);
         if (m_progress.cancelled())
             return false;
         if (!isEmptyCell(sheet.Cells(row, 1)))

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int rowsBetweenLooks = 4096;
 
-const QString Students = u"信息表"_s;
+const QString StudentList = u"信息表"_s;
 const QString Scores = u"成绩表"_s;
 const QString Exams = u"考试名称表"_s;
 
@@ -57,8 +57,8 @@ QStringList commonTo(const QString& table, Connection& first, Connection& second
 QStringList commonPictures(Connection& first, Connection& second)
 {
     QStringList names;
-    for (const database::Column& column : first.columns(Students)) {
-        if (isBinary(column) && second.columns(Students).find(column.name) >= 0)
+    for (const database::Column& column : first.columns(StudentList)) {
+        if (isBinary(column) && second.columns(StudentList).find(column.name) >= 0)
             names.append(column.name);
     }
     return names;
@@ -124,7 +124,7 @@ void readStudents(Connection& library, const CommonColumns& columns, LibraryCont
 
 bool isOwnTable(const QString& table)
 {
-    return table == Students || table == Scores || table == Exams;
+    return table == StudentList || table == Scores || table == Exams;
 }
 
 void readTables(Connection& library, const CommonColumns& columns, LibraryContent& content)
@@ -168,7 +168,7 @@ CommonColumns commonColumns(Connection& first, Connection& second)
     take(columns.otherScores, columns.scores + QStringList{u"id"_s, u"考试名称"_s});
     columns.exams = commonTo(Exams, first, second);
     take(columns.exams, {u"考试名称"_s});
-    columns.students = commonTo(Students, first, second);
+    columns.students = commonTo(StudentList, first, second);
     take(columns.students, {u"ID"_s, u"班级"_s, u"学号"_s, u"姓名"_s});
     columns.pictures = commonPictures(first, second);
     for (const QString& table : database::tableNames(first)) {

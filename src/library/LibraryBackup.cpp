@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 pieceSize = 1 << 20;
+constexpr qint64 copiedPiece = 1 << 20;
 
 /// Removes what is not kept; not the copy just made, even if the clock was put back since the
 /// others.
@@ -96,7 +96,7 @@ void copyAnyFile(const QString& path, runtime::UnfinishedFile& copy)
     QFile file(path);
     bool isRead = file.open(QIODevice::ReadOnly);
     while (isRead && !file.atEnd()) {
-        copy.write(file.read(pieceSize));
+        copy.write(file.read(copiedPiece));
         isRead = file.error() == QFileDevice::NoError;
     }
     if (!isRead)

@@ -79,10 +79,9 @@ bool isUndone(const NotedOccasion& import, const std::vector<NotedOccasion>& all
 QString LibraryCopy::occasionText() const
 {
     QStringList texts;
-    for (auto noted = occasions.rbegin(); noted != occasions.rend(); ++noted) {
-        if (!texts.contains(noted->occasion.text))
-            texts.append(noted->occasion.text);
-    }
+    for (const NotedOccasion& noted : occasions)
+        texts.prepend(noted.occasion.text);
+    texts.removeDuplicates();
     return texts.join(u"；"_s);
 }
 

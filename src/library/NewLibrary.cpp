@@ -43,8 +43,11 @@ std::optional<database::FileLock> heldForReplacing(const QString& target,
 void addColumns(database::Connection& conn, const QStringList& subjects)
 {
     const auto add = [&](const std::vector<AddedColumn>& columns) {
-        for (const auto& [sql, name] : columns)
-            trap([&] { conn.Execute(database::sqlWith(sql, {database::SqlPiece::name(name)})); });
+        for (const AddedColumn& column : columns)
+            trap([&] {
+                conn.Execute(
+                    database::sqlWith(column.sql, {database::SqlPiece::name(column.name)}));
+            });
     };
     for (const QString& subject : subjects)
         add(addedColumns(subject));

@@ -252,13 +252,14 @@ Planning::FirstStudents Planning::firstStudents() const
         const auto change = m_changes.find(student.id);
         if (change == m_changes.end()) {
             if (const std::optional<double> there = student.classOf())
-                found.try_emplace(*there, &student, student.stream, student.category.text());
+                found.try_emplace(*there,
+                                  FirstStudent{&student, student.stream, student.category.text()});
             continue;
         }
         const PlannedStudent& one = m_students[change->second];
         if (one.to)
-            found.try_emplace(one.to->classNumber, &student, one.streamAfter,
-                              one.categoryAfter.text());
+            found.try_emplace(one.to->classNumber,
+                              FirstStudent{&student, one.streamAfter, one.categoryAfter.text()});
     }
     return found;
 }

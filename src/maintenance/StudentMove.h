@@ -13,6 +13,7 @@ struct StudentPlace
 
     /// "3 班 12 号".
     QString text() const;
+    // NOLINTNEXTLINE(modernize-use-nullptr): taken for a 0 that nobody wrote
     friend auto operator<=>(const StudentPlace&, const StudentPlace&) = default;
 };
 

@@ -22,10 +22,10 @@ using runtime::Trap;
 
 namespace {
 
-const Trap additionTrap{" - Sub AddSubject/SubjectAddition"};
+const Trap subjectTrap{" - Sub AddSubject/SubjectAddition"};
 
 /// As many as 科目 of 详细设置表 and 总分 of 总分公式 hold.
-constexpr qsizetype longestName = 50;
+constexpr qsizetype longestSubject = 50;
 
 /// The ending of a derived column that the name has; "" for none.
 QString derivedEnding(const QString& name)
@@ -43,8 +43,8 @@ QString spellingFault(const QString& name)
 {
     if (name.isEmpty())
         return u"请输入科目名称。"_s;
-    if (name.size() > longestName)
-        return u"科目名称最多 %1 个字，现在有 %2 个字。"_s.arg(longestName).arg(name.size());
+    if (name.size() > longestSubject)
+        return u"科目名称最多 %1 个字，现在有 %2 个字。"_s.arg(longestSubject).arg(name.size());
     if (!database::isBareName(name))
         return u"科目名称只能由汉字、字母、数字和下划线组成，不能以数字开头。"_s;
     const QString ending = derivedEnding(name);
@@ -81,7 +81,7 @@ QString SubjectAddition::knownFormula(const QString& total) const
     QString formula;
     if (!database::isBareName(total))
         return formula;
-    additionTrap([&] {
+    subjectTrap([&] {
         database::Recordset rows;
         openFormula(total, rows, m_library.Conn);
         if (!rows.Eof())
@@ -95,7 +95,7 @@ bool SubjectAddition::run(const NewSubject& typed, runtime::Progress& progress,
 {
     const NewSubject subject{.name = typed.name, .formula = normalFormula(typed.formula)};
     QString fault;
-    if (!additionTrap([&] { fault = faultOf(subject); }))
+    if (!subjectTrap([&] { fault = faultOf(subject); }))
         return false;
     if (!fault.isEmpty()) {
         runtime::warn(fault);
@@ -105,12 +105,12 @@ bool SubjectAddition::run(const NewSubject& typed, runtime::Progress& progress,
     {
         const library::BackupBeforeWrite copy(m_library, progress, backup,
                                               {u"添加科目 "_s + subject.name});
-        isDone = unlessRefused(additionTrap, [&] { add(subject); });
+        isDone = unlessRefused(subjectTrap, [&] { add(subject); });
     }
     progress.finish();
     if (!isDone)
         return false;
-    additionTrap([&] { m_library.readCatalogue(); });
+    subjectTrap([&] { m_library.readCatalogue(); });
     m_library.notifyChanged();
     return true;
 }
@@ -134,11 +134,11 @@ QString SubjectAddition::nextSteps(const NewSubject& added)
 /// "" if the subject can be added.
 QString SubjectAddition::faultOf(const NewSubject& subject) const
 {
-    const QString fault = spellingFault(subject.name);
+    QString fault = spellingFault(subject.name);
     if (!fault.isEmpty())
         return fault;
     for (const QString& table : library::subjectTables()) {
-        const QString inTable = tableFault(m_library.Conn, table, subject.name);
+        QString inTable = tableFault(m_library.Conn, table, subject.name);
         if (!inTable.isEmpty())
             return inTable;
     }

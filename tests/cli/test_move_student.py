@@ -31,7 +31,7 @@ class MoveStudent(yunshan.ProgramTest):
     def test_without_yes_the_plan_is_printed_and_nothing_is_written(self):
         before = yunshan.file_hash(self.library)
         result = self.move((2, 1), "--to-class", "3", expect=ERROR)
-        self.assertEqual(result.out, HEAD + "丙\t2 班 1 号\t3 班 2 号\t理\t2 条，不改动\t\n")
+        self.assertEqual(result.out, HEAD + "丙\t2 班 1 号\t3 班 2 号\t理\t2 条，不改动\t类别代码由“1”改为“2”。\n")
         self.assertEqual(result.err, "要执行这些调整吗？\n\n改班级或学号：1 人\n不改动的以前的成绩：2 条"
                          f"\n\n{COPY} → 取消\n")
         self.assertUntouched(before)

@@ -354,7 +354,7 @@ void Previewer::takeTarget(int row, const SheetStudent& student,
 
 void Previewer::tellTwice()
 {
-    const QString what = m_comparison ? u"，最后一行的成绩算数。"_s : u"，导入后有几条成绩。"_s;
+    QString what = m_comparison ? u"，最后一行的成绩算数。"_s : u"，导入后有几条成绩。"_s;
     m_rowsOf.tellTwice(
         m_sheet, [&](const RowsByNumber::Number&) { return what; }, m_preview);
 }

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// Letters that stand in half width as well.
-QChar halfWidth(QChar letter)
+QChar halfLetter(QChar letter)
 {
     constexpr char16_t first = 0xFF01;
     constexpr char16_t last = 0xFF5E;
@@ -41,7 +41,7 @@ QString halfWidth(const QString& text)
 {
     QString result = text;
     for (QChar& letter : result)
-        letter = halfWidth(letter);
+        letter = halfLetter(letter);
     return result;
 }
 
@@ -50,7 +50,7 @@ QString folded(const QString& text)
     QString result;
     result.reserve(text.size());
     for (const QChar letter : text) {
-        const QChar half = halfWidth(letter);
+        const QChar half = halfLetter(letter);
         if (!isBlank(half) && !isBracket(half))
             result.append(half.toLower());
     }

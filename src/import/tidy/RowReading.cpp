@@ -388,16 +388,16 @@ std::vector<SourceRow> RowReading::read()
         if (kind == RowKind::Heading && m_otherHeading == 0)
             m_otherHeading = row;
         student.classText = classFor(student);
+        if (kind == RowKind::Student)
+            ++m_named;
+        else if (filled.scores > 0 && !choice)
+            noteNobody(student, kind, rows);
         if (choice == Taking::LeaveOut)
             leaveOut(row, RowKind::Note, u"您选择不导入"_s);
         else if (kind == RowKind::Student || choice == Taking::Take)
             rows.push_back(std::move(student));
         else
             leaveOut(row, kind, reasonOf(kind));
-        if (kind == RowKind::Student)
-            ++m_named;
-        else if (filled.scores > 0 && !choice)
-            noteNobody(student, kind, rows);
     }
     noteGap(expected, m_view.lastRow());
     spreadClasses(rows);

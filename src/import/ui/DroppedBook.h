@@ -10,7 +10,7 @@ inline QString droppedBook(const QMimeData& data)
 {
     using namespace Qt::StringLiterals;
     for (const QUrl& url : data.urls()) {
-        const QString path = url.toLocalFile();
+        QString path = url.toLocalFile();
         if (path.endsWith(u".xlsx"_s, Qt::CaseInsensitive)
             || path.endsWith(u".xls"_s, Qt::CaseInsensitive))
             return path;

@@ -54,7 +54,7 @@ private:
     /// message, if none is selected or he is gone.
     std::optional<PlannedStudent> chosenStudent();
     /// Gathers the change, or says why it cannot be: false then.
-    bool gather(const StudentMove& move);
+    bool gather(const StudentMove& wanted);
 
     library::ScoreLibrary& m_library;
     widgets::ScreenDialogs& m_dialogs;
