@@ -32,6 +32,7 @@ void removeOldCopies(const QString& libraryPath, const QString& justMade,
     });
     const std::vector<CopiedImport> imports = copiedImports(libraryPath, request.now);
     std::vector<DatedSize> sizes;
+    sizes.reserve(copies.size());
     for (const LibraryCopy& copy : copies)
         sizes.push_back(
             {copy.time, copy.size, !imports.empty() && copy.path == imports.front().copy.path});
