@@ -39,8 +39,8 @@ private:
     bool isPartOfOne(qint64 id) const;
     bool isWanted(const MovePlan& plan, library::Backup backup) const;
     /// False if the run was cancelled.
-    bool write(const MovePlan& plan, runtime::Progress& progress);
-    void tell(const MovePlan& plan, runtime::Progress& progress);
+    bool write(const MovePlan& asked, runtime::Progress& progress);
+    void tell(const MovePlan& done, runtime::Progress& progress);
     void score(const QStringList& exams, runtime::Progress& progress);
 
     library::ScoreLibrary& m_library;
