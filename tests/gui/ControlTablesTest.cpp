@@ -1,29 +1,13 @@
-// Long because it is a table of all windows.
 #include <QAbstractButton>
-#include <QComboBox>
-#include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QMenuBar>
-#include <QRegularExpression>
 
+#include "gui/AccessKeys.h"
 #include "gui/Gallery.h"
-#include "platform/grid/ui/FlexGridView.h"
-#include "shell/ui/MainMenu.h"
 #include "support/PrintQString.h"
 
 namespace {
 
 using namespace Qt::StringLiterals;
-
-/// "导入(&I)" without its access key.
-QString withoutKey(const QString& caption)
-{
-    static const QRegularExpression key(u"\\(&.\\)"_s);
-    return QString(caption).remove(key);
-}
 
 /// A control as it is named by the design.
 struct Control
@@ -430,9 +414,9 @@ const std::vector<Window> windows{
 QString captionOf(const QWidget* widget)
 {
     if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
-        return withoutKey(button->text());
+        return support::withoutKey(button->text());
     if (const auto* label = qobject_cast<const QLabel*>(widget))
-        return withoutKey(label->text());
+        return support::withoutKey(label->text());
     return {};
 }
 
@@ -465,117 +449,6 @@ TEST_F(ControlTables, EveryControlHasItsNameCaptionAndTip)
         for (const Control& control : expected.controls)
             checkControl(window, control);
     }
-}
-
-TEST_F(ControlTables, TheListOfSubjectsHasItsCaptionAtTheFrame)
-{
-    EXPECT_EQ(open(u"FormXiuGaiKeMu"_s).findChild<QGroupBox*>()->title(),
-              u"直接输入科目名称，一行一个科目，忽略空行"_s);
-}
-
-QStringList itemsOf(const QWidget& window, const QString& name)
-{
-    QStringList items;
-    const auto* combo = window.findChild<QComboBox*>(name);
-    for (int i = 0; combo && i < combo->count(); ++i)
-        items.append(combo->itemText(i));
-    const auto* list = window.findChild<QListWidget*>(name);
-    for (int i = 0; list && i < list->count(); ++i)
-        items.append(list->item(i)->text());
-    return items;
-}
-
-TEST_F(ControlTables, TheWorkbenchBeginsWithItsPrompts)
-{
-    const QWidget& window = open(u"Panel"_s);
-    EXPECT_EQ(itemsOf(window, u"ListXM"_s), (QStringList{u"原始分和名次"_s, u"Z分"_s, u"T分"_s}));
-    for (int i = 0; i < 4; ++i) {
-        const auto* key = window.findChild<QComboBox*>(u"Combo1_%1"_s.arg(i));
-        EXPECT_EQ(key->currentIndex(), -1);
-        EXPECT_EQ(key->placeholderText(), u"请选择项目"_s);
-        const QString direction = u"Combo2_%1"_s.arg(i);
-        EXPECT_EQ(itemsOf(window, direction), (QStringList{u"升序"_s, u"降序"_s}));
-        EXPECT_EQ(window.findChild<QComboBox*>(direction)->currentIndex(), 0);
-    }
-    const auto* items = window.findChild<QComboBox*>(u"Combo3"_s);
-    EXPECT_EQ(items->currentIndex(), -1);
-    EXPECT_EQ(items->placeholderText(), u"请选择要统计的项目"_s);
-    EXPECT_EQ(items->itemText(0), u"高分段、低分段"_s);
-}
-
-TEST_F(ControlTables, TheListsOfANewLibraryRunInStep)
-{
-    const QWidget& window = open(u"FormNew"_s);
-    const QStringList totals = itemsOf(window, u"List2"_s);
-    EXPECT_FALSE(totals.isEmpty());
-    EXPECT_EQ(itemsOf(window, u"List3"_s).size(), totals.size());
-    const QStringList subjects = itemsOf(window, u"List1"_s);
-    EXPECT_EQ(itemsOf(open(u"FormXiuGaiKeMu"_s), u"List1"_s), subjects);
-}
-
-TEST_F(ControlTables, TheGridsHaveTheirHeadings)
-{
-    for (const auto& [name, headings] :
-         {std::pair{u"FormShuRuMF"_s, u"科目|满分"_s}, {u"FormZDYXS"_s, u"项目名称|显示"_s}}) {
-        const auto& grid = open(name).findChild<grid::FlexGridView*>(u"MSFlexGrid1"_s)->grid();
-        ASSERT_EQ(grid.Cols(), 2);
-        EXPECT_EQ(grid.TextMatrix(0, 0) + u'|' + grid.TextMatrix(0, 1), headings);
-    }
-}
-
-/// The items of a menu as "name caption", with its separators.
-QStringList itemsOf(const QMenu* menu)
-{
-    QStringList items;
-    for (const QAction* action : menu->actions())
-        items.append(action->isSeparator()
-                         ? u"-"_s
-                         : action->objectName() + u' ' + withoutKey(action->text()));
-    return items;
-}
-
-TEST(MenuTree, HasItsItemsAndSeparatorsInOrder)
-{
-    QMenuBar bar;
-    const shell::MainMenu menu(&bar);
-    QStringList top;
-    for (const QAction* action : bar.actions()) {
-        const QObject* item = action->menu() ? static_cast<const QObject*>(action->menu()) : action;
-        top.append(item->objectName() + u' ' + withoutKey(action->text()));
-    }
-    EXPECT_EQ(top.join(u'|'), u"mF 文件|Medit 考试维护|mSJWH 数据维护|mSJCL 数据处理|Hzt 帮助|"
-                              "Habout 关于软件|mUpdate 软件升级"_s);
-    const QMap<QString, QString> expected{
-        {u"mF"_s, u"mfNew 新建成绩库|mfOpen 打开成绩库|-|mDelKM 删除科目|mfSaveAs 压缩数据库|-|"
-                  "mfREC0 (最近打开的文件)|mfREC1 2|mfREC2 3|mfREC3 4|mfREC4 5|mfREC5 6|-|"
-                  "Mfexit 退出|-|mfRestore 恢复备份…|mfUndoImport 撤消上次导入"_s},
-        {u"Medit"_s, u"meLook 浏览考试|-|meDRKS 导入考试|-|meJCCJ 检查成绩|meXGCJ 修改成绩|-|"
-                     "syks 上移考试|xyks 下移考试|meKSGM 考试改名|meSCKS 删除考试|-|"
-                     "meExamDetails 考试信息…|meErase 彻底删除所选考试…|"
-                     "tidyWorkbook 整理工作簿…"_s},
-        {u"mSJWH"_s, u"meDRLB 导入信息|meXXXG 修改信息|-|meSZTP 设置图片|meJCTP 检查图片|-|"
-                     "meJSMD 教师名单|meZFGS 总分设置|-|mtSZWL 设置文理|mtSJFB 重新分班|"
-                     "mtZB 个别转班|-|mtStudentMoves 学生调整…|mtAddSubject 添加科目…|"
-                     "mtAddStudent 添加学生…"_s},
-        {u"mSJCL"_s, u"mSHowInfo 显示基本信息|-|mFXSZ 分析设置|-|msGRFX 个人分析|mZHFX 综合分析|-|"
-                     "mtEXCEL 导出到Excel|-|figureStudents 查看名单|itemExplanation 口径…"_s}};
-    for (auto it = expected.begin(); it != expected.end(); ++it)
-        EXPECT_EQ(itemsOf(menu.menu(it.key())).join(u'|'), it.value());
-}
-
-TEST_F(ControlTables, TheImportsSayWhatStandsInTheFirstField)
-{
-    for (const QString& name : {u"FormDaoRu"_s, u"FormDaoRuXinXi"_s, u"FormDaoRuFenBanXinXi"_s}) {
-        const auto* path = open(name).findChild<QLineEdit*>(u"Text1"_s);
-        EXPECT_EQ(path->placeholderText(), u"Excel文件路径名"_s);
-        EXPECT_EQ(path->accessibleName(), u"Excel文件路径名"_s);
-    }
-}
-
-TEST_F(ControlTables, TheGridHasItsMenu)
-{
-    EXPECT_EQ(itemsOf(open(u"AFormMain"_s).findChild<QMenu*>(u"mTC"_s)),
-              (QStringList{u"mMfgToXls 导出到Excel"_s, u"-"_s, u"figureStudents 查看名单"_s}));
 }
 
 } // namespace
