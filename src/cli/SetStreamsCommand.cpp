@@ -22,10 +22,11 @@ Exit runSetStreams(Session& session)
             throw UsageError(u"成绩库里没有班级“%1”。"_s.arg(classNumber));
     }
     session.dialogs.answer(u"科类设为理"_s, u"设置"_s);
-    if (!streams.confirmed(science))
+    const library::Backup backup = chosenBackup(arguments);
+    if (!streams.confirmed(science, backup))
         return Exit::Error;
     CliProgress progress;
-    streams.set(science, progress, chosenBackup(arguments));
+    streams.set(science, progress, backup);
     return session.result();
 }
 

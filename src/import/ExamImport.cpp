@@ -52,7 +52,7 @@ ImportResult ExamImport::run(const ExamImportRequest& request)
 {
     m_classes.forget();
     m_students.forget();
-    if (!prepare(request))
+    if (!library::hasRoomForBackup(m_library, request.backup) || !prepare(request))
         return ImportResult::Stopped;
     const library::BackupBeforeWrite copying(m_library, m_progress, request.backup,
                                              library::Occasion::examImport(request.examName));

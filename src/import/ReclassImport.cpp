@@ -78,7 +78,7 @@ ReclassImport::ReclassImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake
 
 ImportResult ReclassImport::run(const QString& sheetName, Backup backup)
 {
-    if (!m_intake.checkWorkbookOpen())
+    if (!m_intake.checkWorkbookOpen() || !library::hasRoomForBackup(m_library, backup))
         return ImportResult::Stopped;
     const excel::Worksheet* sheet = m_intake.openSheet(sheetName);
     if (sheet == nullptr)

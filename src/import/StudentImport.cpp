@@ -29,7 +29,7 @@ StudentImport::StudentImport(library::ScoreLibrary& scoreLibrary, WorkbookIntake
 
 ImportResult StudentImport::run(const QString& sheetName, Backup backup)
 {
-    if (!m_intake.checkWorkbookOpen())
+    if (!m_intake.checkWorkbookOpen() || !library::hasRoomForBackup(m_library, backup))
         return ImportResult::Stopped;
     m_sheet = m_intake.openSheet(sheetName);
     if (m_sheet == nullptr)

@@ -10,6 +10,7 @@
 #include "library/LibraryCopies.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/database/LockedBytes.h"
+#include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileErrors.h"
 
@@ -77,14 +78,20 @@ QString newCopy(const QString& libraryPath, const CopyRequest& request, Fill&& f
     return copy;
 }
 
+/// The newest copy if it equals the library; otherwise empty.
+QString equalCopy(const database::LockedBytes& bytes, const QString& libraryPath)
+{
+    const std::vector<LibraryCopy> copies = datedCopies(libraryPath);
+    return !copies.empty() && bytes.isSameAs(copies.back().path) ? copies.back().path : QString();
+}
+
 /// The newest copy if it equals the library, otherwise one that is made now.
 QString currentCopy(const QString& libraryPath, const CopyRequest& request,
                     runtime::Progress& progress)
 {
     const database::LockedBytes bytes(libraryPath);
-    const std::vector<LibraryCopy> copies = datedCopies(libraryPath);
-    if (!copies.empty() && bytes.isSameAs(copies.back().path))
-        return copies.back().path;
+    if (QString copy = equalCopy(bytes, libraryPath); !copy.isEmpty())
+        return copy;
     checkRoomForCopy(bytes.size(), freeBytesBeside(libraryPath));
     return newCopy(libraryPath, request, [&](runtime::UnfinishedFile& unfinished) {
         copyBytes(bytes, unfinished, progress);
@@ -148,6 +155,24 @@ QString backUpDamaged(const QString& path, const CopyRequest& request)
     keepJournal(path, copy);
     noteOccasion(copy, {request.now, request.occasion});
     return copy;
+}
+
+bool hasRoomForBackup(const ScoreLibrary& scoreLibrary, Backup backup)
+{
+    if (backup == Backup::SwitchedOff)
+        return true;
+    try {
+        const QString path = scoreLibrary.Conn.path();
+        const qint64 size = QFileInfo(path).size();
+        const qint64 freeBytes = freeBytesBeside(path);
+        // All bytes are compared only where there is no room.
+        if (size > freeBytes && equalCopy(database::LockedBytes(path), path).isEmpty())
+            checkRoomForCopy(size, freeBytes);
+    } catch (const runtime::Error& error) {
+        runtime::warn(error.description());
+        return false;
+    }
+    return true;
 }
 
 BackupBeforeWrite::BackupBeforeWrite(ScoreLibrary& scoreLibrary, runtime::Progress& progress,

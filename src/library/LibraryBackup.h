@@ -38,6 +38,11 @@ QString backUpDamaged(const QString& path, const CopyRequest& request);
 /// Whether a dated copy of the library is made ahead of the first write.
 enum class Backup { Make, SwitchedOff };
 
+/// Whether a copy of the library fits beside it, or the newest one equals it; told where it does
+/// not. Asked ahead of the questions of what writes, so that nobody answers them for nothing. True
+/// where the copy is switched off.
+bool hasRoomForBackup(const ScoreLibrary& scoreLibrary, Backup backup);
+
 /// As long as it lives, the open library is backed up ahead of the first write; what writes nothing
 /// leaves no copy. Without the copy nothing is written: the phase that writes ends by a PhaseError.
 /// Switched off it does nothing.

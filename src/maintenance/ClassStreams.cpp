@@ -74,8 +74,10 @@ QString ClassStreams::question(const QStringList& science) const
            + warning + u"\n学生信息里的科类不变。设置以后，各次考试要重新计算总分和名次。"_s;
 }
 
-bool ClassStreams::confirmed(const QStringList& science) const
+bool ClassStreams::confirmed(const QStringList& science, library::Backup backup) const
 {
+    if (!library::hasRoomForBackup(m_library, backup))
+        return false;
     int pressed = 1;
     commandTrap([&] {
         pressed = runtime::choose({.text = question(science),

@@ -19,7 +19,8 @@ public:
     const QStringList& load();
 
     /// Asks whether to go on, with the classes and score rows that become 理 and 文.
-    bool confirmed(const QStringList& science) const;
+    /// False, and told, where the copy that it makes first does not fit.
+    bool confirmed(const QStringList& science, library::Backup backup) const;
 
     /// Sets the streams of all classes in one batch, with a dated copy ahead. Students without a
     /// class make their group's statement fail; the other group is set all the same.

@@ -4,6 +4,7 @@
 
 #include "library/ColumnNames.h"
 #include "library/LibraryCopies.h"
+#include "library/TextLength.h"
 #include "maintenance/ExamRename.h"
 #include "maintenance/QuotedText.h"
 #include "maintenance/Refusal.h"
@@ -266,9 +267,9 @@ QString ExamDetails::cellFault(const Change& change) const
         return typedNumber(text) ? QString()
                                  : u"%1的满分“%2”不是大于 0 的数。没有考的科目请留空。"_s.arg(
                                      change.title, text.left(30));
-    if (text.size() > longestFormula)
+    if (text.size() > library::LongestText)
         return u"%1的公式最多 %2 个字，现在有 %3 个字。"_s.arg(
-            change.title, QString::number(longestFormula), QString::number(text.size()));
+            change.title, QString::number(library::LongestText), QString::number(text.size()));
     QStringList columns;
     for (const Item& item : m_stored.items) {
         if (item.kind != Kind::Remark)
@@ -277,9 +278,9 @@ QString ExamDetails::cellFault(const Change& change) const
     return scoring::formulaFault(text, columns);
 }
 
-bool ExamDetails::isConfirmed() const
+bool ExamDetails::isConfirmed(library::Backup backup) const
 {
-    return mayHide() && mayLoseScores();
+    return library::hasRoomForBackup(m_library, backup) && mayHide() && mayLoseScores();
 }
 
 bool ExamDetails::mayHide() const
@@ -344,7 +345,7 @@ DetailsSave ExamDetails::save(runtime::Progress& progress, library::Backup backu
     bool mayGoOn = false;
     const bool isLookedAt = detailsTrap([&] {
         refusal = fault();
-        mayGoOn = refusal.isEmpty() && isConfirmed();
+        mayGoOn = refusal.isEmpty() && isConfirmed(backup);
     });
     if (!refusal.isEmpty())
         runtime::warn(refusal);

@@ -98,7 +98,7 @@ private:
     QString changeLine(const Change& change) const;
     QString fault();
     QString cellFault(const Change& change) const;
-    bool isConfirmed() const;
+    bool isConfirmed(library::Backup backup) const;
     bool mayHide() const;
     bool mayLoseScores() const;
     QString lostScores(const Change& change) const;

@@ -43,6 +43,8 @@ ExamErasure::Result ExamErasure::run(const QStringList& exams, runtime::Progress
         runtime::warn(u"没有选择考试，请先在考试列表里选择要删除的考试。"_s);
         return Result::Declined;
     }
+    if (!library::hasRoomForBackup(m_library, backup))
+        return Result::Stopped;
     ErasureCounts counts;
     if (!erasureTrap([&] { counts = countErasure(m_library, exams); }))
         return Result::Stopped;

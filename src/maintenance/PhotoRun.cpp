@@ -67,7 +67,7 @@ bool PhotoRun::run(const QString& folder, library::Backup backup)
     }
     const bool isLookedAt = look(photoFolder);
     m_progress.finish();
-    const bool isDone = isLookedAt && ask() && write(backup);
+    const bool isDone = isLookedAt && ask(backup) && write(backup);
     m_progress.finish();
     if (isDone)
         tell();
@@ -102,9 +102,10 @@ void PhotoRun::lookFor(Recordset& student, PhotoFolder& folder)
         ++m_counts.failed;
 }
 
-bool PhotoRun::ask()
+bool PhotoRun::ask(library::Backup backup)
 {
-    return askExisting() && askLarge();
+    return m_found.isEmpty()
+           || (library::hasRoomForBackup(m_library, backup) && askExisting() && askLarge());
 }
 
 bool PhotoRun::askExisting()

@@ -39,7 +39,7 @@ private:
 
     bool look(PhotoFolder& folder);
     void lookFor(database::Recordset& student, PhotoFolder& folder);
-    bool ask();
+    bool ask(library::Backup backup);
     bool askExisting();
     bool askLarge();
     bool write(library::Backup backup);

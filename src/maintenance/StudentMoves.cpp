@@ -116,6 +116,8 @@ StudentMoves::Result StudentMoves::run(runtime::Progress& progress, library::Bac
         runtime::warn(u"还没有要执行的调整。"_s);
         return Result::Declined;
     }
+    if (!library::hasRoomForBackup(m_library, backup))
+        return Result::Stopped;
     MovePlan asked;
     if (!movesTrap([&] { asked = plan(); }))
         return Result::Stopped;

@@ -4,7 +4,9 @@
 #include <array>
 
 #include "library/ColumnNames.h"
+#include "library/FormulaTrim.h"
 #include "library/SubjectColumns.h"
+#include "library/TextLength.h"
 #include "maintenance/Refusal.h"
 #include "maintenance/TypedFormula.h"
 #include "platform/database/ColumnDeclaration.h"
@@ -24,9 +26,6 @@ namespace {
 
 const Trap subjectTrap{" - Sub AddSubject/SubjectAddition"};
 
-/// As many as 科目 of 详细设置表 and 总分 of 总分公式 hold.
-constexpr qsizetype longestSubject = 50;
-
 /// The ending of a derived column that the name has; "" for none.
 QString derivedEnding(const QString& name)
 {
@@ -43,8 +42,9 @@ QString spellingFault(const QString& name)
 {
     if (name.isEmpty())
         return u"请输入科目名称。"_s;
-    if (name.size() > longestSubject)
-        return u"科目名称最多 %1 个字，现在有 %2 个字。"_s.arg(longestSubject).arg(name.size());
+    if (name.size() > library::LongestText)
+        return u"科目名称最多 %1 个字，现在有 %2 个字。"_s.arg(library::LongestText)
+            .arg(name.size());
     if (!database::isBareName(name))
         return u"科目名称只能由汉字、字母、数字和下划线组成，不能以数字开头。"_s;
     const QString ending = derivedEnding(name);
@@ -69,11 +69,6 @@ QString tableFault(database::Connection& connection, const QString& table, const
     return {};
 }
 
-void openFormula(const QString& total, database::Recordset& rows, database::Connection& connection)
-{
-    rows.Open(u"select * from 总分公式 where 总分=?"_s, {total}, connection);
-}
-
 } // namespace
 
 QString SubjectAddition::knownFormula(const QString& total) const
@@ -83,7 +78,7 @@ QString SubjectAddition::knownFormula(const QString& total) const
         return formula;
     subjectTrap([&] {
         database::Recordset rows;
-        openFormula(total, rows, m_library.Conn);
+        library::openFormula(rows, total, m_library.Conn);
         if (!rows.Eof())
             formula = rows.Fields(u"公式"_s).Value().text();
     });
@@ -101,6 +96,8 @@ bool SubjectAddition::run(const NewSubject& typed, runtime::Progress& progress,
         runtime::warn(fault);
         return false;
     }
+    if (!library::hasRoomForBackup(m_library, backup))
+        return false;
     bool isDone = false;
     {
         const library::BackupBeforeWrite copy(m_library, progress, backup,
@@ -144,8 +141,8 @@ QString SubjectAddition::faultOf(const NewSubject& subject) const
     }
     if (!library::isTotal(subject.name))
         return {};
-    if (subject.formula.size() > longestFormula)
-        return u"总分公式最多 %1 个字，现在有 %2 个字。"_s.arg(longestFormula)
+    if (subject.formula.size() > library::LongestText)
+        return u"总分公式最多 %1 个字，现在有 %2 个字。"_s.arg(library::LongestText)
             .arg(subject.formula.size());
     return scoring::formulaFault(
         subject.formula,
@@ -172,7 +169,7 @@ void SubjectAddition::add(const NewSubject& subject) const
 void SubjectAddition::storeFormula(const NewSubject& total) const
 {
     database::Recordset rows;
-    openFormula(total.name, rows, m_library.Conn);
+    library::openFormula(rows, total.name, m_library.Conn);
     if (rows.Eof()) {
         rows.AddNew();
         rows.Fields(u"总分"_s).setValue(total.name);

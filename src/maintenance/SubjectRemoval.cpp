@@ -90,7 +90,7 @@ bool isConfirmed(const SubjectUses& uses)
 SubjectRemoval::Result SubjectRemoval::run(const QStringList& selected, runtime::Progress& progress,
                                            library::Backup backup)
 {
-    if (!isWanted(selected))
+    if (!isWanted(selected, backup))
         return Result::Declined;
     bool isDone = false;
     {
@@ -107,12 +107,14 @@ SubjectRemoval::Result SubjectRemoval::run(const QStringList& selected, runtime:
     return Result::Done;
 }
 
-bool SubjectRemoval::isWanted(const QStringList& selected) const
+bool SubjectRemoval::isWanted(const QStringList& selected, library::Backup backup) const
 {
     if (selected.isEmpty()) {
         runtime::warn(u"请选择要删除的 科目！"_s);
         return false;
     }
+    if (!library::hasRoomForBackup(m_library, backup))
+        return false;
     if (!isRemovalConfirmed(u"确实要删除以下科目吗？删除后不可恢复，最好在删除前备份数据库。"_s,
                             selected))
         return false;

@@ -26,7 +26,7 @@ public:
     Result run(const QStringList& selected, runtime::Progress& progress, library::Backup backup);
 
 private:
-    bool isWanted(const QStringList& selected) const;
+    bool isWanted(const QStringList& selected, library::Backup backup) const;
     /// False if the run was cancelled.
     bool dropAll(const QStringList& selected, runtime::Progress& progress);
 

@@ -2,6 +2,7 @@
 
 #include "ExamImportFixture.h"
 #include "platform/grid/GridText.h"
+#include "support/NoRoom.h"
 
 namespace {
 
@@ -225,6 +226,17 @@ TEST_F(ExamImportPreparation, WithoutACopyNothingIsWritten)
     EXPECT_TRUE(dialogs.failures[0].endsWith(u" - Private Sub Command1_Click/FormDaoRu"_s));
     EXPECT_EQ(library.rows(u"select 姓名 from 信息表 where 学号=3"_s), QString());
     EXPECT_EQ(scoreRows(u"*"_s), QString());
+}
+
+TEST_F(ExamImportPreparation, ACopyThatDoesNotFitIsToldBeforeTheQuestions)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 1, u"王芳"_s, 90}});
+    request.examChoice = ExamChoice::PickedFromList;
+    request.backup = importing::Backup::Make;
+    support::outgrowDisk(library);
+    EXPECT_EQ(run(), ImportResult::Stopped);
+    support::expectOnlyNoRoomTold(dialogs.shown);
+    expectUntouched();
 }
 
 } // namespace

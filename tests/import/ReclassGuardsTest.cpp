@@ -6,6 +6,7 @@
 #include "ReclassImportFixture.h"
 #include "support/FreeFile.h"
 #include "support/FullDisk.h"
+#include "support/NoRoom.h"
 #include "support/OrdinaryUser.h"
 #include "support/OtherProgram.h"
 
@@ -377,6 +378,14 @@ TEST_F(ReclassGuards, AllRowsOfALongSheetComeIn)
     changes(rows);
     EXPECT_EQ(goOn(), ImportResult::Finished);
     EXPECT_EQ(table(u"count(*),max(新学号)"_s), u"70000|70000"_s);
+}
+
+TEST_F(ReclassGuards, ACopyThatDoesNotFitIsToldBeforeTheQuestions)
+{
+    school(1);
+    support::outgrowDisk(library);
+    EXPECT_EQ(run(library::Backup::Make), ImportResult::Stopped);
+    support::expectOnlyNoRoomTold(dialogs.shown);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include "StudentImportFixture.h"
+#include "support/NoRoom.h"
 
 namespace {
 
@@ -443,6 +444,15 @@ TEST_F(StudentImportTest, MakesADatedCopyFirstAndWritesNothingWithoutIt)
     ASSERT_EQ(dialogs.failures.size(), 1);
     EXPECT_TRUE(dialogs.failures[0].endsWith(tag));
     EXPECT_EQ(students(u"姓名"_s), u"王芳"_s);
+}
+
+TEST_F(StudentImportTest, ACopyThatDoesNotFitIsToldBeforeTheQuestion)
+{
+    library.addStudent(1, 1, u"王芳"_s, u"理"_s);
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}});
+    support::outgrowDisk(library);
+    EXPECT_EQ(run(library::Backup::Make), ImportResult::Stopped);
+    support::expectOnlyNoRoomTold(dialogs.shown);
 }
 
 } // namespace

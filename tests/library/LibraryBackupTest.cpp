@@ -14,6 +14,7 @@
 #include "support/ErrorOf.h"
 #include "support/FileBytes.h"
 #include "support/FullDisk.h"
+#include "support/NoRoom.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -229,6 +230,16 @@ TEST_F(DatedCopies, WithoutOneNothingIsWrittenAndThatIsOneMessage)
                           "或文件的大小受到限制）。 - Import"_s.arg(path)});
     EXPECT_EQ(read(path), before);
     EXPECT_EQ(copies(), QStringList());
+}
+
+TEST_F(DatedCopies, WithoutRoomAreToldBeforehandUnlessNoneIsWanted)
+{
+    EXPECT_TRUE(library::hasRoomForBackup(test.scores, library::Backup::Make));
+    support::outgrowDisk(test);
+    EXPECT_TRUE(library::hasRoomForBackup(test.scores, library::Backup::SwitchedOff));
+    EXPECT_EQ(test.dialogs.shown, QStringList());
+    EXPECT_FALSE(library::hasRoomForBackup(test.scores, library::Backup::Make));
+    support::expectOnlyNoRoomTold(test.dialogs.shown);
 }
 
 } // namespace

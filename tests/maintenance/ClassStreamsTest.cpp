@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/database/WriteBatch.h"
+#include "support/NoRoom.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -136,14 +137,14 @@ TEST_F(ClassStreams, ALibraryWithoutStudentsIsToldAndListsNoClass)
 TEST_F(ClassStreams, TheQuestionCountsClassesAndRowsOfEachStream)
 {
     test.dialogs.expect(u"选中的"_s, u"设置"_s);
-    EXPECT_TRUE(streams.confirmed({u"1"_s, u"3"_s}));
+    EXPECT_TRUE(streams.confirmed({u"1"_s, u"3"_s}, library::Backup::SwitchedOff));
     EXPECT_EQ(test.dialogs.shown,
               QStringList{u"提示: 选中的 2 个班（4 条成绩）科类设为理，"
                           "没有选中的 1 个班（2 条成绩）设为文。\n"
                           "学生信息里的科类不变。设置以后，各次考试要重新计算总分和名次。"_s});
     EXPECT_EQ(test.dialogs.safeOf(u"选中的"_s), u"取消"_s);
     test.dialogs.expect(u"选中的 0 个班（0 条成绩）"_s, u"取消"_s);
-    EXPECT_FALSE(streams.confirmed({}));
+    EXPECT_FALSE(streams.confirmed({}, library::Backup::SwitchedOff));
 }
 
 TEST_F(ClassStreams, TheQuestionTellsOfStudentsWithoutAClass)
@@ -152,11 +153,11 @@ TEST_F(ClassStreams, TheQuestionTellsOfStudentsWithoutAClass)
     test.execute(u"update 成绩表 set 班级=null where 班级=3"_s);
     streams.load();
     test.dialogs.always(u"选中的"_s, u"取消"_s);
-    streams.confirmed({u"1"_s});
+    streams.confirmed({u"1"_s}, library::Backup::SwitchedOff);
     EXPECT_TRUE(test.dialogs.shown.last().contains(u"没有选中的 2 个班（2 条成绩）设为文。\n"
                                                    "有学生没有班级，设为文的语句会出错，"
                                                    "这些班的科类不变。\n"_s));
-    streams.confirmed({u""_s});
+    streams.confirmed({u""_s}, library::Backup::SwitchedOff);
     EXPECT_TRUE(test.dialogs.shown.last().contains(u"设为理的语句会出错"_s));
 }
 
@@ -181,6 +182,13 @@ TEST_F(ClassStreams, AFileThatSomeoneElseHoldsStaysAsItWasAndNoSuccessIsTold)
     EXPECT_EQ(stored(), before);
     ASSERT_EQ(test.dialogs.shown.size(), 1);
     EXPECT_TRUE(test.dialogs.failures.value(0).endsWith(tag));
+}
+
+TEST_F(ClassStreams, ACopyThatDoesNotFitIsToldBeforeTheQuestion)
+{
+    support::outgrowDisk(test);
+    EXPECT_FALSE(streams.confirmed({u"1"_s}, library::Backup::Make));
+    support::expectOnlyNoRoomTold(test.dialogs.shown);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "platform/grid/GridText.h"
 #include "scoring/Scoring.h"
 #include "support/FileBytes.h"
+#include "support/NoRoom.h"
 #include "support/OrdinaryUser.h"
 #include "support/OtherProgram.h"
 #include "support/PrintQString.h"
@@ -384,6 +385,15 @@ TEST_F(ExamDetailsOf, ALibraryThatIsLockedSaveNothing)
     EXPECT_TRUE(test.dialogs.failures[0].endsWith(tag));
     EXPECT_EQ(support::read(test.scores.LibPath), before);
     EXPECT_EQ(save(), DetailsSave::Saved);
+}
+
+TEST_F(ExamDetailsOf, ACopyThatDoesNotFitIsToldBeforeTheQuestions)
+{
+    type(Chinese, Science, u"90"_s);
+    support::outgrowDisk(test);
+    EXPECT_EQ(save(Backup::Make), DetailsSave::NotSaved);
+    support::expectOnlyNoRoomTold(test.dialogs.shown);
+    EXPECT_TRUE(details.isChanged()) << "what was typed stays";
 }
 
 } // namespace

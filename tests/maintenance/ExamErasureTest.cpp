@@ -7,6 +7,7 @@
 #include "library/CopyOccasion.h"
 #include "maintenance/QuotedText.h"
 #include "support/FileBytes.h"
+#include "support/NoRoom.h"
 #include "support/OtherProgram.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
@@ -244,6 +245,13 @@ TEST_F(ExamErasures, KnowAnExamThatIsNotListed)
     EXPECT_FALSE(maintenance::isExamStored(test.scores.Conn, u"期"_s));
     test.execute(u"delete from 考试名称表"_s);
     EXPECT_TRUE(maintenance::isExamStored(test.scores.Conn, u"期中"_s)) << "by its scores alone";
+}
+
+TEST_F(ExamErasures, ACopyThatDoesNotFitIsToldBeforeTheQuestion)
+{
+    support::outgrowDisk(test);
+    EXPECT_EQ(erase({u"期中"_s}, Backup::Make), Result::Stopped);
+    support::expectOnlyNoRoomTold(test.dialogs.shown);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include "support/FileBytes.h"
 #include "support/FixedPhotoFiles.h"
+#include "support/NoRoom.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
 
@@ -306,5 +307,14 @@ TEST_F(LargePhotos, ATableThatIsGoneIsToldWithTheTag)
 }
 
 } // namespace
+
+TEST_F(ThreeStudents, ACopyThatDoesNotFitIsToldBeforeTheQuestions)
+{
+    give(u"甲"_s, u"1.jpg"_s);
+    add(u"1/1.jpg"_s);
+    support::outgrowDisk(test);
+    EXPECT_FALSE(run(library::Backup::Make));
+    support::expectOnlyNoRoomTold(test.dialogs.shown);
+}
 
 } // namespace maintenance

@@ -11,6 +11,7 @@
 #include "platform/runtime/Error.h"
 #include "support/ErrorOf.h"
 #include "support/FileBytes.h"
+#include "support/NoRoom.h"
 #include "support/OtherProgram.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
@@ -414,6 +415,14 @@ TEST_F(MovesOfStudents, GoByIdWhateverNamesHold)
     }
     EXPECT_EQ(test.rows(u"select 班级, 学号 from 信息表 order by ID"_s),
               u"1|1 / 1|2 / 2|1 / 5|7"_s);
+}
+
+TEST_F(MovesOfStudents, ACopyThatDoesNotFitIsToldBeforeTheQuestion)
+{
+    moves.add(to(jia, 2, 9));
+    support::outgrowDisk(test);
+    EXPECT_EQ(moves.run(progress, Backup::Make), Result::Stopped);
+    support::expectOnlyNoRoomTold(test.dialogs.shown);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "library/NewLibrary.h"
 #include "platform/database/ColumnDeclaration.h"
 #include "support/FileBytes.h"
+#include "support/NoRoom.h"
 #include "support/OtherProgram.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
@@ -213,6 +214,13 @@ TEST(SubjectAddition, SaysWhatComesNext)
         SubjectAddition::nextSteps({u"三科总分"_s, u" "_s}),
         u"已添加总分“三科总分”，它还没有公式，不会计算。\n\n请在“数据维护”的“总分设置”里选中考试，"
         "设好公式，再计算总分。以后导入的考试也要这样设。"_s);
+}
+
+TEST_F(SubjectAdditions, AreNotBegunWhereTheCopyDoesNotFit)
+{
+    support::outgrowDisk(test);
+    EXPECT_FALSE(add({u"信息技术"_s}, Backup::Make));
+    support::expectOnlyNoRoomTold(test.dialogs.shown);
 }
 
 } // namespace

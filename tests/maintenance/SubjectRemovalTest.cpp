@@ -7,6 +7,7 @@
 #include "platform/database/Statement.h"
 #include "scoring/Scoring.h"
 #include "support/FileBytes.h"
+#include "support/NoRoom.h"
 #include "support/OtherProgram.h"
 #include "support/PrintQString.h"
 #include "support/TestLibrary.h"
@@ -312,6 +313,13 @@ TEST_F(SubjectRemovals, KeepTheIndexesAndTheOrderOfTheRows)
     EXPECT_EQ(test.rows(u"select rowid, 学号 from 成绩表"_s), ids);
     test.execute(u"ALTER TABLE 成绩表 add COLUMN 物理 Single"_s);
     EXPECT_TRUE(columns(u"成绩表"_s).endsWith(u" 物理"_s)) << "it can be added again";
+}
+
+TEST_F(SubjectRemovals, ACopyThatDoesNotFitIsToldBeforeTheQuestion)
+{
+    support::outgrowDisk(test);
+    EXPECT_EQ(remove({u"物理"_s}, Backup::Make), Result::Declined);
+    support::expectOnlyNoRoomTold(test.dialogs.shown);
 }
 
 } // namespace

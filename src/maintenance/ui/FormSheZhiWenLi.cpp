@@ -54,7 +54,7 @@ void FormSheZhiWenLi::Command1_Click()
 {
     const CommandScope command(m_dialogs);
     const QStringList science = widgets::selectedTexts(List1);
-    if (!m_streams.confirmed(science))
+    if (!m_streams.confirmed(science, CheckBackup->backup()))
         return;
     widgets::ScreenProgress progress(this);
     m_streams.set(science, progress, CheckBackup->backup());
