@@ -1,6 +1,7 @@
 #include "cli/Command.h"
 #include "cli/GridOutput.h"
 #include "configuration/AnalysisSettings.h"
+#include "library/Settings.h"
 
 namespace cli {
 
@@ -94,7 +95,7 @@ int conditionsRow(const AnalysisSettings& settings, const QString& name)
 /// A text such as "1,2" in the order of the list, or the word for all of it.
 QString chosenValue(const AnalysisSettings& settings, int row, const SettingChange& wanted)
 {
-    if (settings.offersLibrary(row) && wanted.value == u"(全部)"_s)
+    if (settings.offersLibrary(row) && wanted.value == library::AllOfThem)
         return wanted.value;
     const QStringList choices = settings.choices(row);
     const QStringList values = wanted.value.split(u',', Qt::SkipEmptyParts);

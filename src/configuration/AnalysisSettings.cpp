@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "library/Settings.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/grid/GridText.h"
@@ -24,7 +25,6 @@ constexpr int settingColumns = 6;
 const QString yes = u"是"_s;
 const QString conditionsLink = u"点此设置各科条件"_s;
 const QString categories = u"参与统计的学生类别代码"_s;
-const QString comparedExams = u"进行对比分析的考试"_s;
 const QString averages = u"各科平均分"_s;
 
 const Trap loadingSettings{" - Private Sub Form_Load/FormSet"};
@@ -115,7 +115,7 @@ void AnalysisSettings::offerValues(int row, const QString& name)
         std::optional<QStringList> values;
         if (name == categories)
             values = valuesOf(u"select distinct 类别代码 from  信息表"_s, m_library.Conn);
-        else if (name == comparedExams)
+        else if (name == library::ComparedExams)
             values = valuesOf(u"select distinct 考试名称 from  考试名称表"_s, m_library.Conn);
         if (values)
             settings.setTextMatrix(row, ChoicesCol, values->join(u','));
@@ -145,7 +145,7 @@ QStringList AnalysisSettings::choices(int row) const
 bool AnalysisSettings::offersLibrary(int row) const
 {
     const QString& name = settings.TextMatrix(row, NameCol);
-    return name == categories || name == comparedExams;
+    return name == categories || name == library::ComparedExams;
 }
 
 bool AnalysisSettings::flip(int row)

@@ -2,16 +2,11 @@
 
 #include <algorithm>
 
+#include "library/TextLength.h"
+
 namespace library {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// As many as 考试名称 holds.
-constexpr qsizetype longestName = 50;
-
-} // namespace
 
 bool isControlLetter(QChar letter)
 {
@@ -22,8 +17,8 @@ bool isControlLetter(QChar letter)
 
 QString examNameFault(const QString& exam, const QStringList& known)
 {
-    if (exam.size() > longestName)
-        return u"考试名称最多 %1 个字，现在有 %2 个字。"_s.arg(longestName).arg(exam.size());
+    if (exam.size() > LongestText)
+        return u"考试名称最多 %1 个字，现在有 %2 个字。"_s.arg(LongestText).arg(exam.size());
     if (std::any_of(exam.begin(), exam.end(), isControlLetter))
         return u"考试名称里不能有换行、制表符等控制字符。"_s;
     // The name of an exam that is there was given already.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/database/Recordset.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
@@ -11,12 +10,12 @@ namespace library {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
 void openFormula(database::Recordset& rows, const QString& total, database::Connection& conn)
 {
     rows.Open(u"select * from 总分公式 where 总分=?"_s, {total}, conn);
 }
+
+namespace {
 
 bool isTrimmable(const FormulaTrim& trim)
 {

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "library/ScoreLibrary.h"
+#include "platform/database/Recordset.h"
 
 namespace library {
 
@@ -16,6 +17,10 @@ struct FormulaTrim
     /// What is left of it; a formula of which nothing is left stays as it is.
     QString trimmed;
 };
+
+/// Opens the row of 总分公式 that holds the formula which exams to come get for a total; at its end
+/// where there is none.
+void openFormula(database::Recordset& rows, const QString& total, database::Connection& conn);
 
 /// The formulas of the library's totals that name subjects which it lacks. Throws database::Error.
 std::vector<FormulaTrim> formulasToTrim(ScoreLibrary& scoreLibrary);

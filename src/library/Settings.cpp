@@ -7,6 +7,9 @@
 namespace library {
 
 using namespace Qt::StringLiterals;
+
+const QString ComparedExams = u"进行对比分析的考试"_s;
+const QString AllOfThem = u"(全部)"_s;
 using runtime::Trap;
 
 namespace {
@@ -72,7 +75,7 @@ void Settings::GetTJLB()
     trap([&] {
         CategoryFilter.clear();
         const QString codes = GetSZ(u"参与统计的学生类别代码"_s);
-        if (codes == u"(全部)"_s || codes.isEmpty())
+        if (codes == AllOfThem || codes.isEmpty())
             return;
         // Between apostrophes a code that is no number is refused by every statement, instead of
         // becoming more of it than a code.

@@ -7,6 +7,11 @@
 
 namespace library {
 
+/// The setting that names the exams of a comparison, and what a setting says for all that there
+/// are.
+extern const QString ComparedExams;
+extern const QString AllOfThem;
+
 enum class Joiner { And = 1, Or = 2 };
 enum class Quote { None = 1, Single = 2 };
 

@@ -6,6 +6,7 @@
 
 #include <QSet>
 
+#include "library/Settings.h"
 #include "maintenance/QuotedText.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/database/SqlPieces.h"
@@ -16,8 +17,6 @@ namespace maintenance {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString comparedExams = u"进行对比分析的考试"_s;
 
 /// Lines of the question, which has to fit the screen.
 constexpr size_t mostLines = 12;
@@ -137,7 +136,7 @@ QString ErasureCounts::text() const
         QString::number(scoreRows()), QString::number(examRows), QString::number(teacherRows)));
     if (!named.isEmpty())
         lines.append(u"分析设置“%1”里写着其中 %2 次考试，这项设置保持原样。"_s.arg(
-            comparedExams, QString::number(named.size())));
+            library::ComparedExams, QString::number(named.size())));
     return lines.join(u'\n');
 }
 
@@ -145,7 +144,8 @@ ErasureCounts countErasure(library::ScoreLibrary& scoreLibrary, const QStringLis
 {
     const database::ReadBatch reading(scoreLibrary.Conn);
     ErasureCounts counts;
-    const QStringList compared = library::examNames(scoreLibrary.settings.GetSZ(comparedExams));
+    const QStringList compared =
+        library::examNames(scoreLibrary.settings.GetSZ(library::ComparedExams));
     const bool hasTeachers = scoreLibrary.Conn.columns(u"教师表"_s).count() > 0;
     for (const QString& exam : exams) {
         for (const StreamOfExam& one : streamsOf(scoreLibrary, exam))

@@ -5,6 +5,7 @@
 
 #include "library/Catalogue.h"
 #include "library/ExamName.h"
+#include "library/Settings.h"
 #include "platform/database/ColumnDeclaration.h"
 #include "platform/database/Recordset.h"
 #include "platform/database/SqlPieces.h"
@@ -22,7 +23,6 @@ using database::Statement;
 namespace {
 
 const QString examColumn = u"考试名称"_s;
-const QString allExams = u"(全部)"_s;
 
 /// In 设置表, by position: the value, and the values that it was put together of.
 constexpr int settingField = 2;
@@ -49,7 +49,8 @@ QString spellingFault(const QString& name)
         return u"考试名称里不能有逗号“,”，几次考试的名称之间用它隔开。"_s;
     if (name.contains(u'\''))
         return u"考试名称里不能有单引号“'”，这样的考试不能浏览和统计。"_s;
-    return name == allExams ? u"“(全部)”在分析设置里代表所有考试，不能作考试名称。"_s : QString();
+    return name == library::AllOfThem ? u"“(全部)”在分析设置里代表所有考试，不能作考试名称。"_s
+                                      : QString();
 }
 
 /// Rows that bear the name, whatever the case of its letters, and are not the exam's.
@@ -76,7 +77,7 @@ std::optional<QString> renamedIn(const QString& list, const QString& exam, const
 void renameInSetting(Connection& connection, const QString& exam, const QString& name)
 {
     database::Recordset rows;
-    rows.Open(u"select * from 设置表 where 名称='进行对比分析的考试'"_s, connection);
+    rows.Open(u"select * from 设置表 where 名称=?"_s, {library::ComparedExams}, connection);
     for (; !rows.Eof(); rows.MoveNext()) {
         for (const int field : {settingField, choicesField}) {
             if (field >= rows.fieldCount())

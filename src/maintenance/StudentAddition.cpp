@@ -4,6 +4,7 @@
 
 #include "library/ExamName.h"
 #include "library/Students.h"
+#include "library/TextLength.h"
 #include "maintenance/QuotedText.h"
 #include "maintenance/Refusal.h"
 #include "maintenance/TypedNumber.h"
@@ -26,8 +27,6 @@ namespace {
 const Trap additionTrap{" - Sub AddStudent/StudentAddition"};
 
 constexpr qsizetype mostStreams = 2;
-/// As many as 姓名 holds.
-constexpr qsizetype longestName = 50;
 
 const QStringList& columnsOfOthers()
 {
@@ -49,8 +48,8 @@ QString nameFault(const QString& name)
 {
     if (name.isEmpty())
         return u"请输入姓名。"_s;
-    if (name.size() > longestName)
-        return u"姓名最多 %1 个字，现在有 %2 个字。"_s.arg(longestName).arg(name.size());
+    if (name.size() > library::LongestText)
+        return u"姓名最多 %1 个字，现在有 %2 个字。"_s.arg(library::LongestText).arg(name.size());
     return std::any_of(name.begin(), name.end(), library::isControlLetter)
                ? u"姓名里不能有换行、制表符等控制字符。"_s
                : QString();

@@ -1,6 +1,7 @@
 #include "statistics/ComprehensiveAnalysis.h"
 
 #include "library/ColumnNames.h"
+#include "library/Settings.h"
 #include "platform/database/Recordset.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/runtime/Dialogs.h"
@@ -215,8 +216,8 @@ void Analysis::runReports(const QStringList& names, const QString& exams)
 
 QString Analysis::comparedExams()
 {
-    const QString value = m_context.library.settings.GetSZ(u"进行对比分析的考试"_s);
-    return value == u"(全部)"_s ? catalogue().ExamList.join(u',') : value;
+    const QString value = m_context.library.settings.GetSZ(library::ComparedExams);
+    return value == library::AllOfThem ? catalogue().ExamList.join(u',') : value;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "workbench/Offers.h"
 
 #include "library/ColumnNames.h"
+#include "library/Settings.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trap.h"
 
@@ -53,7 +54,7 @@ QStringList statisticsItems(library::ScoreLibrary& scoreLibrary)
     QStringList items{u"高分段、低分段"_s};
     items += fieldOfRows(u"select *  from 设置表 where Id>4 order by ID"_s, nameField,
                          scoreLibrary.Conn);
-    items.removeAll(u"进行对比分析的考试"_s);
+    items.removeAll(library::ComparedExams);
     return items;
 }
 
