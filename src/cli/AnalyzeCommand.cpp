@@ -99,7 +99,7 @@ Exit runAnalyze(Session& session)
     const bool saving = arguments.has(u"out"_s);
     for (const auto& [stream, path] : paths) {
         if (saving)
-            refuseExisting(session, path);
+            refuseOutput(session, path);
     }
     statistics::ReportContext context(session.scores);
     excel::Application application;

@@ -7,6 +7,7 @@
 #include "individual/ChartColors.h"
 #include "library/ColumnNames.h"
 #include "platform/database/Error.h"
+#include "platform/database/FileCheck.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/database/OpenFile.h"
 #include "workbench/Offers.h"
@@ -162,12 +163,19 @@ void refuseExisting(const Session& session, const QString& path)
         throw runtime::Error(u"文件 %1 已存在，没有覆盖。要覆盖它，请加上 --force。"_s.arg(path));
 }
 
+void refuseOutput(const Session& session, const QString& path)
+{
+    refuseExisting(session, path);
+    if (database::isLibraryFile(path))
+        throw runtime::Error(u"%1 是成绩库，不能覆盖。"_s.arg(path));
+}
+
 QString chosenFile(const Session& session, const QString& option)
 {
     if (!session.arguments.has(option))
         return {};
     QString path = QFileInfo(session.arguments.value(option)).absoluteFilePath();
-    refuseExisting(session, path);
+    refuseOutput(session, path);
     return path;
 }
 

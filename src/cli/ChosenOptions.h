@@ -49,8 +49,12 @@ library::Backup chosenBackup(const Arguments& arguments);
 /// Throws Error if a file of this name exists and --force is not given, or is the open library.
 void refuseExisting(const Session& session, const QString& path);
 
+/// The same for a file that becomes no library: besides, no score library is replaced by it,
+/// whether it is open or not, of the present format or the old one.
+void refuseOutput(const Session& session, const QString& path);
+
 /// The full path of the file that an option names; "" without the option. Throws Error as
-/// refuseExisting does.
+/// refuseOutput does.
 QString chosenFile(const Session& session, const QString& option);
 
 } // namespace cli

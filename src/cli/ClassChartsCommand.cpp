@@ -24,7 +24,7 @@ Exit runClassCharts(Session& session)
     request.ticked = chosenTicks(session);
     const QString target = QFileInfo(arguments.value(u"out"_s)).absoluteFilePath();
     if (individual::isPdf(target))
-        refuseExisting(session, target);
+        refuseOutput(session, target);
     if (arguments.has(u"force"_s))
         session.dialogs.answer(u"同名的图片"_s, u"覆盖"_s);
     CliProgress progress;

@@ -1,3 +1,5 @@
+#include <QFileInfo>
+
 #include "cli/ChosenOptions.h"
 #include "cli/CliProgress.h"
 #include "cli/Command.h"
@@ -50,14 +52,14 @@ ConversionRequest conversionRequest(const Session& session)
 /// if it must not be replaced.
 QString reportPath(const Session& session, const ConversionRequest& request)
 {
-    QString path = chosenFile(session, u"report"_s);
-    if (path.isEmpty())
-        return path;
-    if (database::isSamePlace(path, request.newPath))
-        throw UsageError(u"--report 不能是新成绩库的文件。"_s);
+    if (!session.arguments.has(u"report"_s))
+        return {};
     ConversionRequest instead = request;
-    instead.newPath = path;
+    instead.newPath = QFileInfo(session.arguments.value(u"report"_s)).absoluteFilePath();
+    if (database::isSamePlace(instead.newPath, request.newPath))
+        throw UsageError(u"--report 不能是新成绩库的文件。"_s);
     checkTarget(instead);
+    QString path = chosenFile(session, u"report"_s);
     // A report that cannot be written is told before the long work, not after it.
     const runtime::UnfinishedFile attempt(path);
     return path;

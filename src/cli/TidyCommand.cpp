@@ -170,12 +170,21 @@ std::optional<tidy::Roster> chosenRoster(const Session& session, const tidy::Ali
     return tidy::Roster::ofLibrary(scores, aliases);
 }
 
-/// Throws UsageError without one that is needed, Error for one that must not be written.
-QString chosenTarget(const Session& session, const QString& format)
+/// Throws UsageError without a file that is needed, and for one that is no workbook by its name.
+void checkTarget(const Arguments& arguments, const QString& format)
+{
+    const QString target = arguments.value(u"out"_s);
+    if (target.isEmpty() && (arguments.has(u"out"_s) || format != "json"_L1))
+        throw missingOption(u"out"_s);
+    if (!target.isEmpty() && !target.endsWith(u".xlsx"_s, Qt::CaseInsensitive))
+        throw UsageError(u"选项 --out 的文件只能是 .xlsx。"_s);
+}
+
+/// Knows the library that is open only after it was opened. Throws Error for a file that must not
+/// be written.
+QString chosenTarget(const Session& session)
 {
     const Arguments& arguments = session.arguments;
-    if (arguments.value(u"out"_s).isEmpty() && (arguments.has(u"out"_s) || format != "json"_L1))
-        throw missingOption(u"out"_s);
     QString target = chosenFile(session, u"out"_s);
     const QFileInfo file(target);
     if (file.exists()
@@ -273,7 +282,7 @@ Exit runTidy(Session& session)
 {
     const Arguments& arguments = session.arguments;
     const QString format = arguments.oneOf(u"format"_s, {u"paths"_s, u"json"_s});
-    const QString target = chosenTarget(session, format);
+    checkTarget(arguments, format);
     const QString source = arguments.path(0);
     if (!QFileInfo(source).isFile())
         throw runtime::Error(u"找不到工作簿：%1"_s.arg(source));
@@ -281,6 +290,7 @@ Exit runTidy(Session& session)
     const std::optional<tidy::Roster> roster = chosenRoster(session, aliases);
     if (!roster)
         return Exit::Error;
+    const QString target = chosenTarget(session);
     const std::unique_ptr<excel::Workbook> book = excel::readWorkbook(source);
     const tidy::Sources sources{aliases, *roster};
     const Proposal proposal = chosenProposal(*book, arguments, sources);

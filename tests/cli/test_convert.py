@@ -403,6 +403,11 @@ class Report(ConvertTest):
         result = self.convert(self.old, "--report", link, "--force", expect=USAGE)
         self.assertEqual(result.err.splitlines()[0], "--report 不能是新成绩库的文件。")
 
+    def test_no_other_library(self):
+        other = self.put("另一个.CJK", oldsamples.data(self.sample))
+        self.refused(self.old, "--report", other, "--force",
+                     sentence=f"{other} 是成绩库，不能覆盖。")
+
     def test_neither_of_the_libraries_behind_a_linked_folder(self):
         (self.folder / "链接").symlink_to(self.folder)
         for report in (f"链接/{self.new.name}", f"链接/链接/{self.new.name}"):

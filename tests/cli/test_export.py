@@ -202,6 +202,16 @@ class Files(Prepared):
                 self.assertIn("不是普通文件，不能覆盖。", result.err)
         self.assertTrue(pipe.is_fifo() and link.is_symlink())
 
+    def test_no_score_library_is_replaced_even_by_force(self):
+        path = self.folder / "另一个.xlsx"
+        library = self.library.read_bytes()
+        for content in (library, library[:200], b"\0\1\0\0Standard Jet DB\0 and more"):
+            with self.subTest(content[:20]):
+                path.write_bytes(content)
+                result = self.export("--out", path, "--force", expect=ERROR)
+                self.assertEqual((result.out, result.err), ("", f"{path} 是成绩库，不能覆盖。\n"))
+                self.assertEqual(path.read_bytes(), content)
+
     def test_saves_and_prints_the_content(self):
         path = self.folder / "成绩.xlsx"
         self.assertEqual(self.json("--out", path)["sheets"], openpyxl.load_workbook(path).sheetnames)

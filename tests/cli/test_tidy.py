@@ -145,6 +145,23 @@ class Refused(TidyTest):
                          f"文件 {self.target} 已存在，没有覆盖。要覆盖它，请加上 --force。\n")
         self.assertEqual(self.target.read_text(), "旧")
 
+    def test_a_score_library_is_never_replaced(self):
+        self.make_library("语文", "总分")
+        before = self.library.read_bytes()
+        named = self.library.with_suffix(".xlsx")
+        named.write_bytes(before)
+        for options, target, code, says in (
+                (("--library", self.library), self.library, USAGE, "选项 --out 的文件只能是 .xlsx。"),
+                ((), self.library, USAGE, "选项 --out 的文件只能是 .xlsx。"),
+                (("--library", named), named, ERROR, f"文件 {named} 正在使用，不能覆盖。"),
+                ((), named, ERROR, f"{named} 是成绩库，不能覆盖。")):
+            with self.subTest(options=options, target=target):
+                book = self.book("期中.xlsx", *SCHOOLS)
+                result = self.run_program("tidy", book, "--out", target, "--force",
+                                          "--map", "学号=A", *options, expect=code)
+                self.assertEqual((result.out, result.err.splitlines()[0]), ("", says))
+                self.assertEqual(target.read_bytes(), before)
+
     def test_a_file_that_is_no_workbook_is_told(self):
         page = self.folder / "网页.xls"
         page.write_text("<html></html>")

@@ -19,6 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int headerSize = 100;
+constexpr char formatName[] = "SQLite format 3";
 const QString journalEnding = u"-journal"_s;
 
 /// Pages of the file as its header counts them, in bytes; 0 if the header does not say.
@@ -53,12 +54,22 @@ void checkHeader(const QString& path)
         throw Error(Failure::NoLibrary, u"%1 是空文件，不是成绩库。"_s.arg(path));
     if (isOldFormat(header))
         throw Error(Failure::NoLibrary, u"%1 是旧格式的成绩库，不能直接打开。"_s.arg(path));
-    if (!header.startsWith("SQLite format 3"))
+    if (!header.startsWith(formatName))
         throw Error(Failure::NoLibrary, u"%1 不是成绩库。"_s.arg(path));
     // A journal beside the file means that a write was broken off; the engine mends that by itself.
     const bool journal = QFileInfo::exists(path + journalEnding);
     if (header.size() < headerSize || (!journal && info.size() < sizeByHeader(header)))
         throw Error(Failure::Damaged, u"%1 不完整（后面一部分丢失了），无法打开。"_s.arg(path));
+}
+
+bool isLibraryFile(const QString& path)
+{
+    QFile file(path);
+    // No device or pipe is waited for.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray header = file.read(headerSize);
+    return header.startsWith(formatName) || isOldFormat(header);
 }
 
 bool isJournalOf(const QString& path)

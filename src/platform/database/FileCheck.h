@@ -19,6 +19,10 @@ struct FileShape
 /// missing, none of ours or cut off.
 void checkHeader(const QString& path);
 
+/// True if the file begins as a library does, of the present format or the old one, be it whole or
+/// cut off; false for what cannot be read.
+bool isLibraryFile(const QString& path);
+
 /// True if the journal beside a file can be of a write that was broken off in it: it is one of the
 /// engine, and as many pages as it counts fit into the file.
 bool isJournalOf(const QString& path);
