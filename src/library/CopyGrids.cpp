@@ -12,13 +12,15 @@ namespace {
 
 constexpr int left = 1;
 
-grid::FlexGrid gridWith(int cols)
+/// Headings and so many rows below them, of which the first is the current one.
+grid::FlexGrid gridWith(size_t rows, const QStringList& headings)
 {
     grid::FlexGrid grid;
     grid.FixedCols = 0;
-    grid.setRows(1);
-    grid.setCols(cols);
+    grid.setRows(int(rows) + 1);
+    grid.setCols(int(headings.size()));
     grid.setColAlignment(-1, left);
+    grid::setRow(grid, 0, headings);
     return grid;
 }
 
@@ -27,15 +29,14 @@ grid::FlexGrid gridWith(int cols)
 grid::FlexGrid copiesGrid(const std::vector<LibraryCopy>& copies)
 {
     const QStringList headings{u"序号"_s, u"时间"_s, u"在哪一步之前"_s, u"大小"_s, u"文件"_s};
-    grid::FlexGrid grid = gridWith(int(headings.size()));
-    grid::setRow(grid, 0, headings);
+    grid::FlexGrid grid = gridWith(copies.size(), headings);
     // In twips.
     int col = 0;
     for (const int width : {600, 2400, 3600, 1200, 3600})
         grid.setColWidth(col++, width);
+    int row = 0;
     for (const LibraryCopy& copy : copies) {
-        const int row = grid.Rows();
-        grid.setRows(row + 1);
+        ++row;
         grid::setRow(grid, row,
                      {QString::number(row), timeText(copy.time), copy.occasionText(),
                       sizeText(copy.size), QFileInfo(copy.path).fileName()});
@@ -45,19 +46,17 @@ grid::FlexGrid copiesGrid(const std::vector<LibraryCopy>& copies)
 
 grid::FlexGrid differencesGrid(const std::vector<DifferenceLine>& lines, Details details)
 {
-    grid::FlexGrid grid = gridWith(1);
-    grid::setRow(grid, 0, {u"恢复这份备份会怎样"_s});
-    const auto add = [&](const QString& text) {
-        grid.setRows(grid.Rows() + 1);
-        grid.setTextMatrix(grid.Rows() - 1, 0, text);
-    };
+    QStringList texts;
     for (const DifferenceLine& line : lines) {
-        add(line.text);
+        texts.append(line.text);
         if (details == Details::Hidden)
             continue;
         for (const QString& name : line.details)
-            add(u"　　"_s + name);
+            texts.append(u"　　"_s + name);
     }
+    grid::FlexGrid grid = gridWith(size_t(texts.size()), {u"恢复这份备份会怎样"_s});
+    for (qsizetype i = 0; i < texts.size(); ++i)
+        grid.setTextMatrix(int(i) + 1, 0, texts[i]);
     return grid;
 }
 

@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
+#include <QItemSelectionModel>
 #include <QLabel>
 
 #include "gui/MainWindowFixture.h"
@@ -78,6 +79,13 @@ protected:
     {
         return screen.findChild<QLabel*>(u"labelDifferences"_s)->text();
     }
+    static QList<int> selectedRows(const grid::FlexGridView& grid)
+    {
+        QList<int> rows;
+        for (const QModelIndex& index : grid.selectionModel()->selectedIndexes())
+            rows.append(index.row());
+        return rows;
+    }
     QString students() { return test.rows(u"select 姓名 from 信息表"_s); }
 };
 
@@ -89,6 +97,8 @@ TEST_F(RestoreScreen, ListsCopiesAndComparesTheChosenOneByKeys)
         EXPECT_EQ(note(screen), u"选中一份备份，按“与现在比较”看有哪些不同。"_s);
         grid::FlexGridView* copies = view(screen, u"gridCopies"_s);
         EXPECT_EQ(screen.focusWidget(), copies);
+        EXPECT_EQ(selectedRows(*copies), QList<int>{1});
+        EXPECT_EQ(selectedRows(*view(screen, u"gridDifferences"_s)), QList<int>());
         QTest::keyClick(copies, Qt::Key_Down);
         QTest::keyClick(screen.findChild<QPushButton*>(u"buttonCompare"_s), Qt::Key_Space);
         EXPECT_EQ(differences(screen), u"恢复这份备份会怎样\n"

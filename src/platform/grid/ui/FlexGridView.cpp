@@ -229,8 +229,12 @@ void FlexGridView::keepBlock(int row, int col, int rowSel, int colSel)
     const auto [top, bottom] = std::minmax({first.row(), last.row()});
     const auto [left, right] = std::minmax({first.column(), last.column()});
     selectionModel()->setCurrentIndex(last, QItemSelectionModel::NoUpdate);
-    selectionModel()->select({m_model->index(top, left), m_model->index(bottom, right)},
-                             QItemSelectionModel::ClearAndSelect);
+    // Headings with nothing below them are not chosen.
+    if (rows <= m_grid.FixedRows)
+        selectionModel()->clearSelection();
+    else
+        selectionModel()->select({m_model->index(top, left), m_model->index(bottom, right)},
+                                 QItemSelectionModel::ClearAndSelect);
     m_grid.Row = inside(std::max(first.row(), m_grid.FixedRows), rows);
     m_grid.Col = inside(std::max(first.column(), m_grid.FixedCols), cols);
     m_grid.RowSel = inside(std::max(last.row(), m_grid.FixedRows), rows);
