@@ -280,12 +280,11 @@ void XlsxSheetHandler::endCell()
         return;
     }
     const runtime::Value content = value();
-    if (!content.isNull()) {
-        payForCell();
-        m_table.append(m_row, m_column, content);
-    } else if (m_hasFormula) {
-        m_table.markUsed(m_row, m_column);
-    }
+    // A formula without a result stays as an empty cell.
+    if (content.isNull() && !m_hasFormula)
+        return;
+    payForCell();
+    m_table.append(m_row, m_column, content);
 }
 
 const QString* XlsxSheetHandler::sharedText() const

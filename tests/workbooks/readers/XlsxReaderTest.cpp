@@ -98,10 +98,11 @@ TEST(XlsxReader, WidthsOfOtherProgramsStayWhenTheFileIsSaved)
 TEST(XlsxReader, ReadsInlineTextsAndTakesAFormulaWithoutResultAsEmpty)
 {
     const auto book = excel::readWorkbook(fixture(u"inline-texts.xlsx"_s));
-    EXPECT_EQ(cellsOf(book->Worksheets().Item(u"导出"_s)),
-              u"1,1 Text 班级\n1,2 Text 学号\n1,3 Double 97.5\n1,5 Text   blanks \n"
-              "1,6 Text 行1\n行2\n2,2 Date 2009-07-31 08:30:00\n2,3 Date 1899-12-30 08:30:00\n"
-              "2,4 Error #N/A\n"_s);
+    EXPECT_EQ(
+        cellsOf(book->Worksheets().Item(u"导出"_s)),
+        u"1,1 Text 班级\n1,2 Text 学号\n1,3 Double 97.5\n1,5 Text   blanks \n"
+        "1,6 Text 行1\n行2\n2,1 Null \n2,2 Date 2009-07-31 08:30:00\n2,3 Date 1899-12-30 08:30:00\n"
+        "2,4 Error #N/A\n"_s);
     EXPECT_EQ(book->Worksheets().Item(2).visibility(), Visibility::VeryHidden);
     EXPECT_EQ(book->Worksheets().Item(2).Cells(1, 1), Value(u"1"_s));
 }
@@ -121,11 +122,11 @@ TEST(XlsxReader, ReadsCellsOfEveryType)
         {"<c t='e'><v>#VALUE!</v></c>", u"1,1 Error #VALUE!\n"_s},
         {"<c t='str'><f>A1</f><v>x</v></c>", u"1,1 Text x\n"_s},
         {"<c t='str'><f>A1</f><v></v></c>", u"1,1 Text \n"_s},
-        {"<c t='str'><f>A1</f></c>", u""_s},
-        {"<c><f>A1</f></c>", u""_s},
-        {"<c><f>A1</f><v/></c>", u""_s},
-        {"<c><f>A1</f><v></v></c>", u""_s},
-        {"<c t='b'><f>A1</f><v/></c>", u""_s},
+        {"<c t='str'><f>A1</f></c>", u"1,1 Null \n"_s},
+        {"<c><f>A1</f></c>", u"1,1 Null \n"_s},
+        {"<c><f>A1</f><v/></c>", u"1,1 Null \n"_s},
+        {"<c><f>A1</f><v></v></c>", u"1,1 Null \n"_s},
+        {"<c t='b'><f>A1</f><v/></c>", u"1,1 Null \n"_s},
         {"<c t='d'><v>2009-07-31</v></c>", u"1,1 Date 2009-07-31\n"_s},
         {"<c t='d'><v>2009-07-31T08:30:00</v></c>", u"1,1 Date 2009-07-31 08:30:00\n"_s},
         {"<c t='d'><v>someday</v></c>", u"1,1 Text someday\n"_s},
