@@ -93,6 +93,7 @@ void SheetReading::readRows()
     openStreams();
     noteColumns();
 }
+    askForResults();
 
 /// A number that lost its last digits may be that of another student, and names nobody.
 void SheetReading::forgetCutNumbers()
@@ -235,7 +236,8 @@ QString SheetReading::whyNot() const
     if (m_proposal.goal == Goal::ExamScores && !hasScores)
         return u"没有科目的成绩。"_s;
     if (m_rows.empty())
-        return u"表头下面没有学生。"_s;
+        return m_lacksResults ? u"公式没有结果，请用电子表格打开原来的文件，保存一次，再整理。"_s
+                              : u"表头下面没有学生。"_s;
     return m_view.sheet().visibility() == excel::Visibility::Visible ? QString()
                                                                      : u"隐藏的数据表。"_s;
 }
@@ -254,6 +256,63 @@ void SheetReading::takeOrLeave()
     }
     if (m_rows.empty())
         m_questions.append(u"数据表“%1”不能用：%2"_s.arg(m_sheet.name, m_sheet.reason));
+/// Whether what a row lacks would be missing in the result.
+bool SheetReading::isRead(int row, const std::vector<int>& withoutResult) const
+{
+    const LeftOutRows* leftOut = m_sheet.leftOutAt(row);
+    if (leftOut == nullptr || leftOut->kind == RowKind::NotFound
+        || (row >= m_sheet.heading.first && row <= m_sheet.heading.last()))
+        return true;
+    return leftOut->kind == RowKind::Blank
+           && std::any_of(withoutResult.begin(), withoutResult.end(), [this](int place) {
+                  const ColumnProposal* column = m_sheet.column(place);
+                  return column != nullptr && column->use.field != Field::Leave
+                         && column->use.name.isEmpty();
+              });
+}
+
+/// Formulas whose results are needed, and the columns that they stand in.
+struct SheetReading::LostResults
+{
+    int count = 0;
+    QStringList columns;
+};
+
+void SheetReading::countLost(int row, const std::vector<int>& places, LostResults& lost) const
+{
+    for (const int place : places) {
+        const ColumnProposal* column = m_sheet.column(place);
+        if (column == nullptr)
+            continue;
+        const bool isUnsettled =
+            row <= m_sheet.heading.last() && column->decidedBy == DecidedBy::Program;
+        if (column->use.field == Field::Leave && !isUnsettled)
+            continue;
+        ++lost.count;
+        const QString name = column->heading.isEmpty() ? excel::columnName(place) + u" 列"_s
+                                                       : u"“%1”"_s.arg(column->heading);
+        if (!lost.columns.contains(name))
+            lost.columns.append(name);
+    }
+}
+
+/// A formula without a result would count as an empty cell, and its student as absent.
+void SheetReading::askForResults()
+{
+    LostResults lost;
+    for (int row = m_sheet.heading.first; row <= m_view.lastRow(); row = m_view.nextRow(row)) {
+        const std::vector<int> places = m_view.columnsWithoutResult(row);
+        if (!places.empty() && isRead(row, places))
+            countLost(row, places, lost);
+    }
+    m_lacksResults = lost.count > 0;
+    if (m_lacksResults)
+        m_questions.append(
+            u"数据表“%1”的%2里有 %3 个公式没有结果，不知道是什么内容。请用电子表格打开原来的文件，"
+            "保存一次，再整理；不用的列请选择不导入。"_s.arg(m_sheet.name, lost.columns.join(u'、'),
+                                                             QString::number(lost.count)));
+}
+
     else
         m_sheet.reason.clear();
     noteUntakenColumns();

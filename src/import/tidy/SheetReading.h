@@ -43,6 +43,10 @@ private:
     void openStreams();
     void takeOrLeave();
     QString whyNot() const;
+    bool isRead(int row, const std::vector<int>& withoutResult) const;
+    struct LostResults;
+    void countLost(int row, const std::vector<int>& places, LostResults& lost) const;
+    void askForResults();
     void noteColumns();
     void noteUntakenColumns();
     void noteCuts();
@@ -58,6 +62,7 @@ private:
     QString m_grade;
     std::vector<SourceRow> m_rows;
     QHash<QString, int> m_columnOf;
+    bool m_lacksResults = false;
     QStringList m_questions;
     QStringList m_warnings;
 };

@@ -95,6 +95,20 @@ std::vector<FilledCell> SheetView::cells(int row) const
     return filled;
 }
 
+/// A reader leaves an empty cell without a format for such a formula, and nowhere else.
+std::vector<int> SheetView::columnsWithoutResult(int row) const
+{
+    std::vector<int> columns;
+    const excel::Row* found = m_sheet.table().row(row);
+    if (found == nullptr)
+        return columns;
+    for (const excel::Cell& cell : found->cells) {
+        if (cell.isNull() && cell.format() == 0 && cell.column() <= LastColumn)
+            columns.push_back(cell.column());
+    }
+    return columns;
+}
+
 QString SheetView::shownText(int row, int column) const
 {
     const excel::CellRange* block = blockAt(row, column);

@@ -55,6 +55,8 @@ public:
     std::vector<FilledCell> cells(int row) const;
     runtime::Value value(int row, int column) const { return m_sheet.table().value(row, column); }
     QString text(int row, int column) const { return cellText(value(row, column)); }
+    /// The columns of a row with formulas whose results the file does not hold, ascending.
+    std::vector<int> columnsWithoutResult(int row) const;
     /// The text of a cell, or of the merged block that it belongs to.
     QString shownText(int row, int column) const;
     /// The merged block that holds a cell; null if none does.
