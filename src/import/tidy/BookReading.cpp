@@ -1,8 +1,10 @@
 #include "import/tidy/BookReading.h"
 
 #include <algorithm>
+#include <map>
 
 #include "import/tidy/Questions.h"
+#include "platform/runtime/Numbers.h"
 
 namespace tidy {
 
@@ -18,6 +20,38 @@ QString sheetName(const QString& stream, qsizetype streams)
     if (stream.isEmpty())
         return u"科类不明"_s;
     return stream == u"文"_s || stream == u"理"_s ? stream + u'科' : stream;
+}
+
+/// The students of a class, and how many of them stand on no sheet with a certain column.
+struct ClassGap
+{
+    int students = 0;
+    int missing = 0;
+};
+
+using ClassGaps = std::map<double, ClassGap>;
+
+/// Whole classes whose sheets lack a column: "2班（10 人）、3班（45 人）"; empty if there are none.
+QString wholeClasses(const ClassGaps& gaps)
+{
+    constexpr int mostNamed = 5;
+    QStringList named;
+    int classes = 0;
+    for (const auto& [number, gap] : gaps) {
+        if (gap.missing == gap.students && ++classes <= mostNamed)
+            named.append(
+                u"%1班（%2 人）"_s.arg(runtime::doubleText(number), QString::number(gap.missing)));
+    }
+    const QString all = named.join(u'、');
+    return classes > mostNamed ? u"%1等 %2 个班"_s.arg(all, QString::number(classes)) : all;
+}
+
+int missingBesideOthers(const ClassGaps& gaps)
+{
+    int missing = 0;
+    for (const auto& [number, gap] : gaps)
+        missing += gap.missing < gap.students ? gap.missing : 0;
+    return missing;
 }
 
 /// A row of scores that are nobody's.
@@ -46,6 +80,7 @@ BookReading::BookReading(excel::Workbook& book, Proposal& proposal, const Source
     noteLostDigits();
     findStudents();
     countScores();
+    noteMissingColumns();
     noteRemarks();
     countStudents();
     m_proposal.questions =
@@ -111,6 +146,7 @@ void BookReading::findStudents()
     m_joinQuestions = join.questions();
     m_proposal.warnings += join.warnings();
     makeSheets(join);
+    noteEmptyColumns();
 }
 
 QString BookReading::streamOf(const ResultRow& row) const
@@ -159,18 +195,78 @@ void BookReading::makeSheets(const SheetJoin& join)
         findColumns(sheet);
 }
 
+QStringList BookReading::possibleColumns() const
+{
+    return m_proposal.goal == Goal::ExamScores ? m_sources.roster.subjects()
+                                               : QStringList{u"科类"_s} + Roster::studentColumns();
+}
+
 void BookReading::findColumns(ResultSheet& sheet)
 {
-    const bool isExam = m_proposal.goal == Goal::ExamScores;
-    const QStringList all =
-        isExam ? m_sources.roster.subjects() : QStringList{u"科类"_s} + Roster::studentColumns();
-    for (const QString& column : all) {
+    for (const QString& column : possibleColumns()) {
         const bool isThere =
             std::any_of(sheet.rows.begin(), sheet.rows.end(), [&](const ResultRow& row) {
                 return !contentOf(row, column, m_sheets).isNull();
             });
         if (isThere)
             sheet.columns.append(column);
+    }
+}
+
+/// A column that nobody has anything in is not written.
+void BookReading::noteEmptyColumns()
+{
+    QStringList empty;
+    for (const QString& column : possibleColumns()) {
+        const bool isWritten =
+            std::any_of(m_result.begin(), m_result.end(), [&](const ResultSheet& sheet) {
+                return sheet.rows.empty() || sheet.columns.contains(column);
+            });
+        const bool isTaken =
+            std::any_of(m_sheets.begin(), m_sheets.end(), [&](const SheetReading& sheet) {
+                return sheet.proposal().taking == Taking::Take && sheet.columnNamed(column) > 0;
+            });
+        if (isTaken && !isWritten)
+            empty.append(u"“%1”"_s.arg(column));
+    }
+    if (!empty.isEmpty())
+        m_proposal.warnings.append(u"%1没有内容，没有写进整理好的表。"_s.arg(empty.join(u'、')));
+}
+
+bool BookReading::hasColumn(const ResultRow& row, const QString& subject) const
+{
+    return std::any_of(row.parts.begin(), row.parts.end(), [&](const SourceRow* part) {
+        return m_sheets[size_t(part->sheet)].columnNamed(subject) > 0;
+    });
+}
+
+/// Who stands on no sheet with a column of the subject counts as absent, as if his cell were blank.
+void BookReading::noteMissingColumn(const ResultSheet& sheet, const QString& subject)
+{
+    ClassGaps gaps;
+    for (const ResultRow& row : sheet.rows) {
+        ClassGap& gap = gaps[row.student->classNumber];
+        ++gap.students;
+        gap.missing += hasColumn(row, subject) ? 0 : 1;
+    }
+    const MarkUse use = m_useOf.value(QString());
+    const QString becomes = use == MarkUse::AsItStands ? u"不填"_s : u'按' + markUseText(use);
+    const QString classes = wholeClasses(gaps);
+    if (!classes.isEmpty())
+        m_proposal.warnings.append(
+            u"%1没有“%2”一列，这些学生的“%2”%3。"_s.arg(classes, subject, becomes));
+    if (const int missing = missingBesideOthers(gaps); missing > 0)
+        m_proposal.warnings.append(u"有 %1 名学生不在有“%2”一列的数据表里，他们的“%2”%3。"_s.arg(
+            QString::number(missing), subject, becomes));
+}
+
+void BookReading::noteMissingColumns()
+{
+    if (m_proposal.goal == Goal::StudentList)
+        return;
+    for (const ResultSheet& sheet : m_result) {
+        for (const QString& subject : sheet.columns)
+            noteMissingColumn(sheet, subject);
     }
 }
 

@@ -41,9 +41,14 @@ private:
     void makeSheets(const SheetJoin& join);
     QStringList streamsOf(const std::vector<ResultRow>& rows) const;
     QString streamOf(const ResultRow& row) const;
+    QStringList possibleColumns() const;
     void findColumns(ResultSheet& sheet);
+    void noteEmptyColumns();
     void countScores();
     void countScore(const ResultRow& row, const QString& subject);
+    bool hasColumn(const ResultRow& row, const QString& subject) const;
+    void noteMissingColumns();
+    void noteMissingColumn(const ResultSheet& sheet, const QString& subject);
     void noteRemarks();
     void countStudents();
     void keep(const Remark& remark, int sheet);

@@ -62,5 +62,39 @@ TEST_F(LostScores, FormulasOfSumsAndOfColumnsThatAreNotTakenAreNot)
     EXPECT_EQ(result(), u"[成绩]\n班级|学号|姓名|语文\n1|1|甲|100"_s);
 }
 
+TEST_F(LostScores, ASubjectWithoutAnyScoreIsTold)
+{
+    sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s, u"英语"_s},
+                      {1, 1, u"甲"_s, 100}});
+    EXPECT_EQ(result(), u"[成绩]\n班级|学号|姓名|语文\n1|1|甲|100"_s);
+    EXPECT_EQ(warnings(), u"“数学”、“英语”没有内容，没有写进整理好的表。"_s);
+}
+
+TEST_F(LostScores, ASubjectThatTheSheetOfAClassLacksIsTold)
+{
+    sheet(u"1班"_s, {{u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s}, {1, u"甲"_s, 100, 90}});
+    sheet(u"2班"_s, {{u"学号"_s, u"姓名"_s, u"语文"_s}, {1, u"乙"_s, 80}, {2, u"丙"_s, 70}});
+    EXPECT_EQ(warnings(), u"2班（2 人）没有“数学”一列，这些学生的“数学”按缺考。"_s);
+    Proposal proposal = proposed();
+    chooseMark(proposal, {}, MarkUse::AsItStands);
+    again(proposal);
+    EXPECT_EQ(proposal.warnings.join(u'\n'),
+              u"2班（2 人）没有“数学”一列，这些学生的“数学”不填。"_s);
+    for (int number = 3; number <= 8; ++number)
+        sheet(u"%1班"_s.arg(number), {{u"学号"_s, u"姓名"_s, u"语文"_s}, {1, u"丁"_s, 80}});
+    EXPECT_EQ(warnings(),
+              u"2班（2 人）、3班（1 人）、4班（1 人）、5班（1 人）、6班（1 人）等 7 个班"
+              "没有“数学”一列，这些学生的“数学”按缺考。"_s);
+}
+
+TEST_F(LostScores, StudentsWhoAreMissingOnTheSheetOfASubjectAreTold)
+{
+    sheet(
+        u"语文"_s,
+        {{u"班级"_s, u"学号"_s, u"姓名"_s, u"成绩"_s}, {1, 1, u"甲"_s, 100}, {1, 2, u"乙"_s, 90}});
+    sheet(u"数学"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"成绩"_s}, {1, 2, u"乙"_s, 80}});
+    EXPECT_EQ(warnings(), u"有 1 名学生不在有“数学”一列的数据表里，他们的“数学”按缺考。"_s);
+}
+
 } // namespace
 } // namespace tidy
