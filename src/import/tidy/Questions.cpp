@@ -128,6 +128,37 @@ QStringList aboutClasses(const Proposal& proposal)
     return joined(u"有 %1 种班级的写法不能确定是哪个班：%2%3。"_s, named, count);
 }
 
+/// A class that is written in the first of its rows alone would cost the others.
+QStringList aboutRowsWithoutClass(const ReadState& state)
+{
+    struct Rows
+    {
+        int all = 0;
+        int without = 0;
+    };
+    std::vector<Rows> onSheet(state.proposal.sheets.size());
+    for (const StudentRow& student : state.students) {
+        if (!student.source.whyNobody.isEmpty())
+            continue;
+        Rows& rows = onSheet[size_t(student.source.sheet)];
+        ++rows.all;
+        rows.without += !student.isWhole && student.source.classText.isEmpty() ? 1 : 0;
+    }
+    QStringList all;
+    for (size_t place = 0; place < onSheet.size(); ++place) {
+        const SheetProposal& sheet = state.proposal.sheets[place];
+        const Rows& rows = onSheet[place];
+        if (sheet.classSource.from != ClassFrom::Column || rows.without == 0
+            || rows.without * 2 < rows.all)
+            continue;
+        all.append(u"数据表“%1”的 %2 名学生里有 %3 "
+                   u"名没有班级。班级只写在每班第一行的，请在原来的表里给每一行"
+                   "填上班级，再整理。"_s.arg(sheet.name, QString::number(rows.all),
+                                              QString::number(rows.without)));
+    }
+    return all;
+}
+
 QStringList aboutMarks(const Proposal& proposal)
 {
     QStringList named;
@@ -219,8 +250,8 @@ QStringList openQuestions(const ReadState& state)
     for (const SheetReading& sheet : state.sheets)
         all += sheet.questions();
     all += aboutKeys(state) + aboutSubjects(state) + aboutClasses(state.proposal)
-           + aboutMarks(state.proposal) + aboutNumbers(state) + state.joinQuestions
-           + aboutSize(state.proposal);
+           + aboutRowsWithoutClass(state) + aboutMarks(state.proposal) + aboutNumbers(state)
+           + state.joinQuestions + aboutSize(state.proposal);
     return all + aboutNobody(state, all);
 }
 

@@ -96,5 +96,19 @@ TEST_F(LostScores, StudentsWhoAreMissingOnTheSheetOfASubjectAreTold)
     EXPECT_EQ(warnings(), u"有 1 名学生不在有“数学”一列的数据表里，他们的“数学”按缺考。"_s);
 }
 
+TEST_F(LostScores, AClassInTheFirstOfItsRowsAloneIsAskedAbout)
+{
+    excel::Worksheet& made = sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s},
+                                               {1, 1, u"甲"_s, 100},
+                                               {{}, 2, u"乙"_s, 90},
+                                               {2, 1, u"丙"_s, 80},
+                                               {{}, 2, u"丁"_s, 70}});
+    EXPECT_EQ(result(), u"数据表“成绩”的 4 名学生里有 2 名没有班级。班级只写在每班第一行的，"
+                        "请在原来的表里给每一行填上班级，再整理。"_s);
+    made.setCell(3, 1, 1);
+    EXPECT_EQ(proposed().counts.leftOut, 1);
+    EXPECT_TRUE(proposed().isDecided());
+}
+
 } // namespace
 } // namespace tidy
