@@ -22,10 +22,11 @@ const QStringList& usualSubjects()
     return names;
 }
 
-/// What stands beside the name of a subject, as headings are folded.
-ScoreKind kindOf(const QString& rest)
+/// What stands beside the name of a subject, as headings are folded, with the full mark or without.
+ScoreKind kindOf(const QString& heading)
 {
-    static const QRegularExpression fullMark(u"^(满分)?\\d+分?$"_s);
+    static const QRegularExpression fullMark(u"^[/:]?(满分)?[/:]?\\d+分?$"_s);
+    static const QRegularExpression fullMarkBehind(u"(?<=[分绩])[/:]?(满分)?[/:]?\\d{2,3}分?$"_s);
     static const QRegularExpression raw(
         u"^(原始|卷面|实得|考试)?(分数|得分|成绩|分|原分)$|^原始$|^卷面$"_s);
     static const QRegularExpression assigned(u"赋分|等级分|转换|折算|折合|加权"_s);
@@ -35,9 +36,10 @@ ScoreKind kindOf(const QString& rest)
         "平均|均分|最高|最低|率$|进退|升降|状态|备注|[ab]卷|听力|作文|笔试|口试|差"_s);
     static const QRegularExpression now(u"^(本次|这次)(考试)?(分数|得分|成绩|分)?$"_s);
     static const QRegularExpression former(u"^(上|前|上一|前一)次(考试)?(分数|得分|成绩|分)?$"_s);
+    const QString rest = QString(heading).remove(fullMarkBehind);
     if (former.match(rest).hasMatch())
         return ScoreKind::Former;
-    if (rest.isEmpty() || fullMark.match(rest).hasMatch() || now.match(rest).hasMatch())
+    if (rest.isEmpty() || fullMark.match(heading).hasMatch() || now.match(rest).hasMatch())
         return ScoreKind::Bare;
     if (raw.match(rest).hasMatch())
         return ScoreKind::Raw;

@@ -89,11 +89,12 @@ void SheetReading::readRows()
         m_questions.append(
             u"数据表“%1”第 %2 行的标题写着另一个班，请确定班级用标题里的还是表名或文件名里的。"_s
                 .arg(m_sheet.name, QString::number(reading.otherClassTitle())));
+    openNamedColumns();
     openTextColumns();
     openStreams();
     noteColumns();
-}
     askForResults();
+}
 
 /// A number that lost its last digits may be that of another student, and names nobody.
 void SheetReading::forgetCutNumbers()
@@ -176,6 +177,37 @@ SheetReading::Contents SheetReading::contentsOf(int column) const
     return contents;
 }
 
+bool SheetReading::isUnknown(const ColumnProposal& column, const HeadingCell& heading) const
+{
+    return !heading.isEmpty() && column.use.field == Field::Leave
+           && column.decidedBy == DecidedBy::Program && !m_words.meaning(heading).isKnown;
+}
+
+/// Numbers below a subject's name with something beside it, such as 语文（含附加）, where the
+/// subject has no other column.
+void SheetReading::openNamedColumns()
+{
+    if (m_proposal.goal == Goal::StudentList)
+        return;
+    QStringList taken;
+    for (const ColumnProposal& column : m_sheet.columns)
+        taken.append(column.use.name);
+    const std::vector<HeadingCell> headings =
+        m_view.headings(m_sheet.heading.first, m_sheet.heading.count);
+    for (ColumnProposal& column : m_sheet.columns) {
+        const QString subject = m_words.subjectIn(column.heading);
+        if (subject.isEmpty() || taken.contains(subject)
+            || !isUnknown(column, headings[size_t(column.column) - 1]))
+            continue;
+        const Contents contents = contentsOf(column.column);
+        if (contents.scores <= contents.others)
+            continue;
+        column.use = {Field::Subject, subject};
+        column.isOpen = true;
+        column.reason = u"可能是“%1”的成绩，请选择。"_s.arg(subject);
+    }
+}
+
 void SheetReading::openTextColumns()
 {
     for (ColumnProposal& column : m_sheet.columns) {
@@ -223,39 +255,6 @@ void SheetReading::noteColumns()
     }
 }
 
-QString SheetReading::whyNot() const
-{
-    if (m_view.lastRow() == 0)
-        return u"空的数据表。"_s;
-    if (!m_sheet.heading.areFound())
-        return u"没有找到表头。"_s;
-    const bool hasScores = std::any_of(
-        m_sheet.columns.begin(), m_sheet.columns.end(), [](const ColumnProposal& column) {
-            return column.use.field == Field::Subject || column.isOpen;
-        });
-    if (m_proposal.goal == Goal::ExamScores && !hasScores)
-        return u"没有科目的成绩。"_s;
-    if (m_rows.empty())
-        return m_lacksResults ? u"公式没有结果，请用电子表格打开原来的文件，保存一次，再整理。"_s
-                              : u"表头下面没有学生。"_s;
-    return m_view.sheet().visibility() == excel::Visibility::Visible ? QString()
-                                                                     : u"隐藏的数据表。"_s;
-}
-
-void SheetReading::takeOrLeave()
-{
-    m_sheet.reason = whyNot();
-    if (m_sheet.takingDecidedBy == DecidedBy::Program)
-        m_sheet.taking = m_sheet.reason.isEmpty() ? Taking::Take : Taking::LeaveOut;
-    else if (m_sheet.taking == Taking::LeaveOut)
-        m_sheet.reason = u"您选择不用这张数据表。"_s;
-    if (m_sheet.taking == Taking::LeaveOut) {
-        m_rows.clear();
-        m_questions.clear();
-        return;
-    }
-    if (m_rows.empty())
-        m_questions.append(u"数据表“%1”不能用：%2"_s.arg(m_sheet.name, m_sheet.reason));
 /// Whether what a row lacks would be missing in the result.
 bool SheetReading::isRead(int row, const std::vector<int>& withoutResult) const
 {
@@ -313,6 +312,39 @@ void SheetReading::askForResults()
                                                              QString::number(lost.count)));
 }
 
+QString SheetReading::whyNot() const
+{
+    if (m_view.lastRow() == 0)
+        return u"空的数据表。"_s;
+    if (!m_sheet.heading.areFound())
+        return u"没有找到表头。"_s;
+    const bool hasScores = std::any_of(
+        m_sheet.columns.begin(), m_sheet.columns.end(), [](const ColumnProposal& column) {
+            return column.use.field == Field::Subject || column.isOpen;
+        });
+    if (m_proposal.goal == Goal::ExamScores && !hasScores)
+        return u"没有科目的成绩。"_s;
+    if (m_rows.empty())
+        return m_lacksResults ? u"公式没有结果，请用电子表格打开原来的文件，保存一次，再整理。"_s
+                              : u"表头下面没有学生。"_s;
+    return m_view.sheet().visibility() == excel::Visibility::Visible ? QString()
+                                                                     : u"隐藏的数据表。"_s;
+}
+
+void SheetReading::takeOrLeave()
+{
+    m_sheet.reason = whyNot();
+    if (m_sheet.takingDecidedBy == DecidedBy::Program)
+        m_sheet.taking = m_sheet.reason.isEmpty() ? Taking::Take : Taking::LeaveOut;
+    else if (m_sheet.taking == Taking::LeaveOut)
+        m_sheet.reason = u"您选择不用这张数据表。"_s;
+    if (m_sheet.taking == Taking::LeaveOut) {
+        m_rows.clear();
+        m_questions.clear();
+        return;
+    }
+    if (m_rows.empty())
+        m_questions.append(u"数据表“%1”不能用：%2"_s.arg(m_sheet.name, m_sheet.reason));
     else
         m_sheet.reason.clear();
     noteUntakenColumns();
@@ -324,8 +356,7 @@ void SheetReading::askForResults()
 QString SheetReading::untakenText(const ColumnProposal& column, const HeadingCell& heading) const
 {
     QString text = missingSubjectText(column, m_words, heading);
-    if (!text.isEmpty() || heading.isEmpty() || column.use.field != Field::Leave
-        || column.decidedBy != DecidedBy::Program || m_words.meaning(heading).isKnown)
+    if (!text.isEmpty() || !isUnknown(column, heading))
         return text;
     if (m_proposal.goal == Goal::StudentList)
         return u"“%1”一列的表头不认识，没有导入。"_s.arg(column.heading);

@@ -110,5 +110,27 @@ TEST_F(LostScores, AClassInTheFirstOfItsRowsAloneIsAskedAbout)
     EXPECT_TRUE(proposed().isDecided());
 }
 
+TEST_F(LostScores, FullMarksBehindAStrokeOrAColonAreNoPartOfTheSubject)
+{
+    sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文/150"_s, u"数学：150分"_s,
+                       u"英语成绩（满分：150）"_s},
+                      {1, 1, u"甲"_s, 100, 90, 80}});
+    EXPECT_EQ(result(), u"[成绩]\n班级|学号|姓名|语文|数学|英语\n1|1|甲|100|90|80"_s);
+}
+
+TEST_F(LostScores, NumbersBelowTheNameOfASubjectAndMoreAreAskedAbout)
+{
+    excel::Worksheet& made =
+        sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文（含附加）"_s, u"数学卷一"_s,
+                           u"数学卷二"_s, u"英语老师"_s},
+                          {1, 1, u"甲"_s, 100, 90, 40, u"安老师"_s}});
+    EXPECT_EQ(result(), u"数据表“成绩”的 D 列“语文（含附加）”：可能是“语文”的成绩，请选择。\n"
+                        "数据表“成绩”的 E 列“数学卷一”：可能是“数学”的成绩，请选择。\n"
+                        "数据表“成绩”的 F 列“数学卷二”：可能是“数学”的成绩，请选择。"_s);
+    made.setCell(1, 5, u"数学"_s);
+    EXPECT_EQ(columns(proposed().sheets[0]), u"班级 学号 姓名 ?语文 数学 - -"_s);
+    EXPECT_EQ(warnings(), u"“数学卷二”一列是数字，表头不认识，没有导入。"_s);
+}
+
 } // namespace
 } // namespace tidy
