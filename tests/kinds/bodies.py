@@ -40,8 +40,13 @@ def class_merged_down(folder):
 @kind("the class only in the first row of each class, the cells below empty")
 def class_above_empty_cells(folder):
     rows = [PLAIN, *((row[0] if row[1] == 1 else None, *row[1:]) for row in MARKS)]
-    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), MARKS[0], MARKS[4],
-                 says=("没有班级",))
+    return Case(write(folder / "期中.xlsx", Sheet(rows=rows)), asks=("的 7 名学生里有 5 名没有班级",))
+
+
+@kind("one student's class left empty")
+def one_empty_class(folder):
+    rows = [PLAIN, *MARKS[:6], (None, *MARKS[6][1:])]
+    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), *MARKS[:6], left_out=("没有班级",))
 
 
 @kind("one sheet a class, without a column for it")
@@ -58,6 +63,14 @@ def unlike_sheets(folder):
     second = [("姓名", "学号", "英语", "数学", "语文"),
               *((row[2], row[1], row[5], row[4], row[3]) for row in SECOND)]
     return right(write(folder / "期中.xlsx", Sheet("1班", first), Sheet("2班", second)))
+
+
+@kind("one sheet a class, one of them without 英语")
+def subject_missing_on_a_sheet(folder):
+    first = [("学号", "姓名", *PLAIN[3:]), *(row[1:] for row in FIRST)]
+    second = [("学号", "姓名", "语文", "数学"), *(row[1:5] for row in SECOND)]
+    return right(write(folder / "期中.xlsx", Sheet("1班", first), Sheet("2班", second)), *FIRST,
+                 *((*row[:5], "缺考") for row in SECOND), says=("2班（3 人）没有“英语”一列",))
 
 
 @kind("one file a class: the class stands in the file's name alone")
@@ -235,8 +248,14 @@ def sheet_of_all(folder):
     return right(write(folder / "期中.xlsx", *sheets))
 
 
-@kind("formulas whose results are not stored")
-def formulas_without_results(folder):
+@kind("scores as formulas whose results are not stored")
+def scores_without_results(folder):
+    rows = [(*row[:3], f"={row[3]}+0", *row[4:]) for row in MARKS]
+    return Case(write(folder / "期中.xlsx", Sheet(rows=[PLAIN, *rows])), asks=("“语文”里有 7 个公式没有结果",))
+
+
+@kind("totals as formulas whose results are not stored")
+def totals_without_results(folder):
     rows = [list(row) for row in MARKS]
     for number, row in enumerate(rows, 2):
         row.append(f"=SUM(D{number}:F{number})")
@@ -274,13 +293,13 @@ def tables_of_other_subjects(folder):
 @kind("scores without a name and a number between the students")
 def scores_of_nobody(folder):
     rows = [PLAIN, *FIRST, (1, None, None, 98, 97, 96), *SECOND]
-    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), says=("没有姓名和号码",))
+    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), left_out=("没有姓名和号码",))
 
 
 @kind("a count of students in the column of the numbers, above their sums")
 def unnamed_sums(folder):
     rows = [PLAIN, *MARKS, (None, 45, None, 4500, 4300, 4100), (None, None, "优分率", 0.5, 0.4, 0.3)]
-    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), says=("像是合计的行",))
+    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), left_out=("像是合计的行",))
 
 
 @kind("marks of this time and of last time: 本次数学, 上次数学")

@@ -24,7 +24,8 @@ class Case:
     `rows` is the strict sheet; None means that none can be made. `asks` are pieces of the open
     questions' sentences: with some of them there is no sheet before `answers`, options of the
     command line, are given; a question that stays open has no answers. `says` are pieces of what
-    is warned about or named as left out. `refused` is a piece of what is said of a file that cannot
+    is warned about or named as left out. `left_out` are pieces of the reasons of the rows that the
+    result lists as not written, in their order. `refused` is a piece of what is said of a file that cannot
     be read.
     """
 
@@ -33,6 +34,7 @@ class Case:
     asks: tuple = ()
     answers: tuple = ()
     says: tuple = ()
+    left_out: tuple = ()
     refused: str = ""
     goal: str = "exam"
     with_library: bool = False

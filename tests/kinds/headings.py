@@ -104,6 +104,25 @@ def decorated_headings(folder):
     return right(write(folder / "期中.xlsx", Sheet(rows=[headings, *MARKS])))
 
 
+@kind("full marks behind a stroke or a colon: 数学/150, 英语：150")
+def full_marks_behind(folder):
+    headings = (*HEADINGS, "语文", "数学/150", "英语：150")
+    return right(write(folder / "期中.xlsx", Sheet(rows=[headings, *MARKS])))
+
+
+@kind("a subject's name with something more: 语文（含附加）")
+def subject_and_more(folder):
+    headings = (*HEADINGS, "语文（含附加）", "数学", "英语")
+    return right(write(folder / "期中.xlsx", Sheet(rows=[headings, *MARKS])), asks=("语文（含附加）",),
+                 answers=("--map", "语文=D"))
+
+
+@kind("a subject without any score")
+def empty_subject(folder):
+    rows = [(*PLAIN, "物理"), *((*row, None) for row in MARKS)]
+    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), says=("“物理”没有内容",))
+
+
 @kind("subjects by their short names: 语, 数, 英")
 def short_names(folder):
     return right(write(folder / "期中.xlsx", Sheet(rows=[(*HEADINGS, "语", "数", "英"), *MARKS])))

@@ -23,13 +23,15 @@ from case import KINDS, MARKS, NAMESAKES, REGISTER
 
 DOCS = yunshan.ROOT / "docs" / "tidy.md"
 RIGHT, ASKED, UNDECIDED, REFUSED = "right", "asked, then right", "undecided", "refused"
+LISTED = "right, rows listed"
+LEFT_OUT = "没有写入的行"
 
 
 def outcome(case):
     if case.refused:
         return REFUSED
     if not case.asks:
-        return RIGHT
+        return LISTED if case.left_out else RIGHT
     return ASKED if case.answers else UNDECIDED
 
 
@@ -40,9 +42,19 @@ def number(cell):
     return "" if cell is None else cell
 
 
-def rows_of(path):
-    sheet = openpyxl.load_workbook(path).worksheets[0]
-    return [[number(cell) for cell in row] for row in sheet.iter_rows(values_only=True)]
+def sheets_of(path):
+    return {sheet.title: [[number(cell) for cell in row] for row in sheet.iter_rows(values_only=True)]
+            for sheet in openpyxl.load_workbook(path)}
+
+
+def permissions(rows):
+    """What an import of these rows has to be allowed: students and texts that it does not know."""
+    options = []
+    if any(tuple(row[:2]) not in REGISTER for row in rows):
+        options.append("--add-students")
+    if any(isinstance(cell, str) and cell not in ("缺考", "作弊") for row in rows for cell in row[3:]):
+        options.append("--accept-texts")
+    return options
 
 
 class Kinds(yunshan.ProgramTest):
@@ -64,7 +76,14 @@ class Kinds(yunshan.ProgramTest):
         return result
 
     def check_made(self, case):
-        self.assertEqual(rows_of(self.out), [[number(cell) for cell in row] for row in case.rows])
+        sheets = sheets_of(self.out)
+        expected = ["成绩" if case.goal == "exam" else "学生名单"] + [LEFT_OUT] * bool(case.left_out)
+        self.assertEqual(list(sheets), expected)
+        self.assertEqual(sheets[expected[0]], [[number(cell) for cell in row] for row in case.rows])
+        reasons = [row[2] for row in sheets.get(LEFT_OUT, ())[1:]]
+        self.assertEqual(len(reasons), len(case.left_out))
+        for reason, piece in zip(reasons, case.left_out):
+            self.assertIn(piece, reason)
         self.imported(case)
 
     def imported(self, case):
@@ -73,7 +92,7 @@ class Kinds(yunshan.ProgramTest):
         shutil.copy(self.library, library)
         if case.goal == "exam":
             self.run_program("import-exam", library, self.out, "--exam", "试", "--no-backup",
-                             "--add-students", "--stream", "文", "--accept-texts")
+                             "--stream", "文", *permissions(case.rows[1:]))
             taken = yunshan.query(library, "select count(*) from 成绩表")
             self.assertEqual(taken, [(len(case.rows) - 1,)])
         else:
