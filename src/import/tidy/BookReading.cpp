@@ -224,7 +224,8 @@ void BookReading::noteEmptyColumns()
             });
         const bool isTaken =
             std::any_of(m_sheets.begin(), m_sheets.end(), [&](const SheetReading& sheet) {
-                return sheet.proposal().taking == Taking::Take && sheet.columnNamed(column) > 0;
+                return sheet.proposal().taking == Taking::Take && sheet.columnNamed(column) > 0
+                       && !sheet.lacksResults();
             });
         if (isTaken && !isWritten)
             empty.append(u"“%1”"_s.arg(column));

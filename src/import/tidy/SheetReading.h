@@ -21,6 +21,8 @@ public:
     const QString& grade() const { return m_grade; }
     /// The rows of students; none of a sheet that is not taken.
     const std::vector<SourceRow>& rows() const { return m_rows; }
+    /// Formulas of what is read have no results.
+    bool lacksResults() const { return m_lacksResults; }
     /// What keeps the sheet from being tidied, beside its open columns.
     const QStringList& questions() const { return m_questions; }
     /// What is not taken though it looks like scores or like something of a student, and what lies

@@ -26,6 +26,7 @@ TEST_F(LostScores, FormulasWithoutResultsAreAskedAbout)
                 {{2, 5}, {3, 4}, {3, 5}});
     EXPECT_EQ(result(), u"数据表“成绩”的“数学”、“语文”里有 3 个公式没有结果，不知道是什么内容。"
                         "请用电子表格打开原来的文件，保存一次，再整理；不用的列请选择不导入。"_s);
+    EXPECT_EQ(warnings(), QString());
     Proposal proposal = proposed();
     chooseColumn(proposal, 0, 4, {});
     chooseColumn(proposal, 0, 5, {});
