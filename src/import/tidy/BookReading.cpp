@@ -234,6 +234,13 @@ void BookReading::noteEmptyColumns()
         m_proposal.warnings.append(u"%1没有内容，没有写进整理好的表。"_s.arg(empty.join(u'、')));
 }
 
+bool BookReading::isOnAllSheets(const QString& subject) const
+{
+    return std::all_of(m_sheets.begin(), m_sheets.end(), [&](const SheetReading& sheet) {
+        return sheet.rows().empty() || sheet.columnNamed(subject) > 0;
+    });
+}
+
 bool BookReading::hasColumn(const ResultRow& row, const QString& subject) const
 {
     return std::any_of(row.parts.begin(), row.parts.end(), [&](const SourceRow* part) {
@@ -266,8 +273,10 @@ void BookReading::noteMissingColumns()
     if (m_proposal.goal == Goal::StudentList)
         return;
     for (const ResultSheet& sheet : m_result) {
-        for (const QString& subject : sheet.columns)
-            noteMissingColumn(sheet, subject);
+        for (const QString& subject : sheet.columns) {
+            if (!isOnAllSheets(subject))
+                noteMissingColumn(sheet, subject);
+        }
     }
 }
 

@@ -46,6 +46,7 @@ private:
     void noteEmptyColumns();
     void countScores();
     void countScore(const ResultRow& row, const QString& subject);
+    bool isOnAllSheets(const QString& subject) const;
     bool hasColumn(const ResultRow& row, const QString& subject) const;
     void noteMissingColumns();
     void noteMissingColumn(const ResultSheet& sheet, const QString& subject);
