@@ -74,6 +74,14 @@ bool isUndone(const NotedOccasion& import, const std::vector<NotedOccasion>& all
     });
 }
 
+/// Where names run ahead of the clock the first note tells the time; it may be of a later use, as
+/// not all are kept.
+void takeNotedTime(LibraryCopy& copy)
+{
+    if (!copy.occasions.empty() && copy.occasions.front().time.isValid())
+        copy.time = std::min(copy.time, copy.occasions.front().time);
+}
+
 } // namespace
 
 QString LibraryCopy::occasionText() const
@@ -105,6 +113,7 @@ std::vector<LibraryCopy> datedCopies(const QString& libraryPath)
     std::vector<LibraryCopy> copies = copiesNamed(library, names, datedTime);
     std::stable_sort(copies.begin(), copies.end(),
                      [](const auto& a, const auto& b) { return a.time < b.time; });
+    std::for_each(copies.begin(), copies.end(), takeNotedTime);
     return copies;
 }
 

@@ -21,6 +21,7 @@
 namespace {
 
 using namespace Qt::StringLiterals;
+using library::LibraryCopy;
 using support::read;
 using support::TestLibrary;
 using support::write;
@@ -110,6 +111,20 @@ TEST_F(DatedCopies, OfOneSecondDoNotReplaceEachOther)
     const QByteArray bytes = read(first);
     EXPECT_EQ(copyAt(5, 59), path + u"_2026-03-09_070600.bak"_s);
     EXPECT_EQ(read(first), bytes);
+}
+
+TEST_F(DatedCopies, TellTheTimeAtWhichTheyWereMadeWhateverTheirName)
+{
+    copyAt(5, 59);
+    const QString second = copyAt(5, 59);
+    const LibraryCopy newest = library::copiesOf(path).front();
+    EXPECT_EQ(newest.path, second);
+    EXPECT_EQ(library::timeText(newest.time), u"2026-03-09 07:05:59"_s);
+    // What is noted later, or by a file of no use, does not change it.
+    QFile::remove(library::occasionFile(second));
+    EXPECT_EQ(library::timeText(library::copiesOf(path).front().time), u"2026-03-09 07:06:00"_s);
+    library::noteOccasion(second, {QDateTime(QDate(2026, 3, 10), QTime(8, 0)), {u"重新分班"_s}});
+    EXPECT_EQ(library::timeText(library::copiesOf(path).front().time), u"2026-03-09 07:06:00"_s);
 }
 
 TEST_F(DatedCopies, TakeWhatIsNotedOfThemAlongWhenTheyGo)
