@@ -27,6 +27,19 @@ QString examText(const ExamDifference& exam)
     return exam.exam + u"："_s + parts.join(u"，"_s);
 }
 
+/// What becomes of the scores of all exams. A student counts once in each of them.
+QString sumText(const ExamDifference& sum)
+{
+    QString text;
+    if (sum.scores > 0)
+        text += u"，不同的成绩共 "_s + count(sum.scores) + u" 个"_s;
+    if (sum.rowsAdded > 0)
+        text += u"，"_s + count(sum.rowsAdded) + u" 人次的成绩恢复后没有"_s;
+    if (sum.rowsGone > 0)
+        text += u"，"_s + count(sum.rowsGone) + u" 人次的成绩恢复后又有"_s;
+    return text;
+}
+
 QStringList labels(const std::vector<StudentLabel>& students)
 {
     QStringList texts;
@@ -64,14 +77,15 @@ void addExams(Lines& lines, const CopyDifferences& found)
 {
     lines.add(u"备份以后增加、恢复后没有的考试：%1 次"_s, found.examsAdded);
     lines.add(u"备份以后删除、恢复后又有的考试：%1 次"_s, found.examsGone);
-    qint64 scores = 0;
+    ExamDifference sum;
     QStringList texts;
     for (const ExamDifference& exam : found.examsChanged) {
-        scores += exam.scores;
+        sum.scores += exam.scores;
+        sum.rowsAdded += exam.rowsAdded;
+        sum.rowsGone += exam.rowsGone;
         texts.append(examText(exam));
     }
-    lines.add(u"恢复后回到备份内容的考试：%1 次，不同的成绩共 "_s + count(scores) + u" 个"_s,
-              texts);
+    lines.add(u"恢复后回到备份内容的考试：%1 次"_s + sumText(sum), texts);
     lines.add(u"备份以后增加、恢复后没有的科目：%1 个"_s, found.subjectsAdded);
     lines.add(u"备份以后删除、恢复后又有的科目：%1 个"_s, found.subjectsGone);
 }
