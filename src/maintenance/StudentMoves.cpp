@@ -79,6 +79,13 @@ private:
     database::Statement& m_scoreRemoval;
 };
 
+library::Occasion occasionOfMoves(const MovePlan& plan)
+{
+    const size_t count = plan.students.size();
+    const QString others = count > 1 ? u"等 %1 人"_s.arg(count) : QString();
+    return {.text = u"学生调整 "_s + shownName(plan.students.front().student.name) + others};
+}
+
 } // namespace
 
 void StudentMoves::add(const StudentMove& move)
@@ -125,7 +132,7 @@ StudentMoves::Result StudentMoves::run(runtime::Progress& progress, library::Bac
         return Result::Declined;
     bool isDone = false;
     {
-        const library::BackupBeforeWrite copy(m_library, progress, backup, {.text = u"学生调整"_s});
+        const library::BackupBeforeWrite copy(m_library, progress, backup, occasionOfMoves(asked));
         unlessRefused(movesTrap, [&] { isDone = write(asked, progress); });
     }
     progress.finish();

@@ -360,7 +360,18 @@ TEST_F(MovesOfStudents, MakeACopyBeforeThatSaysWhatItIsFor)
     const QStringList copies = QDir(test.folder.path()).entryList({u"*.bak"_s});
     ASSERT_EQ(copies.size(), 1);
     EXPECT_EQ(support::read(test.file(copies[0])), before);
-    EXPECT_EQ(library::notedOccasions(test.file(copies[0])).at(0).occasion.text, u"学生调整"_s);
+    EXPECT_EQ(library::notedOccasions(test.file(copies[0])).at(0).occasion.text, u"学生调整 甲"_s);
+}
+
+TEST_F(MovesOfStudents, OfSeveralNoteTheFirstAndHowManyThereAre)
+{
+    test.execute(u"update 信息表 set 姓名='郭'||char(10)||'一瑶' where 姓名='甲'"_s);
+    test.dialogs.expect(question, u"执行"_s);
+    EXPECT_EQ(run({to(jia, 2, 9), swap(yi, bing, EarlierScores::Stay)}, Backup::Make),
+              Result::Done);
+    const QString copy = QDir(test.folder.path()).entryList({u"*.bak"_s}).value(0);
+    EXPECT_EQ(library::notedOccasions(test.file(copy)).at(0).occasion.text,
+              u"学生调整 郭 一瑶等 3 人"_s);
 }
 
 TEST_F(MovesOfStudents, WriteNothingIfTheLibraryChangesWhileTheQuestionWaits)
