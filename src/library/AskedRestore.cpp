@@ -85,18 +85,40 @@ bool restoreAndTell(ScoreLibrary& scoreLibrary, const QString& libraryPath, cons
     }
 }
 
+QString broughtText(const CopyDifferences& ofImport, Occasion::Kind kind)
+{
+    if (!ofImport.any())
+        return u"这次导入的内容已经不在成绩库里。"_s;
+    const QString heading = kind == Occasion::Kind::ExamImport
+                                ? u"这次导入带来的，以及导入以后对这次考试和名单的改动：\n"_s
+                                : u"这次导入带来的，以及导入以后增加的学生：\n"_s;
+    return heading + linesOf(ofImport);
+}
+
+/// What was done since then, as far as it left a copy.
+QString laterText(const QStringList& later)
+{
+    constexpr qsizetype mostShown = 5;
+    if (later.isEmpty())
+        return {};
+    QStringList shown = later.mid(0, mostShown);
+    for (QString& text : shown)
+        text = runtime::onOneLine(runtime::shortened(text));
+    const QString more = later.size() > mostShown ? u" 等 %1 项"_s.arg(later.size()) : QString();
+    return u"\n\n导入以后，下列操作之前也留过备份："_s + shown.join(u"；"_s) + more + u"。"_s;
+}
+
 QString undoQuestion(const CopiedImport& latest, const CopyDifferences& differences)
 {
-    const SplitDifferences split = splitByImport(differences, latest.import.occasion);
-    const QString ofImport = split.ofImport.any()
-                                 ? u"这次导入带来的：\n"_s + linesOf(split.ofImport)
-                                 : u"这次导入的内容已经不在成绩库里。"_s;
+    const Occasion& import = latest.import.occasion;
+    const SplitDifferences split = splitByImport(differences, import);
     const QString others = split.others.any()
                                ? u"除此以外，还有下列改动也会一起撤消：\n"_s + linesOf(split.others)
-                               : u"除此以外没有别的改动。"_s;
+                               : u"成绩库的其他内容没有改动。"_s;
     return u"撤消 %1 的“%2”？成绩库恢复为那次导入之前的备份。\n\n"_s.arg(
-               timeText(latest.import.time), latest.import.occasion.text)
-           + ofImport + u"\n\n"_s + others;
+               timeText(latest.import.time), import.text)
+           + broughtText(split.ofImport, import.kind) + u"\n\n"_s + others
+           + laterText(latest.later);
 }
 
 } // namespace
@@ -123,6 +145,7 @@ namespace {
 struct ComparedImport
 {
     CopiedImport import;
+    /// None for one that is undone.
     CopyDifferences differences;
 };
 
@@ -137,14 +160,16 @@ bool broughtAnything(const ComparedImport& compared)
                : brought.any();
 }
 
-/// The latest that brought something, unless that one or a later one is undone already; without
-/// any, the latest. Those passed over were cancelled or failed. Nothing if they were not compared.
+/// The latest that brought something or is undone; without any, the latest. Those passed over were
+/// cancelled or failed. Nothing if they were not compared.
 std::optional<ComparedImport> importToUndo(ScoreLibrary& scoreLibrary,
                                            const std::vector<CopiedImport>& imports,
                                            runtime::Progress& progress)
 {
     std::optional<ComparedImport> latest;
     for (const CopiedImport& import : imports) {
+        if (import.import.isUndone)
+            return ComparedImport{import, {}};
         const std::optional<CopyDifferences> differences =
             differencesFrom(scoreLibrary, scoreLibrary.Conn.path(), import.copy.path, progress);
         if (!differences)
@@ -154,8 +179,6 @@ std::optional<ComparedImport> importToUndo(ScoreLibrary& scoreLibrary,
             return compared;
         if (!latest)
             latest = compared;
-        if (import.isUndone)
-            break;
     }
     return latest;
 }
@@ -187,6 +210,12 @@ bool undoLastImport(ScoreLibrary& scoreLibrary, runtime::Progress& progress)
     if (!latest)
         return false;
     const NotedOccasion& import = latest->import.import;
+    if (import.isUndone) {
+        runtime::MsgBox(
+            u"没有可以撤消的导入：%1 的“%2”之前的备份已经恢复过。"
+            "要回到别的时候，请用“恢复备份…”。"_s.arg(timeText(import.time), import.occasion.text));
+        return false;
+    }
     if (!latest->differences.any()) {
         runtime::MsgBox(u"没有可以撤消的导入：成绩库现在和 %1 的“%2”之前的备份内容相同。"_s.arg(
             timeText(import.time), import.occasion.text));

@@ -146,6 +146,23 @@ void compareTables(CopyDifferences& found, const LibraryContent& now, const Libr
         found.others.append(calledTable(table));
 }
 
+/// Takes what differs in an exam for the import's. False if nothing does.
+bool moveExam(const QString& exam, SplitDifferences& split)
+{
+    if (split.others.examsAdded.removeOne(exam)) {
+        split.ofImport.examsAdded.append(exam);
+        return true;
+    }
+    std::vector<ExamDifference>& others = split.others.examsChanged;
+    const auto found = std::find_if(others.begin(), others.end(),
+                                    [&](const ExamDifference& each) { return each.exam == exam; });
+    if (found == others.end())
+        return false;
+    split.ofImport.examsChanged.push_back(*found);
+    others.erase(found);
+    return true;
+}
+
 /// So many rows of scores, about, as a bar of progress has to count.
 int rowsOf(database::Connection& library)
 {
@@ -205,15 +222,9 @@ SplitDifferences splitByImport(const CopyDifferences& differences, const Occasio
         return split;
     // Names that differ are put right by an import, too.
     std::swap(split.ofImport.studentsRenamed, split.others.studentsRenamed);
-    if (split.others.examsAdded.removeOne(import.exam))
-        split.ofImport.examsAdded.append(import.exam);
-    std::vector<ExamDifference>& others = split.others.examsChanged;
-    const auto exam = std::find_if(others.begin(), others.end(), [&](const ExamDifference& each) {
-        return each.exam == import.exam;
-    });
-    if (exam != others.end()) {
-        split.ofImport.examsChanged.push_back(*exam);
-        others.erase(exam);
+    for (const QString& name : import.examNames()) {
+        if (moveExam(name, split))
+            break;
     }
     return split;
 }

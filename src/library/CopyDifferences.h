@@ -74,7 +74,8 @@ struct CopyDifferences
 std::optional<CopyDifferences> compareWithCopy(database::Connection& library, const QString& copy,
                                                runtime::Progress& progress);
 
-/// The differences as an import brings them about, and the rest.
+/// The differences as an import brings them about, later work on the same exam and list included,
+/// and the rest.
 struct SplitDifferences
 {
     CopyDifferences ofImport;

@@ -23,8 +23,9 @@ using Kind = Occasion::Kind;
 
 constexpr size_t mostOccasions = 20;
 constexpr qsizetype longestText = 300;
+constexpr qsizetype mostNames = 20;
 /// More than all that is ever written.
-constexpr qint64 largestFile = 1 << 18;
+constexpr qint64 largestFile = 1 << 20;
 
 constexpr std::array<std::pair<Kind, const char16_t*>, 3> kindNames{
     std::pair{Kind::Change, u"change"}, std::pair{Kind::ExamImport, u"exam-import"},
@@ -52,12 +53,26 @@ QString cut(const QString& text)
 
 QJsonObject toJson(const NotedOccasion& noted)
 {
-    QJsonObject object{{u"time"_s, noted.time.toString(Qt::ISODate)},
+    QJsonObject object{{u"time"_s, noted.time.toString(Qt::ISODateWithMs)},
                        {u"what"_s, cut(noted.occasion.text.simplified())},
                        {u"kind"_s, nameOf(noted.occasion.kind)}};
     if (!noted.occasion.exam.isEmpty())
         object.insert(u"exam"_s, cut(noted.occasion.exam));
+    if (!noted.occasion.laterNames.isEmpty())
+        object.insert(u"renamed"_s, QJsonArray::fromStringList(noted.occasion.laterNames));
+    if (noted.isUndone)
+        object.insert(u"undone"_s, true);
     return object;
+}
+
+QStringList namesFrom(const QJsonArray& array)
+{
+    QStringList names;
+    for (const auto& entry : array) {
+        if (names.size() < mostNames)
+            names.append(cut(entry.toString()));
+    }
+    return names;
 }
 
 NotedOccasion fromJson(const QJsonObject& object)
@@ -65,7 +80,9 @@ NotedOccasion fromJson(const QJsonObject& object)
     return {QDateTime::fromString(object.value("time"_L1).toString(), Qt::ISODate),
             {.text = cut(object.value("what"_L1).toString().simplified()),
              .kind = kindOf(object.value("kind"_L1).toString()),
-             .exam = cut(object.value("exam"_L1).toString())}};
+             .exam = cut(object.value("exam"_L1).toString()),
+             .laterNames = namesFrom(object.value("renamed"_L1).toArray())},
+            object.value("undone"_L1).toBool()};
 }
 
 QByteArray textOf(const std::vector<NotedOccasion>& occasions)
@@ -87,6 +104,16 @@ void writeOccasions(const QString& copy, const std::vector<NotedOccasion>& occas
     }
 }
 
+/// Has all occasions of a copy changed, and writes them if one is another now.
+template <class Change> void changeOccasions(const QString& copy, Change&& change)
+{
+    const std::vector<NotedOccasion> before = notedOccasions(copy);
+    std::vector<NotedOccasion> all = before;
+    std::for_each(all.begin(), all.end(), change);
+    if (all != before)
+        writeOccasions(copy, all);
+}
+
 } // namespace
 
 Occasion Occasion::examImport(const QString& exam)
@@ -102,6 +129,13 @@ Occasion Occasion::studentImport()
 Occasion Occasion::undoing(const Occasion& import)
 {
     return {.text = u"撤消 "_s + import.text};
+}
+
+QStringList Occasion::examNames() const
+{
+    QStringList names(laterNames.rbegin(), laterNames.rend());
+    names.append(exam);
+    return names;
 }
 
 QString occasionFile(const QString& copy)
@@ -125,16 +159,21 @@ void noteOccasion(const QString& copy, const NotedOccasion& occasion)
 
 void renameNotedExam(const QString& copy, const QString& exam, const QString& name)
 {
-    std::vector<NotedOccasion> all = notedOccasions(copy);
-    bool isRenamed = false;
-    for (NotedOccasion& noted : all) {
-        if (exam.isEmpty() || noted.occasion.exam != exam)
-            continue;
-        noted.occasion.exam = name;
-        isRenamed = true;
-    }
-    if (isRenamed)
-        writeOccasions(copy, all);
+    changeOccasions(copy, [&](NotedOccasion& noted) {
+        QStringList& names = noted.occasion.laterNames;
+        if (exam.isEmpty() || !noted.occasion.examNames().contains(exam))
+            return;
+        names.removeAll(name);
+        names.append(cut(name));
+        names = names.last(std::min(names.size(), mostNames));
+    });
+}
+
+void noteRestored(const QString& copy)
+{
+    changeOccasions(copy, [](NotedOccasion& noted) {
+        noted.isUndone = noted.isUndone || noted.occasion.kind != Kind::Change;
+    });
 }
 
 std::vector<NotedOccasion> notedOccasions(const QString& copy)

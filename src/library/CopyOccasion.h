@@ -3,7 +3,7 @@
 #include <vector>
 
 #include <QDateTime>
-#include <QString>
+#include <QStringList>
 
 namespace library {
 
@@ -17,11 +17,16 @@ struct Occasion
     Kind kind = Kind::Change;
     /// The exam of an ExamImport.
     QString exam = {};
+    /// What that exam was renamed to since, the latest last. A library may have it by any of its
+    /// names: one that was restored has an earlier one.
+    QStringList laterNames = {};
 
     static Occasion examImport(const QString& exam);
     static Occasion studentImport();
     /// Going back to the state before an import.
     static Occasion undoing(const Occasion& import);
+    /// All names of the exam, the latest first.
+    QStringList examNames() const;
     friend bool operator==(const Occasion&, const Occasion&) = default;
 };
 
@@ -31,6 +36,10 @@ struct NotedOccasion
 {
     QDateTime time;
     Occasion occasion;
+    /// An import whose copy was restored since then.
+    bool isUndone = false;
+
+    friend bool operator==(const NotedOccasion&, const NotedOccasion&) = default;
 };
 
 /// The file beside a copy that holds its occasions: COPY.json.
@@ -43,9 +52,12 @@ QString journalOfCopy(const QString& copy);
 /// failing is no error.
 void noteOccasion(const QString& copy, const NotedOccasion& occasion);
 
-/// Has the imports of an exam that a copy was made ahead of go by the name that the exam has now.
-/// Failing is no error.
+/// Adds a name to the imports of an exam that a copy was made ahead of. Failing is no error.
 void renameNotedExam(const QString& copy, const QString& exam, const QString& name);
+
+/// Notes that a copy is restored: the imports that it was made ahead of are undone. Failing is no
+/// error.
+void noteRestored(const QString& copy);
 
 /// The occasions of a copy, the oldest first. Empty without the file, or if that is none of ours.
 std::vector<NotedOccasion> notedOccasions(const QString& copy);

@@ -66,12 +66,16 @@ QFileInfo realFile(const QString& libraryPath)
     return QFileInfo(QFileInfo(database::realPath(libraryPath)).absoluteFilePath());
 }
 
-bool isUndone(const NotedOccasion& import, const std::vector<NotedOccasion>& all)
+QStringList textsSince(const QDateTime& time, const QDateTime& now,
+                       const std::vector<NotedOccasion>& all)
 {
-    const Occasion undoing = Occasion::undoing(import.occasion);
-    return std::any_of(all.begin(), all.end(), [&](const NotedOccasion& noted) {
-        return noted.occasion == undoing && noted.time >= import.time;
-    });
+    QStringList texts;
+    for (const NotedOccasion& noted : all) {
+        if (noted.time > time && noted.time <= now)
+            texts.prepend(noted.occasion.text);
+    }
+    texts.removeDuplicates();
+    return texts;
 }
 
 /// Where names run ahead of the clock the first note tells the time; it may be of a later use, as
@@ -159,7 +163,7 @@ std::vector<CopiedImport> copiedImports(const QString& libraryPath, const QDateT
         }
     }
     for (CopiedImport& import : imports)
-        import.isUndone = isUndone(import.import, all);
+        import.later = textsSince(import.import.time, now, all);
     std::stable_sort(imports.begin(), imports.end(), [&](const auto& a, const auto& b) {
         const bool isAhead = a.import.time > now;
         return isAhead == (b.import.time > now) ? a.import.time > b.import.time : !isAhead;

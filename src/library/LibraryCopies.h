@@ -10,6 +10,7 @@ namespace library {
 struct LibraryCopy
 {
     QString path;
+    /// When it was made; the name may tell a later second, where that one was taken.
     QDateTime time;
     qint64 size = 0;
     /// The oldest first; empty for a copy of which nothing is noted.
@@ -37,7 +38,7 @@ std::vector<LibraryCopy> copiesOf(const QString& libraryPath);
 /// copiesOf() is never removed.
 bool removeCopy(const QString& libraryPath, const QString& copy);
 
-/// Takes the new name of an exam along to what is noted of the library's copies.
+/// Adds the new name of an exam to what is noted of the library's copies.
 void renameInNotes(const QString& libraryPath, const QString& exam, const QString& name);
 
 /// An import, and the copy that was made ahead of it.
@@ -45,8 +46,8 @@ struct CopiedImport
 {
     LibraryCopy copy;
     NotedOccasion import;
-    /// A copy was made since then ahead of undoing it.
-    bool isUndone = false;
+    /// What other copies were made ahead of since then, the newest first.
+    QStringList later = {};
 };
 
 /// The imports that a copy is there of, the latest first; behind all others those that are noted

@@ -99,6 +99,7 @@ QString restoreCopy(const QString& libraryPath, const QString& copy, const QDate
     QString former = backUpPresent(library, {now, occasion, copy}, held.has_value(), progress);
     database::removeLogs(library);
     unfinished.replace(library, QFileInfo::exists(library) ? library : copy);
+    noteRestored(copy);
     return former;
 }
 

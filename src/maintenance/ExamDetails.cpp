@@ -352,6 +352,9 @@ DetailsSave ExamDetails::save(runtime::Progress& progress, library::Backup backu
     if (!isLookedAt || !mayGoOn)
         return DetailsSave::NotSaved;
     const bool isStale = needsScoring();
+    // Ahead of the write: an exam that a kill leaves renamed is known, too.
+    if (name != m_exam)
+        library::renameInNotes(m_library.Conn.path(), m_exam, name);
     bool isWritten = false;
     {
         const library::BackupBeforeWrite copy(m_library, progress, backup,
@@ -361,8 +364,6 @@ DetailsSave ExamDetails::save(runtime::Progress& progress, library::Backup backu
     progress.finish();
     if (!isWritten)
         return DetailsSave::NotSaved;
-    if (name != m_exam)
-        library::renameInNotes(m_library.Conn.path(), m_exam, name);
     load(name);
     detailsTrap([&] { m_library.readCatalogue(); });
     m_library.notifyChanged();

@@ -71,6 +71,46 @@ TEST_F(CopyOccasions, OfAnyNameAreOneLineAndComeBackAsTheyWere)
     EXPECT_EQ(library::notedOccasions(copy).back().occasion.text, QString(299, u'长') + u'…');
 }
 
+TEST_F(CopyOccasions, AreKnownToTheMillisecond)
+{
+    const QDateTime time = at(5).addMSecs(7);
+    library::noteOccasion(copy, {time, Occasion::studentImport()});
+    EXPECT_EQ(library::notedOccasions(copy).back().time, time);
+}
+
+TEST_F(CopyOccasions, KeepAllNamesThatTheirExamGot)
+{
+    library::noteOccasion(copy, {at(5), Occasion::examImport(u"期中"_s)});
+    library::noteOccasion(copy, {at(6), Occasion::examImport(u"会考"_s)});
+    library::noteOccasion(copy, {at(7), {u"重新分班"_s}});
+    library::renameNotedExam(copy, u"期中"_s, u"高一期中"_s);
+    library::renameNotedExam(copy, u"高一期中"_s, u"\"}]\n'"_s);
+    library::renameNotedExam(copy, {}, u"无名"_s);
+    const auto noted = [&](size_t place) { return library::notedOccasions(copy)[place].occasion; };
+    EXPECT_EQ(noted(0).examNames(), (QStringList{u"\"}]\n'"_s, u"高一期中"_s, u"期中"_s}));
+    EXPECT_EQ(noted(0).text, u"导入 期中"_s);
+    EXPECT_EQ(noted(1).examNames(), QStringList{u"会考"_s});
+    EXPECT_EQ(noted(2), Occasion{u"重新分班"_s});
+    library::renameNotedExam(copy, u"期中"_s, u"高一期中"_s);
+    EXPECT_EQ(noted(0).examNames(), (QStringList{u"高一期中"_s, u"\"}]\n'"_s, u"期中"_s}));
+    for (int i = 0; i < 25; ++i)
+        library::renameNotedExam(copy, u"期中"_s, QString::number(i));
+    EXPECT_EQ(noted(0).examNames().size(), 21);
+    EXPECT_EQ(noted(0).examNames().first(), u"24"_s);
+}
+
+TEST_F(CopyOccasions, OfImportsAreUndoneByARestoreOfTheCopy)
+{
+    library::noteOccasion(copy, {at(5), Occasion::examImport(u"期中"_s)});
+    library::noteOccasion(copy, {at(6), {u"重新分班"_s}});
+    library::noteRestored(copy);
+    library::noteOccasion(copy, {at(7), Occasion::studentImport()});
+    const std::vector<NotedOccasion> noted = library::notedOccasions(copy);
+    EXPECT_TRUE(noted[0].isUndone);
+    EXPECT_FALSE(noted[1].isUndone);
+    EXPECT_FALSE(noted[2].isUndone);
+}
+
 TEST_F(CopyOccasions, OfAFileThatIsNoneOfOursAreNone)
 {
     const QString noted = library::occasionFile(copy);

@@ -5,10 +5,9 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <gtest/gtest.h>
-
 #include "library/AskedRestore.h"
 #include "platform/runtime/UnfinishedFile.h"
+#include "support/CopiedLibrary.h"
 #include "support/ErrorOf.h"
 #include "support/FileBytes.h"
 #include "support/FullDisk.h"
@@ -49,30 +48,9 @@ private:
     bool m_isCompared = false;
 };
 
-/// A library with a copy of its time before an exam was imported.
-class Restore : public testing::Test
+class Restore : public support::CopiedLibrary
 {
 protected:
-    Restore()
-    {
-        test.addStudent(1, 1, u"王芳"_s, u"理"_s);
-        test.addExam(u"期中"_s, u"理"_s, 1, {{u"语文"_s, 150}});
-        test.addScores(u"期中"_s, 1, 1, {{u"语文"_s, 90}});
-        copy = backUp(Occasion::examImport(u"期末"_s), 1);
-        test.addStudent(2, 1, u"新生"_s, u"理"_s);
-        test.addExam(u"期末"_s, u"理"_s, 2, {{u"语文"_s, 150}});
-        test.addScores(u"期末"_s, 1, 1, {{u"语文"_s, 95}});
-        test.reload();
-        test.dialogs.shown.clear();
-    }
-
-    QString backUp(const Occasion& occasion, int minute)
-    {
-        return library::backUpLibrary(path, QDateTime(QDate(2026, 3, 9), QTime(7, minute)),
-                                      occasion, progress);
-    }
-    LibraryCopy newest() const { return library::copiesOf(path).front(); }
-    QString exams() { return test.rows(u"select distinct 考试名称 from 成绩表"_s); }
     QStringList files() const
     {
         return QDir(test.folder.path())
@@ -83,17 +61,6 @@ protected:
         return support::errorOf(
             [&] { library::restoreLibrary(test.scores, path, copy, {u"恢复备份"_s}, progress); });
     }
-    void expectAsBefore()
-    {
-        EXPECT_TRUE(test.scores.Conn.isOpen());
-        EXPECT_EQ(exams(), u"期中 / 期末"_s);
-        EXPECT_EQ(test.scores.catalogue.ExamList, (QStringList{u"期中"_s, u"期末"_s}));
-    }
-
-    TestLibrary test{{u"语文"_s}};
-    const QString path = test.scores.LibPath;
-    runtime::NoProgress progress;
-    QString copy;
 };
 
 TEST_F(Restore, OpensTheCopyInThePlaceOfTheLibraryAndKeepsWhatWasThere)
@@ -185,6 +152,24 @@ TEST_F(Restore, AsksWithWhatWillBeOtherwise)
               "恢复前的成绩库已备份为 %1。"_s.arg(QFileInfo(newest().path).fileName()));
 }
 
+TEST_F(Restore, AsksWithTheScoresThatComeOrGoWithTheRowsOfStudents)
+{
+    const QString copied = backUp({u"重新分班"_s}, 2);
+    const auto expect = [&](const QString& line) {
+        test.dialogs.expect(u"\n\n恢复后回到备份内容的考试："_s + line + u"\n\n"_s, u"取消"_s);
+        EXPECT_FALSE(library::restoreAsked(test.scores, path, {copied, QDateTime()}, progress));
+    };
+    test.addScores(u"期中"_s, 2, 1, {{u"语文"_s, 80}});
+    expect(u"1 次，1 人次的成绩恢复后没有（期中：备份里没有的成绩 1 行）"_s);
+    test.execute(u"delete from 成绩表 where 考试名称='期末'"_s);
+    expect(u"2 次，1 人次的成绩恢复后没有，1 人次的成绩恢复后又有"
+           "（期中：备份里没有的成绩 1 行；期末：只有备份里有的成绩 1 行）"_s);
+    test.execute(u"delete from 成绩表 where 班级=2"_s);
+    test.execute(u"update 成绩表 set 语文=1"_s);
+    expect(u"2 次，不同的成绩共 1 个，1 人次的成绩恢复后又有"
+           "（期中：成绩不同 1 个；期末：只有备份里有的成绩 1 行）"_s);
+}
+
 TEST_F(Restore, AsksAlsoWhereNothingDiffersOrCannotBeCompared)
 {
     backUp({u"重新分班"_s}, 2);
@@ -207,88 +192,6 @@ TEST_F(Restore, OfACopyThatVanishedMeanwhileIsToldAndChangesNothing)
     expectAsBefore();
 }
 
-TEST_F(Restore, OfTheLastImportTellsWhatElseHasChanged)
-{
-    test.execute(u"update 成绩表 set 语文=91 where 考试名称='期中'"_s);
-    test.dialogs.expect(u"撤消"_s, u"撤消导入"_s);
-    EXPECT_TRUE(library::undoLastImport(test.scores, progress));
-    EXPECT_EQ(test.dialogs.questions.last(),
-              u"撤消 2026-03-09 07:01:00 的“导入 期末”？"
-              "成绩库恢复为那次导入之前的备份。\n\n"
-              "这次导入带来的：\n"
-              "备份以后增加、恢复后没有的考试：1 次（期末）\n"
-              "备份以后增加、恢复后没有的学生：1 名（2 班 1 号 新生）\n\n"
-              "除此以外，还有下列改动也会一起撤消：\n"
-              "恢复后回到备份内容的考试：1 次，不同的成绩共 1 个（期中：成绩不同 1 个）\n\n"
-              "现在的成绩库会先备份，以后可以再恢复回来。"_s);
-    EXPECT_EQ(test.rows(u"select 语文 from 成绩表"_s), u"90"_s);
-    EXPECT_EQ(newest().occasionText(), u"撤消 导入 期末"_s);
-
-    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
-    EXPECT_EQ(test.dialogs.shown.last(),
-              u"没有可以撤消的导入：成绩库现在和 2026-03-09 07:01:00 的“导入 期末”"
-              "之前的备份内容相同。"_s);
-}
-
-TEST_F(Restore, OfTheLastImportSaysThatNothingElseHasChanged)
-{
-    test.dialogs.expect(u"除此以外没有别的改动。"_s, u"取消"_s);
-    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
-    test.execute(u"delete from 成绩表 where 考试名称='期末'"_s);
-    test.execute(u"delete from 考试名称表 where 考试名称='期末'"_s);
-    test.execute(u"delete from 信息表 where 姓名='新生'"_s);
-    test.execute(u"update 信息表 set 备注='x'"_s);
-    test.dialogs.expect(u"这次导入的内容已经不在成绩库里。"_s, u"取消"_s);
-    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
-}
-
-TEST_F(Restore, OfTheLastImportPassesOverOnesThatWereCancelled)
-{
-    backUp(Occasion::examImport(u"会考"_s), 2);
-    test.addStudent(3, 1, u"后来"_s, u"理"_s);
-    backUp(Occasion::studentImport(), 3);
-    test.dialogs.expect(u"撤消 2026-03-09 07:01:00 的“导入 期末”？"_s, u"撤消导入"_s);
-    EXPECT_TRUE(library::undoLastImport(test.scores, progress));
-    EXPECT_EQ(exams(), u"期中"_s);
-}
-
-TEST_F(Restore, OfAnUndoneImportDoesNotGoOnToAnEarlierOne)
-{
-    backUp(Occasion::examImport(u"会考"_s), 2);
-    test.addExam(u"会考"_s, u"理"_s, 3, {{u"语文"_s, 150}});
-    test.dialogs.expect(u"“导入 会考”？"_s, u"撤消导入"_s);
-    EXPECT_TRUE(library::undoLastImport(test.scores, progress));
-    EXPECT_EQ(exams(), u"期中 / 期末"_s);
-    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
-    EXPECT_EQ(test.dialogs.shown.last(),
-              u"没有可以撤消的导入：成绩库现在和 2026-03-09 07:02:00 的“导入 会考”"
-              "之前的备份内容相同。"_s);
-    EXPECT_EQ(exams(), u"期中 / 期末"_s);
-}
-
-TEST_F(Restore, OfTheLastImportTakesOneOfAClockThatWasAheadForAnEarlierOne)
-{
-    test.addStudent(3, 1, u"后来"_s, u"理"_s);
-    library::backUpLibrary(path, QDateTime::currentDateTime().addYears(1),
-                           Occasion::examImport(u"期中"_s), progress);
-    test.execute(u"update 成绩表 set 语文=91 where 考试名称='期中'"_s);
-    test.dialogs.expect(u"“导入 期末”？"_s, u"取消"_s);
-    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
-    EXPECT_EQ(test.dialogs.questions.size(), 1);
-}
-
-TEST_F(Restore, OfTheLastImportIsPossibleAfterManyOtherChangesOfTheDay)
-{
-    backUp(Occasion::examImport(u"会考"_s), 2);
-    test.addExam(u"会考"_s, u"理"_s, 3, {{u"语文"_s, 150}});
-    for (int minute = 3; minute < 12; ++minute) {
-        test.execute(u"update 成绩表 set 语文=语文+1 where 考试名称='期中'"_s);
-        backUp({u"学生调整"_s}, minute);
-    }
-    test.dialogs.expect(u"“导入 会考”？"_s, u"撤消导入"_s);
-    EXPECT_TRUE(library::undoLastImport(test.scores, progress));
-}
-
 TEST_F(Restore, ThatLeavesALibraryThatDoesNotOpenIsNotToldToBeDone)
 {
     Losing losing(path);
@@ -308,26 +211,6 @@ TEST_F(Restore, AsksWithLongAndBrokenNamesCutToALine)
     EXPECT_FALSE(library::restoreAsked(test.scores, path, newest(), progress));
     EXPECT_LT(test.dialogs.questions.last().size(), 600);
     EXPECT_TRUE(test.dialogs.questions.last().contains(u"甲⏎乙 %1长长"_s));
-}
-
-TEST_F(Restore, OfTheLastImportKnowsItsExamByTheNameThatItGotSince)
-{
-    test.execute(u"update 成绩表 set 考试名称='高一期末' where 考试名称='期末'"_s);
-    test.execute(u"update 考试名称表 set 考试名称='高一期末' where 考试名称='期末'"_s);
-    library::renameInNotes(path, u"期末"_s, u"高一期末"_s);
-    test.dialogs.expect(u"这次导入带来的：\n备份以后增加、恢复后没有的考试：1 次（高一期末）"_s,
-                        u"取消"_s);
-    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
-    EXPECT_TRUE(test.dialogs.questions.last().contains(u"除此以外没有别的改动。"_s));
-    EXPECT_EQ(newest().occasionText(), u"导入 期末"_s);
-}
-
-TEST_F(Restore, OfAnImportNeedsACopyOfOne)
-{
-    library::removeCopy(path, copy);
-    backUp({u"重新分班"_s}, 2);
-    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
-    EXPECT_EQ(test.dialogs.shown.last(), u"没有可以撤消的导入：成绩库旁边没有导入前的备份。"_s);
 }
 
 TEST_F(Restore, OfALibraryThatDoesNotFitIntoItsNameKeepsItsBytes)

@@ -325,6 +325,23 @@ TEST_F(ExamDetailsOf, AnExamLeaveStrangeValuesThatNobodyTouched)
               u"没有的科目|-5|注"_s);
 }
 
+TEST_F(ExamDetailsOf, AnExamNoteTheNewNameForTheUndoOfItsImportAheadOfTheWrite)
+{
+    const QString copy =
+        library::backUpLibrary(test.scores.Conn.path(), QDateTime(QDate(2026, 3, 9), QTime(7, 1)),
+                               library::Occasion::examImport(u"期中"_s), progress);
+    const auto names = [&] { return library::notedOccasions(copy).front().occasion.examNames(); };
+    details.name = u"期中甲"_s;
+    EXPECT_EQ(save(), DetailsSave::Saved);
+    EXPECT_EQ(names(), (QStringList{u"期中甲"_s, u"期中"_s}));
+
+    // One that is not renamed after all is known as before.
+    test.execute(u"update 考试名称表 set 备注='别人写的' where 考试名称='期中甲'"_s);
+    details.name = u"期中乙"_s;
+    EXPECT_EQ(save(), DetailsSave::NotSaved);
+    EXPECT_EQ(names(), (QStringList{u"期中乙"_s, u"期中甲"_s, u"期中"_s}));
+}
+
 TEST_F(ExamDetailsOf, AnExamNoticeWhatAnotherProgramChangedMeanwhile)
 {
     const QString changed = u"打开以后，别的程序改动了这次考试的信息，没有保存。"
