@@ -1,7 +1,7 @@
 #include "import/preview/ExamComparison.h"
 
+#include "import/preview/ColumnFit.h"
 #include "import/preview/SheetEntry.h"
-#include "platform/database/Error.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/runtime/Numbers.h"
 
@@ -20,6 +20,13 @@ QString shownScore(const Value& score)
     return Val(score) == storedScore(u"缺考"_s) ? u"缺考"_s : score.text();
 }
 
+/// A text that counts as a number is not that number yet.
+bool isSameScore(const Value& a, const Value& b)
+{
+    return a.isNull() == b.isNull() && a.isNumber() == b.isNumber()
+           && (a.isNumber() ? Val(a) == Val(b) : a.text() == b.text());
+}
+
 } // namespace
 
 ExamComparison::ExamComparison(library::ScoreLibrary& scoreLibrary, const excel::Worksheet& sheet,
@@ -34,17 +41,20 @@ ExamComparison::ExamComparison(library::ScoreLibrary& scoreLibrary, const excel:
 {
 }
 
-bool ExamComparison::take(int sheetRow, const ScoredStudent& student, RowName name)
+bool ExamComparison::canLookUp(const QString& name) const
 {
-    m_onSheet.emplace(student.classNumber, student.number);
     // The original rule looks first rows up by name, which an apostrophe foils.
-    if (m_target == ScoreTarget::FirstRows && student.name.contains(u'\''))
-        return false;
-    m_sheetRows[rowOf(student, name)] = sheetRow;
-    return true;
+    return m_target != ScoreTarget::FirstRows || !name.contains(u'\'');
 }
 
-qint64 ExamComparison::rowOf(const ScoredStudent& student, RowName name)
+void ExamComparison::take(int sheetRow, const ScoredStudent& student, std::optional<RowName> name)
+{
+    m_onSheet.emplace(student.classNumber, student.number);
+    if (canLookUp(student.name))
+        m_sheetRows[rowOf(student, name)].push_back(sheetRow);
+}
+
+qint64 ExamComparison::rowOf(const ScoredStudent& student, std::optional<RowName> name)
 {
     if (m_target == ScoreTarget::ExamRows) {
         qint64 row = m_examRows.find(student);
@@ -53,7 +63,8 @@ qint64 ExamComparison::rowOf(const ScoredStudent& student, RowName name)
         m_examRows.set(row, student);
         return row;
     }
-    const std::optional<FirstRow> first = firstRowOf(m_library.Conn, m_exam, student, name);
+    const std::optional<FirstRow> first =
+        name ? firstRowOf(m_library.Conn, m_exam, student, *name) : std::nullopt;
     if (!first)
         return newRow(student);
     if (!first->isOfThisExam)
@@ -94,15 +105,15 @@ std::map<qint64, ExamComparison::Stored> ExamComparison::storedRows() const
 void ExamComparison::tell(const std::optional<QString>& stream, Preview& preview)
 {
     const std::map<qint64, Stored> rows = storedRows();
-    std::map<int, const Stored*> bySheetRow;
-    for (const auto& [row, sheetRow] : m_sheetRows) {
-        const auto stored = rows.find(row);
+    std::map<int, qint64> byLastRow;
+    for (const auto& [row, sheetRows] : m_sheetRows) {
         if (!m_otherExams.contains(row))
-            bySheetRow[sheetRow] = stored == rows.end() ? nullptr : &stored->second;
+            byLastRow[sheetRows.back()] = row;
     }
-    for (const auto& [sheetRow, stored] : bySheetRow) {
-        if (stored != nullptr)
-            compare(sheetRow, *stored, preview);
+    for (const auto& [sheetRow, row] : byLastRow) {
+        const auto stored = rows.find(row);
+        if (stored != rows.end())
+            compare(m_sheetRows.at(row), stored->second, preview);
         else
             preview.add(sheetEntry(PreviewKind::NewInExam, m_sheet, sheetRow,
                                    u"这次考试里还没有他的成绩，会新增一条。"_s));
@@ -111,27 +122,33 @@ void ExamComparison::tell(const std::optional<QString>& stream, Preview& preview
         tellMissing(rows, *stream, preview);
 }
 
-void ExamComparison::compare(int sheetRow, const Stored& stored, Preview& preview)
+std::pair<int, Value> ExamComparison::lastStored(const std::vector<int>& sheetRows,
+                                                 const ImportSubject& subject,
+                                                 const database::Column& column)
+{
+    for (auto row = sheetRows.rbegin(); row != sheetRows.rend(); ++row) {
+        const ScoreCell cell = m_cells.read(m_sheet.Cells(*row, subject.KMColumn), 0);
+        ColumnFit fit = fitInto(column, storedScore(cell.text));
+        if (fit.refusal.isEmpty())
+            return {*row, std::move(fit.stored)};
+    }
+    return {};
+}
+
+void ExamComparison::compare(const std::vector<int>& sheetRows, const Stored& stored,
+                             Preview& preview)
 {
     const database::TableColumns& columns = m_library.Conn.columns(u"成绩表"_s);
     for (size_t i = 0; i < m_subjects.size(); ++i) {
-        const ImportSubject& subject = m_subjects[i];
-        const ScoreCell cell = m_cells.read(m_sheet.Cells(sheetRow, subject.KMColumn), 0);
-        const database::Column& column = columns.at(columns.find(subject.KMName));
-        Value score = stored.scores[i];
-        QString remark;
-        try {
-            score = column.type.converted(storedScore(cell.text), column.name);
-        } catch (const database::Error& error) {
-            remark = error.description();
-        }
-        if (remark.isEmpty() && score.isNull() == stored.scores[i].isNull()
-            && Val(score) == Val(stored.scores[i])) {
+        const QString& subject = m_subjects[i].KMName;
+        const auto [sheetRow, score] =
+            lastStored(sheetRows, m_subjects[i], columns.at(columns.find(subject)));
+        if (sheetRow == 0 || isSameScore(score, stored.scores[i])) {
             ++preview.unchanged;
             continue;
         }
-        PreviewEntry entry = sheetEntry(PreviewKind::Changed, m_sheet, sheetRow, remark);
-        entry.subject = subject.KMName;
+        PreviewEntry entry = sheetEntry(PreviewKind::Changed, m_sheet, sheetRow, {});
+        entry.subject = subject;
         entry.before = shownScore(stored.scores[i]);
         entry.after = shownScore(score);
         preview.add(std::move(entry));

@@ -22,10 +22,13 @@ public:
                    const QString& exam, ScoreTarget target,
                    const std::vector<ImportSubject>& subjects);
 
+    /// False for a name that the original rule cannot look up, so that nothing is stored.
+    bool canLookUp(const QString& name) const;
+
     /// Finds out which row a student's scores go to. `name` says under which name his first row is
-    /// looked for. Rows come in order; the last one that goes to a row is the one that counts.
-    /// False for a student whom the original rule cannot look up. Throws Error.
-    bool take(int sheetRow, const ScoredStudent& student, RowName name);
+    /// looked for; nothing if no row bears it any more by then. Rows come in order; of those that
+    /// go to one row the last score counts that its column takes. Throws Error.
+    void take(int sheetRow, const ScoredStudent& student, std::optional<RowName> name);
 
     /// Tells of every score that changes, of students without scores in the exam, and, where the
     /// stream is known, of those of it who are not on the sheet. Throws Error.
@@ -39,10 +42,15 @@ private:
         std::vector<runtime::Value> scores;
     };
 
-    qint64 rowOf(const ScoredStudent& student, RowName name);
+    qint64 rowOf(const ScoredStudent& student, std::optional<RowName> name);
     qint64 newRow(const ScoredStudent& student);
     std::map<qint64, Stored> storedRows() const;
-    void compare(int sheetRow, const Stored& stored, Preview& preview);
+    void compare(const std::vector<int>& sheetRows, const Stored& stored, Preview& preview);
+    /// The one of the rows whose score of a subject is stored in the end, and that score; 0 where
+    /// all are refused.
+    std::pair<int, runtime::Value> lastStored(const std::vector<int>& sheetRows,
+                                              const ImportSubject& subject,
+                                              const database::Column& column);
     void tellMissing(const std::map<qint64, Stored>& rows, const QString& stream,
                      Preview& preview) const;
 
@@ -53,8 +61,8 @@ private:
     const std::vector<ImportSubject>& m_subjects;
     ExamScoreRows m_examRows;
     ScoreCells m_cells;
-    /// The sheet row of each row that is written; rows to come have numbers below 0.
-    std::map<qint64, int> m_sheetRows;
+    /// The sheet rows of each row that is written; rows to come have numbers below 0.
+    std::map<qint64, std::vector<int>> m_sheetRows;
     /// First rows that stem from other exams.
     std::set<qint64> m_otherExams;
     std::map<std::tuple<double, double, QString>, qint64> m_newRows;

@@ -6,11 +6,12 @@
 #include <QFileInfo>
 
 #include "import/ExamSheet.h"
+#include "import/preview/ColumnFit.h"
 #include "import/preview/ExamComparison.h"
 #include "import/preview/PreviewMarks.h"
 #include "import/preview/RowsByNumber.h"
+#include "import/preview/SettledNames.h"
 #include "import/preview/SheetEntry.h"
-#include "platform/database/Error.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/OneLine.h"
@@ -22,6 +23,27 @@ using namespace Qt::StringLiterals;
 using runtime::Value;
 
 namespace {
+
+/// Whether the column has no room for the score.
+bool isRefused(const ScoreCell& cell, const database::Column* column)
+{
+    return column != nullptr && !fitInto(*column, storedScore(cell.text)).refusal.isEmpty();
+}
+
+QString otherNameRemark(NameAnswer answer)
+{
+    switch (answer) {
+    case NameAnswer::Replace:
+        return u"全部考试里都改成表里的姓名。"_s;
+    case NameAnswer::Keep:
+        return u"成绩库的名单不变。"_s;
+    case NameAnswer::Cancel:
+        return u"导入会在这一行停下，什么成绩也不存入。"_s;
+    case NameAnswer::Ask:
+        break;
+    }
+    return u"导入时会询问：选“是”，全部考试里都改成表里的姓名；选“否”，成绩库的名单不变。"_s;
+}
 
 /// Goes through a sheet of exam results as the import does, and notes what it finds.
 class Previewer
@@ -50,7 +72,10 @@ private:
     QString nameFault(const QString& name) const;
     void judgeScores(int row);
     QString whatIsBad(const ScoreCell& cell, const ImportSubject& subject) const;
-    void takeTarget(int row, const SheetStudent& student, const KnownStudents::Student* known);
+    QString whatIsRefused(const ScoreCell& cell, const ImportSubject& subject) const;
+    QString faultWords(const ScoreCell& cell, const ImportSubject& subject) const;
+    void takeTargets();
+    QString becomesOfTwice(const RowsByNumber::Number& number) const;
     void tellTwice();
 
     library::ScoreLibrary& m_library;
@@ -58,6 +83,8 @@ private:
     const QString& m_exam;
     const excel::Worksheet& m_sheet;
     const std::vector<ImportSubject>& m_found;
+    /// Their columns; null for one that 成绩表 lacks.
+    std::vector<const database::Column*> m_columns;
     const SheetRows m_rows;
     ClassAnswers m_classes;
     KnownStudents m_students;
@@ -71,6 +98,7 @@ private:
     std::optional<PreviewMarks> m_marks;
     std::unique_ptr<ExamComparison> m_comparison;
     RowsByNumber m_rowsOf;
+    SettledNames m_names;
     Preview m_preview;
 };
 
@@ -86,6 +114,11 @@ Previewer::Previewer(library::ScoreLibrary& scoreLibrary, const ExamSheet& sheet
       m_students(scoreLibrary.Conn),
       m_findings(scoreLibrary, m_classes, m_students)
 {
+    const database::TableColumns& columns = scoreLibrary.Conn.columns(u"成绩表"_s);
+    for (const ImportSubject& subject : m_found) {
+        const int column = columns.find(subject.KMName);
+        m_columns.push_back(column < 0 ? nullptr : &columns.at(column));
+    }
 }
 
 Preview Previewer::run()
@@ -98,6 +131,7 @@ Preview Previewer::run()
     m_marks.emplace(m_library, m_request, m_stream.value_or(QString()), m_found);
     m_preview.notes.append(m_marks->note());
     takeRows();
+    takeTargets();
     tellTwice();
     if (m_comparison)
         m_comparison->tell(m_stream, m_preview);
@@ -251,8 +285,9 @@ void Previewer::takeRow(int row)
     const SheetStudent student = studentIn(m_sheet, row);
     const KnownStudents::Student* known = m_students.find(student.classNumber, student.number);
     m_rowsOf.add({student.classNumber, student.number}, row);
-    if (m_comparison)
-        takeTarget(row, student, known);
+    if (m_comparison && !m_comparison->canLookUp(student.name))
+        m_preview.add(sheetEntry(PreviewKind::BadCell, m_sheet, row,
+                                 u"姓名里有单引号，按原规则找不到他的成绩，这一行不会存入。"_s));
     takeStudent(row, student, known);
     judgeScores(row);
 }
@@ -270,13 +305,15 @@ void Previewer::takeStudent(int row, const SheetStudent& student,
 
 void Previewer::tellOtherName(int row, const QString& sheetName, const QString& libraryName)
 {
-    PreviewEntry entry = sheetEntry(
-        PreviewKind::OtherName, m_sheet, row,
-        u"导入时会询问：选“是”，全部考试里都改成表里的姓名；选“否”，成绩库的名单不变。"_s);
+    PreviewEntry entry =
+        sheetEntry(PreviewKind::OtherName, m_sheet, row, otherNameRemark(m_request.names));
+    const bool mayBeKept =
+        m_request.names == NameAnswer::Ask || m_request.names == NameAnswer::Keep;
     if (libraryName.isEmpty())
         entry.remark = u"成绩库里的这名学生没有姓名，导入不会给他加上。"_s;
-    else if (m_target == ScoreTarget::FirstRows)
-        entry.remark += u"选“否”时按表里的姓名另找他的成绩，没有就新增一条。"_s;
+    else if (m_target == ScoreTarget::FirstRows && mayBeKept)
+        entry.remark += (m_request.names == NameAnswer::Ask ? u"选“否”时"_s : QString())
+                        + u"按表里的姓名另找他的成绩，没有就新增一条。"_s;
     entry.before = libraryName;
     entry.after = sheetName;
     m_preview.add(std::move(entry));
@@ -305,58 +342,93 @@ QString Previewer::nameFault(const QString& name) const
 {
     const database::TableColumns& columns = m_library.Conn.columns(u"信息表"_s);
     const database::Column& column = columns.at(columns.find(u"姓名"_s));
-    try {
-        (void)column.type.converted(name, column.name);
-    } catch (const database::Error& error) {
-        return error.description();
-    }
-    return {};
+    return fitInto(column, name).refusal;
 }
 
 void Previewer::judgeScores(int row)
 {
+    size_t place = 0;
     for (const ImportSubject& subject : m_marks->subjects()) {
+        const database::Column* column = m_columns[place++];
         const Value value = m_sheet.Cells(row, subject.KMColumn);
         const ScoreCell cell = m_cells.read(value, subject.KMFull);
         const bool isText = scoreReading(value) != ScoreReading::Score;
-        if (cell.fault.isEmpty() && !isText)
+        const bool refused = isRefused(cell, column);
+        const bool isBad = refused || !cell.fault.isEmpty();
+        if (!isBad && !isText)
             continue;
-        PreviewEntry entry = sheetEntry(
-            cell.fault.isEmpty() ? PreviewKind::TextCell : PreviewKind::BadCell, m_sheet, row,
-            cell.fault.isEmpty() ? u"既不是缺考也不是作弊，按这个数存入。"_s
-                                 : whatIsBad(cell, subject));
+        PreviewEntry entry =
+            sheetEntry(isBad ? PreviewKind::BadCell : PreviewKind::TextCell, m_sheet, row,
+                       refused ? whatIsRefused(cell, subject)
+                       : isBad ? whatIsBad(cell, subject)
+                               : u"既不是缺考也不是作弊，按这个数存入。"_s);
         entry.subject = subject.KMName;
         entry.before = value.text();
-        entry.after = runtime::doubleText(storedScore(cell.text));
+        if (!refused)
+            entry.after = runtime::doubleText(storedScore(cell.text));
         m_preview.add(std::move(entry));
     }
 }
 
-QString Previewer::whatIsBad(const ScoreCell& cell, const ImportSubject& subject) const
+/// "超过总分（默认的满分 150），导入时会列出来要求修改；不改就".
+QString Previewer::faultWords(const ScoreCell& cell, const ImportSubject& subject) const
 {
     QString text = cell.fault;
     if (cell.score > double(subject.KMFull))
         text += u"（%1）"_s.arg(m_marks->told(subject));
-    text += u"，导入时会列出来要求修改；不改就按这个数存入"_s;
-    return text
+    return text + u"，导入时会列出来要求修改；不改就"_s;
+}
+
+QString Previewer::whatIsBad(const ScoreCell& cell, const ImportSubject& subject) const
+{
+    return faultWords(cell, subject) + u"按这个数存入"_s
            + (storedScore(cell.text) == storedScore(u"缺考"_s) ? u"，也就是缺考。"_s : u"。"_s);
 }
 
-void Previewer::takeTarget(int row, const SheetStudent& student,
-                           const KnownStudents::Student* known)
+QString Previewer::whatIsRefused(const ScoreCell& cell, const ImportSubject& subject) const
 {
-    const ScoredStudent scored{student.classNumber, student.number, student.name,
-                               known == nullptr ? 0 : known->id};
-    if (!m_comparison->take(row, scored, rowNameOf(known, student.name)))
-        m_preview.add(sheetEntry(PreviewKind::BadCell, m_sheet, row,
-                                 u"姓名里有单引号，按原规则找不到他的成绩，这一行不会存入。"_s));
+    return (cell.fault.isEmpty() ? u"这个数"_s : faultWords(cell, subject))
+           + (m_comparison ? u"存不进去，原来的成绩不变。"_s : u"存不进去，没有这一科的成绩。"_s);
+}
+
+/// Finds the rows that are overwritten. Which name finds one is known only when all rows are.
+void Previewer::takeTargets()
+{
+    if (!m_comparison)
+        return;
+    const bool isKept = m_request.names == NameAnswer::Keep;
+    const std::vector<SheetStudent> students = m_rows.students();
+    const auto known = [this](const SheetStudent& student) {
+        const auto* found = m_students.find(student.classNumber, student.number);
+        return found == nullptr ? KnownStudents::Student() : *found;
+    };
+    for (const SheetStudent& student : students)
+        m_names.add(student, known(student).name);
+    int row = SheetRows::First;
+    for (const SheetStudent& student : students)
+        m_comparison->take(row++,
+                           {student.classNumber, student.number, student.name, known(student).id},
+                           isKept ? RowName::OnTheSheet : m_names.rowNameOf(student));
+}
+
+QString Previewer::becomesOfTwice(const RowsByNumber::Number& number) const
+{
+    if (!m_comparison)
+        return u"，导入后有几条成绩。"_s;
+    const QStringList names = m_names.namesOf(number);
+    const auto stored = std::count_if(names.begin(), names.end(), [this](const QString& name) {
+        return m_comparison->canLookUp(name);
+    });
+    return m_target == ScoreTarget::FirstRows && stored > 1
+               ? u"，姓名不同，导入后会有 %1 条成绩。"_s.arg(stored)
+               : u"，最后一行的成绩算数。"_s;
 }
 
 void Previewer::tellTwice()
 {
-    QString what = m_comparison ? u"，最后一行的成绩算数。"_s : u"，导入后有几条成绩。"_s;
     m_rowsOf.tellTwice(
-        m_sheet, [&](const RowsByNumber::Number&) { return what; }, m_preview);
+        m_sheet, [this](const RowsByNumber::Number& number) { return becomesOfTwice(number); },
+        m_preview);
 }
 
 } // namespace

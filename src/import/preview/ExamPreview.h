@@ -9,6 +9,10 @@
 
 namespace importing {
 
+/// The answer to the question which of a student's two names counts: the sheet's, the library's, or
+/// neither, which ends the import. Ask if it will be asked.
+enum class NameAnswer { Ask, Replace, Keep, Cancel };
+
 /// What an import of scores would be asked for, and what it would be answered.
 struct ExamPreviewRequest
 {
@@ -19,6 +23,8 @@ struct ExamPreviewRequest
     /// Full marks by subject. Of the others the exam's own are taken, or else the defaults of
     /// 满分.txt.
     QHash<QString, float> fullMarks = {};
+    /// Unless it is Keep, names are compared as if all were put into the library.
+    NameAnswer names = NameAnswer::Ask;
 };
 
 /// What the import would do to the open library; nothing is written and nothing asked. Nothing,

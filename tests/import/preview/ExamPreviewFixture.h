@@ -33,7 +33,7 @@ protected:
     {
         const QByteArray bytes = support::read(library.scores.LibPath);
         const QStringList files = QDir(library.folder.path()).entryList(QDir::Files);
-        importing::ExamPreviewRequest asked{request, overwritten, {}};
+        importing::ExamPreviewRequest asked{request, overwritten, {}, names};
         for (const QString& subject : {u"语文"_s, u"数学"_s})
             asked.fullMarks.insert(subject, fullMark);
         const std::optional<importing::Preview> found = previewExam(library.scores, intake, asked);
@@ -56,5 +56,6 @@ protected:
     void pickList() { request.examChoice = importing::ExamChoice::PickedFromList; }
 
     std::optional<importing::ScoreTarget> overwritten;
+    importing::NameAnswer names = importing::NameAnswer::Ask;
     float fullMark = 150;
 };

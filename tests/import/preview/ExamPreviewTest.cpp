@@ -1,5 +1,7 @@
 #include "import/preview/ExamPreview.h"
 
+#include <limits>
+
 #include <sqlite3.h>
 
 #include "ExamPreviewFixture.h"
@@ -7,6 +9,7 @@
 namespace {
 
 using namespace Qt::StringLiterals;
+using importing::NameAnswer;
 using importing::NewStudents;
 using importing::Preview;
 using importing::PreviewKind;
@@ -92,6 +95,81 @@ TEST_F(ExamPreviewTest, TellsBothRowsOfAStudentWhoStandsTwiceAndTheRowsBehindThe
     found = preview();
     EXPECT_EQ(remark(found, PreviewKind::Twice),
               u"第 2、4 行的班级和学号相同，最后一行的成绩算数。"_s);
+}
+
+TEST_F(ExamPreviewTest, OfTwoNamesOfOneNumberEachHasScoresOfItsOwn)
+{
+    addExam();
+    pickList();
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 55}, {1, 1, u"换名"_s, 66}, {1, 1, u"a'b"_s, 77}});
+    overwritten = ScoreTarget::FirstRows;
+    names = NameAnswer::Keep;
+    const QString twice = u"第 2、3、4 行的班级和学号相同，姓名不同，导入后会有 2 条成绩。"_s;
+    Preview found = preview();
+    EXPECT_EQ(remark(found, PreviewKind::Twice), twice);
+    EXPECT_EQ(told(found, PreviewKind::Changed), QStringList{u"2: 1|1|王芳|语文 90 → 55"_s});
+    EXPECT_EQ(told(found, PreviewKind::NewInExam), QStringList{u"3: 1|1|换名"_s});
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 55}, {1, 1, u"换名"_s, 66}});
+    names = NameAnswer::Ask;
+    found = preview();
+    EXPECT_EQ(remark(found, PreviewKind::Twice),
+              u"第 2、3 行的班级和学号相同，姓名不同，导入后会有 2 条成绩。"_s);
+    EXPECT_EQ(told(found, PreviewKind::Changed), QStringList{u"3: 1|1|换名|语文 90 → 66"_s});
+    EXPECT_EQ(told(found, PreviewKind::NewInExam), QStringList{u"2: 1|1|王芳"_s});
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 55}, {1, 1, u"a'b"_s, 66}});
+    found = preview();
+    EXPECT_EQ(remark(found, PreviewKind::Twice),
+              u"第 2、3 行的班级和学号相同，最后一行的成绩算数。"_s);
+    EXPECT_EQ(told(found, PreviewKind::Changed), QStringList{u"2: 1|1|王芳|语文 90 → 55"_s})
+        << "nobody is renamed to a name with an apostrophe";
+}
+
+TEST_F(ExamPreviewTest, WhichNameCountsCanBeKnown)
+{
+    addExam();
+    sheet({heads({u"语文"_s}), {1, 1, u"换名"_s, 66}});
+    const auto toldWith = [this](NameAnswer answer) {
+        names = answer;
+        return remark(preview(), PreviewKind::OtherName);
+    };
+    EXPECT_EQ(toldWith(NameAnswer::Replace), u"全部考试里都改成表里的姓名。"_s);
+    EXPECT_EQ(toldWith(NameAnswer::Keep), u"成绩库的名单不变。"_s);
+    EXPECT_EQ(toldWith(NameAnswer::Cancel), u"导入会在这一行停下，什么成绩也不存入。"_s);
+    pickList();
+    EXPECT_EQ(toldWith(NameAnswer::Keep),
+              u"成绩库的名单不变。按表里的姓名另找他的成绩，没有就新增一条。"_s);
+    EXPECT_EQ(toldWith(NameAnswer::Replace), u"全部考试里都改成表里的姓名。"_s);
+    EXPECT_TRUE(toldWith(NameAnswer::Ask)
+                    .endsWith(u"选“否”时按表里的姓名另找他的成绩，没有就新增一条。"_s));
+}
+
+TEST_F(ExamPreviewTest, AScoreThatItsColumnRefusesIsNotSaidToBeStored)
+{
+    addExam();
+    sheet({heads({u"语文"_s, u"数学"_s}),
+           {1, 1, u"王芳"_s, 1e300, 80},
+           {1, 2, u"陈静"_s, 70, u"1e300分"_s}});
+    Preview found = preview();
+    EXPECT_EQ(told(found, PreviewKind::BadCell),
+              (QStringList{u"2: 1|1|王芳|语文 1E+300 → "_s, u"3: 1|2|陈静|数学 1e300分 → "_s}));
+    const auto judged = u"超过总分（给出的满分 150），导入时会列出来要求修改；不改就"_s;
+    EXPECT_EQ(remark(found, PreviewKind::BadCell), judged + u"存不进去，没有这一科的成绩。"_s);
+    pickList();
+    found = preview();
+    EXPECT_EQ(remark(found, PreviewKind::BadCell), judged + u"存不进去，原来的成绩不变。"_s);
+    EXPECT_EQ(told(found, PreviewKind::Changed), QStringList());
+    EXPECT_EQ(found.unchanged, 4);
+    fullMark = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(remark(preview(), PreviewKind::BadCell), u"这个数存不进去，原来的成绩不变。"_s);
+}
+
+TEST_F(ExamPreviewTest, ATextInTheLibraryBecomesANumberEvenOfTheSameWorth)
+{
+    addExam();
+    pickList();
+    library.execute(u"update 成绩表 set 语文='abc' where 学号=1"_s);
+    sheet({heads({u"语文"_s}), {1, 1, u"王芳"_s, 0}});
+    EXPECT_EQ(told(preview(), PreviewKind::Changed), QStringList{u"2: 1|1|王芳|语文 abc → 0"_s});
 }
 
 TEST_F(ExamPreviewTest, SaysLoudlyThatATypedExamIsThereAlready)

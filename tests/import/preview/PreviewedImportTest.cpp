@@ -1,3 +1,5 @@
+#include <map>
+
 #include "ExamPreviewFixture.h"
 
 namespace {
@@ -5,6 +7,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using importing::ExamChoice;
 using importing::ImportResult;
+using importing::NameAnswer;
 using importing::NewStudents;
 using importing::Preview;
 using importing::PreviewEntry;
@@ -23,6 +26,7 @@ struct Case
     bool hasExam = false;
     std::optional<ScoreTarget> overwritten = {};
     NewStudents newStudents = NewStudents::Add;
+    NameAnswer names = NameAnswer::Ask;
 };
 
 void PrintTo(const Case& one, std::ostream* out)
@@ -49,12 +53,13 @@ protected:
         request.examChoice = one.choice;
         request.newStudents = one.newStudents;
         overwritten = one.overwritten;
+        names = one.names;
     }
 
     void import()
     {
         dialogs.always(u"原有数据将被新数据替换"_s, Answer::Ok);
-        dialogs.always(u"不一致"_s, Answer::Yes);
+        dialogs.always(u"不一致"_s, names == NameAnswer::Keep ? Answer::No : Answer::Yes);
         dialogs.always(u"是否添加新学生"_s, Answer::Ok);
         dialogs.always(u"人的成绩重复"_s, u"继续"_s);
         dialogs.always(u"既不是缺考也不是作弊"_s, u"继续"_s);
@@ -88,12 +93,27 @@ protected:
         return count;
     }
 
+    /// Each student has the name that was told; without one all have those of before.
+    void expectNames(const Preview& found, const QString& before)
+    {
+        if (found.count(PreviewKind::OtherName) == 0) {
+            EXPECT_EQ(library.rows(u"select 姓名 from 信息表 where ID<=3"_s), before);
+        }
+        std::map<QString, PreviewEntry> last;
+        for (const PreviewEntry& entry : found.entries(PreviewKind::OtherName))
+            last[entry.classNumber + u'|' + entry.number] = entry;
+        for (const auto& [number, entry] : last)
+            EXPECT_EQ(library.rows(u"select 姓名 from 信息表 where 班级=%1 and 学号=%2"_s.arg(
+                          entry.classNumber, entry.number)),
+                      names == NameAnswer::Keep ? entry.before : entry.after);
+    }
+
     /// A subject of a student in the exam, as the preview shows it.
     QString score(const PreviewEntry& entry)
     {
         const QString text = library.rows(
-            u"select %1 from 成绩表 where 考试名称='期中' and 班级=%2 and 学号=%3"_s.arg(
-                entry.subject, entry.classNumber, entry.number));
+            u"select %1 from 成绩表 where 考试名称='期中' and 班级=%2 and 学号=%3 and 姓名='%4'"_s
+                .arg(entry.subject, entry.classNumber, entry.number, entry.name));
         return text == u"-1"_s ? u"缺考"_s : text;
     }
 };
@@ -110,9 +130,16 @@ TEST_P(PreviewedImport, DoesWhatWasCounted)
     EXPECT_EQ(students() - knownBefore,
               found.count(PreviewKind::NewStudent) + found.count(PreviewKind::UnknownStudent));
     EXPECT_EQ(scores() - scoresBefore, isNew ? found.rows : found.count(PreviewKind::NewInExam));
-    EXPECT_EQ(library.rows(u"select 姓名 from 信息表 where ID<=3"_s) != namesBefore,
-              found.count(PreviewKind::OtherName) > 0);
+    expectNames(found, namesBefore);
     EXPECT_EQ(int(state.ErrorCount), found.count(PreviewKind::BadCell));
+    for (const PreviewEntry& entry : found.entries(PreviewKind::BadCell)) {
+        if (isNew) {
+            EXPECT_EQ(library.rows(u"select typeof(%1) from 成绩表 where 班级=%2 and 学号=%3"_s.arg(
+                          entry.subject, entry.classNumber, entry.number)),
+                      entry.after.isEmpty() ? u"null"_s : u"real"_s)
+                << told(entry).toStdString();
+        }
+    }
     if (isNew)
         return;
     if (overwritten != ScoreTarget::FirstRows) {
@@ -155,6 +182,39 @@ const Case cases[] = {
       {1, 1, wang, 90, 80},
       {2, 1, V(u"李强"_s), 5, 6},
       {2, 1, V(u"李强"_s), 7, 8}},
+     ExamChoice::PickedFromList,
+     false,
+     true},
+    {"OverwrittenTwiceWithTwoNames",
+     {{1, 1, wang, 91, 82},
+      {1, 1, V(u"换名"_s), 90, 81},
+      {1, 2, V(u"换名"_s), 5, 6},
+      {1, 2, V(u"又换"_s), 7, 8},
+      {1, 2, V(u"换名"_s), 9, 10}},
+     ExamChoice::PickedFromList,
+     false,
+     true},
+    {"OverwrittenTwiceWithTwoNamesThatAreKept",
+     {{1, 1, V(u"换名"_s), 90, 81}, {1, 1, wang, 91, 82}, {1, 2, V(u"换名"_s), 5, 6}},
+     ExamChoice::PickedFromList,
+     false,
+     true,
+     {},
+     NewStudents::Add,
+     NameAnswer::Keep},
+    {"NewTwiceWithTwoNames",
+     {{1, 7, V(u"新生"_s), 1, 2}, {1, 7, V(u"换名"_s), 3, 4}},
+     ExamChoice::PickedFromList,
+     false,
+     true},
+    {"TooLarge", {{1, 1, wang, 1e300, 80}, {1, 2, chen, -1e300, V(u"1E+300"_s)}}},
+    {"OverwrittenWithTooLarge",
+     {{1, 1, wang, 1e300, 81}, {1, 2, chen, 70, 1e300}},
+     ExamChoice::PickedFromList,
+     false,
+     true},
+    {"OverwrittenTwiceAtLastWithTooLarge",
+     {{1, 1, wang, 91, 81}, {1, 1, wang, 1e300, 82}},
      ExamChoice::PickedFromList,
      false,
      true},
