@@ -5,6 +5,8 @@
 #include "import/SheetRows.h"
 #include "import/StudentSheet.h"
 #include "import/TakenNumbers.h"
+#include "import/preview/ColumnFit.h"
+#include "import/preview/ListStreams.h"
 #include "import/preview/RowsByNumber.h"
 #include "import/preview/SheetEntry.h"
 #include "platform/database/ReadBatch.h"
@@ -30,12 +32,54 @@ bool isReadAsNumber(const Value& cell)
         std::u16string_view(QStringView(text).utf16(), size_t(text.size())));
 }
 
+QString takenRemark(TakenStudents taken)
+{
+    switch (taken) {
+    case TakenStudents::Skip:
+        return u"成绩库里已有这个班级和学号，会跳过。"_s;
+    case TakenStudents::Add:
+        return u"成绩库里已有这个班级和学号，会再添加一条。成绩库里的那一条不会改。"_s;
+    case TakenStudents::Ask:
+        break;
+    }
+    return u"成绩库里已有这个班级和学号，导入时会询问：跳过，或者再添加一条。"
+           "成绩库里的那一条不会改。"_s;
+}
+
+QString takenWarning(TakenStudents taken)
+{
+    switch (taken) {
+    case TakenStudents::Skip:
+        return u"他们会跳过。"_s;
+    case TakenStudents::Add:
+        return u"会全部添加，他们就会有两条以上的记录。"_s;
+    case TakenStudents::Ask:
+        break;
+    }
+    return u"导入时会询问；如果选“全部添加”，他们就会有两条以上的记录。"_s;
+}
+
+/// What becomes of rows of one class and number, which the library has too or not.
+QString twiceRemark(TakenStudents taken, bool isInLibrary)
+{
+    switch (taken) {
+    case TakenStudents::Skip:
+        return isInLibrary ? u"，成绩库里也已经有了，都会跳过。"_s : u"，只取最前面的一行。"_s;
+    case TakenStudents::Add:
+        return isInLibrary ? u"，成绩库里也已经有了，会全部添加。"_s : u"，会全部添加。"_s;
+    case TakenStudents::Ask:
+        break;
+    }
+    return isInLibrary ? u"，成绩库里也已经有了；导入时会询问：都跳过，或者全部添加。"_s
+                       : u"；导入时会询问：只取最前面的一行，或者全部添加。"_s;
+}
+
 /// Goes through a student list as the import does, and notes what it finds.
 class ListPreviewer
 {
 public:
     ListPreviewer(library::ScoreLibrary& scoreLibrary, const excel::Worksheet& sheet,
-                  QString folder);
+                  QString folder, TakenStudents answer);
 
     Preview run();
 
@@ -51,9 +95,9 @@ private:
     void takeColumns();
     void takeRow(int row);
     void takeTaken(int row);
-    bool judgeCells(int row);
-    bool judgeCell(int row, const Column& column);
-    QString refusal(const Column& column, const Value& cell) const;
+    void takeStream(int row, bool isTaken);
+    std::optional<Value> judgeCell(int row, const Column& column);
+    ColumnFit fitOf(const Column& column, const Value& cell) const;
     void tellTwice();
     void tellTaken();
     void tellStreams();
@@ -61,6 +105,7 @@ private:
     library::ScoreLibrary& m_library;
     const excel::Worksheet& m_sheet;
     const QString m_folder;
+    const TakenStudents m_answer;
     const StudentSheet m_list;
     TakenNumbers m_taken;
     KnownStudents m_students;
@@ -68,6 +113,7 @@ private:
     RowsByNumber m_rowsOf;
     /// Those of the list that the library has already.
     std::set<RowsByNumber::Number> m_inLibrary;
+    ListStreams m_streams;
     int m_withoutStream = 0;
     /// Of those rows that are skipped unless all are added.
     int m_takenWithoutStream = 0;
@@ -75,13 +121,15 @@ private:
 };
 
 ListPreviewer::ListPreviewer(library::ScoreLibrary& scoreLibrary, const excel::Worksheet& sheet,
-                             QString folder)
+                             QString folder, TakenStudents answer)
     : m_library(scoreLibrary),
       m_sheet(sheet),
       m_folder(std::move(folder)),
+      m_answer(answer),
       m_list(sheet),
       m_taken(sheet, scoreLibrary.Conn),
-      m_students(scoreLibrary.Conn)
+      m_students(scoreLibrary.Conn),
+      m_streams(scoreLibrary.Conn)
 {
 }
 
@@ -129,8 +177,7 @@ void ListPreviewer::takeRow(int row)
         m_rowsOf.add(*number, row);
     if (taken == TakenNumbers::TakenBy::Nobody)
         m_preview.add(sheetEntry(PreviewKind::NewStudent, m_sheet, row, u"会添加到成绩库。"_s));
-    if (!judgeCells(row))
-        ++(taken == TakenNumbers::TakenBy::Nobody ? m_withoutStream : m_takenWithoutStream);
+    takeStream(row, taken != TakenNumbers::TakenBy::Nobody);
 }
 
 void ListPreviewer::takeTaken(int row)
@@ -139,9 +186,8 @@ void ListPreviewer::takeTaken(int row)
     const KnownStudents::Student* known = m_students.find(student.classNumber, student.number);
     const bool isOther = known != nullptr && known->name != student.name;
     m_inLibrary.emplace(student.classNumber, student.number);
-    PreviewEntry entry = sheetEntry(
-        isOther ? PreviewKind::OtherName : PreviewKind::TakenNumber, m_sheet, row,
-        u"成绩库里已有这个班级和学号，导入时会询问：跳过，或者再添加一条。成绩库里的那一条不会改。"_s);
+    PreviewEntry entry = sheetEntry(isOther ? PreviewKind::OtherName : PreviewKind::TakenNumber,
+                                    m_sheet, row, takenRemark(m_answer));
     if (isOther) {
         entry.before = known->name;
         entry.after = student.name;
@@ -151,53 +197,61 @@ void ListPreviewer::takeTaken(int row)
     m_preview.add(std::move(entry));
 }
 
-/// Whether a stream would be stored.
-bool ListPreviewer::judgeCells(int row)
+/// Judges the cells of a row; its stream counts if the row is added.
+void ListPreviewer::takeStream(int row, bool isTaken)
 {
-    bool hasStream = false;
+    Value stream;
+    QString cell;
     for (const Column& column : m_columns) {
-        const bool isStored = judgeCell(row, column);
-        hasStream |= isStored && column.heading.name == u"科类"_s
-                     && !m_sheet.Cells(row, column.sheetColumn).isNull();
+        const std::optional<Value> stored = judgeCell(row, column);
+        if (column.heading.name != u"科类"_s)
+            continue;
+        cell = m_sheet.Cells(row, column.sheetColumn).text();
+        stream = stored.value_or(stream);
     }
-    return hasStream;
+    if (isTaken && m_answer == TakenStudents::Skip)
+        return;
+    const bool isAsked = isTaken && m_answer == TakenStudents::Ask;
+    if (stream.isNull())
+        ++(isAsked ? m_takenWithoutStream : m_withoutStream);
+    m_streams.add(row, isAsked ? ListStreams::RowIs::Asked : ListStreams::RowIs::Added, cell,
+                  stream.isNull() ? u"理"_s : stream.text());
 }
 
-/// Whether the cell would be stored.
-bool ListPreviewer::judgeCell(int row, const Column& column)
+/// What would be stored of the cell; nothing if it is refused.
+std::optional<Value> ListPreviewer::judgeCell(int row, const Column& column)
 {
     const Value cell = m_sheet.Cells(row, column.sheetColumn);
-    const QString fault = refusal(column, cell);
+    ColumnFit fit = fitOf(column, cell);
     const bool isText = column.heading.rule == CellRule::Number && isReadAsNumber(cell);
-    if (fault.isEmpty() && !isText)
-        return true;
+    if (fit.refusal.isEmpty() && !isText)
+        return std::move(fit.stored);
     PreviewEntry entry =
-        sheetEntry(fault.isEmpty() ? PreviewKind::TextCell : PreviewKind::BadCell, m_sheet, row,
-                   fault.isEmpty() ? u"不是数字，按这个数存入。"_s : fault);
+        sheetEntry(fit.refusal.isEmpty() ? PreviewKind::TextCell : PreviewKind::BadCell, m_sheet,
+                   row, fit.refusal.isEmpty() ? u"不是数字，按这个数存入。"_s : fit.refusal);
     entry.subject = column.heading.name;
     entry.before = cell.text();
-    if (fault.isEmpty())
+    if (fit.refusal.isEmpty())
         entry.after = runtime::doubleText(runtime::Val(cell));
     m_preview.add(std::move(entry));
-    return fault.isEmpty();
+    return fit.refusal.isEmpty() ? std::optional(std::move(fit.stored)) : std::nullopt;
 }
 
-/// Why the cell would not be stored; empty if it would.
-QString ListPreviewer::refusal(const Column& column, const Value& cell) const
+ColumnFit ListPreviewer::fitOf(const Column& column, const Value& cell) const
 {
     try {
         refuseError(cell);
         if (column.heading.rule == CellRule::Photo) {
             const QString photo = photoFile(cell, m_folder, m_library.Conn.longestValue());
-            return photo.isEmpty() && !isEmptyCell(cell) ? u"找不到这个照片文件，不会有照片。"_s
-                                                         : QString();
+            return {{},
+                    photo.isEmpty() && !isEmptyCell(cell) ? u"找不到这个照片文件，不会有照片。"_s
+                                                          : QString()};
         }
-        if (const std::optional<Value> value = studentValue(column.heading.rule, cell))
-            (void)column.target->type.converted(*value, column.target->name);
+        const std::optional<Value> value = studentValue(column.heading.rule, cell);
+        return value ? fitInto(*column.target, *value) : ColumnFit();
     } catch (const runtime::Error& error) {
-        return error.description();
+        return {{}, error.description()};
     }
-    return {};
 }
 
 void ListPreviewer::tellTwice()
@@ -205,9 +259,7 @@ void ListPreviewer::tellTwice()
     m_rowsOf.tellTwice(
         m_sheet,
         [this](const RowsByNumber::Number& number) {
-            return m_inLibrary.contains(number)
-                       ? u"，成绩库里也已经有了；导入时会询问：都跳过，或者全部添加。"_s
-                       : u"；导入时会询问：只取最前面的一行，或者全部添加。"_s;
+            return twiceRemark(m_answer, m_inLibrary.contains(number));
         },
         m_preview);
 }
@@ -216,8 +268,8 @@ void ListPreviewer::tellTaken()
 {
     if (!m_inLibrary.empty())
         m_preview.warning =
-            u"名单里有 %1 人的班级和学号成绩库里已经有了！导入时会询问；"
-            "如果选“全部添加”，他们就会有两条以上的记录。"_s.arg(m_inLibrary.size());
+            u"名单里有 %1 人的班级和学号成绩库里已经有了！"_s.arg(m_inLibrary.size())
+            + takenWarning(m_answer);
 }
 
 void ListPreviewer::tellStreams()
@@ -227,12 +279,14 @@ void ListPreviewer::tellStreams()
     if (m_takenWithoutStream > 0)
         m_preview.notes.append(
             u"选“全部添加”时，还有 %1 行没有科类，也会设为“理”。"_s.arg(m_takenWithoutStream));
+    m_streams.tell(m_sheet, m_preview);
 }
 
 } // namespace
 
 std::optional<Preview> previewStudents(library::ScoreLibrary& scoreLibrary,
-                                       const WorkbookIntake& intake, const QString& sheetName)
+                                       const WorkbookIntake& intake, const QString& sheetName,
+                                       TakenStudents taken)
 {
     if (!intake.checkWorkbookOpen())
         return std::nullopt;
@@ -241,7 +295,7 @@ std::optional<Preview> previewStudents(library::ScoreLibrary& scoreLibrary,
         return std::nullopt;
     const runtime::Phase phase;
     const database::ReadBatch state(scoreLibrary.Conn);
-    return ListPreviewer(scoreLibrary, *sheet, intake.folder()).run();
+    return ListPreviewer(scoreLibrary, *sheet, intake.folder(), taken).run();
 }
 
 } // namespace importing

@@ -8,10 +8,14 @@
 
 namespace importing {
 
+/// What is done with students whose class and number are taken; Ask if that will be asked.
+enum class TakenStudents { Ask, Skip, Add };
+
 /// What the import of a student list would do to the open library; nothing is written and nothing
 /// asked. Nothing, after the import's own message, where it would not begin. Throws runtime::Error
 /// if the library cannot be read.
 std::optional<Preview> previewStudents(library::ScoreLibrary& scoreLibrary,
-                                       const WorkbookIntake& intake, const QString& sheetName);
+                                       const WorkbookIntake& intake, const QString& sheetName,
+                                       TakenStudents taken = TakenStudents::Ask);
 
 } // namespace importing

@@ -10,6 +10,7 @@ using importing::ImportResult;
 using importing::Preview;
 using importing::PreviewEntry;
 using importing::PreviewKind;
+using importing::TakenStudents;
 
 /// A library with 王芳 as number 1 of class 1 and 陈静 as number 2.
 class StudentPreviewTest : public StudentImportTest
@@ -22,10 +23,11 @@ protected:
         library.reload();
     }
 
-    Preview preview()
+    Preview preview(TakenStudents taken = TakenStudents::Ask)
     {
         const QByteArray bytes = support::read(library.scores.LibPath);
-        const std::optional<Preview> found = previewStudents(library.scores, intake, sheetName);
+        const std::optional<Preview> found =
+            previewStudents(library.scores, intake, sheetName, taken);
         EXPECT_EQ(support::read(library.scores.LibPath), bytes);
         EXPECT_EQ(dialogs.shown, QStringList());
         EXPECT_TRUE(found);
@@ -123,6 +125,128 @@ TEST_F(StudentPreviewTest, AStreamThatIsRefusedIsNone)
     EXPECT_EQ(found.notes, QStringList{u"2 人没有科类，会设为“理”。"_s});
     EXPECT_EQ(run(), ImportResult::Finished);
     EXPECT_EQ(library.rows(u"select count(*) from 信息表 where 班级=2 and 科类='理'"_s), u"2"_s);
+}
+
+/// The end of a warning of so many streams.
+QString tooMany(int count, const QString& names)
+{
+    return u"导入后会有 %1 个科类（%2）！成绩库最多两个科类，再多就打不开班级列表和统计，"
+           "请先改正表里的科类。"_s.arg(QString::number(count), names);
+}
+
+TEST_F(StudentPreviewTest, AThirdStreamIsSaidLoudlyAndRowByRow)
+{
+    library.addStudent(2, 1, u"李强"_s, u"理"_s);
+    library.reload();
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s},
+           {11, 1, u"甲一"_s, u"物理类"_s},
+           {11, 2, u"甲二"_s, 1},
+           {11, 3, u"甲三"_s, u"文"_s},
+           {11, 4, u"甲四"_s, runtime::Value()}});
+    const Preview found = preview();
+    EXPECT_EQ(found.warning, tooMany(4, u"“文”、“理”、“物理类”、“1”"_s));
+    const QString why = u"成绩库最多两个科类，除了“文”、“理”不能再有别的。"_s;
+    EXPECT_EQ(told(found, PreviewKind::BadCell),
+              (QStringList{u"2: 11|1|甲一|科类 物理类 → 物理类: "_s + why,
+                           u"3: 11|2|甲二|科类 1 → 1: "_s + why}));
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(library.rows(u"select count(distinct 科类) from 信息表"_s), u"4"_s);
+    EXPECT_EQ(dialogs.shown.filter(u"科类设置不正确，请重新设置科类。"_s).size(), 1);
+}
+
+TEST_F(StudentPreviewTest, WithoutAStreamOneCanBeTheThird)
+{
+    library.execute(u"update 信息表 set 科类='物理类' where 学号=1"_s);
+    library.execute(u"update 信息表 set 科类='历史类' where 学号=2"_s);
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {11, 1, u"甲一"_s}});
+    const Preview found = preview();
+    EXPECT_EQ(found.warning, tooMany(3, u"“历史类”、“物理类”、“理”"_s));
+    EXPECT_EQ(told(found, PreviewKind::BadCell),
+              QStringList{u"2: 11|1|甲一|科类  → 理: 成绩库最多两个科类，"
+                          "除了“历史类”、“物理类”不能再有别的。"_s});
+    EXPECT_EQ(run(), ImportResult::Finished);
+    EXPECT_EQ(library.rows(u"select count(distinct 科类) from 信息表"_s), u"3"_s);
+}
+
+TEST_F(StudentPreviewTest, WhereTheLibraryHasRoomThoseOfTheFewestRowsAreTooMany)
+{
+    library.execute(u"delete from 信息表"_s);
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s},
+           {1, 1, u"甲"_s, u"理科"_s},
+           {1, 2, u"乙"_s, u"文"_s},
+           {1, 3, u"丙"_s, u"理"_s},
+           {1, 4, u"丁"_s, u"文"_s},
+           {1, 5, u"戊"_s, u"理"_s}});
+    const Preview found = preview();
+    EXPECT_EQ(found.warning, tooMany(3, u"“理科”、“文”、“理”"_s));
+    ASSERT_EQ(found.count(PreviewKind::BadCell), 1);
+    EXPECT_EQ(found.entries(PreviewKind::BadCell)[0].name, u"甲"_s);
+}
+
+TEST_F(StudentPreviewTest, AThirdStreamOfOneWhoIsTakenCountsIfHeIsAdded)
+{
+    library.addStudent(2, 1, u"李强"_s, u"理"_s);
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s}, {1, 1, u"王芳"_s, u"物理类"_s}});
+    const QString warning = tooMany(3, u"“文”、“理”、“物理类”"_s);
+    EXPECT_TRUE(preview().warning.endsWith(u"。选“全部添加”时，"_s + warning));
+    EXPECT_EQ(preview(TakenStudents::Add).warning,
+              u"名单里有 1 人的班级和学号成绩库里已经有了！会全部添加，"
+              "他们就会有两条以上的记录。"_s
+                  + warning);
+    const Preview skipped = preview(TakenStudents::Skip);
+    EXPECT_EQ(skipped.warning, u"名单里有 1 人的班级和学号成绩库里已经有了！他们会跳过。"_s);
+    EXPECT_EQ(skipped.count(PreviewKind::BadCell), 0);
+}
+
+TEST_F(StudentPreviewTest, AStreamOfItsOwnIsNotedWhereThereIsRoom)
+{
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s},
+           {2, 1, u"甲"_s, u"  "_s},
+           {2, 2, u"乙"_s, u"文"_s},
+           {2, 3, u"丙"_s, u"  "_s}});
+    const Preview found = preview();
+    EXPECT_EQ(found.warning, QString());
+    EXPECT_EQ(found.notes,
+              QStringList{u"成绩库里还没有科类“  ”（2 人），会照样存入；写错了的请先改正。"_s});
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s}, {2, 1, u"甲"_s, u"理"_s}});
+    EXPECT_EQ(preview().notes, QStringList()) << "as common as 文";
+}
+
+TEST_F(StudentPreviewTest, OfManyStreamsTheFirstAreNamed)
+{
+    Rows rows{{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s}};
+    for (int number = 1; number <= 3000; ++number)
+        rows.push_back({2, number, u"学生"_s, u"' or %1\n"_s.arg(number)});
+    sheet(rows);
+    const Preview found = preview();
+    EXPECT_EQ(found.warning,
+              tooMany(3001, u"“文”、“' or 1⏎”、“' or 2⏎”、“' or 3⏎”、“' or 4⏎” 等"_s));
+    EXPECT_EQ(found.count(PreviewKind::BadCell), 2999);
+}
+
+TEST_F(StudentPreviewTest, WhatIsDoneWithWhoIsTakenCanBeKnown)
+{
+    mixed();
+    Preview found = preview(TakenStudents::Skip);
+    const QString skipped = u"成绩库里已有这个班级和学号，会跳过。"_s;
+    EXPECT_EQ(found.warning, u"名单里有 2 人的班级和学号成绩库里已经有了！他们会跳过。"_s);
+    EXPECT_EQ(told(found, PreviewKind::TakenNumber),
+              QStringList{u"2: 1|1|王芳|  → : "_s + skipped});
+    EXPECT_EQ(found.entries(PreviewKind::OtherName)[0].remark, skipped);
+    EXPECT_EQ(found.entries(PreviewKind::Twice)[0].remark,
+              u"第 4、5 行的班级和学号相同，只取最前面的一行。"_s);
+    EXPECT_EQ(found.notes, QStringList{u"3 人没有科类，会设为“理”。"_s});
+    found = preview(TakenStudents::Add);
+    EXPECT_EQ(found.entries(PreviewKind::TakenNumber)[0].remark,
+              u"成绩库里已有这个班级和学号，会再添加一条。成绩库里的那一条不会改。"_s);
+    EXPECT_EQ(found.entries(PreviewKind::Twice)[0].remark,
+              u"第 4、5 行的班级和学号相同，会全部添加。"_s);
+    EXPECT_EQ(found.notes, QStringList{u"6 人没有科类，会设为“理”。"_s});
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}, {1, 1, u"王芳"_s}});
+    EXPECT_EQ(preview(TakenStudents::Skip).entries(PreviewKind::Twice)[0].remark,
+              u"第 2、3 行的班级和学号相同，成绩库里也已经有了，都会跳过。"_s);
+    EXPECT_EQ(preview(TakenStudents::Add).entries(PreviewKind::Twice)[0].remark,
+              u"第 2、3 行的班级和学号相同，成绩库里也已经有了，会全部添加。"_s);
 }
 
 TEST_F(StudentPreviewTest, TellsWhatWouldNotBeStored)
