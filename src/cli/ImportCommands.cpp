@@ -171,12 +171,32 @@ Exit printPreview(const Session& session, const std::optional<Preview>& preview)
     return session.result();
 }
 
+/// What --accept-existing answers. Throws UsageError.
+TakenStudents takenStudents(const Arguments& arguments)
+{
+    if (!arguments.has(u"accept-existing"_s))
+        return TakenStudents::Ask;
+    const QString answer = arguments.oneOf(u"accept-existing"_s, {u"skip"_s, u"add"_s});
+    return answer == "skip"_L1 ? TakenStudents::Skip : TakenStudents::Add;
+}
+
+/// What --on-mismatch answers, if it is given.
+NameAnswer nameAnswer(const Arguments& arguments)
+{
+    const QString answer = arguments.value(u"on-mismatch"_s);
+    return answer == "replace"_L1  ? NameAnswer::Replace
+           : answer == "keep"_L1   ? NameAnswer::Keep
+           : answer == "cancel"_L1 ? NameAnswer::Cancel
+                                   : NameAnswer::Ask;
+}
+
 /// The answers of the command line that change what an import would do. Throws UsageError.
 ExamPreviewRequest previewRequest(const Session& session, const CliImportQuestions& questions,
                                   const QString& sheet)
 {
     ExamPreviewRequest request{.import = requestFrom(session, sheet),
-                               .fullMarks = questions.givenMarks()};
+                               .fullMarks = questions.givenMarks(),
+                               .names = nameAnswer(session.arguments)};
     const Arguments& arguments = session.arguments;
     if (arguments.value(u"on-unknown"_s) == "add"_L1)
         request.import.newStudents = NewStudents::Add;
@@ -192,10 +212,10 @@ ExamPreviewRequest previewRequest(const Session& session, const CliImportQuestio
 Exit runImportStudents(Session& session)
 {
     const Arguments& arguments = session.arguments;
-    if (arguments.has(u"accept-existing"_s)) {
-        const bool skip = arguments.oneOf(u"accept-existing"_s, {u"skip"_s, u"add"_s}) == "skip"_L1;
-        session.dialogs.answer(u"的班级和学号在"_s, skip ? u"跳过已有"_s : u"全部添加"_s);
-    }
+    const TakenStudents taken = takenStudents(arguments);
+    if (taken != TakenStudents::Ask)
+        session.dialogs.answer(u"的班级和学号在"_s,
+                               taken == TakenStudents::Skip ? u"跳过已有"_s : u"全部添加"_s);
     if (!session.openLibrary() || !checkBook(session))
         return Exit::Error;
     Applications applications;
@@ -203,7 +223,7 @@ Exit runImportStudents(Session& session)
     intake.browse(arguments.path(1));
     const QString sheet = chosenSheet(intake, arguments);
     if (arguments.has(u"preview"_s))
-        return printPreview(session, previewStudents(session.scores, intake, sheet));
+        return printPreview(session, previewStudents(session.scores, intake, sheet, taken));
     CliProgress progress;
     StudentImport import(session.scores, intake, progress);
     const ImportResult result = import.run(sheet, chosenBackup(arguments));

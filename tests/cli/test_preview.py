@@ -82,6 +82,16 @@ class Exams(PreviewTest):
                                  "--accept-overwrite", rule).json()
             self.assertEqual({kind: found["Counts"][kind] for kind in kinds}, kinds)
 
+    def test_the_name_that_counts_can_be_chosen(self):
+        book = self.exam_book((1, 1, "换名", 90, 80))
+        for answer, remark in (((), "导入时会询问：选“是”，全部考试里都改成表里的姓名；选“否”，成绩库的名单不变。"),
+                               (("--on-mismatch", "replace"), "全部考试里都改成表里的姓名。"),
+                               (("--on-mismatch", "keep"), "成绩库的名单不变。"),
+                               (("--on-mismatch", "cancel"), "导入会在这一行停下，什么成绩也不存入。")):
+            found = self.preview("import-exam", book, "--exam", "期中", *answer).json()
+            self.assertEqual([one["Remark"] for one in found["Entries"]], [remark])
+        self.preview("import-exam", book, "--exam", "期中", "--on-mismatch", "other", expect=USAGE)
+
     def test_what_the_import_refuses_the_preview_refuses(self):
         book = self.exam_book((1, 1, "甲", 90), headings=("班级", "学号", "名字", "语文"))
         result = self.preview("import-exam", book, "--exam", "期中", expect=ERROR)
@@ -110,6 +120,21 @@ class Students(PreviewTest):
                          {"Rows": 4, "Matched": 1, "NewStudent": 1, "OtherName": 1,
                           "TakenNumber": 1, "Twice": 2, "BadCell": 1})
         self.assertIn("名单里有 2 人的班级和学号成绩库里已经有了", found["Warning"])
+
+    def test_what_is_done_with_who_is_there_can_be_chosen(self):
+        book = self.book("名单.xlsx", HEADINGS, (1, 1, "甲"))
+        for answer, remark in (("skip", "会跳过。"), ("add", "会再添加一条。成绩库里的那一条不会改。")):
+            found = self.preview("import-students", book, "--accept-existing", answer).json()
+            self.assertEqual([one["Remark"] for one in found["Entries"] if one["Kind"] == "TakenNumber"],
+                             ["成绩库里已有这个班级和学号，" + remark])
+        self.preview("import-students", book, "--accept-existing", "other", expect=USAGE)
+
+    def test_a_third_stream_is_in_the_warning(self):
+        book = self.book("名单.xlsx", (*HEADINGS, "科类"), (2, 1, "新", "物理类"), (2, 2, "又", "历史类"))
+        found = self.preview("import-students", book).json()
+        self.assertTrue(found["Warning"].startswith("导入后会有 3 个科类（“文”、“物理类”、“历史类”）！"))
+        self.assertEqual([(one["Name"], one["Before"], one["Kind"]) for one in found["Entries"]
+                          if one["Subject"] == "科类"], [("又", "历史类", "BadCell")])
 
     def test_a_sheet_without_the_headings(self):
         result = self.preview("import-students", self.book("名单.xlsx", ("班级", "姓名"), (1, "甲")),
