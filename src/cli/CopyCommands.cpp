@@ -69,11 +69,14 @@ Exit printDifferences(Session& session, const QString& format)
     const std::optional<library::CopyDifferences> differences =
         library::compareWithCopy(session.scores.Conn, copy, progress);
     progress.finish();
-    const std::vector<library::DifferenceLine> lines = library::differenceLines(*differences);
-    if (format == "json"_L1)
+    std::vector<library::DifferenceLine> lines = library::differenceLines(*differences);
+    if (format == "json"_L1) {
         print({{u"Copy"_s, copy}, {u"Differences"_s, linesJson(lines)}});
-    else
-        printResult(grid::gridText(library::differencesGrid(lines, library::Details::Shown)));
+        return session.result();
+    }
+    if (lines.empty())
+        lines.push_back({library::noDifferenceText(), {}});
+    printResult(grid::gridText(library::differencesGrid(lines, library::Details::Shown)));
     return session.result();
 }
 

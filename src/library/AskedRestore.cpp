@@ -47,7 +47,7 @@ QString whatChanges(const ScoreLibrary& scoreLibrary,
                     const std::optional<CopyDifferences>& differences)
 {
     if (differences)
-        return differences->any() ? linesOf(*differences) : u"这份备份和现在的成绩库内容相同。"_s;
+        return differences->any() ? linesOf(*differences) : noDifferenceText();
     return scoreLibrary.Conn.isOpen() ? u"没有比较这份备份和现在的成绩库。"_s
                                       : u"现在的成绩库没有打开，无法比较。"_s;
 }

@@ -91,4 +91,7 @@ struct DifferenceLine
 };
 std::vector<DifferenceLine> differenceLines(const CopyDifferences& differences);
 
+/// The sentence where there is no line.
+QString noDifferenceText();
+
 } // namespace library

@@ -117,4 +117,9 @@ std::vector<DifferenceLine> differenceLines(const CopyDifferences& differences)
     return lines.take();
 }
 
+QString noDifferenceText()
+{
+    return u"这份备份和现在的成绩库内容相同（照片只比较了大小）。"_s;
+}
+
 } // namespace library

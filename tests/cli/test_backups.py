@@ -112,6 +112,8 @@ class Differences(Backups):
         copy = self.copies()[0]["Path"]
         shutil.copyfile(copy, self.library)
         self.assertEqual(self.differences(), [])
+        self.assertEqual(self.run_program("backups", self.library, "--diff", "1").out,
+                         "恢复这份备份会怎样\n这份备份和现在的成绩库内容相同（照片只比较了大小）。\n")
         self.change("delete from 成绩表 where rowid=1")
         self.change("vacuum")
         self.assertEqual(self.differences(copy), ["恢复后回到备份内容的考试：1 次，1 人次的成绩恢复后又有"])

@@ -194,6 +194,16 @@ TEST_F(RestoreScreen, EnterComparesACopyAndEscCloses)
 }
 
 TEST_F(RestoreScreen, ListsTheCopiesAnewWhenARestoreFails)
+TEST_F(RestoreScreen, SaysThatACopyHoldsTheSame)
+{
+    backUp({u"设置文理"_s}, 3);
+    onScreen([](QDialog& screen) {
+        press(screen, u"buttonCompare"_s);
+        EXPECT_EQ(note(screen), u"这份备份和现在的成绩库内容相同（照片只比较了大小）。"_s);
+        EXPECT_EQ(differences(screen), u"恢复这份备份会怎样\n"_s);
+    });
+}
+
 {
     onScreen([this](QDialog& screen) {
         QFile::remove(path + u"_2026-03-09_070200.bak"_s);

@@ -173,7 +173,7 @@ TEST_F(Restore, AsksWithTheScoresThatComeOrGoWithTheRowsOfStudents)
 TEST_F(Restore, AsksAlsoWhereNothingDiffersOrCannotBeCompared)
 {
     backUp({u"重新分班"_s}, 2);
-    test.dialogs.expect(u"这份备份和现在的成绩库内容相同。"_s, u"取消"_s);
+    test.dialogs.expect(u"这份备份和现在的成绩库内容相同（照片只比较了大小）。"_s, u"取消"_s);
     EXPECT_FALSE(library::restoreAsked(test.scores, path, newest(), progress));
     test.scores.Conn.Close();
     test.dialogs.expect(u"现在的成绩库没有打开，无法比较。"_s, u"恢复"_s);

@@ -160,7 +160,7 @@ void RestoreScreen::compare()
         return;
     m_lines = differenceLines(*differences);
     labelDifferences->setText(m_lines.empty()
-                                  ? u"这份备份和现在的成绩库内容相同。"_s
+                                  ? noDifferenceText()
                                   : timeText(copy->time) + u" 的备份和现在的成绩库的不同之处："_s);
     showDifferences();
 }
