@@ -7,6 +7,7 @@
 #include "library/LibraryShape.h"
 #include "platform/database/ReadBatch.h"
 #include "platform/database/Statement.h"
+#include "platform/database/UntouchedFile.h"
 #include "platform/runtime/Numbers.h"
 
 namespace library {
@@ -189,8 +190,9 @@ bool CopyDifferences::any() const
 std::optional<CopyDifferences> compareWithCopy(database::Connection& library, const QString& copy,
                                                runtime::Progress& progress)
 {
+    const database::UntouchedFile copied(copy);
     database::Connection former;
-    former.Open(copy, libraryShape());
+    copied.open(former, libraryShape());
     const database::ReadBatch reading(library);
     const database::ReadBatch readingFormer(former);
     const int total = rowsOf(library) + rowsOf(former);

@@ -69,8 +69,8 @@ struct CopyDifferences
     bool any() const;
 };
 
-/// Compares the open library with a copy. Nothing if it was cancelled. Throws Error, also where the
-/// copy is no sound library.
+/// Compares the open library with a copy, which stays as it is. Nothing if it was cancelled. Throws
+/// Error, also where the copy is no sound library.
 std::optional<CopyDifferences> compareWithCopy(database::Connection& library, const QString& copy,
                                                runtime::Progress& progress);
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include <QFile>
 #include <QFileInfo>
 
 #include "library/CopyKeeping.h"
@@ -12,15 +11,12 @@
 #include "platform/database/LockedBytes.h"
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/FileErrors.h"
 
 namespace library {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr qint64 copiedPiece = 1 << 20;
 
 /// Removes what is not kept; not the copy just made, even if the clock was put back since the
 /// others.
@@ -98,20 +94,6 @@ QString currentCopy(const QString& libraryPath, const CopyRequest& request,
     });
 }
 
-/// The bytes of a file that the engine does not read.
-void copyAnyFile(const QString& path, runtime::UnfinishedFile& copy)
-{
-    QFile file(path);
-    bool isRead = file.open(QIODevice::ReadOnly);
-    while (isRead && !file.atEnd()) {
-        copy.write(file.read(copiedPiece));
-        isRead = file.error() == QFileDevice::NoError;
-    }
-    if (!isRead)
-        throw runtime::Error(
-            u"无法读取文件 %1（%2）。"_s.arg(path, runtime::fileErrorText(file.error())));
-}
-
 /// What a broken write left beside a damaged file may be what is to be saved of it.
 void keepJournal(const QString& path, const QString& copy)
 {
@@ -119,7 +101,7 @@ void keepJournal(const QString& path, const QString& copy)
     if (!QFileInfo(journal).isFile())
         return;
     runtime::UnfinishedFile unfinished(copy);
-    copyAnyFile(journal, unfinished);
+    unfinished.writeAllOf(journal);
     unfinished.replace(journalOfCopy(copy), copy);
 }
 
@@ -150,8 +132,9 @@ QString backUpLibrary(const QString& libraryPath, const CopyRequest& request,
 QString backUpDamaged(const QString& path, const CopyRequest& request)
 {
     checkRoomForCopy(QFileInfo(path).size(), freeBytesBeside(path));
+    // The engine does not read it.
     QString copy = newCopy(
-        path, request, [&](runtime::UnfinishedFile& unfinished) { copyAnyFile(path, unfinished); });
+        path, request, [&](runtime::UnfinishedFile& unfinished) { unfinished.writeAllOf(path); });
     keepJournal(path, copy);
     noteOccasion(copy, {request.now, request.occasion});
     return copy;

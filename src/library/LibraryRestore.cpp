@@ -1,5 +1,7 @@
 #include "library/LibraryRestore.h"
 
+#include <memory>
+
 #include <QFileInfo>
 
 #include "library/CopyKeeping.h"
@@ -8,6 +10,7 @@
 #include "platform/database/Error.h"
 #include "platform/database/FileIdentity.h"
 #include "platform/database/LockedBytes.h"
+#include "platform/database/UntouchedFile.h"
 
 namespace library {
 
@@ -26,15 +29,19 @@ void stopIfCancelled(const runtime::Progress& progress)
         throw runtime::Error(u"恢复没有做完就取消了，成绩库没有改变。"_s);
 }
 
-void checkSound(const QString& copy, runtime::Progress& progress)
+/// What is read of a copy that is of use.
+std::unique_ptr<database::UntouchedFile> soundCopy(const QString& copy, runtime::Progress& progress)
 {
     progress.report(u"检查备份..."_s, 0, 0);
     stopIfCancelled(progress);
     if (!QFileInfo(copy).isFile())
         refuseCopy(u"文件 %1 不存在。"_s.arg(copy));
     try {
-        database::Connection().Open(copy, libraryShape());
-        database::checkPages(copy);
+        auto content = std::make_unique<database::UntouchedFile>(copy);
+        database::Connection opened;
+        content->open(opened, libraryShape());
+        database::checkPages(content->path());
+        return content;
     } catch (const database::Error& error) {
         refuseCopy(error.failure() == database::Failure::Damaged ? u"文件 %1 已经损坏。"_s.arg(copy)
                                                                  : error.description());
@@ -84,18 +91,30 @@ void openAgain(ScoreLibrary& scoreLibrary, const QString& path)
 
 } // namespace
 
+bool isSoundCopy(const QString& copy, runtime::Progress& progress)
+{
+    bool isSound = false;
+    try {
+        isSound = soundCopy(copy, progress) != nullptr;
+    } catch (const runtime::Error&) {
+        // It is no copy to restore, whatever the reason.
+    }
+    progress.finish();
+    return isSound;
+}
+
 QString restoreCopy(const QString& libraryPath, const QString& copy, const QDateTime& now,
                     const Occasion& occasion, runtime::Progress& progress)
 {
     const QString library = database::realPath(libraryPath);
     if (database::isSameFile(library, copy))
         refuseCopy(u"它就是成绩库本身。"_s);
-    checkSound(copy, progress);
+    const auto content = soundCopy(copy, progress);
     checkRoomForCopy(QFileInfo(copy).size() + QFileInfo(library).size(), freeBytesBeside(library));
     const std::optional<database::FileLock> held = heldAgainstWriters(library);
     runtime::removeLeftOvers(library);
     runtime::UnfinishedFile unfinished(library);
-    copyTo(unfinished, copy, progress);
+    copyTo(unfinished, content->path(), progress);
     QString former = backUpPresent(library, {now, occasion, copy}, held.has_value(), progress);
     database::removeLogs(library);
     unfinished.replace(library, QFileInfo::exists(library) ? library : copy);

@@ -4,6 +4,10 @@
 
 namespace library {
 
+/// Whether a copy can be restored: it is there, a library, and all of it is sound. It stays as it
+/// is.
+bool isSoundCopy(const QString& copy, runtime::Progress& progress);
+
 /// Puts a copy in the place of a library in one step, after what stands there was copied as a
 /// further dated copy for `occasion`. The library may be damaged or missing. Gives the path of that
 /// further copy, "" where no file stood. Throws Error: the library is as it was then.

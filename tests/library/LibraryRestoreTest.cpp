@@ -275,3 +275,18 @@ TEST_F(Restore, RemovesWhatAKilledOneLeft)
 }
 
 } // namespace
+TEST_F(Restore, AndTheComparisonLeaveACopyWithABrokenWriteAsItIs)
+{
+    const QString torn = tornLibrary(test);
+    const QByteArray bytes = read(torn);
+    const QByteArray journal = read(torn + u"-journal"_s);
+    const auto differences = library::compareWithCopy(test.scores.Conn, torn, progress);
+    EXPECT_TRUE(differences && !differences->any());
+    EXPECT_TRUE(library::isSoundCopy(torn, progress));
+    test.execute(u"delete from 成绩表"_s);
+    library::restoreLibrary(test.scores, path, torn, {u"恢复备份"_s}, progress);
+    expectAsBefore();
+    EXPECT_EQ(read(torn), bytes);
+    EXPECT_EQ(read(torn + u"-journal"_s), journal);
+}
+

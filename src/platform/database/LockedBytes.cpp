@@ -35,16 +35,39 @@ bool hasLog(sqlite3* handle)
     return found;
 }
 
+[[noreturn]] void refuseUsedFile()
+{
+    throw Error(Failure::Locked, u"成绩库正被别的程序使用，请关闭那个程序后再试。"_s);
+}
+
+/// The lock is taken by the first reading and held by the transaction.
+void lockByReading(sqlite3* handle)
+{
+    runOnEngine(handle, "BEGIN; select count(*) from sqlite_master");
+    if (hasLog(handle))
+        refuseUsedFile();
+}
+
+/// Any reading by statements would mend the file. Closing it gives the lock up.
+void lockWithoutReading(sqlite3_file* file)
+{
+    // A file that cannot be written cannot be locked against readers either; none of them harms.
+    for (const int lock : {SQLITE_LOCK_SHARED, SQLITE_LOCK_EXCLUSIVE}) {
+        if ((file->pMethods->xLock(file, lock) & 0xff) == SQLITE_BUSY)
+            refuseUsedFile();
+    }
+}
+
 } // namespace
 
-LockedBytes::LockedBytes(const QString& path) : m_handle(rawFile(path))
+LockedBytes::LockedBytes(const QString& path, BrokenWrite brokenWrite) : m_handle(rawFile(path))
 {
-    // The lock is taken by the first reading and held by the transaction.
-    runOnEngine(m_handle.get(), "BEGIN; select count(*) from sqlite_master");
     sqlite3_file* file = fileOf(m_handle.get());
+    if (brokenWrite == BrokenWrite::TakenBack)
+        lockByReading(m_handle.get());
+    else
+        lockWithoutReading(file);
     sqlite3_int64 size = 0;
-    if (hasLog(m_handle.get()))
-        throw Error(Failure::Locked, u"成绩库正被别的程序使用，请关闭那个程序后再试。"_s);
     if (file->pMethods->xFileSize(file, &size) != SQLITE_OK)
         throw Error(Failure::Other, u"读成绩库文件时出错，磁盘可能已断开。"_s);
     m_size = size;

@@ -15,8 +15,14 @@ namespace database {
 class LockedBytes
 {
 public:
+    /// What becomes of a write that was broken off in the file, and of a log beside it.
+    enum class BrokenWrite {
+        TakenBack,
+        LeftAlone ///< nobody else may have the file in use then
+    };
+
     /// Throws Error if the file cannot be opened and locked.
-    explicit LockedBytes(const QString& path);
+    explicit LockedBytes(const QString& path, BrokenWrite brokenWrite = BrokenWrite::TakenBack);
 
     qint64 size() const { return m_size; }
 

@@ -27,6 +27,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 secondsOfADay = 86'400;
+constexpr qint64 readPiece = 1 << 20;
 
 /// A folder can be shared by several machines, whose numbers of processes mean nothing here.
 QString machineMark()
@@ -126,6 +127,18 @@ void UnfinishedFile::write(const QByteArray& bytes)
             refuse(m_neighbour, count < 0 ? errno : ENOSPC);
         done += count;
     }
+}
+
+void UnfinishedFile::writeAllOf(const QString& file)
+{
+    QFile source(file);
+    bool isRead = source.open(QIODevice::ReadOnly);
+    while (isRead && !source.atEnd()) {
+        write(source.read(readPiece));
+        isRead = source.error() == QFileDevice::NoError;
+    }
+    if (!isRead)
+        throw Error(u"无法读取文件 %1（%2）。"_s.arg(file, fileErrorText(source.error())));
 }
 
 void UnfinishedFile::finish(const QString& model)

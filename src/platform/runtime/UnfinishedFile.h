@@ -22,6 +22,9 @@ public:
     /// Adds to its end. Throws Error unless all of it was written.
     void write(const QByteArray& bytes);
 
+    /// The same with all bytes of a file. Throws Error, also if that cannot be read.
+    void writeAllOf(const QString& file);
+
     /// Brings it to the disk and puts it in place of `target`, in the same folder, with the rights
     /// of `model` if there is such a file. Throws Error; unless only the folder could not be
     /// brought to the disk, `target` is as it was then.
