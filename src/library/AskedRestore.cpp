@@ -108,6 +108,12 @@ QString laterText(const QStringList& later)
     return u"\n\n导入以后，下列操作之前也留过备份："_s + shown.join(u"；"_s) + more + u"。"_s;
 }
 
+bool canCompare(const ScoreLibrary& scoreLibrary, const QString& libraryPath)
+{
+    return scoreLibrary.Conn.isOpen()
+           && database::isSameFile(scoreLibrary.Conn.path(), libraryPath);
+}
+
 QString undoQuestion(const CopiedImport& latest, const CopyDifferences& differences)
 {
     const Occasion& import = latest.import.occasion;
@@ -127,7 +133,7 @@ std::optional<CopyDifferences> differencesFrom(ScoreLibrary& scoreLibrary,
                                                const QString& libraryPath, const QString& copy,
                                                runtime::Progress& progress)
 {
-    if (!scoreLibrary.Conn.isOpen() || !database::isSameFile(scoreLibrary.Conn.path(), libraryPath))
+    if (!canCompare(scoreLibrary, libraryPath))
         return std::nullopt;
     std::optional<CopyDifferences> differences;
     try {
@@ -191,6 +197,9 @@ bool restoreAsked(ScoreLibrary& scoreLibrary, const QString& libraryPath, const 
     const std::optional<CopyDifferences> differences =
         differencesFrom(scoreLibrary, libraryPath, copy.path, progress);
     if (progress.cancelled())
+        return false;
+    // Why it could not be compared has been told.
+    if (!differences && canCompare(scoreLibrary, libraryPath) && !isSoundCopy(copy.path, progress))
         return false;
     const QString question = u"把成绩库恢复为这份备份？\n"_s + copyText(copy) + u"\n\n"_s
                              + whatChanges(scoreLibrary, differences);

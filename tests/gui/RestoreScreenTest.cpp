@@ -210,6 +210,7 @@ TEST_F(RestoreScreen, SaysThatACopyHoldsTheSame)
         test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"恢复"_s);
         press(screen, u"buttonRestore"_s);
         EXPECT_EQ(occasions(screen), u"2026-03-09 07:01:00 导入 期中"_s);
+        EXPECT_EQ(test.dialogs.shown, QStringList{u"找不到文件 %1。"_s.arg(copy)});
     });
 }
 

@@ -181,15 +181,31 @@ TEST_F(Restore, AsksAlsoWhereNothingDiffersOrCannotBeCompared)
     EXPECT_TRUE(test.scores.Conn.isOpen());
 }
 
-TEST_F(Restore, OfACopyThatVanishedMeanwhileIsToldAndChangesNothing)
+TEST_F(Restore, OfACopyThatIsOfNoUseIsToldAndNotAskedAbout)
 {
     const LibraryCopy chosen = newest();
+    const auto expectTold = [&](const QString& message) {
+        test.dialogs.shown.clear();
+        EXPECT_FALSE(library::restoreAsked(test.scores, path, chosen, progress));
+        EXPECT_EQ(test.dialogs.shown, QStringList{message});
+    };
+    write(copy, read(copy).left(20'000));
+    expectTold(u"%1 不完整（后面一部分丢失了），无法打开。"_s.arg(copy));
+    write(copy, "a text");
+    expectTold(u"%1 不是成绩库。"_s.arg(copy));
     QFile::remove(copy);
-    test.dialogs.expect(u"没有比较这份备份和现在的成绩库。"_s, u"恢复"_s);
-    EXPECT_FALSE(library::restoreAsked(test.scores, path, chosen, progress));
-    EXPECT_EQ(test.dialogs.shown.last(),
-              u"这份备份不能用，成绩库没有改变：文件 %1 不存在。"_s.arg(copy));
+    expectTold(u"找不到文件 %1。"_s.arg(copy));
+    EXPECT_EQ(test.dialogs.questions, QStringList());
     expectAsBefore();
+}
+
+TEST_F(Restore, OfASoundCopyIsAskedAboutWhereTheLibraryCannotBeCompared)
+{
+    test.execute(u"drop table 信息表"_s);
+    test.dialogs.expect(u"没有比较这份备份和现在的成绩库。"_s, u"恢复"_s);
+    EXPECT_TRUE(library::restoreAsked(test.scores, path, newest(), progress));
+    EXPECT_EQ(test.dialogs.questions.size(), 1);
+    EXPECT_EQ(exams(), u"期中"_s);
 }
 
 TEST_F(Restore, ThatLeavesALibraryThatDoesNotOpenIsNotToldToBeDone)
@@ -262,19 +278,6 @@ TEST_F(Restore, OverADamagedLibraryKeepsItsJournalBesideTheCopyOfIt)
     EXPECT_EQ(files().filter(u"-journal"_s), QStringList());
 }
 
-TEST_F(Restore, RemovesWhatAKilledOneLeft)
-{
-    test.scores.Conn.Close();
-    // Its maker has a number that no process has.
-    const QString left =
-        QString(runtime::UnfinishedFile(path).path())
-            .replace(u"-%1-"_s.arg(QCoreApplication::applicationPid()), u"-999999999-"_s);
-    write(left, "half a copy");
-    library::restoreCopy(path, copy, QDateTime::currentDateTime(), {u"恢复备份"_s}, progress);
-    EXPECT_FALSE(QFile::exists(left));
-}
-
-} // namespace
 TEST_F(Restore, AndTheComparisonLeaveACopyWithABrokenWriteAsItIs)
 {
     const QString torn = tornLibrary(test);
@@ -290,3 +293,16 @@ TEST_F(Restore, AndTheComparisonLeaveACopyWithABrokenWriteAsItIs)
     EXPECT_EQ(read(torn + u"-journal"_s), journal);
 }
 
+TEST_F(Restore, RemovesWhatAKilledOneLeft)
+{
+    test.scores.Conn.Close();
+    // Its maker has a number that no process has.
+    const QString left =
+        QString(runtime::UnfinishedFile(path).path())
+            .replace(u"-%1-"_s.arg(QCoreApplication::applicationPid()), u"-999999999-"_s);
+    write(left, "half a copy");
+    library::restoreCopy(path, copy, QDateTime::currentDateTime(), {u"恢复备份"_s}, progress);
+    EXPECT_FALSE(QFile::exists(left));
+}
+
+} // namespace
