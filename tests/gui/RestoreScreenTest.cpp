@@ -13,6 +13,7 @@
 #include "library/LibraryBackup.h"
 #include "platform/grid/GridText.h"
 #include "support/FileBytes.h"
+#include "support/OrdinaryUser.h"
 
 namespace {
 
@@ -193,7 +194,6 @@ TEST_F(RestoreScreen, EnterComparesACopyAndEscCloses)
     });
 }
 
-TEST_F(RestoreScreen, ListsTheCopiesAnewWhenARestoreFails)
 TEST_F(RestoreScreen, SaysThatACopyHoldsTheSame)
 {
     backUp({u"设置文理"_s}, 3);
@@ -204,13 +204,14 @@ TEST_F(RestoreScreen, SaysThatACopyHoldsTheSame)
     });
 }
 
+TEST_F(RestoreScreen, ListsTheCopiesAnewWhenARestoreFails)
 {
     onScreen([this](QDialog& screen) {
-        QFile::remove(path + u"_2026-03-09_070200.bak"_s);
-        test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"恢复"_s);
+        const QString copy = path + u"_2026-03-09_070200.bak"_s;
+        QFile::remove(copy);
         press(screen, u"buttonRestore"_s);
-        EXPECT_EQ(occasions(screen), u"2026-03-09 07:01:00 导入 期中"_s);
         EXPECT_EQ(test.dialogs.shown, QStringList{u"找不到文件 %1。"_s.arg(copy)});
+        EXPECT_EQ(occasions(screen), u"2026-03-09 07:01:00 导入 期中"_s);
     });
 }
 
@@ -231,6 +232,24 @@ TEST_F(RestoreScreen, RemovesACopyOnlyIfAsked)
     });
     EXPECT_EQ(test.dialogs.shown.filter(u"请先选择一份备份！"_s).size(), 3);
     EXPECT_EQ(QDir(test.folder.path()).entryList({u"*.bak*"_s}), QStringList());
+}
+
+TEST_F(RestoreScreen, TellsOfACopyThatCannotBeRemoved)
+{
+    const QString folder = test.folder.path();
+    onScreen([&](QDialog& screen) {
+        const QString before = occasions(screen);
+        QFile::setPermissions(folder, QFile::Permissions(0x5555));
+        {
+            const support::OrdinaryUser user;
+            test.dialogs.expect(u"删除后不能再恢复"_s, u"删除"_s);
+            press(screen, u"buttonRemove"_s);
+        }
+        QFile::setPermissions(folder, QFile::Permissions(0x7700));
+        EXPECT_EQ(occasions(screen), before);
+    });
+    EXPECT_EQ(test.dialogs.shown.last(),
+              u"无法删除文件 %1。"_s.arg(path + u"_2026-03-09_070200.bak"_s));
 }
 
 TEST_F(RestoreScreen, ShowsHostileOccasionsAsTheyStand)
