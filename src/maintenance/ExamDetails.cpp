@@ -20,7 +20,6 @@
 #include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
 #include "scoring/Scoring.h"
-#include "scoring/TotalFormulas.h"
 
 namespace maintenance {
 
@@ -275,7 +274,7 @@ QString ExamDetails::cellFault(const Change& change) const
         if (item.kind != Kind::Remark)
             columns.append(item.column);
     }
-    return scoring::formulaFault(text, columns);
+    return typedFormulaFault(text, columns);
 }
 
 bool ExamDetails::isConfirmed(library::Backup backup) const

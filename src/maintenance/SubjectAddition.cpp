@@ -15,7 +15,6 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Phase.h"
 #include "platform/runtime/Trap.h"
-#include "scoring/TotalFormulas.h"
 
 namespace maintenance {
 
@@ -144,7 +143,7 @@ QString SubjectAddition::faultOf(const NewSubject& subject) const
     if (subject.formula.size() > library::LongestText)
         return u"总分公式最多 %1 个字，现在有 %2 个字。"_s.arg(library::LongestText)
             .arg(subject.formula.size());
-    return scoring::formulaFault(
+    return typedFormulaFault(
         subject.formula,
         database::columnNames(m_library.Conn, u"考试名称表"_s).mid(library::fixedExamFields));
 }

@@ -311,6 +311,8 @@ TEST_F(ExamDetailsOf, AnExamRefuseFormulasAsTheScreenOfTotalsDoes)
     EXPECT_EQ(details.refusedCell(), (grid::CellPlace{Total, Arts}));
     type(Total, Arts, u"'; drop table 成绩表; --"_s);
     refuse(u"总分公式中添加的科目： ';droptable成绩表;-- 无效！只能添加现有科目。"_s);
+    type(Total, Arts, u"总分+语文"_s);
+    refuse(u"公式里的“总分”是总分：总分没有满分，每次计算都会出错。请写出它所加的各科。"_s);
     type(Total, Arts, QString(10'000, u'语'));
     refuse(u"总分（文）的公式最多 50 个字，现在有 10000 个字。"_s);
 }

@@ -112,10 +112,10 @@ TEST_F(SubjectAdditions, OfATotalStoreItsFormulaForTheExamsToCome)
     EXPECT_EQ(addition.knownFormula(u"两科总分"_s), QString());
     EXPECT_EQ(addition.knownFormula(u"' or ''='总分"_s), QString());
     EXPECT_TRUE(add({u"三科总分"_s, u"语文"_s}));
-    EXPECT_TRUE(add({u"两科总分"_s, u"语文+总分"_s}));
+    EXPECT_TRUE(add({u"两科总分"_s, u"语文+语文"_s}));
     EXPECT_EQ(test.dialogs.shown, QStringList());
     EXPECT_EQ(test.rows(u"select 公式 from 总分公式 where 总分 in ('三科总分','两科总分')"_s),
-              u"语文 / 语文+总分"_s);
+              u"语文 / 语文+语文"_s);
     EXPECT_EQ(test.scores.catalogue.TotalColumns,
               (QStringList{u"总分"_s, u"三科总分"_s, u"两科总分"_s}));
     EXPECT_EQ(test.rows(u"select 三科总分 from 考试名称表"_s), u"NULL"_s);
@@ -151,10 +151,12 @@ TEST_F(SubjectAdditions, RefuseFormulasAsTheScreenOfTotalsDoes)
     refuse({u"三科总分"_s, u"语文+物理"_s},
            u"总分公式中添加的科目： 物理 无效！只能添加现有科目。"_s);
     refuse({u"三科总分"_s, u"语文+"_s}, u"总分公式中添加的科目：  无效！只能添加现有科目。"_s);
+    refuse({u"加权总分"_s, u"总分+语文"_s},
+           u"公式里的“总分”是总分：总分没有满分，每次计算都会出错。请写出它所加的各科。"_s);
     refuse({u"三科总分"_s, QString(51, u'语')}, u"总分公式最多 50 个字，现在有 51 个字。"_s);
     EXPECT_TRUE(add({u"三科总分"_s, u" 　"_s})) << "a total can wait for its formula";
-    EXPECT_TRUE(add({u"两科总分"_s, u" 语文 ＋　总分 "_s})) << "as it is meant";
-    EXPECT_EQ(test.rows(u"select 公式 from 总分公式 where 总分='两科总分'"_s), u"语文+总分"_s);
+    EXPECT_TRUE(add({u"两科总分"_s, u" 语文 ＋　语文 "_s})) << "as it is meant";
+    EXPECT_EQ(test.rows(u"select 公式 from 总分公式 where 总分='两科总分'"_s), u"语文+语文"_s);
 }
 
 TEST_F(SubjectAdditions, NeedTheThreeTables)
