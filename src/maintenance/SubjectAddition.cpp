@@ -10,6 +10,7 @@
 #include "maintenance/Refusal.h"
 #include "maintenance/TypedFormula.h"
 #include "platform/database/ColumnDeclaration.h"
+#include "platform/database/Sql.h"
 #include "platform/database/SqlPieces.h"
 #include "platform/database/WriteBatch.h"
 #include "platform/runtime/Dialogs.h"
@@ -46,6 +47,8 @@ QString spellingFault(const QString& name)
             .arg(name.size());
     if (!database::isBareName(name))
         return u"科目名称只能由汉字、字母、数字和下划线组成，不能以数字开头。"_s;
+    if (database::isReservedName(name))
+        return u"“%1”是数据库的保留字，不能作科目名称，请换一个名称。"_s.arg(name);
     const QString ending = derivedEnding(name);
     return ending.isEmpty()
                ? QString()

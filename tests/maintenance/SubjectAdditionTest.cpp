@@ -130,7 +130,7 @@ TEST_F(SubjectAdditions, RefuseNamesThatNoColumnCanHave)
                                 u"语\n文"_s, u"语+文"_s, u"语,文"_s, u"1班"_s, u"a;b"_s, u"%1"_s})
         refuse({name}, letters);
     for (const QString& name : {u"order"_s, u"SELECT"_s, u"rowid"_s})
-        refuse({name}, u"“%1”是数据库的保留字，不能作列名。"_s.arg(name) + tag);
+        refuse({name}, u"“%1”是数据库的保留字，不能作科目名称，请换一个名称。"_s.arg(name));
 }
 
 TEST_F(SubjectAdditions, RefuseNamesThatColumnsHave)

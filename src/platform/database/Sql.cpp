@@ -171,6 +171,12 @@ QString declaration(const Tokens& tokens, int first)
     return {};
 }
 
+/// A column of this name would hide the row ids.
+bool isRowId(const QString& name)
+{
+    return name.compare("rowid"_L1, Qt::CaseInsensitive) == 0;
+}
+
 /// `ALTER TABLE T add [COLUMN] name type`.
 std::optional<QString> addColumn(const Tokens& tokens)
 {
@@ -184,8 +190,7 @@ std::optional<QString> addColumn(const Tokens& tokens)
     const QString declared = named ? declaration(tokens, name + 1) : QString();
     if (declared.isEmpty())
         throw Error(Failure::Sql, u"添加列的语句不正确：需要一个列名和一个已知的类型。"_s);
-    // A column named rowid would hide the row ids.
-    if (isKeyword(tokens[name]) || tokens[name].text.compare("rowid"_L1, Qt::CaseInsensitive) == 0)
+    if (isKeyword(tokens[name]) || isRowId(tokens[name].text))
         throw Error(Failure::Sql, u"“%1”是数据库的保留字，不能作列名。"_s.arg(tokens[name].text));
     return u"ALTER TABLE %1 ADD COLUMN %2 %3"_s.arg(bracketed(tokens[2].text),
                                                     bracketed(tokens[name].text), declared);
@@ -234,6 +239,11 @@ bool isKeyword(const SqlToken& token)
 {
     const QByteArray word = token.text.toUtf8();
     return token.kind == Kind::Word && sqlite3_keyword_check(word.constData(), int(word.size()));
+}
+
+bool isReservedName(const QString& name)
+{
+    return isKeyword({Kind::Word, name, 0, name.size()}) || isRowId(name);
 }
 
 QString bracketed(const QString& name)

@@ -32,6 +32,10 @@ std::optional<std::vector<SqlToken>> sqlTokens(const QString& sql);
 /// no statement that does not bracket it.
 bool isKeyword(const SqlToken& token);
 
+/// True for a bare name that no column can have: the engine keeps it for itself, or it would hide
+/// the row ids.
+bool isReservedName(const QString& name);
+
 /// A name in brackets, as a statement takes it.
 QString bracketed(const QString& name);
 
