@@ -45,8 +45,11 @@ public:
         Stream& stream = of(row.text(0));
         ++stream.found.rows;
         qint64 scores = 0;
-        for (int column = firstScore; column < row.columnCount(); ++column)
-            scores += row.isNull(column) ? 0 : 1;
+        for (int column = firstScore; column < row.columnCount(); ++column) {
+            const bool isAbsence = row.number(column) < 0;
+            stream.found.absences += isAbsence;
+            scores += !isAbsence && !row.isNull(column);
+        }
         stream.found.scores += scores;
         if (scores > 0)
             addStudent(stream, row.integer(1));
@@ -112,8 +115,9 @@ std::vector<StreamOfExam> streamsOf(library::ScoreLibrary& scoreLibrary, const Q
 QString line(const StreamOfExam& one)
 {
     const QString stream = one.stream.isEmpty() ? u"没有科类"_s : one.stream;
-    return u"%1（%2）：%3 人有成绩，共 %4 个成绩"_s.arg(
+    const QString text = u"%1（%2）：%3 人有成绩，共 %4 个成绩"_s.arg(
         shownName(one.exam), stream, QString::number(one.students), QString::number(one.scores));
+    return one.absences == 0 ? text : text + u"，另有 %1 个缺考"_s.arg(one.absences);
 }
 
 } // namespace

@@ -15,7 +15,8 @@ struct StreamOfExam
     QString stream;
     qint64 rows = 0;     ///< of 成绩表
     qint64 students = 0; ///< who have a score in them
-    qint64 scores = 0;   ///< cells of subjects that are not empty
+    qint64 scores = 0;   ///< of subjects
+    qint64 absences = 0; ///< cells of subjects that say so
 
     friend bool operator==(const StreamOfExam&, const StreamOfExam&) = default;
 };

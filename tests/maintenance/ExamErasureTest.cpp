@@ -86,13 +86,20 @@ TEST_F(ExamErasures, AskOnceWithTheCountsAndStopOnTheSafeAnswer)
     EXPECT_EQ(test.dialogs.questions,
               QStringList{u"要彻底删除这些考试吗？\n\n"
                           "期中（文）：0 人有成绩，共 0 个成绩\n"
-                          "期中（理）：2 人有成绩，共 3 个成绩\n\n"
+                          "期中（理）：2 人有成绩，共 2 个成绩，另有 1 个缺考\n\n"
                           "一共删去：成绩表 3 行，考试名称表 2 行，教师名单 2 行。\n"
                           "分析设置“进行对比分析的考试”里写着其中 1 次考试，这项设置保持原样。\n\n"
                           "删除前会在成绩库旁边留一份备份。"_s});
     EXPECT_EQ(test.dialogs.safeOf(question), u"取消"_s);
     EXPECT_EQ(support::read(test.scores.LibPath), before);
     EXPECT_EQ(copies(), QStringList());
+}
+
+TEST_F(ExamErasures, CountNoScoreOfWhoWasAbsentFromAll)
+{
+    test.execute(u"update 成绩表 set 语文=-1 where 考试名称='期中' and 学号=2"_s);
+    test.dialogs.expect(u"期中（理）：1 人有成绩，共 1 个成绩，另有 2 个缺考\n"_s, u"取消"_s);
+    EXPECT_EQ(erase({u"期中"_s}), Result::Declined);
 }
 
 TEST_F(ExamErasures, SayThatNoCopyIsMade)
@@ -200,7 +207,7 @@ TEST_F(ExamErasures, CountAStudentOnceAndRowsWithoutAnIdByThemselves)
     const maintenance::ErasureCounts counts = maintenance::countErasure(test.scores, {u"期中"_s});
     EXPECT_TRUE(counts.text().startsWith(u"期中（没有科类）：1 人有成绩，共 1 个成绩\n"
                                          "期中（文）：0 人有成绩，共 0 个成绩\n"
-                                         "期中（理）：4 人有成绩，共 6 个成绩\n"_s))
+                                         "期中（理）：4 人有成绩，共 5 个成绩，另有 1 个缺考\n"_s))
         << counts.text().toStdString();
     EXPECT_EQ(counts.scoreRows(), 7);
 }
