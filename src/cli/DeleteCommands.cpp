@@ -29,7 +29,7 @@ QStringList storedExams(const Session& session)
     QStringList exams = namesOf(session) + session.arguments.values(u"exam"_s);
     exams.removeDuplicates();
     if (exams.isEmpty())
-        throw missingOption(u"exam"_s);
+        throw UsageError(u"没有给出考试：请把名称写在成绩库后面，用逗号隔开，或用 --exam 给出。"_s);
     for (const QString& exam : exams) {
         if (!maintenance::isExamStored(session.scores.Conn, exam))
             throw UsageError(u"成绩库里没有考试“%1”。"_s.arg(exam));

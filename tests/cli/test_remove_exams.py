@@ -77,8 +77,10 @@ class RemoveExams(yunshan.ProgramTest):
         for name in ("没有", "'", "期"):
             result = self.remove(f"期中,{name}", "--yes", expect=USAGE)
             self.assertTrue(result.err.startswith(f"成绩库里没有考试“{name}”。\n"), result.err)
-        result = self.remove("--yes", expect=USAGE)
-        self.assertTrue(result.err.startswith("缺少选项 --exam。\n"), result.err)
+        for nothing in ((), (" ",), (",",)):
+            result = self.remove(*nothing, "--yes", expect=USAGE)
+            self.assertTrue(result.err.startswith(
+                "没有给出考试：请把名称写在成绩库后面，用逗号隔开，或用 --exam 给出。\n"), result.err)
         self.assertUntouched(before)
 
 
