@@ -31,9 +31,12 @@ std::vector<LibraryCopy> copiesNamed(const QFileInfo& library, const QRegularExp
     std::vector<LibraryCopy> found;
     for (const QFileInfo& file : library.dir().entryInfoList(QDir::Files)) {
         const QRegularExpressionMatch match = names.match(file.fileName());
-        if (match.hasMatch())
-            found.push_back({file.filePath(), timeOf(match, file), file.size(),
-                             notedOccasions(file.filePath())});
+        if (!match.hasMatch())
+            continue;
+        // No copy of ours is named to a time that there is not.
+        const QDateTime time = timeOf(match, file);
+        if (time.isValid())
+            found.push_back({file.filePath(), time, file.size(), notedOccasions(file.filePath())});
     }
     return found;
 }

@@ -153,6 +153,23 @@ TEST_F(DatedCopies, AreTheOnlyFilesThatAreRemovedAsOnes)
     EXPECT_FALSE(library::removeCopy(path, copy));
 }
 
+TEST_F(DatedCopies, AreNotFilesThatAreNamedToATimeThatThereIsNot)
+{
+    QStringList files;
+    for (const char16_t* ending : {u"2026-99-99_9999", u"2026-02-30_070500", u"2026-13-01_"})
+        files.append(path + u'_' + QString::fromUtf16(ending) + u".bak"_s);
+    for (const QString& file : std::as_const(files))
+        write(file, "the user's own");
+    for (int second = 0; second < 8; ++second)
+        copyAt(5, second);
+    for (const library::LibraryCopy& copy : library::copiesOf(path))
+        EXPECT_FALSE(files.contains(copy.path)) << copy.path.toStdString();
+    for (const QString& file : std::as_const(files)) {
+        EXPECT_FALSE(library::removeCopy(path, file));
+        EXPECT_EQ(read(file), "the user's own");
+    }
+}
+
 TEST_F(DatedCopies, TheOneJustMadeStaysUnderAClockPutBack)
 {
     for (int hour = 1; hour <= 7; ++hour)
