@@ -72,6 +72,16 @@ std::vector<size_t> sortedRows(const std::vector<std::vector<QString>>& rows, si
     return places;
 }
 
+SortKind sortKindOf(const FlexGrid& grid, int col)
+{
+    for (int row = grid.FixedRows; row < grid.Rows(); ++row) {
+        const QString& text = grid.TextMatrix(row, col);
+        if (!text.isEmpty() && !isNumber(text))
+            return SortKind::Text;
+    }
+    return SortKind::Numeric;
+}
+
 void MFGSort(FlexGrid& grid, int column, SortKind kind, SortOrder order)
 {
     const runtime::Trap trap{" - Sub MFGSort/MDLMsFlexGrid"};

@@ -18,23 +18,6 @@ namespace workbench {
 using namespace Qt::StringLiterals;
 using widgets::button;
 
-namespace {
-
-/// Numbers among which some are missing are numbers.
-grid::SortKind kindOf(const grid::FlexGrid& grid, int col)
-{
-    for (int row = grid.FixedRows; row < grid.Rows(); ++row) {
-        const QString& text = grid.TextMatrix(row, col);
-        bool isNumber = false;
-        text.toDouble(&isNumber);
-        if (!text.isEmpty() && !isNumber)
-            return grid::SortKind::Text;
-    }
-    return grid::SortKind::Numeric;
-}
-
-} // namespace
-
 FigureScreen::FigureScreen(FigureList list, QWidget* parent)
     : Screen(u"FigureScreen"_s, u"查看名单"_s, parent), m_list(std::move(list))
 {
@@ -105,7 +88,7 @@ void FigureScreen::sortBy(int col)
     const bool again = col == m_sortedCol && m_order == grid::SortOrder::Ascending;
     m_order = again ? grid::SortOrder::Descending : grid::SortOrder::Ascending;
     m_sortedCol = col;
-    grid::MFGSort(m_list.grid, col, kindOf(m_list.grid, col), m_order);
+    grid::MFGSort(m_list.grid, col, grid::sortKindOf(m_list.grid, col), m_order);
     m_view->refresh();
 }
 

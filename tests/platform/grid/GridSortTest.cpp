@@ -125,6 +125,14 @@ TEST(MFGSortFailures, AGridOfHeadingsAloneSortsToItself)
     EXPECT_EQ(dialogs.shown, QStringList());
 }
 
+TEST(SortKindOf, ANumberThatIsMissingKeepsAColumnOneOfNumbers)
+{
+    EXPECT_EQ(sortKindOf(gridOf({u"9"_s, u""_s, u"-1.5"_s}), 0), SortKind::Numeric);
+    EXPECT_EQ(sortKindOf(gridOf({u""_s, u""_s}), 0), SortKind::Numeric);
+    EXPECT_EQ(sortKindOf(gridOf({u"9"_s, u"缺考"_s}), 0), SortKind::Text);
+    EXPECT_EQ(sortKindOf(gridOf({u"9"_s, u" "_s}), 0), SortKind::Text);
+}
+
 TEST(FlexGridSort, KnowsTheCodesOfTheControl)
 {
     FlexGrid grid = gridOf({u"9"_s, u"100"_s});
