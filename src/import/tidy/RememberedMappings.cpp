@@ -22,7 +22,7 @@ constexpr qsizetype mostColumns = 255;
 
 const QString goalKey = u"goal"_s;
 const QString headingsKey = u"headings"_s;
-const QString usesKey = u"uses"_s;
+const QString chosenKey = u"chosen"_s;
 const QString fieldKey = u"field"_s;
 const QString nameKey = u"name"_s;
 const QString examGoal = u"exam"_s;
@@ -46,9 +46,20 @@ std::optional<ColumnUse> useIn(const QJsonObject& json)
     return ColumnUse{*field, name};
 }
 
-QJsonObject useJson(const ColumnUse& use)
+/// Null for a column that nobody chose.
+QJsonValue useJson(const std::optional<ColumnUse>& use)
 {
-    return {{fieldKey, fieldText(use.field)}, {nameKey, use.name}};
+    if (!use)
+        return QJsonValue::Null;
+    return QJsonObject{{fieldKey, fieldText(use->field)}, {nameKey, use->name}};
+}
+
+/// What is known of a column the next time: not what the program finds out by itself, which may
+/// know more then, nor a subject that another sheet's name tells.
+std::optional<ColumnUse> chosenUse(const ColumnProposal& column)
+{
+    const bool isChosen = column.decidedBy != DecidedBy::Program && !column.isOfSheet;
+    return isChosen ? std::optional(column.use) : std::nullopt;
 }
 
 } // namespace
@@ -64,7 +75,7 @@ std::optional<RememberedMappings::Mapping> RememberedMappings::mappingIn(const Q
     Mapping mapping;
     const QString goal = json.value(goalKey).toString();
     const QJsonArray headings = json.value(headingsKey).toArray();
-    const QJsonArray uses = json.value(usesKey).toArray();
+    const QJsonArray uses = json.value(chosenKey).toArray();
     if ((goal != examGoal && goal != studentsGoal) || headings.size() != uses.size()
         || headings.isEmpty() || headings.size() > mostColumns)
         return std::nullopt;
@@ -72,10 +83,10 @@ std::optional<RememberedMappings::Mapping> RememberedMappings::mappingIn(const Q
     for (qsizetype place = 0; place < uses.size(); ++place) {
         const std::optional<ColumnUse> use = useIn(uses[place].toObject());
         const QString heading = headings[place].toString();
-        if (!use || heading.size() > longestText)
+        if ((!use && !uses[place].isNull()) || heading.size() > longestText)
             return std::nullopt;
         mapping.headings.append(heading);
-        mapping.uses.push_back(*use);
+        mapping.chosen.push_back(use);
     }
     return mapping;
 }
@@ -98,12 +109,12 @@ void RememberedMappings::write() const
     QJsonArray all;
     for (const Mapping& mapping : m_mappings) {
         QJsonArray uses;
-        for (const ColumnUse& use : mapping.uses)
+        for (const std::optional<ColumnUse>& use : mapping.chosen)
             uses.append(useJson(use));
         all.append(
             QJsonObject{{goalKey, mapping.goal == Goal::ExamScores ? examGoal : studentsGoal},
                         {headingsKey, QJsonArray::fromStringList(mapping.headings)},
-                        {usesKey, uses}});
+                        {chosenKey, uses}});
     }
     runtime::writeTextFile(m_file, QString::fromUtf8(QJsonDocument(all).toJson()));
 }
@@ -118,7 +129,7 @@ std::optional<RememberedMappings::Mapping> RememberedMappings::mappingOf(Goal go
         if (column.heading.size() > longestText)
             return std::nullopt;
         mapping.headings.append(folded(column.heading));
-        mapping.uses.push_back(column.isOfSheet ? ColumnUse() : column.use);
+        mapping.chosen.push_back(chosenUse(column));
     }
     return mapping;
 }
@@ -137,10 +148,11 @@ bool RememberedMappings::applyTo(SheetProposal& sheet, const Mapping& mapping)
     bool isChanged = false;
     for (size_t place = 0; place < sheet.columns.size(); ++place) {
         ColumnProposal& column = sheet.columns[place];
-        const bool isSame = column.use == mapping.uses[place] && !column.isOpen;
-        if (isSame || column.isOfSheet || column.decidedBy == DecidedBy::User)
+        const std::optional<ColumnUse>& chosen = mapping.chosen[place];
+        if (!chosen || column.isOfSheet || column.decidedBy == DecidedBy::User
+            || (column.use == *chosen && !column.isOpen))
             continue;
-        column.use = mapping.uses[place];
+        column.use = *chosen;
         column.decidedBy = DecidedBy::Remembered;
         isChanged = true;
     }
@@ -159,11 +171,30 @@ bool RememberedMappings::apply(Proposal& proposal) const
     return isChanged;
 }
 
+/// What was chosen for a subject that this library lacks serves another one still.
+void RememberedMappings::keepUnused(Mapping& mapping, const Mapping& former)
+{
+    for (size_t place = 0; place < mapping.chosen.size(); ++place) {
+        if (!mapping.chosen[place])
+            mapping.chosen[place] = former.chosen[place];
+    }
+}
+
+bool RememberedMappings::Mapping::hasChoice() const
+{
+    return std::any_of(chosen.begin(), chosen.end(),
+                       [](const std::optional<ColumnUse>& use) { return use.has_value(); });
+}
+
 void RememberedMappings::remember(const Proposal& proposal)
 {
     for (const SheetProposal& sheet : proposal.sheets) {
-        const std::optional<Mapping> mapping = mappingOf(proposal.goal, sheet);
+        std::optional<Mapping> mapping = mappingOf(proposal.goal, sheet);
         if (!mapping)
+            continue;
+        if (const Mapping* former = find(*mapping))
+            keepUnused(*mapping, *former);
+        if (!mapping->hasChoice())
             continue;
         std::erase_if(m_mappings, [&](const Mapping& former) {
             return former.goal == mapping->goal && former.headings == mapping->headings;

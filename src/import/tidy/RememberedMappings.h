@@ -9,8 +9,9 @@
 
 namespace tidy {
 
-/// What users confirmed for the columns of earlier workbooks, found again by their headings: a
-/// small file in the folder of data/, the newest first.
+/// What users chose for columns of earlier workbooks, found again by all their headings: a small
+/// file in the folder of data/, the newest first. What the program found out by itself is found out
+/// anew, by the subjects and the content of then.
 class RememberedMappings
 {
 public:
@@ -20,12 +21,12 @@ public:
     /// Reads the file; one that is missing, too large or no such list counts as empty.
     explicit RememberedMappings(const runtime::AppPaths& paths);
 
-    /// Takes over what was confirmed for sheets with the same headings. True if that changed
+    /// Takes over what was chosen for sheets with the same headings. True if that changed
     /// anything; `reconsider` has to follow then.
     bool apply(Proposal& proposal) const;
 
-    /// Keeps how the sheets that are taken are read. Throws runtime::Error where the file cannot be
-    /// written.
+    /// Keeps what was chosen for the columns of the sheets that are taken. Throws runtime::Error
+    /// where the file cannot be written.
     void remember(const Proposal& proposal);
 
     int count() const { return int(m_mappings.size()); }
@@ -36,11 +37,14 @@ private:
         Goal goal = Goal::ExamScores;
         /// Of all columns, folded.
         QStringList headings = {};
-        /// In step with the headings.
-        std::vector<ColumnUse> uses = {};
+        /// In step with the headings; nothing for a column that nobody chose.
+        std::vector<std::optional<ColumnUse>> chosen = {};
+
+        bool hasChoice() const;
     };
 
     static std::optional<Mapping> mappingOf(Goal goal, const SheetProposal& sheet);
+    static void keepUnused(Mapping& mapping, const Mapping& former);
     static bool applyTo(SheetProposal& sheet, const Mapping& mapping);
     static std::optional<Mapping> mappingIn(const class QJsonObject& json);
     const Mapping* find(const Mapping& wanted) const;

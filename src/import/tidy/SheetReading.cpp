@@ -211,7 +211,7 @@ void SheetReading::openNamedColumns()
 void SheetReading::openTextColumns()
 {
     for (ColumnProposal& column : m_sheet.columns) {
-        if (column.use.field != Field::Subject || column.decidedBy != DecidedBy::Program
+        if (column.use.field != Field::Subject || column.decidedBy == DecidedBy::User
             || column.isOpen)
             continue;
         const Contents contents = contentsOf(column.column);
@@ -227,7 +227,7 @@ void SheetReading::openStreams()
 {
     ColumnProposal* column = nullptr;
     for (ColumnProposal& one : m_sheet.columns) {
-        if (one.use.field == Field::Stream && one.decidedBy == DecidedBy::Program && !one.isOpen)
+        if (one.use.field == Field::Stream && one.decidedBy != DecidedBy::User && !one.isOpen)
             column = &one;
     }
     if (m_proposal.goal != Goal::StudentList || column == nullptr)
