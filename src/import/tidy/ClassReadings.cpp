@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/runtime/Numbers.h"
+
 namespace tidy {
 
 using namespace Qt::StringLiterals;
+using runtime::doubleText;
 
 namespace {
 
@@ -13,7 +16,7 @@ QString joined(const std::vector<double>& numbers)
 {
     QStringList texts;
     for (const double number : numbers)
-        texts.append(QString::number(number));
+        texts.append(doubleText(number));
     return texts.join(u'、');
 }
 
@@ -69,7 +72,7 @@ QString ClassReadings::keyOf(const QString& text, const QString& grade)
         return text;
     const std::optional<ClassName> name = className(text);
     const bool isBare = name && !name->hasGrade && name->number < 100;
-    return isBare ? u"%1%2(%3)班"_s.arg(grade, name->stream, QString::number(name->number)) : text;
+    return isBare ? u"%1%2(%3)班"_s.arg(grade, name->stream, doubleText(name->number)) : text;
 }
 
 /// A bare 1 may be 101, 201 or 301 where the library counts so.
@@ -99,7 +102,7 @@ void ClassReadings::decide(ClassReading& reading, const ClassName& name) const
         open(reading, u"成绩库里这个班号的班不是%1科。"_s.arg(name.stream));
     } else if (existing.size() == 1) {
         reading.number = existing.front();
-        reading.reason = u"成绩库里有 %1 班。"_s.arg(QString::number(existing.front()));
+        reading.reason = u"成绩库里有 %1 班。"_s.arg(doubleText(existing.front()));
     } else if (existing.size() > 1) {
         open(reading, u"成绩库里有几个班都像它：%1。"_s.arg(joined(existing)));
     } else if (reading.candidates.size() == 1 || !m_roster.hasStudents()) {
@@ -198,7 +201,7 @@ void ClassReadings::takePlain()
             continue;
         reading.number = name->number;
         reading.isOpen = false;
-        reading.reason = u"成绩库里有 %1 班。"_s.arg(QString::number(name->number));
+        reading.reason = u"成绩库里有 %1 班。"_s.arg(doubleText(name->number));
     }
 }
 

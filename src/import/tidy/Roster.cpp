@@ -137,19 +137,19 @@ QString Roster::streamOf(double classNumber) const
     return found == m_byClass.constEnd() ? QString() : m_students[size_t(*found)].stream;
 }
 
-const RosterStudent* Roster::at(double classNumber, double number) const
-{
-    const auto found = m_byNumber.constFind({classNumber, number});
-    return found == m_byNumber.constEnd() ? nullptr : &m_students[size_t(*found)];
-}
-
-Roster::Found Roster::found(const Index& index, const QString& key) const
+template <class Key>
+Roster::Found Roster::found(const QMultiHash<Key, int>& index, const Key& key) const
 {
     Found students;
     for (auto place = index.constFind(key); place != index.constEnd() && place.key() == key;
          ++place)
         students.push_back(&m_students[size_t(place.value())]);
     return students;
+}
+
+Roster::Found Roster::at(double classNumber, double number) const
+{
+    return found(m_byNumber, {classNumber, number});
 }
 
 Roster::Found Roster::named(const QString& name) const

@@ -49,8 +49,8 @@ public:
     QString streamOf(double classNumber) const;
 
     using Found = std::vector<const RosterStudent*>;
-    /// The first student of that class and number; null if there is none.
-    const RosterStudent* at(double classNumber, double number) const;
+    /// By class and number, which a library can have several times.
+    Found at(double classNumber, double number) const;
     /// By name, blanks ignored, in one class.
     Found named(double classNumber, const QString& name) const;
     /// By name in the whole school.
@@ -62,12 +62,12 @@ public:
 private:
     using Index = QMultiHash<QString, int>;
     void index();
-    Found found(const Index& index, const QString& key) const;
+    template <class Key> Found found(const QMultiHash<Key, int>& index, const Key& key) const;
 
     QStringList m_subjects;
     std::vector<RosterStudent> m_students;
     QHash<double, int> m_byClass; // the first student
-    QHash<std::pair<double, double>, int> m_byNumber;
+    QMultiHash<std::pair<double, double>, int> m_byNumber;
     Index m_byName;
     Index m_byExamNumber;
     Index m_bySchoolNumber;

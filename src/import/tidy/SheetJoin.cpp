@@ -3,10 +3,12 @@
 #include <algorithm>
 
 #include "import/tidy/Scores.h"
+#include "platform/runtime/Numbers.h"
 
 namespace tidy {
 
 using namespace Qt::StringLiterals;
+using runtime::doubleText;
 using runtime::Value;
 
 namespace {
@@ -94,8 +96,8 @@ void SheetJoin::joinTo(ResultRow& row, StudentRow& student)
     if (isShared) {
         Overlap& overlap = (isContradiction ? m_contradicting : m_equal)[{first.sheet, sheet}];
         if (++overlap.rows == 1)
-            overlap.first = u"%1班%2号%3"_s.arg(QString::number(student.classNumber),
-                                                QString::number(student.number), student.name);
+            overlap.first = u"%1班%2号%3"_s.arg(doubleText(student.classNumber),
+                                                doubleText(student.number), student.name);
     }
     row.parts.push_back(&student.source);
 }

@@ -4,9 +4,12 @@
 
 #include <QRegularExpression>
 
+#include "platform/runtime/Numbers.h"
+
 namespace tidy {
 
 using namespace Qt::StringLiterals;
+using runtime::doubleText;
 
 namespace {
 
@@ -32,19 +35,39 @@ bool hasLostDigits(const QString& text)
 
 QString placeOf(const RosterStudent& student)
 {
-    return u"%1班%2号%3"_s.arg(QString::number(student.classNumber),
-                               QString::number(student.number), student.name);
+    return u"%1班%2号%3"_s.arg(doubleText(student.classNumber), doubleText(student.number),
+                               student.name);
+}
+
+/// The first of those found, each in the words of `text`.
+QString listed(const Roster::Found& found, QString (*text)(const RosterStudent&))
+{
+    constexpr int mostNamed = 5;
+    QStringList texts;
+    for (const RosterStudent* student : found) {
+        if (texts.size() < mostNamed)
+            texts.append(text(*student));
+    }
+    return texts.join(u'、') + (found.size() > mostNamed ? u" 等"_s : QString());
 }
 
 QString placesOf(const Roster::Found& found)
 {
-    constexpr int mostNamed = 5;
-    QStringList places;
-    for (const RosterStudent* student : found) {
-        if (places.size() < mostNamed)
-            places.append(placeOf(*student));
-    }
-    return places.join(u'、') + (found.size() > mostNamed ? u" 等"_s : QString());
+    return listed(found, &placeOf);
+}
+
+QString namesOf(const Roster::Found& found)
+{
+    return listed(found, [](const RosterStudent& student) { return student.name; });
+}
+
+/// Why a text in the column of numbers is not used.
+QString oddNumberText(const QString& text)
+{
+    static const QRegularExpression digits(u"^\\d+号?$"_s);
+    return digits.match(folded(text)).hasMatch()
+               ? u"学号“%1”太长，不像班里的学号，没有用它。"_s.arg(text)
+               : u"学号“%1”不是数字，没有用它。"_s.arg(text);
 }
 
 void remark(StudentRow& row, RemarkKind kind, const QString& text)
@@ -68,7 +91,7 @@ StudentRow StudentSearch::find(const SourceRow& source, std::optional<double> cl
     StudentRow row{source, classNumber.value_or(0), 0, cleanName(source.name)};
     const std::optional<double> number = numberOf(source.number);
     if (!number && !source.number.isEmpty())
-        remark(row, RemarkKind::OddNumber, u"学号“%1”不是数字，没有用它。"_s.arg(source.number));
+        remark(row, RemarkKind::OddNumber, oddNumberText(source.number));
     if (classNumber && number) {
         row.number = *number;
         row.isWhole = true;
@@ -85,27 +108,39 @@ StudentRow StudentSearch::find(const SourceRow& source, std::optional<double> cl
 
 void StudentSearch::findByNumber(StudentRow& row) const
 {
-    const RosterStudent* student = m_roster.at(row.classNumber, row.number);
-    row.isKnown = student != nullptr;
+    const Roster::Found found = m_roster.at(row.classNumber, row.number);
+    row.isKnown = !found.empty();
     if (m_goal == Goal::StudentList || !m_roster.hasStudents())
         return;
-    if (student == nullptr) {
-        const Roster::Found others = m_roster.named(row.classNumber, row.name);
-        QString text = u"成绩库里没有 %1 班 %2 号。"_s.arg(QString::number(row.classNumber),
-                                                           QString::number(row.number));
-        if (!others.empty())
-            text += u"同班同名的有：%1。"_s.arg(placesOf(others));
-        remark(row, RemarkKind::Unknown, text);
+    if (found.empty()) {
+        tellUnknown(row);
         return;
     }
-    if (row.name.isEmpty() || isSameName(row.name, student->name)) {
-        row.name = student->name;
-        return;
+    const QString place =
+        u"成绩库里 %1 班 %2 号"_s.arg(doubleText(row.classNumber), doubleText(row.number));
+    if (found.size() > 1)
+        remark(row, RemarkKind::SeveralFound, u"%1有几个人：%2。"_s.arg(place, namesOf(found)));
+    const auto same = std::find_if(found.begin(), found.end(), [&](const RosterStudent* student) {
+        return isSameName(row.name, student->name);
+    });
+    if (same != found.end() || (row.name.isEmpty() && found.size() == 1)) {
+        row.name = (same == found.end() ? found.front() : *same)->name;
+    } else if (!row.name.isEmpty()) {
+        row.hasOtherName = true;
+        if (found.size() == 1)
+            remark(row, RemarkKind::NameDiffers,
+                   u"%1的姓名是“%2”。"_s.arg(place, found.front()->name));
     }
-    row.hasOtherName = true;
-    remark(row, RemarkKind::NameDiffers,
-           u"成绩库里 %1 班 %2 号的姓名是“%3”。"_s.arg(QString::number(row.classNumber),
-                                                       QString::number(row.number), student->name));
+}
+
+void StudentSearch::tellUnknown(StudentRow& row) const
+{
+    const Roster::Found others = m_roster.named(row.classNumber, row.name);
+    QString text =
+        u"成绩库里没有 %1 班 %2 号。"_s.arg(doubleText(row.classNumber), doubleText(row.number));
+    if (!others.empty())
+        text += u"同班同名的有：%1。"_s.arg(placesOf(others));
+    remark(row, RemarkKind::Unknown, text);
 }
 
 void StudentSearch::take(StudentRow& row, const RosterStudent& student)
@@ -147,7 +182,7 @@ bool StudentSearch::findByKey(StudentRow& row, Field key, std::optional<double> 
         return false;
     if (classNumber && *classNumber != row.classNumber)
         remark(row, RemarkKind::ClassDiffers,
-               u"表里是 %1 班，成绩库里是%2，用的是成绩库的。"_s.arg(QString::number(*classNumber),
+               u"表里是 %1 班，成绩库里是%2，用的是成绩库的。"_s.arg(doubleText(*classNumber),
                                                                      placeOf(*found.front())));
     return true;
 }

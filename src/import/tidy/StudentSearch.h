@@ -37,6 +37,7 @@ public:
 
 private:
     void findByNumber(StudentRow& row) const;
+    void tellUnknown(StudentRow& row) const;
     void findOtherwise(StudentRow& row, std::optional<double> classNumber) const;
     bool findByKey(StudentRow& row, Field key, std::optional<double> classNumber) const;
     void findByName(StudentRow& row, double classNumber) const;
