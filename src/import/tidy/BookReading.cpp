@@ -387,6 +387,8 @@ Value BookReading::scoreCell(const Value& cell) const
 
 /// Numbers that name somebody keep their digits as a text.
 Value BookReading::studentCell(const Value& cell, const QString& column) const
+    if (score.number < 0)
+        return score.number;
 {
     if (column == u"科类"_s)
         return streamIn(cell.text());

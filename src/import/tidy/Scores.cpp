@@ -5,6 +5,7 @@
 
 #include <QRegularExpression>
 
+#include "platform/runtime/Numbers.h"
 #include "platform/runtime/PlainNumber.h"
 
 namespace tidy {
@@ -20,6 +21,14 @@ QString plainText(const QString& text)
     return withoutBlanks(halfWidth(text));
 }
 
+/// Other systems write -1 for who was absent.
+ScoreCell numberCell(double number)
+{
+    if (number >= 0)
+        return {ScoreCell::Kind::Number, number};
+    return {ScoreCell::Kind::Mark, number, runtime::doubleText(number)};
+}
+
 const QString absent = u"缺考"_s;
 const QString cheated = u"作弊"_s;
 
@@ -30,18 +39,18 @@ ScoreCell scoreIn(const Value& cell)
     static const QRegularExpression number(u"^[+-]?(\\d+\\.?\\d*|\\.\\d+)分?$"_s);
     static const QRegularExpression beginsWithNumber(u"^[+-]?\\.?\\d"_s);
     if (cell.isNumber())
-        return {ScoreCell::Kind::Number, cell.toDouble()};
+        return numberCell(cell.toDouble());
     const QString written = cell.text();
     const auto plain = runtime::plainNumber(
         std::u16string_view(QStringView(written).utf16(), size_t(written.size())));
     if (plain)
-        return {ScoreCell::Kind::Number, *plain};
+        return numberCell(*plain);
     QString text = plainText(written);
     if (cell.kind() == Value::Kind::Date)
         return {ScoreCell::Kind::Odd, 0, written};
     if (number.match(text).hasMatch()) {
         text.remove(u'分');
-        return {ScoreCell::Kind::Number, text.toDouble()};
+        return numberCell(text.toDouble());
     }
     if (beginsWithNumber.match(text).hasMatch())
         return {ScoreCell::Kind::Odd, 0, written};

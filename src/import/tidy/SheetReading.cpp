@@ -170,7 +170,7 @@ SheetReading::Contents SheetReading::contentsOf(int column) const
     for (size_t place = 0; place < std::min(m_rows.size(), looked); ++place) {
         const ScoreCell cell = scoreIn(m_view.value(m_rows[place].row, column));
         const bool isOther = cell.kind == ScoreCell::Kind::Mark && !cell.text.isEmpty()
-                             && m_aliases.nameOf(cell.text).isEmpty();
+                             && cell.number >= 0 && m_aliases.nameOf(cell.text).isEmpty();
         contents.others += isOther ? 1 : 0;
         contents.scores += cell.kind == ScoreCell::Kind::Number ? 1 : 0;
     }
