@@ -348,6 +348,7 @@ void SheetReading::takeOrLeave()
     else
         m_sheet.reason.clear();
     noteUntakenColumns();
+    noteAssigned();
     noteOtherLanguages();
     noteShownZeros();
     noteCuts();
@@ -377,6 +378,24 @@ void SheetReading::noteUntakenColumns()
         if (!text.isEmpty())
             m_warnings.append(text);
     }
+}
+
+/// Assigned marks alone are taken, which nobody sees from the subject's name.
+void SheetReading::noteAssigned()
+{
+    if (!m_sheet.heading.areFound())
+        return;
+    const std::vector<HeadingCell> headings =
+        m_view.headings(m_sheet.heading.first, m_sheet.heading.count);
+    QString names;
+    for (const ColumnProposal& column : m_sheet.columns) {
+        const ScoreKind score = m_words.meaning(headings[size_t(column.column) - 1]).score;
+        if (score == ScoreKind::Assigned && column.use.field == Field::Subject && !column.isOpen
+            && column.decidedBy == DecidedBy::Program)
+            names += u"“%1”"_s.arg(column.use.name);
+    }
+    if (!names.isEmpty())
+        m_warnings.append(u"%1只有赋分，没有原始分，用的是赋分。"_s.arg(names));
 }
 
 /// Who learns 日语 has a blank 英语, which counts as absent.

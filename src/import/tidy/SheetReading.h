@@ -54,6 +54,7 @@ private:
     void noteColumns();
     void noteUntakenColumns();
     void noteCuts();
+    void noteAssigned();
     void noteOtherLanguages();
     void noteShownZeros();
 
