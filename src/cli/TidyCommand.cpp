@@ -268,14 +268,6 @@ void print(const Proposal& proposal, const QString& format)
     printResult(QString::fromUtf8(json.toJson(QJsonDocument::Compact)) + u'\n');
 }
 
-tidy::Aliases loadedAliases(const Session& session)
-{
-    tidy::Aliases aliases = tidy::Aliases::load(session.scores.paths());
-    for (const QString& complaint : aliases.complaints())
-        printError(complaint);
-    return aliases;
-}
-
 } // namespace
 
 Exit runTidy(Session& session)
@@ -285,8 +277,14 @@ Exit runTidy(Session& session)
     checkTarget(arguments, format);
     const QString source = arguments.path(0);
     if (!QFileInfo(source).isFile())
+    if (counts.nobody > 0)
+        printError(u"有 %1 行有分数、没有姓名，没有写入，列在数据表“%2”里。"_s.arg(
+            QString::number(counts.nobody), tidy::LeftOutSheet));
+    const QString results = tidy::resultsText(proposal);
+    if (!results.isEmpty())
+        printError(results);
         throw runtime::Error(u"找不到工作簿：%1"_s.arg(source));
-    const tidy::Aliases aliases = loadedAliases(session);
+    const tidy::Aliases aliases = tidy::Aliases::load(session.scores.paths());
     const std::optional<tidy::Roster> roster = chosenRoster(session, aliases);
     if (!roster)
         return Exit::Error;

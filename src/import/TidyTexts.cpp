@@ -143,9 +143,11 @@ QString countsText(const Proposal& proposal)
     text += parts.isEmpty() ? u"。"_s : u"："_s + parts.join(u"，"_s) + u"。"_s;
     if (counts.leftOut > 0)
         text += u"另有 %1 名学生认不出，没有取。"_s.arg(counts.leftOut);
+    if (counts.nobody > 0)
+        text += u"另有 %1 行有分数、没有姓名，没有取。"_s.arg(counts.nobody);
     if (proposal.goal == Goal::ExamScores)
         text += examText(proposal);
-    return text + leftOutText(proposal);
+    return text + resultsText(proposal) + leftOutText(proposal);
 }
 
 QString questionsText(const Proposal& proposal)

@@ -73,8 +73,9 @@ BookReading::BookReading(excel::Workbook& book, Proposal& proposal, const Source
 {
     m_proposal.remarks.clear();
     m_proposal.remarksNotKept = 0;
-    m_proposal.warnings.clear();
+    m_proposal.warnings = sources.aliases.complaints();
     m_proposal.counts = {};
+    m_proposal.results.clear();
     readSheets(book);
     readClasses();
     noteLostDigits();
@@ -341,10 +342,14 @@ void BookReading::countStudents()
     Counts& counts = m_proposal.counts;
     for (const SheetProposal& sheet : m_proposal.sheets)
         counts.sheets += sheet.taking == Taking::Take ? 1 : 0;
-    for (const ResultSheet& sheet : m_result)
+    for (const ResultSheet& sheet : m_result) {
         counts.students += int(sheet.rows.size());
+        m_proposal.results.push_back({sheet.name, int(sheet.rows.size())});
+    }
     for (const StudentRow& student : m_students) {
-        counts.leftOut += student.isWhole ? 0 : 1;
+        const bool isSomebody = student.source.whyNobody.isEmpty();
+        counts.leftOut += isSomebody && !student.isWhole ? 1 : 0;
+        counts.nobody += isSomebody ? 0 : 1;
         counts.found += student.isFound ? 1 : 0;
         counts.known += student.isKnown && !student.isFound ? 1 : 0;
         counts.unknown += student.isWhole && !student.isKnown ? 1 : 0;
@@ -382,13 +387,13 @@ Value BookReading::scoreCell(const Value& cell) const
     case MarkUse::AsItStands:
         break;
     }
+    if (score.number < 0)
+        return score.number;
     return score.text.isEmpty() ? Value() : Value(cell.text());
 }
 
 /// Numbers that name somebody keep their digits as a text.
 Value BookReading::studentCell(const Value& cell, const QString& column) const
-    if (score.number < 0)
-        return score.number;
 {
     if (column == u"科类"_s)
         return streamIn(cell.text());

@@ -70,4 +70,14 @@ const LeftOutRows* SheetProposal::leftOutAt(int row) const
     return &*std::prev(behind);
 }
 
+QString resultsText(const Proposal& proposal)
+{
+    if (proposal.results.size() < 2)
+        return {};
+    QString names;
+    for (const ResultCount& result : proposal.results)
+        names += u"“%1”"_s.arg(result.name);
+    return u"按科类分成%1 %2 张数据表，各导入一次。"_s.arg(names).arg(proposal.results.size());
+}
+
 } // namespace tidy

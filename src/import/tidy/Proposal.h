@@ -201,8 +201,17 @@ struct Counts
     int unknown = 0;
     /// Rows of students that are not taken, which remarks tell.
     int leftOut = 0;
+    /// Rows of scores without a name, sums perhaps, that are listed with them.
+    int nobody = 0;
     int absent = 0;
     int cheated = 0;
+};
+
+/// A sheet that the result will have.
+struct ResultCount
+{
+    QString name = {};
+    int students = 0;
 };
 
 /// How a workbook is read, with everything that the user can change.
@@ -223,8 +232,13 @@ struct Proposal
     /// What has to be decided before anything can be tidied, as sentences; empty once it can.
     QStringList questions = {};
     Counts counts = {};
+    /// Several for an exam of both streams: its import takes one from a sheet.
+    std::vector<ResultCount> results = {};
 
     bool isDecided() const { return questions.isEmpty(); }
 };
+
+/// That the result has a sheet a stream, as a sentence; empty where it has one sheet.
+QString resultsText(const Proposal& proposal);
 
 } // namespace tidy

@@ -140,7 +140,13 @@ QJsonObject countsJson(const Counts& counts)
     return {{u"sheets"_s, counts.sheets},   {u"students"_s, counts.students},
             {u"known"_s, counts.known},     {u"found"_s, counts.found},
             {u"unknown"_s, counts.unknown}, {u"leftOut"_s, counts.leftOut},
-            {u"absent"_s, counts.absent},   {u"cheated"_s, counts.cheated}};
+            {u"nobody"_s, counts.nobody},   {u"absent"_s, counts.absent},
+            {u"cheated"_s, counts.cheated}};
+}
+
+QJsonObject resultJson(const ResultCount& result)
+{
+    return {{u"name"_s, result.name}, {u"students"_s, result.students}};
 }
 
 } // namespace
@@ -152,6 +158,7 @@ QJsonObject proposalJson(const Proposal& proposal)
             {u"questions"_s, QJsonArray::fromStringList(proposal.questions)},
             {u"warnings"_s, QJsonArray::fromStringList(proposal.warnings)},
             {u"counts"_s, countsJson(proposal.counts)},
+            {u"results"_s, arrayOf(proposal.results, &resultJson)},
             {u"sheets"_s, arrayOf(proposal.sheets, &sheetJson)},
             {u"classes"_s, arrayOf(proposal.classes, &classJson)},
             {u"marks"_s, arrayOf(proposal.marks, &markJson)},

@@ -114,7 +114,8 @@ TEST_F(TwoMeanings, ScoresOfNobodyAreListed)
                       {1, 1, u"甲"_s, 90, 80},
                       {1, {}, {}, 98, 97}});
     const Proposal proposal = proposed();
-    EXPECT_EQ(proposal.counts.leftOut, 1);
+    EXPECT_EQ(proposal.counts.leftOut, 0) << "no student";
+    EXPECT_EQ(proposal.counts.nobody, 1);
     EXPECT_EQ(remarks(proposal), u"成绩3: 没有姓名和号码。"_s);
     EXPECT_EQ(result(proposal),
               u"[成绩]\n班级|学号|姓名|语文|数学\n1|1|甲|90|80\n[没有写入的行]\n"
