@@ -6,6 +6,7 @@
 #include "cli/ChosenOptions.h"
 #include "cli/Command.h"
 #include "import/tidy/Choices.h"
+#include "import/tidy/ClassNames.h"
 #include "import/tidy/ProposalJson.h"
 #include "import/tidy/Tidy.h"
 #include "oldlibraries/FileHeader.h"
@@ -123,32 +124,74 @@ void takeSheets(Proposal& proposal, const Arguments& arguments)
     }
 }
 
+/// "有：a、b 等。" of what there is for an option; says that there is nothing where it is empty.
+QString offered(const QStringList& texts)
+{
+    constexpr int mostOffered = 10;
+    if (texts.isEmpty())
+        return u"没有可以指定的。"_s;
+    return u"可以是：%1%2。"_s.arg(texts.mid(0, mostOffered).join(u'、'),
+                                   texts.size() > mostOffered ? u" 等"_s : QString());
+}
+
+/// Throws UsageError for a word that is no use.
+tidy::MarkUse markUse(const Pair& pair, const QString& text)
+{
+    for (const auto use :
+         {tidy::MarkUse::Absent, tidy::MarkUse::Cheated, tidy::MarkUse::AsItStands}) {
+        if (tidy::markUseText(use) == pair.right)
+            return use;
+    }
+    throw UsageError(u"选项 --mark 的值应为 文字=缺考|作弊|不变：%1"_s.arg(text));
+}
+
+/// Marks are compared without blanks. Throws UsageError for one that does not occur.
 void takeMarks(Proposal& proposal, const Arguments& arguments)
 {
+    const std::vector<tidy::Mark> marks = proposal.marks;
+    const auto plain = [](const QString& text) {
+        return tidy::withoutBlanks(tidy::halfWidth(text));
+    };
     for (const QString& text : arguments.values(u"mark"_s)) {
         const Pair pair(u"mark"_s, text, u"文字=缺考|作弊|不变"_s);
-        bool isKnown = false;
-        for (const auto use :
-             {tidy::MarkUse::Absent, tidy::MarkUse::Cheated, tidy::MarkUse::AsItStands}) {
-            if (tidy::markUseText(use) != pair.right)
+        const tidy::MarkUse use = markUse(pair, text);
+        bool isThere = false;
+        QStringList texts;
+        for (const tidy::Mark& mark : marks) {
+            texts.append(mark.text.isEmpty() ? u"（空白）"_s : mark.text);
+            if (plain(mark.text) != plain(pair.left))
                 continue;
-            tidy::chooseMark(proposal, pair.left, use);
-            isKnown = true;
+            tidy::chooseMark(proposal, mark.text, use);
+            isThere = true;
         }
-        if (!isKnown)
-            throw UsageError(u"选项 --mark 的值应为 文字=缺考|作弊|不变：%1"_s.arg(text));
+        if (!isThere)
+            throw UsageError(
+                u"选项 --mark 里的“%1”在成绩里没有出现，%2"_s.arg(pair.left, offered(texts)));
     }
 }
 
+/// Throws UsageError for a text that names no class here, and for a number that no class can have.
 void takeClasses(Proposal& proposal, const Arguments& arguments)
 {
+    const std::vector<tidy::ClassReading> classes = proposal.classes;
     for (const QString& text : arguments.values(u"class"_s)) {
         const Pair pair(u"class"_s, text, u"文字=班号"_s);
-        bool isNumber = false;
-        const double number = pair.right.toDouble(&isNumber);
-        if (!isNumber)
-            throw UsageError(u"选项 --class 的值应为 文字=班号：%1"_s.arg(text));
-        tidy::chooseClass(proposal, pair.left, number);
+        const std::optional<double> number = tidy::writtenClass(pair.right);
+        if (!number)
+            throw UsageError(
+                u"选项 --class 的值应为 文字=班号，班号是 1 或更大的整数：%1"_s.arg(text));
+        bool isThere = false;
+        QStringList texts;
+        for (const tidy::ClassReading& reading : classes) {
+            texts.append(reading.text);
+            if (tidy::folded(reading.text) != tidy::folded(pair.left))
+                continue;
+            tidy::chooseClass(proposal, reading.text, *number);
+            isThere = true;
+        }
+        if (!isThere)
+            throw UsageError(
+                u"选项 --class 里的“%1”不是表里班级的写法，%2"_s.arg(pair.left, offered(texts)));
     }
 }
 
@@ -242,6 +285,12 @@ void printCounts(const Session& session, const Proposal& proposal)
     if (counts.leftOut > 0)
         printError(u"有 %1 行学生没有写入，列在数据表“%2”里。"_s.arg(
             QString::number(counts.leftOut), tidy::LeftOutSheet));
+    if (counts.nobody > 0)
+        printError(u"有 %1 行有分数、没有姓名，没有写入，列在数据表“%2”里。"_s.arg(
+            QString::number(counts.nobody), tidy::LeftOutSheet));
+    const QString results = tidy::resultsText(proposal);
+    if (!results.isEmpty())
+        printError(results);
 }
 
 /// The proposal with what the options decide. Throws UsageError.
@@ -252,9 +301,16 @@ Proposal chosenProposal(excel::Workbook& book, const Arguments& arguments,
     Proposal proposal = tidy::propose(book, isExam ? Goal::ExamScores : Goal::StudentList, sources);
     takeSheets(proposal, arguments);
     takeMaps(proposal, arguments, sources.roster);
-    takeMarks(proposal, arguments);
-    takeClasses(proposal, arguments);
     tidy::reconsider(proposal, book, sources);
+    // The marks of a row count once it is known whose they are.
+    if (arguments.has(u"class"_s)) {
+        takeClasses(proposal, arguments);
+        tidy::reconsider(proposal, book, sources);
+    }
+    if (arguments.has(u"mark"_s)) {
+        takeMarks(proposal, arguments);
+        tidy::reconsider(proposal, book, sources);
+    }
     return proposal;
 }
 
@@ -277,12 +333,6 @@ Exit runTidy(Session& session)
     checkTarget(arguments, format);
     const QString source = arguments.path(0);
     if (!QFileInfo(source).isFile())
-    if (counts.nobody > 0)
-        printError(u"有 %1 行有分数、没有姓名，没有写入，列在数据表“%2”里。"_s.arg(
-            QString::number(counts.nobody), tidy::LeftOutSheet));
-    const QString results = tidy::resultsText(proposal);
-    if (!results.isEmpty())
-        printError(results);
         throw runtime::Error(u"找不到工作簿：%1"_s.arg(source));
     const tidy::Aliases aliases = tidy::Aliases::load(session.scores.paths());
     const std::optional<tidy::Roster> roster = chosenRoster(session, aliases);

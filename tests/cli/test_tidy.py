@@ -63,6 +63,37 @@ class WithALibrary(TidyTest):
                          ("Sheet", 4, "没有学号。在成绩库里没有找到这个学生。", "10009", "陌生人",
                           60, 60, 120))
 
+    def test_a_sheet_a_stream_is_said_and_counted(self):
+        self.add_students((311, 1, "赵六", "文"),)
+        rows = (("班级", "学号", "姓名", "语文", "数学"), (301, 1, "张三", 90, 80),
+                (301, 2, "李四", 80, 70), (311, 1, "赵六", 70, 60))
+        result = self.tidy(*rows, options=("--library", self.library))
+        self.assertEqual(result.err, "整理了 1 张数据表，3 名学生；缺考 0 处，作弊 0 处。\n"
+                                     "按科类分成“理科”“文科” 2 张数据表，各导入一次。\n")
+        self.assertEqual(list(self.sheets()), ["理科", "文科"])
+        result = self.run_program("tidy", self.folder / "期中.xlsx", "--library", self.library,
+                                  "--format", "json")
+        self.assertEqual(result.json()["results"], [{"name": "理科", "students": 2},
+                                                    {"name": "文科", "students": 1}])
+
+    def test_rows_of_figures_are_no_students(self):
+        rows = (("班级", "学号", "姓名", "语文", "数学"), (301, 1, "张三", 90, 80),
+                (301, None, None, 85, 75), (301, None, "陌生人", 60, 50))
+        result = self.tidy(*rows, options=("--library", self.library))
+        self.assertEqual(result.err,
+                         "没有写入，“Sheet”第 3 行：没有姓名和号码。\n"
+                         "没有写入，“Sheet”第 4 行：没有学号。在成绩库里没有找到这个学生。\n"
+                         "整理了 1 张数据表，1 名学生；缺考 0 处，作弊 0 处。\n"
+                         "有 1 行学生没有写入，列在数据表“没有写入的行”里。\n"
+                         "有 1 行有分数、没有姓名，没有写入，列在数据表“没有写入的行”里。\n")
+
+    def test_sheets_that_are_left_out_are_told(self):
+        book = self.folder / "期中.xlsx"
+        yunshan.write_book(book, {"301班": [["学号", "姓名", "语文"], [1, "张三", 90]],
+                                  "说明": [["请核对"]]})
+        result = self.run_program("tidy", book, "--library", self.library, "--out", self.target)
+        self.assertIn("没有用数据表“说明”：没有找到表头。\n", result.err)
+
     def test_a_library_that_is_not_there_writes_nothing(self):
         self.tidy(*SCHOOLS, options=("--library", "没有.CJK"), expect=ERROR)
         self.assertFalse(self.target.exists())
@@ -86,6 +117,13 @@ class WithoutALibrary(TidyTest):
         self.tidy(("班级", "学号", "姓名", "语文"), ("实验班", 1, "甲", "请假"), ("2班", 2, "乙", 3),
                   options=("--mark", "请假=缺考", "--class", "实验班=7", "--sheets", "Sheet"))
         self.assertEqual(self.sheets()["成绩"][1:], [(7, 1, "甲", "缺考"), (2, 2, "乙", 3)])
+
+    def test_texts_are_compared_without_blanks_and_brackets(self):
+        self.tidy(("班级", "学号", "姓名", "语文"), ("实验(甲)班", 1, "甲", "请 假"),
+                  ("2班", 2, "乙", -1), ("2班", 3, "丙", 80),
+                  options=("--class", "实验（甲）班=7", "--mark", "请假=缺考", "--mark=-1=缺考"))
+        self.assertEqual(self.sheets()["成绩"][1:], [(7, 1, "甲", "缺考"), (2, 2, "乙", "缺考"),
+                                                    (2, 3, "丙", 80)])
 
     def test_a_list_of_students(self):
         self.tidy(("座号", "学生姓名", "班别", "身份证号"), (1, "甲", "3班", "110101201001010011"),
@@ -127,11 +165,22 @@ class Refused(TidyTest):
                 (("--map", "数=A"), "选项 --map 里的“数”不是可以导入的项目"),
                 (("--map", "学号=Z"), "工作簿里没有“Z”这一列。"),
                 (("--mark", "请假=走"), "选项 --mark 的值应为 文字=缺考|作弊|不变：请假=走"),
-                (("--class", "一班=一"), "选项 --class 的值应为 文字=班号：一班=一"),
+                (("--mark", "请假=缺考"), "选项 --mark 里的“请假”在成绩里没有出现，没有可以指定的。"),
+                (("--map", "学号=A", "--mark", "请假=缺考"),
+                 "选项 --mark 里的“请假”在成绩里没有出现，可以是：缺。"),
+                (("--class", "9班=9"), "选项 --class 里的“9班”不是表里班级的写法，可以是：高三(1)班。"),
+                (("--class", "1=301"), "选项 --class 里的“1”不是表里班级的写法，可以是：高三(1)班。"),
+                (("--class", "一班=一"),
+                 "选项 --class 的值应为 文字=班号，班号是 1 或更大的整数：一班=一"),
                 (("--sheets", "别的"), "工作簿里没有数据表“别的”。"),
                 (("--as", "teachers"), "选项 --as 的值只能是：exam、students")):
             with self.subTest(options):
                 self.assertIn(text, self.tidy(*SCHOOLS, options=options, expect=USAGE).err)
+        for number in ("nan", "inf", "-3", "0", "1.5", "1e300", "1e2", "", "12345678901"):
+            with self.subTest(number):
+                text = f"高三(1)班={number}"
+                self.assertIn(f"班号是 1 或更大的整数：{text}\n",
+                              self.tidy(*SCHOOLS, options=("--class", text), expect=USAGE).err)
         book = self.book("期中.xlsx", *SCHOOLS)
         self.assertIn("缺少选项 --out。", self.run_program("tidy", book, expect=USAGE).err)
 

@@ -4,6 +4,7 @@
 #include "gui/DroppedFile.h"
 #include "gui/TidyFixture.h"
 #include "platform/grid/GridText.h"
+#include "platform/runtime/TextFile.h"
 #include "support/FileBytes.h"
 
 namespace {
@@ -184,6 +185,37 @@ TEST_F(TidyingScreen, AClassThatStandsNowhereIsTypedForTheNameOfTheFile)
     EXPECT_TRUE(QTest::qWaitFor([&] { return button(u"buttonTidy"_s)->isEnabled(); }));
     press(u"buttonTidy"_s);
     EXPECT_EQ(made(), tidiedText);
+}
+
+TEST_F(TidyingScreen, ANumberThatNoClassCanHaveIsRefused)
+{
+    screen->browse(scores());
+    find<QTabWidget>(u"tidyTables"_s)->setCurrentIndex(1);
+    grid::FlexGridView* classes = table(u"gridClasses"_s);
+    QStringList refusals;
+    for (const QString& number : {u"1.5"_s, u"0"_s, u"-3"_s, u"nan"_s, u"1e2"_s}) {
+        classes->setFocus();
+        classes->select(1, 2, 1, 2);
+        QTest::keyClicks(classes, number.left(1));
+        QTest::keyClicks(screen->focusWidget(), number.mid(1));
+        QTest::keyClick(screen->focusWidget(), Qt::Key_Return);
+        refusals.append(u"班号应是 1 或更大的整数，不能是“%1”。"_s.arg(number));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return library.dialogs.shown.size() == refusals.size(); }));
+        EXPECT_EQ(classes->grid().TextMatrix(1, 2), u"1"_s) << "as it was";
+    }
+    EXPECT_EQ(library.dialogs.shown, refusals);
+    press(u"buttonTidy"_s);
+    EXPECT_EQ(made(), tidiedText);
+}
+
+TEST_F(TidyingScreen, ALineOfAliasesThatCannotBeReadIsAmongTheNotes)
+{
+    runtime::writeTextFile(library.paths.dataFile(u"别名.txt"_s), u"姓名=学生\n乱写\n"_s);
+    open();
+    screen->browse(scores());
+    EXPECT_TRUE(grid::gridText(table(u"gridNotes"_s)->grid())
+                    .contains(u"别名.txt 第 2 行没有用上：应该写成“名称=别名 别名”。"_s));
 }
 
 TEST_F(TidyingScreen, AMarkThatNobodyKnowsIsGivenAMeaning)

@@ -148,6 +148,13 @@ std::optional<ClassName> className(const QString& text)
     return std::nullopt;
 }
 
+std::optional<double> writtenClass(const QString& text)
+{
+    static const QRegularExpression whole(u"^0*[1-9]\\d{0,8}$"_s);
+    const QString plain = halfWidth(text).trimmed();
+    return whole.match(plain).hasMatch() ? std::optional(plain.toDouble()) : std::nullopt;
+}
+
 QString classIn(const QString& text)
 {
     // Behind a sign of a range a bare number is its end, and no class.

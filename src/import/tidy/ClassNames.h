@@ -35,6 +35,9 @@ QString classInName(const QString& name);
 /// text.
 std::optional<ClassName> className(const QString& text);
 
+/// The number that a user writes for a class: whole and above 0; nothing for any other text.
+std::optional<double> writtenClass(const QString& text);
+
 /// The part of a longer text, such as a title or a file name, that names a class by 班; empty if
 /// there is none, or several.
 QString classIn(const QString& text);

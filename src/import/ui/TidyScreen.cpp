@@ -217,6 +217,7 @@ void TidyScreen::connectWidgets()
     connect(m_tables, &TidyTables::classChosen, this, [this](int row, double number) {
         change([&] { chooseClass(m_proposal, m_proposal.classes[size_t(row)].text, number); });
     });
+    connect(m_tables, &TidyTables::classRefused, this, &TidyScreen::refuseClass);
     connect(m_tables, &TidyTables::markChosen, this, [this](int row, int use) {
         change([&] {
             chooseMark(m_proposal, m_proposal.marks[size_t(row)].text, markUses[size_t(use)]);
@@ -417,6 +418,14 @@ void TidyScreen::chooseRowFate(int row)
         return;
     const Taking taking = m_shown.isLeftOut[size_t(row)] ? Taking::Take : Taking::LeaveOut;
     change([&] { chooseRow(m_proposal, listSheets->currentRow(), sheetRow, taking); });
+}
+
+void TidyScreen::refuseClass(const QString& text)
+{
+    const CommandScope command(m_dialogs);
+    m_tables->show(m_proposal);
+    runtime::warn(
+        u"班号应是 1 或更大的整数，不能是“%1”。"_s.arg(text.left(ShownSheet::mostLetters)));
 }
 
 void TidyScreen::chooseHeadingRows()

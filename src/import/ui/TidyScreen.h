@@ -94,6 +94,7 @@ private:
     void showHeading(const tidy::SheetProposal& sheet);
 
     void chooseRowFate(int row);
+    void refuseClass(const QString& text);
     void chooseHeadingRows();
     void tidyUp();
     void showTidied(std::unique_ptr<excel::Workbook> made);

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 
 #include "import/TidyTexts.h"
+#include "import/tidy/ClassNames.h"
 #include "platform/grid/ui/CellListEditor.h"
 #include "platform/grid/ui/CellTextEditor.h"
 #include "platform/grid/ui/FlexGridView.h"
@@ -93,10 +94,11 @@ void TidyTables::takeClass()
     if (m_typedRow <= 0 || m_typedRow >= m_classes.Rows())
         return;
     const int row = std::exchange(m_typedRow, 0);
-    bool isNumber = false;
-    const double number = m_classes.TextMatrix(row, ClassNumberColumn).toDouble(&isNumber);
-    if (isNumber)
-        Q_EMIT classChosen(row - 1, number);
+    const QString text = m_classes.TextMatrix(row, ClassNumberColumn);
+    if (const std::optional<double> number = tidy::writtenClass(text))
+        Q_EMIT classChosen(row - 1, *number);
+    else
+        Q_EMIT classRefused(text);
 }
 
 void TidyTables::editMarks()

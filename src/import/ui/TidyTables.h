@@ -29,6 +29,8 @@ public:
 Q_SIGNALS:
     /// The user wrote a number for the class of this row, counted from 0.
     void classChosen(int row, double number);
+    /// The user wrote this for the class of a row, which is no number of a class.
+    void classRefused(const QString& text);
     /// The user picked a use, among markUses, for the mark of this row.
     void markChosen(int row, int use);
 
