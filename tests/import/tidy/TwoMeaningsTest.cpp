@@ -131,9 +131,11 @@ TEST_F(TwoMeanings, FootRowsAreNoStudents)
                      {45, {}, 4500, 4300},
                      {u"及格数"_s, u"2"_s, 2, 2},
                      {2, u"及格数"_s, 2, 2},
-                     {{}, u"优分率"_s, 0.5, 0.5}});
+                     {{}, u"优分率"_s, 0.5, 0.5},
+                     {{}, u"难度"_s, 0.6, 0.6},
+                     {u"区分度"_s, {}, 0.3, 0.3}});
     const Proposal proposal = proposed();
-    EXPECT_EQ(leftOut(proposal.sheets[0]), u"1 表头, 4-8 合计、平均一类的行"_s);
+    EXPECT_EQ(leftOut(proposal.sheets[0]), u"1 表头, 4-10 合计、平均一类的行"_s);
     EXPECT_EQ(remarks(proposal),
               u"1班4: 没有姓名，像是合计的行。\n1班5: 没有姓名，像是合计的行。"_s);
     EXPECT_EQ(proposal.counts.students, 2);
