@@ -87,6 +87,14 @@ class WithALibrary(TidyTest):
                          "有 1 行学生没有写入，列在数据表“没有写入的行”里。\n"
                          "有 1 行有分数、没有姓名，没有写入，列在数据表“没有写入的行”里。\n")
 
+    def test_places_that_the_library_does_not_have_are_counted(self):
+        rows = (("班级", "学号", "姓名", "语文", "数学"), (301, 1, "张三", 90, 80),
+                (301, 9, "陌生人", 60, 50))
+        result = self.tidy(*rows, options=("--library", self.library))
+        self.assertEqual(result.err, "“Sheet”第 3 行：成绩库里没有 301 班 9 号。\n"
+                                     "整理了 1 张数据表，2 名学生；缺考 0 处，作弊 0 处。\n"
+                                     "有 1 人的班级和学号成绩库里没有。\n")
+
     def test_sheets_that_are_left_out_are_told(self):
         book = self.folder / "期中.xlsx"
         yunshan.write_book(book, {"301班": [["学号", "姓名", "语文"], [1, "张三", 90]],

@@ -75,6 +75,10 @@ TEST_F(Sentences, ColumnsOfOneUseTellWhichOneIsTaken)
     chooseColumn(proposal, 0, 4, {Field::Name});
     again(proposal);
     EXPECT_EQ(proposal.sheets[0].column(4)->reason, u"您选择的。"_s);
+    EXPECT_EQ(proposal.sheets[0].column(6)->reason, u"“语文”用的是原始分数一列。"_s);
+    chooseColumn(proposal, 0, 5, {Field::Subject, u"语文"_s});
+    again(proposal);
+    EXPECT_EQ(proposal.sheets[0].column(6)->reason, u"“语文”用的是另一列。"_s);
 }
 
 TEST_F(Sentences, AssignedMarksAloneAreTold)
