@@ -44,6 +44,13 @@ Value contentOf(const ResultRow& row, const QString& column, const SheetReadings
     return {};
 }
 
+void SheetJoin::Overlap::add(const StudentRow& student)
+{
+    if (++rows == 1)
+        first = u"%1班%2号%3"_s.arg(doubleText(student.classNumber), doubleText(student.number),
+                                    student.name);
+}
+
 QString SheetJoin::nameOf(int sheet) const
 {
     return m_sheets[size_t(sheet)].proposal().name;
@@ -63,41 +70,38 @@ bool SheetJoin::areAlike(const SourceRow& one, const StudentRow& student) const
     });
 }
 
-bool SheetJoin::contradicts(const ResultRow& row, const StudentRow& student) const
+template <class Said>
+bool SheetJoin::anyShared(const ResultRow& row, const StudentRow& student, Said&& said) const
 {
     const std::vector<ColumnProposal>& columns =
         m_sheets[size_t(student.source.sheet)].proposal().columns;
     return std::any_of(columns.begin(), columns.end(), [&](const ColumnProposal& column) {
-        if (column.use.field != Field::Subject)
-            return false;
-        const Value former = contentOf(row, column.use.name, m_sheets);
-        const Value cell = cellOf(student.source, column.use.name, m_sheets);
-        return !isBlank(former) && !isBlank(cell) && !areEqual(former, cell);
-    });
-}
-
-bool SheetJoin::sharesColumns(const ResultRow& row, int sheet) const
-{
-    const std::vector<ColumnProposal>& columns = m_sheets[size_t(sheet)].proposal().columns;
-    return std::any_of(columns.begin(), columns.end(), [&](const ColumnProposal& column) {
+        const QString& subject = column.use.name;
         return column.use.field == Field::Subject
-               && std::any_of(row.parts.begin(), row.parts.end(), [&](const SourceRow* part) {
-                      return m_sheets[size_t(part->sheet)].columnNamed(column.use.name) > 0;
-                  });
+               && std::any_of(row.parts.begin(), row.parts.end(),
+                              [&](const SourceRow* part) {
+                                  return m_sheets[size_t(part->sheet)].columnNamed(subject) > 0;
+                              })
+               && said(contentOf(row, subject, m_sheets),
+                       cellOf(student.source, subject, m_sheets));
     });
 }
 
 void SheetJoin::joinTo(ResultRow& row, StudentRow& student)
 {
-    const int sheet = student.source.sheet;
-    const SourceRow& first = *row.parts.front();
-    const bool isShared = sharesColumns(row, sheet);
-    const bool isContradiction = isShared && contradicts(row, student);
-    if (isShared) {
-        Overlap& overlap = (isContradiction ? m_contradicting : m_equal)[{first.sheet, sheet}];
-        if (++overlap.rows == 1)
-            overlap.first = u"%1班%2号%3"_s.arg(doubleText(student.classNumber),
-                                                doubleText(student.number), student.name);
+    const auto isEither = [](const Value&, const Value&) { return true; };
+    const auto areDifferent = [](const Value& former, const Value& cell) {
+        return !isBlank(former) && !isBlank(cell) && !areEqual(former, cell);
+    };
+    const auto isOneBlank = [](const Value& former, const Value& cell) {
+        return isBlank(former) != isBlank(cell);
+    };
+    if (anyShared(row, student, isEither)) {
+        const SheetPair sheets{row.parts.front()->sheet, student.source.sheet};
+        const bool isContradiction = anyShared(row, student, areDifferent);
+        (isContradiction ? m_contradicting : m_agreeing)[sheets].add(student);
+        if (!isContradiction && anyShared(row, student, isOneBlank))
+            m_filled[sheets].add(student);
     }
     row.parts.push_back(&student.source);
 }
@@ -165,9 +169,16 @@ QStringList SheetJoin::questions() const
 QStringList SheetJoin::warnings() const
 {
     QStringList all;
-    for (const auto& [sheets, overlap] : m_equal)
-        all.append(u"“%1”和“%2”里有 %3 名相同的学生，成绩也相同，只取一次。"_s.arg(
-            nameOf(sheets.first), nameOf(sheets.second), QString::number(overlap.rows)));
+    for (const auto& [sheets, overlap] : m_agreeing) {
+        const auto filled = m_filled.find(sheets);
+        const QString said =
+            filled == m_filled.end()
+                ? u"成绩也相同，只取一次。"_s
+                : u"其中 %1 名的空白用另一张表的成绩填上（如%2），其余成绩相同。"_s.arg(
+                    QString::number(filled->second.rows), filled->second.first);
+        all.append(u"“%1”和“%2”里有 %3 名相同的学生，%4"_s.arg(
+            nameOf(sheets.first), nameOf(sheets.second), QString::number(overlap.rows), said));
+    }
     return all;
 }
 

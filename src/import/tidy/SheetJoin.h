@@ -43,12 +43,16 @@ private:
 
     struct Overlap
     {
+        void add(const StudentRow& student);
+
         int rows = 0;
         QString first = {};
     };
 
-    bool contradicts(const ResultRow& row, const StudentRow& student) const;
-    bool sharesColumns(const ResultRow& row, int sheet) const;
+    /// Whether `said` of what the row has so far and what the student's sheet has holds for a
+    /// subject of both.
+    template <class Said>
+    bool anyShared(const ResultRow& row, const StudentRow& student, Said&& said) const;
     QString nameOf(int sheet) const;
     bool areAlike(const SourceRow& one, const StudentRow& student) const;
     static bool fits(ResultRow& row, const StudentRow& student);
@@ -63,7 +67,9 @@ private:
     /// Rows that are another row's student and say something else.
     Overlap m_twice;
     std::map<SheetPair, Overlap> m_contradicting;
-    std::map<SheetPair, Overlap> m_equal;
+    std::map<SheetPair, Overlap> m_agreeing;
+    /// Of those that agree: one sheet has a score where the other is blank.
+    std::map<SheetPair, Overlap> m_filled;
 };
 
 } // namespace tidy

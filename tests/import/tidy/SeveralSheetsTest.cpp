@@ -85,6 +85,20 @@ TEST_F(SeveralSheets, EqualScoresOnTwoSheetsAreTakenOnce)
     EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文\n1|1|甲|90"_s);
 }
 
+TEST_F(SeveralSheets, ABlankThatTheOtherSheetFillsIsNamed)
+{
+    sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s},
+                      {1, 1, u"甲"_s, 90, 80},
+                      {1, 2, u"乙"_s, {}, 70}});
+    sheet(u"补考"_s,
+          {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 1, u"甲"_s, 90}, {1, 2, u"乙"_s, 88}});
+    const Proposal proposal = proposed();
+    EXPECT_EQ(proposal.warnings.join(u'\n'),
+              u"“成绩”和“补考”里有 2 名相同的学生，"
+              "其中 1 名的空白用另一张表的成绩填上（如1班2号乙），其余成绩相同。"_s);
+    EXPECT_EQ(result(proposal), u"[成绩]\n班级|学号|姓名|语文|数学\n1|1|甲|90|80\n1|2|乙|88|70"_s);
+}
+
 TEST_F(SeveralSheets, DifferentScoresOnTwoSheetsAreAskedAbout)
 {
     sheet(u"初稿"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s}, {1, 1, u"甲"_s, 90}});
