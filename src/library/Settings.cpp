@@ -1,5 +1,7 @@
 #include "library/Settings.h"
 
+#include <QRegularExpression>
+
 #include "platform/database/Recordset.h"
 #include "platform/runtime/Text.h"
 #include "platform/runtime/Trap.h"
@@ -127,6 +129,15 @@ QStringList Settings::scoreColumns(const QStringList& names)
                             [&](const database::Column& c) { return c.name == name; });
     });
     return known;
+}
+
+QStringList categoriesIn(const QString& filter)
+{
+    static const QRegularExpression code(u"类别代码='?([^'()]*?)'?(?: or |\\)|$)"_s);
+    QStringList codes;
+    for (const QRegularExpressionMatch& match : code.globalMatch(filter))
+        codes.append(match.captured(1).trimmed());
+    return codes;
 }
 
 } // namespace library

@@ -55,4 +55,7 @@ private:
     database::Connection& m_conn;
 };
 
+/// The codes of the categories that a CategoryFilter lets through, in its order; none for "".
+QStringList categoriesIn(const QString& filter);
+
 } // namespace library

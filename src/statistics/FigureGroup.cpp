@@ -167,9 +167,11 @@ void countOthers(database::Connection& connection, const Figure& figure, FigureG
     }
 }
 
-int studentsOf(database::Connection& connection, double classNumber)
+int studentsOf(database::Connection& connection, double classNumber, const QString& filter)
 {
-    database::Statement count(connection, u"select count(*) from 信息表 where 班级=?"_s);
+    database::Statement count(connection,
+                              database::sqlWith(u"select count(*) from 信息表 where 班级=?%1"_s,
+                                                {SqlPiece::condition(filter)}));
     count.bind({classNumber});
     return count.step() ? int(count.number(0)) : 0;
 }
@@ -247,14 +249,16 @@ StudentSql rowsBehind(const Figure& figure)
 
 StudentSql studentsWithoutRow(const Figure& figure)
 {
-    // A student who was entered after the scores has no number in their rows.
+    // A student who was entered after the scores has no number in their rows. A row in the place of
+    // the figure that is not behind it is of a category that was not chosen.
     return {
         database::sqlWith(
-            u"select 学号,姓名,(select count(*) from 成绩表 where 考试名称=?1 and "
+            u"select 学号,姓名,(select max(case when 科类=?2 and 班级=?3 then 2 else 1 end) from "
+            "成绩表 where 考试名称=?1 and "
             "(成绩表.id=信息表.ID or (ifnull(成绩表.id,0)=0 and 成绩表.班级=信息表.班级 and "
             "成绩表.学号=信息表.学号))) from 信息表 where 班级=?3 and not exists (select 1 from "
             "成绩表 where 考试名称=?1 and 科类=?2 and 班级=?3 and (成绩表.id=信息表.ID or "
-            "(ifnull(成绩表.id,0)=0 and 成绩表.学号=信息表.学号)))%1 order by 学号"_s,
+            "(ifnull(成绩表.id,0)=0 and 成绩表.学号=信息表.学号))%1)%1 order by 学号"_s,
             {SqlPiece::condition(figure.filter)}),
         placeOf(figure)};
 }
@@ -265,7 +269,8 @@ FigureGroup readGroup(database::Connection& connection, const Figure& figure)
     Tally tally(aggregateOf(figure.kind));
     readRows(connection, figure, group, tally);
     countOthers(connection, figure, group);
-    group.students = studentsOf(connection, figure.classNumber);
+    group.students = studentsOf(connection, figure.classNumber, {});
+    group.chosenStudents = studentsOf(connection, figure.classNumber, figure.filter);
     group.now = nowOf(figure, group, tally);
     if (figure.kind == FigureKind::Rank)
         group.comparedNow = averagesNow(connection, figure);

@@ -23,8 +23,11 @@ struct StudentSql
 /// database::Error for a column or condition that no statement can hold.
 StudentSql rowsBehind(const Figure& figure);
 
-/// The students of the figure's class today who have no row in the exam there: number, name, and
-/// whether they have one elsewhere. For 考试人数.
+/// Where the row of a student stands who has none behind a figure.
+enum class ScoreElsewhere { None = 0, OtherClass = 1, OtherCategory = 2 };
+
+/// The students of the figure's class and categories today who have no row behind it: number,
+/// name, and as a number ScoreElsewhere. For 考试人数.
 StudentSql studentsWithoutRow(const Figure& figure);
 
 /// What a row behind a figure tells of one student.
@@ -47,8 +50,9 @@ struct FigureGroup
     /// In the class, but not in the group.
     int otherAbsent = 0;
     int otherWithout = 0;
-    /// Students of the class today.
+    /// Students of the class today, and those of them whom the category filter lets through.
     int students = 0;
+    int chosenStudents = 0;
     /// The two ends of those who sat, with all who share them.
     std::vector<StudentMark> highest;
     std::vector<StudentMark> lowest;

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <span>
 
-#include <QRegularExpression>
-
 #include "library/ColumnNames.h"
+#include "library/Settings.h"
 #include "platform/runtime/Numbers.h"
 #include "statistics/ExamFigures.h"
 
@@ -236,22 +235,15 @@ QString orderWords(const Figure& figure)
            + (classes.size() > most ? u"……"_s : u"。"_s);
 }
 
-void addAttendance(QStringList& sentences, const FigureGroup& group)
+void addAttendance(QStringList& sentences, const Figure& figure, const FigureGroup& group)
 {
     const int without = group.rows - group.sitting - group.absent;
     if (without > 0)
         sentences.append(u"没有这一科成绩的 %1 人，不在这三个数里。"_s.arg(without));
-    sentences.append(u"今天的名单上全班 %1 人，没有这次考试成绩的列在最后。"_s.arg(group.students));
-}
-
-/// " and (类别代码=1 or 类别代码=2)" as words.
-QString filterSentence(const QString& filter)
-{
-    static const QRegularExpression code(u"类别代码='?([^'()]*?)'?(?: or |\\)|$)"_s);
-    QStringList codes;
-    for (const QRegularExpressionMatch& match : code.globalMatch(filter))
-        codes.append(match.captured(1).trimmed());
-    return u"只统计类别代码为 %1 的学生。"_s.arg(codes.join(u'、'));
+    const QString chosen =
+        figure.filter.isEmpty() ? QString() : u"，选中的类别 %1 人"_s.arg(group.chosenStudents);
+    sentences.append(
+        u"今天的名单上全班 %1 人%2，在这里没有成绩的列在最后。"_s.arg(group.students).arg(chosen));
 }
 
 bool isCount(FigureKind kind)
@@ -286,6 +278,13 @@ QString conditionWords(const Condition& condition)
                                 : u"符合条件“%1”"_s.arg(named(condition.text()));
 }
 
+QString filterSentence(const QString& filter)
+{
+    return filter.isEmpty()
+               ? u"不限类别。"_s
+               : u"只算类别代码为 %1 的学生。"_s.arg(library::categoriesIn(filter).join(u'、'));
+}
+
 QString figureSentence(const Figure& figure, const FigureGroup& group)
 {
     switch (figure.kind) {
@@ -312,7 +311,7 @@ QString figureDetails(const Figure& figure, const FigureGroup& group)
 {
     QStringList sentences;
     if (figure.kind == FigureKind::Attendance)
-        addAttendance(sentences, group);
+        addAttendance(sentences, figure, group);
     else if (!isCount(figure.kind))
         addAbsence(sentences, group);
     else if (group.absent > 0)
@@ -338,6 +337,19 @@ QString attendanceWord(std::optional<double> mark)
     if (!mark)
         return u"没有这一科的成绩"_s;
     return isAbsent(*mark) ? u"缺考"_s : u"参试"_s;
+}
+
+QString elsewhereWord(ScoreElsewhere place)
+{
+    switch (place) {
+    case ScoreElsewhere::OtherClass:
+        return u"成绩记在别的班或科类"_s;
+    case ScoreElsewhere::OtherCategory:
+        return u"成绩记在别的类别"_s;
+    case ScoreElsewhere::None:
+        break;
+    }
+    return u"没有这次考试的成绩"_s;
 }
 
 } // namespace statistics

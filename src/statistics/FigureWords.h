@@ -21,4 +21,10 @@ QString figureChange(const Figure& figure, const FigureGroup& group);
 /// How 考试人数 counts a student with this mark; nothing stands for no value.
 QString attendanceWord(std::optional<double> mark);
 
+/// Why a student of the class has no row behind a figure of 考试人数.
+QString elsewhereWord(ScoreElsewhere place);
+
+/// The students that a Settings::CategoryFilter lets through.
+QString filterSentence(const QString& filter);
+
 } // namespace statistics

@@ -81,10 +81,10 @@ void writeOthers(database::Connection& connection, const Figure& figure, grid::F
     for (; !rows.Eof(); rows.MoveNext()) {
         const int row = grid.Rows();
         grid.setRows(row + 1);
-        const bool isElsewhere = runtime::Val(rows.Fields(2).Value()) > 0;
+        const auto place = statistics::ScoreElsewhere(int(runtime::Val(rows.Fields(2).Value())));
         const QStringList cells{runtime::doubleText(figure.classNumber),
                                 rows.Fields(0).Value().text(), rows.Fields(1).Value().text(),
-                                isElsewhere ? u"成绩记在别的班或科类"_s : u"没有这次考试的成绩"_s};
+                                statistics::elsewhereWord(place)};
         for (int col = 0; col < cells.size(); ++col)
             grid.setTextMatrix(row, col, cells[col]);
     }

@@ -68,6 +68,16 @@ TEST_F(SettingsStore, CategoriesBecomeAFilter)
     }
 }
 
+TEST_F(SettingsStore, TheCategoriesAreReadBackFromTheirFilter)
+{
+    for (const QString& codes : {u"2"_s, u"1,12.5"_s, u"1,x y,3"_s}) {
+        setCategories(codes);
+        EXPECT_EQ(library::categoriesIn(settings().CategoryFilter).join(u','), codes);
+    }
+    setCategories(u"(全部)"_s);
+    EXPECT_EQ(library::categoriesIn(settings().CategoryFilter), QStringList());
+}
+
 TEST_F(SettingsStore, ASearchTextIsJoinedAndQuotedAsAsked)
 {
     using library::Joiner;

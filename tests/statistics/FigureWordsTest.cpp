@@ -66,12 +66,11 @@ TEST_F(FigureWords, TellWhoSatAndWhoWasAbsent)
 {
     EXPECT_EQ(sentence(u"考试人数"_s, 2, 1),
               u"期中，理科，1 班：语文参试 2 人，缺考 1 人，总计 3 人。"_s);
-    EXPECT_EQ(details(u"考试人数"_s, 2, 1),
-              u"今天的名单上全班 3 人，没有这次考试成绩的列在最后。"_s);
+    EXPECT_EQ(details(u"考试人数"_s, 2, 1), u"今天的名单上全班 3 人，在这里没有成绩的列在最后。"_s);
     library.execute(u"update 成绩表 set 语文=null where 姓名='乙'"_s);
     EXPECT_EQ(
         details(u"考试人数"_s, 2, 1),
-        u"没有这一科成绩的 1 人，不在这三个数里。今天的名单上全班 3 人，没有这次考试成绩的列在最后。"_s);
+        u"没有这一科成绩的 1 人，不在这三个数里。今天的名单上全班 3 人，在这里没有成绩的列在最后。"_s);
 }
 
 TEST_F(FigureWords, SayOverWhomAnAggregateIsAndWhoStandsAtItsEnds)
@@ -160,9 +159,9 @@ TEST_F(FigureWords, OfARankSayThatAnotherClassChanged)
 TEST_F(FigureWords, SayTheCategoryFilter)
 {
     library.scores.settings.CategoryFilter = u" and (类别代码=1 or 类别代码=2)"_s;
-    EXPECT_EQ(details(u"各科优秀率"_s, 3, 1), u"只统计类别代码为 1、2 的学生。"_s);
+    EXPECT_EQ(details(u"各科优秀率"_s, 3, 1), u"只算类别代码为 1、2 的学生。"_s);
     library.scores.settings.CategoryFilter = u" and (类别代码=12.5)"_s;
-    EXPECT_EQ(details(u"各科优秀率"_s, 3, 1), u"只统计类别代码为 12.5 的学生。"_s);
+    EXPECT_EQ(details(u"各科优秀率"_s, 3, 1), u"只算类别代码为 12.5 的学生。"_s);
 }
 
 TEST_F(FigureWords, SayPlainlyThatTheLibraryWasChangedSinceTheReport)

@@ -86,6 +86,26 @@ TEST_F(FigureListTest, OfTheAttendanceHasAStudentOnceWhoWasEnteredAfterHisScores
     EXPECT_TRUE(grid::gridText(moved.grid).contains(u"\n2\t2\t李四\t成绩记在别的班或科类\t\t\n"_s));
 }
 
+/// 孙三 and 李四 are of category 2 today, but only the score of 李四 says so; that of 周五 does
+/// too.
+TEST_F(FigureListTest, OfTheAttendanceOfACategorySaysWhoseScoreIsOfAnother)
+{
+    library.execute(u"update 信息表 set 类别代码=2 where 姓名 in ('孙三','李四','吴六')"_s);
+    library.execute(u"update 成绩表 set 类别代码=2 where 姓名 in ('李四','周五')"_s);
+    library.scores.settings.CategoryFilter = u" and (类别代码=2)"_s;
+    run(u"考试人数"_s);
+    const FigureList chosen = list(0, 1);
+    EXPECT_EQ(grid::gridText(chosen.grid), u"班级\t学号\t姓名\t状态\t语文\t数学\n"
+                                           "2\t2\t李四\t缺考\t-1\t120\n"
+                                           "2\t3\t周五\t没有这一科的成绩\t\t130\n"
+                                           "2\t1\t孙三\t成绩记在别的类别\t\t\n"
+                                           "2\t4\t吴六\t没有这次考试的成绩\t\t\n"_s);
+    EXPECT_EQ(chosen.details,
+              u"没有这一科成绩的 1 人，不在这三个数里。今天的名单上全班 5 人，选中的类别 3 人，"
+              "在这里没有成绩的列在最后。只算类别代码为 2 的学生。"_s);
+    EXPECT_EQ(chosen.change, QString());
+}
+
 TEST_F(FigureListTest, OfTheAttendanceTakesATextForNoMark)
 {
     library.execute(u"update 成绩表 set 语文='缺' where 姓名='孙三'"_s);
