@@ -79,6 +79,24 @@ TEST_F(ExplanationScreen, ARateIsTheTableThatTheButtonGives)
     EXPECT_TRUE(text.contains(u"语文 ≥ 85 且 语文 ≤ 100。"_s)) << text.toStdString();
 }
 
+TEST_F(ExplanationScreen, ClosesByEscAndByEnter)
+{
+    for (const auto key : {Qt::Key_Escape, Qt::Key_Return}) {
+        for (const QString& name : {u"comboReport"_s, u"textExplanation"_s}) {
+            bool isClosed = false;
+            boxes.expect([&](QDialog& screen) {
+                auto* focused = screen.findChild<QWidget*>(name);
+                focused->setFocus();
+                QTest::keyClick(focused, key);
+                isClosed = !screen.isVisible();
+                screen.close();
+            });
+            item(u"itemExplanation"_s)->trigger();
+            EXPECT_TRUE(isClosed) << name.toStdString();
+        }
+    }
+}
+
 TEST_F(ExplanationScreen, AnotherReportIsChosenByTheKeyboard)
 {
     boxes.expect([&](QDialog& screen) {

@@ -3,7 +3,6 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -19,7 +18,7 @@ using widgets::button;
 using widgets::named;
 
 PreviewScreen::PreviewScreen(Preview preview, widgets::ScreenDialogs& dialogs, QWidget* parent)
-    : Screen(u"PreviewScreen"_s, u"导入预览"_s, parent),
+    : DialogScreen(u"PreviewScreen"_s, u"导入预览"_s, parent),
       m_table(std::move(preview)),
       m_dialogs(dialogs)
 {
@@ -98,14 +97,6 @@ void PreviewScreen::layOut()
     layout->addWidget(gridPreview, 1);
     layout->addLayout(buttons);
     resize(fontMetrics().averageCharWidth() * 150, fontMetrics().lineSpacing() * 34);
-}
-
-void PreviewScreen::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        reject();
-    else
-        Screen::keyPressEvent(event);
 }
 
 void PreviewScreen::showKind()

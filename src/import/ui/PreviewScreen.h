@@ -1,7 +1,7 @@
 #pragma once
 
 #include "import/preview/PreviewTable.h"
-#include "platform/widgets/Screen.h"
+#include "platform/widgets/DialogScreen.h"
 #include "platform/widgets/ScreenDialogs.h"
 
 class QComboBox;
@@ -14,16 +14,12 @@ namespace importing {
 
 /// "导入预览": what an import would do, to read, search, sort, copy and save. Accepted by 导入,
 /// with which the import is to go on.
-class PreviewScreen : public widgets::Screen
+class PreviewScreen : public widgets::DialogScreen
 {
     Q_OBJECT
 
 public:
     PreviewScreen(Preview preview, widgets::ScreenDialogs& dialogs, QWidget* parent);
-
-protected:
-    /// Esc leaves: there is nothing to lose.
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void makeHead();

@@ -11,7 +11,6 @@ namespace workbench {
 using namespace Qt::StringLiterals;
 using statistics::Explanation;
 using statistics::SettingInForce;
-using widgets::button;
 using widgets::named;
 
 namespace {
@@ -48,7 +47,7 @@ QString page(const Explanation& shown)
 
 ExplanationScreen::ExplanationScreen(library::ScoreLibrary& scoreLibrary, const QString& report,
                                      QStringList exams, QWidget* parent)
-    : Screen(u"ExplanationScreen"_s, u"口径"_s, parent),
+    : DialogScreen(u"ExplanationScreen"_s, u"口径"_s, parent),
       m_library(scoreLibrary),
       m_exams(std::move(exams))
 {
@@ -64,7 +63,7 @@ void ExplanationScreen::build()
     m_report->addItems(statistics::explainedReports());
     m_text = named(new QTextBrowser(this), u"textExplanation"_s, u"口径说明"_s);
     m_text->setTabChangesFocus(true);
-    m_close = button(u"buttonClose"_s, u"关闭(&C)"_s, this);
+    m_close = widgets::defaultButton(u"buttonClose"_s, u"关闭(&C)"_s, this);
     auto* top = new QHBoxLayout;
     top->addWidget(widgets::label(u"labelReport"_s, u"统计项目(&X)"_s, m_report, this));
     top->addWidget(m_report, 1);
@@ -107,8 +106,9 @@ void ExplanationScreen::showSettings(const std::vector<SettingInForce>& settings
     QWidget* before = m_text;
     for (const SettingInForce& setting : settings) {
         const int number = m_settings->count() + 1;
-        QPushButton* change = button(u"buttonSetting%1"_s.arg(number),
-                                     u"修改“%1”(&%2)…"_s.arg(setting.name).arg(number), this);
+        QPushButton* change =
+            widgets::enterButton(u"buttonSetting%1"_s.arg(number),
+                                 u"修改“%1”(&%2)…"_s.arg(setting.name).arg(number), this);
         connect(change, &QPushButton::clicked, this,
                 [this, name = setting.name] { Q_EMIT settingRequested(name); });
         m_settings->addWidget(change);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "library/ScoreLibrary.h"
-#include "platform/widgets/Screen.h"
+#include "platform/widgets/DialogScreen.h"
 #include "statistics/ReportExplanation.h"
 
 class QComboBox;
@@ -12,7 +12,7 @@ class QTextBrowser;
 namespace workbench {
 
 /// "口径": what the figures of a report stand for, to read and copy, with the way to its settings.
-class ExplanationScreen : public widgets::Screen
+class ExplanationScreen : public widgets::DialogScreen
 {
     Q_OBJECT
 

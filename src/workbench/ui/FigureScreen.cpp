@@ -4,7 +4,6 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMimeData>
 #include <QPlainTextEdit>
@@ -19,7 +18,7 @@ using namespace Qt::StringLiterals;
 using widgets::button;
 
 FigureScreen::FigureScreen(FigureList list, QWidget* parent)
-    : Screen(u"FigureScreen"_s, u"查看名单"_s, parent), m_list(std::move(list))
+    : DialogScreen(u"FigureScreen"_s, u"查看名单"_s, parent), m_list(std::move(list))
 {
     auto* layout = new QVBoxLayout(this);
     addText(layout, u"figureSentence"_s, m_list.sentence);
@@ -96,14 +95,6 @@ void FigureScreen::copyAll()
 {
     m_view->selectAll();
     QApplication::clipboard()->setMimeData(m_view->selectedCells());
-}
-
-void FigureScreen::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
-        Screen::keyPressEvent(event);
 }
 
 } // namespace workbench

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/grid/GridSort.h"
-#include "platform/widgets/Screen.h"
+#include "platform/widgets/DialogScreen.h"
 #include "workbench/FigureList.h"
 
 class QPlainTextEdit;
@@ -14,7 +14,7 @@ class FlexGridView;
 namespace workbench {
 
 /// "查看名单": the students behind a figure, to read, sort, search, copy and export. Esc closes it.
-class FigureScreen : public widgets::Screen
+class FigureScreen : public widgets::DialogScreen
 {
     Q_OBJECT
 
@@ -24,9 +24,6 @@ public:
 Q_SIGNALS:
     /// "导出到Excel" was pressed.
     void exportRequested(const grid::FlexGrid& grid);
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void addText(QVBoxLayout* layout, const QString& name, const QString& text);
