@@ -1,6 +1,8 @@
 // Every figure of every report against the students that stand behind it.
 #include <cmath>
 
+#include <QRegularExpression>
+
 #include "ReportFixture.h"
 #include "library/ColumnNames.h"
 #include "platform/database/Recordset.h"
@@ -271,6 +273,125 @@ TEST_F(FigureLists, OfEveryReportOnOneExamAreAsLongAsTheCellsSay)
 TEST_F(FigureLists, OfEveryReportOnTwoExamsAreAsLongAsTheCellsSay)
 {
     compareEveryReport({first, second});
+}
+
+/// The headings over a cell as a user reads them, under the settings of a new library.
+class FigureHeadings : public FigureLists
+{
+protected:
+    bool isOfClass(int row) const { return grid.TextMatrix(row, 0).endsWith(u"班"_s); }
+
+    /// The nearest first; 各名次段均分 has its bands at the side.
+    QStringList headingsOf(int row, int col) const
+    {
+        QStringList headings{grid.TextMatrix(row, 1)};
+        while (row > 0 && isOfClass(row))
+            --row;
+        for (; row >= 0 && !isOfClass(row); --row)
+            headings.append(grid.TextMatrix(row, col));
+        return headings;
+    }
+
+    static QString itemIn(const QStringList& headings)
+    {
+        for (const QString& item : {u"语文"_s, u"数学"_s, u"总分"_s}) {
+            if (!headings.filter(item).isEmpty())
+                return item;
+        }
+        return {};
+    }
+
+    /// "[60,70)" of these full marks as the condition of a column.
+    static QString marksIn(const QString& interval, const QString& item, double fullMarks)
+    {
+        static const QRegularExpression form(u"^\\[(.+),(.+)([\\])])$"_s);
+        const QRegularExpressionMatch found = form.match(interval);
+        if (!found.hasMatch())
+            return {};
+        const auto mark = [&](int number) {
+            return runtime::doubleText(found.captured(number).toDouble() * fullMarks);
+        };
+        const QString below = found.captured(3) == u"]"_s ? u"<="_s : u"<"_s;
+        return u"%1>=%2 and %1%3%4"_s.arg(item, mark(1), below, mark(2));
+    }
+
+    QString ranksIn(const QString& heading, const QString& item, const Figure& figure)
+    {
+        static const QRegularExpression form(u"^(前|后)(\\d+)名?$"_s);
+        const QRegularExpressionMatch found = form.match(heading);
+        if (!found.hasMatch())
+            return {};
+        const QString rank = item + u"年名"_s;
+        if (found.captured(1) == u"前"_s)
+            return u"%1<=%2 and %1>0"_s.arg(rank, found.captured(2));
+        const int last =
+            library
+                .rows(u"select max(%1) from 成绩表 where 考试名称='%2' and 科类='%3'"_s.arg(
+                    rank, figure.exam, figure.stream))
+                .toInt();
+        return rank + u">="_s + QString::number(last - found.captured(2).toInt() + 1);
+    }
+
+    /// The condition that one heading says; "" where it says none.
+    QString meaningOf(const QString& heading, const QString& item, const Figure& figure)
+    {
+        static const std::vector<std::pair<QString, QString>> shares{
+            {u"高分段"_s, u"[0.9,1]"_s},      {u"低分段"_s, u"[0,0.4)"_s},
+            {u"各科优秀率"_s, u"[0.85,1]"_s}, {u"各科良好率"_s, u"[0.75,0.85)"_s},
+            {u"各科及格率"_s, u"[0.6,1]"_s},  {u"各科差生率"_s, u"[0,0.4)"_s}};
+        for (const auto& [name, interval] : shares) {
+            if (heading.endsWith(name))
+                return marksIn(interval, item, item == u"数学"_s ? 50 : 100);
+        }
+        if (heading.endsWith(u"各科最低分"_s) || heading.endsWith(u"各科标准差"_s))
+            return item + u">=0"_s;
+        if (heading.endsWith(u"线"_s))
+            return item + u">="_s + heading.chopped(1);
+        const QString marks = marksIn(heading, item, 1);
+        return marks.isEmpty() ? ranksIn(heading, item, figure) : marks;
+    }
+
+    QString meant(const QStringList& headings, const QString& item, const Figure& figure)
+    {
+        QString condition;
+        for (const QString& heading : headings) {
+            if (condition.isEmpty())
+                condition = meaningOf(heading, item, figure);
+        }
+        const bool isOfBand = figure.condition.text().contains(u"年名"_s);
+        return isOfBand && figure.kind != FigureKind::Values ? item + u">=0 and "_s + condition
+                                                             : condition;
+    }
+
+    /// Gives how many cells have a condition.
+    int compareConditions()
+    {
+        int conditions = 0;
+        for (int row = 0; row < grid.Rows(); ++row) {
+            for (int col = 0; col < grid.Cols(); ++col) {
+                const std::optional<Figure> figure = context.figures.at(grid, row, col);
+                if (!figure)
+                    continue;
+                const QStringList headings = headingsOf(row, col);
+                const QString item = itemIn(headings);
+                EXPECT_EQ(figure->condition.text(), meant(headings, item, *figure));
+                EXPECT_TRUE(figure->column == item || figure->column == item + u"年名"_s);
+                conditions += !figure->condition.isNone();
+            }
+        }
+        return conditions;
+    }
+};
+
+TEST_F(FigureHeadings, SayTheConditionsOfTheirColumns)
+{
+    int conditions = 0;
+    for (const QString& report : reports) {
+        SCOPED_TRACE(report.toStdString());
+        run(report, first);
+        conditions += compareConditions();
+    }
+    EXPECT_GT(conditions, 200);
 }
 
 TEST_F(FigureLists, KeepTheCategoryFilterThatWasInForce)
