@@ -11,6 +11,7 @@ import openpyxl
 import yunshan
 
 MOST_CLICKS = 25
+MOST_KEYS = 12
 SUBJECTS = ("语文", "数学", "英语", "物理", "化学", "生物")
 STUDENTS = [(1, 1, "王芳"), (1, 2, "李明"), (2, 1, "陈静"), (2, 2, "赵磊")]
 IMPORTED = "导入完成！"
@@ -71,6 +72,7 @@ class FirstMinute(desktop.DesktopTest):
         self.import_the_exam()
         print(f"{hand.clicks} clicks and {hand.keys} keys", file=sys.stderr)
         self.assertLessEqual(hand.clicks, MOST_CLICKS)
+        self.assertLessEqual(hand.keys, MOST_KEYS)
         ranks = yunshan.query(self.library, "select 姓名, 理科总分年名 from 成绩表 order by 2")
         self.assertEqual(ranks, [("赵磊", 1), ("陈静", 2), ("李明", 3), ("王芳", 4)])
         self.assertFalse(any(button.name.startswith("下一步") for button
