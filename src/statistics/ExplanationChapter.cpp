@@ -32,7 +32,7 @@ QString section(const ExplanationText& text)
     if (!others.isEmpty())
         lines += u"%1用的也是这里的口径。\n\n"_s.arg(others);
     return lines + item(u"统计什么"_s, text.counted)
-           + item(u"统计哪些人"_s, text.over + categoryRule(text.categories))
+           + item(u"统计哪些人"_s, text.over + text.severalExams + categoryRule(text.categories))
            + item(u"不算哪些人"_s, text.leftOut)
            + item(u"怎样计算"_s, text.formulas.join(QString()))
            + item(u"设置"_s, settingLine(text));

@@ -27,6 +27,8 @@ struct ExplanationText
     QStringList otherNames;
     QString counted;
     QString over;
+    /// What becomes of several exams that are reported on together.
+    QString severalExams = {};
     QString leftOut;
     QStringList formulas;
     std::vector<SettingUse> settings;

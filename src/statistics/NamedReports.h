@@ -6,6 +6,9 @@
 
 namespace statistics {
 
+/// How several exams are reported on: in one table, or each by itself.
+enum class ExamGrouping { Together, OneByOne };
+
 /// A report as it is called by name.
 using Report = std::function<void(ReportContext&, QString& exams, grid::FlexGrid&, Transfer)>;
 

@@ -8,6 +8,7 @@
 #include "statistics/BandConditions.h"
 #include "statistics/BandWidths.h"
 #include "statistics/ExplanationTexts.h"
+#include "statistics/FigureWords.h"
 #include "statistics/LineTable.h"
 #include "statistics/SettingComplaint.h"
 
@@ -27,26 +28,27 @@ const ExplanationText* textOf(const QString& report)
     return found == texts.end() ? nullptr : &*found;
 }
 
-/// "类别代码为 1、2 的学生" of " and (类别代码=1 or 类别代码=2)".
-QString categoriesInForce(const QString& filter)
+/// "语文>=102 and 语文<=120" as "语文 ≥ 102 且 语文 ≤ 120".
+QString inWords(QString conditions)
 {
-    if (filter.isEmpty())
-        return u"现在不限类别。"_s;
-    QString codes = filter;
-    codes.remove(u" and ("_s).remove(u"类别代码="_s).remove(u')');
-    const QStringList parts = codes.split(u" or "_s);
-    QStringList shown;
-    for (const QString& code : parts)
-        shown.append(code.trimmed());
-    return u"现在只算类别代码为 %1 的学生。"_s.arg(shown.join(u'、'));
+    return conditions.replace(u" and "_s, u" 且 "_s)
+        .replace(u">="_s, u" ≥ "_s)
+        .replace(u"<="_s, u" ≤ "_s);
+}
+
+/// What a report makes of several exams.
+QString examRule(const ExplanationText& text, ExamGrouping tables)
+{
+    return tables == ExamGrouping::OneByOne ? u"每次考试一张表，满分是那一次的。"_s
+                                            : text.severalExams;
 }
 
 /// What the settings of a library come to in words.
 class InForce
 {
 public:
-    InForce(library::ScoreLibrary& scoreLibrary, const QStringList& exams)
-        : m_library(scoreLibrary), m_exams(exams)
+    InForce(library::ScoreLibrary& scoreLibrary, const QStringList& exams, ExamGrouping tables)
+        : m_library(scoreLibrary), m_exams(exams), m_tables(tables)
     {
     }
 
@@ -82,22 +84,43 @@ private:
         return {};
     }
 
-    /// The marks that an interval comes to, a sentence for each stream.
+    /// Exams that one table is about, with its name where there are several tables.
+    struct ExamTable
+    {
+        QString exams;
+        QString name;
+    };
+
+    std::vector<ExamTable> examTables() const
+    {
+        if (m_exams.isEmpty())
+            return {};
+        if (m_tables == ExamGrouping::Together)
+            return {{m_exams.join(u','), {}}};
+        std::vector<ExamTable> tables;
+        for (const QString& exam : m_exams)
+            tables.push_back({exam, exam});
+        return tables;
+    }
+
+    /// The marks that an interval comes to, a sentence for each table and stream.
     QStringList marks(const QString& name, const QString& value)
     {
         QStringList sentences;
-        for (const QString& stream : std::as_const(m_library.catalogue.Streams)) {
-            const library::ColumnMarks subjects =
-                m_exams.isEmpty() ? library::ColumnMarks()
-                                  : m_library.catalogue.GetKSKM(m_exams.join(u','), stream);
-            const QStringList conditions = value == CustomData
-                                               ? ownConditions(name, stream, subjects)
-                                               : MakeCXTJ(subjects, value).value_or(QStringList());
-            if (!conditions.isEmpty())
-                sentences.append(streamPrefix(stream) + conditions.join(u"；"_s) + u"。"_s);
-        }
         if (value == CustomData)
-            sentences.prepend(u"各科的条件分别设定。"_s);
+            sentences.append(u"各科的条件分别设定。"_s);
+        for (const ExamTable& table : examTables()) {
+            for (const QString& stream : std::as_const(m_library.catalogue.Streams)) {
+                const library::ColumnMarks subjects =
+                    m_library.catalogue.GetKSKM(table.exams, stream);
+                const QStringList conditions =
+                    value == CustomData ? ownConditions(name, stream, subjects)
+                                        : MakeCXTJ(subjects, value).value_or(QStringList());
+                if (!conditions.isEmpty())
+                    sentences.append(prefix(table.name, stream) + inWords(conditions.join(u"；"_s))
+                                     + u"。"_s);
+            }
+        }
         return sentences;
     }
 
@@ -118,7 +141,7 @@ private:
         const LineTable table = readLines(streams, value).lines;
         QStringList sentences;
         for (int i = 0; i < streams.size() && i < MaxStreams; ++i)
-            sentences.append(streamPrefix(streams[i]) + table[size_t(i)].join(u"、"_s) + u"。"_s);
+            sentences.append(prefix({}, streams[i]) + table[size_t(i)].join(u"、"_s) + u"。"_s);
         return sentences;
     }
 
@@ -129,23 +152,20 @@ private:
                                                               doubleText(widths.total))};
     }
 
-    QString streamPrefix(const QString& stream) const
+    QString prefix(const QString& exam, const QString& stream) const
     {
-        return m_library.catalogue.Streams.size() > 1 ? stream + u"科："_s : QString();
+        QStringList names;
+        if (!exam.isEmpty())
+            names.append(exam);
+        if (m_library.catalogue.Streams.size() > 1)
+            names.append(stream + u"科"_s);
+        return names.isEmpty() ? QString() : names.join(u'，') + u'：';
     }
 
     library::ScoreLibrary& m_library;
     const QStringList& m_exams;
+    const ExamGrouping m_tables;
 };
-
-/// "语文>=102 and 语文<=120" as "语文>=102 且 语文<=120".
-void sayInWords(SettingInForce& setting)
-{
-    for (QString& sentence : setting.meaning)
-        sentence.replace(u" and "_s, u" 且 "_s)
-            .replace(u">="_s, u" ≥ "_s)
-            .replace(u"<="_s, u" ≤ "_s);
-}
 
 } // namespace
 
@@ -164,25 +184,23 @@ QString explainedName(const QString& report)
 }
 
 Explanation explain(const QString& report, library::ScoreLibrary& scoreLibrary,
-                    const QStringList& exams)
+                    const QStringList& exams, ExamGrouping tables)
 {
     const ExplanationText* text = textOf(report);
     if (!text)
         throw runtime::Error(u"没有“%1”的口径说明。"_s.arg(report));
-    Explanation shown{.report = text->report,
-                      .counted = text->counted,
-                      .over = {text->over, categoryRule(text->categories)},
-                      .leftOut = text->leftOut,
-                      .formulas = text->formulas,
-                      .settings = {}};
+    Explanation shown{
+        .report = text->report,
+        .counted = text->counted,
+        .over = {text->over + examRule(*text, tables), categoryRule(text->categories)},
+        .leftOut = text->leftOut,
+        .formulas = text->formulas,
+        .settings = {}};
     if (text->categories == Categories::Chosen)
-        shown.over.append(categoriesInForce(scoreLibrary.settings.CategoryFilter));
-    InForce inForce(scoreLibrary, exams);
-    for (const SettingUse& use : text->settings) {
+        shown.over.append(u"现在"_s + filterSentence(scoreLibrary.settings.CategoryFilter));
+    InForce inForce(scoreLibrary, exams, tables);
+    for (const SettingUse& use : text->settings)
         shown.settings.push_back(inForce.of(use));
-        if (use.form == SettingForm::Interval)
-            sayInWords(shown.settings.back());
-    }
     return shown;
 }
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "library/ScoreLibrary.h"
+#include "statistics/NamedReports.h"
 
 namespace statistics {
 
@@ -37,10 +38,10 @@ QStringList explainedReports();
 QString explainedName(const QString& report);
 
 /// What a report counts in this library, under its settings and the category filter in force; of
-/// exams that are given, with the marks that the settings come to. Throws Error for a name that
-/// cannot be explained.
+/// exams that are given, with the marks that the settings come to: those of all together, or of
+/// each exam where each is a table. Throws Error for a name that cannot be explained.
 Explanation explain(const QString& report, library::ScoreLibrary& scoreLibrary,
-                    const QStringList& exams);
+                    const QStringList& exams, ExamGrouping tables);
 
 /// The chapter of the guide about all of them, in Markdown.
 QString explanationChapter();

@@ -3,7 +3,6 @@
 #include "platform/runtime/Dialogs.h"
 #include "platform/runtime/Trap.h"
 #include "statistics/ComprehensiveAnalysis.h"
-#include "statistics/NamedReports.h"
 #include "workbench/Browse.h"
 #include "workbench/ExamByExam.h"
 

@@ -9,10 +9,12 @@
 
 #include "platform/grid/FlexGrid.h"
 #include "platform/runtime/Progress.h"
-#include "statistics/ReportContext.h"
+#include "statistics/NamedReports.h"
 #include "workbooks/model/Application.h"
 
 namespace workbench {
+
+using statistics::ExamGrouping;
 
 /// What the list of statistics shows while no item is chosen.
 extern const QString StatisticsPrompt;
@@ -22,9 +24,6 @@ std::optional<QString> chosenItem(const QString& shown);
 
 /// Which table a rate gives.
 enum class RateTable { Excellent, Chosen };
-
-/// How several exams are reported on.
-enum class ExamGrouping { Together, OneByOne };
 
 /// A report as the workbench runs it.
 struct ReportRequest

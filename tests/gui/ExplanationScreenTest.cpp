@@ -1,4 +1,6 @@
 #include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
 #include <QTextBrowser>
 
 #include "configuration/AnalysisSettings.h"
@@ -77,6 +79,31 @@ TEST_F(ExplanationScreen, ARateIsTheTableThatTheButtonGives)
     press(u"buttonExplain"_s);
     EXPECT_EQ(report, u"各科优秀率"_s);
     EXPECT_TRUE(text.contains(u"语文 ≥ 85 且 语文 ≤ 100。"_s)) << text.toStdString();
+}
+
+/// As the link of the note runs it; the others are as the button runs them.
+TEST_F(ExplanationScreen, ExamsOneByOneHaveTheirOwnMarks)
+{
+    test.addExam(u"期末"_s, u"理"_s, 2, {{u"语文"_s, 150}});
+    test.reload();
+    test.scores.notifyChanged();
+    window->findChild<QListWidget*>(u"ListKSMC"_s)->selectAll();
+    run(u"各科优秀率"_s);
+    Q_EMIT window->findChild<QLabel*>(u"LabelResultNote"_s)->linkActivated(u"0"_s);
+    const QString own = u"期末：语文 ≥ 127.5 且 语文 ≤ 150。"_s;
+    for (const std::function<void()>& open :
+         {std::function([this] { press(u"buttonExplain"_s); }),
+          std::function([this] { item(u"itemExplanation"_s)->trigger(); })}) {
+        text.clear();
+        expectScreen();
+        open();
+        EXPECT_TRUE(text.contains(own)) << text.toStdString();
+        EXPECT_TRUE(text.contains(u"每次考试一张表，满分是那一次的。"_s)) << text.toStdString();
+    }
+    run(u"各科优秀率"_s);
+    expectScreen();
+    press(u"buttonExplain"_s);
+    EXPECT_TRUE(text.contains(u"语文 ≥ 212.5 且 语文 ≤ 250。"_s)) << text.toStdString();
 }
 
 TEST_F(ExplanationScreen, ClosesByEscAndByEnter)

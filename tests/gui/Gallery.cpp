@@ -407,8 +407,8 @@ QWidget* Gallery::copies()
 
 QWidget* Gallery::explanation()
 {
-    return keep(std::make_unique<workbench::ExplanationScreen>(library.scores, u"低分段"_s,
-                                                               QStringList{u"期中"_s}, nullptr));
+    const workbench::ReportRequest request{.exams = {u"期中"_s}, .item = u"高分段、低分段"_s};
+    return keep(std::make_unique<workbench::ExplanationScreen>(library.scores, request, nullptr));
 }
 
 QWidget* Gallery::about()

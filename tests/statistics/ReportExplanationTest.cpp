@@ -10,6 +10,7 @@
 
 namespace {
 
+using statistics::ExamGrouping;
 using statistics::explain;
 using statistics::Explanation;
 
@@ -26,15 +27,30 @@ protected:
         library.reload();
     }
 
-    Explanation of(const QString& report) { return explain(report, library.scores, {exams}); }
+    Explanation of(const QString& report, ExamGrouping tables = ExamGrouping::Together)
+    {
+        return explain(report, library.scores, exams.split(u','), tables);
+    }
 
-    QString inForce(const QString& report)
+    QString inForce(const QString& report, ExamGrouping tables = ExamGrouping::Together)
     {
         QStringList lines;
-        for (const auto& setting : of(report).settings)
+        for (const auto& setting : of(report, tables).settings)
             lines.append(setting.name + u"="_s + setting.value + u": "_s
                          + setting.meaning.join(u' '));
         return lines.join(u" / "_s);
+    }
+
+    /// Each says something, ends, and is said once.
+    static void expectSentences(const QStringList& texts)
+    {
+        for (const QString& text : texts) {
+            const QStringList sentences = text.split(u'。');
+            EXPECT_TRUE(text.endsWith(u'。')) << text.toStdString();
+            EXPECT_EQ(sentences.count(QString()), 1) << text.toStdString();
+            EXPECT_EQ(QSet(sentences.begin(), sentences.end()).size(), sentences.size())
+                << text.toStdString();
+        }
     }
 
     void run(const QString& report)
@@ -64,10 +80,14 @@ TEST_F(Explained, EveryExplanationSaysAllOfIt)
     for (const QString& name : statistics::explainedReports()) {
         const Explanation shown = of(name);
         EXPECT_EQ(shown.report, name);
-        EXPECT_TRUE(shown.counted.endsWith(u"。"_s)) << name.toStdString();
-        EXPECT_TRUE(shown.leftOut.endsWith(u"。"_s)) << name.toStdString();
-        EXPECT_GE(shown.over.size(), 2) << name.toStdString();
-        EXPECT_FALSE(shown.formulas.isEmpty()) << name.toStdString();
+        SCOPED_TRACE(name.toStdString());
+        EXPECT_GE(shown.over.size(), 2);
+        EXPECT_FALSE(shown.formulas.isEmpty());
+        expectSentences({shown.counted, shown.leftOut});
+        expectSentences(shown.over);
+        expectSentences(shown.formulas);
+        for (const auto& setting : shown.settings)
+            expectSentences(setting.meaning);
     }
     EXPECT_EQ(library.dialogs.shown, QStringList());
 }
@@ -86,6 +106,28 @@ TEST_F(Explained, AnIntervalIsShownAsTheMarksThatItComesTo)
     EXPECT_EQ(inForce(u"各科优秀率"_s),
               u"各科优秀率=(0.5,0.8): 语文>50 且 语文<80；数学>25 且 数学<40。"_s);
     EXPECT_EQ(inForce(u"低分段"_s).count(u" / "_s), 1) << "both groups are one table";
+}
+
+TEST_F(Explained, ExamsThatAreATableEachHaveTheirOwnMarks)
+{
+    exams = u"期中,a and b"_s;
+    library.addExam(u"a and b"_s, u"理"_s, 2, {{u"语文"_s, 50}});
+    library.reload();
+    EXPECT_EQ(inForce(u"各科优秀率"_s),
+              u"各科优秀率=[0.85,1]: 语文 ≥ 127.5 且 语文 ≤ 150；数学 ≥ 42.5 且 数学 ≤ 50。"_s);
+    EXPECT_TRUE(
+        of(u"各科优秀率"_s)
+            .over.first()
+            .endsWith(u"选了几次考试，每班每次考试一行，分数线里的满分是这几次相加的和。"_s));
+    EXPECT_EQ(inForce(u"各科优秀率"_s, ExamGrouping::OneByOne),
+              u"各科优秀率=[0.85,1]: 期中：语文 ≥ 85 且 语文 ≤ 100；数学 ≥ 42.5 且 数学 ≤ 50。 "
+              "a and b：语文 ≥ 42.5 且 语文 ≤ 50。"_s);
+    const Explanation each = of(u"各科优秀率"_s, ExamGrouping::OneByOne);
+    EXPECT_TRUE(each.over.first().endsWith(u"。每次考试一张表，满分是那一次的。"_s));
+    EXPECT_FALSE((each.over + each.formulas).join(u' ').contains(u"选了几次考试"_s));
+    addSecondStream();
+    EXPECT_TRUE(inForce(u"各科优秀率"_s, ExamGrouping::OneByOne)
+                    .contains(u"期中，文科：语文 ≥ 85 且 语文 ≤ 100。"_s));
 }
 
 TEST_F(Explained, ConditionsBySubjectAreShownAsTheyAreSet)
@@ -197,6 +239,29 @@ TEST_F(Explained, TheLastRankIsThatOfTheChosenCategories)
     EXPECT_EQ(grid.TextMatrix(3, 1), u"1"_s) << "without 庚, 丁 is the last but one";
 }
 
+/// Class 1 is class 7 today: its scores stand under a class that has no row.
+TEST_F(Explained, ScoresOfAClassThatTheRosterHasNoMoreAreInNoRow)
+{
+    library.execute(u"update 信息表 set 班级=7 where 班级=1"_s);
+    library.reload();
+    for (const QString& report : {u"考试人数"_s, u"各科平均分"_s, u"各名次段人数"_s}) {
+        EXPECT_TRUE(
+            of(report).over.first().startsWith(u"学生名单里今天有学生的全部班级，每个科类一块"_s));
+        EXPECT_TRUE(of(report).leftOut.endsWith(
+            u"成绩记在名单上今天已经没有的班级、或者记在那个班今天没有的科类下的学生，统计表里任何一行都不算。"_s));
+    }
+    run(u"考试人数"_s);
+    EXPECT_EQ(grid.TextMatrix(2, 0) + u' ' + grid.TextMatrix(2, 1), u"2班 1/0/1"_s);
+    EXPECT_EQ(grid.TextMatrix(3, 0) + u' ' + grid.TextMatrix(3, 1), u"7班 0/0/0"_s);
+    EXPECT_EQ(grid.Rows(), 4) << "class 1 has no row";
+    EXPECT_TRUE(
+        of(u"各名次段人数"_s).formulas.join(u' ').contains(u"不在任何一行里的学生的名次也在内"_s));
+    set(u"各名次段人数"_s, u"-2"_s);
+    run(u"各名次段人数"_s);
+    EXPECT_EQ(grid.TextMatrix(2, 1), u"0"_s) << "the last two are of the class without a row";
+    EXPECT_FALSE(of(u"名次"_s).leftOut.contains(u"统计表里任何一行都不算"_s));
+}
+
 TEST_F(Explained, TheListOfTeachersWidensTheHighestAndTheLowest)
 {
     for (const QString& report : {u"各科最高分"_s, u"各科最低分"_s}) {
@@ -248,7 +313,8 @@ TEST_F(Explained, TheAnalysisShowsTheColumnsThatWereChosen)
     const Explanation shown = of(u"综合分析"_s);
     EXPECT_FALSE(shown.counted.contains(u"全部成绩"_s));
     EXPECT_TRUE(shown.formulas.first().endsWith(u"存过“自定义显示”的，只有存的那些列。"_s));
-    EXPECT_TRUE(shown.leftOut.endsWith(u"学生成绩表里的 -1 写成“缺考”，T 分表里的 -1 不改。"_s));
+    EXPECT_TRUE(shown.leftOut.contains(u"学生成绩表里的 -1 写成“缺考”，T 分表里的 -1 不改。"_s));
+    EXPECT_TRUE(shown.over.first().contains(u"学生成绩表和 T 分表里是有这次考试成绩的全部学生"_s));
 }
 
 /// The chapter stands in the guide as it is; set YUNSHAN_WRITE_GUIDE to write it anew.

@@ -427,16 +427,18 @@ void AFormMain::eraseExams()
 void AFormMain::explainChosen()
 {
     const workbench::ReportRequest chosen = m_workbench->chosenReport();
-    if (workbench::reportOf(chosen).isEmpty())
+    const auto& shown = m_workbench->shownReport();
+    // What is shown may have been run by the link of a note.
+    const bool isShown = shown && shown->item == chosen.item && shown->exams == chosen.exams;
+    if (isShown || workbench::reportOf(chosen).isEmpty())
         explainShown();
     else
-        m_screens.showExplanation(workbench::reportOf(chosen), chosen.exams);
+        m_screens.showExplanation(chosen);
 }
 
 void AFormMain::explainShown()
 {
-    const auto shown = m_workbench->shownReport().value_or(workbench::ReportRequest());
-    m_screens.showExplanation(workbench::reportOf(shown), shown.exams);
+    m_screens.showExplanation(m_workbench->shownReport().value_or(workbench::ReportRequest()));
 }
 
 void AFormMain::showGrid(workbench::AfterQuery afterwards)

@@ -288,9 +288,9 @@ void MenuScreens::addStudent()
     show(screen);
 }
 
-void MenuScreens::showExplanation(const QString& report, const QStringList& exams)
+void MenuScreens::showExplanation(const workbench::ReportRequest& request)
 {
-    workbench::ExplanationScreen screen(m_library, report, exams, &m_mainWindow);
+    workbench::ExplanationScreen screen(m_library, request, &m_mainWindow);
     QObject::connect(&screen, &workbench::ExplanationScreen::settingRequested, &screen,
                      [this, &screen](const QString& setting) {
                          configuration::FormSet settings(m_library, m_dialogs, &screen);

@@ -27,6 +27,10 @@ namespace maintenance {
 class FormXGXX;
 }
 
+namespace workbench {
+struct ReportRequest;
+}
+
 namespace shell {
 
 /// The screens that the menus and the workbench open, each modal over the main window; the windows
@@ -89,8 +93,8 @@ public:
     void addSubject();
     /// "添加学生".
     void addStudent();
-    /// "口径" of a report, by name, and these exams; its settings are changed from there.
-    void showExplanation(const QString& report, const QStringList& exams);
+    /// "口径" of the report of a request; its settings are changed from there.
+    void showExplanation(const workbench::ReportRequest& request);
     void showAbout();
     /// "查看名单": the students behind a figure of the main grid, with these columns.
     void showFigure(const statistics::Figure& figure, const QStringList& columns);

@@ -45,14 +45,15 @@ QString page(const Explanation& shown)
 
 } // namespace
 
-ExplanationScreen::ExplanationScreen(library::ScoreLibrary& scoreLibrary, const QString& report,
-                                     QStringList exams, QWidget* parent)
+ExplanationScreen::ExplanationScreen(library::ScoreLibrary& scoreLibrary, ReportRequest request,
+                                     QWidget* parent)
     : DialogScreen(u"ExplanationScreen"_s, u"口径"_s, parent),
       m_library(scoreLibrary),
-      m_exams(std::move(exams))
+      m_request(std::move(request))
 {
     build();
-    m_report->setCurrentIndex(std::max(0, m_report->findText(statistics::explainedName(report))));
+    const QString report = statistics::explainedName(reportOf(m_request));
+    m_report->setCurrentIndex(std::max(0, m_report->findText(report)));
     connect(m_report, &QComboBox::currentIndexChanged, this, &ExplanationScreen::showReport);
     showReport();
 }
@@ -87,7 +88,10 @@ void ExplanationScreen::refresh()
 
 Explanation ExplanationScreen::explanation() const
 {
-    return statistics::explain(m_report->currentText(), m_library, m_exams);
+    const QString report = m_report->currentText();
+    const bool isRequested = report == statistics::explainedName(reportOf(m_request));
+    return statistics::explain(report, m_library, m_request.exams,
+                               isRequested ? m_request.tables : ExamGrouping::Together);
 }
 
 void ExplanationScreen::showReport()

@@ -3,6 +3,7 @@
 #include "library/ScoreLibrary.h"
 #include "platform/widgets/DialogScreen.h"
 #include "statistics/ReportExplanation.h"
+#include "workbench/StatisticsRun.h"
 
 class QComboBox;
 class QHBoxLayout;
@@ -17,9 +18,9 @@ class ExplanationScreen : public widgets::DialogScreen
     Q_OBJECT
 
 public:
-    /// Begins with this report; with one that cannot be explained, or none, with the first.
-    ExplanationScreen(library::ScoreLibrary& scoreLibrary, const QString& report, QStringList exams,
-                      QWidget* parent);
+    /// Begins with the report of this request; with one that cannot be explained, or none, with the
+    /// first. The others are explained for the same exams as "执行统计" runs them.
+    ExplanationScreen(library::ScoreLibrary& scoreLibrary, ReportRequest request, QWidget* parent);
 
     /// Shows what holds now, after a setting was changed.
     void refresh();
@@ -35,7 +36,7 @@ private:
     void showSettings(const std::vector<statistics::SettingInForce>& settings);
 
     library::ScoreLibrary& m_library;
-    const QStringList m_exams;
+    const ReportRequest m_request;
     QComboBox* m_report = nullptr;
     QTextBrowser* m_text = nullptr;
     QHBoxLayout* m_settings = nullptr;
