@@ -52,6 +52,23 @@ void ListStreams::add(int row, RowIs rowIs, const QString& cell, const QString& 
     m_rows.push_back({row, cell, place});
 }
 
+std::vector<ListStreams::Stream> ListStreams::ofLibrary() const
+{
+    std::vector<Stream> found;
+    std::copy_if(m_streams.begin(), m_streams.end(), std::back_inserter(found),
+                 [](const Stream& one) { return one.isInLibrary; });
+    return found;
+}
+
+/// "“文”、“理”"; of many the first ones.
+QString ListStreams::namesOf(const std::vector<Stream>& streams)
+{
+    QStringList names;
+    for (const Stream& one : streams)
+        names.append(quoted(one.name));
+    return listed(names);
+}
+
 /// Those that the library will have whatever is answered.
 std::vector<ListStreams::Stream> ListStreams::certain() const
 {
@@ -65,16 +82,28 @@ void ListStreams::tell(const excel::Worksheet& sheet, Preview& preview) const
 {
     if (m_streams.size() <= Most)
         return noteNew(preview);
+    const std::vector<Stream> known = ofLibrary();
+    preview.warning += known.size() > Most ? warningOfLibrary(known) : warningOfList();
+    tellSurplus(sheet, preview);
+}
+
+/// A list is not to blame for what the library has too many of.
+QString ListStreams::warningOfLibrary(const std::vector<Stream>& streams) const
+{
+    const QString text =
+        u"成绩库里已经有 %1 个科类（%2）！成绩库最多两个科类，再多就打不开班级列表和统计，"
+        "请先在“修改信息”里改正。"_s.arg(QString::number(streams.size()), namesOf(streams));
+    return m_streams.size() == streams.size() ? text : text + u"表里还有别的科类，也请改正。"_s;
+}
+
+QString ListStreams::warningOfList() const
+{
     const std::vector<Stream> sure = certain();
     const bool isSure = sure.size() > Most;
-    QStringList names;
-    for (const Stream& one : isSure ? sure : m_streams)
-        names.append(quoted(one.name));
-    preview.warning +=
-        u"%1导入后会有 %2 个科类（%3）！成绩库最多两个科类，再多就打不开班级列表和统计，"
-        "请先改正表里的科类。"_s.arg(isSure ? QString() : u"选“全部添加”时，"_s,
-                                     QString::number(names.size()), listed(names));
-    tellSurplus(sheet, preview);
+    const std::vector<Stream>& streams = isSure ? sure : m_streams;
+    return u"%1导入后会有 %2 个科类（%3）！成绩库最多两个科类，再多就打不开班级列表和统计，"
+           "请先改正表里的科类。"_s.arg(isSure ? QString() : u"选“全部添加”时，"_s,
+                                        QString::number(streams.size()), namesOf(streams));
 }
 
 /// The library's, and where it has room those that most rows have.

@@ -25,8 +25,8 @@ public:
     /// Takes the stream that a row would have; `cell` is what stands on the sheet.
     void add(int row, RowIs rowIs, const QString& cell, const QString& stream);
 
-    /// Warns if there would be more than two, and tells of each row with one too many; otherwise
-    /// notes those that are neither the library's nor 文 nor 理.
+    /// Warns if there are or would be more than two, and tells of each row with one too many;
+    /// otherwise notes those that are neither the library's nor 文 nor 理.
     void tell(const excel::Worksheet& sheet, Preview& preview) const;
 
 private:
@@ -46,7 +46,11 @@ private:
     };
 
     size_t placeOf(const QString& name);
+    std::vector<Stream> ofLibrary() const;
     std::vector<Stream> certain() const;
+    static QString namesOf(const std::vector<Stream>& streams);
+    QString warningOfLibrary(const std::vector<Stream>& streams) const;
+    QString warningOfList() const;
     std::vector<bool> areKept() const;
     void tellSurplus(const excel::Worksheet& sheet, Preview& preview) const;
     void noteNew(Preview& preview) const;

@@ -168,6 +168,24 @@ TEST_F(StudentPreviewTest, WithoutAStreamOneCanBeTheThird)
     EXPECT_EQ(library.rows(u"select count(distinct 科类) from 信息表"_s), u"3"_s);
 }
 
+TEST_F(StudentPreviewTest, AListIsNotBlamedForAThirdStreamOfTheLibrary)
+{
+    library.addStudent(2, 1, u"李强"_s, u"理"_s);
+    library.addStudent(3, 1, u"赵六"_s, u"物理类"_s);
+    const QString warning = u"成绩库里已经有 3 个科类（“文”、“物理类”、“理”）！成绩库最多两个科类，"
+                            "再多就打不开班级列表和统计，请先在“修改信息”里改正。"_s;
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s},
+           {11, 1, u"甲一"_s, u"文"_s},
+           {11, 2, u"甲二"_s, u"理"_s}});
+    Preview found = preview();
+    EXPECT_EQ(found.warning, warning);
+    EXPECT_EQ(found.count(PreviewKind::BadCell), 0);
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"科类"_s}, {11, 1, u"甲一"_s, u"历史类"_s}});
+    found = preview();
+    EXPECT_EQ(found.warning, warning + u"表里还有别的科类，也请改正。"_s);
+    EXPECT_EQ(found.count(PreviewKind::BadCell), 1);
+}
+
 TEST_F(StudentPreviewTest, WhereTheLibraryHasRoomThoseOfTheFewestRowsAreTooMany)
 {
     library.execute(u"delete from 信息表"_s);
