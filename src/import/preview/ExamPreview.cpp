@@ -67,7 +67,8 @@ private:
     void takeRows();
     void takeRow(int row);
     void takeStudent(int row, const SheetStudent& student, const KnownStudents::Student* known);
-    void tellOtherName(int row, const QString& sheetName, const QString& libraryName);
+    QString settledName(const SheetStudent& student, const QString& libraryName) const;
+    void tellOtherName(int row, const SheetStudent& student, const QString& libraryName);
     void tellUnknown(int row, const SheetStudent& student);
     QString nameFault(const QString& name) const;
     void judgeScores(int row);
@@ -295,27 +296,40 @@ void Previewer::takeRow(int row)
 void Previewer::takeStudent(int row, const SheetStudent& student,
                             const KnownStudents::Student* known)
 {
-    if (known == nullptr)
+    if (known == nullptr) {
         tellUnknown(row, student);
-    else if (known->name != student.name)
-        tellOtherName(row, student.name, known->name);
-    else if (known->id != 0)
+        known = m_students.find(student.classNumber, student.number);
+    } else if (const QString name = settledName(student, known->name); name != student.name) {
+        tellOtherName(row, student, name);
+    } else if (known->id != 0) {
         ++m_preview.matched;
+    }
+    m_names.add(student, known->name);
 }
 
-void Previewer::tellOtherName(int row, const QString& sheetName, const QString& libraryName)
+/// The name that the import finds once it has gone through the rows above.
+QString Previewer::settledName(const SheetStudent& student, const QString& libraryName) const
 {
+    const bool isRenamed =
+        m_request.names == NameAnswer::Ask || m_request.names == NameAnswer::Replace;
+    return isRenamed ? m_names.nameOf(student).value_or(libraryName) : libraryName;
+}
+
+void Previewer::tellOtherName(int row, const SheetStudent& student, const QString& libraryName)
+{
+    const bool isAsked = m_request.names == NameAnswer::Ask;
+    const bool mayBeKept = isAsked || m_request.names == NameAnswer::Keep;
     PreviewEntry entry =
         sheetEntry(PreviewKind::OtherName, m_sheet, row, otherNameRemark(m_request.names));
-    const bool mayBeKept =
-        m_request.names == NameAnswer::Ask || m_request.names == NameAnswer::Keep;
+    entry.before = libraryName;
+    entry.after = student.name;
+    if (isAsked && m_students.find(student.classNumber, student.number)->name != libraryName)
+        entry.remark.prepend(u"前面的行选“是”以后，"_s);
     if (libraryName.isEmpty())
         entry.remark = u"成绩库里的这名学生没有姓名，导入不会给他加上。"_s;
     else if (m_target == ScoreTarget::FirstRows && mayBeKept)
-        entry.remark += (m_request.names == NameAnswer::Ask ? u"选“否”时"_s : QString())
-                        + u"按表里的姓名另找他的成绩，没有就新增一条。"_s;
-    entry.before = libraryName;
-    entry.after = sheetName;
+        entry.remark +=
+            (isAsked ? u"选“否”时"_s : QString()) + u"按表里的姓名另找他的成绩，没有就新增一条。"_s;
     m_preview.add(std::move(entry));
 }
 
@@ -397,18 +411,14 @@ void Previewer::takeTargets()
     if (!m_comparison)
         return;
     const bool isKept = m_request.names == NameAnswer::Keep;
-    const std::vector<SheetStudent> students = m_rows.students();
-    const auto known = [this](const SheetStudent& student) {
-        const auto* found = m_students.find(student.classNumber, student.number);
-        return found == nullptr ? KnownStudents::Student() : *found;
-    };
-    for (const SheetStudent& student : students)
-        m_names.add(student, known(student).name);
     int row = SheetRows::First;
-    for (const SheetStudent& student : students)
-        m_comparison->take(row++,
-                           {student.classNumber, student.number, student.name, known(student).id},
-                           isKept ? RowName::OnTheSheet : m_names.rowNameOf(student));
+    for (const SheetStudent& student : m_rows.students()) {
+        const auto* known = m_students.find(student.classNumber, student.number);
+        m_comparison->take(
+            row++,
+            {student.classNumber, student.number, student.name, known == nullptr ? 0 : known->id},
+            isKept ? RowName::OnTheSheet : m_names.rowNameOf(student));
+    }
 }
 
 QString Previewer::becomesOfTwice(const RowsByNumber::Number& number) const

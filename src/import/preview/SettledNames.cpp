@@ -18,6 +18,12 @@ void SettledNames::add(const SheetStudent& student, const QString& libraryName)
     names.isRenamed = true;
 }
 
+std::optional<QString> SettledNames::nameOf(const SheetStudent& student) const
+{
+    const auto place = m_names.find({student.classNumber, student.number});
+    return place == m_names.end() ? std::nullopt : std::optional(place->second.current);
+}
+
 std::optional<RowName> SettledNames::rowNameOf(const SheetStudent& student) const
 {
     const auto place = m_names.find({student.classNumber, student.number});

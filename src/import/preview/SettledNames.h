@@ -22,6 +22,9 @@ public:
     /// nobody asks about an empty one, and the sheet's is not put there then.
     void add(const SheetStudent& student, const QString& libraryName);
 
+    /// The name that the rows so far leave in the library; nothing if none of them has the
+    /// student's class and number.
+    std::optional<QString> nameOf(const SheetStudent& student) const;
     /// Under which name the student's first row is found; nothing if no row bears it any more.
     std::optional<RowName> rowNameOf(const SheetStudent& student) const;
     /// The names that the sheet has for a class and number.

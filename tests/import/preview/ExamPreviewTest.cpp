@@ -143,6 +143,27 @@ TEST_F(ExamPreviewTest, WhichNameCountsCanBeKnown)
                     .endsWith(u"选“否”时按表里的姓名另找他的成绩，没有就新增一条。"_s));
 }
 
+TEST_F(ExamPreviewTest, ARowIsComparedWithTheNameThatTheRowsAboveLeave)
+{
+    sheet(
+        {heads({u"语文"_s}), {1, 1, u"换名"_s, 66}, {1, 1, u"换名"_s, 67}, {1, 1, u"王芳"_s, 68}});
+    Preview found = preview();
+    EXPECT_EQ(found.matched, 1);
+    EXPECT_EQ(told(found, PreviewKind::OtherName),
+              (QStringList{u"2: 1|1|换名 王芳 → 换名"_s, u"4: 1|1|王芳 换名 → 王芳"_s}));
+    EXPECT_EQ(found.entries(PreviewKind::OtherName)[1].remark,
+              u"前面的行选“是”以后，导入时会询问：选“是”，全部考试里都改成表里的姓名；"
+              "选“否”，成绩库的名单不变。"_s);
+    names = NameAnswer::Replace;
+    EXPECT_EQ(preview().entries(PreviewKind::OtherName)[1].remark,
+              u"全部考试里都改成表里的姓名。"_s);
+    names = NameAnswer::Keep;
+    found = preview();
+    EXPECT_EQ(found.matched, 1);
+    EXPECT_EQ(told(found, PreviewKind::OtherName),
+              (QStringList{u"2: 1|1|换名 王芳 → 换名"_s, u"3: 1|1|换名 王芳 → 换名"_s}));
+}
+
 TEST_F(ExamPreviewTest, AScoreThatItsColumnRefusesIsNotSaidToBeStored)
 {
     addExam();

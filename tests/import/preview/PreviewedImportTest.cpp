@@ -129,6 +129,7 @@ TEST_P(PreviewedImport, DoesWhatWasCounted)
     import();
     EXPECT_EQ(students() - knownBefore,
               found.count(PreviewKind::NewStudent) + found.count(PreviewKind::UnknownStudent));
+    EXPECT_EQ(dialogs.shown.filter(u"不一致"_s).size(), found.count(PreviewKind::OtherName));
     EXPECT_EQ(scores() - scoresBefore, isNew ? found.rows : found.count(PreviewKind::NewInExam));
     expectNames(found, namesBefore);
     EXPECT_EQ(int(state.ErrorCount), found.count(PreviewKind::BadCell));
@@ -194,6 +195,15 @@ const Case cases[] = {
      ExamChoice::PickedFromList,
      false,
      true},
+    {"OverwrittenTwiceAtLastWithTheNameOfBefore",
+     {{1, 1, V(u"换名"_s), 90, 81}, {1, 1, wang, 91, 82}, {1, 1, wang, 92, 83}},
+     ExamChoice::PickedFromList,
+     false,
+     true},
+    {"NewExamTwiceAtLastWithTheNameOfBefore",
+     {{1, 1, V(u"换名"_s), 90, 81}, {1, 1, V(u"换名"_s), 90, 81}, {1, 1, wang, 91, 82}}},
+    {"NewStudentAtLastWithTheFirstName",
+     {{1, 7, V(u"新生"_s), 1, 2}, {1, 7, V(u"换名"_s), 3, 4}, {1, 7, V(u"新生"_s), 5, 6}}},
     {"OverwrittenTwiceWithTwoNamesThatAreKept",
      {{1, 1, V(u"换名"_s), 90, 81}, {1, 1, wang, 91, 82}, {1, 2, V(u"换名"_s), 5, 6}},
      ExamChoice::PickedFromList,
