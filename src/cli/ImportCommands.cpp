@@ -171,23 +171,22 @@ Exit printPreview(const Session& session, const std::optional<Preview>& preview)
     return session.result();
 }
 
-/// What --accept-existing answers. Throws UsageError.
+/// What --accept-existing answers; without it the import stops. Throws UsageError.
 TakenStudents takenStudents(const Arguments& arguments)
 {
     if (!arguments.has(u"accept-existing"_s))
-        return TakenStudents::Ask;
+        return TakenStudents::Cancel;
     const QString answer = arguments.oneOf(u"accept-existing"_s, {u"skip"_s, u"add"_s});
     return answer == "skip"_L1 ? TakenStudents::Skip : TakenStudents::Add;
 }
 
-/// What --on-mismatch answers, if it is given.
+/// What --on-mismatch answers, as planMismatch plans it.
 NameAnswer nameAnswer(const Arguments& arguments)
 {
     const QString answer = arguments.value(u"on-mismatch"_s);
-    return answer == "replace"_L1  ? NameAnswer::Replace
-           : answer == "keep"_L1   ? NameAnswer::Keep
-           : answer == "cancel"_L1 ? NameAnswer::Cancel
-                                   : NameAnswer::Ask;
+    return answer == "replace"_L1 ? NameAnswer::Replace
+           : answer == "keep"_L1  ? NameAnswer::Keep
+                                  : NameAnswer::Cancel;
 }
 
 /// The answers of the command line that change what an import would do. Throws UsageError.
@@ -213,7 +212,7 @@ Exit runImportStudents(Session& session)
 {
     const Arguments& arguments = session.arguments;
     const TakenStudents taken = takenStudents(arguments);
-    if (taken != TakenStudents::Ask)
+    if (taken != TakenStudents::Cancel)
         session.dialogs.answer(u"的班级和学号在"_s,
                                taken == TakenStudents::Skip ? u"跳过已有"_s : u"全部添加"_s);
     if (!session.openLibrary() || !checkBook(session))

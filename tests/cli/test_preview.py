@@ -84,13 +84,26 @@ class Exams(PreviewTest):
 
     def test_the_name_that_counts_can_be_chosen(self):
         book = self.exam_book((1, 1, "换名", 90, 80))
-        for answer, remark in (((), "导入时会询问：选“是”，全部考试里都改成表里的姓名；选“否”，成绩库的名单不变。"),
+        for answer, remark in (((), "导入会在这一行停下，什么成绩也不存入。"),
                                (("--on-mismatch", "replace"), "全部考试里都改成表里的姓名。"),
                                (("--on-mismatch", "keep"), "成绩库的名单不变。"),
                                (("--on-mismatch", "cancel"), "导入会在这一行停下，什么成绩也不存入。")):
             found = self.preview("import-exam", book, "--exam", "期中", *answer).json()
             self.assertEqual([one["Remark"] for one in found["Entries"]], [remark])
         self.preview("import-exam", book, "--exam", "期中", "--on-mismatch", "other", expect=USAGE)
+
+    def test_a_name_that_no_option_settles_stops_the_import(self):
+        self.import_exam(self.exam_book((1, 1, "甲", 90, 80), (1, 2, "乙", 70, 60)), "期中")
+        book = self.exam_book((1, 1, "换名", 91, 80), (1, 2, "乙", 71, 60), (1, 7, "新", 1, 2))
+        options = ("--exam", "期中", "--existing", "--add-students")
+        for answer, changed in (((), 0), (("--on-mismatch", "cancel"), 0), (("--on-mismatch", "keep"), 1),
+                                (("--on-mismatch", "replace"), 2)):
+            found = self.preview("import-exam", book, *options, *answer).json()
+            self.assertEqual(found["Counts"]["Changed"], changed)
+            self.assertEqual(found["Warning"].startswith("导入会在第 2 行停下"), changed == 0)
+        before = yunshan.file_hash(self.library)
+        self.run_program("import-exam", self.library, book, *options, "--no-backup", expect=ERROR)
+        self.assertEqual(yunshan.file_hash(self.library), before)
 
     def test_what_the_import_refuses_the_preview_refuses(self):
         book = self.exam_book((1, 1, "甲", 90), headings=("班级", "学号", "名字", "语文"))
@@ -117,9 +130,12 @@ class Students(PreviewTest):
                          (1, 2, "已", None), (1, 3, "新", "昨天"), (1, 3, "又", None))
         found = self.preview("import-students", book).json()
         self.assertEqual({key: count for key, count in found["Counts"].items() if count},
-                         {"Rows": 4, "Matched": 1, "NewStudent": 1, "OtherName": 1,
-                          "TakenNumber": 1, "Twice": 2, "BadCell": 1})
-        self.assertIn("名单里有 2 人的班级和学号成绩库里已经有了", found["Warning"])
+                         {"Rows": 4, "Matched": 1, "OtherName": 1, "TakenNumber": 1, "Twice": 2,
+                          "BadCell": 1})
+        self.assertEqual(found["Warning"],
+                         "名单里有 2 人的班级和学号成绩库里已经有了！导入会停下，什么也不存入。")
+        found = self.preview("import-students", book, "--accept-existing", "skip").json()
+        self.assertEqual(found["Counts"]["NewStudent"], 1)
 
     def test_what_is_done_with_who_is_there_can_be_chosen(self):
         book = self.book("名单.xlsx", HEADINGS, (1, 1, "甲"))

@@ -30,18 +30,13 @@ bool isRefused(const ScoreCell& cell, const database::Column* column)
     return column != nullptr && !fitInto(*column, storedScore(cell.text)).refusal.isEmpty();
 }
 
+/// What becomes of a name that does not end the import.
 QString otherNameRemark(NameAnswer answer)
 {
-    switch (answer) {
-    case NameAnswer::Replace:
+    if (answer == NameAnswer::Replace)
         return u"全部考试里都改成表里的姓名。"_s;
-    case NameAnswer::Keep:
+    if (answer == NameAnswer::Keep)
         return u"成绩库的名单不变。"_s;
-    case NameAnswer::Cancel:
-        return u"导入会在这一行停下，什么成绩也不存入。"_s;
-    case NameAnswer::Ask:
-        break;
-    }
     return u"导入时会询问：选“是”，全部考试里都改成表里的姓名；选“否”，成绩库的名单不变。"_s;
 }
 
@@ -69,6 +64,7 @@ private:
     void takeStudent(int row, const SheetStudent& student, const KnownStudents::Student* known);
     QString settledName(const SheetStudent& student, const QString& libraryName) const;
     void tellOtherName(int row, const SheetStudent& student, const QString& libraryName);
+    QString stopRemark(int row);
     void tellUnknown(int row, const SheetStudent& student);
     QString nameFault(const QString& name) const;
     void judgeScores(int row);
@@ -78,6 +74,7 @@ private:
     void takeTargets();
     QString becomesOfTwice(const RowsByNumber::Number& number) const;
     void tellTwice();
+    void tellStop();
 
     library::ScoreLibrary& m_library;
     const ExamPreviewRequest& m_request;
@@ -100,6 +97,8 @@ private:
     std::unique_ptr<ExamComparison> m_comparison;
     RowsByNumber m_rowsOf;
     SettledNames m_names;
+    /// The row whose name ends the import; 0 if none does.
+    int m_stopRow = 0;
     Preview m_preview;
 };
 
@@ -134,8 +133,9 @@ Preview Previewer::run()
     takeRows();
     takeTargets();
     tellTwice();
-    if (m_comparison)
+    if (m_comparison && m_stopRow == 0)
         m_comparison->tell(m_stream, m_preview);
+    tellStop();
     tellRowsLeft(m_sheet, m_rows.rowsLeft(m_found), m_rows.whyItEnds() + u"，导入到此为止。"_s,
                  m_preview);
     return std::move(m_preview);
@@ -327,18 +327,30 @@ void Previewer::tellOtherName(int row, const SheetStudent& student, const QStrin
         entry.remark.prepend(u"前面的行选“是”以后，"_s);
     if (libraryName.isEmpty())
         entry.remark = u"成绩库里的这名学生没有姓名，导入不会给他加上。"_s;
+    else if (m_request.names == NameAnswer::Cancel)
+        entry.remark = stopRemark(row);
     else if (m_target == ScoreTarget::FirstRows && mayBeKept)
         entry.remark +=
             (isAsked ? u"选“否”时"_s : QString()) + u"按表里的姓名另找他的成绩，没有就新增一条。"_s;
     m_preview.add(std::move(entry));
 }
 
+QString Previewer::stopRemark(int row)
+{
+    if (m_stopRow > 0)
+        return u"导入在第 %1 行就停下了，到不了这一行。"_s.arg(m_stopRow);
+    m_stopRow = row;
+    return u"导入会在这一行停下，什么成绩也不存入。"_s;
+}
+
 void Previewer::tellUnknown(int row, const SheetStudent& student)
 {
-    const bool isAdded = m_request.import.newStudents == NewStudents::Add;
+    const bool isAdded = m_request.import.newStudents == NewStudents::Add && m_stopRow == 0;
     m_preview.add(isAdded ? sheetEntry(PreviewKind::NewStudent, m_sheet, row, u"会添加到成绩库。"_s)
                           : sheetEntry(PreviewKind::UnknownStudent, m_sheet, row,
-                                       u"导入时会询问是否添加；不添加，成绩也会导入。"_s));
+                                       m_stopRow > 0
+                                           ? stopRemark(row)
+                                           : u"导入时会询问是否添加；不添加，成绩也会导入。"_s));
     const QString fault = nameFault(student.name);
     if (!fault.isEmpty()) {
         PreviewEntry entry = sheetEntry(PreviewKind::BadCell, m_sheet, row, fault);
@@ -423,6 +435,8 @@ void Previewer::takeTargets()
 
 QString Previewer::becomesOfTwice(const RowsByNumber::Number& number) const
 {
+    if (m_stopRow > 0)
+        return u"。"_s;
     if (!m_comparison)
         return u"，导入后有几条成绩。"_s;
     const QStringList names = m_names.namesOf(number);
@@ -439,6 +453,19 @@ void Previewer::tellTwice()
     m_rowsOf.tellTwice(
         m_sheet, [this](const RowsByNumber::Number& number) { return becomesOfTwice(number); },
         m_preview);
+}
+
+void Previewer::tellStop()
+{
+    if (m_stopRow == 0)
+        return;
+    QString text = u"导入会在第 %1 行停下，那里的姓名与成绩库的不一致；"_s.arg(m_stopRow);
+    const int added = m_preview.count(PreviewKind::NewStudent);
+    text += added == 0 ? u"什么也不存入。"_s
+                       : u"只添加前面的 %1 名新学生，什么成绩也不存入。"_s.arg(added);
+    if (!m_preview.warning.isEmpty())
+        text += u"如果不停下："_s + m_preview.warning;
+    m_preview.warning = text;
 }
 
 } // namespace

@@ -23,7 +23,7 @@ struct ExamPreviewRequest
     /// Full marks by subject. Of the others the exam's own are taken, or else the defaults of
     /// 满分.txt.
     QHash<QString, float> fullMarks = {};
-    /// Unless it is Keep, names are compared as if all were put into the library.
+    /// If it will be asked, names are compared as if all were put into the library.
     NameAnswer names = NameAnswer::Ask;
 };
 

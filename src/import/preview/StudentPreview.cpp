@@ -39,6 +39,8 @@ QString takenRemark(TakenStudents taken)
         return u"成绩库里已有这个班级和学号，会跳过。"_s;
     case TakenStudents::Add:
         return u"成绩库里已有这个班级和学号，会再添加一条。成绩库里的那一条不会改。"_s;
+    case TakenStudents::Cancel:
+        return u"成绩库里已有这个班级和学号，导入会停下。"_s;
     case TakenStudents::Ask:
         break;
     }
@@ -53,6 +55,8 @@ QString takenWarning(TakenStudents taken)
         return u"他们会跳过。"_s;
     case TakenStudents::Add:
         return u"会全部添加，他们就会有两条以上的记录。"_s;
+    case TakenStudents::Cancel:
+        return u"导入会停下，什么也不存入。"_s;
     case TakenStudents::Ask:
         break;
     }
@@ -67,6 +71,8 @@ QString twiceRemark(TakenStudents taken, bool isInLibrary)
         return isInLibrary ? u"，成绩库里也已经有了，都会跳过。"_s : u"，只取最前面的一行。"_s;
     case TakenStudents::Add:
         return isInLibrary ? u"，成绩库里也已经有了，会全部添加。"_s : u"，会全部添加。"_s;
+    case TakenStudents::Cancel:
+        return isInLibrary ? u"，成绩库里也已经有了，导入会停下。"_s : u"，导入会停下。"_s;
     case TakenStudents::Ask:
         break;
     }
@@ -107,6 +113,8 @@ private:
     const QString m_folder;
     const TakenStudents m_answer;
     const StudentSheet m_list;
+    /// The import ends before its first row.
+    const bool m_isStopped;
     TakenNumbers m_taken;
     KnownStudents m_students;
     std::vector<Column> m_columns;
@@ -127,6 +135,9 @@ ListPreviewer::ListPreviewer(library::ScoreLibrary& scoreLibrary, const excel::W
       m_folder(std::move(folder)),
       m_answer(answer),
       m_list(sheet),
+      m_isStopped(
+          answer == TakenStudents::Cancel
+          && TakenCount(sheet, scoreLibrary.Conn, StudentSheet::First, m_list.end()).isAnyTaken()),
       m_taken(sheet, scoreLibrary.Conn),
       m_students(scoreLibrary.Conn),
       m_streams(scoreLibrary.Conn)
@@ -175,7 +186,7 @@ void ListPreviewer::takeRow(int row)
         takeTaken(row);
     if (const auto number = TakenNumbers::numberOn(m_sheet, row))
         m_rowsOf.add(*number, row);
-    if (taken == TakenNumbers::TakenBy::Nobody)
+    if (taken == TakenNumbers::TakenBy::Nobody && !m_isStopped)
         m_preview.add(sheetEntry(PreviewKind::NewStudent, m_sheet, row, u"会添加到成绩库。"_s));
     takeStream(row, taken != TakenNumbers::TakenBy::Nobody);
 }
@@ -209,7 +220,7 @@ void ListPreviewer::takeStream(int row, bool isTaken)
         cell = m_sheet.Cells(row, column.sheetColumn).text();
         stream = stored.value_or(stream);
     }
-    if (isTaken && m_answer == TakenStudents::Skip)
+    if (m_isStopped || (isTaken && m_answer == TakenStudents::Skip))
         return;
     const bool isAsked = isTaken && m_answer == TakenStudents::Ask;
     if (stream.isNull())
@@ -270,6 +281,8 @@ void ListPreviewer::tellTaken()
         m_preview.warning =
             u"名单里有 %1 人的班级和学号成绩库里已经有了！"_s.arg(m_inLibrary.size())
             + takenWarning(m_answer);
+    else if (m_isStopped)
+        m_preview.warning = u"名单里有几行的班级和学号相同！"_s + takenWarning(m_answer);
 }
 
 void ListPreviewer::tellStreams()

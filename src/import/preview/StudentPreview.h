@@ -8,8 +8,9 @@
 
 namespace importing {
 
-/// What is done with students whose class and number are taken; Ask if that will be asked.
-enum class TakenStudents { Ask, Skip, Add };
+/// What is done with students whose class and number are taken; Ask if that will be asked, and
+/// Cancel if the import ends there.
+enum class TakenStudents { Ask, Skip, Add, Cancel };
 
 /// What the import of a student list would do to the open library; nothing is written and nothing
 /// asked. Nothing, after the import's own message, where it would not begin. Throws runtime::Error

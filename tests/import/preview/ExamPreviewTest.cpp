@@ -135,6 +135,8 @@ TEST_F(ExamPreviewTest, WhichNameCountsCanBeKnown)
     EXPECT_EQ(toldWith(NameAnswer::Replace), u"全部考试里都改成表里的姓名。"_s);
     EXPECT_EQ(toldWith(NameAnswer::Keep), u"成绩库的名单不变。"_s);
     EXPECT_EQ(toldWith(NameAnswer::Cancel), u"导入会在这一行停下，什么成绩也不存入。"_s);
+    EXPECT_EQ(toldWith(NameAnswer::Ask),
+              u"导入时会询问：选“是”，全部考试里都改成表里的姓名；选“否”，成绩库的名单不变。"_s);
     pickList();
     EXPECT_EQ(toldWith(NameAnswer::Keep),
               u"成绩库的名单不变。按表里的姓名另找他的成绩，没有就新增一条。"_s);
@@ -162,6 +164,51 @@ TEST_F(ExamPreviewTest, ARowIsComparedWithTheNameThatTheRowsAboveLeave)
     EXPECT_EQ(found.matched, 1);
     EXPECT_EQ(told(found, PreviewKind::OtherName),
               (QStringList{u"2: 1|1|换名 王芳 → 换名"_s, u"3: 1|1|换名 王芳 → 换名"_s}));
+}
+
+TEST_F(ExamPreviewTest, AnImportThatANameStopsChangesNothing)
+{
+    addExam();
+    pick();
+    names = NameAnswer::Cancel;
+    sheet({heads({u"语文"_s}),
+           {1, 1, u"王芳"_s, 55},
+           {1, 2, u"换名"_s, 66},
+           {1, 2, u"换名"_s, 67},
+           {1, 7, u"新生"_s, 77}});
+    const Preview found = preview();
+    EXPECT_EQ(
+        found.warning,
+        u"导入会在第 3 行停下，那里的姓名与成绩库的不一致；什么也不存入。如果不停下：考试“期中”"
+        "已经在成绩库里（“文”科）！导入会用表里的成绩改写原有的成绩。"_s);
+    for (const PreviewKind kind :
+         {PreviewKind::Changed, PreviewKind::NewInExam, PreviewKind::NewStudent})
+        EXPECT_EQ(found.count(kind), 0);
+    EXPECT_EQ(found.unchanged, 0);
+    const auto late = u"导入在第 3 行就停下了，到不了这一行。"_s;
+    EXPECT_EQ(remark(found, PreviewKind::UnknownStudent), late);
+    EXPECT_EQ(found.entries(PreviewKind::OtherName)[1].remark, late);
+    EXPECT_EQ(remark(found, PreviewKind::Twice), u"第 3、4 行的班级和学号相同。"_s);
+    const QString all = u"select 学号, 姓名 from 信息表 union all select 语文, 姓名 from 成绩表"_s;
+    const QString before = library.rows(all);
+    dialogs.expect(u"不一致"_s, runtime::Answer::Cancel);
+    EXPECT_EQ(run(), importing::ImportResult::Stopped);
+    EXPECT_EQ(library.rows(all), before);
+}
+
+TEST_F(ExamPreviewTest, OfAnImportThatANameStopsTheNewStudentsAboveStay)
+{
+    names = NameAnswer::Cancel;
+    sheet(
+        {heads({u"语文"_s}), {1, 7, u"新生"_s, 77}, {1, 2, u"换名"_s, 66}, {1, 8, u"又新"_s, 78}});
+    const Preview found = preview();
+    EXPECT_EQ(found.warning, u"导入会在第 3 行停下，那里的姓名与成绩库的不一致；"
+                             "只添加前面的 1 名新学生，什么成绩也不存入。"_s);
+    EXPECT_EQ(told(found, PreviewKind::NewStudent), QStringList{u"2: 1|7|新生"_s});
+    dialogs.expect(u"不一致"_s, runtime::Answer::Cancel);
+    EXPECT_EQ(run(), importing::ImportResult::Stopped);
+    EXPECT_EQ(library.rows(u"select 姓名 from 信息表 where ID>3"_s), u"新生"_s);
+    EXPECT_EQ(library.rows(u"select count(*) from 成绩表"_s), u"0"_s);
 }
 
 TEST_F(ExamPreviewTest, AScoreThatItsColumnRefusesIsNotSaidToBeStored)

@@ -267,6 +267,30 @@ TEST_F(StudentPreviewTest, WhatIsDoneWithWhoIsTakenCanBeKnown)
               u"第 2、3 行的班级和学号相同，成绩库里也已经有了，会全部添加。"_s);
 }
 
+TEST_F(StudentPreviewTest, AnImportThatStopsAtWhoIsTakenAddsNobody)
+{
+    mixed();
+    Preview found = preview(TakenStudents::Cancel);
+    EXPECT_EQ(found.warning,
+              u"名单里有 2 人的班级和学号成绩库里已经有了！导入会停下，什么也不存入。"_s);
+    EXPECT_EQ(found.count(PreviewKind::NewStudent), 0);
+    EXPECT_EQ(found.entries(PreviewKind::TakenNumber)[0].remark,
+              u"成绩库里已有这个班级和学号，导入会停下。"_s);
+    EXPECT_EQ(found.entries(PreviewKind::Twice)[0].remark,
+              u"第 4、5 行的班级和学号相同，导入会停下。"_s);
+    EXPECT_EQ(found.notes, QStringList());
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"王芳"_s}, {1, 1, u"王芳"_s}});
+    EXPECT_EQ(preview(TakenStudents::Cancel).entries(PreviewKind::Twice)[0].remark,
+              u"第 2、3 行的班级和学号相同，成绩库里也已经有了，导入会停下。"_s);
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 3, u"新生"_s}, {1, 3, u"又一"_s}});
+    EXPECT_EQ(preview(TakenStudents::Cancel).warning,
+              u"名单里有几行的班级和学号相同！导入会停下，什么也不存入。"_s);
+    sheet({{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 3, u"新生"_s}});
+    found = preview(TakenStudents::Cancel);
+    EXPECT_EQ(found.warning, QString());
+    EXPECT_EQ(found.count(PreviewKind::NewStudent), 1);
+}
+
 TEST_F(StudentPreviewTest, TellsWhatWouldNotBeStored)
 {
     sheet({{u"班级"_s, u"学号"_s, u"姓名"_s, u"ID"_s, u"电话"_s, u"出生时间"_s, u"照片名"_s,
