@@ -145,6 +145,9 @@ tidy::MarkUse markUse(const Pair& pair, const QString& text)
     throw UsageError(u"选项 --mark 的值应为 文字=缺考|作弊|不变：%1"_s.arg(text));
 }
 
+/// What stands for empty cells where marks are named.
+const QString blankMark = u"（空白）"_s;
+
 /// Marks are compared without blanks. Throws UsageError for one that does not occur.
 void takeMarks(Proposal& proposal, const Arguments& arguments)
 {
@@ -158,8 +161,8 @@ void takeMarks(Proposal& proposal, const Arguments& arguments)
         bool isThere = false;
         QStringList texts;
         for (const tidy::Mark& mark : marks) {
-            texts.append(mark.text.isEmpty() ? u"（空白）"_s : mark.text);
-            if (plain(mark.text) != plain(pair.left))
+            texts.append(mark.text.isEmpty() ? blankMark : mark.text);
+            if (plain(mark.text) != plain(pair.left) && plain(texts.last()) != plain(pair.left))
                 continue;
             tidy::chooseMark(proposal, mark.text, use);
             isThere = true;

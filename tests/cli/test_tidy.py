@@ -139,6 +139,18 @@ class WithoutALibrary(TidyTest):
         self.assertEqual(self.sheets(), {"学生名单": [("班级", "学号", "姓名", "身份证"),
                                                   (3, 1, "甲", "110101201001010011")]})
 
+    def test_empty_cells_are_named_as_they_are_offered(self):
+        rows = (("班级", "学号", "姓名", "语文", "数学"), (1, 1, "甲", None, 90), (1, 2, "乙", 80, 70))
+        for mark, cell in (("（空白）=不变", None), ("(空白)=作弊", "作弊"), ("=不变", None)):
+            with self.subTest(mark):
+                self.target.unlink(missing_ok=True)
+                self.tidy(*rows, options=(f"--mark={mark}",))
+                self.assertEqual(self.sheets()["成绩"][1:], [(1, 1, "甲", cell, 90),
+                                                            (1, 2, "乙", 80, 70)])
+        self.target.unlink()
+        result = self.tidy(*rows, options=("--mark", "缺=缺考"), expect=USAGE)
+        self.assertIn("“缺”在成绩里没有出现，可以是：（空白）。", result.err)
+
     def test_json_prints_the_whole_proposal(self):
         book = self.book("期中.xlsx", *SCHOOLS)
         result = self.run_program("tidy", book, "--format", "json", "--map", "学号=A")
