@@ -289,8 +289,8 @@ void printCounts(const Session& session, const Proposal& proposal)
         printError(u"有 %1 行学生没有写入，列在数据表“%2”里。"_s.arg(
             QString::number(counts.leftOut), tidy::LeftOutSheet));
     if (counts.nobody > 0)
-        printError(u"有 %1 行有分数、没有姓名，没有写入，列在数据表“%2”里。"_s.arg(
-            QString::number(counts.nobody), tidy::LeftOutSheet));
+        printError(u"有 %1，没有写入，列在数据表“%2”里。"_s.arg(tidy::nobodyText(proposal),
+                                                                tidy::LeftOutSheet));
     const QString results = tidy::resultsText(proposal);
     if (!results.isEmpty())
         printError(results);

@@ -144,7 +144,7 @@ QString countsText(const Proposal& proposal)
     if (counts.leftOut > 0)
         text += u"另有 %1 名学生认不出，没有取。"_s.arg(counts.leftOut);
     if (counts.nobody > 0)
-        text += u"另有 %1 行有分数、没有姓名，没有取。"_s.arg(counts.nobody);
+        text += u"另有 %1，没有取。"_s.arg(tidy::nobodyText(proposal));
     if (proposal.goal == Goal::ExamScores)
         text += examText(proposal);
     return text + resultsText(proposal) + leftOutText(proposal);

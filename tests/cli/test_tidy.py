@@ -87,6 +87,12 @@ class WithALibrary(TidyTest):
                          "有 1 行学生没有写入，列在数据表“没有写入的行”里。\n"
                          "有 1 行有分数、没有姓名，没有写入，列在数据表“没有写入的行”里。\n")
 
+    def test_rows_of_a_list_without_a_name_are_told(self):
+        rows = (("班级", "学号", "姓名", "身份证", "性别"), (1, 1, "甲", 110101, "女"),
+                (1, None, None, 110102, "男"))
+        result = self.tidy(*rows, options=("--as", "students"))
+        self.assertIn("有 1 行有数字、没有姓名，没有写入，列在数据表“没有写入的行”里。\n", result.err)
+
     def test_places_that_the_library_does_not_have_are_counted(self):
         rows = (("班级", "学号", "姓名", "语文", "数学"), (301, 1, "张三", 90, 80),
                 (301, 9, "陌生人", 60, 50))
@@ -133,12 +139,6 @@ class WithoutALibrary(TidyTest):
         self.assertEqual(self.sheets()["成绩"][1:], [(7, 1, "甲", "缺考"), (2, 2, "乙", "缺考"),
                                                     (2, 3, "丙", 80)])
 
-    def test_a_list_of_students(self):
-        self.tidy(("座号", "学生姓名", "班别", "身份证号"), (1, "甲", "3班", "110101201001010011"),
-                  options=("--as", "students", "--map", "学号=座号"))
-        self.assertEqual(self.sheets(), {"学生名单": [("班级", "学号", "姓名", "身份证"),
-                                                  (3, 1, "甲", "110101201001010011")]})
-
     def test_empty_cells_are_named_as_they_are_offered(self):
         rows = (("班级", "学号", "姓名", "语文", "数学"), (1, 1, "甲", None, 90), (1, 2, "乙", 80, 70))
         for mark, cell in (("（空白）=不变", None), ("(空白)=作弊", "作弊"), ("=不变", None)):
@@ -150,6 +150,12 @@ class WithoutALibrary(TidyTest):
         self.target.unlink()
         result = self.tidy(*rows, options=("--mark", "缺=缺考"), expect=USAGE)
         self.assertIn("“缺”在成绩里没有出现，可以是：（空白）。", result.err)
+
+    def test_a_list_of_students(self):
+        self.tidy(("座号", "学生姓名", "班别", "身份证号"), (1, "甲", "3班", "110101201001010011"),
+                  options=("--as", "students", "--map", "学号=座号"))
+        self.assertEqual(self.sheets(), {"学生名单": [("班级", "学号", "姓名", "身份证"),
+                                                  (3, 1, "甲", "110101201001010011")]})
 
     def test_json_prints_the_whole_proposal(self):
         book = self.book("期中.xlsx", *SCHOOLS)

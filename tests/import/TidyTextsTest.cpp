@@ -11,6 +11,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using tidy::ColumnUse;
 using tidy::Field;
+using tidy::Goal;
 using tidy::Proposal;
 
 Proposal exam()
@@ -44,6 +45,9 @@ TEST(TidyCounts, TellStudentsAndSumsThatAreNotTakenApart)
     proposal.counts.nobody = 2;
     EXPECT_EQ(countsText(proposal), u"取 1 张数据表的 5 名学生。另有 3 名学生认不出，没有取。"
                                     "另有 2 行有分数、没有姓名，没有取。1 科：语文。"_s);
+    proposal.goal = Goal::StudentList;
+    EXPECT_EQ(countsText(proposal), u"取 1 张数据表的 5 名学生。另有 3 名学生认不出，没有取。"
+                                    "另有 2 行有数字、没有姓名，没有取。"_s);
 }
 
 TEST(TidyCounts, TellOfASheetAStream)

@@ -80,4 +80,13 @@ QString resultsText(const Proposal& proposal)
     return u"按科类分成%1 %2 张数据表，各导入一次。"_s.arg(names).arg(proposal.results.size());
 }
 
+QString nobodyText(const Proposal& proposal)
+{
+    if (proposal.counts.nobody == 0)
+        return {};
+    return (proposal.goal == Goal::ExamScores ? u"%1 行有分数、没有姓名"_s
+                                              : u"%1 行有数字、没有姓名"_s)
+        .arg(proposal.counts.nobody);
+}
+
 } // namespace tidy

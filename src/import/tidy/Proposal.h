@@ -201,7 +201,7 @@ struct Counts
     int unknown = 0;
     /// Rows of students that are not taken, which remarks tell.
     int leftOut = 0;
-    /// Rows of scores without a name, sums perhaps, that are listed with them.
+    /// Rows of scores or other numbers without a name, sums perhaps, that are listed with them.
     int nobody = 0;
     int absent = 0;
     int cheated = 0;
@@ -240,5 +240,8 @@ struct Proposal
 
 /// That the result has a sheet a stream, as a sentence; empty where it has one sheet.
 QString resultsText(const Proposal& proposal);
+
+/// How many rows of nobody are listed, as the first half of a sentence; empty if there are none.
+QString nobodyText(const Proposal& proposal);
 
 } // namespace tidy

@@ -238,8 +238,12 @@ QStringList aboutNobody(const ReadState& state, const QStringList& others)
 {
     if (!others.isEmpty() || state.proposal.counts.students > 0)
         return {};
-    return {u"没有一名学生能写进整理好的表：%1 行学生都没有找到班级和学号。"_s.arg(
-        state.proposal.counts.leftOut)};
+    QStringList rows;
+    if (state.proposal.counts.leftOut > 0)
+        rows.append(u"%1 行学生都没有找到班级和学号"_s.arg(state.proposal.counts.leftOut));
+    if (state.proposal.counts.nobody > 0)
+        rows.append(nobodyText(state.proposal));
+    return {u"没有一名学生能写进整理好的表：%1。"_s.arg(rows.join(u'，'))};
 }
 
 } // namespace

@@ -190,6 +190,17 @@ TEST_F(Sentences, WhereNobodyIsFoundNothingIsWritten)
     EXPECT_EQ(result(), u"没有一名学生能写进整理好的表：1 行学生都没有找到班级和学号。"_s);
 }
 
+TEST_F(Sentences, WhereNobodyHasANameNothingIsWritten)
+{
+    sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s},
+                        {1, {}, {}, 81, 70},
+                        {2, {}, {}, 82, 71}});
+    EXPECT_EQ(result(), u"没有一名学生能写进整理好的表：2 行有分数、没有姓名。"_s);
+    book.Worksheets().Item(1).setCell(3, 3, u"陌生人"_s);
+    EXPECT_EQ(result(), u"没有一名学生能写进整理好的表：1 行学生都没有找到班级和学号，"
+                        "1 行有分数、没有姓名。"_s);
+}
+
 TEST_F(Sentences, AClassTellsHowItsNumberWasFound)
 {
     sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s},

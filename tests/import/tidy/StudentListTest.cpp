@@ -49,6 +49,13 @@ TEST_F(StudentLists, RowsWithoutClassOrNumberAreListedAndNotWritten)
                         "Sheet1|4|学号“G3”不是数字，没有用它。没有学号。|1|G3|王五|女"_s);
 }
 
+TEST_F(StudentLists, RowsWithoutANameAreNotSaidToHaveScores)
+{
+    sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"身份证"_s, u"性别"_s},
+                        {1, {}, {}, 110101.0, u"男"_s}});
+    EXPECT_EQ(listed(), u"没有一名学生能写进整理好的表：1 行有数字、没有姓名。"_s);
+}
+
 TEST_F(StudentLists, AStudentWhoStandsTwiceIsAskedAbout)
 {
     sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s}, {1, 1, u"张三"_s}, {1, 1, u"李四"_s}});
