@@ -49,6 +49,12 @@ def one_empty_class(folder):
     return right(write(folder / "期中.xlsx", Sheet(rows=rows)), *MARKS[:6], left_out=("没有班级",))
 
 
+@kind("the classes left empty in the rest of the column")
+def rest_without_class(folder):
+    rows = [PLAIN, *MARKS[:3], *((None, *row[1:]) for row in MARKS[3:])]
+    return right(write(folder / "期中.xlsx", Sheet(rows=rows)), *MARKS[:3], left_out=("没有班级",) * 4)
+
+
 @kind("one sheet a class, without a column for it")
 def one_sheet_a_class(folder):
     heads = ("学号", "姓名", "语文", "数学", "英语")

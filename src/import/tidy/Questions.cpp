@@ -128,33 +128,51 @@ QStringList aboutClasses(const Proposal& proposal)
     return joined(u"有 %1 种班级的写法不能确定是哪个班：%2%3。"_s, named, count);
 }
 
-/// A class that is written in the first of its rows alone would cost the others.
+/// The students of a sheet, and those of them without a class.
+struct ClassGaps
+{
+    void add(const StudentRow& student);
+
+    int all = 0;
+    int without = 0;
+    /// Of those, the ones below a class that stands in a single row.
+    int below = 0;
+    QString before = {};
+    bool isFirst = false;
+};
+
+void ClassGaps::add(const StudentRow& student)
+{
+    const QString& text = student.source.classText;
+    const bool isWithout = !student.isWhole && text.isEmpty();
+    ++all;
+    if (!text.isEmpty())
+        isFirst = text != before;
+    without += isWithout ? 1 : 0;
+    below += isWithout && isFirst ? 1 : 0;
+    before = text;
+}
+
+/// A class that is written in the first of its rows alone would cost the others. Other gaps are
+/// listed row by row.
 QStringList aboutRowsWithoutClass(const ReadState& state)
 {
-    struct Rows
-    {
-        int all = 0;
-        int without = 0;
-    };
-    std::vector<Rows> onSheet(state.proposal.sheets.size());
+    std::vector<ClassGaps> onSheet(state.proposal.sheets.size());
     for (const StudentRow& student : state.students) {
-        if (!student.source.whyNobody.isEmpty())
-            continue;
-        Rows& rows = onSheet[size_t(student.source.sheet)];
-        ++rows.all;
-        rows.without += !student.isWhole && student.source.classText.isEmpty() ? 1 : 0;
+        if (student.source.whyNobody.isEmpty())
+            onSheet[size_t(student.source.sheet)].add(student);
     }
     QStringList all;
     for (size_t place = 0; place < onSheet.size(); ++place) {
         const SheetProposal& sheet = state.proposal.sheets[place];
-        const Rows& rows = onSheet[place];
-        if (sheet.classSource.from != ClassFrom::Column || rows.without == 0
-            || rows.without * 2 < rows.all)
+        const ClassGaps& gaps = onSheet[place];
+        if (sheet.classSource.from != ClassFrom::Column || gaps.below == 0
+            || gaps.below * 2 < gaps.all)
             continue;
         all.append(u"数据表“%1”的 %2 名学生里有 %3 "
                    u"名没有班级。班级只写在每班第一行的，请在原来的表里给每一行"
-                   "填上班级，再整理。"_s.arg(sheet.name, QString::number(rows.all),
-                                              QString::number(rows.without)));
+                   "填上班级，再整理。"_s.arg(sheet.name, QString::number(gaps.all),
+                                              QString::number(gaps.without)));
     }
     return all;
 }

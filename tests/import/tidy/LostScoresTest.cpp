@@ -111,6 +111,30 @@ TEST_F(LostScores, AClassInTheFirstOfItsRowsAloneIsAskedAbout)
     EXPECT_TRUE(proposed().isDecided());
 }
 
+TEST_F(LostScores, ClassesThatAreMissingInOtherPlacesAreListed)
+{
+    sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s},
+                      {1, 1, u"甲"_s, 100},
+                      {1, 2, u"乙"_s, 90},
+                      {{}, 1, u"丙"_s, 80},
+                      {{}, 2, u"丁"_s, 70},
+                      {{}, 3, u"戊"_s, 60}});
+    const Proposal proposal = proposed();
+    EXPECT_EQ(proposal.questions, QStringList());
+    EXPECT_EQ(proposal.counts.leftOut, 3);
+    EXPECT_EQ(remarks(proposal), u"成绩4: 没有班级。\n成绩5: 没有班级。\n成绩6: 没有班级。"_s);
+}
+
+TEST_F(LostScores, AClassInTheFirstRowOfEachPageIsAskedAbout)
+{
+    sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s},
+                      {1, 1, u"甲"_s, 100},
+                      {{}, 2, u"乙"_s, 90},
+                      {1, 3, u"丙"_s, 80},
+                      {{}, 4, u"丁"_s, 70}});
+    EXPECT_TRUE(result().contains(u"的 4 名学生里有 2 名没有班级。"_s));
+}
+
 TEST_F(LostScores, FullMarksBehindAStrokeOrAColonAreNoPartOfTheSubject)
 {
     sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文/150"_s, u"数学：150分"_s,
