@@ -247,6 +247,19 @@ def statistics_sheet(folder):
     return right(write(folder / "期中.xlsx", Sheet("成绩", [PLAIN, *MARKS]), averages))
 
 
+@kind("a sheet of rooms and seats beside the marks: 语文考场, 语文座位")
+def sheet_of_seats(folder):
+    heads = (*PLAIN[:3], "语文考场", "语文座位", "数学考场", "数学座位")
+    seats = Sheet("考场安排", [heads, *((*row[:3], 3, row[1], 4, row[1]) for row in MARKS)])
+    return right(write(folder / "期中.xlsx", Sheet("成绩", [PLAIN, *MARKS]), seats), says=("没有科目的成绩",))
+
+
+@kind("a sheet of homework beside the marks: 语文作业, 数学作业")
+def sheet_of_homework(folder):
+    homework = Sheet("平时", [(*PLAIN[:3], "语文作业", "数学作业"), *((*row[:3], 5, 4) for row in MARKS)])
+    return right(write(folder / "期中.xlsx", Sheet("成绩", [PLAIN, *MARKS]), homework), says=("不像成绩",))
+
+
 @kind("a sheet of all and sheets of the classes with the same students")
 def sheet_of_all(folder):
     sheets = [Sheet("全年级", [PLAIN, *MARKS]), Sheet("1班", [PLAIN, *FIRST]),

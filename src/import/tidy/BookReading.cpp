@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include <QSet>
+
 #include "import/tidy/Questions.h"
 #include "platform/runtime/Numbers.h"
 
@@ -96,9 +98,32 @@ void BookReading::readSheets(excel::Workbook& book)
     for (const excel::Worksheet* sheet : sheets) {
         m_proposal.sheets[size_t(number)].name = sheet->Name();
         m_sheets.emplace_back(*sheet, number++, m_proposal, m_words, m_sources.aliases);
-        m_proposal.warnings += m_sheets.back().warnings();
     }
+    leaveDoubtfulSheets();
+    for (const SheetReading& sheet : m_sheets)
+        m_proposal.warnings += sheet.warnings();
     m_proposal.warnings.removeDuplicates();
+}
+
+/// Homework or seats beside the marks would be asked about, column by column. A student who stands
+/// there alone may have his marks there.
+void BookReading::leaveDoubtfulSheets()
+{
+    QSet<QString> names;
+    for (const SheetReading& sheet : m_sheets) {
+        if (!sheet.hasPlainScores())
+            continue;
+        for (const SourceRow& row : sheet.rows())
+            names.insert(withoutBlanks(row.name));
+    }
+    for (SheetReading& sheet : m_sheets) {
+        const auto isElsewhere = [&](const SourceRow& row) {
+            return !row.name.isEmpty() && names.contains(withoutBlanks(row.name));
+        };
+        if (sheet.isDoubtful()
+            && std::all_of(sheet.rows().begin(), sheet.rows().end(), isElsewhere))
+            sheet.leaveDoubtful();
+    }
 }
 
 void BookReading::readClasses()

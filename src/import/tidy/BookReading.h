@@ -35,6 +35,7 @@ public:
 
 private:
     void readSheets(excel::Workbook& book);
+    void leaveDoubtfulSheets();
     void readClasses();
     void findStudents();
     void noteLostDigits();

@@ -50,6 +50,15 @@ ScoreKind kindOf(const QString& heading)
     return beside.match(rest).hasMatch() ? ScoreKind::Beside : ScoreKind::None;
 }
 
+/// Where a student sits for a subject, who teaches it, how often it was done: 语文考场, 历史组号.
+bool isBesideSubject(const QString& rest)
+{
+    static const QRegularExpression words(
+        u"(考场|座位|座)[号次]?$|^(分|学习)?(小)?组[别号]?$|次数$|编号$|"
+        "(老师|教师)(姓名|工号|代码)?$"_s);
+    return words.match(rest).hasMatch();
+}
+
 } // namespace
 
 HeadingWords::HeadingWords(Goal goal, const Sources& sources)
@@ -145,7 +154,9 @@ HeadingMeaning HeadingWords::readAsSubject(const QString& heading) const
             continue;
         const QString rest =
             ahead ? heading.mid(word.size()) : heading.left(heading.size() - word.size());
-        const ScoreKind kind = kindOf(rest);
+        const ScoreKind found = kindOf(rest);
+        const ScoreKind kind =
+            found == ScoreKind::None && ahead && isBesideSubject(rest) ? ScoreKind::Beside : found;
         if (kind != ScoreKind::None)
             return subjectOf(word, kind);
     }

@@ -205,6 +205,7 @@ void SheetReading::openNamedColumns()
         column.use = {Field::Subject, subject};
         column.isOpen = true;
         column.reason = u"可能是“%1”的成绩，请选择。"_s.arg(subject);
+        m_namedColumns.push_back(column.column);
     }
 }
 
@@ -352,6 +353,39 @@ void SheetReading::takeOrLeave()
     noteOtherLanguages();
     noteShownZeros();
     noteCuts();
+}
+
+bool SheetReading::hasPlainScores() const
+{
+    return m_sheet.taking == Taking::Take
+           && std::any_of(m_sheet.columns.begin(), m_sheet.columns.end(),
+                          [](const ColumnProposal& column) {
+                              return column.use.field == Field::Subject && !column.isOpen;
+                          });
+}
+
+bool SheetReading::isDoubtful() const
+{
+    const auto isNamed = [this](const ColumnProposal& column) {
+        return std::find(m_namedColumns.begin(), m_namedColumns.end(), column.column)
+               != m_namedColumns.end();
+    };
+    return m_sheet.taking == Taking::Take && m_sheet.takingDecidedBy == DecidedBy::Program
+           && !m_namedColumns.empty()
+           && std::all_of(
+               m_sheet.columns.begin(), m_sheet.columns.end(), [&](const ColumnProposal& column) {
+                   return isNamed(column) || (column.use.field != Field::Subject && !column.isOpen);
+               });
+}
+
+void SheetReading::leaveDoubtful()
+{
+    const QString heading = m_sheet.column(m_namedColumns.front())->heading;
+    m_sheet.taking = Taking::LeaveOut;
+    m_sheet.reason = u"“%1”一类的列不像成绩，这些学生的成绩在别的数据表里。"_s.arg(heading);
+    m_rows.clear();
+    m_questions.clear();
+    m_warnings.clear();
 }
 
 QString SheetReading::untakenText(const ColumnProposal& column, const HeadingCell& heading) const

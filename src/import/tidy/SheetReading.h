@@ -30,6 +30,12 @@ public:
     const QStringList& warnings() const { return m_warnings; }
     /// The column of a subject or of 信息表; 0 if there is none.
     int columnNamed(const QString& name) const { return m_columnOf.value(name); }
+    /// The headings of some columns are plainly those of scores.
+    bool hasPlainScores() const;
+    /// Nothing but columns such as 语文作业 made the program take the sheet.
+    bool isDoubtful() const;
+    /// Leaves a doubtful sheet out, whose students have their scores on others.
+    void leaveDoubtful();
 
 private:
     void findGrade();
@@ -68,6 +74,8 @@ private:
     bool m_lacksResults = false;
     std::vector<SourceRow> m_rows;
     QHash<QString, int> m_columnOf;
+    /// The columns that have a subject's name with something beside it.
+    std::vector<int> m_namedColumns;
     QStringList m_questions;
     QStringList m_warnings;
 };

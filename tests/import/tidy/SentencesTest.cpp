@@ -201,6 +201,17 @@ TEST_F(Sentences, WhereNobodyHasANameNothingIsWritten)
                         "1 行有分数、没有姓名。"_s);
 }
 
+TEST_F(Sentences, WhatStandsBesideASubjectIsNoScore)
+{
+    for (const QString& heading :
+         {u"语文考场"_s, u"语文考场号"_s, u"语文座位"_s, u"语文座号"_s, u"语文组别"_s,
+          u"语文小组"_s, u"语文听写次数"_s, u"语文老师编号"_s, u"语文教师"_s, u"语文教师工号"_s})
+        EXPECT_EQ(reason(heading), u"这一列不用导入。"_s) << heading.toStdString();
+    for (const QString& heading :
+         {u"语文作业"_s, u"语文老师评分"_s, u"语文考场成绩"_s, u"语文一组"_s})
+        EXPECT_EQ(reason(heading), u"可能是“语文”的成绩，请选择。"_s) << heading.toStdString();
+}
+
 TEST_F(Sentences, AClassTellsHowItsNumberWasFound)
 {
     sheet(u"Sheet1"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s},

@@ -112,6 +112,60 @@ TEST_F(SeveralSheets, DifferentScoresOnTwoSheetsAreAskedAbout)
     EXPECT_EQ(proposal.sheets[0].reason, u"您选择不用这张数据表。"_s);
 }
 
+class BesideTheMarks : public SeveralSheets
+{
+protected:
+    BesideTheMarks()
+    {
+        sheet(u"成绩"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文"_s, u"数学"_s},
+                          {1, 1, u"甲"_s, 90, 80},
+                          {1, 2, u"乙"_s, 70, 60}});
+    }
+
+    static const QString marks;
+};
+
+const QString BesideTheMarks::marks =
+    u"[成绩]\n班级|学号|姓名|语文|数学\n1|1|甲|90|80\n1|2|乙|70|60"_s;
+
+TEST_F(BesideTheMarks, SeatsAreNoScores)
+{
+    sheet(u"考场安排"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文考场"_s, u"语文座位"_s},
+                          {1, 1, u"甲"_s, 3, 17},
+                          {1, 2, u"乙"_s, 3, 18}});
+    const Proposal proposal = proposed();
+    EXPECT_EQ(proposal.sheets[1].reason, u"没有科目的成绩。"_s);
+    EXPECT_EQ(result(proposal), marks);
+}
+
+TEST_F(BesideTheMarks, ASheetThatOnlySeemsToHoldScoresIsTakenWhereTheUserSaysSo)
+{
+    sheet(u"平时"_s, {{u"班级"_s, u"学号"_s, u"姓名"_s, u"语文作业"_s, u"英语作业"_s},
+                      {1, 1, u"甲"_s, 5, 4},
+                      {1, 2, u"乙 "_s, 5, 3}});
+    Proposal proposal = proposed();
+    EXPECT_EQ(proposal.sheets[1].reason,
+              u"“语文作业”一类的列不像成绩，这些学生的成绩在别的数据表里。"_s);
+    EXPECT_EQ(proposal.warnings, QStringList());
+    EXPECT_EQ(result(proposal), marks);
+    chooseSheet(proposal, 1, Taking::Take);
+    again(proposal);
+    EXPECT_EQ(columns(proposal.sheets[1]), u"班级 学号 姓名 ?语文 ?英语"_s);
+    EXPECT_FALSE(proposal.isDecided());
+    chooseColumn(proposal, 1, 4, {});
+    chooseColumn(proposal, 1, 5, {Field::Subject, u"英语"_s});
+    again(proposal);
+    EXPECT_EQ(result(proposal),
+              u"[成绩]\n班级|学号|姓名|语文|数学|英语\n1|1|甲|90|80|4\n1|2|乙|70|60|3"_s);
+}
+
+TEST_F(BesideTheMarks, AStudentWhoStandsOnSuchASheetAloneIsAskedAbout)
+{
+    sheet(u"2班"_s,
+          {{u"学号"_s, u"姓名"_s, u"语文（含附加）"_s}, {1, u"甲"_s, 88}, {2, u"丙"_s, 77}});
+    EXPECT_EQ(result(), u"数据表“2班”的 C 列“语文（含附加）”：可能是“语文”的成绩，请选择。"_s);
+}
+
 TEST_F(SeveralSheets, EachStreamOfAnExamGetsItsOwnSheetAndSubjects)
 {
     roster = Roster({u"语文"_s, u"物理"_s, u"历史"_s},
