@@ -35,26 +35,22 @@ bool hasLog(sqlite3* handle)
     return found;
 }
 
-[[noreturn]] void refuseUsedFile()
-{
-    throw Error(Failure::Locked, u"成绩库正被别的程序使用，请关闭那个程序后再试。"_s);
-}
-
 /// The lock is taken by the first reading and held by the transaction.
 void lockByReading(sqlite3* handle)
 {
     runOnEngine(handle, "BEGIN; select count(*) from sqlite_master");
     if (hasLog(handle))
-        refuseUsedFile();
+        throw Error(Failure::Locked, u"成绩库正被别的程序使用，请关闭那个程序后再试。"_s);
 }
 
 /// Any reading by statements would mend the file. Closing it gives the lock up.
-void lockWithoutReading(sqlite3_file* file)
+void lockWithoutReading(sqlite3_file* file, const QString& path)
 {
     // A file that cannot be written cannot be locked against readers either; none of them harms.
     for (const int lock : {SQLITE_LOCK_SHARED, SQLITE_LOCK_EXCLUSIVE}) {
         if ((file->pMethods->xLock(file, lock) & 0xff) == SQLITE_BUSY)
-            refuseUsedFile();
+            throw Error(Failure::Locked,
+                        u"文件 %1 正被别的程序使用，请关闭那个程序后再试。"_s.arg(path));
     }
 }
 
@@ -66,7 +62,7 @@ LockedBytes::LockedBytes(const QString& path, BrokenWrite brokenWrite) : m_handl
     if (brokenWrite == BrokenWrite::TakenBack)
         lockByReading(m_handle.get());
     else
-        lockWithoutReading(file);
+        lockWithoutReading(file, path);
     sqlite3_int64 size = 0;
     if (file->pMethods->xFileSize(file, &size) != SQLITE_OK)
         throw Error(Failure::Other, u"读成绩库文件时出错，磁盘可能已断开。"_s);

@@ -41,8 +41,17 @@ bool isChangedByOpening(const QString& path)
 UntouchedFile::UntouchedFile(const QString& path) : m_original(path), m_path(path)
 {
     const QString file = realPath(path);
-    if (isChangedByOpening(file))
+    if (!isChangedByOpening(file))
+        return;
+    try {
         copy(file);
+    } catch (const Error&) {
+        throw;
+    } catch (const runtime::Error& error) {
+        throw Error(Failure::Other,
+                    u"读 %1 要先在临时文件夹里复制一份，没有成功：%2"_s.arg(
+                        path, QString(error.description()).replace(m_path, u"这份副本"_s)));
+    }
 }
 
 void UntouchedFile::copy(const QString& file)

@@ -2,6 +2,7 @@
 
 #include "DatabaseFile.h"
 #include "support/FileBytes.h"
+#include "support/FullDisk.h"
 
 namespace database {
 namespace {
@@ -93,7 +94,8 @@ TEST_F(FileLookedAt, IsRefusedWhileAnotherProgramWritesIt)
     OtherProgram other(path);
     other.run("begin; update T set m='y'");
     ASSERT_TRUE(QFile::exists(path + u"-journal"_s));
-    EXPECT_EQ(refused(path).description(), u"成绩库正被别的程序使用，请关闭那个程序后再试。"_s);
+    EXPECT_EQ(refused(path).description(),
+              u"文件 %1 正被别的程序使用，请关闭那个程序后再试。"_s.arg(path));
     other.run("rollback");
     EXPECT_EQ(refused(file.folder.filePath(u"没有.CJK"_s)).failure(), Failure::Missing);
 }
@@ -104,6 +106,15 @@ TEST_F(FileLookedAt, IsCalledByItsOwnNameWhereItIsNoLibrary)
     OtherProgram(foreign).run("pragma journal_mode=wal; create table U(a)");
     EXPECT_EQ(refused(foreign).description(), u"%1 不是成绩库：没有“T”。"_s.arg(foreign));
     EXPECT_EQ(refused(foreign).failure(), Failure::NoLibrary);
+}
+
+TEST_F(FileLookedAt, WithoutRoomForItsCopyIsRefusedByItsOwnName)
+{
+    OtherProgram(path).run("pragma journal_mode=wal");
+    const support::FullDisk disk(50'000);
+    EXPECT_EQ(errorOf([&] { const UntouchedFile untouched(path); }).description(),
+              u"读 %1 要先在临时文件夹里复制一份，没有成功：无法写入文件 这份副本"
+              "（磁盘已满，或文件的大小受到限制）。"_s.arg(path));
 }
 
 TEST_F(FileLookedAt, WithoutAFolderForItsCopyIsRefused)
