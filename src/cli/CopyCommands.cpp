@@ -104,7 +104,7 @@ Exit runRestore(Session& session)
     const QString copy = chosenCopy(libraryPath, session.arguments.positionals().at(1));
     CliProgress progress;
     const QString former = library::restoreCopy(libraryPath, copy, QDateTime::currentDateTime(),
-                                                {u"恢复备份"_s}, progress);
+                                                library::Occasion::restoring(), progress);
     progress.finish();
     printError(u"恢复完毕，成绩库现在是 %1 的内容。"_s.arg(copy));
     if (!former.isEmpty())

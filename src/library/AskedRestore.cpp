@@ -151,7 +151,7 @@ namespace {
 struct ComparedImport
 {
     CopiedImport import;
-    /// None for one that is undone.
+    /// None for one of which the library no longer has all that it brought.
     CopyDifferences differences;
 };
 
@@ -166,15 +166,15 @@ bool broughtAnything(const ComparedImport& compared)
                : brought.any();
 }
 
-/// The latest that brought something or is undone; without any, the latest. Those passed over were
-/// cancelled or failed. Nothing if they were not compared.
+/// The latest that brought something or may be taken back; without any, the latest. Those passed
+/// over were cancelled or failed. Nothing if they were not compared.
 std::optional<ComparedImport> importToUndo(ScoreLibrary& scoreLibrary,
                                            const std::vector<CopiedImport>& imports,
                                            runtime::Progress& progress)
 {
     std::optional<ComparedImport> latest;
     for (const CopiedImport& import : imports) {
-        if (import.import.isUndone)
+        if (import.presence != Presence::InLibrary)
             return ComparedImport{import, {}};
         const std::optional<CopyDifferences> differences =
             differencesFrom(scoreLibrary, scoreLibrary.Conn.path(), import.copy.path, progress);
@@ -187,6 +187,36 @@ std::optional<ComparedImport> importToUndo(ScoreLibrary& scoreLibrary,
             latest = compared;
     }
     return latest;
+}
+
+/// The latest first, also where a restore was broken off.
+std::vector<CopiedImport> importsOf(const QString& libraryPath)
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    std::vector<CopiedImport> imports = copiedImports(libraryPath, now);
+    const bool isSettled = imports.empty() || imports.front().presence == Presence::InLibrary;
+    return !isSettled && equalsNewestCopy(libraryPath)
+               ? copiedImports(libraryPath, now, NewestCopy::EqualsLibrary)
+               : imports;
+}
+
+QString whyNotUndone(const ComparedImport& latest)
+{
+    const NotedOccasion& import = latest.import.import;
+    const auto sentence = [&](const QString& text) -> QString {
+        return u"没有可以撤消的导入："_s + text.arg(timeText(import.time), import.occasion.text);
+    };
+    switch (latest.import.presence) {
+    case Presence::TakenBack:
+        return sentence(u"%1 的“%2”之前的备份已经恢复过。要回到别的时候，请用“恢复备份…”。"_s);
+    case Presence::Unknown:
+        return sentence(u"%1 的“%2”以后恢复过备份，不能确定那次导入还在不在成绩库里。"
+                        "要回到别的时候，请用“恢复备份…”。"_s);
+    case Presence::InLibrary:
+        break;
+    }
+    return latest.differences.any() ? QString()
+                                    : sentence(u"成绩库现在和 %1 的“%2”之前的备份内容相同。"_s);
 }
 
 } // namespace
@@ -204,13 +234,13 @@ bool restoreAsked(ScoreLibrary& scoreLibrary, const QString& libraryPath, const 
     const QString question = u"把成绩库恢复为这份备份？\n"_s + copyText(copy) + u"\n\n"_s
                              + whatChanges(scoreLibrary, differences);
     return isConfirmed(question, u"恢复"_s, u"恢复备份"_s)
-           && restoreAndTell(scoreLibrary, libraryPath, copy, {u"恢复备份"_s}, progress);
+           && restoreAndTell(scoreLibrary, libraryPath, copy, Occasion::restoring(), progress);
 }
 
 bool undoLastImport(ScoreLibrary& scoreLibrary, runtime::Progress& progress)
 {
     const QString library = scoreLibrary.Conn.path();
-    const std::vector<CopiedImport> imports = copiedImports(library, QDateTime::currentDateTime());
+    const std::vector<CopiedImport> imports = importsOf(library);
     if (imports.empty()) {
         runtime::MsgBox(u"没有可以撤消的导入：成绩库旁边没有导入前的备份。"_s);
         return false;
@@ -218,22 +248,14 @@ bool undoLastImport(ScoreLibrary& scoreLibrary, runtime::Progress& progress)
     const std::optional<ComparedImport> latest = importToUndo(scoreLibrary, imports, progress);
     if (!latest)
         return false;
-    const NotedOccasion& import = latest->import.import;
-    if (import.isUndone) {
-        runtime::MsgBox(
-            u"没有可以撤消的导入：%1 的“%2”之前的备份已经恢复过。"
-            "要回到别的时候，请用“恢复备份…”。"_s.arg(timeText(import.time), import.occasion.text));
-        return false;
-    }
-    if (!latest->differences.any()) {
-        runtime::MsgBox(u"没有可以撤消的导入：成绩库现在和 %1 的“%2”之前的备份内容相同。"_s.arg(
-            timeText(import.time), import.occasion.text));
+    if (const QString why = whyNotUndone(*latest); !why.isEmpty()) {
+        runtime::MsgBox(why);
         return false;
     }
     return isConfirmed(undoQuestion(latest->import, latest->differences), u"撤消导入"_s,
                        u"撤消上次导入"_s)
            && restoreAndTell(scoreLibrary, library, latest->import.copy,
-                             Occasion::undoing(import.occasion), progress);
+                             Occasion::undoing(latest->import.import.occasion), progress);
 }
 
 } // namespace library

@@ -22,14 +22,27 @@ namespace {
 using Kind = Occasion::Kind;
 
 constexpr size_t mostOccasions = 20;
+constexpr size_t mostRestores = 100;
 constexpr qsizetype longestText = 300;
 constexpr qsizetype mostNames = 20;
 /// More than all that is ever written.
 constexpr qint64 largestFile = 1 << 20;
 
-constexpr std::array<std::pair<Kind, const char16_t*>, 3> kindNames{
+constexpr std::array<std::pair<Kind, const char16_t*>, 4> kindNames{
     std::pair{Kind::Change, u"change"}, std::pair{Kind::ExamImport, u"exam-import"},
-    std::pair{Kind::StudentImport, u"student-import"}};
+    std::pair{Kind::StudentImport, u"student-import"}, std::pair{Kind::Restore, u"restore"}};
+
+const QString RestoreText = u"恢复备份"_s;
+const QString UndoText = u"撤消 "_s;
+
+/// All that a file beside a copy holds.
+struct Notes
+{
+    std::vector<NotedOccasion> occasions;
+    std::vector<NotedRestore> restores;
+
+    friend bool operator==(const Notes&, const Notes&) = default;
+};
 
 QString nameOf(Kind kind)
 {
@@ -38,8 +51,11 @@ QString nameOf(Kind kind)
     return QString::fromUtf16(found->second);
 }
 
-Kind kindOf(const QString& name)
+Kind kindOf(const QString& name, const QString& text)
 {
+    // Earlier versions noted it as any other change.
+    if (text == RestoreText || text.startsWith(UndoText + u"导入"_s))
+        return Kind::Restore;
     const auto* found = std::find_if(kindNames.begin(), kindNames.end(), [&](const auto& entry) {
         return name == QString::fromUtf16(entry.second);
     });
@@ -51,9 +67,19 @@ QString cut(const QString& text)
     return text.size() <= longestText ? text : text.left(longestText - 1) + u'…';
 }
 
+QString timeToJson(const QDateTime& time)
+{
+    return time.toString(Qt::ISODateWithMs);
+}
+
+QDateTime timeFrom(const QJsonValue& value)
+{
+    return QDateTime::fromString(value.toString(), Qt::ISODate);
+}
+
 QJsonObject toJson(const NotedOccasion& noted)
 {
-    QJsonObject object{{u"time"_s, noted.time.toString(Qt::ISODateWithMs)},
+    QJsonObject object{{u"time"_s, timeToJson(noted.time)},
                        {u"what"_s, cut(noted.occasion.text.simplified())},
                        {u"kind"_s, nameOf(noted.occasion.kind)}};
     if (!noted.occasion.exam.isEmpty())
@@ -77,41 +103,112 @@ QStringList namesFrom(const QJsonArray& array)
 
 NotedOccasion fromJson(const QJsonObject& object)
 {
-    return {QDateTime::fromString(object.value("time"_L1).toString(), Qt::ISODate),
-            {.text = cut(object.value("what"_L1).toString().simplified()),
-             .kind = kindOf(object.value("kind"_L1).toString()),
+    const QString text = cut(object.value("what"_L1).toString().simplified());
+    return {timeFrom(object.value("time"_L1)),
+            {.text = text,
+             .kind = kindOf(object.value("kind"_L1).toString(), text),
              .exam = cut(object.value("exam"_L1).toString()),
              .laterNames = namesFrom(object.value("renamed"_L1).toArray())},
             object.value("undone"_L1).toBool()};
 }
 
-QByteArray textOf(const std::vector<NotedOccasion>& occasions)
+QJsonObject toJson(const NotedRestore& noted)
 {
-    QJsonArray array;
-    for (const NotedOccasion& noted : occasions)
-        array.append(toJson(noted));
-    return QJsonDocument(QJsonObject{{u"occasions"_s, array}}).toJson();
+    QJsonObject object{{u"time"_s, timeToJson(noted.time)}, {u"done"_s, noted.isDone}};
+    if (noted.restored.isValid())
+        object.insert(u"restored"_s, timeToJson(noted.restored));
+    return object;
 }
 
-void writeOccasions(const QString& copy, const std::vector<NotedOccasion>& occasions)
+NotedRestore restoreFrom(const QJsonObject& object)
 {
+    return {timeFrom(object.value("time"_L1)), timeFrom(object.value("restored"_L1)),
+            object.value("done"_L1).toBool()};
+}
+
+template <class Noted> QJsonArray arrayOf(const std::vector<Noted>& all)
+{
+    QJsonArray array;
+    for (const Noted& noted : all)
+        array.append(toJson(noted));
+    return array;
+}
+
+/// The first `most` of an array that `read` makes of its entries.
+template <class Read> auto listFrom(const QJsonArray& array, size_t most, Read&& read)
+{
+    std::vector<decltype(read(QJsonObject()))> all;
+    for (const auto& entry : array) {
+        if (all.size() == most)
+            break;
+        all.push_back(read(entry.toObject()));
+    }
+    return all;
+}
+
+Notes notesOf(const QString& copy)
+{
+    QFile file(occasionFile(copy));
+    // No device or pipe is waited for.
+    if (!QFileInfo(file).isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
+        return {};
+    const QJsonObject object = QJsonDocument::fromJson(file.read(largestFile)).object();
+    return {listFrom(object.value("occasions"_L1).toArray(), mostOccasions, fromJson),
+            listFrom(object.value("restores"_L1).toArray(), mostRestores, restoreFrom)};
+}
+
+QByteArray textOf(const Notes& notes)
+{
+    QJsonObject object{{u"occasions"_s, arrayOf(notes.occasions)}};
+    if (!notes.restores.empty())
+        object.insert(u"restores"_s, arrayOf(notes.restores));
+    return QJsonDocument(object).toJson();
+}
+
+template <class Noted> void keepNewest(std::vector<Noted>& all, size_t most)
+{
+    if (all.size() > most)
+        all.erase(all.begin(), all.begin() + qsizetype(all.size() - most));
+}
+
+/// Has the notes of a copy changed, and writes them if they are others now.
+template <class Change> void changeNotes(const QString& copy, Change&& change)
+{
+    const Notes before = notesOf(copy);
+    Notes notes = before;
+    change(notes);
+    if (notes == before)
+        return;
+    keepNewest(notes.occasions, mostOccasions);
+    keepNewest(notes.restores, mostRestores);
     try {
         runtime::UnfinishedFile file(copy);
-        file.write(textOf(occasions));
+        file.write(textOf(notes));
         file.replace(occasionFile(copy), copy);
     } catch (const runtime::Error&) {
         // It is listed with what was noted before.
     }
 }
 
-/// Has all occasions of a copy changed, and writes them if one is another now.
-template <class Change> void changeOccasions(const QString& copy, Change&& change)
+void addName(Occasion& occasion, const QString& exam, const QString& name)
 {
-    const std::vector<NotedOccasion> before = notedOccasions(copy);
-    std::vector<NotedOccasion> all = before;
-    std::for_each(all.begin(), all.end(), change);
-    if (all != before)
-        writeOccasions(copy, all);
+    QStringList& names = occasion.laterNames;
+    if (exam.isEmpty() || !occasion.examNames().contains(exam))
+        return;
+    names.removeAll(name);
+    names.append(cut(name));
+    names = names.last(std::min(names.size(), mostNames));
+}
+
+void addRestore(std::vector<NotedRestore>& all, const NotedRestore& restore)
+{
+    const auto place =
+        std::lower_bound(all.begin(), all.end(), restore.time,
+                         [](const auto& each, const QDateTime& time) { return each.time < time; });
+    if (place == all.end() || place->time != restore.time)
+        all.insert(place, restore);
+    else if (!place->isDone)
+        *place = restore;
 }
 
 } // namespace
@@ -126,9 +223,14 @@ Occasion Occasion::studentImport()
     return {.text = u"导入学生名单"_s, .kind = Kind::StudentImport};
 }
 
+Occasion Occasion::restoring()
+{
+    return {.text = RestoreText, .kind = Kind::Restore};
+}
+
 Occasion Occasion::undoing(const Occasion& import)
 {
-    return {.text = u"撤消 "_s + import.text};
+    return {.text = UndoText + import.text, .kind = Kind::Restore};
 }
 
 QStringList Occasion::examNames() const
@@ -150,47 +252,33 @@ QString journalOfCopy(const QString& copy)
 
 void noteOccasion(const QString& copy, const NotedOccasion& occasion)
 {
-    std::vector<NotedOccasion> all = notedOccasions(copy);
-    all.push_back(occasion);
-    if (all.size() > mostOccasions)
-        all.erase(all.begin(), all.end() - mostOccasions);
-    writeOccasions(copy, all);
+    changeNotes(copy, [&](Notes& notes) { notes.occasions.push_back(occasion); });
 }
 
 void renameNotedExam(const QString& copy, const QString& exam, const QString& name)
 {
-    changeOccasions(copy, [&](NotedOccasion& noted) {
-        QStringList& names = noted.occasion.laterNames;
-        if (exam.isEmpty() || !noted.occasion.examNames().contains(exam))
-            return;
-        names.removeAll(name);
-        names.append(cut(name));
-        names = names.last(std::min(names.size(), mostNames));
+    changeNotes(copy, [&](Notes& notes) {
+        for (NotedOccasion& noted : notes.occasions)
+            addName(noted.occasion, exam, name);
     });
 }
 
-void noteRestored(const QString& copy)
+void noteRestores(const QString& copy, const std::vector<NotedRestore>& restores)
 {
-    changeOccasions(copy, [](NotedOccasion& noted) {
-        noted.isUndone = noted.isUndone || noted.occasion.kind != Kind::Change;
+    changeNotes(copy, [&](Notes& notes) {
+        for (const NotedRestore& restore : restores)
+            addRestore(notes.restores, restore);
     });
 }
 
 std::vector<NotedOccasion> notedOccasions(const QString& copy)
 {
-    QFile file(occasionFile(copy));
-    // No device or pipe is waited for.
-    if (!QFileInfo(file).isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
-        return {};
-    const QJsonDocument document = QJsonDocument::fromJson(file.read(largestFile));
-    const QJsonArray array = document.object().value("occasions"_L1).toArray();
-    std::vector<NotedOccasion> all;
-    for (const auto& entry : array) {
-        if (all.size() == mostOccasions)
-            break;
-        all.push_back(fromJson(entry.toObject()));
-    }
-    return all;
+    return notesOf(copy).occasions;
+}
+
+std::vector<NotedRestore> notedRestores(const QString& copy)
+{
+    return notesOf(copy).restores;
 }
 
 } // namespace library

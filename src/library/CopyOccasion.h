@@ -10,7 +10,7 @@ namespace library {
 /// What a copy of a library is made ahead of.
 struct Occasion
 {
-    enum class Kind { Change, ExamImport, StudentImport };
+    enum class Kind { Change, ExamImport, StudentImport, Restore };
 
     /// In a user's words, as in "删除科目 语文、数学"; shown on one line.
     QString text;
@@ -23,8 +23,10 @@ struct Occasion
 
     static Occasion examImport(const QString& exam);
     static Occasion studentImport();
+    static Occasion restoring();
     /// Going back to the state before an import.
     static Occasion undoing(const Occasion& import);
+    bool isImport() const { return kind == Kind::ExamImport || kind == Kind::StudentImport; }
     /// All names of the exam, the latest first.
     QStringList examNames() const;
     friend bool operator==(const Occasion&, const Occasion&) = default;
@@ -36,13 +38,26 @@ struct NotedOccasion
 {
     QDateTime time;
     Occasion occasion;
-    /// An import whose copy was restored since then.
+    /// An import whose copy was restored, as earlier versions noted it.
     bool isUndone = false;
 
     friend bool operator==(const NotedOccasion&, const NotedOccasion&) = default;
 };
 
-/// The file beside a copy that holds its occasions: COPY.json.
+/// That a copy took the place of the library. Any copy of that library may hold it.
+struct NotedRestore
+{
+    /// That of the occasion for which the library was copied before.
+    QDateTime time;
+    /// Of when the restored copy was; not valid where that is not known.
+    QDateTime restored;
+    /// False for one that was broken off ahead of the replacement, or right behind it.
+    bool isDone = false;
+
+    friend bool operator==(const NotedRestore&, const NotedRestore&) = default;
+};
+
+/// The file beside a copy that holds its occasions and restores: COPY.json.
 QString occasionFile(const QString& copy);
 
 /// The file beside the copy of a damaged library that holds what a broken write left: COPY-journal.
@@ -55,11 +70,14 @@ void noteOccasion(const QString& copy, const NotedOccasion& occasion);
 /// Adds a name to the imports of an exam that a copy was made ahead of. Failing is no error.
 void renameNotedExam(const QString& copy, const QString& exam, const QString& name);
 
-/// Notes that a copy is restored: the imports that it was made ahead of are undone. Failing is no
-/// error.
-void noteRestored(const QString& copy);
+/// Adds restores to those that a copy holds, of which the newest 100 are kept. One of the same time
+/// is replaced, unless it is done. Failing is no error.
+void noteRestores(const QString& copy, const std::vector<NotedRestore>& restores);
 
 /// The occasions of a copy, the oldest first. Empty without the file, or if that is none of ours.
 std::vector<NotedOccasion> notedOccasions(const QString& copy);
+
+/// The restores that a copy holds, the oldest first. Empty where there are none.
+std::vector<NotedRestore> notedRestores(const QString& copy);
 
 } // namespace library

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include "library/LibraryCopies.h"
 #include "platform/runtime/UnfinishedFile.h"
 
 namespace library {
@@ -45,8 +46,11 @@ void removeLeftOvers(const QString& libraryPath, const QString& templateFile)
         library.dir().remove(name);
     const QString dated = u"_\\d{4}-\\d{2}-\\d{2}_\\d{4}(\\d{2})?\\.bak"_s;
     for (const QString& name : files.filter(beside(library, dated + u"\\.json"_s))) {
-        if (!files.contains(name.chopped(qstrlen(".json"))))
-            library.dir().remove(name);
+        const QString copy = name.chopped(qstrlen(".json"));
+        if (files.contains(copy))
+            continue;
+        passRestoresOn(libraryPath, library.dir().filePath(copy));
+        library.dir().remove(name);
     }
     for (const QString& name : files.filter(beside(library, u"\\.[A-Za-z]{6}"_s))) {
         if (isPartOfTemplate(library.dir().filePath(name), templateFile))

@@ -140,6 +140,15 @@ QString backUpDamaged(const QString& path, const CopyRequest& request)
     return copy;
 }
 
+bool equalsNewestCopy(const QString& libraryPath)
+{
+    try {
+        return !equalCopy(database::LockedBytes(libraryPath), libraryPath).isEmpty();
+    } catch (const runtime::Error&) {
+        return false;
+    }
+}
+
 bool hasRoomForBackup(const ScoreLibrary& scoreLibrary, Backup backup)
 {
     if (backup == Backup::SwitchedOff)

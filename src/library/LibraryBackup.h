@@ -35,6 +35,10 @@ QString backUpLibrary(const QString& libraryPath, const CopyRequest& request,
 /// stands beside it. Throws Error.
 QString backUpDamaged(const QString& path, const CopyRequest& request);
 
+/// Whether the library is, byte for byte, its newest dated copy. False also where that cannot be
+/// read.
+bool equalsNewestCopy(const QString& libraryPath);
+
 /// Whether a dated copy of the library is made ahead of the first write.
 enum class Backup { Make, SwitchedOff };
 

@@ -89,6 +89,75 @@ void takeNotedTime(LibraryCopy& copy)
         copy.time = std::min(copy.time, copy.occasions.front().time);
 }
 
+std::vector<NotedRestore> allRestores(const std::vector<LibraryCopy>& copies)
+{
+    std::vector<NotedRestore> all;
+    for (const LibraryCopy& copy : copies) {
+        const std::vector<NotedRestore> restores = notedRestores(copy.path);
+        all.insert(all.end(), restores.begin(), restores.end());
+    }
+    return all;
+}
+
+/// Earlier versions did not note what they restored, nor does one that is broken off too early.
+bool isRestoreOfUnknown(const NotedOccasion& noted, const std::vector<NotedRestore>& restores)
+{
+    return noted.occasion.kind == Occasion::Kind::Restore
+           && std::none_of(restores.begin(), restores.end(),
+                           [&](const auto& restore) { return restore.time == noted.time; });
+}
+
+HistoryStep stepOf(size_t copy, const NotedOccasion& noted)
+{
+    return {noted.occasion.isImport() ? HistoryStep::Kind::Imported : HistoryStep::Kind::Copied,
+            noted.time, copy};
+}
+
+HistoryStep stepOf(const NotedRestore& restore)
+{
+    return {restore.isDone ? HistoryStep::Kind::Restored : HistoryStep::Kind::MaybeRestored,
+            restore.time, 0, restore.restored};
+}
+
+std::vector<HistoryStep> historyOf(const std::vector<LibraryCopy>& copies, const QDateTime& now)
+{
+    const std::vector<NotedRestore> restores = allRestores(copies);
+    std::vector<HistoryStep> steps;
+    for (size_t place = 0; place < copies.size(); ++place) {
+        for (const NotedOccasion& noted : copies[place].occasions) {
+            steps.push_back(stepOf(place, noted));
+            if (isRestoreOfUnknown(noted, restores))
+                steps.push_back({HistoryStep::Kind::Restored, noted.time});
+        }
+    }
+    // Behind what is noted for the same time.
+    for (const NotedRestore& restore : restores)
+        steps.push_back(stepOf(restore));
+    sortSteps(steps, now);
+    return steps;
+}
+
+/// The latest first; behind all others those of a time still to come.
+std::vector<CopiedImport> importsOf(const std::vector<LibraryCopy>& copies, const QDateTime& now)
+{
+    std::vector<CopiedImport> imports;
+    std::vector<NotedOccasion> all;
+    for (const LibraryCopy& copy : copies) {
+        for (const NotedOccasion& noted : copy.occasions) {
+            all.push_back(noted);
+            if (noted.occasion.isImport())
+                imports.insert(imports.begin(), {copy, noted});
+        }
+    }
+    for (CopiedImport& import : imports)
+        import.later = textsSince(import.import.time, now, all);
+    std::stable_sort(imports.begin(), imports.end(), [&](const auto& a, const auto& b) {
+        const bool isAhead = a.import.time > now;
+        return isAhead == (b.import.time > now) ? a.import.time > b.import.time : !isAhead;
+    });
+    return imports;
+}
+
 } // namespace
 
 QString LibraryCopy::occasionText() const
@@ -135,13 +204,29 @@ std::vector<LibraryCopy> copiesOf(const QString& libraryPath)
     return all;
 }
 
+QDateTime timeOfState(const QString& libraryPath, const QString& copy)
+{
+    const std::vector<LibraryCopy> copies = copiesOf(libraryPath);
+    const auto found = std::find_if(copies.begin(), copies.end(), [&](const LibraryCopy& each) {
+        return database::isSameFile(each.path, copy);
+    });
+    // Midnight stands for a day of which the time is not known.
+    if (found == copies.end() || found->time == found->time.date().startOfDay())
+        return {};
+    const bool isNoted = !found->occasions.empty() && found->occasions.front().time.isValid();
+    return isNoted ? found->occasions.front().time : found->time;
+}
+
 bool removeCopy(const QString& libraryPath, const QString& copy)
 {
     const std::vector<LibraryCopy> copies = copiesOf(libraryPath);
     const auto found = std::find_if(copies.begin(), copies.end(), [&](const LibraryCopy& each) {
         return database::isSamePlace(each.path, copy);
     });
-    if (found == copies.end() || !QFile::remove(found->path))
+    if (found == copies.end())
+        return false;
+    passRestoresOn(libraryPath, found->path);
+    if (!QFile::remove(found->path))
         return false;
     for (const QString& beside : {occasionFile(found->path), journalOfCopy(found->path)})
         QFile::remove(beside);
@@ -154,23 +239,40 @@ void renameInNotes(const QString& libraryPath, const QString& exam, const QStrin
         renameNotedExam(copy.path, exam, name);
 }
 
-std::vector<CopiedImport> copiedImports(const QString& libraryPath, const QDateTime& now)
+void passRestoresOn(const QString& libraryPath, const QString& copy)
 {
-    std::vector<CopiedImport> imports;
-    std::vector<NotedOccasion> all;
-    for (const LibraryCopy& copy : datedCopies(libraryPath)) {
-        for (const NotedOccasion& noted : copy.occasions) {
-            all.push_back(noted);
-            if (noted.occasion.kind != Occasion::Kind::Change)
-                imports.insert(imports.begin(), {copy, noted});
-        }
-    }
-    for (CopiedImport& import : imports)
-        import.later = textsSince(import.import.time, now, all);
-    std::stable_sort(imports.begin(), imports.end(), [&](const auto& a, const auto& b) {
-        const bool isAhead = a.import.time > now;
-        return isAhead == (b.import.time > now) ? a.import.time > b.import.time : !isAhead;
+    const std::vector<NotedRestore> restores = notedRestores(copy);
+    if (restores.empty())
+        return;
+    const std::vector<LibraryCopy> copies = datedCopies(libraryPath);
+    const auto heir = std::find_if(copies.rbegin(), copies.rend(), [&](const LibraryCopy& each) {
+        return !database::isSamePlace(each.path, copy);
     });
+    if (heir != copies.rend())
+        noteRestores(heir->path, restores);
+}
+
+void noteRestore(const QString& libraryPath, const QString& further, const NotedRestore& restore)
+{
+    const std::vector<LibraryCopy> copies = datedCopies(libraryPath);
+    if (!importsOf(copies, restore.time).empty())
+        noteRestores(further.isEmpty() ? copies.back().path : further, {restore});
+}
+
+std::vector<CopiedImport> copiedImports(const QString& libraryPath, const QDateTime& now,
+                                        NewestCopy newest)
+{
+    const std::vector<LibraryCopy> copies = datedCopies(libraryPath);
+    std::vector<CopiedImport> imports = importsOf(copies, now);
+    const bool equalsNewest = newest == NewestCopy::EqualsLibrary && !copies.empty();
+    std::vector<Presence> present =
+        importsAfter(historyOf(copies, now), now, {equalsNewest, copies.size() - 1});
+    // The history runs the other way.
+    std::reverse(present.begin(), present.end());
+    for (size_t place = 0; place < imports.size(); ++place) {
+        const bool isUndone = imports[place].import.isUndone;
+        imports[place].presence = isUndone ? Presence::TakenBack : present[place];
+    }
     return imports;
 }
 

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include "library/CopyKeeping.h"
+#include "library/LibraryCopies.h"
 #include "library/LibraryShape.h"
 #include "platform/database/Compact.h"
 #include "platform/database/Error.h"
@@ -115,10 +116,13 @@ QString restoreCopy(const QString& libraryPath, const QString& copy, const QDate
     runtime::removeLeftOvers(library);
     runtime::UnfinishedFile unfinished(library);
     copyTo(unfinished, content->path(), progress);
+    NotedRestore restore{now, timeOfState(library, copy)};
     QString former = backUpPresent(library, {now, occasion, copy}, held.has_value(), progress);
+    noteRestore(library, former, restore);
     database::removeLogs(library);
     unfinished.replace(library, QFileInfo::exists(library) ? library : copy);
-    noteRestored(copy);
+    restore.isDone = true;
+    noteRestore(library, former, restore);
     return former;
 }
 

@@ -16,6 +16,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using library::NotedOccasion;
+using library::NotedRestore;
 using library::Occasion;
 using support::write;
 
@@ -99,16 +100,45 @@ TEST_F(CopyOccasions, KeepAllNamesThatTheirExamGot)
     EXPECT_EQ(noted(0).examNames().first(), u"24"_s);
 }
 
-TEST_F(CopyOccasions, OfImportsAreUndoneByARestoreOfTheCopy)
+TEST_F(CopyOccasions, StandBesideTheRestoresThatACopyHolds)
 {
+    const QDateTime time = at(6).addMSecs(7);
     library::noteOccasion(copy, {at(5), Occasion::examImport(u"期中"_s)});
-    library::noteOccasion(copy, {at(6), {u"重新分班"_s}});
-    library::noteRestored(copy);
-    library::noteOccasion(copy, {at(7), Occasion::studentImport()});
+    library::noteRestores(copy, {{time, at(5)}});
+    library::noteOccasion(copy, {at(7), Occasion::restoring()});
+    library::renameNotedExam(copy, u"期中"_s, u"高一期中"_s);
+    const NotedRestore broken{time, at(5)};
+    const NotedRestore done{time, at(5), true};
+    EXPECT_EQ(library::notedRestores(copy), std::vector{broken});
+    EXPECT_EQ(texts(), (QStringList{u"07:05 导入 期中"_s, u"07:07 恢复备份"_s}));
+    EXPECT_EQ(library::notedOccasions(copy)[1].occasion, Occasion::restoring());
+    library::noteRestores(copy, {done, {at(4), {}, true}});
+    library::noteRestores(copy, {broken});
+    EXPECT_EQ(library::notedRestores(copy), (std::vector{NotedRestore{at(4), {}, true}, done}));
+    for (int i = 0; i < 150; ++i)
+        library::noteRestores(copy, {{at(8).addSecs(i), at(5)}});
+    ASSERT_EQ(library::notedRestores(copy).size(), 100U);
+    EXPECT_EQ(library::notedRestores(copy).back().time, at(8).addSecs(149));
+}
+
+TEST_F(CopyOccasions, OfEarlierVersionsAreKnown)
+{
+    write(library::occasionFile(copy),
+          R"({"occasions":[
+          {"time":"2026-03-09T07:05:00.000","what":"导入 期中","kind":"exam-import","exam":"期中",
+           "undone":true},
+          {"time":"2026-03-09T07:06:00.000","what":"恢复备份","kind":"change"},
+          {"time":"2026-03-09T07:07:00.000","what":"撤消 导入学生名单","kind":"change"},
+          {"time":"2026-03-09T07:08:00.000","what":"撤消什么","kind":"change"}]})");
     const std::vector<NotedOccasion> noted = library::notedOccasions(copy);
-    EXPECT_TRUE(noted[0].isUndone);
-    EXPECT_FALSE(noted[1].isUndone);
-    EXPECT_FALSE(noted[2].isUndone);
+    EXPECT_EQ(noted[0], (NotedOccasion{at(5), Occasion::examImport(u"期中"_s), true}));
+    EXPECT_EQ(noted[1].occasion, Occasion::restoring());
+    EXPECT_EQ(noted[2].occasion, Occasion::undoing(Occasion::studentImport()));
+    EXPECT_EQ(noted[3].occasion, Occasion{u"撤消什么"_s});
+    EXPECT_TRUE(library::notedRestores(copy).empty());
+    // What was undone stays so when more is noted.
+    library::renameNotedExam(copy, u"期中"_s, u"高一期中"_s);
+    EXPECT_TRUE(library::notedOccasions(copy)[0].isUndone);
 }
 
 TEST_F(CopyOccasions, OfAFileThatIsNoneOfOursAreNone)
@@ -116,7 +146,8 @@ TEST_F(CopyOccasions, OfAFileThatIsNoneOfOursAreNone)
     const QString noted = library::occasionFile(copy);
     for (const QByteArray& bytes :
          {QByteArray(), QByteArray("{"), QByteArray("[1,2]"), QByteArray("{\"occasions\":7}"),
-          QByteArray(300'000, ' '), QByteArray("\xff\xfe\0x", 4)}) {
+          QByteArray("{\"restores\":[7,{}]}"), QByteArray(300'000, ' '),
+          QByteArray("\xff\xfe\0x", 4)}) {
         write(noted, bytes);
         EXPECT_EQ(texts(), QStringList());
     }

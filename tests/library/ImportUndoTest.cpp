@@ -1,6 +1,10 @@
+#include <QFile>
+
 #include "library/AskedRestore.h"
+#include "library/LeftOvers.h"
 #include "library/LibraryRestore.h"
 #include "support/CopiedLibrary.h"
+#include "support/FileBytes.h"
 
 namespace {
 
@@ -10,9 +14,29 @@ using library::Occasion;
 
 const QString imported = u"这次导入带来的，以及导入以后对这次考试和名单的改动：\n"_s;
 
+const QString endOfTerm = u"撤消 2026-03-09 07:01:00 的“导入 期末”？"_s;
+
 class Undo : public support::CopiedLibrary
 {
 protected:
+    void expectUnknown(const QString& time, const QString& import)
+    {
+        EXPECT_FALSE(library::undoLastImport(test.scores, progress));
+        EXPECT_EQ(test.dialogs.shown.last(),
+                  u"没有可以撤消的导入：%1 的“%2”以后恢复过备份，不能确定那次导入还在不在成绩库里。"
+                  "要回到别的时候，请用“恢复备份…”。"_s.arg(time, import));
+    }
+    void expectOffered(const QString& question, const QString& answer)
+    {
+        test.dialogs.expect(question, answer);
+        EXPECT_EQ(library::undoLastImport(test.scores, progress), answer == u"撤消导入"_s);
+        EXPECT_TRUE(test.dialogs.questions.last().startsWith(question));
+    }
+    void restore(const QString& taken)
+    {
+        library::restoreLibrary(test.scores, path, taken, Occasion::restoring(), progress);
+    }
+    void changeScores(int score) { test.execute(u"update 成绩表 set 语文=%1"_s.arg(score)); }
     void expectUndone(const QString& time, const QString& import)
     {
         EXPECT_FALSE(library::undoLastImport(test.scores, progress));
@@ -97,6 +121,112 @@ TEST_F(Undo, OfAnImportIsNotOfferedAgainOverLaterWorkOnAnEarlierOneOfItsExam)
     EXPECT_FALSE(library::undoLastImport(test.scores, progress));
 }
 
+TEST_F(Undo, OfAnImportIsNotOfferedOnceAnOlderCopyWasRestored)
+{
+    changeScores(80);
+    const QString move = backUp({u"学生调整 王芳"_s}, 2);
+    changeScores(81);
+    backUp(Occasion::examImport(u"期末"_s), 3);
+    changeScores(82);
+    restore(move);
+    changeScores(96);
+    expectUndone(u"2026-03-09 07:03:00"_s, u"导入 期末"_s);
+    EXPECT_EQ(test.dialogs.questions, QStringList());
+}
+
+TEST_F(Undo, OfAnImportIsPossibleAgainOnceItWasRestoredBack)
+{
+    expectOffered(endOfTerm, u"撤消导入"_s);
+    expectUndone(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+    restore(newest().path);
+    EXPECT_EQ(exams(), u"期中 / 期末"_s);
+    changeScores(91);
+    expectOffered(endOfTerm, u"撤消导入"_s);
+    EXPECT_EQ(exams(), u"期中"_s);
+    changeScores(92);
+    expectUndone(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+}
+
+TEST_F(Undo, OfAnImportStaysKnownWhenTheCopyOfItsRestoreIsRemoved)
+{
+    restore(copy);
+    ASSERT_TRUE(library::removeCopy(path, newest().path));
+    changeScores(91);
+    expectUndone(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+}
+
+TEST_F(Undo, OfAnImportStaysKnownWhenTheCopyOfItsRestoreGoesByOtherMeans)
+{
+    restore(copy);
+    ASSERT_TRUE(QFile::remove(newest().path));
+    library::removeLeftOvers(path, {});
+    changeScores(91);
+    expectUndone(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+}
+
+TEST_F(Undo, OfAnImportKnowsTheRestoreOfALibraryThatWasGone)
+{
+    test.scores.Conn.Close();
+    ASSERT_TRUE(QFile::remove(path));
+    restore(copy);
+    changeScores(91);
+    expectUndone(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+}
+
+TEST_F(Undo, OfAnImportNeverGuessesHowFarARestoreCameThatWasBrokenOff)
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime before = library::timeOfState(path, copy);
+    EXPECT_EQ(before, QDateTime(QDate(2026, 3, 9), QTime(7, 1)));
+    const QString further = library::backUpLibrary(path, now, Occasion::restoring(), progress);
+    // Ahead of the note of what is restored, and behind it.
+    expectOffered(endOfTerm, u"取消"_s);
+    library::noteRestore(path, further, {now, before});
+    expectOffered(endOfTerm, u"取消"_s);
+
+    changeScores(91);
+    expectUnknown(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+    test.scores.Conn.Close();
+    support::write(path, support::read(copy));
+    test.scores.OpenDB();
+    expectUnknown(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+    library::noteRestore(path, further, {now, before, true});
+    expectUndone(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+}
+
+TEST_F(Undo, OfAnImportNeverGuessesOfWhichTimeACopyFromElsewhereIs)
+{
+    const QString elsewhere = test.file(u"副本.CJK"_s);
+    ASSERT_TRUE(QFile::copy(path, elsewhere));
+    changeScores(80);
+    restore(elsewhere);
+    expectUnknown(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+    library::backUpLibrary(path, QDateTime::currentDateTime(), Occasion::examImport(u"期中"_s),
+                           progress);
+    changeScores(81);
+    test.dialogs.expect(u"“导入 期中”？"_s, u"取消"_s);
+    EXPECT_FALSE(library::undoLastImport(test.scores, progress));
+}
+
+TEST_F(Undo, OfAnImportReadsTheNotesOfEarlierVersions)
+{
+    const auto note = [&](const QByteArray& undone) {
+        support::write(library::occasionFile(copy),
+                       "{\"occasions\":[{\"time\":\"2026-03-09T07:01:00.000\","
+                       "\"what\":\"导入 期末\",\"kind\":\"exam-import\",\"exam\":\"期末\""
+                           + undone + "}]}");
+    };
+    note({});
+    expectOffered(endOfTerm, u"取消"_s);
+    note(",\"undone\":true");
+    expectUndone(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+    // They did not note what was restored.
+    note({});
+    backUp({u"恢复备份"_s}, 2);
+    changeScores(80);
+    expectUnknown(u"2026-03-09 07:01:00"_s, u"导入 期末"_s);
+}
+
 TEST_F(Undo, OfTheCopyBeforeAnImportUndoesIt)
 {
     test.dialogs.expect(u"把成绩库恢复为这份备份？"_s, u"恢复"_s);
@@ -143,12 +273,13 @@ TEST_F(Undo, OfTheLastImportNeedsOneThatBroughtSomething)
     test.dialogs.always(u"把成绩库恢复为这份备份？"_s, u"恢复"_s);
     const LibraryCopy first = newest();
     EXPECT_TRUE(library::restoreAsked(test.scores, path, first, progress));
-    backUp(Occasion::examImport(u"会考"_s), 2);
+    const QDateTime now = QDateTime::currentDateTime();
+    library::backUpLibrary(path, now, Occasion::examImport(u"会考"_s), progress);
     library::removeCopy(path, first.path);
     EXPECT_FALSE(library::undoLastImport(test.scores, progress));
     EXPECT_EQ(test.dialogs.shown.last(),
-              u"没有可以撤消的导入：成绩库现在和 2026-03-09 07:02:00 的“导入 会考”"
-              "之前的备份内容相同。"_s);
+              u"没有可以撤消的导入：成绩库现在和 %1 的“导入 会考”之前的备份内容相同。"_s.arg(
+                  library::timeText(now)));
 }
 
 TEST_F(Undo, OfTheLastImportTakesOneOfAClockThatWasAheadForAnEarlierOne)
