@@ -1,5 +1,6 @@
 """What must hold after every disturbed run, and after every kill."""
 
+import json
 from dataclasses import dataclass
 from enum import Enum
 from pathlib import Path
@@ -88,6 +89,14 @@ class Look:
         lost = self.scenario.earlier_copies - found.count(self.scenario.earlier)
         if lost > 1:
             self.complain(Wrong.COPY, f"{lost} earlier copies are gone")
+
+    def notes(self, state):
+        """That an import is gone is known to whoever wants to undo the last one."""
+        if not self.scenario.notes_restore or state != self.scenario.final:
+            return
+        notes = [json.loads(path.read_bytes()) for path in self.place.glob("*.bak.json")]
+        if not any(note.get("restores") for note in notes):
+            self.complain(Wrong.COPY, "none holds what was restored")
 
     def library_and_copies(self, is_success=False):
         self.inputs()
@@ -187,6 +196,7 @@ def opens(programs, look, state):
 def after_a_kill(programs, scenario, place, fault):
     look = Look(scenario, place, fault)
     state = look.library_and_copies()
+    look.notes(state)
     if state is not None and (state == ABSENT or opens(programs, look, state)):
         finish(programs, look, state)
         look.left_over()

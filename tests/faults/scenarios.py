@@ -39,6 +39,7 @@ class Scenario:
     # By the name of a state, the command that leads from it to the end, if that is not the same.
     finish: dict = field(default_factory=dict)
     makes_copies: bool = False
+    notes_restore: bool = False
     keeps_content: bool = False
     usual_code: int = yunshan.DONE
     # What measure() finds out.
@@ -283,6 +284,13 @@ def restore_scenarios(make, scored, crashed):
     lost = make.with_earlier_copies(make.copied("restore lost", scored))
     (lost / LIBRARY).unlink()
     yield Scenario("restore of a lost library", lost, restore)
+    undone = make.run(make.copied("restore imported", scored),
+                      cli("import-exam", "新.xlsx", "--exam", "期末", "--add-students"))
+    copy, = libraries.copies(undone / LIBRARY)
+    for ending in ("", ".json"):
+        Path(f"{copy}{ending}").rename(undone / f"{LIBRARY}_2024-03-01_0800.bak{ending}")
+    yield Scenario("restore of the copy of an import", undone, restore, makes_copies=True,
+                   notes_restore=True)
 
 
 def all_scenarios(programs, folder):
