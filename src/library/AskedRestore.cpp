@@ -190,7 +190,7 @@ std::optional<ComparedImport> importToUndo(ScoreLibrary& scoreLibrary,
 }
 
 /// The latest first, also where a restore was broken off.
-std::vector<CopiedImport> importsOf(const QString& libraryPath)
+std::vector<CopiedImport> settledImports(const QString& libraryPath)
 {
     const QDateTime now = QDateTime::currentDateTime();
     std::vector<CopiedImport> imports = copiedImports(libraryPath, now);
@@ -240,7 +240,7 @@ bool restoreAsked(ScoreLibrary& scoreLibrary, const QString& libraryPath, const 
 bool undoLastImport(ScoreLibrary& scoreLibrary, runtime::Progress& progress)
 {
     const QString library = scoreLibrary.Conn.path();
-    const std::vector<CopiedImport> imports = importsOf(library);
+    const std::vector<CopiedImport> imports = settledImports(library);
     if (imports.empty()) {
         runtime::MsgBox(u"没有可以撤消的导入：成绩库旁边没有导入前的备份。"_s);
         return false;

@@ -8,7 +8,6 @@ namespace library {
 
 namespace {
 
-using Kind = HistoryStep::Kind;
 /// Of each import so far.
 using State = std::vector<Presence>;
 
@@ -34,13 +33,13 @@ public:
 
     void take(const HistoryStep& step)
     {
-        if (step.kind == Kind::Restored)
+        if (step.kind == HistoryStep::Kind::Restored)
             m_state = restoredTo(step.restored);
-        else if (step.kind == Kind::MaybeRestored)
+        else if (step.kind == HistoryStep::Kind::MaybeRestored)
             doubt(restoredTo(step.restored));
         else
             copied(step);
-        if (step.kind == Kind::Imported)
+        if (step.kind == HistoryStep::Kind::Imported)
             m_state.push_back(Presence::InLibrary);
     }
 
