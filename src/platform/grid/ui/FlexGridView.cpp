@@ -106,7 +106,9 @@ void FlexGridView::refresh()
         executeDelayedItemsLayout();
         horizontalScrollBar()->setValue(place.x());
         verticalScrollBar()->setValue(place.y());
-        keepBlock(m_grid.Row, m_grid.Col, m_grid.RowSel, m_grid.ColSel);
+        // Rows that came below headings alone: the first of them is chosen, not a heading.
+        keepBlock(std::max(m_grid.Row, m_grid.FixedRows), m_grid.Col,
+                  std::max(m_grid.RowSel, m_grid.FixedRows), m_grid.ColSel);
         setUpdatesEnabled(true);
     }
     // A window of its own is shown by whoever made it.
