@@ -15,7 +15,7 @@ QString normalFormula(QString typed)
 
 QString typedFormulaFault(const QString& formula, const QStringList& columns)
 {
-    const QString fault = scoring::formulaFault(formula, columns);
+    QString fault = scoring::formulaFault(formula, columns);
     if (!fault.isEmpty())
         return fault;
     for (const QString& term : library::formulaTerms(formula)) {

@@ -126,11 +126,12 @@ std::pair<int, Value> ExamComparison::lastStored(const std::vector<int>& sheetRo
                                                  const ImportSubject& subject,
                                                  const database::Column& column)
 {
-    for (auto row = sheetRows.rbegin(); row != sheetRows.rend(); ++row) {
-        const ScoreCell cell = m_cells.read(m_sheet.Cells(*row, subject.KMColumn), 0);
+    for (size_t i = sheetRows.size(); i > 0; --i) {
+        const int row = sheetRows[i - 1];
+        const ScoreCell cell = m_cells.read(m_sheet.Cells(row, subject.KMColumn), 0);
         ColumnFit fit = fitInto(column, storedScore(cell.text));
         if (fit.refusal.isEmpty())
-            return {*row, std::move(fit.stored)};
+            return {row, std::move(fit.stored)};
     }
     return {};
 }

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString quoted(const QString& stream)
+QString inQuotes(const QString& stream)
 {
     return u"“%1”"_s.arg(runtime::onOneLine(runtime::shortened(stream)));
 }
@@ -65,7 +65,7 @@ QString ListStreams::namesOf(const std::vector<Stream>& streams)
 {
     QStringList names;
     for (const Stream& one : streams)
-        names.append(quoted(one.name));
+        names.append(inQuotes(one.name));
     return listed(names);
 }
 
@@ -129,7 +129,7 @@ void ListStreams::tellSurplus(const excel::Worksheet& sheet, Preview& preview) c
     QStringList names;
     for (size_t i = 0; i < m_streams.size(); ++i) {
         if (kept[i])
-            names.append(quoted(m_streams[i].name));
+            names.append(inQuotes(m_streams[i].name));
     }
     const QString why = u"成绩库最多两个科类，除了%1不能再有别的。"_s.arg(listed(names));
     for (const Row& one : m_rows) {
@@ -149,7 +149,7 @@ void ListStreams::noteNew(Preview& preview) const
     for (const Stream& one : m_streams) {
         if (!one.isInLibrary && one.name != u"文"_s && one.name != u"理"_s)
             texts.append(
-                u"%1（%2 人）"_s.arg(quoted(one.name), QString::number(one.added + one.asked)));
+                u"%1（%2 人）"_s.arg(inQuotes(one.name), QString::number(one.added + one.asked)));
     }
     if (!texts.isEmpty())
         preview.notes.append(

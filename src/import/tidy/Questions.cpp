@@ -129,7 +129,7 @@ QStringList aboutClasses(const Proposal& proposal)
 }
 
 /// The students of a sheet, and those of them without a class.
-struct ClassGaps
+struct SheetGaps
 {
     void add(const StudentRow& student);
 
@@ -141,7 +141,7 @@ struct ClassGaps
     bool isFirst = false;
 };
 
-void ClassGaps::add(const StudentRow& student)
+void SheetGaps::add(const StudentRow& student)
 {
     const QString& text = student.source.classText;
     const bool isWithout = !student.isWhole && text.isEmpty();
@@ -157,7 +157,7 @@ void ClassGaps::add(const StudentRow& student)
 /// listed row by row.
 QStringList aboutRowsWithoutClass(const ReadState& state)
 {
-    std::vector<ClassGaps> onSheet(state.proposal.sheets.size());
+    std::vector<SheetGaps> onSheet(state.proposal.sheets.size());
     for (const StudentRow& student : state.students) {
         if (student.source.whyNobody.isEmpty())
             onSheet[size_t(student.source.sheet)].add(student);
@@ -165,14 +165,13 @@ QStringList aboutRowsWithoutClass(const ReadState& state)
     QStringList all;
     for (size_t place = 0; place < onSheet.size(); ++place) {
         const SheetProposal& sheet = state.proposal.sheets[place];
-        const ClassGaps& gaps = onSheet[place];
+        const SheetGaps& gaps = onSheet[place];
         if (sheet.classSource.from != ClassFrom::Column || gaps.below == 0
             || gaps.below * 2 < gaps.all)
             continue;
-        all.append(u"数据表“%1”的 %2 名学生里有 %3 "
-                   u"名没有班级。班级只写在每班第一行的，请在原来的表里给每一行"
-                   "填上班级，再整理。"_s.arg(sheet.name, QString::number(gaps.all),
-                                              QString::number(gaps.without)));
+        all.append(u"数据表“%1”的 %2 名学生里有 %3 名没有班级。"
+                   "班级只写在每班第一行的，请在原来的表里给每一行填上班级，再整理。"_s.arg(
+                       sheet.name, QString::number(gaps.all), QString::number(gaps.without)));
     }
     return all;
 }
