@@ -183,6 +183,12 @@ bool ExamDetails::isTypedInto(int row, int col) const
     return row > 0 && row < items.Rows() && col > itemCol && col % 2 == 0;
 }
 
+bool ExamDetails::isFullMark(int row) const
+{
+    const size_t place = size_t(row) - 1;
+    return row > 0 && place < m_stored.items.size() && m_stored.items[place].kind == Kind::FullMark;
+}
+
 bool ExamDetails::isChanged() const
 {
     return !m_exam.isEmpty() && (name != m_exam || !changedCells().empty());

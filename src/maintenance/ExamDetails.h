@@ -44,6 +44,8 @@ public:
 
     /// True for the cells that are typed into.
     bool isTypedInto(int row, int col) const;
+    /// True for the rows of full marks.
+    bool isFullMark(int row) const;
     bool isChanged() const;
     /// A line for each change: what, the stream, before and after.
     QStringList changes() const;

@@ -168,6 +168,26 @@ TEST_F(ExamDetailsOnScreen, GiveACellBackByEscAndStayOpen)
     EXPECT_TRUE(screen->isVisible());
 }
 
+TEST_F(ExamDetailsOnScreen, TakeAMarkTypedAfterAClickForTheWholeMarkAndGoOnWithAFormula)
+{
+    auto* view = find<grid::FlexGridView>(u"GridItems"_s);
+    const auto clickAndType = [&](int row, const QString& text) {
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          view->visualRect(view->model()->index(row, 2)).center());
+        auto* box = find<grid::CellTextEditor>(u"TextItem"_s);
+        ASSERT_TRUE(box->isVisible());
+        QTest::keyClicks(box, text);
+        QTest::keyClick(box, Qt::Key_Return);
+    };
+    const int marks = 2;
+    const int formula = view->grid().Rows() - 1;
+    const QString before = view->grid().TextMatrix(formula, 2);
+    clickAndType(marks, u"140"_s);
+    EXPECT_EQ(view->grid().TextMatrix(marks, 2), u"140"_s);
+    clickAndType(formula, u"+x"_s);
+    EXPECT_EQ(view->grid().TextMatrix(formula, 2), before + u"+x"_s);
+}
+
 TEST_F(ExamDetailsOnScreen, AskBeforeTheyAreLost)
 {
     typeName(u"高一期中"_s);

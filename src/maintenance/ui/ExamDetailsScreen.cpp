@@ -131,6 +131,11 @@ void ExamDetailsScreen::connectWidgets()
     connect(m_name, &QLineEdit::textEdited, this, &ExamDetailsScreen::takeName);
     connect(m_editor, &grid::GridEditor::edited, this, &ExamDetailsScreen::showChanges);
     connect(m_editor, &grid::GridEditor::takenBack, this, &ExamDetailsScreen::showChanges);
+    // A mark is typed anew; 140 behind 150 would be 150140. Formulas are typed on.
+    connect(m_editor, &grid::GridEditor::opened, this, [this](int row) {
+        if (m_details.isFullMark(row))
+            m_text->selectAll();
+    });
 }
 
 void ExamDetailsScreen::listExams(const QString& chosen)
