@@ -22,7 +22,7 @@ QString shortLine(const DifferenceLine& line)
     constexpr qsizetype namesShown = 3;
     QStringList shown = line.details.mid(0, namesShown);
     for (QString& name : shown)
-        name = runtime::onOneLine(runtime::shortened(name));
+        name = runtime::headOnOneLine(name);
     QString names = shown.join(u"；"_s);
     if (line.details.size() > namesShown)
         names += u" 等"_s;
@@ -103,7 +103,7 @@ QString laterText(const QStringList& later)
         return {};
     QStringList shown = later.mid(0, mostShown);
     for (QString& text : shown)
-        text = runtime::onOneLine(runtime::shortened(text));
+        text = runtime::headOnOneLine(text);
     const QString more = later.size() > mostShown ? u" 等 %1 项"_s.arg(later.size()) : QString();
     return u"\n\n导入以后，下列操作之前也留过备份："_s + shown.join(u"；"_s) + more + u"。"_s;
 }
@@ -126,27 +126,6 @@ QString undoQuestion(const CopiedImport& latest, const CopyDifferences& differen
            + broughtText(split.ofImport, import.kind) + u"\n\n"_s + others
            + laterText(latest.later);
 }
-
-} // namespace
-
-std::optional<CopyDifferences> differencesFrom(ScoreLibrary& scoreLibrary,
-                                               const QString& libraryPath, const QString& copy,
-                                               runtime::Progress& progress)
-{
-    if (!canCompare(scoreLibrary, libraryPath))
-        return std::nullopt;
-    std::optional<CopyDifferences> differences;
-    try {
-        differences = compareWithCopy(scoreLibrary.Conn, copy, progress);
-        progress.finish();
-    } catch (const runtime::Error& error) {
-        progress.finish();
-        runtime::warn(error.description());
-    }
-    return differences;
-}
-
-namespace {
 
 struct ComparedImport
 {
@@ -220,6 +199,23 @@ QString whyNotUndone(const ComparedImport& latest)
 }
 
 } // namespace
+
+std::optional<CopyDifferences> differencesFrom(ScoreLibrary& scoreLibrary,
+                                               const QString& libraryPath, const QString& copy,
+                                               runtime::Progress& progress)
+{
+    if (!canCompare(scoreLibrary, libraryPath))
+        return std::nullopt;
+    std::optional<CopyDifferences> differences;
+    try {
+        differences = compareWithCopy(scoreLibrary.Conn, copy, progress);
+        progress.finish();
+    } catch (const runtime::Error& error) {
+        progress.finish();
+        runtime::warn(error.description());
+    }
+    return differences;
+}
 
 bool restoreAsked(ScoreLibrary& scoreLibrary, const QString& libraryPath, const LibraryCopy& copy,
                   runtime::Progress& progress)

@@ -175,7 +175,7 @@ void Previewer::takeSheetStream()
     else
         m_preview.notes.append(
             u"第一名学生的班级“%1”不是成绩库里的班级，读不出考试的科类，请先改成班级的数字。"_s.arg(
-                runtime::onOneLine(runtime::shortened(first.text()))));
+                runtime::headOnOneLine(first.text())));
 }
 
 void Previewer::takeAskedStream(double classNumber)

@@ -15,7 +15,7 @@ namespace {
 
 QString inQuotes(const QString& stream)
 {
-    return u"“%1”"_s.arg(runtime::onOneLine(runtime::shortened(stream)));
+    return u"“%1”"_s.arg(runtime::headOnOneLine(stream));
 }
 
 /// "“文”、“理”"; of many the first ones.

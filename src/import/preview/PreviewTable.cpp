@@ -132,7 +132,7 @@ void PreviewTable::fill()
         ++row;
         int column = 0;
         for (const QString& text : cellsOf(*entry))
-            grid.setTextMatrix(row, column++, runtime::onOneLine(runtime::shortened(text)));
+            grid.setTextMatrix(row, column++, runtime::headOnOneLine(text));
     }
 }
 

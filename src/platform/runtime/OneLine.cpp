@@ -37,4 +37,9 @@ QString onOneLine(QString text)
     return forTerminal(text.replace(u'\n', u'⏎').replace(u'\t', u'⇥'));
 }
 
+QString headOnOneLine(const QString& text)
+{
+    return onOneLine(shortened(text));
+}
+
 } // namespace runtime

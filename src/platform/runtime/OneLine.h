@@ -11,4 +11,7 @@ QString shortened(const QString& text);
 /// may show it.
 QString onOneLine(QString text);
 
+/// The head of a text, on one line: what a sentence or a cell says of a text of any length.
+QString headOnOneLine(const QString& text);
+
 } // namespace runtime
